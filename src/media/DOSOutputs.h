@@ -1,0 +1,45 @@
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace kelvane {
+
+// Runs one console tool at a time and hands on what it prints while it prints it.
+//
+// Text is bytes in the system's narrow encoding throughout. Everything happens on the thread that
+// calls ExecuteCommand; the event is raised on it too, between two reads, so that a handler may
+// pump the message queue and even start a run on another instance. An instance must outlive its
+// run.
+class DOSOutputs {
+ public:
+  // Raised once for each block that was read, 1 to 256 bytes of the tool's standard output and
+  // standard error in the order of writing, and once more with an empty text at the end of the
+  // stream. A block may end anywhere, in the middle of a word or of a character.
+  std::function<void(const std::string& CommandOutputs)> ReceiveOutputs;
+
+  const std::string& CommandLine() const { return commandText_; }
+  void setCommandLine(const std::string& DosCommand) { commandText_ = DosCommand; }
+
+  // Everything read so far in the current run, or in the last one between runs.
+  const std::string& Outputs() const { return outputText_; }
+
+  // Runs the command and blocks until the stream ends; returns the output text. A command line that
+  // is not empty replaces the one held. Arguments are cut at blanks and tabs; double quotes group
+  // and vanish; no shell is involved. The tool has no standard input.
+  //
+  // Returns an empty text, without an event and with Outputs unchanged, where the command line is
+  // empty or the tool can't be started. Neither the tool's exit code nor its end is waited for: the
+  // end of the run is the end of the stream. Exceptions of the event's handler pass through.
+  std::string ExecuteCommand(const std::string& CommandLine = {});
+
+  // Takes leave of those started tools that have ended since, so that none stays behind as a zombie.
+  // Never waits, and touches no process that this class didn't start.
+  static void ReapEndedChildren();
+
+ private:
+  std::string commandText_;
+  std::string outputText_;
+};
+
+}  // namespace kelvane

@@ -1,0 +1,92 @@
+#include "shared/TextHelpers.h"
+
+#include <QLocale>
+#include <QStringList>
+#include <cmath>
+#include <limits>
+
+namespace kelvane {
+namespace {
+
+constexpr int kGroupDigits = 3;
+
+// Blanks, tabs and line breaks, the characters that may stand round a number.
+QString WithoutSpaceRound(const QString& text) { return text.trimmed(); }
+
+template <typename Integer>
+std::optional<Integer> ToInteger(double number) {
+  const double rounded = std::nearbyint(number);
+  if (!(rounded >= std::numeric_limits<Integer>::min() &&
+        rounded <= std::numeric_limits<Integer>::max())) {
+    return std::nullopt;
+  }
+  return static_cast<Integer>(rounded);
+}
+
+std::optional<int> TimePart(const QString& text, int limit) {
+  constexpr int kMostDigits = 2;
+  if (text.isEmpty() || text.size() > kMostDigits) return std::nullopt;
+  int value = 0;
+  for (const QChar c : text) {
+    if (c < QLatin1Char('0') || c > QLatin1Char('9')) return std::nullopt;
+    value = value * 10 + c.digitValue();
+  }
+  return value < limit ? std::optional(value) : std::nullopt;
+}
+
+}  // namespace
+
+QString FormatGrouped(double number) {
+  constexpr int kLeastDigits = 4;
+  QString digits = QString::number(std::abs(std::round(number)), 'f', 0);
+  digits = digits.rightJustified(kLeastDigits, QLatin1Char('0'));
+  for (qsizetype place = digits.size() - kGroupDigits; place > 0; place -= kGroupDigits) {
+    digits.insert(place, QLocale().groupSeparator());
+  }
+  return std::round(number) < 0 ? QLatin1Char('-') + digits : digits;
+}
+
+QString FormatGroupedText(const QString& text) {
+  const std::optional<float> number = SingleFromText(text);
+  return number ? FormatGrouped(*number) : text;
+}
+
+QString FormatTwoDecimals(double number) {
+  constexpr int kDecimals = 2;
+  constexpr int kLeastLength = 5;
+  constexpr double kHundredths = 100;
+  const double rounded = std::round(std::abs(number) * kHundredths) / kHundredths;
+  QString digits = QString::number(rounded, 'f', kDecimals);
+  digits = digits.rightJustified(kLeastLength, QLatin1Char('0'));
+  digits.replace(QLatin1Char('.'), QLocale().decimalPoint());
+  return number < 0 && rounded > 0 ? QLatin1Char('-') + digits : digits;
+}
+
+std::optional<float> SingleFromText(const QString& text) {
+  const QLocale locale;
+  QString plain = WithoutSpaceRound(text);
+  plain.remove(locale.groupSeparator());
+  plain.replace(locale.decimalPoint(), QStringLiteral("."));
+  bool converts = false;
+  const float number = plain.toFloat(&converts);
+  if (!converts || !std::isfinite(number)) return std::nullopt;
+  return number;
+}
+
+std::optional<int> SecondsFromTimeText(const QString& text) {
+  constexpr int kHours = 24;
+  constexpr int kSixty = 60;
+  const QStringList parts = WithoutSpaceRound(text).split(QLatin1Char(':'));
+  if (parts.size() < 2 || parts.size() > 3) return std::nullopt;
+  const std::optional<int> hours = TimePart(parts[0], kHours);
+  const std::optional<int> minutes = TimePart(parts[1], kSixty);
+  const std::optional<int> seconds = parts.size() == 3 ? TimePart(parts[2], kSixty) : 0;
+  if (!hours || !minutes || !seconds) return std::nullopt;
+  return (*hours * kSixty + *minutes) * kSixty + *seconds;
+}
+
+std::optional<std::int16_t> ToInteger16(double number) { return ToInteger<std::int16_t>(number); }
+
+std::optional<std::int32_t> ToInteger32(double number) { return ToInteger<std::int32_t>(number); }
+
+}  // namespace kelvane

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QString>
+#include <cstdint>
+#include <optional>
+
+// Numbers and times as text, and text as numbers and times. Separators are those of the default
+// locale. What doesn't convert is no value, so that a caller reads "if it converts, then".
+namespace kelvane {
+
+// Four digits at least, with the group separator before each three from the right: 0 is "0,000",
+// 640 "0,640", 12345 "12,345", -7 "-0,007". A fraction is rounded, half away from zero.
+QString FormatGrouped(double number);
+
+// The same for a text that converts to a number; any other text as it stands.
+QString FormatGroupedText(const QString& text);
+
+// Two digits at least before the decimal separator, and two behind it: 4.5 is "04.50".
+QString FormatTwoDecimals(double number);
+
+// The number that a text stands for. Blanks, tabs and line breaks round it and group separators in
+// it don't matter.
+std::optional<float> SingleFromText(const QString& text);
+
+// The seconds from midnight to a time text of the form "h:m" or "h:m:s", the parts of one or two
+// digits: 0 to 86399. Blanks round it don't matter.
+std::optional<int> SecondsFromTimeText(const QString& text);
+
+// Whole numbers, rounded to nearest, half to even; no value where the type can't hold it.
+std::optional<std::int16_t> ToInteger16(double number);
+std::optional<std::int32_t> ToInteger32(double number);
+
+}  // namespace kelvane
