@@ -33,8 +33,8 @@ class DOSOutputs {
   // end of the run is the end of the stream. Exceptions of the event's handler pass through.
   std::string ExecuteCommand(const std::string& CommandLine = {});
 
-  // Takes leave of those started tools that have ended since, so that none stays behind as a zombie.
-  // Never waits, and touches no process that this class didn't start.
+  // Takes leave of those started tools that have ended since, so that none stays behind as a
+  // zombie. Never waits, and touches no process that this class didn't start.
   static void ReapEndedChildren();
 
  private:

@@ -10,18 +10,18 @@ namespace kelvane {
 using ShowError = std::function<void(const std::string& text, const std::string& title)>;
 
 // The short path of an existing file or folder: one without blanks, quotes or line breaks, of 254
-// characters at most, that names the same file. A path that already is so (made absolute) is its own
-// short path. For any other a link is made under a short name, extension kept, in a private folder
-// (mode 0700) in `linksParent` that goes when the program ends; the same file gets the same name
-// each time.
+// characters at most, that names the same file. A path that already is so (made absolute) is its
+// own short path. For any other a link is made under a short name, extension kept, in a private
+// folder (mode 0700) in `linksParent` that goes when the program ends; the same file gets the same
+// name each time.
 //
 // Returns an empty text, without a message, for a file that isn't there. Where the link can't be
 // made, shows the reason with its number through `showError` and returns an empty text.
 std::string GetShortFileName(const std::string& Path, const ShowError& showError,
                              const std::string& linksParent = "/tmp");
 
-// The folder of the tools as it goes on a command line: `appPath` itself, or its short path where it
-// can't stand bare. `appPath` where that fails.
+// The folder of the tools as it goes on a command line: `appPath` itself, or its short path where
+// it can't stand bare. `appPath` where that fails.
 std::string ToolsFolder(const std::string& appPath);
 
 // Removes the private folders of programs of this user that ended without removing them. To be

@@ -1,0 +1,63 @@
+#include "media/CommandLines.h"
+
+namespace kelvane {
+namespace {
+
+// Blanks only: tabs and line breaks stay.
+std::string Trim(const std::string& text) {
+  const std::size_t first = text.find_first_not_of(' ');
+  if (first == std::string::npos) return {};
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+}  // namespace
+
+std::vector<std::string> SplitCommandLine(const std::string& commandLine) {
+  std::vector<std::string> arguments;
+  bool inArgument = false;
+  bool inQuotes = false;
+  for (const char c : commandLine) {
+    if (!inQuotes && (c == ' ' || c == '\t')) {
+      inArgument = false;
+      continue;
+    }
+    if (!inArgument) {
+      arguments.emplace_back();
+      inArgument = true;
+    }
+    if (c == '"') {
+      inQuotes = !inQuotes;
+    } else {
+      arguments.back() += c;
+    }
+  }
+  return arguments;
+}
+
+std::string CropFilterText(std::int32_t width, std::int32_t height, std::int32_t left,
+                           std::int32_t top) {
+  return std::to_string(width) + ':' + std::to_string(height) + ':' + std::to_string(left) + ':' +
+         std::to_string(top);
+}
+
+std::string SizeProbeCommandLine(const std::string& toolsFolder, const std::string& videoPath) {
+  return toolsFolder +
+         "/ffprobe -v error -show_entries stream=width,height -of default=noprint_wrappers=1 " +
+         videoPath;
+}
+
+std::string DurationProbeCommandLine(const std::string& toolsFolder, const std::string& videoPath) {
+  return toolsFolder + "/ffprobe -hide_banner -stats -i " + videoPath;
+}
+
+std::string PreviewCommandLine(const std::string& toolsFolder, const std::string& video,
+                               const std::string& cropFilter) {
+  return toolsFolder + "/ffplay -i " + Trim(video) + " -vf crop=" + cropFilter;
+}
+
+std::string CropCommandLine(const std::string& toolsFolder, const std::string& video,
+                            const std::string& cropFilter, const std::string& output) {
+  return toolsFolder + "/ffmpeg -i " + Trim(video) + " -vf crop=" + cropFilter + ' ' + output;
+}
+
+}  // namespace kelvane

@@ -1,0 +1,118 @@
+#include "media/Module1.h"
+
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <string_view>
+#include <system_error>
+
+#include "media/PrivateFolder.h"
+
+namespace kelvane {
+namespace {
+
+constexpr std::size_t kLongestShortPath = 254;
+
+unsigned char Byte(char c) {
+  return static_cast<unsigned char>(c);
+}
+
+bool IsPlainLetterOrDigit(char c) {
+  return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
+}
+
+// The length of the well-formed UTF-8 sequence at the head of `text`; 0 where there is none.
+std::size_t HeadSequence(std::string_view text) {
+  // First byte from, to; second byte from, to; length. What these rows leave out are overlong
+  // forms, surrogates and numbers beyond the last character.
+  struct Form {
+    unsigned char firstFrom, firstTo, secondFrom, secondTo;
+    std::size_t length;
+  };
+  static constexpr std::array<Form, 9> kForms{{{0x00, 0x7F, 0x00, 0x00, 1},
+                                               {0xC2, 0xDF, 0x80, 0xBF, 2},
+                                               {0xE0, 0xE0, 0xA0, 0xBF, 3},
+                                               {0xE1, 0xEC, 0x80, 0xBF, 3},
+                                               {0xED, 0xED, 0x80, 0x9F, 3},
+                                               {0xEE, 0xEF, 0x80, 0xBF, 3},
+                                               {0xF0, 0xF0, 0x90, 0xBF, 4},
+                                               {0xF1, 0xF3, 0x80, 0xBF, 4},
+                                               {0xF4, 0xF4, 0x80, 0x8F, 4}}};
+  const unsigned char first = Byte(text.front());
+  const auto* const form =
+      std::find_if(kForms.begin(), kForms.end(), [first](const Form& candidate) {
+        return first >= candidate.firstFrom && first <= candidate.firstTo;
+      });
+  if (form == kForms.end() || text.size() < form->length) return 0;
+  const std::string_view rest = text.substr(1, form->length - 1);
+  if (rest.empty()) return 1;
+  if (Byte(rest.front()) < form->secondFrom || Byte(rest.front()) > form->secondTo) return 0;
+  const bool continues = std::all_of(rest.begin(), rest.end(),
+                                     [](char c) { return Byte(c) >= 0x80 && Byte(c) <= 0xBF; });
+  return continues ? form->length : 0;
+}
+
+bool IsText(std::string_view text) {
+  while (!text.empty()) {
+    const std::size_t length = HeadSequence(text);
+    if (length == 0) return false;
+    text.remove_prefix(length);
+  }
+  return true;
+}
+
+// Whether the path reaches a tool as one argument that means this file: nothing in it cuts a
+// command line, is lost on the way through a text box, or is a pattern to a tool (a percent sign is
+// one to the readers of picture sequences).
+bool CanStandBare(const std::string& path) {
+  constexpr char kDelete = 0x7F;
+  return path.size() <= kLongestShortPath && IsText(path) &&
+         std::none_of(path.begin(), path.end(), [](char c) {
+           return Byte(c) <= Byte(' ') || c == kDelete || c == '"' || c == '%';
+         });
+}
+
+// The extension with its dot, which tells a tool the format of what it reads; empty where it is
+// none that could stand bare itself.
+std::string PlainExtension(const std::string& path) {
+  constexpr std::size_t kLongest = 10;
+  const std::string extension = std::filesystem::path(path).extension();
+  const bool plain = extension.size() > 1 && extension.size() <= kLongest + 1 &&
+                     std::all_of(extension.begin() + 1, extension.end(), IsPlainLetterOrDigit);
+  return plain ? extension : std::string();
+}
+
+std::string ErrorText(const std::error_code& error) {
+  return "An error occurred while obtaining the file path.\n\nThe error number was:\t" +
+         std::to_string(error.value()) + "\nThe error description:\t" + error.message();
+}
+
+}  // namespace
+
+std::string GetShortFileName(const std::string& Path, const ShowError& showError,
+                             const std::string& linksParent) {
+  try {
+    struct stat status {};
+    const bool endsEarly = Path.find('\0') != std::string::npos;
+    if (endsEarly || ::stat(Path.c_str(), &status) != 0) return {};
+    std::string path = std::filesystem::absolute(Path);
+    if (CanStandBare(path)) return path;
+    return PrivateFolder::In(linksParent).LinkTo(path, PlainExtension(path));
+  } catch (const std::system_error& error) {
+    if (showError) showError(ErrorText(error.code()), "Error");
+    return {};
+  }
+}
+
+std::string ToolsFolder(const std::string& appPath) {
+  const std::string shortPath = GetShortFileName(appPath, {});
+  return shortPath.empty() ? appPath : shortPath;
+}
+
+void ClearShortPathsLeftBehind(const std::string& linksParent) {
+  PrivateFolder::ClearLeftBehind(linksParent);
+}
+
+}  // namespace kelvane

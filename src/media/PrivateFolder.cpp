@@ -1,0 +1,151 @@
+#include "media/PrivateFolder.h"
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <filesystem>
+#include <memory>
+#include <string_view>
+#include <system_error>
+#include <vector>
+
+namespace kelvane {
+namespace {
+
+constexpr int kOpenFolder = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+constexpr std::string_view kRandomPart = "XXXXXX";
+
+std::string NameBeginning() {
+  return "kelvane-" + std::to_string(::geteuid()) + "-";
+}
+
+bool IsFolderName(std::string_view name) {
+  const std::string beginning = NameBeginning();
+  return name.starts_with(beginning) && name.size() == beginning.size() + kRandomPart.size();
+}
+
+std::system_error ErrorOf(int number) {
+  return {number, std::generic_category()};
+}
+
+std::vector<std::string> NamesIn(const Descriptor& folder) {
+  struct CloseListing {
+    void operator()(DIR* listing) const { ::closedir(listing); }
+  };
+  // A listing closes the descriptor that it is given.
+  const int ownDescriptor = ::openat(folder.number(), ".", kOpenFolder);
+  if (ownDescriptor < 0) return {};
+  const std::unique_ptr<DIR, CloseListing> listing(::fdopendir(ownDescriptor));
+  if (!listing) {
+    ::close(ownDescriptor);
+    return {};
+  }
+  std::vector<std::string> names;
+  while (const dirent* const entry = ::readdir(listing.get())) {
+    names.emplace_back(static_cast<const char*>(entry->d_name));
+  }
+  return names;
+}
+
+void RemoveIfLink(const Descriptor& folder, const std::string& name) {
+  struct stat status {};
+  if (::fstatat(folder.number(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+      S_ISLNK(status.st_mode)) {
+    ::unlinkat(folder.number(), name.c_str(), 0);
+  }
+}
+
+// Whether `path`, no link followed, is the open folder.
+bool Names(const std::string& path, const Descriptor& folder) {
+  struct stat named {};
+  struct stat opened {};
+  return folder && ::lstat(path.c_str(), &named) == 0 && ::fstat(folder.number(), &opened) == 0 &&
+         named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
+}
+
+// Makes a folder, under its former path where that is free, and returns its path.
+std::string MakeFolder(const std::string& parent, const std::string& formerPath) {
+  if (!formerPath.empty() && ::mkdir(formerPath.c_str(), S_IRWXU) == 0) return formerPath;
+  std::string path = parent + '/' + NameBeginning() + std::string(kRandomPart);
+  if (::mkdtemp(path.data()) == nullptr) throw ErrorOf(errno);
+  return path;
+}
+
+// Locks a folder just made. None where another program's clearing took it for one left behind,
+// which it may do between the making and the lock.
+Descriptor Lock(const std::string& path) {
+  Descriptor folder(::open(path.c_str(), kOpenFolder));
+  if (!folder && errno == ENOENT) return {};
+  if (!folder || ::flock(folder.number(), LOCK_EX | LOCK_NB) != 0) {
+    const int number = errno;
+    if (number == EWOULDBLOCK) return {};
+    ::rmdir(path.c_str());
+    throw ErrorOf(number);
+  }
+  return Names(path, folder) ? std::move(folder) : Descriptor();
+}
+
+}  // namespace
+
+PrivateFolder& PrivateFolder::In(const std::string& parent) {
+  static std::map<std::string, PrivateFolder> folders;
+  return folders.try_emplace(parent, parent).first->second;
+}
+
+PrivateFolder::~PrivateFolder() {
+  if (owner_ != ::getpid() || !Names(path_, folder_)) return;
+  for (const auto& [target, name] : names_) RemoveIfLink(folder_, name);
+  ::rmdir(path_.c_str());
+}
+
+std::string PrivateFolder::LinkTo(const std::string& target, const std::string& extension) {
+  if (!Names(path_, folder_)) Make();
+  const auto known = names_.find(target);
+  const std::string name =
+      known == names_.end() ? std::to_string(names_.size() + 1) + extension : known->second;
+  std::string link = path_ + '/' + name;
+  std::error_code isNoLink;
+  if (std::filesystem::read_symlink(link, isNoLink) != target &&
+      ::symlinkat(target.c_str(), folder_.number(), name.c_str()) != 0) {
+    throw ErrorOf(errno);
+  }
+  names_.emplace(target, name);
+  return link;
+}
+
+void PrivateFolder::Make() {
+  constexpr int kMostTries = 100;
+  for (int attempt = 0; attempt < kMostTries; ++attempt) {
+    std::string path = MakeFolder(parent_, path_);
+    if (Descriptor folder = Lock(path)) {
+      path_ = std::move(path);
+      folder_ = std::move(folder);
+      owner_ = ::getpid();
+      return;
+    }
+  }
+  throw ErrorOf(EWOULDBLOCK);
+}
+
+void PrivateFolder::ClearLeftBehind(const std::string& parent) {
+  const Descriptor parentFolder(::open(parent.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  if (!parentFolder) return;
+  for (const std::string& name : NamesIn(parentFolder)) {
+    if (!IsFolderName(name)) continue;
+    const Descriptor folder(::openat(parentFolder.number(), name.c_str(), kOpenFolder));
+    struct stat status {};
+    if (!folder || ::fstat(folder.number(), &status) != 0 || status.st_uid != ::geteuid() ||
+        ::flock(folder.number(), LOCK_EX | LOCK_NB) != 0) {
+      continue;
+    }
+    for (const std::string& entry : NamesIn(folder)) RemoveIfLink(folder, entry);
+    ::unlinkat(parentFolder.number(), name.c_str(), AT_REMOVEDIR);
+  }
+}
+
+}  // namespace kelvane

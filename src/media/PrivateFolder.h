@@ -1,0 +1,47 @@
+#pragma once
+
+#include <map>
+#include <string>
+
+#include "media/Descriptor.h"
+
+namespace kelvane {
+
+// A folder of this program run's own in which files get short names, by symbolic links.
+//
+// It is named "kelvane-", the user's number, "-" and six characters, is open to its user alone, and
+// is locked for as long as the program lives, so that a folder that isn't locked is known to be
+// left behind. It is removed at the program's end.
+class PrivateFolder {
+ public:
+  // The one folder of this program in `parent`. Made at the first link, not before.
+  static PrivateFolder& In(const std::string& parent);
+
+  // Removes those folders of this user in `parent` whose programs have ended: the symbolic links in
+  // them, and then the folders themselves where nothing else is in them. Follows no link.
+  static void ClearLeftBehind(const std::string& parent);
+
+  explicit PrivateFolder(std::string parent) : parent_(std::move(parent)) {}
+  PrivateFolder(const PrivateFolder&) = delete;
+  PrivateFolder& operator=(const PrivateFolder&) = delete;
+  ~PrivateFolder();
+
+  // The path of a link to the file of that absolute path: a number, and `extension` behind it. The
+  // same file gets the same name each time. Folder and link are made anew where they have vanished.
+  // Throws std::system_error where they can't be made.
+  std::string LinkTo(const std::string& target, const std::string& extension);
+
+ private:
+  void Make();
+
+  std::string parent_;
+  // Empty until the folder is made.
+  std::string path_;
+  // The folder itself, which bears the lock.
+  Descriptor folder_;
+  // The process that the folder belongs to: a copy of this object in a forked one isn't its owner.
+  pid_t owner_ = 0;
+  std::map<std::string, std::string> names_;
+};
+
+}  // namespace kelvane

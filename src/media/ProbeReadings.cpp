@@ -1,0 +1,91 @@
+#include "media/ProbeReadings.h"
+
+#include <algorithm>
+
+namespace kelvane {
+namespace {
+
+using std::size_t;
+using std::string;
+using std::string_view;
+
+constexpr string_view kWidthWord = "width=";
+constexpr string_view kHeightWord = "height=";
+constexpr string_view kDurationWord = "duration:";
+
+char LowerCase(char c) {
+  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+}
+
+// Where `word`, which is in lower case, first stands in `text`; npos where it doesn't.
+size_t FindIgnoringCase(string_view text, string_view word) {
+  const auto* const found = std::search(text.begin(), text.end(), word.begin(), word.end(),
+                                        [](char c, char wanted) { return LowerCase(c) == wanted; });
+  return found == text.end() ? string_view::npos : static_cast<size_t>(found - text.begin());
+}
+
+// The text from its `position`-th character on, counted from 1; empty where it is shorter.
+string_view FromCharacter(string_view text, size_t position) {
+  return text.substr(std::min(position - 1, text.size()));
+}
+
+// Blanks only: line breaks stay.
+string_view Trim(string_view text) {
+  const size_t first = text.find_first_not_of(' ');
+  if (first == string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+}  // namespace
+
+string WidenLineBreaks(string_view text) {
+  string wide;
+  wide.reserve(text.size());
+  for (const char c : text) {
+    if (c == '\n' && (wide.empty() || wide.back() != '\r')) wide += '\r';
+    wide += c;
+  }
+  return wide;
+}
+
+SizeReading ReadSize(string_view block) {
+  constexpr size_t kWidthDigits = 7;   // behind "width=" at the very start of the block
+  constexpr size_t kHeightLine = 12;   // behind "width=", three digits and a line break
+  constexpr size_t kHeightDigits = 8;  // behind "height="
+  SizeReading reading;
+  const size_t height = FindIgnoringCase(block, kHeightWord);
+  if (FindIgnoringCase(block, kWidthWord) != string_view::npos) {
+    const string_view upToHeight =
+        height == string_view::npos ? string_view() : block.substr(0, height);
+    reading.width = string(FromCharacter(upToHeight, kWidthDigits));
+  }
+  if (height != string_view::npos) {
+    string digits(FromCharacter(Trim(FromCharacter(block, kHeightLine)), kHeightDigits));
+    // A width of four digits leaves one character more, the equals sign of "height=".
+    reading.usedUp = digits.starts_with('=');
+    if (reading.usedUp) std::erase(digits, '=');
+    reading.height = std::move(digits);
+  }
+  return reading;
+}
+
+std::optional<string> DurationReading::Append(string_view block) {
+  constexpr size_t kTextLength = 18;  // the word, a blank and "hh:mm:ss"
+  constexpr size_t kValueStart = 10;  // behind the colon
+  if (found_) {
+    kept_ += block.substr(0, kTextLength - kept_.size());
+  } else {
+    kept_ += block;
+    const size_t word = FindIgnoringCase(kept_, kDurationWord);
+    found_ = word != string_view::npos;
+    if (found_) {
+      kept_ = kept_.substr(word, kTextLength);
+    } else {
+      kept_.erase(0, kept_.size() - std::min(kept_.size(), kDurationWord.size() - 1));
+    }
+  }
+  if (!found_) return std::nullopt;
+  return string(Trim(FromCharacter(kept_, kValueStart)));
+}
+
+}  // namespace kelvane
