@@ -11,7 +11,20 @@ namespace {
 constexpr int kGroupDigits = 3;
 
 // Blanks, tabs and line breaks, the characters that may stand round a number.
-QString WithoutSpaceRound(const QString& text) { return text.trimmed(); }
+QString WithoutSpaceRound(const QString& text) {
+  return text.trimmed();
+}
+
+std::optional<double> NumberFromText(const QString& text) {
+  const QLocale locale;
+  QString plain = WithoutSpaceRound(text);
+  plain.remove(locale.groupSeparator());
+  plain.replace(locale.decimalPoint(), QStringLiteral("."));
+  bool converts = false;
+  const double number = plain.toDouble(&converts);
+  if (!converts || !std::isfinite(number)) return std::nullopt;
+  return number;
+}
 
 template <typename Integer>
 std::optional<Integer> ToInteger(double number) {
@@ -47,7 +60,7 @@ QString FormatGrouped(double number) {
 }
 
 QString FormatGroupedText(const QString& text) {
-  const std::optional<float> number = SingleFromText(text);
+  const std::optional<double> number = NumberFromText(text);
   return number ? FormatGrouped(*number) : text;
 }
 
@@ -55,7 +68,11 @@ QString FormatTwoDecimals(double number) {
   constexpr int kDecimals = 2;
   constexpr int kLeastLength = 5;
   constexpr double kHundredths = 100;
-  const double rounded = std::round(std::abs(number) * kHundredths) / kHundredths;
+  constexpr int kReliableDigits = 15;
+  // 0.285 is a half-way case to the reader, though what is stored lies a little below it.
+  const double hundredths =
+      QString::number(std::abs(number) * kHundredths, 'g', kReliableDigits).toDouble();
+  const double rounded = std::round(hundredths) / kHundredths;
   QString digits = QString::number(rounded, 'f', kDecimals);
   digits = digits.rightJustified(kLeastLength, QLatin1Char('0'));
   digits.replace(QLatin1Char('.'), QLocale().decimalPoint());
@@ -63,14 +80,9 @@ QString FormatTwoDecimals(double number) {
 }
 
 std::optional<float> SingleFromText(const QString& text) {
-  const QLocale locale;
-  QString plain = WithoutSpaceRound(text);
-  plain.remove(locale.groupSeparator());
-  plain.replace(locale.decimalPoint(), QStringLiteral("."));
-  bool converts = false;
-  const float number = plain.toFloat(&converts);
-  if (!converts || !std::isfinite(number)) return std::nullopt;
-  return number;
+  const std::optional<double> number = NumberFromText(text);
+  if (!number || std::abs(*number) > std::numeric_limits<float>::max()) return std::nullopt;
+  return static_cast<float>(*number);
 }
 
 std::optional<int> SecondsFromTimeText(const QString& text) {
@@ -85,8 +97,12 @@ std::optional<int> SecondsFromTimeText(const QString& text) {
   return (*hours * kSixty + *minutes) * kSixty + *seconds;
 }
 
-std::optional<std::int16_t> ToInteger16(double number) { return ToInteger<std::int16_t>(number); }
+std::optional<std::int16_t> ToInteger16(double number) {
+  return ToInteger<std::int16_t>(number);
+}
 
-std::optional<std::int32_t> ToInteger32(double number) { return ToInteger<std::int32_t>(number); }
+std::optional<std::int32_t> ToInteger32(double number) {
+  return ToInteger<std::int32_t>(number);
+}
 
 }  // namespace kelvane

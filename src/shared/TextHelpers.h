@@ -15,7 +15,8 @@ QString FormatGrouped(double number);
 // The same for a text that converts to a number; any other text as it stands.
 QString FormatGroupedText(const QString& text);
 
-// Two digits at least before the decimal separator, and two behind it: 4.5 is "04.50".
+// Two digits at least before the decimal separator, and two behind it: 4.5 is "04.50". Rounded,
+// half away from zero.
 QString FormatTwoDecimals(double number);
 
 // The number that a text stands for. Blanks, tabs and line breaks round it and group separators in

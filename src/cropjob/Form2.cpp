@@ -1,0 +1,117 @@
+#include "cropjob/Form2.h"
+
+#include <algorithm>
+#include <exception>
+#include <limits>
+
+#include "cropjob/Form2_Design.h"
+#include "media/CommandLines.h"
+#include "media/Module1.h"
+#include "platform/App.h"
+#include "platform/MsgBox.h"
+#include "shared/SharedValues.h"
+#include "shared/TextHelpers.h"
+
+namespace kelvane {
+namespace {
+
+constexpr std::int16_t kStartTick = 2;
+constexpr float kWindowHeight = 2400;  // twips
+
+// The "hh:mm:ss" behind the word in the tool's statistics, of which a block may hold no more than the
+// beginning: "size=    1024kB time=00:00:10.00 bitrate= 838.9kbits/s speed=2.0x". The word stands in
+// other lines as well, with anything behind it.
+QString TimeText(const QString& block) {
+  constexpr qsizetype kOffset = 5;
+  constexpr qsizetype kLength = 8;
+  const qsizetype word = block.indexOf(QLatin1String("time"), 0, Qt::CaseInsensitive);
+  return word < 0 ? QString() : block.mid(word + kOffset, kLength);
+}
+
+}  // namespace
+
+Form2::Form2(MainWindow& mainWindow) : Form(kForm2, kForm2Controls), mainWindow_(mainWindow) {
+  WireEvents();
+}
+
+void Form2::WireEvents() {
+  Timer1.Tick = [this] { Timer1_Timer(); };
+  Label2.MouseUp = [this](const MouseEvent& event) { Label2_MouseUp(event); };
+  Label2.MouseMove = [this](const MouseEvent& event) { Label2_MouseMove(event); };
+}
+
+void Form2::Form_Load() {
+  objDOS = std::make_unique<DOSOutputs>();
+  pbar.SetColours(kGrey, kProgressBack);
+  setWindowIcon(mainWindow_.Icon());
+  setHeight(kWindowHeight);
+
+  // A duration that is no time, or none, leaves the bar's range at 100.
+  if (const std::optional<int> duration = SecondsFromTimeText(VideoDuration)) {
+    pbar.setMax(static_cast<float>(*duration));
+  }
+  pbar.setMin(0);
+  pbar.setValue(0);
+  ProgressBar& mainBar = mainWindow_.JobProgress();
+  mainBar.setMax(pbar.Max());
+  mainBar.setMin(0);
+  mainBar.setValue(0);
+
+  Label1(1).setCaption(OutputPath);
+  TimerTicks = 0;
+  Timer1.setEnabled(true);
+  Label3.setBackColor(kDark);
+}
+
+void Form2::Timer1_Timer() {
+  if (TimerTicks < std::numeric_limits<std::int16_t>::max()) ++TimerTicks;
+  if (TimerTicks != kStartTick) return;
+  Label1(2).setCaption(QStringLiteral("Progress: 000 % Complete: Status: Starting..."));
+  CropVideo();
+  Timer1.setEnabled(false);
+}
+
+void Form2::CropVideo() {
+  try {
+    Label1(2).setCaption(QStringLiteral("Progress: 00.00 % Complete: Status: Cropping..."));
+    setMousePointer(MousePointer::kHourglass);
+    objDOS->ReceiveOutputs = [this](const std::string& block) { objDOS_ReceiveOutputs(block); };
+    objDOS->setCommandLine(CropCommandLine(
+        ToolsFolder(App::Path()), mainWindow_.ShownVideo().toLocal8Bit().toStdString(),
+        CropFilter.toStdString(), OutputPath.toLocal8Bit().toStdString()));
+    objDOS->ExecuteCommand();
+    setMousePointer(MousePointer::kDefault);
+    Label1(2).setCaption(QStringLiteral("Progress: 100 % Complete: Status: Cropping Successful"));
+  } catch (const std::exception&) {
+    MsgBox(QStringLiteral("An Error Occurred trying to crop the Video."));
+  }
+  objDOS.reset();
+}
+
+void Form2::objDOS_ReceiveOutputs(const std::string& CommandOutputs) {
+  const QString block = QString::fromLocal8Bit(CommandOutputs);
+  DoEvents();
+  const QString time = TimeText(block);
+  if (time.isEmpty()) return;
+
+  // The figure is that of the value before this update.
+  const float old = pbar.Value();
+  const float top = pbar.Max();
+  if (const std::optional<int> seconds = SecondsFromTimeText(time)) {
+    pbar.setValue(static_cast<float>(*seconds));
+  }
+  const QString percent = FormatTwoDecimals(old / (top / 100));
+  Label1(2).setCaption(
+      QStringLiteral("Progress: %1% Complete: Status: Cropping Video").arg(percent));
+  mainWindow_.JobProgress().setValue(pbar.Value());
+  mainWindow_.SetTitle(MainWindowMinimised ? QStringLiteral("Crop: %1%").arg(percent)
+                                           : QStringLiteral("Kelvane"));
+}
+
+void Form2::Label2_MouseUp(const MouseEvent& /*event*/) { Unload(); }
+
+void Form2::Label2_MouseMove(const MouseEvent& /*event*/) { Label3.setBackColor(kBlack); }
+
+void Form2::Form_MouseMove(const MouseEvent& /*event*/) { Label3.setBackColor(kDark); }
+
+}  // namespace kelvane

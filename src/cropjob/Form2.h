@@ -1,0 +1,50 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "cropjob/MainWindow.h"
+#include "media/DOSOutputs.h"
+#include "platform/ControlArray.h"
+#include "platform/Form.h"
+#include "platform/Label.h"
+#include "platform/ProgressBar.h"
+#include "platform/Timer.h"
+
+namespace kelvane {
+
+// "Saving Video": runs one crop and shows how far it has come. Begins by itself, two ticks of its timer
+// after its load, and says that the job succeeded when the tool's text ends, whatever the tool did.
+//
+// The job runs inside a tick of Timer1. A window that is cancelled meanwhile leaves the tool to run to
+// its end and goes on feeding the main window's bar.
+class Form2 : public Form {
+  Q_OBJECT
+ public:
+  // `mainWindow` must outlive the form.
+  explicit Form2(MainWindow& mainWindow);
+
+ protected:
+  void Form_Load() override;
+  void Form_MouseMove(const MouseEvent& event) override;
+
+ private:
+  void WireEvents();
+  void Timer1_Timer();
+  void CropVideo();
+  void objDOS_ReceiveOutputs(const std::string& CommandOutputs);
+  void Label2_MouseUp(const MouseEvent& event);
+  void Label2_MouseMove(const MouseEvent& event);
+
+  MainWindow& mainWindow_;
+  std::unique_ptr<DOSOutputs> objDOS;
+  std::int16_t TimerTicks = 0;
+
+  ControlArray<Label> Label1{*this, "Label1"};
+  Label& Label2 = Find<Label>("Label2");
+  Label& Label3 = Find<Label>("Label3");
+  ProgressBar& pbar = Find<ProgressBar>("pbar");
+  Timer Timer1{*this, "Timer1", 1000};
+};
+
+}  // namespace kelvane

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QApplication>
+#include <QString>
+#include <memory>
+#include <string>
+
+namespace kelvane {
+
+// The application object: made first of all, and once. Takes nothing from the command line.
+class App {
+ public:
+  // `programName` is the program's name as the window system shall know it.
+  explicit App(const char* programName);
+  ~App();
+  App(const App&) = delete;
+  App& operator=(const App&) = delete;
+
+  // Runs the message loop until the last form is unloaded; returns the program's exit status.
+  int Run();
+
+  // The program's own folder, without a closing separator, in the system's narrow encoding. The media
+  // tools lie there.
+  static const std::string& Path();
+  // Gives the tools another folder: for a test that brings its own.
+  static void setPath(const std::string& path);
+
+  // The title of message boxes that have none of their own.
+  static QString Title();
+
+  // Hands a web page to the system; whether somebody shows it isn't looked at.
+  static void OpenWebPage(const QString& address);
+
+ private:
+  std::string name_;
+  char* arguments_[2];
+  int argumentCount_ = 1;
+  std::unique_ptr<QApplication> application_;
+};
+
+// Serves the pending events of all windows and returns. Nothing else in the program does so.
+void DoEvents();
+
+}  // namespace kelvane

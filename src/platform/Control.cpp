@@ -1,0 +1,148 @@
+#include "platform/Control.h"
+
+#include <QMouseEvent>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/Container.h"
+#include "platform/HandlerScope.h"
+
+namespace kelvane {
+namespace {
+
+int WholePixels(float pixels) {
+  constexpr float kFarthest = QWIDGETSIZE_MAX;
+  return static_cast<int>(std::lround(std::clamp(pixels, -kFarthest, kFarthest)));
+}
+
+int ButtonsOf(Qt::MouseButtons buttons) {
+  int sum = kNoButton;
+  if (buttons.testFlag(Qt::LeftButton)) sum += kLeftButton;
+  if (buttons.testFlag(Qt::RightButton)) sum += kRightButton;
+  if (buttons.testFlag(Qt::MiddleButton)) sum += kMiddleButton;
+  return sum;
+}
+
+int ShiftOf(Qt::KeyboardModifiers modifiers) {
+  constexpr int kShift = 1;
+  constexpr int kCtrl = 2;
+  constexpr int kAlt = 4;
+  int sum = 0;
+  if (modifiers.testFlag(Qt::ShiftModifier)) sum += kShift;
+  if (modifiers.testFlag(Qt::ControlModifier)) sum += kCtrl;
+  if (modifiers.testFlag(Qt::AltModifier)) sum += kAlt;
+  return sum;
+}
+
+// "Label14(3)" is 3; "pbar" is -1.
+int IndexOf(const QString& name) {
+  const qsizetype open = name.indexOf(QLatin1Char('('));
+  return open < 0 ? -1 : name.mid(open + 1, name.size() - open - 2).toInt();
+}
+
+}  // namespace
+
+QCursor CursorOf(MousePointer pointer) {
+  switch (pointer) {
+    case MousePointer::kSizeNorthSouth:
+      return Qt::SizeVerCursor;
+    case MousePointer::kSizeWestEast:
+      return Qt::SizeHorCursor;
+    case MousePointer::kHourglass:
+      return Qt::WaitCursor;
+    case MousePointer::kDefault:
+    case MousePointer::kArrow:
+      break;
+  }
+  return Qt::ArrowCursor;
+}
+
+Control::Control(Container* container, const QString& name)
+    : QWidget(container), container_(container), index_(IndexOf(name)) {
+  setObjectName(name);
+  setMouseTracking(true);
+}
+
+void Control::setLeft(float left) {
+  if (!std::isfinite(left)) return;
+  left_ = left;
+  Place();
+}
+
+void Control::setTop(float top) {
+  if (!std::isfinite(top)) return;
+  top_ = top;
+  Place();
+}
+
+void Control::setWidth(float width) {
+  if (!std::isfinite(width) || width < 0) return;
+  width_ = width;
+  Place();
+}
+
+void Control::setHeight(float height) {
+  if (!std::isfinite(height) || height < 0) return;
+  height_ = height;
+  Place();
+}
+
+void Control::Place() {
+  const float scale = container_->PixelsPerUnit();
+  const QSize before = size();
+  const QPoint corner(WholePixels(left_ * scale), WholePixels(top_ * scale));
+  setGeometry(QRect(container_->ContentOrigin() + corner,
+                    QSize(WholePixels(width_ * scale), WholePixels(height_ * scale))));
+  if (size() != before) SizeChanged();
+}
+
+float Control::MousePixelsPerUnit() const { return container_->PixelsPerUnit(); }
+
+void Control::FillWith(QWidget* stockWidget) {
+  stockWidget_ = stockWidget;
+  stockWidget_->setParent(this);
+  stockWidget_->setGeometry(rect());
+}
+
+void Control::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  if (stockWidget_ != nullptr) stockWidget_->setGeometry(rect());
+}
+
+// The place in the control is worked out from the place on the screen now: the control may have been
+// moved under the pointer since the event was sent.
+MouseEvent Control::Arguments(const QMouseEvent& event, int button) const {
+  const QPointF place = mapFromGlobal(event.globalPosition());
+  const float scale = MousePixelsPerUnit();
+  return {.Index = index_,
+          .Button = button,
+          .Shift = ShiftOf(event.modifiers()),
+          .X = static_cast<float>(place.x()) / scale,
+          .Y = static_cast<float>(place.y()) / scale};
+}
+
+void Control::mousePressEvent(QMouseEvent* event) {
+  event->accept();
+  Raise(this, MouseDown, Arguments(*event, ButtonsOf(event->button())));
+}
+
+void Control::mouseMoveEvent(QMouseEvent* event) {
+  event->accept();
+  Raise(this, MouseMove, Arguments(*event, ButtonsOf(event->buttons())));
+}
+
+void Control::mouseReleaseEvent(QMouseEvent* event) {
+  event->accept();
+  Raise(this, MouseUp, Arguments(*event, ButtonsOf(event->button())));
+}
+
+void Control::mouseDoubleClickEvent(QMouseEvent* event) {
+  event->accept();
+  Raise(this, DblClick, Arguments(*event, ButtonsOf(event->button())));
+}
+
+void Control::wheelEvent(QWheelEvent* event) { event->accept(); }
+
+void Control::contextMenuEvent(QContextMenuEvent* event) { event->accept(); }
+
+}  // namespace kelvane

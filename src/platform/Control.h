@@ -1,0 +1,95 @@
+#pragma once
+
+#include <QWidget>
+#include <functional>
+
+namespace kelvane {
+
+class Container;
+
+// Mouse buttons of an event: the one that caused a press or release, the sum of those held in a move.
+enum MouseButtons : int { kNoButton = 0, kLeftButton = 1, kRightButton = 2, kMiddleButton = 4 };
+
+struct MouseEvent {
+  int Index;   // of the control in its array; -1 for a control that is in none
+  int Button;  // MouseButtons
+  int Shift;   // 1 Shift, 2 Ctrl, 4 Alt, summed
+  float X;     // relative to the control, in its scale unit
+  float Y;
+};
+
+// Pointer shapes, by the numbers of the MousePointer property.
+enum class MousePointer : int {
+  kDefault = 0,
+  kArrow = 1,
+  kSizeNorthSouth = 7,
+  kSizeWestEast = 9,
+  kHourglass = 11
+};
+QCursor CursorOf(MousePointer pointer);
+
+// The base of all controls of a form: a place in its container, in the container's scale unit, and
+// the mouse. Belongs to the user-interface thread and to its container.
+//
+// The object name is the control's name in the design with the index of a control array:
+// "Label14(3)".
+class Control : public QWidget {
+  Q_OBJECT
+ public:
+  // A null container is for a window's own area alone.
+  Control(Container* container, const QString& name);
+
+  int Index() const { return index_; }
+
+  // Single precision, and read back as assigned; only the widget on the screen is rounded to whole
+  // pixels. A negative or undefined width or height is refused: the control keeps its last size.
+  float Left() const { return left_; }
+  float Top() const { return top_; }
+  float Width() const { return width_; }
+  float Height() const { return height_; }
+  void setLeft(float left);
+  void setTop(float top);
+  void setWidth(float width);
+  void setHeight(float height);
+
+  bool Visible() const { return !isHidden(); }
+  void setMousePointer(MousePointer pointer) { setCursor(CursorOf(pointer)); }
+
+  // Every control tracks the mouse without a button, and none of its events travels on to its
+  // container. A double-click brings press, release, double-click, release.
+  std::function<void(const MouseEvent&)> MouseDown;
+  std::function<void(const MouseEvent&)> MouseMove;
+  std::function<void(const MouseEvent&)> MouseUp;
+  std::function<void(const MouseEvent&)> DblClick;
+
+ protected:
+  // Called when an assignment has changed the widget's size on the screen, before it returns.
+  virtual void SizeChanged() {}
+  // Pixels to the unit of X and Y.
+  virtual float MousePixelsPerUnit() const;
+  // Makes a stock widget of the toolkit the whole inside of this control.
+  void FillWith(QWidget* stockWidget);
+
+  void resizeEvent(QResizeEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+
+ private:
+  friend class Container;  // places its controls anew
+  void Place();
+  MouseEvent Arguments(const QMouseEvent& event, int button) const;
+
+  Container* container_;
+  QWidget* stockWidget_ = nullptr;
+  int index_ = -1;
+  float left_ = 0;
+  float top_ = 0;
+  float width_ = 0;
+  float height_ = 0;
+};
+
+}  // namespace kelvane

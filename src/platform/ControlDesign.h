@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QColor>
+#include <optional>
+
+#include "platform/Control.h"
+
+// A window's design as data: what stands where, front to back.
+namespace kelvane {
+
+enum class ControlClass {
+  kCommandButton,
+  kHScrollBar,
+  kLabel,
+  kLine,
+  kPictureBox,
+  kProgressBar,
+  kShape,
+  kSlider,
+  kTextBox,
+  kVScrollBar,
+  kWindowsMediaPlayer
+};
+
+// In twips, relative to the container.
+struct DesignPlace {
+  float left;
+  float top;
+  float width;
+  float height;
+};
+
+struct ControlDesign {
+  const char* name;  // with the index of a control array: "Label14(3)"
+  ControlClass controlClass;
+  DesignPlace place;
+  const char* caption = "";    // or a text box's text
+  const char* container = "";  // the name of a box further up in the list; the form itself if empty
+  bool visible = true;
+  std::optional<QRgb> color = {};  // back colour; of shapes and lines, their own
+  bool centred = false;            // a label's caption
+  bool bordered = false;           // a picture box
+  bool twips = false;              // a picture box's scale unit; pixels if not
+  int borderWidth = 1;             // a shape's, in pixels
+  MousePointer pointer = MousePointer::kDefault;
+};
+
+struct MenuDesign {
+  const char* name;
+  const char* caption;
+  const char* title = "";  // the name of the title that the item stands under; empty for a title
+  bool visible = true;
+};
+
+}  // namespace kelvane

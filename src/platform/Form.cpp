@@ -1,0 +1,155 @@
+#include "platform/Form.h"
+
+#include <QCloseEvent>
+#include <QCoreApplication>
+#include <QMenuBar>
+#include <QWindow>
+#include <cmath>
+
+#include "platform/HandlerScope.h"
+#include "platform/Timer.h"
+
+namespace kelvane {
+namespace {
+
+int loadedForms = 0;
+
+int PixelsOfTwips(float twips) { return static_cast<int>(std::lround(twips / kTwipsPerPixel)); }
+
+// A size in twips as it was assigned, unless the window's size in pixels is no longer that.
+float AsAssigned(float twips, int pixels) {
+  return PixelsOfTwips(twips) == pixels ? twips : static_cast<float>(pixels) * kTwipsPerPixel;
+}
+
+}  // namespace
+
+Form::Form(const FormDesign& design, std::span<const ControlDesign> controls,
+           std::span<const MenuDesign> menus)
+    : area_(new Container(this, design.scale)), border_(design.border) {
+  setObjectName(QLatin1String(design.name));
+  setCaption(QLatin1String(design.caption));
+  if (border_ == BorderStyle::kFixedDialog) {
+    setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
+                   Qt::WindowCloseButtonHint | Qt::MSWindowsFixedSizeDialogHint);
+  }
+  BuildMenus(menus);
+  BuildControls(design, controls);
+  area_->MouseMove = [this](const MouseEvent& event) { Form_MouseMove(event); };
+
+  const int width = PixelsOfTwips(design.clientWidth);
+  const int barHeight = menuBar_ == nullptr ? 0 : menuBar_->heightForWidth(width);
+  ResizeTo(QSize(width, PixelsOfTwips(design.clientHeight) + barHeight));
+}
+
+Form::~Form() {
+  if (loaded_) --loadedForms;
+}
+
+void Form::Load() {
+  if (loaded_) return;
+  loaded_ = true;
+  ++loadedForms;
+  const HandlerScope scope(this);
+  Form_Load();
+}
+
+void Form::Show(Form* owner) {
+  if (owner != nullptr) {
+    winId();  // makes the window handles
+    owner->winId();
+    windowHandle()->setTransientParent(owner->windowHandle());
+  }
+  show();
+  raise();
+  activateWindow();
+}
+
+void Form::Unload() {
+  if (!loaded_) return;
+  const HandlerScope scope(this);
+  Form_QueryUnload();
+  Form_Unload();
+  loaded_ = false;
+  for (Timer* timer : findChildren<Timer*>()) timer->setEnabled(false);
+  hide();
+  --loadedForms;
+  if (loadedForms == 0) QCoreApplication::quit();
+}
+
+void Form::DeleteIfIdle() {
+  if (dropWhenUnloaded_ && !loaded_ && handlers_ == 0) deleteLater();
+}
+
+float Form::Width() const { return AsAssigned(width_, width()); }
+
+float Form::Height() const { return AsAssigned(height_, height()); }
+
+void Form::setWidth(float width) {
+  if (!(width >= 0)) return;
+  width_ = width;
+  ResizeTo(QSize(PixelsOfTwips(width), height()));
+}
+
+void Form::setHeight(float height) {
+  if (!(height >= 0)) return;
+  height_ = height;
+  ResizeTo(QSize(width(), PixelsOfTwips(height)));
+}
+
+float Form::ScaleWidth() const {
+  return static_cast<float>(area_->width()) / area_->PixelsPerUnit();
+}
+
+float Form::ScaleHeight() const {
+  return static_cast<float>(area_->height()) / area_->PixelsPerUnit();
+}
+
+WindowState Form::State() const {
+  if (isMinimized()) return WindowState::kMinimised;
+  return isMaximized() ? WindowState::kMaximised : WindowState::kNormal;
+}
+
+void Form::ResizeTo(QSize size) {
+  const QSize before = this->size();
+  if (border_ == BorderStyle::kFixedDialog) {
+    setFixedSize(size);
+  } else {
+    resize(size);
+  }
+  // The toolkit holds back the events of a window that isn't on the screen.
+  if (isVisible() || this->size() == before) return;
+  LayOutArea();
+  RaiseResize();
+}
+
+void Form::LayOutArea() {
+  const int barHeight = menuBar_ == nullptr ? 0 : menuBar_->heightForWidth(width());
+  if (menuBar_ != nullptr) menuBar_->setGeometry(0, 0, width(), barHeight);
+  area_->setGeometry(0, barHeight, width(), std::max(0, height() - barHeight));
+}
+
+void Form::RaiseResize() {
+  if (!loaded_) return;
+  const HandlerScope scope(this);
+  Form_Resize();
+}
+
+void Form::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  LayOutArea();
+  RaiseResize();
+}
+
+void Form::changeEvent(QEvent* event) {
+  QWidget::changeEvent(event);
+  if (event->type() != QEvent::WindowStateChange || isMinimized() == minimised_) return;
+  minimised_ = isMinimized();
+  RaiseResize();
+}
+
+void Form::closeEvent(QCloseEvent* event) {
+  Unload();
+  event->accept();
+}
+
+}  // namespace kelvane

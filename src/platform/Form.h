@@ -1,0 +1,133 @@
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+#include <span>
+
+#include "platform/Container.h"
+#include "platform/ControlDesign.h"
+
+class QMenuBar;
+
+namespace kelvane {
+
+class Menu;
+
+enum class WindowState { kNormal = 0, kMinimised = 1, kMaximised = 2 };
+enum class BorderStyle { kSizable = 2, kFixedDialog = 3 };
+
+struct FormDesign {
+  const char* name;
+  const char* caption;
+  float clientWidth;  // twips
+  float clientHeight;
+  QRgb backColor;
+  QRgb labelColor;  // of the text of its labels
+  ScaleMode scale;
+  BorderStyle border = BorderStyle::kSizable;
+};
+
+// A window. Lives by Load, Show, Unload: Load runs Form_Load and shows nothing; Unload, which closing
+// the window also is, runs Form_QueryUnload and Form_Unload, stops the window's timers and hides it.
+// The program ends when its last loaded form has been unloaded and every handler has returned.
+//
+// Belongs to the user-interface thread.
+class Form : public QWidget {
+  Q_OBJECT
+ public:
+  Form(const FormDesign& design, std::span<const ControlDesign> controls,
+       std::span<const MenuDesign> menus = {});
+  ~Form() override;
+
+  // Loading a loaded form does nothing.
+  void Load();
+  bool Loaded() const { return loaded_; }
+  // Brings the window up, modeless; in front of `owner` if there is one.
+  void Show(Form* owner = nullptr);
+  void Unload();
+  // From now on unloading also deletes the form, once no handler of it is on the stack.
+  void DropWhenUnloaded() { dropWhenUnloaded_ = true; }
+
+  // Of the window with its menu bar, in twips, without what a window manager draws round it.
+  float Width() const;
+  float Height() const;
+  void setWidth(float width);
+  void setHeight(float height);
+
+  // Of the area under the menu bar, in the form's scale unit.
+  float ScaleWidth() const;
+  float ScaleHeight() const;
+
+  WindowState State() const;
+  QString Caption() const { return windowTitle(); }
+  void setCaption(const QString& caption) { setWindowTitle(caption); }
+  void setMousePointer(MousePointer pointer) { setCursor(CursorOf(pointer)); }
+
+  // The control, menu or timer of that name, which must be one of the design's.
+  template <class Kind>
+  Kind& Find(const QString& name) const {
+    Kind* found = findChild<Kind*>(name);
+    Q_ASSERT(found != nullptr);
+    return *found;
+  }
+
+ protected:
+  virtual void Form_Load() {}
+  virtual void Form_Resize() {}
+  virtual void Form_MouseMove(const MouseEvent& /*event*/) {}
+  virtual void Form_QueryUnload() {}
+  virtual void Form_Unload() {}
+
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  friend class HandlerScope;
+
+  void BuildMenus(std::span<const MenuDesign> menus);
+  void BuildControls(const FormDesign& form, std::span<const ControlDesign> controls);
+  void ResizeTo(QSize size);
+  void LayOutArea();
+  void RaiseResize();
+  void DeleteIfIdle();
+
+  Container* area_;
+  QMenuBar* menuBar_ = nullptr;
+  BorderStyle border_;
+  float width_ = 0;  // twips, as assigned
+  float height_ = 0;
+  int handlers_ = 0;  // on the stack
+  bool loaded_ = false;
+  bool dropWhenUnloaded_ = false;
+  bool minimised_ = false;
+};
+
+// The one instance that a window class has at a time: made when it is loaded, dropped when it has been
+// unloaded.
+template <class FormClass>
+class FormInstance {
+ public:
+  ~FormInstance() { delete form_; }
+
+  // Makes and loads the form if none is loaded. `arguments` go to its constructor.
+  template <class... Arguments>
+  FormClass& Load(Arguments&&... arguments) {
+    if (!Loaded()) {
+      form_ = new FormClass(std::forward<Arguments>(arguments)...);
+      form_->DropWhenUnloaded();
+      form_->Load();
+    }
+    return *form_;
+  }
+  bool Loaded() const { return form_ != nullptr && form_->Loaded(); }
+  bool Visible() const { return Loaded() && form_->isVisible(); }
+  void Unload() {
+    if (Loaded()) form_->Unload();
+  }
+
+ private:
+  QPointer<FormClass> form_;
+};
+
+}  // namespace kelvane

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <optional>
+
+#include "platform/Control.h"
+
+namespace kelvane {
+
+// A line of text, at the top of its place. Transparent unless it has a back colour of its own. A
+// caption that is wider than the label is set tighter, and where that isn't enough, shortened in its
+// middle; Caption reads back whole.
+class Label : public Control {
+  Q_OBJECT
+ public:
+  Label(Container* container, const QString& name);
+
+  const QString& Caption() const { return caption_; }
+  void setCaption(const QString& caption);
+
+  // Unset while the label is transparent.
+  std::optional<QRgb> BackColor() const { return backColor_; }
+  void setBackColor(QRgb color);
+
+  QRgb ForeColor() const { return foreColor_; }
+  void setForeColor(QRgb color);
+
+  Qt::Alignment Alignment() const { return alignment_; }
+  void setAlignment(Qt::Alignment alignment);
+
+  // Raised when the caption has changed, before the assignment returns.
+  std::function<void(int Index)> Change;
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QString caption_;
+  std::optional<QRgb> backColor_;
+  QRgb foreColor_ = 0;
+  Qt::Alignment alignment_ = Qt::AlignLeft;
+};
+
+}  // namespace kelvane

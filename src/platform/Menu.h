@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QObject>
+#include <functional>
+
+class QAction;
+class QMenu;
+class QMenuBar;
+
+namespace kelvane {
+
+// A title of the menu bar, or an item under one.
+class Menu : public QObject {
+  Q_OBJECT
+ public:
+  Menu(QMenuBar& bar, const QString& name, const QString& caption);
+  Menu(Menu& title, const QString& name, const QString& caption);
+
+  QString Caption() const;
+  bool Visible() const;
+  void setVisible(bool visible);
+
+  std::function<void()> Click;
+
+ private:
+  QMenu* menu_ = nullptr;  // of a title
+  QAction* action_;
+};
+
+}  // namespace kelvane

@@ -1,0 +1,34 @@
+#include "platform/MsgBox.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+#include "platform/App.h"
+
+namespace kelvane {
+
+MsgBoxResult MsgBox(const QString& text, int buttons, const QString& title) {
+  constexpr int kButtonSet = 0xF;
+  QMessageBox box(QApplication::activeWindow());
+  box.setWindowTitle(title.isEmpty() ? App::Title() : title);
+  box.setTextFormat(Qt::PlainText);
+  box.setText(text);
+  if ((buttons & kExclamation) != 0) box.setIcon(QMessageBox::Warning);
+  if ((buttons & kButtonSet) == kYesNoCancel) {
+    box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+  } else {
+    box.setStandardButtons(QMessageBox::Ok);
+  }
+  switch (box.exec()) {
+    case QMessageBox::Yes:
+      return MsgBoxResult::kYes;
+    case QMessageBox::No:
+      return MsgBoxResult::kNo;
+    case QMessageBox::Cancel:
+      return MsgBoxResult::kCancel;
+    default:
+      return MsgBoxResult::kOK;
+  }
+}
+
+}  // namespace kelvane

@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+namespace kelvane {
+
+// Which buttons and icon a message box has; sums of these.
+enum MsgBoxButtons : int { kOKOnly = 0, kYesNoCancel = 3, kExclamation = 48 };
+
+enum class MsgBoxResult { kOK = 1, kCancel = 2, kYes = 6, kNo = 7 };
+
+// Shows a message box in front of the active window and waits for the answer; closing the box is
+// Cancel where it has such a button. The title is the program's if none is given.
+MsgBoxResult MsgBox(const QString& text, int buttons = kOKOnly, const QString& title = {});
+
+}  // namespace kelvane

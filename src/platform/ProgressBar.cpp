@@ -1,0 +1,49 @@
+#include "platform/ProgressBar.h"
+
+#include <QProgressBar>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/Container.h"
+
+namespace kelvane {
+
+ProgressBar::ProgressBar(Container* container, const QString& name)
+    : Control(container, name), bar_(new QProgressBar(this)) {
+  bar_->setTextVisible(false);
+  FillWith(bar_);
+}
+
+void ProgressBar::setMin(float min) {
+  if (!(min < max_)) return;
+  min_ = min;
+  value_ = std::max(value_, min_);
+  ShowValue();
+}
+
+void ProgressBar::setMax(float max) {
+  if (!(max > min_) || !std::isfinite(max)) return;
+  max_ = max;
+  value_ = std::min(value_, max_);
+  ShowValue();
+}
+
+void ProgressBar::setValue(float value) {
+  if (!(value >= min_ && value <= max_)) return;
+  value_ = value;
+  ShowValue();
+}
+
+void ProgressBar::ShowValue() {
+  bar_->setRange(static_cast<int>(std::lround(min_)), static_cast<int>(std::lround(max_)));
+  bar_->setValue(static_cast<int>(std::lround(value_)));
+}
+
+void ProgressBar::SetColours(QRgb bar, QRgb back) {
+  bar_->setStyleSheet(
+      QStringLiteral("QProgressBar { border: none; background-color: %1; }"
+                     "QProgressBar::chunk { background-color: %2; }")
+          .arg(QColor(back).name(), QColor(bar).name()));
+}
+
+}  // namespace kelvane

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "platform/Control.h"
+
+class QProgressBar;
+
+namespace kelvane {
+
+// Range and value are single precision; what is on the screen is rounded to whole numbers. A value
+// outside the range, and an end of the range that doesn't leave it upwards of nothing, are refused:
+// the bar keeps what it has. A range that shrinks takes the value along.
+class ProgressBar : public Control {
+  Q_OBJECT
+ public:
+  ProgressBar(Container* container, const QString& name);
+
+  float Min() const { return min_; }
+  float Max() const { return max_; }
+  float Value() const { return value_; }
+  void setMin(float min);
+  void setMax(float max);
+  void setValue(float value);
+
+  void SetColours(QRgb bar, QRgb back);
+
+ private:
+  void ShowValue();
+
+  QProgressBar* bar_;
+  float min_ = 0;
+  float max_ = 100;
+  float value_ = 0;
+};
+
+}  // namespace kelvane

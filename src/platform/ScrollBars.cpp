@@ -1,0 +1,49 @@
+#include "platform/ScrollBars.h"
+
+#include <QScrollBar>
+
+#include "platform/Container.h"
+#include "platform/HandlerScope.h"
+
+namespace kelvane {
+
+ScrollBar::ScrollBar(Container* container, const QString& name, Qt::Orientation orientation)
+    : Control(container, name), bar_(new QScrollBar(orientation, this)) {
+  bar_->setRange(0, 0);
+  FillWith(bar_);
+  connect(bar_, &QScrollBar::valueChanged, this, &ScrollBar::ValueChanged);
+  connect(bar_, &QScrollBar::sliderReleased, this, &ScrollBar::ThumbReleased);
+}
+
+std::int16_t ScrollBar::Value() const { return static_cast<std::int16_t>(bar_->value()); }
+
+std::int16_t ScrollBar::Max() const { return static_cast<std::int16_t>(bar_->maximum()); }
+
+void ScrollBar::setValue(std::int16_t value) {
+  if (value < 0 || value > bar_->maximum()) return;
+  bar_->setValue(value);
+}
+
+void ScrollBar::setMax(std::int16_t max) {
+  if (max < 0) return;
+  bar_->setMaximum(max);
+}
+
+void ScrollBar::setLargeChange(std::int16_t step) { bar_->setPageStep(step); }
+
+void ScrollBar::ValueChanged() {
+  if (bar_->isSliderDown()) {
+    Raise(this, Scroll);
+    return;
+  }
+  settledValue_ = bar_->value();
+  Raise(this, Change);
+}
+
+void ScrollBar::ThumbReleased() {
+  if (bar_->value() == settledValue_) return;
+  settledValue_ = bar_->value();
+  Raise(this, Change);
+}
+
+}  // namespace kelvane

@@ -1,0 +1,54 @@
+#include "platform/TextBox.h"
+
+#include <QLineEdit>
+
+#include "platform/Colours.h"
+#include "platform/Container.h"
+#include "platform/HandlerScope.h"
+
+namespace kelvane {
+
+TextBox::TextBox(Container* container, const QString& name) : Control(container, name) {}
+
+void TextBox::setText(const QString& text) {
+  if (text == text_) return;
+  text_ = text;
+  TextChanged();
+}
+
+void TextBox::AppendText(const QString& more) {
+  if (more.isEmpty()) return;
+  text_ += more;
+  TextChanged();
+}
+
+void TextBox::TextChanged() {
+  if (line_ != nullptr) {
+    line_->setText(text_);
+    line_->setCursorPosition(0);
+  }
+  Raise(this, Change, Index());
+}
+
+void TextBox::showEvent(QShowEvent* event) {
+  Control::showEvent(event);
+  if (line_ == nullptr) MakeLine();
+}
+
+void TextBox::MakeLine() {
+  line_ = new QLineEdit(text_, this);
+  line_->setCursorPosition(0);
+  line_->setReadOnly(true);
+  line_->setFrame(false);
+  line_->setTextMargins(0, 0, 0, 0);
+  line_->setContextMenuPolicy(Qt::NoContextMenu);
+  line_->setFocusPolicy(Qt::ClickFocus);
+  QPalette colours = line_->palette();
+  colours.setColor(QPalette::Base, QColor(kDark));
+  colours.setColor(QPalette::Text, QColor(kLight));
+  line_->setPalette(colours);
+  FillWith(line_);
+  line_->show();
+}
+
+}  // namespace kelvane

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/Control.h"
+
+class QLineEdit;
+
+namespace kelvane {
+
+// A text that the user may read and copy, but not change. The box holds the text itself and shows it
+// in a line of the toolkit's only while it is visible, so that a hidden box takes a text of any length
+// and more of it at the cost of the addition alone.
+class TextBox : public Control {
+  Q_OBJECT
+ public:
+  TextBox(Container* container, const QString& name);
+
+  const QString& Text() const { return text_; }
+  void setText(const QString& text);
+  // Text = Text followed by `more`.
+  void AppendText(const QString& more);
+
+  // Raised when the text has changed, before the assignment returns.
+  std::function<void(int Index)> Change;
+
+ protected:
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  void TextChanged();
+  void MakeLine();
+
+  QString text_;
+  QLineEdit* line_ = nullptr;
+};
+
+}  // namespace kelvane

@@ -1,0 +1,28 @@
+#include "platform/Timer.h"
+
+#include "platform/Form.h"
+#include "platform/HandlerScope.h"
+
+namespace kelvane {
+
+Timer::Timer(Form& form, const char* name, int interval) : QObject(&form), interval_(interval) {
+  setObjectName(QLatin1String(name));
+}
+
+void Timer::setEnabled(bool enabled) {
+  if (enabled == Enabled()) return;
+  if (enabled) {
+    timer_.start(interval_, this);
+  } else {
+    timer_.stop();
+  }
+}
+
+// The toolkit holds back a timer's events while one of them is being handled. Starting the timer anew
+// lets them come at a DoEvents.
+void Timer::timerEvent(QTimerEvent* /*event*/) {
+  timer_.start(interval_, this);
+  Raise(this, Tick);
+}
+
+}  // namespace kelvane

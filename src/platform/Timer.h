@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QBasicTimer>
+#include <QObject>
+#include <functional>
+
+namespace kelvane {
+
+class Form;
+
+// Ticks on the user-interface thread while it is enabled and its form is loaded. A tick may come while
+// the handler of an earlier one is still running, at that handler's DoEvents; ticks that find nobody
+// pumping come once, late.
+class Timer : public QObject {
+  Q_OBJECT
+ public:
+  // `interval` in milliseconds.
+  Timer(Form& form, const char* name, int interval);
+
+  int Interval() const { return interval_; }
+  bool Enabled() const { return timer_.isActive(); }
+  void setEnabled(bool enabled);
+
+  std::function<void()> Tick;
+
+ protected:
+  void timerEvent(QTimerEvent* event) override;
+
+ private:
+  QBasicTimer timer_;
+  int interval_;
+};
+
+}  // namespace kelvane

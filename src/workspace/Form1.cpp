@@ -1,0 +1,65 @@
+#include "workspace/Form1.h"
+
+#include <QIcon>
+
+#include "platform/Menu.h"
+#include "workspace/Form1_Design.h"
+
+// Resources of a static library are taken in by name.
+static void TakeInIcons() { Q_INIT_RESOURCE(icons); }
+
+namespace kelvane {
+namespace {
+
+constexpr int kPageStep = 10;
+constexpr int kMostVolume = 100;
+constexpr int kMostBalance = 100;
+
+QIcon ProgramIcon() {
+  TakeInIcons();
+  QIcon icon;
+  for (const char* size : {"16", "32", "48", "128"}) {
+    icon.addFile(QStringLiteral(":/icons/kelvane-%1.png").arg(QLatin1String(size)));
+  }
+  return icon;
+}
+
+}  // namespace
+
+Form1::Form1() : Form(kForm1, kForm1Controls, kForm1Menus) {
+  setWindowIcon(ProgramIcon());
+  HScroll1.setLargeChange(kPageStep);
+  VScroll1.setLargeChange(kPageStep);
+  Slider2.SetRange(0, kMostVolume);
+  Slider3.SetRange(-kMostBalance, kMostBalance);
+  Timer3.setEnabled(true);
+  WireEvents();
+}
+
+Form1::~Form1() = default;
+
+void Form1::WireEvents() {
+  for (Label* label : Label1) label->Change = [this](int Index) { Label1_Change(Index); };
+  for (Label* label : Label14) {
+    label->MouseMove = [this](const MouseEvent& event) { Label14_MouseMove(event); };
+    label->MouseUp = [this](const MouseEvent& event) { Label14_MouseUp(event); };
+  }
+  for (PictureBox* box : Picture1) {
+    box->MouseMove = [this](const MouseEvent& event) { Picture1_MouseMove(event); };
+    box->Resize = [this](int Index) { Picture1_Resize(Index); };
+  }
+  for (TextBox* box : Text1) box->Change = [this](int Index) { Text1_Change(Index); };
+  for (CommandButton* button : Command1) {
+    button->Click = [this](int Index) { Command1_Click(Index); };
+  }
+  HScroll1.Change = [this] { HScroll1_Change(); };
+  HScroll1.Scroll = [this] { HScroll1_Change(); };
+  VScroll1.Change = [this] { VScroll1_Change(); };
+  VScroll1.Scroll = [this] { VScroll1_Change(); };
+  Timer2.Tick = [this] { Timer2_Timer(); };
+  Find<Menu>("mnu_openVideo").Click = [this] { mnu_openVideo_Click(); };
+  Find<Menu>("mnu_Updates").Click = [this] { mnu_Updates_Click(); };
+  Find<Menu>("mnu_PayPalwebsite").Click = [this] { mnu_PayPalwebsite_Click(); };
+}
+
+}  // namespace kelvane

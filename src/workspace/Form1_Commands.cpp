@@ -1,0 +1,115 @@
+// The commands: seven flat labels, a row of buttons that is never shown, and the menus.
+#include <exception>
+
+#include "media/CommandLines.h"
+#include "media/Module1.h"
+#include "platform/App.h"
+#include "platform/MsgBox.h"
+#include "shared/SharedValues.h"
+#include "workspace/Form1.h"
+#include "workspace/Module2.h"
+
+namespace kelvane {
+
+// Any mouse button fires a command.
+void Form1::Label14_MouseUp(const MouseEvent& event) {
+  if (event.Index == ResetMarkers) {
+    ResetBars();
+  } else {
+    Run(event.Index);
+  }
+}
+
+void Form1::Command1_Click(int Index) {
+  if (Index == StartFreshButton) {
+    AskToStartFresh();
+  } else {
+    Run(Index);
+  }
+}
+
+// What the two rows have in common.
+void Form1::Run(int command) {
+  switch (command) {
+    case LoadVideo:
+      mnu_openVideo_Click();
+      break;
+    case PauseVideo:
+      if (!Text1(1).Text().isEmpty()) TogglePause();
+      break;
+    case PreviewCroppedVideo:
+      BuildCropFilter();
+      PreviewCrop();
+      break;
+    case CropVideo:
+      StartCrop();
+      break;
+    default:
+      break;
+  }
+}
+
+// The hidden button's caption is the pause state; no other command touches it.
+void Form1::TogglePause() {
+  CommandButton& state = Command1(PauseVideo);
+  if (state.Caption() == QLatin1String("Pause")) {
+    state.setCaption(QStringLiteral("Paused"));
+  } else if (state.Caption() == QLatin1String("Paused")) {
+    state.setCaption(QStringLiteral("Pause"));
+  }
+}
+
+void Form1::BuildCropFilter() {
+  CropFilter = QString::fromStdString(CropFilterText(CropWidth, CropHeight, CropLeft, CropTop));
+}
+
+void Form1::PreviewCrop() {
+  try {
+    const std::shared_ptr<DOSOutputs> runner = NewRunner();
+    runner->setCommandLine(PreviewCommandLine(ToolsFolder(App::Path()),
+                                              Text1(1).Text().toLocal8Bit().toStdString(),
+                                              CropFilter.toStdString()));
+    runner->ExecuteCommand();
+  } catch (const std::exception&) {
+    MsgBox(QStringLiteral("An Error Occurred trying to create Video preview."));
+  }
+}
+
+// The job starts from the window's own timer.
+void Form1::StartCrop() {
+  CDialog.DialogTitle = QStringLiteral("Save Cropped Video As");
+  CDialog.FileName.clear();
+  CDialog.Filter =
+      QStringLiteral("MP4 Files (*.mp4)|*.mp4|AVI Files (*.avi)|*.avi|All Files (*.*)|*.*");
+  CDialog.FilterIndex = 1;
+  CDialog.ShowSave();
+  if (CDialog.FileName.isEmpty()) return;
+  OutputPath = CDialog.FileName;
+  BuildCropFilter();
+  form2_.Load(*this).Show(this);
+}
+
+void Form1::AskToStartFresh() {
+  switch (MsgBox(QStringLiteral("Are you sure that you want to start over again ?"),
+                 kYesNoCancel | kExclamation, QStringLiteral("Start Fresh"))) {
+    case MsgBoxResult::kYes:
+      ResetEverything(*this);
+      break;
+    case MsgBoxResult::kNo:
+      MsgBox(QStringLiteral("no change"));
+      break;
+    default:
+      MsgBox(QStringLiteral("cancel"));
+      break;
+  }
+}
+
+void Form1::mnu_Updates_Click() {
+  App::OpenWebPage(QStringLiteral("https://kelvane.example/updates"));
+}
+
+void Form1::mnu_PayPalwebsite_Click() {
+  App::OpenWebPage(QStringLiteral("https://kelvane.example/donate"));
+}
+
+}  // namespace kelvane

@@ -1,0 +1,95 @@
+// A video comes in: its path is put on show, and the probe tool says how large and how long it is.
+#include <QStandardPaths>
+#include <exception>
+
+#include "media/CommandLines.h"
+#include "media/Module1.h"
+#include "platform/App.h"
+#include "platform/MsgBox.h"
+#include "shared/SharedValues.h"
+#include "shared/TextHelpers.h"
+#include "workspace/Form1.h"
+
+namespace kelvane {
+namespace {
+
+QString ShortPathOf(const QString& file) {
+  const auto showError = [](const std::string& text, const std::string& title) {
+    MsgBox(QString::fromLocal8Bit(text), kExclamation, QString::fromLocal8Bit(title));
+  };
+  return QString::fromLocal8Bit(GetShortFileName(file.toLocal8Bit().toStdString(), showError));
+}
+
+}  // namespace
+
+// What stands before the dialog also stands after a cancelled one.
+void Form1::mnu_openVideo_Click() {
+  const QString desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
+  ProbeDimensionsDone = false;
+  Timer2.setEnabled(true);
+  CDialog.FileName.clear();
+  CDialog.Filter = QStringLiteral("*.*");
+  CDialog.InitDir = desktop;
+  CDialog.ShowOpen();
+  if (CDialog.FileName.isEmpty()) return;
+  Text1(1).setText(ShortPathOf(CDialog.FileName));
+  Picture1(CanvasBox).setVisible(true);
+}
+
+void Form1::Text1_Change(int Index) {
+  if (Index != 1) return;
+  VideoPath = Text1(1).Text();
+  GetVideoData();
+}
+
+void Form1::GetVideoData() {
+  try {
+    // A load that runs nested in this one lets go of objDOS; the run goes on with its own.
+    const std::shared_ptr<DOSOutputs> runner = NewRunner();
+    const std::string tools = ToolsFolder(App::Path());
+    if (!ProbeDimensionsDone) {
+      runner->setCommandLine(SizeProbeCommandLine(tools, VideoPath.toLocal8Bit().toStdString()));
+      runner->ExecuteCommand();
+    }
+    ProbeDimensionsDone = true;
+    runner->setCommandLine(DurationProbeCommandLine(tools, VideoPath.toLocal8Bit().toStdString()));
+    runner->ExecuteCommand();
+    objDOS.reset();
+  } catch (const std::exception&) {
+    MsgBox(QStringLiteral("An Error Occurred trying to get Video Dimensions."));
+  }
+}
+
+std::shared_ptr<DOSOutputs> Form1::NewRunner() {
+  objDOS = std::make_shared<DOSOutputs>();
+  objDOS->ReceiveOutputs = [this](const std::string& block) { objDOS_ReceiveOutputs(block); };
+  return objDOS;
+}
+
+// Reads whatever tool runs as the probe: the size first, and anything after that as text.
+void Form1::objDOS_ReceiveOutputs(const std::string& CommandOutputs) {
+  const QString block = QString::fromLocal8Bit(CommandOutputs);
+  if (!ProbeDimensionsDone) {
+    if (TakeSize(CommandOutputs)) return;
+    ProbeDimensionsDone = true;
+  }
+  DoEvents();
+  Text2.AppendText(block);
+  if (const std::optional<std::string> duration = durationReading_.Append(CommandOutputs)) {
+    VideoDuration = QString::fromLocal8Bit(*duration);
+  }
+}
+
+// True if the block has been used up, and the next one is to be read as a size as well.
+bool Form1::TakeSize(const std::string& block) {
+  const SizeReading size = ReadSize(WidenLineBreaks(block));
+  if (size.width) {
+    Label1(SourceWidth).setCaption(FormatGroupedText(QString::fromLocal8Bit(*size.width)));
+  }
+  if (size.height) {
+    Label1(SourceHeight).setCaption(FormatGroupedText(QString::fromLocal8Bit(*size.height)));
+  }
+  return size.usedUp;
+}
+
+}  // namespace kelvane

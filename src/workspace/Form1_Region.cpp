@@ -1,0 +1,52 @@
+// The region is what the marker bars say: measured at each tick, never computed from anything else.
+#include "shared/SharedValues.h"
+#include "shared/TextHelpers.h"
+#include "workspace/Form1.h"
+
+namespace kelvane {
+namespace {
+
+void TakeWhole(std::int32_t& value, float number) {
+  if (const auto whole = ToInteger32(number)) value = *whole;
+}
+
+}  // namespace
+
+void Form1::Timer2_Timer() {
+  Label1(RegionLeft).setCaption(FormatGrouped(Picture2(LeftBar).Left()));
+  Label1(RegionTop).setCaption(FormatGrouped(Picture2(TopBar).Top()));
+  std::int32_t width = 0;
+  std::int32_t height = 0;
+  TakeWhole(width, Picture2(RightBar).Left() - Picture2(LeftBar).Left());
+  TakeWhole(height, Picture2(BaseBar).Top() - Picture2(TopBar).Top());
+  Label1(RegionWidth).setCaption(FormatGrouped(width));
+  Label1(RegionHeight).setCaption(FormatGrouped(height));
+  Label1(RegionRight).setCaption(FormatGrouped(Picture2(RightBar).Left()));
+  Label1(RegionBase).setCaption(FormatGrouped(Picture2(BaseBar).Top()));
+  TakeWhole(CropWidth, Picture2(RightBar).Left() - Picture2(LeftBar).Left());
+  TakeWhole(CropHeight, Picture2(BaseBar).Top() - Picture2(TopBar).Top());
+  TakeWhole(CropLeft, Picture2(LeftBar).Left());
+  TakeWhole(CropTop, Picture2(TopBar).Top());
+}
+
+void Form1::ResetBars() {
+  const PictureBox& canvas = Picture1(CanvasBox);
+  PictureBox& left = Picture2(LeftBar);
+  left.setLeft(0);
+  left.setTop(0);
+  left.setHeight(canvas.Height());
+  PictureBox& top = Picture2(TopBar);
+  top.setLeft(0);
+  top.setTop(0);
+  top.setWidth(canvas.Width());
+  PictureBox& right = Picture2(RightBar);
+  right.setTop(0);
+  right.setHeight(canvas.Height());
+  right.setLeft(canvas.Width() - right.Width());
+  PictureBox& base = Picture2(BaseBar);
+  base.setTop(canvas.Height() - base.Height());
+  base.setLeft(0);
+  base.setWidth(canvas.Width());
+}
+
+}  // namespace kelvane

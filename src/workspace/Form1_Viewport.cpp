@@ -1,0 +1,54 @@
+// The canvas takes the size of the video and is slid about behind the viewport.
+#include "shared/TextHelpers.h"
+#include "workspace/Form1.h"
+
+namespace kelvane {
+namespace {
+
+// Of the canvas's size in pixels to one unit of a scroll bar.
+constexpr float kPixelsPerRangeUnit = 15;
+constexpr int kPixelsPerStepAcross = 6;
+constexpr int kPixelsPerStepDown = 10;
+
+void SetRange(ScrollBar& bar, float canvasSize) {
+  if (const auto max = ToInteger16(canvasSize / kPixelsPerRangeUnit)) bar.setMax(*max);
+}
+
+}  // namespace
+
+void Form1::Label1_Change(int Index) {
+  PictureBox& holder = Picture1(HolderBox);
+  if (Index == SourceWidth) {
+    if (const auto width = SingleFromText(Label1(SourceWidth).Caption())) holder.setWidth(*width);
+    wmp.setWidth(holder.Width());
+    Picture1(CanvasBox).setWidth(holder.Width());
+  } else if (Index == SourceHeight) {
+    if (const auto height = SingleFromText(Label1(SourceHeight).Caption())) {
+      holder.setHeight(*height);
+    }
+    wmp.setHeight(holder.Height());
+    Picture1(CanvasBox).setHeight(holder.Height());
+  }
+}
+
+void Form1::Picture1_Resize(int Index) {
+  if (Index != CanvasBox) return;
+  ResetBars();
+  SetRange(HScroll1, Picture1(CanvasBox).Width());
+  SetRange(VScroll1, Picture1(CanvasBox).Height());
+}
+
+// A place that doesn't fit into 16 bits leaves the canvas where it is.
+void Form1::HScroll1_Change() {
+  if (const auto left = ToInteger16(-HScroll1.Value() * kPixelsPerStepAcross)) {
+    Picture1(CanvasBox).setLeft(*left);
+  }
+}
+
+void Form1::VScroll1_Change() {
+  if (const auto top = ToInteger16(-VScroll1.Value() * kPixelsPerStepDown)) {
+    Picture1(CanvasBox).setTop(*top);
+  }
+}
+
+}  // namespace kelvane

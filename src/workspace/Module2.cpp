@@ -1,0 +1,33 @@
+#include "workspace/Module2.h"
+
+#include "shared/SharedValues.h"
+#include "workspace/Form1.h"
+
+namespace kelvane {
+
+void ResetEverything(Form1& form) {
+  if (form.form2_.Visible()) form.form2_.Unload();
+
+  form.Timer2.setEnabled(false);
+  form.Picture1(CanvasBox).setVisible(false);
+  form.Text1(1).setText(QString());
+  form.pbar.setValue(0);
+
+  const QString zero = QStringLiteral("0,000");
+  for (int index = RegionLeft; index <= form.Label1.UBound(); index += 2) {
+    form.Label1(index).setCaption(zero);
+  }
+  form.Label1(SourceWidth).setCaption(zero);
+  form.Label1(SourceHeight).setCaption(zero);
+
+  ProbeDimensionsDone = false;
+  CropWidth = 0;
+  CropHeight = 0;
+  CropLeft = 0;
+  CropTop = 0;
+  CropFilter = QStringLiteral("0");
+  VideoDuration.clear();
+  VideoPath.clear();
+}
+
+}  // namespace kelvane
