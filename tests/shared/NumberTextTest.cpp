@@ -1,0 +1,172 @@
+#include <gtest/gtest.h>
+
+#include <QLocale>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "shared/TextHelpers.h"
+
+namespace kelvane {
+namespace {
+
+// Each test runs under a locale of its choice and leaves the default one as it was.
+class NumberText : public testing::Test {
+ protected:
+  void SetUp() override { UsePlain(); }
+  void TearDown() override { QLocale::setDefault(former_); }
+
+  static void UsePlain() { QLocale::setDefault(QLocale::c()); }
+  static void UseGerman() { QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany)); }
+  static void UseFrench() { QLocale::setDefault(QLocale(QLocale::French, QLocale::France)); }
+
+ private:
+  QLocale former_;
+};
+
+struct NumberAndText {
+  double number;
+  const char* text;
+};
+
+TEST_F(NumberText, AGroupedNumberHasFourDigitsAtLeast) {
+  const std::vector<NumberAndText> cases = {
+      {0, "0,000"},           {7, "0,007"},
+      {64, "0,064"},          {576, "0,576"},
+      {640, "0,640"},         {720, "0,720"},
+      {999, "0,999"},         {1000, "1,000"},
+      {1920, "1,920"},        {12345, "12,345"},
+      {86400, "86,400"},      {123456, "123,456"},
+      {1234567, "1,234,567"}, {2147483647, "2,147,483,647"},
+  };
+  for (const auto& [number, text] : cases) {
+    EXPECT_EQ(FormatGrouped(number).toStdString(), text) << number;
+  }
+}
+
+TEST_F(NumberText, AGroupedNegativeNumberKeepsItsDigitsBehindTheSign) {
+  EXPECT_EQ(FormatGrouped(-7).toStdString(), "-0,007");
+  EXPECT_EQ(FormatGrouped(-1920).toStdString(), "-1,920");
+  EXPECT_EQ(FormatGrouped(-123456).toStdString(), "-123,456");
+}
+
+TEST_F(NumberText, AGroupedFractionIsRoundedHalfAwayFromZero) {
+  const std::vector<NumberAndText> cases = {
+      {0.4, "0,000"},   {0.5, "0,001"},  {1.5, "0,002"},   {2.5, "0,003"},
+      {999.5, "1,000"}, {-0.4, "0,000"}, {-0.5, "-0,001"}, {-2.5, "-0,003"},
+  };
+  for (const auto& [number, text] : cases) {
+    EXPECT_EQ(FormatGrouped(number).toStdString(), text) << number;
+  }
+}
+
+TEST_F(NumberText, TheGroupSeparatorIsThatOfTheLocale) {
+  UseGerman();
+  EXPECT_EQ(FormatGrouped(1234567).toStdString(), "1.234.567");
+  UseFrench();
+  EXPECT_EQ(FormatGrouped(1234567).toStdString(), "1\u202F234\u202F567");
+  EXPECT_EQ(FormatGrouped(640).toStdString(), "0\u202F640");
+}
+
+TEST_F(NumberText, ANumberTextIsGroupedAndAnyOtherTextStands) {
+  struct TextAndText {
+    const char* text;
+    const char* grouped;
+  };
+  const std::vector<TextAndText> cases = {
+      {"1920\r\n", "1,920"},
+      {"576\r\n", "0,576"},
+      {" 640 ", "0,640"},
+      {"0", "0,000"},
+      {"1,920", "1,920"},
+      {"16777217", "16,777,217"},
+      {"", ""},
+      {"N/A", "N/A"},
+      {"t=1080\r\n", "t=1080\r\n"},
+      {"1080\r\nwidth1280\r\nheight720\r\n", "1080\r\nwidth1280\r\nheight720\r\n"},
+  };
+  for (const auto& [text, grouped] : cases) {
+    EXPECT_EQ(FormatGroupedText(text).toStdString(), grouped) << text;
+  }
+}
+
+TEST_F(NumberText, AGroupedTextReadsBackAsItsNumberInEveryLocale) {
+  for (void (*const use)() : {&UsePlain, &UseGerman, &UseFrench}) {
+    use();
+    for (const float number : {0.F, 7.F, 640.F, 1920.F, 123456.F, -7.F, -1920.F}) {
+      EXPECT_EQ(SingleFromText(FormatGrouped(static_cast<double>(number))), number)
+          << QLocale().name().toStdString();
+    }
+  }
+}
+
+TEST_F(NumberText, TwoDecimalsStandBehindTwoDigitsAtLeast) {
+  const std::vector<NumberAndText> cases = {
+      {0, "00.00"},     {0.5, "00.50"},  {4.5, "04.50"},      {12.25, "12.25"},
+      {99.99, "99.99"}, {100, "100.00"}, {1234.5, "1234.50"}, {-4.5, "-04.50"},
+  };
+  for (const auto& [number, text] : cases) {
+    EXPECT_EQ(FormatTwoDecimals(number).toStdString(), text) << number;
+  }
+}
+
+TEST_F(NumberText, TwoDecimalsAreRoundedHalfAwayFromZero) {
+  const std::vector<NumberAndText> cases = {
+      {0.125, "00.13"},  {0.004, "00.00"},   {0.005, "00.01"},     {0.285, "00.29"},
+      {1.005, "01.01"},  {9.995, "10.00"},   {99.994, "99.99"},    {99.995, "100.00"},
+      {-0.004, "00.00"}, {-0.125, "-00.13"}, {100.0 / 3, "33.33"}, {200.0 / 3, "66.67"},
+  };
+  for (const auto& [number, text] : cases) {
+    EXPECT_EQ(FormatTwoDecimals(number).toStdString(), text) << number;
+  }
+}
+
+TEST_F(NumberText, TheDecimalSeparatorIsThatOfTheLocale) {
+  UseGerman();
+  EXPECT_EQ(FormatTwoDecimals(4.5).toStdString(), "04,50");
+  EXPECT_EQ(SingleFromText("4,5"), 4.5F);
+  UseFrench();
+  EXPECT_EQ(FormatTwoDecimals(33.333).toStdString(), "33,33");
+  EXPECT_EQ(SingleFromText("4,5"), 4.5F);
+}
+
+TEST_F(NumberText, ANumberIsReadThroughSpaceRoundItAndSeparatorsInIt) {
+  const std::vector<NumberAndText> cases = {
+      {1920, "1920"},      {1920, "1,920"},
+      {1920, " 1920 "},    {1920, "\t1920\r\n"},
+      {0.5, "0.5"},        {0.5, ".5"},
+      {5, "5."},           {-7, "-7"},
+      {-7, "-0,007"},      {1234567, "1,234,567"},
+      {1234.5, "1,234.5"}, {1000, "1e3"},
+      {0, "0,000"},        {7, "+7"},
+  };
+  for (const auto& [number, text] : cases) {
+    EXPECT_EQ(SingleFromText(text), static_cast<float>(number)) << text;
+  }
+}
+
+TEST_F(NumberText, InGermanADotGroupsAndACommaDivides) {
+  UseGerman();
+  EXPECT_EQ(SingleFromText("1.920"), 1920.F);
+  EXPECT_EQ(SingleFromText("1.920,5"), 1920.5F);
+}
+
+TEST_F(NumberText, InFrenchANarrowNoBreakSpaceGroups) {
+  UseFrench();
+  EXPECT_EQ(SingleFromText(QString::fromUtf8("1\u202F920")), 1920.F);
+  EXPECT_EQ(SingleFromText(QString::fromUtf8("1\u202F234\u202F567,5")), 1234567.5F);
+}
+
+TEST_F(NumberText, WhatIsNoNumberHasNoValue) {
+  for (const char* text : {"", " ", ",", ".", "-", "abc", "12px", "1 920", "0x10", "1.2.3", "--1",
+                           "00:00:10", "inf", "nan", "1e39", "-1e39", "1e400"}) {
+    EXPECT_EQ(SingleFromText(text), std::nullopt) << text;
+  }
+}
+
+TEST_F(NumberText, TheLargestSinglePrecisionNumberIsRead) {
+  EXPECT_EQ(SingleFromText("3.4028234663852886e38"), std::numeric_limits<float>::max());
+}
+
+}  // namespace
+}  // namespace kelvane
