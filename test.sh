@@ -1,0 +1,23 @@
+#!/usr/bin/env bash
+# Sets up, builds and runs the tests. Without an argument: all of them.
+#   ./test.sh quick     those that need no display server
+#   ./test.sh asan      all of them, with AddressSanitizer and UndefinedBehaviorSanitizer
+#   ./test.sh coverage  all of them, with coverage counters left beside the objects
+set -euo pipefail
+
+# shellcheck source=scripts/setup.sh
+source "$(dirname "${BASH_SOURCE[0]}")/scripts/setup.sh"
+
+preset=release
+chosen=()
+case "$#:${1:-}" in
+  0:) ;;
+  1:quick) chosen=(--label-exclude desktop) ;;
+  1:asan | 1:coverage) preset=$1 ;;
+  *) fail "usage: ./test.sh [quick | asan | coverage]" ;;
+esac
+
+install_packages build run test
+build "$preset"
+say "running the tests"
+ctest --preset "$preset" --output-on-failure --no-tests=error --parallel "$(nproc)" "${chosen[@]}"
