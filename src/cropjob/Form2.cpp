@@ -18,9 +18,9 @@ namespace {
 constexpr std::int16_t kStartTick = 2;
 constexpr float kWindowHeight = 2400;  // twips
 
-// The "hh:mm:ss" behind the word in the tool's statistics, of which a block may hold no more than the
-// beginning: "size=    1024kB time=00:00:10.00 bitrate= 838.9kbits/s speed=2.0x". The word stands in
-// other lines as well, with anything behind it.
+// The "hh:mm:ss" behind the word in the tool's statistics, of which a block may hold no more than
+// the beginning: "size=    1024kB time=00:00:10.00 bitrate= 838.9kbits/s speed=2.0x". The word
+// stands in other lines as well, with anything behind it.
 QString TimeText(const QString& block) {
   constexpr qsizetype kOffset = 5;
   constexpr qsizetype kLength = 8;

@@ -13,11 +13,12 @@
 
 namespace kelvane {
 
-// "Saving Video": runs one crop and shows how far it has come. Begins by itself, two ticks of its timer
-// after its load, and says that the job succeeded when the tool's text ends, whatever the tool did.
+// "Saving Video": runs one crop and shows how far it has come. Begins by itself, two ticks of its
+// timer after its load, and says that the job succeeded when the tool's text ends, whatever the
+// tool did.
 //
-// The job runs inside a tick of Timer1. A window that is cancelled meanwhile leaves the tool to run to
-// its end and goes on feeding the main window's bar.
+// The job runs inside a tick of Timer1. A window that is cancelled meanwhile leaves the tool to run
+// to its end and goes on feeding the main window's bar.
 class Form2 : public Form {
   Q_OBJECT
  public:

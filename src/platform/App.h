@@ -19,8 +19,8 @@ class App {
   // Runs the message loop until the last form is unloaded; returns the program's exit status.
   int Run();
 
-  // The program's own folder, without a closing separator, in the system's narrow encoding. The media
-  // tools lie there.
+  // The program's own folder, without a closing separator, in the system's narrow encoding. The
+  // media tools lie there.
   static const std::string& Path();
   // Gives the tools another folder: for a test that brings its own.
   static void setPath(const std::string& path);

@@ -6,8 +6,8 @@ class QWidget;
 
 namespace kelvane {
 
-// The toolkit's dialogs that ask for a file. They ask no question about overwriting, add no extension
-// and remember nothing from one run of the program to the next.
+// The toolkit's dialogs that ask for a file. They ask no question about overwriting, add no
+// extension and remember nothing from one run of the program to the next.
 class CommonDialog {
  public:
   // `window` is the one that waits for the answer.
@@ -15,8 +15,8 @@ class CommonDialog {
 
   // Empty after a dialog that was cancelled, where it was emptied before.
   QString FileName;
-  // Pairs of a description and its pattern with bars between, "MP4 Files (*.mp4)|*.mp4|All|*.*", or a
-  // pattern alone. "*.*" stands for every file.
+  // Pairs of a description and its pattern with bars between, "MP4 Files (*.mp4)|*.mp4|All|*.*", or
+  // a pattern alone. "*.*" stands for every file.
   QString Filter;
   // Of the pair to begin with, counted from 1.
   int FilterIndex = 1;

@@ -10,7 +10,8 @@ namespace {
 constexpr int kBorderWidth = 2;
 }
 
-Container::Container(QWidget* window, ScaleMode scale) : Control(nullptr, QString()), scale_(scale) {
+Container::Container(QWidget* window, ScaleMode scale)
+    : Control(nullptr, QString()), scale_(scale) {
   setParent(window);
   setAttribute(Qt::WA_OpaquePaintEvent);
 }

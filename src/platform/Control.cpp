@@ -109,8 +109,8 @@ void Control::resizeEvent(QResizeEvent* event) {
   if (stockWidget_ != nullptr) stockWidget_->setGeometry(rect());
 }
 
-// The place in the control is worked out from the place on the screen now: the control may have been
-// moved under the pointer since the event was sent.
+// The place in the control is worked out from the place on the screen now: the control may have
+// been moved under the pointer since the event was sent.
 MouseEvent Control::Arguments(const QMouseEvent& event, int button) const {
   const QPointF place = mapFromGlobal(event.globalPosition());
   const float scale = MousePixelsPerUnit();

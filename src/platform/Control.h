@@ -7,7 +7,8 @@ namespace kelvane {
 
 class Container;
 
-// Mouse buttons of an event: the one that caused a press or release, the sum of those held in a move.
+// Mouse buttons of an event: the one that caused a press or release, the sum of those held in a
+// move.
 enum MouseButtons : int { kNoButton = 0, kLeftButton = 1, kRightButton = 2, kMiddleButton = 4 };
 
 struct MouseEvent {

@@ -29,8 +29,9 @@ Form::Form(const FormDesign& design, std::span<const ControlDesign> controls,
   setObjectName(QLatin1String(design.name));
   setCaption(QLatin1String(design.caption));
   if (border_ == BorderStyle::kFixedDialog) {
-    setWindowFlags(Qt::Dialog | Qt::WindowTitleHint | Qt::WindowSystemMenuHint |
-                   Qt::WindowCloseButtonHint | Qt::MSWindowsFixedSizeDialogHint);
+    setWindowFlags(Qt::Dialog | Qt::CustomizeWindowHint | Qt::WindowTitleHint |
+                   Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint |
+                   Qt::MSWindowsFixedSizeDialogHint);
   }
   BuildMenus(menus);
   BuildControls(design, controls);

@@ -27,9 +27,10 @@ struct FormDesign {
   BorderStyle border = BorderStyle::kSizable;
 };
 
-// A window. Lives by Load, Show, Unload: Load runs Form_Load and shows nothing; Unload, which closing
-// the window also is, runs Form_QueryUnload and Form_Unload, stops the window's timers and hides it.
-// The program ends when its last loaded form has been unloaded and every handler has returned.
+// A window. Lives by Load, Show, Unload: Load runs Form_Load and shows nothing; Unload, which
+// closing the window also is, runs Form_QueryUnload and Form_Unload, stops the window's timers and
+// hides it. The program ends when its last loaded form has been unloaded and every handler has
+// returned.
 //
 // Belongs to the user-interface thread.
 class Form : public QWidget {
@@ -103,8 +104,8 @@ class Form : public QWidget {
   bool minimised_ = false;
 };
 
-// The one instance that a window class has at a time: made when it is loaded, dropped when it has been
-// unloaded.
+// The one instance that a window class has at a time: made when it is loaded, dropped when it has
+// been unloaded.
 template <class FormClass>
 class FormInstance {
  public:

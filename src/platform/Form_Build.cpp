@@ -124,8 +124,8 @@ void Form::BuildMenus(std::span<const MenuDesign> menus) {
     const QString name = QLatin1String(design.name);
     const QString caption = QLatin1String(design.caption);
     Menu* title = titles.value(QLatin1String(design.title));
-    Menu* menu = title == nullptr ? new Menu(*menuBar_, name, caption)
-                                  : new Menu(*title, name, caption);
+    Menu* menu =
+        title == nullptr ? new Menu(*menuBar_, name, caption) : new Menu(*title, name, caption);
     menu->setVisible(design.visible);
     titles.insert(name, menu);
   }

@@ -7,8 +7,8 @@
 namespace kelvane {
 
 // A line of text, at the top of its place. Transparent unless it has a back colour of its own. A
-// caption that is wider than the label is set tighter, and where that isn't enough, shortened in its
-// middle; Caption reads back whole.
+// caption that is wider than the label is set tighter, and where that isn't enough, shortened in
+// its middle; Caption reads back whole.
 class Label : public Control {
   Q_OBJECT
  public:

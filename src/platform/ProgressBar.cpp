@@ -40,10 +40,9 @@ void ProgressBar::ShowValue() {
 }
 
 void ProgressBar::SetColours(QRgb bar, QRgb back) {
-  bar_->setStyleSheet(
-      QStringLiteral("QProgressBar { border: none; background-color: %1; }"
-                     "QProgressBar::chunk { background-color: %2; }")
-          .arg(QColor(back).name(), QColor(bar).name()));
+  bar_->setStyleSheet(QStringLiteral("QProgressBar { border: none; background-color: %1; }"
+                                     "QProgressBar::chunk { background-color: %2; }")
+                          .arg(QColor(back).name(), QColor(bar).name()));
 }
 
 }  // namespace kelvane

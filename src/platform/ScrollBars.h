@@ -8,8 +8,8 @@ class QScrollBar;
 
 namespace kelvane {
 
-// What the two scroll bars share. The range begins at 0 and ends at Max, the value is a signed 16-bit
-// integer in it; another value is refused. A smaller Max cuts the value down.
+// What the two scroll bars share. The range begins at 0 and ends at Max, the value is a signed
+// 16-bit integer in it; another value is refused. A smaller Max cuts the value down.
 class ScrollBar : public Control {
   Q_OBJECT
  public:

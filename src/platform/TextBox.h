@@ -6,9 +6,9 @@ class QLineEdit;
 
 namespace kelvane {
 
-// A text that the user may read and copy, but not change. The box holds the text itself and shows it
-// in a line of the toolkit's only while it is visible, so that a hidden box takes a text of any length
-// and more of it at the cost of the addition alone.
+// A text that the user may read and copy, but not change. The box holds the text itself and shows
+// it in a line of the toolkit's only while it is visible, so that a hidden box takes a text of any
+// length and more of it at the cost of the addition alone.
 class TextBox : public Control {
   Q_OBJECT
  public:

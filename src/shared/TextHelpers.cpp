@@ -11,9 +11,7 @@ namespace {
 constexpr int kGroupDigits = 3;
 
 // Blanks, tabs and line breaks, the characters that may stand round a number.
-QString WithoutSpaceRound(const QString& text) {
-  return text.trimmed();
-}
+QString WithoutSpaceRound(const QString& text) { return text.trimmed(); }
 
 std::optional<double> NumberFromText(const QString& text) {
   const QLocale locale;
@@ -97,12 +95,8 @@ std::optional<int> SecondsFromTimeText(const QString& text) {
   return (*hours * kSixty + *minutes) * kSixty + *seconds;
 }
 
-std::optional<std::int16_t> ToInteger16(double number) {
-  return ToInteger<std::int16_t>(number);
-}
+std::optional<std::int16_t> ToInteger16(double number) { return ToInteger<std::int16_t>(number); }
 
-std::optional<std::int32_t> ToInteger32(double number) {
-  return ToInteger<std::int32_t>(number);
-}
+std::optional<std::int32_t> ToInteger32(double number) { return ToInteger<std::int32_t>(number); }
 
 }  // namespace kelvane

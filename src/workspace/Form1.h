@@ -55,8 +55,8 @@ enum Command : int {
 // The main window: the picture with its marker bars, the read-outs and the commands.
 //
 // Nothing here is a model behind the window: the source size lives in the captions of Label1(1) and
-// Label1(3), the region in the places of the bars, and the canvas is as large as the video, so that a
-// place in it is a pixel of the source.
+// Label1(3), the region in the places of the bars, and the canvas is as large as the video, so that
+// a place in it is a pixel of the source.
 class Form1 : public Form, public MainWindow {
   Q_OBJECT
  public:

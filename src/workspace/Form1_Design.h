@@ -3,8 +3,8 @@
 #include "platform/Colours.h"
 #include "platform/Form.h"
 
-// The main window as designed. Places are in twips; the layout rule of Form1_Layout.cpp moves some of
-// the controls at run time.
+// The main window as designed. Places are in twips; the layout rule of Form1_Layout.cpp moves some
+// of the controls at run time.
 namespace kelvane {
 
 constexpr FormDesign kForm1 = {.name = "Form1",
