@@ -1,0 +1,121 @@
+// Descriptors: which a tool gets, and that none is lost.
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include <stdexcept>
+#include <string>
+
+#include "TestTools.h"
+#include "media/DOSOutputs.h"
+#include "media/Descriptor.h"
+
+namespace kelvane {
+namespace {
+
+using testing::OpenDescriptorCount;
+using testing::ReadFile;
+using testing::RunLine;
+using testing::StartedProgram;
+using testing::TemporaryFolder;
+
+// What `ls` shows of its own descriptors: the three standard ones, and the one with which it looks.
+constexpr const char* kStandardOnes = "0\n1\n2\n3\n";
+
+TEST(ConsoleRunnerDescriptors, TheToolGetsTheThreeStandardOnesAndNoOther) {
+  // One that doesn't close by itself at the start of another program.
+  const Descriptor stray(::open("/dev/null", O_RDONLY));  // NOLINT(android-cloexec-open)
+  ASSERT_TRUE(stray);
+  EXPECT_EQ(RunLine("/bin/ls /proc/self/fd").result, kStandardOnes);
+}
+
+TEST(ConsoleRunnerDescriptors, AToolStartedInsideAnotherRunGetsNoneOfThatRun) {
+  DOSOutputs outer;
+  std::string inner;
+  outer.ReceiveOutputs = [&inner](const std::string& block) {
+    if (!block.empty()) inner = RunLine("/bin/ls /proc/self/fd").result;
+  };
+  outer.ExecuteCommand("/bin/echo text");
+  EXPECT_EQ(inner, kStandardOnes);
+}
+
+TEST(ConsoleRunnerDescriptors, StandardInputIsTheNullDevice) {
+  EXPECT_EQ(RunLine("/bin/readlink /proc/self/fd/0").result, "/dev/null\n");
+}
+
+TEST(ConsoleRunnerDescriptors, AHundredRunsLoseNone) {
+  const std::size_t before = OpenDescriptorCount();
+  for (int run = 0; run < 100; ++run) RunLine("/bin/echo text");
+  EXPECT_EQ(OpenDescriptorCount(), before);
+}
+
+TEST(ConsoleRunnerDescriptors, AHundredToolsThatCannotStartLoseNone) {
+  const TemporaryFolder folder;
+  const std::string notExecutable = folder.File("not-executable");
+  const std::size_t before = OpenDescriptorCount();
+  for (int run = 0; run < 100; ++run) {
+    RunLine(folder / "missing");
+    RunLine(notExecutable);
+    RunLine(" ");
+  }
+  EXPECT_EQ(OpenDescriptorCount(), before);
+}
+
+TEST(ConsoleRunnerDescriptors, AHundredHandlersThatThrowLoseNone) {
+  const std::size_t before = OpenDescriptorCount();
+  for (int run = 0; run < 100; ++run) {
+    DOSOutputs outputs;
+    outputs.ReceiveOutputs = [](const std::string&) { throw std::runtime_error("stop"); };
+    EXPECT_THROW(outputs.ExecuteCommand("/bin/echo text"), std::runtime_error);
+  }
+  EXPECT_EQ(OpenDescriptorCount(), before);
+}
+
+// The standard descriptors that are closed where the program starts, one digit each.
+class ConsoleRunnerWithoutDescriptors : public ::testing::TestWithParam<const char*> {};
+
+TEST_P(ConsoleRunnerWithoutDescriptors, RunsAToolAllTheSame) {
+  const TemporaryFolder folder;
+  const std::string tool =
+      folder.Script("tool",
+                    "echo out; echo err >&2; readlink /proc/self/fd/0\n"
+                    "ls /proc/self/fd\n"
+                    "if read answer; then echo got $answer; else echo none; fi");
+  const std::string found = folder / "found";
+  StartedProgram program({"run-without-descriptors", GetParam(), found, tool});
+  EXPECT_EQ(program.Wait(), 0);
+  EXPECT_EQ(ReadFile(found),
+            "out\nerr\n/dev/null\n" + std::string(kStandardOnes) + "none\nand no descriptor lost");
+}
+
+INSTANTIATE_TEST_SUITE_P(Closed, ConsoleRunnerWithoutDescriptors,
+                         ::testing::Values("", "0", "1", "2", "01", "02", "12", "012"),
+                         [](const ::testing::TestParamInfo<const char*>& closed) {
+                           return *closed.param == '\0' ? std::string("None")
+                                                        : std::string(closed.param);
+                         });
+
+TEST(ConsoleRunnerDescriptors, WhereTheyAreUsedUpARunYieldsNothingAndALaterOneWorks) {
+  for (const char* free : {"0", "1"}) {
+    StartedProgram program({"run-with-free-descriptors", free, "/bin/echo text"});
+    EXPECT_EQ(program.ReadToTheEnd(),
+              "events 2, result [text before\n], held [text before\n]\n"
+              "events 0, result [], held [text before\n]\n"
+              "events 2, result [text after\n], held [text after\n]\n")
+        << free;
+    EXPECT_EQ(program.Wait(), 0);
+  }
+}
+
+TEST(ConsoleRunnerDescriptors, TwoFreeOnesAreEnoughForARun) {
+  StartedProgram program({"run-with-free-descriptors", "2", "/bin/echo text"});
+  EXPECT_EQ(program.ReadToTheEnd(),
+            "events 2, result [text before\n], held [text before\n]\n"
+            "events 2, result [text amid\n], held [text amid\n]\n"
+            "events 2, result [text after\n], held [text after\n]\n");
+  EXPECT_EQ(program.Wait(), 0);
+}
+
+}  // namespace
+}  // namespace kelvane

@@ -1,0 +1,273 @@
+// The folder of the links: who may look into it, when it goes, and what a later start clears.
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "TestTools.h"
+#include "media/Module1.h"
+
+namespace kelvane {
+namespace {
+
+namespace fs = std::filesystem;
+
+using testing::ReadFile;
+using testing::RunLine;
+using testing::StartedProgram;
+using testing::TemporaryFolder;
+
+using Names = std::vector<std::string>;
+
+class ShortFileNameLife : public ::testing::Test {
+ protected:
+  std::string Short() const { return GetShortFileName(file_, {}, links_.path()); }
+
+  // A program that has a short path of the file and then ends in that way.
+  StartedProgram Program(const std::string& end) const {
+    return StartedProgram({"short-paths", links_.path(), end, file_});
+  }
+
+  // The folder that a program left behind by being killed.
+  std::string FolderLeftBehind() const {
+    StartedProgram program = Program("crash");
+    const std::string shortPath = program.ReadLine();
+    EXPECT_TRUE(WIFSIGNALED(program.Wait()));
+    EXPECT_TRUE(fs::is_symlink(shortPath)) << shortPath;
+    return fs::path(shortPath).parent_path();
+  }
+
+  std::string FolderName(const std::string& ending) const {
+    return "kelvane-" + std::to_string(::geteuid()) + "-" + ending;
+  }
+
+  const std::string& file() const { return file_; }
+  const TemporaryFolder& links() const { return links_; }
+
+ private:
+  TemporaryFolder files_;
+  TemporaryFolder links_;
+  std::string file_ = files_.File("my clip.mp4", "the clip");
+};
+
+mode_t ModeOf(const std::string& path) {
+  constexpr mode_t kEveryBit = 07777;
+  struct stat status {};
+  EXPECT_EQ(::stat(path.c_str(), &status), 0) << path;
+  return status.st_mode & kEveryBit;
+}
+
+TEST_F(ShortFileNameLife, TheFolderIsOpenToItsUserAlone) {
+  const mode_t former = ::umask(0);
+  const std::string folder = fs::path(Short()).parent_path();
+  EXPECT_EQ(ModeOf(folder), static_cast<mode_t>(S_IRWXU));
+  fs::remove_all(folder);
+  EXPECT_EQ(ModeOf(fs::path(Short()).parent_path()), static_cast<mode_t>(S_IRWXU));
+  ::umask(former);
+}
+
+TEST_F(ShortFileNameLife, ALinkThatVanishedIsMadeAgainUnderItsName) {
+  const std::string shortPath = Short();
+  fs::remove(shortPath);
+  EXPECT_EQ(Short(), shortPath);
+  EXPECT_EQ(ReadFile(shortPath), "the clip");
+}
+
+TEST_F(ShortFileNameLife, AFolderThatVanishedIsMadeAgainUnderItsName) {
+  const std::string shortPath = Short();
+  fs::remove_all(fs::path(shortPath).parent_path());
+  EXPECT_EQ(Short(), shortPath);
+  EXPECT_EQ(ReadFile(shortPath), "the clip");
+  // It is as safe from clearing as the first one was.
+  ClearShortPathsLeftBehind(links().path());
+  EXPECT_EQ(ReadFile(shortPath), "the clip");
+}
+
+TEST_F(ShortFileNameLife, AFolderWhoseNameIsTakenMeanwhileGivesWayToAnother) {
+  const std::string former = Short();
+  const fs::path folder = fs::path(former).parent_path();
+  fs::remove_all(folder);
+  fs::create_directory(folder);
+  const std::string shortPath = Short();
+  EXPECT_NE(fs::path(shortPath).parent_path(), folder);
+  EXPECT_EQ(ReadFile(shortPath), "the clip");
+  EXPECT_TRUE(fs::is_empty(folder));
+}
+
+TEST_F(ShortFileNameLife, TheFolderGoesWhenTheProgramEnds) {
+  for (const char* end : {"return", "exit"}) {
+    StartedProgram program = Program(end);
+    EXPECT_TRUE(program.ReadLine().starts_with(links().path() + "/kelvane-"));
+    EXPECT_EQ(program.Wait(), 0);
+    EXPECT_EQ(links().Names(), Names()) << end;
+    EXPECT_EQ(ReadFile(file()), "the clip");
+  }
+}
+
+TEST_F(ShortFileNameLife, AtTheProgramsEndWhatItDidNotMakeStays) {
+  StartedProgram program = Program("wait");
+  const fs::path folder = fs::path(program.ReadLine()).parent_path();
+  links().File(folder.filename().string() + "/foreign", "foreign");
+  program.CloseInput();
+  EXPECT_EQ(program.Wait(), 0);
+  EXPECT_EQ(ReadFile(folder / "foreign"), "foreign");
+  EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 1);
+}
+
+TEST_F(ShortFileNameLife, TheEndOfAForkedCopyLeavesTheProgramsFolder) {
+  StartedProgram program = Program("fork");
+  const std::string shortPath = program.ReadLine();
+  EXPECT_EQ(program.ReadLine(), "copy ended");
+  EXPECT_EQ(ReadFile(shortPath), "the clip");
+  program.CloseInput();
+  EXPECT_EQ(program.Wait(), 0);
+  EXPECT_EQ(links().Names(), Names());
+}
+
+TEST_F(ShortFileNameLife, WhatACrashLeftBehindIsCleared) {
+  FolderLeftBehind();
+  FolderLeftBehind();
+  ASSERT_EQ(links().Names().size(), 2U);
+  ClearShortPathsLeftBehind(links().path());
+  EXPECT_EQ(links().Names(), Names());
+  EXPECT_EQ(ReadFile(file()), "the clip");
+}
+
+TEST_F(ShortFileNameLife, AnEmptyFolderLeftBehindIsCleared) {
+  fs::create_directory(links() / FolderName("abcDE7"));
+  ClearShortPathsLeftBehind(links().path());
+  EXPECT_EQ(links().Names(), Names());
+}
+
+TEST_F(ShortFileNameLife, TheFolderOfAProgramThatStillRunsIsKept) {
+  StartedProgram program = Program("wait");
+  const std::string shortPath = program.ReadLine();
+  FolderLeftBehind();
+  ClearShortPathsLeftBehind(links().path());
+  EXPECT_EQ(links().Names(), Names{fs::path(shortPath).parent_path().filename()});
+  EXPECT_EQ(ReadFile(shortPath), "the clip");
+  program.CloseInput();
+  EXPECT_EQ(program.Wait(), 0);
+  EXPECT_EQ(links().Names(), Names());
+}
+
+TEST_F(ShortFileNameLife, AProgramsOwnFolderIsKept) {
+  const std::string shortPath = Short();
+  ClearShortPathsLeftBehind(links().path());
+  EXPECT_EQ(ReadFile(shortPath), "the clip");
+}
+
+TEST_F(ShortFileNameLife, AToolThatOutlivesItsProgramDoesNotHoldTheFolder) {
+  StartedProgram program = Program("tool");
+  const std::string shortPath = program.ReadLine();
+  const pid_t tool = std::stoi(program.ReadLine());
+  EXPECT_TRUE(WIFSIGNALED(program.Wait()));
+  EXPECT_EQ(::kill(tool, 0), 0);
+  ClearShortPathsLeftBehind(links().path());
+  EXPECT_EQ(links().Names(), Names());
+  ::kill(tool, SIGKILL);
+}
+
+TEST_F(ShortFileNameLife, AForeignThingInAFolderLeftBehindIsKeptAndSoIsTheFolder) {
+  const std::string folder = FolderLeftBehind();
+  const std::string name = fs::path(folder).filename();
+  links().File(name + "/foreign", "foreign");
+  fs::create_directory(folder + "/inner");
+  fs::create_symlink(file(), folder + "/inner/link");
+  ClearShortPathsLeftBehind(links().path());
+  EXPECT_EQ(ReadFile(folder + "/foreign"), "foreign");
+  EXPECT_EQ(ReadFile(folder + "/inner/link"), "the clip");
+  EXPECT_FALSE(fs::is_symlink(fs::symlink_status(folder + "/1.mp4")));
+}
+
+TEST_F(ShortFileNameLife, ALinkUnderAFoldersNameIsNotFollowed) {
+  const TemporaryFolder elsewhere;
+  fs::create_symlink(file(), elsewhere / "link");
+  const std::string name = FolderName("abcdef");
+  fs::create_symlink(elsewhere.path(), links() / name);
+  ClearShortPathsLeftBehind(links().path());
+  EXPECT_EQ(elsewhere.Names(), Names{"link"});
+  EXPECT_EQ(links().Names(), Names{name});
+}
+
+TEST_F(ShortFileNameLife, ThingsOfOtherNamesAreKept) {
+  const Names names = {
+      "kelvane",
+      "kelvane-" + std::to_string(::geteuid() + 1) + "-abcdef",
+      FolderName("abcde"),
+      FolderName("abcdefg"),
+      "x" + FolderName("abcdef"),
+  };
+  for (const std::string& name : names) {
+    fs::create_directory(links() / name);
+    fs::create_symlink(file(), links() / name + "/1.mp4");
+  }
+  links().File(FolderName("aFile0"));
+  ClearShortPathsLeftBehind(links().path());
+  for (const std::string& name : names) EXPECT_EQ(ReadFile(links() / name + "/1.mp4"), "the clip");
+  EXPECT_TRUE(fs::exists(links() / FolderName("aFile0")));
+}
+
+TEST_F(ShortFileNameLife, ClearingAPlaceThatIsNotThereDoesNothing) {
+  ClearShortPathsLeftBehind(links() / "missing");
+  ClearShortPathsLeftBehind(links().File("a-file"));
+  EXPECT_EQ(links().Names(), Names{"a-file"});
+}
+
+TEST_F(ShortFileNameLife, ClearingLosesNoDescriptor) {
+  FolderLeftBehind();
+  links().File(FolderName("aFile0"));
+  Short();
+  const std::size_t before = testing::OpenDescriptorCount();
+  for (int time = 0; time < 10; ++time) ClearShortPathsLeftBehind(links().path());
+  EXPECT_EQ(testing::OpenDescriptorCount(), before);
+}
+
+TEST_F(ShortFileNameLife, AFolderJustMadeIsSafeFromClearingAtTheSameTime) {
+  const pid_t clearing = ::fork();
+  ASSERT_GE(clearing, 0);
+  while (clearing == 0) ClearShortPathsLeftBehind(links().path());
+  for (int start = 0; start < 100; ++start) {
+    StartedProgram program = Program("wait");
+    const std::string shortPath = program.ReadLine();
+    EXPECT_EQ(ReadFile(shortPath), "the clip") << shortPath;
+    program.CloseInput();
+    EXPECT_EQ(program.Wait(), 0);
+  }
+  ::kill(clearing, SIGKILL);
+  ::waitpid(clearing, nullptr, 0);
+  ClearShortPathsLeftBehind(links().path());
+  EXPECT_EQ(links().Names(), Names());
+}
+
+TEST(ToolsFolder, IsTheProgramsFolderWhereThatCanStandBare) {
+  const TemporaryFolder folder;
+  EXPECT_EQ(ToolsFolder(folder.path()), folder.path());
+}
+
+TEST(ToolsFolder, IsTheProgramsFolderWhereThereIsNoShortPath) {
+  EXPECT_EQ(ToolsFolder("/missing folder/of nothing"), "/missing folder/of nothing");
+  EXPECT_EQ(ToolsFolder(""), "");
+}
+
+TEST(ToolsFolder, StandsBareForAFolderWithABlankAndGoesWhenTheProgramEnds) {
+  const TemporaryFolder folder;
+  fs::create_directory(folder / "my programs");
+  folder.Script("my programs/tool", "echo ran");
+  StartedProgram program({"tools-folders", folder / "my programs"});
+  const std::string toolsFolder = program.ReadLine();
+  EXPECT_EQ(toolsFolder.find(' '), std::string::npos);
+  EXPECT_EQ(RunLine(toolsFolder + "/tool").result, "ran\n");
+  program.CloseInput();
+  EXPECT_EQ(program.Wait(), 0);
+  EXPECT_FALSE(fs::exists(fs::path(toolsFolder).parent_path()));
+}
+
+}  // namespace
+}  // namespace kelvane
