@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+
 #include "platform/Colours.h"
 #include "platform/Form.h"
 
@@ -17,7 +19,7 @@ constexpr FormDesign kForm2 = {.name = "Form2",
 // Front to back. `Picture2` is the holder of the timer, below the part of the window on show.
 // clang-format off
 using enum ControlClass;
-constexpr ControlDesign kForm2Controls[] = {
+constexpr auto kForm2Controls = std::to_array<ControlDesign>({
     {.name = "Label2", .controlClass = kLabel, .place = {5160, 330, 1455, 255}, .caption = "Cancel", .centred = true},
     {.name = "Label3", .controlClass = kLabel, .place = {5160, 240, 1455, 375}, .color = kDark},
     {.name = "Picture2", .controlClass = kPictureBox, .place = {240, 2400, 2175, 1335}, .color = kDark, .twips = true},
@@ -28,7 +30,7 @@ constexpr ControlDesign kForm2Controls[] = {
     {.name = "Label1(1)", .controlClass = kLabel, .place = {240, 600, 4815, 255}, .caption = "No Video"},
     {.name = "Label1(0)", .controlClass = kLabel, .place = {240, 240, 975, 255}, .caption = "Saving As"},
     {.name = "Line1", .controlClass = kLine, .place = {240, 960, 6360, 0}, .color = kGrey},
-};
+});
 // clang-format on
 
 }  // namespace kelvane

@@ -23,7 +23,7 @@ App::App(const char* programName) : name_(programName), arguments_{name_.data(),
   // The toolkit's file dialogs keep their history in the user's settings: there is no such place.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
 
-  application_ = std::make_unique<QApplication>(argumentCount_, arguments_);
+  application_ = std::make_unique<QApplication>(argumentCount_, arguments_.data());
   QApplication::setQuitOnLastWindowClosed(false);
   QGuiApplication::setDesktopFileName(QString::fromStdString(name_));
   // The toolkit has set the user's locale for the whole process; media libraries count on this one.

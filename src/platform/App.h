@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QString>
+#include <array>
 #include <memory>
 #include <string>
 
@@ -33,7 +34,7 @@ class App {
 
  private:
   std::string name_;
-  char* arguments_[2];
+  std::array<char*, 2> arguments_;
   int argumentCount_ = 1;
   std::unique_ptr<QApplication> application_;
 };

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <array>
+
 #include "platform/Colours.h"
 #include "platform/Form.h"
 
@@ -18,7 +20,7 @@ constexpr FormDesign kForm1 = {.name = "Form1",
 // Front to back.
 // clang-format off
 using enum ControlClass;
-constexpr ControlDesign kForm1Controls[] = {
+constexpr auto kForm1Controls = std::to_array<ControlDesign>({
     {.name = "Slider3", .controlClass = kSlider, .place = {12120, 10560, 3615, 495}, .visible = false},
     {.name = "Slider2", .controlClass = kSlider, .place = {6480, 10560, 3615, 495}, .visible = false},
 
@@ -94,9 +96,9 @@ constexpr ControlDesign kForm1Controls[] = {
     {.name = "Shape2", .controlClass = kShape, .place = {4080, 1560, 7815, 615}, .color = kPaleGrey},
     {.name = "Label2", .controlClass = kLabel, .place = {600, 1440, 2655, 255}, .caption = "Source Video Dimensions (pixels)", .color = kDark, .centred = true},
     {.name = "Shape1", .controlClass = kShape, .place = {360, 1560, 3735, 615}, .color = kPaleGrey},
-};
+});
 
-constexpr MenuDesign kForm1Menus[] = {
+constexpr auto kForm1Menus = std::to_array<MenuDesign>({
     {.name = "mnu_open", .caption = "Open"},
     {.name = "mnu_openVideo", .caption = "Load Video to Crop", .title = "mnu_open"},
     {.name = "mnu_Extract", .caption = "Extract and Stabilise", .title = "mnu_open", .visible = false},
@@ -109,7 +111,7 @@ constexpr MenuDesign kForm1Menus[] = {
     {.name = "mnu_CropSave", .caption = "Crop and Save", .title = "mnu_CropVideo"},
     {.name = "mnu_Rem", .caption = "Remove", .visible = false},
     {.name = "mnu_RemoveVideo", .caption = "Remove Video", .title = "mnu_Rem"},
-};
+});
 // clang-format on
 
 }  // namespace kelvane
