@@ -42,6 +42,7 @@ void Form2::WireEvents() {
 
 void Form2::Form_Load() {
   objDOS = std::make_unique<DOSOutputs>();
+  objDOS->ReceiveOutputs = [this](const std::string& block) { objDOS_ReceiveOutputs(block); };
   pbar.SetColours(kGrey, kProgressBack);
   setWindowIcon(mainWindow_.Icon());
   setHeight(kWindowHeight);
@@ -75,7 +76,6 @@ void Form2::CropVideo() {
   try {
     Label1(2).setCaption(QStringLiteral("Progress: 00.00 % Complete: Status: Cropping..."));
     setMousePointer(MousePointer::kHourglass);
-    objDOS->ReceiveOutputs = [this](const std::string& block) { objDOS_ReceiveOutputs(block); };
     objDOS->setCommandLine(CropCommandLine(
         ToolsFolder(App::Path()), mainWindow_.ShownVideo().toLocal8Bit().toStdString(),
         CropFilter.toStdString(), OutputPath.toLocal8Bit().toStdString()));

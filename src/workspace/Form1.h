@@ -104,7 +104,7 @@ class Form1 : public Form, public MainWindow {
   // The commands.
   void Label14_MouseUp(const MouseEvent& event);
   void Command1_Click(int Index);
-  void Run(int command);
+  void RunCommand(int command);
   void TogglePause();
   void BuildCropFilter();
   void PreviewCrop();

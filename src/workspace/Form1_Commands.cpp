@@ -16,7 +16,7 @@ void Form1::Label14_MouseUp(const MouseEvent& event) {
   if (event.Index == ResetMarkers) {
     ResetBars();
   } else {
-    Run(event.Index);
+    RunCommand(event.Index);
   }
 }
 
@@ -24,12 +24,12 @@ void Form1::Command1_Click(int Index) {
   if (Index == StartFreshButton) {
     AskToStartFresh();
   } else {
-    Run(Index);
+    RunCommand(Index);
   }
 }
 
 // What the two rows have in common.
-void Form1::Run(int command) {
+void Form1::RunCommand(int command) {
   switch (command) {
     case LoadVideo:
       mnu_openVideo_Click();
