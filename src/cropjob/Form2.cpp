@@ -76,9 +76,9 @@ void Form2::CropVideo() {
   try {
     Label1(2).setCaption(QStringLiteral("Progress: 00.00 % Complete: Status: Cropping..."));
     setMousePointer(MousePointer::kHourglass);
-    objDOS->setCommandLine(CropCommandLine(
-        ToolsFolder(App::Path()), mainWindow_.ShownVideo().toLocal8Bit().toStdString(),
-        CropFilter.toStdString(), OutputPath.toLocal8Bit().toStdString()));
+    objDOS->setCommandLine(CropCommandLine(ToolsFolder(App::Path()),
+                                           ToNarrow(mainWindow_.ShownVideo()), ToNarrow(CropFilter),
+                                           ToNarrow(OutputPath)));
     objDOS->ExecuteCommand();
     setMousePointer(MousePointer::kDefault);
     Label1(2).setCaption(QStringLiteral("Progress: 100 % Complete: Status: Cropping Successful"));
@@ -89,7 +89,7 @@ void Form2::CropVideo() {
 }
 
 void Form2::objDOS_ReceiveOutputs(const std::string& CommandOutputs) {
-  const QString block = QString::fromLocal8Bit(CommandOutputs);
+  const QString block = FromNarrow(CommandOutputs);
   DoEvents();
   const QString time = TimeText(block);
   if (time.isEmpty()) return;

@@ -47,6 +47,10 @@ std::optional<int> TimePart(const QString& text, int limit) {
 
 }  // namespace
 
+std::string ToNarrow(const QString& text) { return text.toLocal8Bit().toStdString(); }
+
+QString FromNarrow(const std::string& bytes) { return QString::fromLocal8Bit(bytes); }
+
 QString FormatGrouped(double number) {
   constexpr int kLeastDigits = 4;
   QString digits = QString::number(std::abs(std::round(number)), 'f', 0);

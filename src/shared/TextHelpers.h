@@ -3,10 +3,16 @@
 #include <QString>
 #include <cstdint>
 #include <optional>
+#include <string>
 
 // Numbers and times as text, and text as numbers and times. Separators are those of the default
 // locale. What doesn't convert is no value, so that a caller reads "if it converts, then".
 namespace kelvane {
+
+// Text in the system's narrow encoding, which the media tools speak, and text as the windows have
+// it. What can't be told in the other is replaced.
+std::string ToNarrow(const QString& text);
+QString FromNarrow(const std::string& bytes);
 
 // Four digits at least, with the group separator before each three from the right: 0 is "0,000",
 // 640 "0,640", 12345 "12,345", -7 "-0,007". A fraction is rounded, half away from zero.

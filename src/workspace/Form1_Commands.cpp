@@ -6,6 +6,7 @@
 #include "platform/App.h"
 #include "platform/MsgBox.h"
 #include "shared/SharedValues.h"
+#include "shared/TextHelpers.h"
 #include "workspace/Form1.h"
 #include "workspace/Module2.h"
 
@@ -60,15 +61,14 @@ void Form1::TogglePause() {
 }
 
 void Form1::BuildCropFilter() {
-  CropFilter = QString::fromStdString(CropFilterText(CropWidth, CropHeight, CropLeft, CropTop));
+  CropFilter = FromNarrow(CropFilterText(CropWidth, CropHeight, CropLeft, CropTop));
 }
 
 void Form1::PreviewCrop() {
   try {
     const std::shared_ptr<DOSOutputs> runner = NewRunner();
-    runner->setCommandLine(PreviewCommandLine(ToolsFolder(App::Path()),
-                                              Text1(1).Text().toLocal8Bit().toStdString(),
-                                              CropFilter.toStdString()));
+    runner->setCommandLine(PreviewCommandLine(ToolsFolder(App::Path()), ToNarrow(Text1(1).Text()),
+                                              ToNarrow(CropFilter)));
     runner->ExecuteCommand();
   } catch (const std::exception&) {
     MsgBox(QStringLiteral("An Error Occurred trying to create Video preview."));

@@ -15,9 +15,9 @@ namespace {
 
 QString ShortPathOf(const QString& file) {
   const auto showError = [](const std::string& text, const std::string& title) {
-    MsgBox(QString::fromLocal8Bit(text), kExclamation, QString::fromLocal8Bit(title));
+    MsgBox(FromNarrow(text), kExclamation, FromNarrow(title));
   };
-  return QString::fromLocal8Bit(GetShortFileName(file.toLocal8Bit().toStdString(), showError));
+  return FromNarrow(GetShortFileName(ToNarrow(file), showError));
 }
 
 }  // namespace
@@ -48,11 +48,11 @@ void Form1::GetVideoData() {
     const std::shared_ptr<DOSOutputs> runner = NewRunner();
     const std::string tools = ToolsFolder(App::Path());
     if (!ProbeDimensionsDone) {
-      runner->setCommandLine(SizeProbeCommandLine(tools, VideoPath.toLocal8Bit().toStdString()));
+      runner->setCommandLine(SizeProbeCommandLine(tools, ToNarrow(VideoPath)));
       runner->ExecuteCommand();
     }
     ProbeDimensionsDone = true;
-    runner->setCommandLine(DurationProbeCommandLine(tools, VideoPath.toLocal8Bit().toStdString()));
+    runner->setCommandLine(DurationProbeCommandLine(tools, ToNarrow(VideoPath)));
     runner->ExecuteCommand();
     objDOS.reset();
   } catch (const std::exception&) {
@@ -68,7 +68,7 @@ std::shared_ptr<DOSOutputs> Form1::NewRunner() {
 
 // Reads whatever tool runs as the probe: the size first, and anything after that as text.
 void Form1::objDOS_ReceiveOutputs(const std::string& CommandOutputs) {
-  const QString block = QString::fromLocal8Bit(CommandOutputs);
+  const QString block = FromNarrow(CommandOutputs);
   if (!ProbeDimensionsDone) {
     if (TakeSize(CommandOutputs)) return;
     ProbeDimensionsDone = true;
@@ -76,7 +76,7 @@ void Form1::objDOS_ReceiveOutputs(const std::string& CommandOutputs) {
   DoEvents();
   Text2.AppendText(block);
   if (const std::optional<std::string> duration = durationReading_.Append(CommandOutputs)) {
-    VideoDuration = QString::fromLocal8Bit(*duration);
+    VideoDuration = FromNarrow(*duration);
   }
 }
 
@@ -84,10 +84,10 @@ void Form1::objDOS_ReceiveOutputs(const std::string& CommandOutputs) {
 bool Form1::TakeSize(const std::string& block) {
   const SizeReading size = ReadSize(WidenLineBreaks(block));
   if (size.width) {
-    Label1(SourceWidth).setCaption(FormatGroupedText(QString::fromLocal8Bit(*size.width)));
+    Label1(SourceWidth).setCaption(FormatGroupedText(FromNarrow(*size.width)));
   }
   if (size.height) {
-    Label1(SourceHeight).setCaption(FormatGroupedText(QString::fromLocal8Bit(*size.height)));
+    Label1(SourceHeight).setCaption(FormatGroupedText(FromNarrow(*size.height)));
   }
   return size.usedUp;
 }
