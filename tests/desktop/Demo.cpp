@@ -1,0 +1,208 @@
+// Shows the program at work: a private display, a clip made for the purpose, and the real window
+// driven with a real pointer through load, preview, crop and cancel. Leaves a picture of each step
+// and the cropped file; ends with 0 only if that file has the size that the bars said.
+//
+//   kelvane_demo PROGRAM_FOLDER OUTPUT_FOLDER
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <cstdio>
+#include <exception>
+#include <stdexcept>
+
+#include "desktop/driver/PrivateDisplay.h"
+#include "desktop/driver/Program.h"
+#include "desktop/driver/Videos.h"
+#include "desktop/driver/Windows.h"
+
+namespace {
+
+using namespace kelvane::desktop;
+
+constexpr QSize kClip(640, 360);
+constexpr int kClipSeconds = 30;
+// The bars are five pixels thick; the region ends where the right and the base bar begin.
+constexpr QSize kRegion(635, 355);
+// The tool's crop filter rounds down to whole colour samples, which lie on every other pixel.
+constexpr QSize kCropped(634, 354);
+
+class Demo {
+ public:
+  Demo(Screen& screen, Program& program, const QDir& output)
+      : screen_(screen), program_(program), output_(output), window_(screen), job_(screen) {}
+
+  void Run() {
+    MakeClip();
+    OpenProgram();
+    Load();
+    Preview();
+    Crop();
+    CancelAnotherCrop();
+    CheckFiles();
+    Leave();
+  }
+
+ private:
+  void MakeClip() {
+    Say(QStringLiteral("making a clip of %1 seconds, %2 by %3 pixels")
+            .arg(kClipSeconds)
+            .arg(kClip.width())
+            .arg(kClip.height()));
+    Need(MakeVideo(clip_, kClip, kClipSeconds), "the clip can't be made");
+  }
+
+  void OpenProgram() {
+    program_.Start();
+    Need(window_.Await(), "the main window doesn't come");
+    Keep("1-empty-window", "the main window, nothing loaded yet");
+  }
+
+  void Load() {
+    const QList<WindowId> known = screen_.Windows();
+    window_.Click(kLoadVideo);
+    const WindowId dialog = screen_.AwaitNew(known);
+    Need(dialog != 0 && WaitFor([&] { return screen_.Active(dialog); }), "no open dialog comes");
+    Need(HoldsFor([&] { return screen_.Exists(dialog); }, 500ms), "the open dialog goes away");
+    Keep("2-open-dialog", "Load Video was clicked; the file's name is typed in here");
+    Need(TypeFileName(screen_, dialog, clip_), "the open dialog doesn't take the file");
+    Need(window_.AwaitVideo(kClip), "the read-outs don't show the clip's size");
+    Need(window_.ShowsBarsAround(kClip), "the four green bars aren't round the picture");
+    Keep("3-loaded-video", "path, source size, canvas with its green bars, read-outs");
+  }
+
+  void Preview() {
+    const QList<WindowId> known = screen_.Windows();
+    window_.Click(kPreviewCroppedVideo);
+    const WindowId player = screen_.AwaitNew(known);
+    Need(player != 0, "the player's window doesn't come");
+    Need(WaitFor([&] { return screen_.Place(player).size() == kCropped; }),
+         "the player doesn't show the cropped size");
+    Need(WaitFor([&] { return !AllOf(screen_.Picture(screen_.Place(player)),
+                                     QRect(QPoint(), kCropped), kBlack); }),
+         "the player shows no picture");
+    Keep("4-preview", "Preview Cropped Video: the player shows the region");
+    screen_.Activate(player);
+    Need(WaitFor([&] { return screen_.Active(player); }), "the player can't be reached");
+    screen_.Strike('q');
+    Need(WaitFor([&] { return !screen_.Exists(player); }), "the player doesn't end");
+  }
+
+  void Crop() {
+    const QList<WindowId> known = screen_.Windows();
+    window_.Click(kCropVideo);
+    const WindowId dialog = screen_.AwaitNew(known);
+    Need(dialog != 0 && WaitFor([&] { return screen_.Active(dialog); }), "no save dialog comes");
+    Need(HoldsFor([&] { return screen_.Exists(dialog); }, 500ms), "the save dialog goes away");
+    Keep("5-save-dialog", "Crop Video was clicked; the new file's name is typed in here");
+    Need(TypeFileName(screen_, dialog, cropped_), "the save dialog doesn't take the name");
+    Need(job_.Await(), "the window of the job doesn't come");
+    Need(WaitFor([&] { return job_.Progress() > 0 && window_.Progress() > 0; }),
+         "the progress bars don't move");
+    Keep("6-running-job", "the job runs; both progress bars move");
+    Need(job_.AwaitSuccess(60s), "the job doesn't end");
+    Keep("7-finished-job", "the job is done");
+    job_.Cancel();
+    Need(WaitFor([&] { return !job_.Open(); }), "the finished job's window doesn't close");
+  }
+
+  void CancelAnotherCrop() {
+    Need(ChooseFile(screen_, window_, kCropVideo, afterCancel_), "the second crop doesn't start");
+    Need(job_.Await(), "the window of the second job doesn't come");
+    Need(WaitFor([&] { return job_.Progress() > 0; }), "the second job doesn't run");
+    job_.Cancel();
+    Need(WaitFor([&] { return !job_.Open(); }), "Cancel doesn't close the window");
+    Keep("8-cancelled-job", "Cancel closed the window; the tool goes on and finishes its file");
+    Need(WaitFor([&] { return program_.Children("RSDZT").isEmpty(); }, 60s),
+         "the tool doesn't end");
+  }
+
+  void CheckFiles() {
+    // What the very same command line gives without the program.
+    const QString filter =
+        QStringLiteral("crop=%1:%2:0:0").arg(kRegion.width()).arg(kRegion.height());
+    const QString bare = program_.PathOf(QStringLiteral("bare.mp4"));
+    Need(RunTool(QStringLiteral("ffmpeg"), {"-i", clip_, "-vf", filter, bare}),
+         "the tool's own crop fails");
+    Need(VideoSize(bare) == kCropped, "the tool itself doesn't give the expected size");
+    for (const QString& file : {cropped_, afterCancel_}) {
+      const QSize size = VideoSize(file);
+      Say(QStringLiteral("%1: %2 by %3 pixels; the bars said %4 by %5, which the tool rounds down "
+                         "to even numbers")
+              .arg(file)
+              .arg(size.width())
+              .arg(size.height())
+              .arg(kRegion.width())
+              .arg(kRegion.height()));
+      Need(size == kCropped, "the cropped file has the wrong size");
+      Need(Pictures(file) == Pictures(clip_), "the cropped file isn't whole");
+    }
+  }
+
+  void Leave() {
+    screen_.Close(window_.Id());
+    Need(program_.AwaitExit() == 0, "the program doesn't end cleanly");
+  }
+
+  void Keep(const char* name, const char* what) {
+    const QString file = output_.filePath(QLatin1String(name) + QStringLiteral(".png"));
+    Need(screen_.Picture().save(file), "the picture can't be written");
+    Say(QStringLiteral("%1: %2").arg(file, QLatin1String(what)));
+  }
+
+  void Need(bool holds, const char* complaint) {
+    if (holds) return;
+    screen_.Picture().save(output_.filePath(QStringLiteral("failed.png")));
+    throw std::runtime_error(complaint);
+  }
+
+  static void Say(const QString& text) {
+    std::printf("demo: %s\n", qUtf8Printable(text));
+    std::fflush(stdout);
+  }
+
+  Screen& screen_;
+  Program& program_;
+  QDir output_;
+  MainWindow window_;
+  JobWindow job_;
+  QString clip_ = output_.filePath(QStringLiteral("clip.mp4"));
+  QString cropped_ = output_.filePath(QStringLiteral("cropped.mp4"));
+  QString afterCancel_ = output_.filePath(QStringLiteral("cropped-after-cancel.mp4"));
+};
+
+void Show(const QString& programFolder, const QString& outputFolder) {
+  QDir output(outputFolder);
+  output.removeRecursively();
+  if (!output.mkpath(QStringLiteral("."))) throw std::runtime_error("no place for the pictures");
+
+  const QTemporaryDir home;
+  const PrivateDisplay display(home.path().toStdString());
+  qputenv("DISPLAY", display.Name().c_str());
+  qputenv("QT_QPA_PLATFORM", "xcb");
+  qputenv("QT_ENABLE_HIGHDPI_SCALING", "0");
+  int argumentCount = 1;
+  char name[] = "kelvane_demo";
+  char* arguments[] = {name, nullptr};
+  const QApplication application(argumentCount, arguments);
+  Screen screen(display.Name());
+  Program program(programFolder, QString::fromStdString(display.Name()));
+  Demo(screen, program, QDir(output.absolutePath())).Run();
+  std::printf("demo: done; the pictures and the cropped file lie in %s\n",
+              qUtf8Printable(output.absolutePath()));
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (argc != 3) {
+    std::fputs("usage: kelvane_demo PROGRAM_FOLDER OUTPUT_FOLDER\n", stderr);
+    return 2;
+  }
+  try {
+    Show(QString::fromLocal8Bit(argv[1]), QString::fromLocal8Bit(argv[2]));
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "demo: failed: %s\n", failure.what());
+    return 1;
+  }
+  return 0;
+}

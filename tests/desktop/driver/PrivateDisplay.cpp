@@ -1,0 +1,105 @@
+#include "desktop/driver/PrivateDisplay.h"
+
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <xcb/xcb.h>
+
+#include <array>
+#include <csignal>
+#include <stdexcept>
+#include <vector>
+
+#include "desktop/driver/Wait.h"
+
+namespace kelvane::desktop {
+namespace {
+
+// Starts a program found in PATH that ends when this process does. `inherited` stays open in it.
+pid_t StartCompanion(const std::vector<std::string>& arguments, int inherited = -1) {
+  std::vector<char*> pointers;
+  pointers.reserve(arguments.size() + 1);
+  for (const std::string& argument : arguments) {
+    pointers.push_back(const_cast<char*>(argument.c_str()));
+  }
+  pointers.push_back(nullptr);
+  const pid_t child = fork();
+  if (child != 0) return child;
+  prctl(PR_SET_PDEATHSIG, SIGKILL);
+  const int null = open("/dev/null", O_RDWR | O_CLOEXEC);
+  for (const int standard : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) dup2(null, standard);
+  if (inherited >= 0) fcntl(inherited, F_SETFD, 0);
+  execvp(pointers.front(), pointers.data());
+  _exit(127);
+}
+
+void End(pid_t process) {
+  if (process <= 0) return;
+  kill(process, SIGTERM);
+  const bool ended =
+      WaitFor([process] { return waitpid(process, nullptr, WNOHANG) != 0; }, 5s);
+  if (ended) return;
+  kill(process, SIGKILL);
+  waitpid(process, nullptr, 0);
+}
+
+bool ManagerAnswers(xcb_connection_t* connection, xcb_window_t root) {
+  constexpr char kName[] = "_NET_SUPPORTING_WM_CHECK";
+  xcb_intern_atom_reply_t* atom = xcb_intern_atom_reply(
+      connection, xcb_intern_atom(connection, 0, sizeof kName - 1, kName), nullptr);
+  if (atom == nullptr) return false;
+  xcb_get_property_reply_t* property = xcb_get_property_reply(
+      connection,
+      xcb_get_property(connection, 0, root, atom->atom, XCB_ATOM_WINDOW, 0, 1), nullptr);
+  const bool answers = property != nullptr && property->type == XCB_ATOM_WINDOW;
+  free(atom);
+  free(property);
+  return answers;
+}
+
+}  // namespace
+
+PrivateDisplay::PrivateDisplay(const std::string& privateFolder) {
+  try {
+    StartServer();
+    StartWindowManager(privateFolder);
+  } catch (...) {
+    End(windowManager_);
+    End(server_);
+    throw;
+  }
+}
+
+PrivateDisplay::~PrivateDisplay() {
+  End(windowManager_);
+  End(server_);
+}
+
+// The server says its number on a pipe once it takes connections.
+void PrivateDisplay::StartServer() {
+  std::array<int, 2> ends{};
+  if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe for the X server");
+  server_ = StartCompanion({"Xvfb", "-displayfd", std::to_string(ends[1]), "-screen", "0",
+                            "1920x1200x24", "-nolisten", "tcp", "-noreset"},
+                           ends[1]);
+  close(ends[1]);
+  std::string number;
+  char digit = 0;
+  while (read(ends[0], &digit, 1) == 1 && digit != '\n') number += digit;
+  close(ends[0]);
+  if (number.empty()) throw std::runtime_error("the X server Xvfb doesn't start");
+  name_ = ":" + number;
+}
+
+void PrivateDisplay::StartWindowManager(const std::string& privateFolder) {
+  windowManager_ = StartCompanion({"env", "-i", "PATH=/usr/bin:/bin", "HOME=" + privateFolder,
+                                   "LANG=C.UTF-8", "DISPLAY=" + name_, "openbox"});
+  xcb_connection_t* connection = xcb_connect(name_.c_str(), nullptr);
+  const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+  const bool answers = WaitFor([&] { return ManagerAnswers(connection, root); });
+  xcb_disconnect(connection);
+  if (!answers) throw std::runtime_error("the window manager openbox doesn't start");
+}
+
+}  // namespace kelvane::desktop

@@ -1,0 +1,190 @@
+#include "desktop/driver/Program.h"
+
+#include <fcntl.h>
+#include <sys/prctl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QDir>
+#include <QFile>
+#include <QProcessEnvironment>
+#include <csignal>
+#include <stdexcept>
+
+namespace kelvane::desktop {
+namespace {
+
+void WriteScript(const QString& path, const QString& script) {
+  QFile::remove(path);
+  QFile file(path);
+  if (!file.open(QIODevice::WriteOnly)) throw std::runtime_error("a script can't be written");
+  file.write(script.toUtf8());
+  file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+QProcessEnvironment CleanEnvironment(const QString& folder, const QString& display) {
+  QProcessEnvironment environment;
+  environment.insert(QStringLiteral("PATH"), folder + QStringLiteral("/commands:/usr/bin:/bin"));
+  environment.insert(QStringLiteral("HOME"), folder + QStringLiteral("/home"));
+  environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), folder + QStringLiteral("/runtime"));
+  environment.insert(QStringLiteral("LANG"), QStringLiteral("C.UTF-8"));
+  environment.insert(QStringLiteral("DISPLAY"), display);
+  environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
+  // The machine may have no sound device.
+  environment.insert(QStringLiteral("SDL_AUDIODRIVER"), QStringLiteral("dummy"));
+  for (const char* name : {"ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS"}) {
+    if (qEnvironmentVariableIsSet(name)) {
+      environment.insert(QLatin1String(name), qEnvironmentVariable(name));
+    }
+  }
+  return environment;
+}
+
+}  // namespace
+
+Program::Program(const QString& builtFolder, const QString& display) : display_(display) {
+  if (!QFile::exists(builtFolder + QStringLiteral("/kelvane"))) {
+    throw std::runtime_error("no program in " + builtFolder.toStdString());
+  }
+  const QDir place(place_.path());
+  for (const char* folder : {"program", "home", "commands", "runtime", "log"}) {
+    place.mkdir(QLatin1String(folder));
+  }
+  QFile::setPermissions(place.filePath(QStringLiteral("runtime")),
+                        QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  QFile::copy(builtFolder + QStringLiteral("/kelvane"),
+              ProgramFolder() + QStringLiteral("/kelvane"));
+  for (const char* tool : {"ffmpeg", "ffprobe", "ffplay"}) {
+    const QString real =
+        QFile::symLinkTarget(builtFolder + QLatin1Char('/') + QLatin1String(tool));
+    QFile::link(real, ProgramFolder() + QLatin1Char('/') + QLatin1String(tool));
+    QFile::link(real, RealTool(QLatin1String(tool)));
+  }
+  process_.setProcessChannelMode(QProcess::MergedChannels);
+}
+
+Program::~Program() {
+  if (const auto group = static_cast<pid_t>(process_.processId()); group > 0) {
+    kill(-group, SIGKILL);
+  }
+  process_.waitForFinished();
+}
+
+QString Program::RealTool(const QString& tool) const {
+  return place_.filePath(QStringLiteral("real-") + tool);
+}
+
+QString Program::LogOf(const QString& tool) const {
+  return place_.filePath(QStringLiteral("log/") + tool);
+}
+
+void Program::ReplaceTool(const QString& tool, const QString& behaviour) {
+  const QString script = QStringLiteral(
+                             "#!/bin/sh\n"
+                             "real='%1'\n"
+                             "{ for argument; do printf ' %s\\n' \"$argument\"; done; echo end; }"
+                             " >> '%2'\n"
+                             "%3\n")
+                             .arg(RealTool(tool), LogOf(tool), behaviour);
+  WriteScript(ProgramFolder() + QLatin1Char('/') + tool, script);
+}
+
+void Program::RemoveTool(const QString& tool) const {
+  QFile::remove(ProgramFolder() + QLatin1Char('/') + tool);
+}
+
+QList<QStringList> Program::RunsOf(const QString& tool) const {
+  QList<QStringList> runs;
+  QFile log(LogOf(tool));
+  if (!log.open(QIODevice::ReadOnly)) return runs;
+  QStringList arguments;
+  const QString text = QString::fromUtf8(log.readAll());
+  for (const QString& line : text.split(QLatin1Char('\n'))) {
+    if (line.startsWith(QLatin1Char(' '))) {
+      arguments << line.mid(1);
+    } else if (line == QLatin1String("end")) {
+      runs << arguments;
+      arguments.clear();
+    }
+  }
+  return runs;
+}
+
+QString Program::Gate(const QString& name) const {
+  const QString gate = place_.filePath(QStringLiteral("gate-") + name);
+  mkfifo(QFile::encodeName(gate).constData(), 0600);
+  return QStringLiteral("timeout 120 cat '%1' > /dev/null\n").arg(gate);
+}
+
+// A pipe without a reader can't be opened for writing without waiting: that is how the script's
+// coming is seen.
+bool Program::Open(const QString& name) const {
+  const QByteArray gate = QFile::encodeName(place_.filePath(QStringLiteral("gate-") + name));
+  int writer = -1;
+  WaitFor([&] {
+    writer = open(gate.constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
+    return writer >= 0;
+  });
+  if (writer < 0) return false;
+  close(writer);
+  return true;
+}
+
+void Program::AddCommand(const QString& name, const QString& script) const {
+  WriteScript(place_.filePath(QStringLiteral("commands/") + name),
+              QStringLiteral("#!/bin/sh\n") + script);
+}
+
+void Program::Start() {
+  process_.setProcessEnvironment(CleanEnvironment(place_.path(), display_));
+  process_.setWorkingDirectory(place_.path());
+  // A group of its own, so that its tools can be ended with it.
+  process_.setChildProcessModifier([] {
+    setpgid(0, 0);
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+  });
+  const QString program = ProgramFolder() + QStringLiteral("/kelvane");
+  if (limit_.isEmpty()) {
+    process_.start(program, QStringList());
+  } else {
+    process_.start(QStringLiteral("/bin/sh"),
+                   {QStringLiteral("-c"), limit_ + QStringLiteral("; exec \"$0\""), program});
+  }
+  if (!process_.waitForStarted()) throw std::runtime_error("the program can't be started");
+}
+
+int Program::AwaitExit(std::chrono::milliseconds patience) {
+  if (!WaitFor([this] { return process_.state() == QProcess::NotRunning; }, patience)) return -2;
+  return process_.exitStatus() == QProcess::CrashExit ? -1 : process_.exitCode();
+}
+
+QString Program::Printed() {
+  printed_ += QString::fromUtf8(process_.readAll());
+  return printed_;
+}
+
+int Program::OpenDescriptors() const {
+  const QDir descriptors(QStringLiteral("/proc/%1/fd").arg(Id()));
+  return static_cast<int>(
+      descriptors.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size());
+}
+
+QList<qint64> Program::Children(const QByteArray& states) const {
+  QList<qint64> found;
+  const QDir threads(QStringLiteral("/proc/%1/task").arg(Id()));
+  for (const QString& thread : threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+    QFile list(threads.filePath(thread + QStringLiteral("/children")));
+    if (!list.open(QIODevice::ReadOnly)) continue;
+    for (const QByteArray& child : list.readAll().simplified().split(' ')) {
+      QFile status(QStringLiteral("/proc/%1/stat").arg(QString::fromUtf8(child)));
+      if (child.isEmpty() || !status.open(QIODevice::ReadOnly)) continue;
+      // The state follows the name in its brackets.
+      const QByteArray line = status.readAll();
+      const char state = line.at(line.lastIndexOf(')') + 2);
+      if (states.contains(state)) found << child.toLongLong();
+    }
+  }
+  return found;
+}
+
+}  // namespace kelvane::desktop

@@ -1,0 +1,70 @@
+#pragma once
+
+#include <QList>
+#include <QProcess>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+#include "desktop/driver/Wait.h"
+
+namespace kelvane::desktop {
+
+// The program under test: a copy of the built folder in a place of its own, so that single tools in
+// it can be exchanged, started with an environment that holds nothing of the tester's.
+class Program {
+ public:
+  // `builtFolder` holds the program with its tools, `display` is where it opens its windows. Throws
+  // std::runtime_error if there is no program.
+  Program(const QString& builtFolder, const QString& display);
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
+  // Ends the program and every tool that it left behind.
+  ~Program();
+
+  // A folder for the test's files, gone with the object. Its path has no blank in it.
+  QString Folder() const { return place_.path(); }
+  QString PathOf(const QString& file) const { return place_.filePath(file); }
+  // The folder of the program and its tools.
+  QString ProgramFolder() const { return place_.filePath(QStringLiteral("program")); }
+
+  // Puts a shell script in the tool's place that notes its arguments and goes on with `behaviour`.
+  // In it, $real names the tool that it stands for.
+  void ReplaceTool(const QString& tool, const QString& behaviour);
+  void RemoveTool(const QString& tool) const;
+  // The arguments of each run of a replaced tool, in order.
+  QList<QStringList> RunsOf(const QString& tool) const;
+
+  // A line of shell script that waits here until Open of the same name; at most two minutes.
+  QString Gate(const QString& name) const;
+  // Lets one script through, and waits until it has come to its gate. False if none comes.
+  bool Open(const QString& name) const;
+
+  // Programs of the desktop, found before the system's own.
+  void AddCommand(const QString& name, const QString& script) const;
+
+  void SetLimit(const QString& shellCommand) { limit_ = shellCommand; }
+  void Start();
+  bool Running() const { return process_.state() == QProcess::Running; }
+  qint64 Id() const { return process_.processId(); }
+  // Waits for the program's own end; its exit code, -1 for a crash, -2 if it goes on running.
+  int AwaitExit(std::chrono::milliseconds patience = kPatience);
+  // What the program has printed so far.
+  QString Printed();
+
+  int OpenDescriptors() const;
+  // The numbers of the program's child processes whose state is one of `states`, as in "ZRS".
+  QList<qint64> Children(const QByteArray& states) const;
+
+ private:
+  QString RealTool(const QString& tool) const;
+  QString LogOf(const QString& tool) const;
+
+  QTemporaryDir place_;
+  QString display_;
+  QString limit_;
+  QProcess process_;
+  QString printed_;
+};
+
+}  // namespace kelvane::desktop

@@ -1,0 +1,221 @@
+#include "desktop/driver/Screen.h"
+
+#include <xcb/xtest.h>
+
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QPixmap>
+#include <QScreen>
+#include <memory>
+#include <stdexcept>
+
+namespace kelvane::desktop {
+namespace {
+
+struct FreeReply {
+  void operator()(void* reply) const { free(reply); }
+};
+template <typename Reply>
+using ReplyOf = std::unique_ptr<Reply, FreeReply>;
+
+template <typename Reply>
+ReplyOf<Reply> Own(Reply* reply) {
+  return ReplyOf<Reply>(reply);
+}
+
+QList<std::uint32_t> Numbers(const QByteArray& property) {
+  QList<std::uint32_t> numbers(property.size() / qsizetype{sizeof(std::uint32_t)});
+  std::memcpy(numbers.data(), property.constData(),
+              static_cast<std::size_t>(numbers.size()) * sizeof(std::uint32_t));
+  return numbers;
+}
+
+constexpr std::uint32_t kFromPager = 2;  // requests with a user's full weight
+constexpr std::uint32_t kIconic = 3;
+
+}  // namespace
+
+Screen::Screen(const std::string& display)
+    : connection_(xcb_connect(display.c_str(), nullptr)) {
+  if (xcb_connection_has_error(connection_) != 0) {
+    xcb_disconnect(connection_);
+    throw std::runtime_error("the display " + display + " doesn't answer");
+  }
+  root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
+  ReadKeyboard();
+}
+
+Screen::~Screen() { xcb_disconnect(connection_); }
+
+QList<WindowId> Screen::Windows() const { return Numbers(Property(root_, "_NET_CLIENT_LIST")); }
+
+QString Screen::Title(WindowId window) const {
+  return QString::fromUtf8(Property(window, "_NET_WM_NAME"));
+}
+
+std::optional<WindowId> Screen::Find(const QString& title) const {
+  for (const WindowId window : Windows()) {
+    if (Title(window) == title) return window;
+  }
+  return std::nullopt;
+}
+
+WindowId Screen::Await(const QString& title, std::chrono::milliseconds patience) const {
+  std::optional<WindowId> found;
+  WaitFor([&] { return (found = Find(title)).has_value(); }, patience);
+  return found.value_or(0);
+}
+
+WindowId Screen::AwaitNew(const QList<WindowId>& known, std::chrono::milliseconds patience) const {
+  WindowId found = 0;
+  WaitFor(
+      [&] {
+        for (const WindowId window : Windows()) {
+          if (!known.contains(window)) found = window;
+        }
+        return found != 0;
+      },
+      patience);
+  return found;
+}
+
+QRect Screen::Place(WindowId window) const {
+  const auto geometry = Own(
+      xcb_get_geometry_reply(connection_, xcb_get_geometry(connection_, window), nullptr));
+  const auto origin = Own(xcb_translate_coordinates_reply(
+      connection_, xcb_translate_coordinates(connection_, window, root_, 0, 0), nullptr));
+  if (!geometry || !origin) return {};
+  return {origin->dst_x, origin->dst_y, geometry->width, geometry->height};
+}
+
+bool Screen::Minimised(WindowId window) const {
+  return Numbers(Property(window, "_NET_WM_STATE")).contains(Atom("_NET_WM_STATE_HIDDEN"));
+}
+
+bool Screen::Active(WindowId window) const {
+  return Numbers(Property(root_, "_NET_ACTIVE_WINDOW")).value(0) == window;
+}
+
+void Screen::Minimise(WindowId window) { Ask(window, "WM_CHANGE_STATE", kIconic); }
+
+void Screen::Activate(WindowId window) { Ask(window, "_NET_ACTIVE_WINDOW", kFromPager); }
+
+void Screen::Resize(WindowId window, QSize size) {
+  const std::uint32_t values[] = {static_cast<std::uint32_t>(size.width()),
+                                  static_cast<std::uint32_t>(size.height())};
+  xcb_configure_window(connection_, window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
+                       values);
+  Settle();
+}
+
+void Screen::Close(WindowId window) {
+  Ask(window, "_NET_CLOSE_WINDOW", XCB_CURRENT_TIME, kFromPager);
+}
+
+QImage Screen::Picture() const {
+  return QGuiApplication::primaryScreen()->grabWindow(0).toImage().convertToFormat(
+      QImage::Format_RGB32);
+}
+
+QRgb Screen::Pixel(QPoint place) const { return Picture({place, QSize(1, 1)}).pixel(0, 0); }
+
+void Screen::MovePointer(QPoint place) { Send(XCB_MOTION_NOTIFY, 0, place); }
+
+void Screen::Press(PointerButton button) { Send(XCB_BUTTON_PRESS, button); }
+
+void Screen::Release(PointerButton button) { Send(XCB_BUTTON_RELEASE, button); }
+
+void Screen::Click(QPoint place, PointerButton button) {
+  MovePointer(place);
+  Press(button);
+  Release(button);
+}
+
+void Screen::Strike(std::uint32_t key, std::uint32_t held) {
+  const std::uint8_t code = keyboard_.value(key).code;
+  const std::uint8_t heldCode = held == 0 ? std::uint8_t{0} : keyboard_.value(held).code;
+  if (heldCode != 0) Send(XCB_KEY_PRESS, heldCode);
+  Send(XCB_KEY_PRESS, code);
+  Send(XCB_KEY_RELEASE, code);
+  if (heldCode != 0) Send(XCB_KEY_RELEASE, heldCode);
+}
+
+void Screen::Type(const QString& text) {
+  const bool hasKeys = std::all_of(text.begin(), text.end(), [this](QChar character) {
+    return keyboard_.contains(character.unicode());
+  });
+  if (!hasKeys) {
+    QGuiApplication::clipboard()->setText(text);
+    Strike('v', kControl);
+    return;
+  }
+  for (const QChar character : text) {
+    const std::uint32_t symbol = character.unicode();
+    Strike(symbol, keyboard_.value(symbol).shifted ? std::uint32_t{kShift} : 0);
+  }
+}
+
+xcb_atom_t Screen::Atom(const char* name) const {
+  const QByteArray key(name);
+  if (const auto known = atoms_.constFind(key); known != atoms_.constEnd()) return *known;
+  const auto reply = Own(xcb_intern_atom_reply(
+      connection_,
+      xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(key.size()), name), nullptr));
+  return *atoms_.insert(key, reply->atom);
+}
+
+QByteArray Screen::Property(WindowId window, const char* name) const {
+  constexpr std::uint32_t kLongest = 4096;
+  const auto reply = Own(xcb_get_property_reply(
+      connection_,
+      xcb_get_property(connection_, 0, window, Atom(name), XCB_ATOM_ANY, 0, kLongest), nullptr));
+  if (!reply) return {};
+  return {static_cast<const char*>(xcb_get_property_value(reply.get())),
+          xcb_get_property_value_length(reply.get())};
+}
+
+void Screen::Ask(WindowId window, const char* request, std::uint32_t first, std::uint32_t second) {
+  xcb_client_message_event_t event{};
+  event.response_type = XCB_CLIENT_MESSAGE;
+  event.format = 32;
+  event.window = window;
+  event.type = Atom(request);
+  event.data.data32[0] = first;
+  event.data.data32[1] = second;
+  std::array<char, 32> bytes{};
+  std::memcpy(bytes.data(), &event, sizeof event);
+  xcb_send_event(connection_, 0, root_,
+                 XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                 bytes.data());
+  Settle();
+}
+
+void Screen::Send(std::uint8_t type, std::uint8_t detail, QPoint place) {
+  xcb_test_fake_input(connection_, type, detail, XCB_CURRENT_TIME, root_,
+                      static_cast<std::int16_t>(place.x()), static_cast<std::int16_t>(place.y()),
+                      0);
+  Settle();
+}
+
+// Returns when the server has taken everything sent so far.
+void Screen::Settle() const {
+  Own(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
+}
+
+void Screen::ReadKeyboard() {
+  const xcb_setup_t* setup = xcb_get_setup(connection_);
+  const std::uint8_t first = setup->min_keycode;
+  const auto count = static_cast<std::uint8_t>(setup->max_keycode - first + 1);
+  const auto mapping = Own(xcb_get_keyboard_mapping_reply(
+      connection_, xcb_get_keyboard_mapping(connection_, first, count), nullptr));
+  const xcb_keysym_t* symbols = xcb_get_keyboard_mapping_keysyms(mapping.get());
+  for (int key = 0; key < count; ++key) {
+    for (int level = 0; level < std::min<int>(2, mapping->keysyms_per_keycode); ++level) {
+      const xcb_keysym_t symbol = symbols[key * mapping->keysyms_per_keycode + level];
+      if (symbol == XCB_NO_SYMBOL || keyboard_.contains(symbol)) continue;
+      keyboard_.insert(symbol, {static_cast<std::uint8_t>(first + key), level == 1});
+    }
+  }
+}
+
+}  // namespace kelvane::desktop

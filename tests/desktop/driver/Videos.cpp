@@ -1,0 +1,51 @@
+#include "desktop/driver/Videos.h"
+
+#include <QProcess>
+
+namespace kelvane::desktop {
+
+bool RunTool(const QString& tool, const QStringList& arguments, QString* printed) {
+  constexpr int kLongest = 60'000;  // ms
+  QProcess process;
+  process.setProcessChannelMode(QProcess::MergedChannels);
+  process.setStandardInputFile(QProcess::nullDevice());
+  process.start(tool, arguments);
+  const bool ended = process.waitForFinished(kLongest);
+  if (printed != nullptr) *printed = QString::fromUtf8(process.readAll());
+  return ended && process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
+}
+
+bool MakeVideo(const QString& path, QSize size, int seconds) {
+  const QString picture = QStringLiteral("testsrc2=size=%1x%2:rate=25:duration=%3")
+                              .arg(size.width())
+                              .arg(size.height())
+                              .arg(seconds);
+  const QString tone = QStringLiteral("sine=frequency=440:duration=%1").arg(seconds);
+  return RunTool(QStringLiteral("ffmpeg"),
+                 {"-v", "error", "-f", "lavfi", "-i", picture, "-f", "lavfi", "-i", tone,
+                  "-pix_fmt", "yuv420p", "-preset", "ultrafast", path});
+}
+
+QSize VideoSize(const QString& path) {
+  QString printed;
+  RunTool(QStringLiteral("ffprobe"),
+          {"-v", "error", "-select_streams", "v:0", "-show_entries", "stream=width,height", "-of",
+           "csv=p=0", path},
+          &printed);
+  const QStringList numbers = printed.trimmed().split(QLatin1Char(','));
+  return numbers.size() == 2 ? QSize(numbers[0].toInt(), numbers[1].toInt()) : QSize();
+}
+
+int Pictures(const QString& path) {
+  QString printed;
+  const bool sound =
+      RunTool(QStringLiteral("ffmpeg"), {"-v", "error", "-i", path, "-f", "null", "-"}, &printed);
+  if (!sound || !printed.isEmpty()) return -1;
+  RunTool(QStringLiteral("ffprobe"),
+          {"-v", "error", "-select_streams", "v:0", "-count_frames", "-show_entries",
+           "stream=nb_read_frames", "-of", "csv=p=0", path},
+          &printed);
+  return printed.trimmed().toInt();
+}
+
+}  // namespace kelvane::desktop

@@ -1,0 +1,173 @@
+#include "desktop/driver/Windows.h"
+
+#include <QLocale>
+
+#include "desktop/driver/Places.h"
+
+namespace kelvane::desktop {
+namespace {
+
+// "0,640"
+QString ReadOut(int number) {
+  return QStringLiteral("%1,%2")
+      .arg(number / 1000)
+      .arg(number % 1000, 3, 10, QLatin1Char('0'));
+}
+
+int Filled(const QImage& picture) {
+  const int middle = picture.height() / 2;
+  return CountOf(picture, QRect(0, middle, picture.width(), 1), kLit);
+}
+
+}  // namespace
+
+bool MainWindow::Await() {
+  window_ = screen_.Await(QStringLiteral("Kelvane"));
+  if (window_ == 0) return false;
+  return WaitFor([this] { return Shows(NameOf(kLoadVideo), QStringLiteral("Load Video")); });
+}
+
+// The menu bar ends where the window's dark ground begins.
+QRect MainWindow::Area() const {
+  const QRect window = screen_.Place(window_);
+  const QImage edge = screen_.Picture(QRect(window.topLeft(), QSize(1, window.height())));
+  int top = 0;
+  while (top < edge.height() && edge.pixel(0, top) != kDark) ++top;
+  return window.adjusted(0, top, 0, 0);
+}
+
+QRect MainWindow::Menus() const {
+  const QRect window = screen_.Place(window_);
+  return {window.topLeft(), QSize(window.width(), Area().top() - window.top())};
+}
+
+QRect MainWindow::Place(const QString& control) const {
+  const QRect area = Area();
+  return PlaceIn(area.size(), control).translated(area.topLeft());
+}
+
+QString MainWindow::NameOf(Command command) { return QStringLiteral("Label14(%1)").arg(command); }
+
+void MainWindow::Click(Command command, PointerButton button) {
+  screen_.Click(Place(NameOf(command)).center(), button);
+}
+
+void MainWindow::PointAt(Command command) {
+  screen_.MovePointer(Place(NameOf(command)).center());
+}
+
+void MainWindow::PointAtGround() {
+  constexpr QPoint kBetweenFrames(10, 60);
+  screen_.MovePointer(Area().topLeft() + kBetweenFrames);
+  screen_.MovePointer(Area().topLeft() + kBetweenFrames + QPoint(1, 1));
+}
+
+void MainWindow::ChooseMenuItem(int menu, int item) {
+  constexpr int kFirstMenu = 20;
+  constexpr int kMenuPitch = 60;
+  constexpr int kItemPitch = 22;
+  const QRect menus = Menus();
+  const QPoint title(menus.left() + kFirstMenu + menu * kMenuPitch, menus.center().y());
+  const QImage before = screen_.Picture();
+  screen_.Click(title);
+  const QPoint chosen(title.x() + kFirstMenu, menus.bottom() + kItemPitch / 2 + item * kItemPitch);
+  WaitFor([&] { return screen_.Picture({chosen, QSize(1, 1)}) != before.copy({chosen, QSize(1, 1)}); });
+  screen_.Click(chosen);
+}
+
+bool MainWindow::Shows(const QString& control, const QString& caption, QRgb background) const {
+  const QRect place = Place(control);
+  const bool centred = control.startsWith(QLatin1String("Label14("));
+  return screen_.Picture(place) == CaptionPicture(caption, place.size(), background,
+                                                  centred ? Justify::kCentre : Justify::kLeft);
+}
+
+bool MainWindow::AwaitCaption(const QString& control, const QString& caption) const {
+  return WaitFor([&] { return Shows(control, caption); });
+}
+
+bool MainWindow::AwaitVideo(QSize video) const {
+  constexpr int kBarThickness = 5;
+  const QString right = ReadOut(video.width() - kBarThickness);
+  const QString base = ReadOut(video.height() - kBarThickness);
+  const QList<std::pair<int, QString>> captions = {
+      {1, ReadOut(video.width())}, {3, ReadOut(video.height())}, {5, ReadOut(0)}, {7, ReadOut(0)},
+      {9, right}, {11, base}, {13, base}, {15, right}};
+  for (const auto& [index, caption] : captions) {
+    if (!AwaitCaption(QStringLiteral("Label1(%1)").arg(index), caption)) return false;
+  }
+  return true;
+}
+
+QRect MainWindow::Canvas() const {
+  const QImage picture = screen_.Picture();
+  const QRect viewport = Place(QStringLiteral("Picture1(1)"));
+  return Extent(picture, viewport, kMarker);
+}
+
+bool MainWindow::ShowsBarsAround(QSize video) const {
+  constexpr int kBarThickness = 5;
+  const QPoint origin = Place(QStringLiteral("Picture1(1)")).topLeft();
+  const QImage picture = screen_.Picture(QRect(origin, video));
+  const QRect canvas(QPoint(), video);
+  const QRect inside = canvas.adjusted(kBarThickness, kBarThickness, -kBarThickness, -kBarThickness);
+  const int ring = video.width() * video.height() - inside.width() * inside.height();
+  return CountOf(picture, canvas, kMarker) == ring && CountOf(picture, inside, kMarker) == 0;
+}
+
+int MainWindow::Progress() const { return Filled(screen_.Picture(Place(QStringLiteral("pbar")))); }
+
+bool JobWindow::Await() {
+  window_ = screen_.Await(QStringLiteral("Saving Video"));
+  return window_ != 0;
+}
+
+QRect JobWindow::Place(const QRect& place) const {
+  return place.translated(screen_.Place(window_).topLeft());
+}
+
+bool JobWindow::ShowsStatus(const QString& status) const {
+  const QRect place = Place({24, 80, 249, 17});
+  return screen_.Picture(place) == CaptionPicture(status, place.size(), kDark, Justify::kLeft);
+}
+
+bool JobWindow::AwaitStatus(const QString& status, std::chrono::milliseconds patience) const {
+  return WaitFor([&] { return ShowsStatus(status); }, patience);
+}
+
+bool JobWindow::AwaitSuccess(std::chrono::milliseconds patience) const {
+  return AwaitStatus(QStringLiteral("Progress: 100 % Complete: Status: Cropping Successful"),
+                     patience);
+}
+
+bool JobWindow::ShowsOutput(const QString& output) const {
+  const QRect place = Place({16, 40, 321, 17});
+  return screen_.Picture(place) == CaptionPicture(output, place.size(), kDark, Justify::kLeft);
+}
+
+int JobWindow::Progress() const { return Filled(screen_.Picture(Place({24, 101, 409, 9}))); }
+
+QPoint JobWindow::CancelButton() const { return Place({344, 22, 97, 17}).center(); }
+
+void JobWindow::Cancel(PointerButton button) { screen_.Click(CancelButton(), button); }
+
+bool ChooseFile(Screen& screen, MainWindow& window, Command command, const QString& path) {
+  const QList<WindowId> known = screen.Windows();
+  window.Click(command);
+  const WindowId dialog = screen.AwaitNew(known);
+  return dialog != 0 && TypeFileName(screen, dialog, path);
+}
+
+bool TypeFileName(Screen& screen, WindowId dialog, const QString& path) {
+  if (!WaitFor([&] { return screen.Active(dialog); })) return false;
+  screen.Type(path);
+  // The first Return may only close the list of matching names.
+  constexpr int kReturns = 3;
+  for (int i = 0; i < kReturns; ++i) {
+    screen.Strike(kReturn);
+    if (WaitFor([&] { return !screen.Exists(dialog); }, 3s)) return true;
+  }
+  return false;
+}
+
+}  // namespace kelvane::desktop

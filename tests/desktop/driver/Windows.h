@@ -1,0 +1,93 @@
+#pragma once
+
+#include <QString>
+
+#include "desktop/driver/Picture.h"
+#include "desktop/driver/Screen.h"
+
+// The program's windows as a user finds and uses them.
+namespace kelvane::desktop {
+
+enum Command : int {
+  kLoadVideo,
+  kRunVideo,
+  kPauseVideo,
+  kStopVideo,
+  kPreviewCroppedVideo,
+  kCropVideo,
+  kResetMarkers
+};
+
+enum Bar : int { kLeftBar, kTopBar, kRightBar, kBaseBar };
+
+class MainWindow {
+ public:
+  explicit MainWindow(Screen& screen) : screen_(screen) {}
+
+  // Waits until the window is on the screen and painted. False if that doesn't happen.
+  bool Await();
+  WindowId Id() const { return window_; }
+
+  // The area under the menus, in screen pixels.
+  QRect Area() const;
+  QRect Menus() const;
+  // A control's place in screen pixels.
+  QRect Place(const QString& control) const;
+  static QString NameOf(Command command);
+
+  void Click(Command command, PointerButton button = kLeftButton);
+  void PointAt(Command command);
+  // Lays the pointer on the window's own bare ground.
+  void PointAtGround();
+  // Chooses the item in line `item` (from 0) of the menu in column `menu`.
+  void ChooseMenuItem(int menu, int item);
+
+  // True if the label shows this caption at this moment, pixel for pixel.
+  bool Shows(const QString& control, const QString& caption, QRgb background = kDark) const;
+  // Waits for that.
+  bool AwaitCaption(const QString& control, const QString& caption) const;
+  // Waits until the read-outs are those of a video of this size with its bars at the edges.
+  bool AwaitVideo(QSize video) const;
+  // Where the canvas lies as far as it can be seen; empty while it is hidden.
+  QRect Canvas() const;
+  // Whether the canvas shows its four bars at the edges of a video of this size.
+  bool ShowsBarsAround(QSize video) const;
+  // The filled part of the progress bar in pixels.
+  int Progress() const;
+
+ private:
+  Screen& screen_;
+  WindowId window_ = 0;
+};
+
+class JobWindow {
+ public:
+  explicit JobWindow(Screen& screen) : screen_(screen) {}
+
+  bool Await();
+  bool Open() const { return screen_.Find(QStringLiteral("Saving Video")).has_value(); }
+  WindowId Id() const { return window_; }
+
+  bool ShowsStatus(const QString& status) const;
+  bool AwaitStatus(const QString& status, std::chrono::milliseconds patience = kPatience) const;
+  // Waits until the job is said to be over.
+  bool AwaitSuccess(std::chrono::milliseconds patience = kPatience) const;
+  bool ShowsOutput(const QString& output) const;
+  int Progress() const;
+  QPoint CancelButton() const;
+  void Cancel(PointerButton button = kLeftButton);
+
+ private:
+  QRect Place(const QRect& place) const;
+
+  Screen& screen_;
+  WindowId window_ = 0;
+};
+
+// Fires the command, and types the path into the file dialog that comes. False if none comes or it
+// doesn't take the path.
+bool ChooseFile(Screen& screen, MainWindow& window, Command command, const QString& path);
+// Types the path into a file dialog that stands open.
+bool TypeFileName(Screen& screen, WindowId dialog, const QString& path);
+
+}  // namespace kelvane::desktop
