@@ -103,11 +103,12 @@ void Form::BuildControls(const FormDesign& form, std::span<const ControlDesign> 
     Container* container = containers.value(QLatin1String(design.container));
     Control* control = Build(design, container, form.labelColor);
     if (auto* box = qobject_cast<Container*>(control)) containers.insert(box->objectName(), box);
-    const float units = 1 / (container->PixelsPerUnit() * kTwipsPerPixel);
-    control->setLeft(design.place.left * units);
-    control->setTop(design.place.top * units);
-    control->setWidth(design.place.width * units);
-    control->setHeight(design.place.height * units);
+    // Divided by, since whole numbers of pixels come out exact.
+    const float twipsPerUnit = container->PixelsPerUnit() * kTwipsPerPixel;
+    control->setLeft(design.place.left / twipsPerUnit);
+    control->setTop(design.place.top / twipsPerUnit);
+    control->setWidth(design.place.width / twipsPerUnit);
+    control->setHeight(design.place.height / twipsPerUnit);
     control->setVisible(design.visible);
     if (design.pointer != MousePointer::kDefault) control->setMousePointer(design.pointer);
     // The list runs from front to back.

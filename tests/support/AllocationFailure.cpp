@@ -1,0 +1,48 @@
+#include "support/AllocationFailure.h"
+
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+// Forms and tools live on one thread, so does this order; other threads' allocations don't see it.
+thread_local bool ordered = false;
+thread_local std::size_t leastSize = 0;
+thread_local std::size_t mostSize = 0;
+
+}  // namespace
+
+namespace kelvane::testing {
+
+void FailNextAllocation(std::size_t least, std::size_t most) {
+  leastSize = least;
+  mostSize = most;
+  ordered = true;
+}
+
+bool AllocationHasFailed() {
+  const bool failed = !ordered;
+  ordered = false;
+  return failed;
+}
+
+}  // namespace kelvane::testing
+
+// The replacements of the language's own.
+
+void* operator new(std::size_t size) {
+  if (ordered && size >= leastSize && size <= mostSize) {
+    ordered = false;
+    throw std::bad_alloc();
+  }
+  void* const memory = std::malloc(size == 0 ? 1 : size);
+  if (memory == nullptr) throw std::bad_alloc();
+  return memory;
+}
+
+void* operator new[](std::size_t size) { return operator new(size); }
+
+void operator delete(void* memory) noexcept { std::free(memory); }
+void operator delete[](void* memory) noexcept { std::free(memory); }
+void operator delete(void* memory, std::size_t /*size*/) noexcept { std::free(memory); }
+void operator delete[](void* memory, std::size_t /*size*/) noexcept { std::free(memory); }

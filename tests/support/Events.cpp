@@ -1,0 +1,104 @@
+#include "support/Events.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QMouseEvent>
+#include <QTimer>
+#include <QWidget>
+#include <memory>
+
+#include "platform/Timer.h"
+#include "shared/SharedValues.h"
+
+namespace kelvane::testing {
+namespace {
+
+constexpr int kGoodTime = 20000;  // ms
+constexpr int kLook = 2;          // ms from one look at the condition to the next
+
+void Send(QWidget& widget, QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons held) {
+  const QPointF place = widget.rect().center();
+  QMouseEvent event(type, place, widget.mapToGlobal(place), button, held, Qt::NoModifier);
+  QApplication::sendEvent(&widget, &event);
+}
+
+}  // namespace
+
+bool PumpUntil(const std::function<bool()>& condition) {
+  QElapsedTimer clock;
+  clock.start();
+  while (!condition()) {
+    if (clock.hasExpired(kGoodTime)) return false;
+    QEventLoop loop;
+    QTimer::singleShot(kLook, &loop, &QEventLoop::quit);
+    loop.exec();
+  }
+  return true;
+}
+
+void PumpOnce() {
+  bool served = false;
+  AtNextDoEvents([&served] { served = true; });
+  PumpUntil([&served] { return served; });
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+bool WaitForTicks(Timer& timer, int count) {
+  const std::function<void()> wired = timer.Tick;
+  const auto ticks = std::make_shared<int>(0);
+  timer.Tick = [wired, ticks] {
+    if (wired) wired();
+    ++*ticks;
+  };
+  const bool came = PumpUntil([&] { return *ticks >= count; });
+  timer.Tick = wired;
+  return came;
+}
+
+void Tick(Timer& timer) {
+  QTimerEvent event(0);
+  QCoreApplication::sendEvent(&timer, &event);
+}
+
+void AtNextDoEvents(std::function<void()> step) {
+  QMetaObject::invokeMethod(qApp, std::move(step), Qt::QueuedConnection);
+}
+
+void MovePointerOver(QWidget& widget) {
+  Send(widget, QEvent::MouseMove, Qt::NoButton, Qt::NoButton);
+}
+
+void Press(QWidget& widget, Qt::MouseButton button) {
+  Send(widget, QEvent::MouseButtonPress, button, button);
+}
+
+void Release(QWidget& widget, Qt::MouseButton button) {
+  Send(widget, QEvent::MouseButtonRelease, button, Qt::NoButton);
+}
+
+void Click(QWidget& widget, Qt::MouseButton button) {
+  Press(widget, button);
+  Release(widget, button);
+}
+
+std::string Hex(unsigned int color) {
+  return QStringLiteral("0x%1").arg(color & 0xFFFFFFU, 6, 16, QLatin1Char('0')).toStdString();
+}
+
+std::string Hex(std::optional<unsigned int> color) { return color ? Hex(*color) : "transparent"; }
+
+void ForgetSharedValues() {
+  VideoPath.clear();
+  VideoDuration.clear();
+  ProbeDimensionsDone = false;
+  CropWidth = 0;
+  CropHeight = 0;
+  CropLeft = 0;
+  CropTop = 0;
+  CropFilter.clear();
+  OutputPath.clear();
+  MainWindowMinimised = false;
+}
+
+}  // namespace kelvane::testing

@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+class QWidget;
+
+// Waiting for the windows, standing in for the pointer and the clock, and writing down what
+// happens.
+namespace kelvane {
+
+class Timer;
+
+}  // namespace kelvane
+
+namespace kelvane::testing {
+
+// Serves events until the condition is true; false if it isn't in good time.
+bool PumpUntil(const std::function<bool()>& condition);
+// Serves everything that waits, deletions as well.
+void PumpOnce();
+// Waits for `count` ticks of a timer by the clock; false if they don't come in good time.
+bool WaitForTicks(Timer& timer, int count);
+
+// One tick of an enabled timer, now.
+void Tick(Timer& timer);
+
+// To be run by the next one to serve events, and by nobody before.
+void AtNextDoEvents(std::function<void()> step);
+
+// What the pointer does, in the widget's middle.
+void MovePointerOver(QWidget& widget);
+void Press(QWidget& widget, Qt::MouseButton button = Qt::LeftButton);
+void Release(QWidget& widget, Qt::MouseButton button = Qt::LeftButton);
+void Click(QWidget& widget, Qt::MouseButton button = Qt::LeftButton);
+
+// Does something more before, or after, what is wired to an event.
+template <class... Arguments, class Step>
+void Before(std::function<void(Arguments...)>& handler, Step step) {
+  handler = [wired = std::move(handler), step](Arguments... arguments) {
+    step(arguments...);
+    if (wired) wired(arguments...);
+  };
+}
+template <class... Arguments, class Step>
+void After(std::function<void(Arguments...)>& handler, Step step) {
+  handler = [wired = std::move(handler), step](Arguments... arguments) {
+    if (wired) wired(arguments...);
+    step(arguments...);
+  };
+}
+
+// A colour as it stands in the tables of the design.
+std::string Hex(unsigned int color);
+std::string Hex(std::optional<unsigned int> color);
+
+// The values that the windows share, as they are at the program's start.
+void ForgetSharedValues();
+
+}  // namespace kelvane::testing

@@ -1,0 +1,121 @@
+#include "support/RecordingTools.h"
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QDir>
+#include <QFile>
+#include <QStringList>
+
+#include "platform/App.h"
+
+namespace kelvane::testing {
+namespace {
+
+constexpr const char* kTools[] = {"ffprobe", "ffplay", "ffmpeg"};
+
+QString Quoted(QString text) {
+  return QLatin1Char('\'') + text.replace(QLatin1Char('\''), QLatin1String("'\\''")) +
+         QLatin1Char('\'');
+}
+
+}  // namespace
+
+RecordingTools::RecordingTools()
+    : folder_(QDir::tempPath() + QLatin1String("/tools-XXXXXX")), formerPath_(App::Path()) {
+  for (const char* tool : kTools) Make(QLatin1String(tool));
+  for (const char* name : {"size", "duration", "ffplay", "ffmpeg"}) {
+    Write(QLatin1String(name) + QLatin1String(".commands"), QStringLiteral(":\n"));
+  }
+  App::setPath(Path().toStdString());
+}
+
+RecordingTools::~RecordingTools() { App::setPath(formerPath_); }
+
+void RecordingTools::Make(const QString& tool) const {
+  // One write for each run, so that runs at the same time don't mix.
+  QString script = QStringLiteral(
+      "#!/bin/sh\n"
+      "line=TOOL\n"
+      "for argument; do line=\"$line | $argument\"; done\n"
+      "printf '%s\\n' \"$line\" >> 'FOLDER/runs'\n"
+      "case TOOL$1 in\n"
+      "ffprobe-v) . 'FOLDER/size.commands' ;;\n"
+      "ffprobe*) . 'FOLDER/duration.commands' ;;\n"
+      "*) . 'FOLDER/TOOL.commands' ;;\n"
+      "esac\n");
+  script.replace(QLatin1String("FOLDER"), Path()).replace(QLatin1String("TOOL"), tool);
+  Write(tool, script);
+  QFile(Path() + QLatin1Char('/') + tool)
+      .setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+void RecordingTools::Write(const QString& name, const QString& text) const {
+  QFile file(Path() + QLatin1Char('/') + name);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << name.toStdString();
+  file.write(text.toUtf8());
+}
+
+QString RecordingTools::File(const QString& name) const {
+  Write(name, QStringLiteral("contents"));
+  return Path() + QLatin1Char('/') + name;
+}
+
+void RecordingTools::SizeProbeDoes(const QString& commands) const {
+  Write(QStringLiteral("size.commands"), commands);
+}
+
+void RecordingTools::DurationProbeDoes(const QString& commands) const {
+  Write(QStringLiteral("duration.commands"), commands);
+}
+
+void RecordingTools::PreviewDoes(const QString& commands) const {
+  Write(QStringLiteral("ffplay.commands"), commands);
+}
+
+void RecordingTools::CropDoes(const QString& commands) const {
+  Write(QStringLiteral("ffmpeg.commands"), commands);
+}
+
+void RecordingTools::Remove(const QString& tool) const {
+  ASSERT_TRUE(QFile::remove(Path() + QLatin1Char('/') + tool)) << tool.toStdString();
+}
+
+std::vector<std::string> RecordingTools::Runs() const {
+  std::vector<std::string> runs;
+  QFile file(Path() + QLatin1String("/runs"));
+  if (!file.open(QIODevice::ReadOnly)) return runs;
+  const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+  for (const QString& line : lines) {
+    if (!line.isEmpty()) runs.push_back(line.toStdString());
+  }
+  return runs;
+}
+
+QString Print(const QString& text) {
+  return QStringLiteral("printf '%s' ") + Quoted(text) + QLatin1Char('\n');
+}
+
+QString BlockEndingIn(const QString& end) {
+  constexpr qsizetype kBlock = 256;
+  return QString(kBlock - end.size(), QLatin1Char('.')) + end;
+}
+
+Gate::Gate(const RecordingTools& tools, const QString& name)
+    : path_((tools.Path() + QLatin1Char('/') + name).toStdString()), end_(-1) {
+  EXPECT_EQ(::mkfifo(path_.c_str(), S_IRUSR | S_IWUSR), 0);
+  end_ = ::open(path_.c_str(), O_RDWR | O_CLOEXEC);
+  EXPECT_GE(end_, 0);
+}
+
+Gate::~Gate() { ::close(end_); }
+
+QString Gate::Wait() const {
+  return QStringLiteral("read go < '%1'\n").arg(QString::fromStdString(path_));
+}
+
+void Gate::Open() const { EXPECT_EQ(::write(end_, "\n", 1), 1); }
+
+}  // namespace kelvane::testing

@@ -1,0 +1,14 @@
+# What the in-process tests of the windows stand on; they are linked to one main() of their own,
+# which makes the application object.
+include_guard(GLOBAL)
+
+add_library(kelvane_test_support STATIC
+  ${CMAKE_CURRENT_LIST_DIR}/AllocationFailure.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/DialogAnswers.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Events.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Main.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/RecordingTools.cpp)
+target_include_directories(kelvane_test_support PUBLIC ${PROJECT_SOURCE_DIR}/tests)
+target_link_libraries(kelvane_test_support
+  PUBLIC kelvane_platform kelvane_shared GTest::gtest
+  PRIVATE kelvane_options)
