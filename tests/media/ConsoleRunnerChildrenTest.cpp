@@ -53,10 +53,8 @@ bool LosesEveryChildInTime() {
 }
 
 TEST(ConsoleRunnerChildren, NoEndedToolStaysBehind) {
-  std::vector<pid_t> tools;
-  for (int run = 0; run < 20; ++run) {
-    tools.push_back(std::stoi(RunLine("/bin/sh -c \"echo $$\"").result));
-  }
+  std::vector<pid_t> tools(20);
+  for (pid_t& tool : tools) tool = std::stoi(RunLine("/bin/sh -c \"echo $$\"").result);
   for (const pid_t tool : tools) EXPECT_TRUE(IsReapedInTime(tool)) << tool;
   EXPECT_TRUE(LosesEveryChildInTime());
 }

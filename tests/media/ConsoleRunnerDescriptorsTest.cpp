@@ -25,7 +25,7 @@ constexpr const char* kStandardOnes = "0\n1\n2\n3\n";
 
 TEST(ConsoleRunnerDescriptors, TheToolGetsTheThreeStandardOnesAndNoOther) {
   // One that doesn't close by itself at the start of another program.
-  const Descriptor stray(::open("/dev/null", O_RDONLY));  // NOLINT(android-cloexec-open)
+  const Descriptor stray(::open("/dev/null", O_RDONLY));
   ASSERT_TRUE(stray);
   EXPECT_EQ(RunLine("/bin/ls /proc/self/fd").result, kStandardOnes);
 }

@@ -25,13 +25,15 @@ using testing::ToolRun;
 
 using Events = std::vector<std::string>;
 
+constexpr std::size_t kMebibyte = 1U << 20;
+
 std::string Joined(const Events& events) {
   return std::accumulate(events.begin(), events.end(), std::string());
 }
 
 // Bytes of every value, in an order of no pattern.
 std::string AnyBytes(std::size_t count) {
-  std::mt19937 random(7);  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same bytes every time
+  std::mt19937 random(7);  // the same bytes every time
   std::string bytes(count, '\0');
   std::generate(bytes.begin(), bytes.end(), [&random] { return static_cast<char>(random()); });
   return bytes;
@@ -67,7 +69,7 @@ TEST(ConsoleRunner, ATextOf257BytesYieldsThreeEventsTheLastEmpty) {
 
 TEST(ConsoleRunner, AMebibyteOfAnyBytesComesWholeInBlocksOf256BytesAtMost) {
   const TemporaryFolder folder;
-  const std::string text = AnyBytes(1024 * 1024);
+  const std::string text = AnyBytes(kMebibyte);
   DOSOutputs outputs;
   const ToolRun run = RunLine(outputs, "/bin/cat " + folder.File("text", text));
   EXPECT_TRUE(Joined(run.events) == text);
@@ -242,7 +244,7 @@ TEST(ConsoleRunner, AToolUnderAPathWithABlankIsStartedInQuotesAndNotWithout) {
 }
 
 TEST(ConsoleRunner, ATooLongCommandLineYieldsNothing) {
-  EXPECT_EQ(RunLine("/bin/echo " + std::string(4 * 1024 * 1024, 'x')).events, Events{});
+  EXPECT_EQ(RunLine("/bin/echo " + std::string(4 * kMebibyte, 'x')).events, Events{});
 }
 
 TEST(ConsoleRunner, ABareNameIsAFileInTheCurrentFolderAndIsNotSearchedFor) {

@@ -102,7 +102,7 @@ TEST(DurationReading, ReadsAsAStoreOfAllTheTextDoesHoweverItIsCut) {
       "Duration:", "duration:", "DURATION:", "Duration",          "Durati", "D",
       "on:",       ":",         " ",         "00:01:23",          ".45, ",  "N/A, bit",
       "\r\n",      "x",         "\xC3\xA4",  std::string(1, '\0')};
-  std::mt19937 random(20240607);  // NOLINT(cert-msc32-c,cert-msc51-cpp): the same cuts every time
+  std::mt19937 random(20240607);  // the same cuts every time
   const auto upTo = [&random](std::size_t most) {
     return std::uniform_int_distribution<std::size_t>(0, most)(random);
   };

@@ -75,7 +75,7 @@ int ShortPaths(const Arguments& arguments) {
     std::cout << GetShortFileName(arguments[place], {}, arguments[0]) << std::endl;
   }
   const std::string& end = arguments.at(1);
-  if (end == "exit") std::exit(EXIT_SUCCESS);  // NOLINT(concurrency-mt-unsafe): one thread
+  if (end == "exit") std::exit(EXIT_SUCCESS);
   if (end == "crash") return std::raise(SIGKILL);
   if (end == "wait") std::cin.get();
   if (end == "tool") {

@@ -91,6 +91,7 @@ StartedProgram::StartedProgram(const std::vector<std::string>& arguments) {
   std::vector<std::string> all = {MEDIA_TEST_PROGRAM};
   all.insert(all.end(), arguments.begin(), arguments.end());
   std::vector<char*> pointers;
+  pointers.reserve(all.size() + 1);
   for (std::string& argument : all) pointers.push_back(argument.data());
   pointers.push_back(nullptr);
 
