@@ -1,12 +1,16 @@
 #include "desktop/driver/Picture.h"
 
 #include <QPixmap>
+#include <QSet>
 
 #include "platform/Container.h"
 #include "platform/Label.h"
 
 namespace kelvane::desktop {
 
+namespace {
+
+// How a label of this size draws a caption.
 QImage CaptionPicture(const QString& caption, QSize size, QRgb background, Justify justify) {
   constexpr int kFontPixels = 11;
   QFont font(QStringLiteral("Arial"));
@@ -23,6 +27,32 @@ QImage CaptionPicture(const QString& caption, QSize size, QRgb background, Justi
   label.setHeight(static_cast<float>(size.height()));
   label.setCaption(caption);
   return behind.grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+QRect Ink(const QImage& picture, QRgb background) {
+  QRect ink;
+  for (int y = 0; y < picture.height(); ++y) {
+    for (int x = 0; x < picture.width(); ++x) {
+      if (picture.pixel(x, y) != background) ink |= QRect(x, y, 1, 1);
+    }
+  }
+  return ink;
+}
+
+}  // namespace
+
+bool ShowsCaption(const QImage& label, const QString& caption, QRgb background, Justify justify) {
+  // Wide enough to tell another character behind the last one.
+  constexpr int kMargin = 4;
+  const QImage expected = CaptionPicture(caption, label.size(), background, justify);
+  const int end = std::min(Ink(expected, background).right() + kMargin, label.width());
+  const QRect told(0, 0, end, label.height());
+  return label.copy(told) == expected.copy(told);
+}
+
+bool ShowsText(const QImage& picture, const QString& text, QRgb background) {
+  const QImage expected = CaptionPicture(text, picture.size(), background, Justify::kLeft);
+  return picture.copy(Ink(picture, background)) == expected.copy(Ink(expected, background));
 }
 
 bool AllOf(const QImage& picture, const QRect& part, QRgb color) {
@@ -49,6 +79,14 @@ QRect Extent(const QImage& picture, const QRect& part, QRgb color) {
     }
   }
   return extent;
+}
+
+int Colours(const QImage& picture) {
+  QSet<QRgb> colours;
+  for (int y = 0; y < picture.height(); ++y) {
+    for (int x = 0; x < picture.width(); ++x) colours.insert(picture.pixel(x, y));
+  }
+  return static_cast<int>(colours.size());
 }
 
 }  // namespace kelvane::desktop

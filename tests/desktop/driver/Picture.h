@@ -19,8 +19,12 @@ constexpr QRgb kBlack = 0xff000000;
 
 enum class Justify { kLeft, kCentre };
 
-// How a label of this size draws a caption.
-QImage CaptionPicture(const QString& caption, QSize size, QRgb background, Justify justify);
+// True if the picture of a label shows exactly this caption. Beyond the caption's end it may show
+// what lies behind the label: some captions are drawn shorter than their labels, and these overlap.
+bool ShowsCaption(const QImage& label, const QString& caption, QRgb background, Justify justify);
+
+// True if the picture shows this text and nothing else, wherever in it.
+bool ShowsText(const QImage& picture, const QString& text, QRgb background);
 
 // True if all of `part` has the one colour.
 bool AllOf(const QImage& picture, const QRect& part, QRgb color);
@@ -28,5 +32,8 @@ bool AllOf(const QImage& picture, const QRect& part, QRgb color);
 int CountOf(const QImage& picture, const QRect& part, QRgb color);
 // The smallest rectangle that holds all pixels of `part` with the colour.
 QRect Extent(const QImage& picture, const QRect& part, QRgb color);
+
+// How many different colours the picture has.
+int Colours(const QImage& picture);
 
 }  // namespace kelvane::desktop

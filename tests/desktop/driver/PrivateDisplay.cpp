@@ -8,6 +8,7 @@
 
 #include <array>
 #include <csignal>
+#include <cstdlib>
 #include <stdexcept>
 #include <vector>
 
@@ -74,6 +75,14 @@ PrivateDisplay::PrivateDisplay(const std::string& privateFolder) {
 PrivateDisplay::~PrivateDisplay() {
   End(windowManager_);
   End(server_);
+}
+
+void PrivateDisplay::UseForToolkit(const std::string& privateFolder) const {
+  setenv("DISPLAY", name_.c_str(), 1);
+  setenv("QT_QPA_PLATFORM", "xcb", 1);
+  setenv("QT_ENABLE_HIGHDPI_SCALING", "0", 1);
+  setenv("XDG_RUNTIME_DIR", privateFolder.c_str(), 1);
+  setenv("LANG", "C.UTF-8", 1);
 }
 
 // The server says its number on a pipe once it takes connections.

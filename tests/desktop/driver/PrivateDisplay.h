@@ -20,6 +20,10 @@ class PrivateDisplay {
   // ":7"
   const std::string& Name() const { return name_; }
 
+  // Has this process's own toolkit, started later, look at the display as the program under test
+  // does.
+  void UseForToolkit(const std::string& privateFolder) const;
+
  private:
   void StartServer();
   void StartWindowManager(const std::string& privateFolder);

@@ -116,6 +116,15 @@ QString Program::Gate(const QString& name) const {
   return QStringLiteral("timeout 120 cat '%1' > /dev/null\n").arg(gate);
 }
 
+QString Program::TalkingGate(const QString& name) const {
+  return QStringLiteral(
+             "passed=$(mktemp -u)\n"
+             "{ %1touch \"$passed\"; } > /dev/null 2>&1 &\n"
+             "until [ -e \"$passed\" ]; do echo .; sleep 0.05; done\n"
+             "rm \"$passed\"\n")
+      .arg(Gate(name));
+}
+
 // A pipe without a reader can't be opened for writing without waiting: that is how the script's
 // coming is seen.
 bool Program::Open(const QString& name) const {

@@ -35,8 +35,11 @@ class Program {
   // The arguments of each run of a replaced tool, in order.
   QList<QStringList> RunsOf(const QString& tool) const;
 
-  // A line of shell script that waits here until Open of the same name; at most two minutes.
+  // Lines of shell script that wait until Open of the same name; at most two minutes. Each run of
+  // them needs a name of its own.
   QString Gate(const QString& name) const;
+  // The same, printing a little all the while: the program's windows live while a tool prints.
+  QString TalkingGate(const QString& name) const;
   // Lets one script through, and waits until it has come to its gate. False if none comes.
   bool Open(const QString& name) const;
 

@@ -78,12 +78,16 @@ void MainWindow::ChooseMenuItem(int menu, int item) {
 bool MainWindow::Shows(const QString& control, const QString& caption, QRgb background) const {
   const QRect place = Place(control);
   const bool centred = control.startsWith(QLatin1String("Label14("));
-  return screen_.Picture(place) == CaptionPicture(caption, place.size(), background,
-                                                  centred ? Justify::kCentre : Justify::kLeft);
+  return ShowsCaption(screen_.Picture(place), caption, background,
+                      centred ? Justify::kCentre : Justify::kLeft);
 }
 
 bool MainWindow::AwaitCaption(const QString& control, const QString& caption) const {
   return WaitFor([&] { return Shows(control, caption); });
+}
+
+bool MainWindow::ShowsPath(const QString& path) const {
+  return ShowsText(screen_.Picture(Place(QStringLiteral("Text1(1)"))), path, kDark);
 }
 
 bool MainWindow::AwaitVideo(QSize video) const {
@@ -99,10 +103,9 @@ bool MainWindow::AwaitVideo(QSize video) const {
   return true;
 }
 
-QRect MainWindow::Canvas() const {
-  const QImage picture = screen_.Picture();
-  const QRect viewport = Place(QStringLiteral("Picture1(1)"));
-  return Extent(picture, viewport, kMarker);
+QRect MainWindow::Bars() const {
+  const QImage viewport = screen_.Picture(Place(QStringLiteral("Picture1(1)")));
+  return Extent(viewport, viewport.rect(), kMarker);
 }
 
 bool MainWindow::ShowsBarsAround(QSize video) const {
@@ -128,7 +131,7 @@ QRect JobWindow::Place(const QRect& place) const {
 
 bool JobWindow::ShowsStatus(const QString& status) const {
   const QRect place = Place({24, 80, 249, 17});
-  return screen_.Picture(place) == CaptionPicture(status, place.size(), kDark, Justify::kLeft);
+  return ShowsCaption(screen_.Picture(place), status, kDark, Justify::kLeft);
 }
 
 bool JobWindow::AwaitStatus(const QString& status, std::chrono::milliseconds patience) const {
@@ -142,7 +145,7 @@ bool JobWindow::AwaitSuccess(std::chrono::milliseconds patience) const {
 
 bool JobWindow::ShowsOutput(const QString& output) const {
   const QRect place = Place({16, 40, 321, 17});
-  return screen_.Picture(place) == CaptionPicture(output, place.size(), kDark, Justify::kLeft);
+  return ShowsCaption(screen_.Picture(place), output, kDark, Justify::kLeft);
 }
 
 int JobWindow::Progress() const { return Filled(screen_.Picture(Place({24, 101, 409, 9}))); }

@@ -46,10 +46,12 @@ class MainWindow {
   bool Shows(const QString& control, const QString& caption, QRgb background = kDark) const;
   // Waits for that.
   bool AwaitCaption(const QString& control, const QString& caption) const;
+  // True if the box shows this path and nothing else.
+  bool ShowsPath(const QString& path) const;
   // Waits until the read-outs are those of a video of this size with its bars at the edges.
   bool AwaitVideo(QSize video) const;
-  // Where the canvas lies as far as it can be seen; empty while it is hidden.
-  QRect Canvas() const;
+  // What can be seen of the four bars, from the viewport's corner; empty while they are hidden.
+  QRect Bars() const;
   // Whether the canvas shows its four bars at the edges of a video of this size.
   bool ShowsBarsAround(QSize video) const;
   // The filled part of the progress bar in pixels.

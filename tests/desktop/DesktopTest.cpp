@@ -1,0 +1,128 @@
+#include "desktop/DesktopTest.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <memory>
+
+#include "desktop/driver/PrivateDisplay.h"
+
+namespace kelvane::desktop {
+namespace {
+
+// Made when the first test starts, so that listing the tests needs no display.
+class DisplayEnvironment : public testing::Environment {
+ public:
+  void SetUp() override {
+    const std::string folder = home_.path().toStdString();
+    display_ = std::make_unique<PrivateDisplay>(folder);
+    display_->UseForToolkit(folder);
+    application_ = std::make_unique<QApplication>(argumentCount_, arguments_);
+    screen_ = std::make_unique<Screen>(display_->Name());
+  }
+
+  void TearDown() override {
+    screen_.reset();
+    application_.reset();
+    display_.reset();
+  }
+
+  Screen& screen() { return *screen_; }
+  QString displayName() const { return QString::fromStdString(display_->Name()); }
+
+ private:
+  QTemporaryDir home_;
+  int argumentCount_ = 1;
+  char name_[13] = "desktop_test";
+  char* arguments_[2] = {name_, nullptr};
+  std::unique_ptr<PrivateDisplay> display_;
+  std::unique_ptr<QApplication> application_;
+  std::unique_ptr<Screen> screen_;
+};
+
+DisplayEnvironment* environment = nullptr;
+
+}  // namespace
+
+Screen& TheScreen() { return environment->screen(); }
+
+DesktopTest::DesktopTest()
+    : screen(TheScreen()),
+      program(QStringLiteral(KELVANE_PROGRAM_FOLDER), environment->displayName()),
+      window(screen),
+      job(screen) {}
+
+void DesktopTest::TearDown() {
+  const QString printed = program.Printed();
+  EXPECT_FALSE(printed.contains(QLatin1String("Sanitizer")) ||
+               printed.contains(QLatin1String("runtime error")))
+      << printed.toStdString();
+  if (!HasFailure()) return;
+  const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
+  QDir().mkpath(QStringLiteral(KELVANE_FAILURES_FOLDER));
+  const QString file =
+      QStringLiteral(KELVANE_FAILURES_FOLDER "/%1.%2.png").arg(test->test_suite_name(), test->name());
+  screen.Picture().save(file);
+  std::cerr << "The screen at the end: " << file.toStdString() << "\nThe program printed:\n"
+            << printed.toStdString() << '\n';
+}
+
+void DesktopTest::OpenWindow() {
+  program.Start();
+  ASSERT_TRUE(window.Await()) << "the main window doesn't come";
+}
+
+void DesktopTest::OpenWindowWithVideo(QSize size, int seconds) {
+  video = program.PathOf(QStringLiteral("video.mp4"));
+  ASSERT_TRUE(MakeVideo(video, size, seconds));
+  ASSERT_NO_FATAL_FAILURE(OpenWindow());
+  ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, video));
+  ASSERT_TRUE(window.AwaitVideo(size));
+}
+
+void DesktopTest::ReplaceProbe(const QString& duration) {
+  program.ReplaceTool(QStringLiteral("ffprobe"),
+                      QStringLiteral("case \"$*\" in\n"
+                                     "*show_entries*) printf 'width=640\\nheight=360\\n' ;;\n"
+                                     "*) echo '  Duration: %1, start: 0.000000' >&2 ;;\n"
+                                     "esac")
+                          .arg(duration));
+}
+
+void DesktopTest::OpenWindowWithPretendedVideo() {
+  video = program.PathOf(QStringLiteral("pretended.mp4"));
+  ASSERT_NO_FATAL_FAILURE(WriteFile(video, "no video"));
+  ASSERT_NO_FATAL_FAILURE(OpenWindow());
+  ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, video));
+  ASSERT_TRUE(window.AwaitVideo(QSize(640, 360)));
+}
+
+void DesktopTest::StartCrop(const QString& output) {
+  ASSERT_TRUE(ChooseFile(screen, window, kCropVideo, output));
+  ASSERT_TRUE(job.Await()) << "the job's window doesn't come";
+}
+
+void DesktopTest::CloseAndExpectEnd() {
+  screen.Close(window.Id());
+  EXPECT_EQ(program.AwaitExit(), 0);
+}
+
+QByteArray DesktopTest::ContentOf(const QString& path) const {
+  QFile file(path);
+  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(not there)");
+}
+
+void DesktopTest::WriteFile(const QString& path, const QByteArray& content) const {
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  ASSERT_EQ(file.write(content), content.size());
+}
+
+}  // namespace kelvane::desktop
+
+int main(int argc, char** argv) {
+  testing::InitGoogleTest(&argc, argv);
+  kelvane::desktop::environment = new kelvane::desktop::DisplayEnvironment;
+  testing::AddGlobalTestEnvironment(kelvane::desktop::environment);
+  return RUN_ALL_TESTS();
+}

@@ -1,0 +1,49 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QString>
+
+#include "desktop/driver/Program.h"
+#include "desktop/driver/Screen.h"
+#include "desktop/driver/Videos.h"
+#include "desktop/driver/Windows.h"
+
+namespace kelvane::desktop {
+
+// The display that the tests of this process share.
+Screen& TheScreen();
+
+// A program of its own for each test, not yet started. At the end the program must be sound: what is
+// left of it is ended, and a sanitizer's report fails the test. A failed test leaves a picture.
+class DesktopTest : public testing::Test {
+ protected:
+  DesktopTest();
+  void TearDown() override;
+
+  // Starts the program and waits for its window.
+  void OpenWindow();
+  // Opens the window and loads a real video of this size.
+  void OpenWindowWithVideo(QSize size, int seconds);
+  // Puts a script in the probe tool's place that knows every file as a video of 640 by 360 pixels
+  // and this duration, without looking at it.
+  void ReplaceProbe(const QString& duration);
+  // Opens the window and loads a file that is no video; the probe has been replaced before.
+  void OpenWindowWithPretendedVideo();
+  // Chooses `output` in the save dialog and waits for the job's window.
+  void StartCrop(const QString& output);
+  // Closes the main window and expects the program to end by itself, with 0.
+  void CloseAndExpectEnd();
+
+  QByteArray ContentOf(const QString& path) const;
+  void WriteFile(const QString& path, const QByteArray& content) const;
+
+  Screen& screen;
+  Program program;
+  MainWindow window;
+  JobWindow job;
+  // The loaded video.
+  QString video;
+};
+
+}  // namespace kelvane::desktop

@@ -1,0 +1,129 @@
+// The window as it opens, and the light on its commands.
+#include <QPalette>
+
+#include "desktop/DesktopTest.h"
+
+namespace kelvane::desktop {
+namespace {
+
+class StartUp : public DesktopTest {};
+
+TEST_F(StartUp, OpensOneWindowOfTheDrawnSize) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindow());
+  EXPECT_EQ(screen.Windows(), QList<WindowId>{window.Id()});
+  EXPECT_EQ(screen.Place(window.Id()).size(), QSize(1289, 751));
+  EXPECT_EQ(window.Area().width(), 1289);
+  EXPECT_GT(window.Area().height(), 700);
+}
+
+TEST_F(StartUp, IsDarkFlatAndEmpty) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindow());
+  const QImage picture = screen.Picture();
+  const QRect ground = window.Place("Shape6");
+  EXPECT_TRUE(AllOf(picture, QRect(ground.left() + 2, ground.top() + 2, ground.width() - 4, 20),
+                    kDark));
+  // The lower scroll bar covers the last rows of the viewport.
+  EXPECT_TRUE(AllOf(picture, window.Place("Picture1(1)").adjusted(0, 0, 0, -4), kDark))
+      << "the canvas is hidden";
+  EXPECT_TRUE(AllOf(picture, window.Place("pbar"), kProgressBack));
+  EXPECT_TRUE(AllOf(picture, window.Place("Text1(1)"), kDark)) << "no path";
+  for (const int readOut : {1, 3, 5, 7, 9, 11, 13, 15}) {
+    const QString name = QStringLiteral("Label1(%1)").arg(readOut);
+    EXPECT_TRUE(window.Shows(name, "0,000")) << name.toStdString();
+  }
+}
+
+TEST_F(StartUp, ShowsEveryCaptionWhereItWasDrawn) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindow());
+  const QList<std::pair<QString, QString>> captions = {
+      {"Label1(0)", "Width"},        {"Label1(2)", "Height"},
+      {"Label1(4)", "Left"},         {"Label1(6)", "Top"},
+      {"Label1(8)", "Width"},        {"Label1(10)", "Height"},
+      {"Label1(12)", "Base"},        {"Label1(14)", "Right"},
+      {"Label10", "Video Duration"}, {"Label11", "Current Position"},
+      {"Label12", "00:00:00"},       {"Label13", "00"},
+      {"Label14(0)", "Load Video"},  {"Label14(1)", "Run Video"},
+      {"Label14(2)", "Pause Video"}, {"Label14(3)", "Stop Video"},
+      {"Label14(5)", "Crop Video"},  {"Label14(4)", "Preview Cropped Video"},
+      {"Label14(6)", "Reset Markers"}};
+  for (const auto& [control, caption] : captions) {
+    EXPECT_TRUE(window.Shows(control, caption)) << control.toStdString();
+  }
+}
+
+TEST_F(StartUp, FramesItsGroups) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindow());
+  const QImage picture = screen.Picture();
+  const QList<std::pair<QString, QRgb>> frames = {{"Shape1", kFrame}, {"Shape2", kFrame},
+                                                  {"Shape3", kFrame}, {"Shape4", kFrame},
+                                                  {"Shape5", kLit},   {"Shape6", kLit}};
+  for (const auto& [control, color] : frames) {
+    const QRect place = window.Place(control);
+    SCOPED_TRACE(control.toStdString());
+    // The upper edge is broken by the group's heading.
+    EXPECT_TRUE(AllOf(picture, QRect(place.bottomLeft(), QSize(place.width(), 1)), color));
+    EXPECT_TRUE(AllOf(picture, QRect(place.topRight(), QSize(1, place.height())), color));
+    EXPECT_EQ(picture.pixel(place.topLeft()), color);
+  }
+}
+
+TEST_F(StartUp, ShowsThreeMenusAndNoMore) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindow());
+  const QRect menus = window.Menus();
+  const QImage picture = screen.Picture(menus);
+  // Three words; the bar's ground goes on to the right of them.
+  constexpr int kEndOfThirdMenu = 180;
+  const QRgb ground = picture.pixel(menus.width() - 10, menus.height() / 2);
+  int words = 0;
+  int gap = 0;
+  for (int x = 0; x < menus.width(); ++x) {
+    const int middle = menus.height() - 6;
+    const bool empty = AllOf(picture, QRect(x, 3, 1, middle), ground);
+    constexpr int kWidestGapInWord = 6;
+    if (!empty && gap > kWidestGapInWord) ++words;
+    EXPECT_TRUE(empty || x < kEndOfThirdMenu) << x;
+    gap = empty ? gap + 1 : 0;
+  }
+  EXPECT_EQ(words, 3);
+}
+
+TEST_F(StartUp, LightsTheCommandUnderThePointer) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindow());
+  window.PointAt(kRunVideo);
+  EXPECT_TRUE(WaitFor([&] { return window.Shows("Label14(1)", "Run Video", kLit); }));
+  window.PointAt(kStopVideo);
+  EXPECT_TRUE(WaitFor([&] { return window.Shows("Label14(3)", "Stop Video", kLit); }));
+  EXPECT_TRUE(window.Shows("Label14(1)", "Run Video")) << "one light at a time";
+}
+
+TEST_F(StartUp, PutsTheLightOutOnTheGroundAndOnTheWorkspace) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindow());
+  const QPoint workspace = window.Place("Picture1(1)").center();
+  const QPoint corner = window.Place("Picture1(0)").bottomRight() - QPoint(6, 6);
+  const QPoint ground = window.Area().topLeft() + QPoint(10, 60);
+  for (const QPoint place : {ground, workspace, corner}) {
+    window.PointAt(kLoadVideo);
+    ASSERT_TRUE(WaitFor([&] { return window.Shows("Label14(0)", "Load Video", kLit); }));
+    screen.MovePointer(place);
+    EXPECT_TRUE(WaitFor([&] { return window.Shows("Label14(0)", "Load Video"); }))
+        << place.x() << ", " << place.y();
+  }
+}
+
+TEST_F(StartUp, LeavesTheLightOnWhereAnotherControlOrTheOutsideIsEntered) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindow());
+  const QPoint heading = window.Place("Label4").center();
+  const QPoint readOut = window.Place("Label1(0)").center();
+  const QPoint progress = window.Place("pbar").center();
+  const QPoint outside(5, 5);
+  for (const QPoint place : {heading, readOut, progress, outside}) {
+    window.PointAt(kLoadVideo);
+    ASSERT_TRUE(WaitFor([&] { return window.Shows("Label14(0)", "Load Video", kLit); }));
+    screen.MovePointer(place);
+    EXPECT_TRUE(HoldsFor([&] { return window.Shows("Label14(0)", "Load Video", kLit); }, 300ms))
+        << place.x() << ", " << place.y();
+  }
+}
+
+}  // namespace
+}  // namespace kelvane::desktop
