@@ -41,14 +41,14 @@ void Click(QWidget& widget, Qt::MouseButton button = Qt::LeftButton);
 // Does something more before, or after, what is wired to an event.
 template <class... Arguments, class Step>
 void Before(std::function<void(Arguments...)>& handler, Step step) {
-  handler = [wired = std::move(handler), step](Arguments... arguments) {
+  handler = [wired = std::move(handler), step](Arguments... arguments) mutable {
     step(arguments...);
     if (wired) wired(arguments...);
   };
 }
 template <class... Arguments, class Step>
 void After(std::function<void(Arguments...)>& handler, Step step) {
-  handler = [wired = std::move(handler), step](Arguments... arguments) {
+  handler = [wired = std::move(handler), step](Arguments... arguments) mutable {
     if (wired) wired(arguments...);
     step(arguments...);
   };

@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QSaveFile>
 #include <QStringList>
 
 #include "platform/App.h"
@@ -52,10 +53,12 @@ void RecordingTools::Make(const QString& tool) const {
       .setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
+// In one step: a shell may still be reading the former commands.
 void RecordingTools::Write(const QString& name, const QString& text) const {
-  QFile file(Path() + QLatin1Char('/') + name);
+  QSaveFile file(Path() + QLatin1Char('/') + name);
   ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << name.toStdString();
   file.write(text.toUtf8());
+  ASSERT_TRUE(file.commit()) << name.toStdString();
 }
 
 QString RecordingTools::File(const QString& name) const {

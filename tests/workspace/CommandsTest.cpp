@@ -1,0 +1,309 @@
+// The seven commands, and what they put on the tools' command lines.
+#include <QComboBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QWindow>
+
+#include "shared/SharedValues.h"
+#include "workspace/MainWindowTest.h"
+
+namespace kelvane::testing {
+namespace {
+
+class Commands : public MainWindowTest {
+ protected:
+  using Texts = std::vector<std::string>;
+  static void SetRegion(int width, int height, int left, int top) {
+    CropWidth = width;
+    CropHeight = height;
+    CropLeft = left;
+    CropTop = top;
+  }
+  // Crop Video, with that file typed.
+  void CropTo(const QString& file) const {
+    const DialogAnswers answers({TypeFile(file)});
+    Give(CropVideo);
+  }
+  // The job window is on the screen two ticks before its tool.
+  void RunTheJob() const {
+    ASSERT_NE(JobWindow(), nullptr);
+    auto& timer = JobWindow()->Find<Timer>(QStringLiteral("Timer1"));
+    Tick(timer);
+    Tick(timer);
+  }
+  std::string PauseState() const {
+    return Get<CommandButton>("Command1", PauseVideo).Caption().toStdString();
+  }
+  std::string LastRun() const { return tools_.Runs().empty() ? "" : tools_.Runs().back(); }
+};
+
+class CommandsByButton : public Commands, public ::testing::WithParamInterface<Qt::MouseButton> {
+ protected:
+  void GiveByButton(Command command) const { Click(Get<Label>("Label14", command), GetParam()); }
+};
+
+INSTANTIATE_TEST_SUITE_P(Commands, CommandsByButton,
+                         ::testing::Values(Qt::LeftButton, Qt::RightButton, Qt::MiddleButton),
+                         [](const auto& button) {
+                           return std::string(button.param == Qt::LeftButton    ? "Left"
+                                              : button.param == Qt::RightButton ? "Right"
+                                                                                : "Middle");
+                         });
+
+TEST_P(CommandsByButton, LoadVideoOpensTheDialog) {
+  const DialogAnswers answers({CancelDialog()});
+  GiveByButton(LoadVideo);
+  EXPECT_TRUE(answers.AllGiven());
+}
+
+TEST_P(CommandsByButton, PauseVideoTogglesThePauseState) {
+  LoadVideoOf(640, 360);
+  GiveByButton(PauseVideo);
+  EXPECT_EQ(PauseState(), "Paused");
+}
+
+TEST_P(CommandsByButton, PreviewRunsThePlayer) {
+  GiveByButton(PreviewCroppedVideo);
+  EXPECT_EQ(LastRun(), "ffplay | -i | -vf | crop=0:0:0:0");
+}
+
+TEST_P(CommandsByButton, CropOpensTheSaveDialog) {
+  const DialogAnswers answers({CancelDialog()});
+  GiveByButton(CropVideo);
+  EXPECT_EQ(answers.seen(), Texts{"Save Cropped Video As"});
+}
+
+TEST_P(CommandsByButton, ResetMarkersPutsTheBarsBack) {
+  LoadVideoOf(640, 360);
+  for (const MarkerBar bar : {LeftBar, TopBar, RightBar, BaseBar}) {
+    Bar(bar).setLeft(50);
+    Bar(bar).setTop(60);
+  }
+  Bar(LeftBar).setHeight(1);
+  Bar(TopBar).setWidth(2);
+  Bar(RightBar).setHeight(3);
+  Bar(BaseBar).setWidth(4);
+  GiveByButton(ResetMarkers);
+  struct Place {
+    MarkerBar bar;
+    float left, top, width, height;
+  };
+  for (const auto& [bar, left, top, width, height] :
+       std::vector<Place>{{LeftBar, 0, 0, 5, 360},
+                          {TopBar, 0, 0, 640, 5},
+                          {RightBar, 635, 0, 5, 360},
+                          {BaseBar, 0, 355, 640, 5}}) {
+    EXPECT_EQ(Bar(bar).Left(), left) << bar;
+    EXPECT_EQ(Bar(bar).Top(), top) << bar;
+    EXPECT_EQ(Bar(bar).Width(), width) << bar;
+    EXPECT_EQ(Bar(bar).Height(), height) << bar;
+  }
+}
+
+TEST_F(Commands, APressAloneGivesNoCommand) {
+  LoadVideoOf(640, 360);
+  Bar(LeftBar).setLeft(33);
+  for (int index = LoadVideo; index <= ResetMarkers; ++index) {
+    Press(Get<Label>("Label14", index));
+  }
+  EXPECT_EQ(PauseState(), "Pause");
+  EXPECT_EQ(Bar(LeftBar).Left(), 33);
+  EXPECT_EQ(tools_.Runs().size(), 2U);
+}
+
+TEST_F(Commands, ResetMarkersWithoutAVideoGoesByTheDesignsCanvas) {
+  Bar(RightBar).setLeft(3);
+  Bar(BaseBar).setTop(4);
+  Give(ResetMarkers);
+  EXPECT_EQ(Bar(RightBar).Left(), 417 - 5);
+  EXPECT_EQ(Bar(BaseBar).Top(), 249 - 5);
+}
+
+TEST_F(Commands, ResetMarkersLetsTheNumbersFollowAtTheNextTick) {
+  LoadVideoOf(640, 360);
+  Bar(LeftBar).setLeft(100);
+  ASSERT_TRUE(WaitForTicks(Get<Timer>("Timer2"), 1));
+  Give(ResetMarkers);
+  EXPECT_EQ(Number(RegionLeft), "0,100");
+  EXPECT_EQ(CropLeft, 100);
+  ASSERT_TRUE(WaitForTicks(Get<Timer>("Timer2"), 1));
+  EXPECT_EQ(Number(RegionLeft), "0,000");
+  EXPECT_EQ(CropLeft, 0);
+}
+
+TEST_F(Commands, PauseGoesBackAndForthAndItsCaptionOnShowStays) {
+  LoadVideoOf(640, 360);
+  Texts states = {PauseState()};
+  for (int times = 0; times < 3; ++times) {
+    Give(PauseVideo);
+    states.push_back(PauseState());
+  }
+  EXPECT_EQ(states, (Texts{"Pause", "Paused", "Pause", "Paused"}));
+  EXPECT_EQ(Get<Label>("Label14", PauseVideo).Caption().toStdString(), "Pause Video");
+}
+
+TEST_F(Commands, RunStopAndCropLeaveThePauseStateAlone) {
+  LoadVideoOf(640, 360);
+  Give(PauseVideo);
+  Give(RunVideo);
+  Give(StopVideo);
+  const DialogAnswers answers({CancelDialog()});
+  Give(CropVideo);
+  EXPECT_EQ(PauseState(), "Paused");
+}
+
+TEST_F(Commands, WithoutAVideoRunPauseAndStopDoNothing) {
+  for (const Command command : {RunVideo, PauseVideo, StopVideo}) Give(command);
+  EXPECT_EQ(PauseState(), "Pause");
+  EXPECT_TRUE(tools_.Runs().empty());
+}
+
+TEST_F(Commands, AnUnknownPauseStateStays) {
+  LoadVideoOf(640, 360);
+  Get<CommandButton>("Command1", PauseVideo).setCaption(QStringLiteral("else"));
+  Give(PauseVideo);
+  EXPECT_EQ(PauseState(), "else");
+}
+
+TEST_F(Commands, ThePreviewsLineHoldsThePathAndTheRegionOfTheLastTick) {
+  const QString video = LoadVideoOf(640, 360);
+  ASSERT_TRUE(WaitForTicks(Get<Timer>("Timer2"), 1));
+  Get<Timer>("Timer2").setEnabled(false);
+  Bar(LeftBar).setLeft(100);  // not measured any more
+  Give(PreviewCroppedVideo);
+  EXPECT_EQ(LastRun(), "ffplay | -i | " + video.toStdString() + " | -vf | crop=635:355:0:0");
+  EXPECT_EQ(CropFilter.toStdString(), "635:355:0:0");
+}
+
+TEST_F(Commands, NegativeAndOddNumbersGoOutAsTheyAre) {
+  SetRegion(-20, 337, 3, -5);
+  Give(PreviewCroppedVideo);
+  EXPECT_EQ(LastRun(), "ffplay | -i | -vf | crop=-20:337:3:-5");
+  SetRegion(2147483647, -2147483647 - 1, 12345, 0);
+  Give(PreviewCroppedVideo);
+  EXPECT_EQ(LastRun(), "ffplay | -i | -vf | crop=2147483647:-2147483648:12345:0");
+}
+
+TEST_F(Commands, ThePathOnShowGoesOnTheLinesAndNotTheOneLoaded) {
+  ProbeDimensionsDone = true;
+  Path().setText(QStringLiteral("  /shown.mp4 "));
+  VideoPath = QStringLiteral("/loaded.mp4");
+  Give(PreviewCroppedVideo);
+  EXPECT_EQ(LastRun(), "ffplay | -i | /shown.mp4 | -vf | crop=0:0:0:0");
+  CropTo(QStringLiteral("/tmp/out.mp4"));
+  RunTheJob();
+  EXPECT_EQ(LastRun(), "ffmpeg | -i | /shown.mp4 | -vf | crop=0:0:0:0 | /tmp/out.mp4");
+}
+
+TEST_F(Commands, ThePreviewWaitsForThePlayerAndKeepsItsText) {
+  LoadVideoOf(1920, 1080);
+  const Gate gate(tools_);
+  tools_.PreviewDoes(Print(QStringLiteral("playing\n")) + gate.Wait() +
+                     Print(QStringLiteral("done\n")));
+  const QString before = Store();
+  QString during;
+  Get<TextBox>("Text2").Change = [&](int) {
+    if (during.isEmpty()) gate.Open();
+    during = Store();
+  };
+  Give(PreviewCroppedVideo);
+  EXPECT_EQ(Store().toStdString(), before.toStdString() + "playing\ndone\n");
+}
+
+TEST_F(Commands, AMissingPlayerChangesNothingAndSaysNothing) {
+  LoadVideoOf(640, 360);
+  tools_.Remove(QStringLiteral("ffplay"));
+  const QString store = Store();
+  Give(PreviewCroppedVideo);
+  EXPECT_EQ(Store(), store);
+  EXPECT_EQ(Number(SourceWidth), "0,640");
+}
+
+TEST_F(Commands, TheCropsLineHoldsPathRegionAndOutput) {
+  const QString video = LoadVideoOf(640, 360);
+  ASSERT_TRUE(WaitForTicks(Get<Timer>("Timer2"), 1));
+  const QString output = tools_.Path() + QLatin1String("/out.mp4");
+  CropTo(output);
+  EXPECT_EQ(OutputPath, output);
+  EXPECT_EQ(CropFilter.toStdString(), "635:355:0:0");
+  EXPECT_EQ(tools_.Runs().size(), 2U);
+  RunTheJob();
+  EXPECT_EQ(LastRun(), "ffmpeg | -i | " + video.toStdString() + " | -vf | crop=635:355:0:0 | " +
+                           output.toStdString());
+}
+
+TEST_F(Commands, TheRegionOfTheCommandIsCroppedAndNotTheOneAtTheStartOfTheTool) {
+  SetRegion(100, 50, 1, 2);
+  CropTo(QStringLiteral("/tmp/out.mp4"));
+  SetRegion(7, 7, 7, 7);
+  RunTheJob();
+  EXPECT_EQ(LastRun(), "ffmpeg | -i | -vf | crop=100:50:1:2 | /tmp/out.mp4");
+}
+
+TEST_F(Commands, AnOutputWithABlankIsCutIntoArguments) {
+  CropTo(QStringLiteral("/tmp/my new clip.mp4"));
+  EXPECT_EQ(OutputPath.toStdString(), "/tmp/my new clip.mp4");
+  RunTheJob();
+  EXPECT_EQ(LastRun(), "ffmpeg | -i | -vf | crop=0:0:0:0 | /tmp/my | new | clip.mp4");
+}
+
+TEST_F(Commands, ANameWithoutAnExtensionStaysSo) {
+  CropTo(tools_.Path() + QLatin1String("/plain"));
+  EXPECT_EQ(OutputPath, tools_.Path() + QLatin1String("/plain"));
+}
+
+TEST_F(Commands, AnExistingOutputIsTakenWithoutAQuestion) {
+  const QString output = tools_.File(QStringLiteral("there.mp4"));
+  CropTo(output);
+  EXPECT_EQ(OutputPath, output);
+  EXPECT_NE(JobWindow(), nullptr);
+}
+
+TEST_F(Commands, TheSaveDialogOffersThreeKindsOfFilesAndBeginsWithTheFirst) {
+  OutputPath = QStringLiteral("/tmp/earlier.mp4");
+  Texts seen;
+  const DialogAnswers answers({[&](QDialog& dialog) {
+    const auto& files = dynamic_cast<QFileDialog&>(dialog);
+    const auto* kinds = files.findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
+    for (int kind = 0; kind < kinds->count(); ++kind) {
+      seen.push_back(kinds->itemText(kind).trimmed().toStdString());
+    }
+    seen.push_back("chosen: " + kinds->currentText().trimmed().toStdString());
+    seen.push_back(
+        "name: " +
+        files.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->text().toStdString());
+    seen.push_back("title: " + files.windowTitle().toStdString());
+    seen.emplace_back(files.acceptMode() == QFileDialog::AcceptSave ? "saves" : "opens");
+    seen.push_back("extension: " + files.defaultSuffix().toStdString());
+    dialog.reject();
+  }});
+  Give(CropVideo);
+  EXPECT_EQ(seen, (Texts{"MP4 Files (*.mp4)", "AVI Files (*.avi)", "All Files (*.*)",
+                         "chosen: MP4 Files (*.mp4)", "name: ", "title: Save Cropped Video As",
+                         "saves", "extension: "}));
+}
+
+TEST_F(Commands, ACancelledSaveDialogStartsNothingAndKeepsTheOutputAndTheFilter) {
+  OutputPath = QStringLiteral("/tmp/earlier.mp4");
+  CropFilter = QStringLiteral("1:2:3:4");
+  SetRegion(9, 9, 9, 9);
+  const DialogAnswers answers({CancelDialog()});
+  Give(CropVideo);
+  EXPECT_EQ(OutputPath.toStdString(), "/tmp/earlier.mp4");
+  EXPECT_EQ(CropFilter.toStdString(), "1:2:3:4");
+  EXPECT_EQ(JobWindow(), nullptr);
+}
+
+TEST_F(Commands, TheJobWindowComesUpInFrontOfTheMainWindowWhichStaysUsable) {
+  CropTo(QStringLiteral("/tmp/out.mp4"));
+  ASSERT_NE(JobWindow(), nullptr);
+  EXPECT_TRUE(JobWindow()->isVisible());
+  EXPECT_FALSE(JobWindow()->isModal());
+  EXPECT_EQ(JobWindow()->windowHandle()->transientParent(), form_->windowHandle());
+  EXPECT_TRUE(form_->isEnabled());
+  EXPECT_EQ(JobWindow()->windowIcon().cacheKey(), form_->windowIcon().cacheKey());
+  EXPECT_TRUE(tools_.Runs().empty());
+}
+
+}  // namespace
+}  // namespace kelvane::testing
