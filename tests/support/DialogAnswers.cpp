@@ -7,6 +7,7 @@
 #include <QFileDialog>
 #include <QLineEdit>
 #include <QStringList>
+#include <utility>
 
 namespace kelvane::testing {
 namespace {
@@ -32,6 +33,8 @@ QString Buttons(const QMessageBox& box) {
   }
   return names.join(QLatin1Char(' '));
 }
+
+DialogAnswers* innermost = nullptr;
 
 std::string Describe(const QDialog& dialog) {
   QStringList parts(dialog.windowTitle());
@@ -65,17 +68,20 @@ Answer PressButton(QMessageBox::StandardButton button) {
   };
 }
 
-DialogAnswers::DialogAnswers(std::initializer_list<Answer> answers) : answers_(answers) {
+DialogAnswers::DialogAnswers(std::initializer_list<Answer> answers)
+    : answers_(answers), outer_(std::exchange(innermost, this)) {
   constexpr int kLook = 2;  // ms
   QObject::connect(&timer_, &QTimer::timeout, [this] { Look(); });
   timer_.start(kLook);
 }
 
 DialogAnswers::~DialogAnswers() {
+  innermost = outer_;
   EXPECT_TRUE(answers_.empty()) << answers_.size() << " more dialogs should have come up";
 }
 
 void DialogAnswers::Look() {
+  if (innermost != this) return;
   auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
   if (dialog == nullptr || !dialog->isVisible()) return;
   seen_.push_back(Describe(*dialog));

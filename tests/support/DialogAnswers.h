@@ -21,7 +21,8 @@ Answer CancelDialog();
 Answer PressButton(QMessageBox::StandardButton button);
 
 // Answers the modal dialogs that come up during its life, each with the next answer. The test fails
-// if one comes up for which there is no answer left, and if an answer is left at the end.
+// if one comes up for which there is no answer left, and if an answer is left at the end. One that
+// is made inside another's life answers in its stead.
 class DialogAnswers {
  public:
   explicit DialogAnswers(std::initializer_list<Answer> answers);
@@ -39,6 +40,7 @@ class DialogAnswers {
   std::deque<Answer> answers_;
   std::vector<std::string> seen_;
   QTimer timer_;
+  DialogAnswers* const outer_;
 };
 
 }  // namespace kelvane::testing

@@ -1,13 +1,23 @@
 #pragma once
 
+#include <QSize>
 #include <QString>
 #include <functional>
 #include <optional>
+#include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
 
 class QWidget;
+
+// How the toolkit's values look in a failure.
+inline void PrintTo(const QString& text, std::ostream* out) {
+  *out << '"' << text.toStdString() << '"';
+}
+inline void PrintTo(const QSize& size, std::ostream* out) {
+  *out << size.width() << 'x' << size.height();
+}
 
 // Waiting for the windows, standing in for the pointer and the clock, and writing down what
 // happens.
