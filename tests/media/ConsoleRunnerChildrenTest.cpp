@@ -126,7 +126,7 @@ TEST(ConsoleRunnerChildren, OtherProcessesOfTheProgramAreNotReaped) {
   EXPECT_EQ(WEXITSTATUS(status), kExitCode);
 }
 
-TEST(ConsoleRunnerChildren, AToolThatSomeoneElseReapedIsForgotten) {
+TEST(ConsoleRunnerChildren, AToolThatSomeoneElseReapedDisturbsNoLaterRun) {
   const TemporaryFolder folder;
   const Gate gate(folder / "gate");
   const pid_t process = std::stoi(

@@ -40,6 +40,16 @@ TEST(ConsoleRunnerDescriptors, AToolStartedInsideAnotherRunGetsNoneOfThatRun) {
   EXPECT_EQ(inner, kStandardOnes);
 }
 
+TEST(ConsoleRunnerDescriptors, TheRunsOwnOneIsNotHandedToProgramsThatOthersStart) {
+  // The run's end takes the lowest free number.
+  const int end = Descriptor(::open("/dev/null", O_RDONLY | O_CLOEXEC)).number();
+  DOSOutputs outputs;
+  int flags = -1;
+  outputs.ReceiveOutputs = [&](const std::string&) { flags = ::fcntl(end, F_GETFD); };
+  outputs.ExecuteCommand("/bin/echo text");
+  EXPECT_EQ(flags, FD_CLOEXEC);
+}
+
 TEST(ConsoleRunnerDescriptors, StandardInputIsTheNullDevice) {
   EXPECT_EQ(RunLine("/bin/readlink /proc/self/fd/0").result, "/dev/null\n");
 }
