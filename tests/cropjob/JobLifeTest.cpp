@@ -1,0 +1,193 @@
+// The job window's life: loaded, cancelled, closed, and loaded anew.
+#include <QFile>
+
+#include "cropjob/JobWindowTest.h"
+
+namespace kelvane::testing {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+class JobLife : public JobWindowTest {};
+
+class Cancelled : public JobLife, public ::testing::WithParamInterface<Qt::MouseButton> {};
+
+INSTANTIATE_TEST_SUITE_P(JobLife, Cancelled,
+                         ::testing::Values(Qt::LeftButton, Qt::RightButton, Qt::MiddleButton),
+                         [](const auto& button) {
+                           return std::string(button.param == Qt::LeftButton    ? "Left"
+                                              : button.param == Qt::RightButton ? "Right"
+                                                                                : "Middle");
+                         });
+
+TEST_P(Cancelled, ByAnyButtonTheWindowIsUnloadedAndDropped) {
+  LoadJob();
+  Press(Get<Label>("Label2"), GetParam());
+  EXPECT_TRUE(job_.Loaded());
+  Release(Get<Label>("Label2"), GetParam());
+  EXPECT_FALSE(job_.Loaded());
+  PumpOnce();
+  EXPECT_FALSE(JobIsThere());
+  EXPECT_TRUE(mainWindow_.isVisible());
+}
+
+TEST_F(JobLife, OnlyTheCancelTextUnloadsTheWindow) {
+  LoadJob();
+  for (Control* control : Job().findChildren<Control*>()) {
+    if (control->objectName() != QLatin1String("Label2")) Click(*control);
+  }
+  EXPECT_TRUE(job_.Loaded());
+  EXPECT_TRUE(Job().isVisible());
+}
+
+TEST_F(JobLife, TheWindowStaysOpenAfterTheJobUntilCancel) {
+  LoadJob();
+  Run();
+  PumpOnce();
+  ASSERT_TRUE(JobIsThere());
+  EXPECT_TRUE(Job().isVisible());
+  EXPECT_EQ(Get<Label>("Label2").Caption().toStdString(), "Cancel");
+  Cancel();
+  PumpOnce();
+  EXPECT_FALSE(JobIsThere());
+}
+
+TEST_F(JobLife, ClosingTheWindowIsLikeCancel) {
+  LoadJob();
+  EXPECT_TRUE(Job().close());
+  EXPECT_FALSE(job_.Loaded());
+  PumpOnce();
+  EXPECT_FALSE(JobIsThere());
+}
+
+TEST_F(JobLife, ThePointerOverCancelDarkensItsPlateAndOverTheWindowPutsItBack) {
+  LoadJob();
+  auto& plate = Get<Label>("Label3");
+  MovePointerOver(Get<Label>("Label2"));
+  EXPECT_EQ(Hex(plate.BackColor()), "0x000000");
+  MovePointerOver(*Job().findChild<Container*>(QString(), Qt::FindDirectChildrenOnly));
+  EXPECT_EQ(Hex(plate.BackColor()), "0x232323");
+}
+
+TEST_F(JobLife, ThePointerOverAnyOtherControlLeavesThePlateAsItIs) {
+  LoadJob();
+  auto& plate = Get<Label>("Label3");
+  for (const char* name : {"Label1(0)", "Label1(1)", "Label1(2)", "Label3", "Picture1", "pbar"}) {
+    MovePointerOver(Get<Control>(name));
+    EXPECT_EQ(Hex(plate.BackColor()), "0x232323") << name;
+  }
+  MovePointerOver(Get<Label>("Label2"));
+  for (const char* name : {"Label1(0)", "Label1(1)", "Label1(2)", "Label3", "Picture1", "pbar"}) {
+    MovePointerOver(Get<Control>(name));
+    EXPECT_EQ(Hex(plate.BackColor()), "0x000000") << name;
+  }
+}
+
+TEST_F(JobLife, LoadingALoadedWindowDoesNothing) {
+  Form2& job = LoadJob("00:00:10");
+  Tick(JobTimer());
+  MainBar().setValue(4);
+  Bar().setValue(3);
+  OutputPath = QStringLiteral("/tmp/second.mp4");
+  EXPECT_EQ(&LoadJob("00:01:00"), &job);
+  job.Load();
+  EXPECT_EQ(Bar().Max(), 10);
+  EXPECT_EQ(Bar().Value(), 3);
+  EXPECT_EQ(MainBar().Value(), 4);
+  EXPECT_EQ(Get<Label>("Label1(1)").Caption().toStdString(), "/tmp/out.mp4");
+  Tick(JobTimer());  // the second since the one load
+  EXPECT_EQ(tools_.Runs().size(), 1U);
+}
+
+TEST_F(JobLife, AfterCancelAFreshWindowIsLoaded) {
+  LoadJob("00:00:10");
+  Run(PrintBlocks({"time=00:00:04.00"}));
+  Cancel();
+  PumpOnce();
+  ASSERT_FALSE(JobIsThere());
+  EXPECT_EQ(MainBar().Value(), 4);  // until the next job's load
+  OutputPath = QStringLiteral("/tmp/second.mp4");
+  LoadJob("N/A, bit");
+  EXPECT_EQ(Bar().Max(), 100);
+  EXPECT_EQ(Bar().Value(), 0);
+  EXPECT_EQ(MainBar().Max(), 100);
+  EXPECT_EQ(MainBar().Value(), 0);
+  EXPECT_EQ(Status(), kGettingCropRegions);
+  EXPECT_EQ(Get<Label>("Label1(1)").Caption().toStdString(), "/tmp/second.mp4");
+  EXPECT_TRUE(JobTimer().Enabled());
+}
+
+TEST_F(JobLife, CancelBeforeTheSecondTickStopsTheTimer) {
+  LoadJob();
+  Tick(JobTimer());
+  Cancel();
+  EXPECT_FALSE(JobTimer().Enabled());
+  EXPECT_TRUE(tools_.Runs().empty());
+}
+
+TEST_F(JobLife, CancelDuringAJobLeavesTheToolToItsEndAndTheMainWindowFed) {
+  const QString output = tools_.Path() + QLatin1String("/whole");
+  const Gate gate(tools_);
+  LoadJob("00:00:10");
+  Texts titles;
+  mainWindow_.TitleSet = [&] { titles.push_back(Title()); };
+  MainWindowMinimised = true;
+  AtNextDoEvents([&] {
+    Cancel();
+    EXPECT_FALSE(job_.Loaded());
+    EXPECT_FALSE(Job().isVisible());
+    EXPECT_FALSE(QFile::exists(output));
+    gate.Open();
+  });
+  Run(PrintBlocks({"time=00:00:02.00"}) + gate.Wait() +
+      PrintBlocks({"time=00:00:05.00", "time=00:00:07.00"}) +
+      QStringLiteral("echo whole > '%1'\n").arg(output));
+  EXPECT_TRUE(QFile::exists(output));
+  EXPECT_EQ(titles, (Texts{"Crop: 00.00%", "Crop: 20.00%", "Crop: 50.00%"}));
+  EXPECT_EQ(MainBar().Value(), 7);
+  PumpOnce();
+  EXPECT_FALSE(JobIsThere());
+}
+
+TEST_F(JobLife, ClosingDuringAJobIsLikeCancel) {
+  const Gate gate(tools_);
+  LoadJob("00:00:10");
+  AtNextDoEvents([&] {
+    Job().close();
+    PumpOnce();
+    EXPECT_TRUE(JobIsThere()) << "dropped while its handler runs";
+    gate.Open();
+  });
+  Run(Print(QStringLiteral("one\n")) + gate.Wait() + Print(QStringLiteral("time=00:00:05.00\n")));
+  EXPECT_EQ(MainBar().Value(), 5);
+  PumpOnce();
+  EXPECT_FALSE(JobIsThere());
+}
+
+TEST_F(JobLife, TwoJobsMayRunAtTheSameTimeTheOneInsideTheOther) {
+  const Gate gate(tools_);
+  LoadJob("00:00:10");
+  const QPointer<Form2> first = shown_;
+  AtNextDoEvents([&] {
+    Cancel();
+    OutputPath = QStringLiteral("/tmp/second.mp4");
+    LoadJob("00:00:20");
+    EXPECT_NE(&Job(), first);
+    Run(PrintBlocks({"time=00:00:15.00"}));
+    EXPECT_EQ(Status(), kSuccessful);
+    EXPECT_EQ(Bar().Value(), 15);
+    gate.Open();
+  });
+  tools_.CropDoes(Print(QStringLiteral("one\n")) + gate.Wait() +
+                  Print(QStringLiteral("time=00:00:09.00\n")));
+  Timer& timer = JobTimer();
+  Tick(timer);
+  Tick(timer);
+  EXPECT_EQ(tools_.Runs().size(), 2U);
+  EXPECT_EQ(MainBar().Value(), 9);
+  EXPECT_EQ(Bar().Value(), 15);
+  EXPECT_EQ(Status(), kSuccessful);
+}
+
+}  // namespace
+}  // namespace kelvane::testing

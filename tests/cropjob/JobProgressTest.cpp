@@ -1,0 +1,189 @@
+// What the tool prints, and what of it reaches the two bars, the status line and the titles.
+#include <QLocale>
+
+#include "cropjob/JobWindowTest.h"
+
+namespace kelvane::testing {
+namespace {
+
+using Texts = std::vector<std::string>;
+
+// The state after one update. A block that updates nothing leaves none.
+struct Update {
+  std::string status;
+  float value;
+};
+
+bool operator==(const Update& one, const Update& other) {
+  return one.status == other.status && one.value == other.value;
+}
+void PrintTo(const Update& update, std::ostream* out) {
+  *out << update.status << " at " << update.value;
+}
+
+// "Progress: 12.34% Complete: Status: Cropping Video"
+std::string Progress(const char* figure) {
+  return std::string("Progress: ") + figure + "% Complete: Status: Cropping Video";
+}
+
+struct BlocksAndUpdates {
+  const char* name;
+  const char* duration;
+  Texts blocks;
+  std::vector<std::pair<const char*, float>> updates;  // figure, value
+};
+
+void PrintTo(const BlocksAndUpdates& row, std::ostream* out) { *out << row.name; }
+
+class JobUpdates : public JobWindowTest, public ::testing::WithParamInterface<BlocksAndUpdates> {};
+
+TEST_P(JobUpdates, ComeFromTheTimeInEachBlock) {
+  std::vector<Update> expected;
+  for (const auto& [figure, value] : GetParam().updates) {
+    expected.push_back({Progress(figure), value});
+  }
+  LoadJob(GetParam().duration);
+  std::vector<Update> updates;
+  mainWindow_.TitleSet = [&] {
+    updates.push_back({Status(), Bar().Value()});
+    EXPECT_EQ(MainBar().Value(), Bar().Value());
+  };
+  Run(PrintBlocks(GetParam().blocks));
+  EXPECT_EQ(updates, expected);
+  EXPECT_EQ(Status(), kSuccessful);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Job, JobUpdates,
+    ::testing::Values(
+        BlocksAndUpdates{"TheFigureTrailsTheBarByOne",
+                         "00:00:10",
+                         {"size=    1024kB time=00:00:01.00 bitrate= 838.9kbits/s speed=2.0x",
+                          "size=    2048kB time=00:00:05.99 bitrate= 838.9kbits/s speed=2.0x",
+                          "size=    4096kB time=00:00:10.00 bitrate= 838.9kbits/s speed=2.0x"},
+                         {{"00.00", 1}, {"10.00", 5}, {"50.00", 10}}},
+        BlocksAndUpdates{"FiguresHaveTwoDecimals",
+                         "00:00:07",
+                         {"time=00:00:01", "time=00:00:02", "time=00:00:07", "time=00:00:07"},
+                         {{"00.00", 1}, {"14.29", 2}, {"28.57", 7}, {"100.00", 7}}},
+        BlocksAndUpdates{"HoursAndMinutesCount",
+                         "02:00:00",
+                         {"time=01:00:00.00", "time=01:30:00.00"},
+                         {{"00.00", 3600}, {"50.00", 5400}}},
+        BlocksAndUpdates{"TheWordInAnyCase",
+                         "00:00:10",
+                         {"TIME=00:00:02", "Time=00:00:04", "tImE=00:00:06"},
+                         {{"00.00", 2}, {"20.00", 4}, {"40.00", 6}}},
+        BlocksAndUpdates{"TheBarGoesBackWithTheTime",
+                         "00:00:10",
+                         {"time=00:00:08", "time=00:00:03"},
+                         {{"00.00", 8}, {"80.00", 3}}},
+        BlocksAndUpdates{"BlocksWithoutTheWordPassThrough",
+                         "00:00:10",
+                         {"ffmpeg version 5", "size=    1024kB bitrate= 838.9kbits/s speed=2.0x"},
+                         {}},
+        BlocksAndUpdates{"OfTwoTimesInABlockTheFirstCounts",
+                         "00:00:10",
+                         {"time=00:00:02.00 time=00:00:09.00"},
+                         {{"00.00", 2}}},
+        BlocksAndUpdates{
+            "ACreationTimeIsNoTimeAndHidesOneBehindIt",
+            "00:00:10",
+            {"time=00:00:04.00", "creation_time   : 2020-01-01T00:00:00.0Z time=00:00:08.00"},
+            {{"00.00", 4}, {"40.00", 4}}},
+        BlocksAndUpdates{"NotAvailableIsNoTime",
+                         "00:00:10",
+                         {"time=00:00:04.00", "size=N/A time=N/A bitrate=N/A"},
+                         {{"00.00", 4}, {"40.00", 4}}},
+        BlocksAndUpdates{"ATimeBeyondTheRangeLeavesTheBar",
+                         "00:00:10",
+                         {"time=00:00:04.00", "time=00:00:11.00", "time=00:00:10.00"},
+                         {{"00.00", 4}, {"40.00", 4}, {"40.00", 10}}},
+        BlocksAndUpdates{
+            "WithoutADurationASecondIsAHundredth",
+            "",
+            {"time=00:00:01.00", "time=00:01:39.00", "time=00:01:40.00", "time=00:01:41.00",
+             "time=00:02:00.00"},
+            {{"00.00", 1}, {"01.00", 99}, {"99.00", 100}, {"100.00", 100}, {"100.00", 100}}},
+        BlocksAndUpdates{"ANegativeTimeIsNoTime",
+                         "00:00:10",
+                         {"time=-00:00:00.02", "time=00:00:02.00"},
+                         {{"00.00", 0}, {"00.00", 2}}},
+        BlocksAndUpdates{"TheBlockEndsBehindTheWord",
+                         "00:00:10",
+                         {std::string(252, '.') + "time", "=00:00:04.00"},
+                         {}},
+        BlocksAndUpdates{"TheBlockEndsBehindTheEqualsSign",
+                         "00:00:10",
+                         {std::string(251, '.') + "time=", "00:00:04.00"},
+                         {}},
+        BlocksAndUpdates{"TheBlockEndsInTheWord",
+                         "00:00:10",
+                         {std::string(254, '.') + "ti", "me=00:00:04.00"},
+                         {}},
+        BlocksAndUpdates{"TheBlockEndsBehindTheFirstDigit",
+                         "00:00:10",
+                         {std::string(250, '.') + "time=0", "0:00:04.00"},
+                         {{"00.00", 0}}},
+        BlocksAndUpdates{
+            "TheBlockEndsBeforeTheLastDigitAndTheNextPutsItRight",
+            "00:01:00",
+            {"time=00:00:35.00", std::string(244, '.') + "time=00:00:3", "6.00 time=00:00:37.00"},
+            {{"00.00", 35}, {"58.33", 3}, {"05.00", 37}}}),
+    [](const auto& row) { return std::string(row.param.name); });
+
+class JobProgress : public JobWindowTest {};
+
+TEST_F(JobProgress, TheFigureHasTheLocalesDecimalSign) {
+  QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+  LoadJob("00:00:10");
+  Texts statuses;
+  mainWindow_.TitleSet = [&] { statuses.push_back(Status()); };
+  Run(PrintBlocks({"time=00:00:05.00", "time=00:00:06.00"}));
+  QLocale::setDefault(QLocale::c());
+  EXPECT_EQ(statuses, (Texts{Progress("00,00"), Progress("50,00")}));
+}
+
+TEST_F(JobProgress, TheMainWindowsTitleTellsTheFigureOnlyWhileItIsMinimised) {
+  LoadJob("00:00:10");
+  Texts titles;
+  mainWindow_.TitleSet = [&] {
+    titles.push_back(Title());
+    MainWindowMinimised = titles.size() == 1 || titles.size() == 2;
+  };
+  Run(PrintBlocks(
+      {"time=00:00:01.00", "time=00:00:02.00", "nothing", "time=00:00:03.00", "time=00:00:04.00"}));
+  EXPECT_EQ(titles, (Texts{"Kelvane", "Crop: 10.00%", "Crop: 20.00%", "Kelvane"}));
+}
+
+TEST_F(JobProgress, AMinimisedMainWindowKeepsItsLastTitleAfterTheJob) {
+  LoadJob("00:00:10");
+  MainWindowMinimised = true;
+  Run(PrintBlocks({"time=00:00:05.00", "time=00:00:06.00"}));
+  EXPECT_EQ(Title(), "Crop: 50.00%");
+  EXPECT_EQ(Status(), kSuccessful);
+}
+
+TEST_F(JobProgress, ATitleOfItsOwnStaysWhereNothingIsUpdated) {
+  LoadJob();
+  mainWindow_.setCaption(QStringLiteral("as before"));
+  MainWindowMinimised = true;
+  Run(PrintBlocks({"no word in here"}));
+  EXPECT_EQ(Title(), "as before");
+}
+
+TEST_F(JobProgress, TheBarsKeepTheirLastValueAfterTheJob) {
+  LoadJob("00:00:10");
+  Run(PrintBlocks({"time=00:00:06.00"}));
+  EXPECT_EQ(Bar().Value(), 6);
+  EXPECT_EQ(MainBar().Value(), 6);
+}
+
+TEST_F(JobProgress, TheLineOfAShortTimeAtTheEndOfTheStreamCounts) {
+  LoadJob("00:05:00");
+  Run(Print(QStringLiteral("time=00:04")));
+  EXPECT_EQ(Bar().Value(), 240);
+}
+
+}  // namespace
+}  // namespace kelvane::testing

@@ -1,0 +1,117 @@
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QPixmap>
+#include <QPointer>
+#include <string>
+#include <vector>
+
+#include "cropjob/Form2.h"
+#include "shared/SharedValues.h"
+#include "support/DialogAnswers.h"
+#include "support/Events.h"
+#include "support/RecordingTools.h"
+
+namespace kelvane::testing {
+
+constexpr FormDesign kStandInDesign = {.name = "StandIn",
+                                       .caption = "Kelvane",
+                                       .clientWidth = 3000,
+                                       .clientHeight = 1500,
+                                       .backColor = 0,
+                                       .labelColor = 0,
+                                       .scale = ScaleMode::kTwips};
+constexpr ControlDesign kStandInControls[] = {
+    {.name = "pbar", .controlClass = ControlClass::kProgressBar, .place = {0, 0, 1500, 180}}};
+
+// A window with all that the job window knows of the main window.
+class MainWindowStandIn : public Form, public MainWindow {
+ public:
+  MainWindowStandIn() : Form(kStandInDesign, kStandInControls) {
+    QPixmap picture(16, 16);
+    picture.fill(Qt::red);
+    icon_.addPixmap(picture);
+  }
+
+  ProgressBar& JobProgress() override { return Find<ProgressBar>(QStringLiteral("pbar")); }
+  void SetTitle(const QString& title) override {
+    setCaption(title);
+    if (TitleSet) TitleSet();
+  }
+  QString ShownVideo() const override { return video; }
+  QIcon Icon() const override { return icon_; }
+
+  QString video;
+  std::function<void()> TitleSet;
+
+ private:
+  QIcon icon_;
+};
+
+// The job window, with recording tools.
+class JobWindowTest : public ::testing::Test {
+ protected:
+  JobWindowTest() {
+    ForgetSharedValues();
+    mainWindow_.Load();
+    mainWindow_.Show();
+    OutputPath = QStringLiteral("/tmp/out.mp4");
+    CropFilter = QStringLiteral("640:360:100:50");
+    mainWindow_.video = QStringLiteral("/tmp/in.mp4");
+  }
+  ~JobWindowTest() override { ForgetSharedValues(); }
+
+  Form2& LoadJob(const char* duration = "00:00:10") {
+    VideoDuration = QLatin1String(duration);
+    Form2& job = job_.Load(mainWindow_);
+    job.Show(&mainWindow_);
+    shown_ = &job;
+    return job;
+  }
+  Form2& Job() const { return *shown_; }
+  bool JobIsThere() const { return !shown_.isNull(); }
+
+  template <class Kind>
+  Kind& Get(const char* name) const {
+    return Job().Find<Kind>(QLatin1String(name));
+  }
+  Timer& JobTimer() const { return Get<Timer>("Timer1"); }
+  ProgressBar& Bar() const { return Get<ProgressBar>("pbar"); }
+  ProgressBar& MainBar() { return mainWindow_.JobProgress(); }
+  std::string Status() const { return Get<Label>("Label1(2)").Caption().toStdString(); }
+  std::string Title() const { return mainWindow_.Caption().toStdString(); }
+  void Cancel(Qt::MouseButton button = Qt::LeftButton) const {
+    Release(Get<Label>("Label2"), button);
+  }
+
+  // Two ticks: the tool runs to its end.
+  void Run(const QString& commands = {}) const {
+    tools_.CropDoes(commands);
+    Timer& timer = JobTimer();
+    Tick(timer);
+    Tick(timer);
+  }
+  // A tool that prints these, each as a block of its own.
+  static QString PrintBlocks(const std::vector<std::string>& texts) {
+    constexpr int kBlock = 256;
+    QString commands;
+    for (const std::string& text : texts) {
+      commands += Print(QString::fromStdString(text).leftJustified(kBlock, QLatin1Char(' ')));
+    }
+    return commands;
+  }
+
+  RecordingTools tools_;
+  MainWindowStandIn mainWindow_;
+  FormInstance<Form2> job_;
+  QPointer<Form2> shown_;
+};
+
+constexpr const char* kGettingCropRegions =
+    "Progress: 00.00 % Complete: Status: Getting Crop Regions";
+constexpr const char* kStarting = "Progress: 000 % Complete: Status: Starting...";
+constexpr const char* kCropping = "Progress: 00.00 % Complete: Status: Cropping...";
+constexpr const char* kSuccessful = "Progress: 100 % Complete: Status: Cropping Successful";
+
+}  // namespace kelvane::testing
