@@ -1,0 +1,99 @@
+// The main window's output handler over a long program life: what a block costs in the first MiB of
+// text, and what it costs when a hundred have been received. Prints the cost of a block, and the
+// memory that the text has taken.
+#include <unistd.h>
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <vector>
+
+#include "platform/App.h"
+#include "workspace/Form1.h"
+
+namespace {
+
+constexpr int kMebibytes = 100;
+constexpr int kBlocksPerMebibyte = 1024 * 1024 / 256;
+constexpr int kPreviewCommand = 4;
+
+// A folder whose player prints one MiB of text and ends.
+class TalkativePlayer {
+ public:
+  TalkativePlayer() {
+    std::string name = "/tmp/kelvane-bench-XXXXXX";
+    folder_ = mkdtemp(name.data());
+    const std::filesystem::path player = folder_ / "ffplay";
+    std::ofstream(player) << "#!/bin/sh\nyes 'frame= 100 fps= 25 q=-1.0' | head -c 1048576\n";
+    std::filesystem::permissions(player, std::filesystem::perms::owner_all);
+    kelvane::App::setPath(folder_.string());
+  }
+  ~TalkativePlayer() { std::filesystem::remove_all(folder_); }
+  TalkativePlayer(const TalkativePlayer&) = delete;
+  TalkativePlayer& operator=(const TalkativePlayer&) = delete;
+
+ private:
+  std::filesystem::path folder_;
+};
+
+double ResidentMebibytes() {
+  long pages = 0;
+  long resident = 0;
+  std::ifstream("/proc/self/statm") >> pages >> resident;
+  return static_cast<double>(resident) * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1048576;
+}
+
+double PreviewNanosecondsPerBlock(kelvane::Form1& form) {
+  const auto begin = std::chrono::steady_clock::now();
+  form.Find<kelvane::Label>("Label14(4)")
+      .MouseUp({.Index = kPreviewCommand,
+                .Button = kelvane::kLeftButton,
+                .Shift = 0,
+                .X = 0,
+                .Y = 0});
+  const std::chrono::duration<double, std::nano> took = std::chrono::steady_clock::now() - begin;
+  return took.count() / kBlocksPerMebibyte;
+}
+
+double Median(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
+
+void PrintRow(const char* name, const std::vector<double>& values) {
+  std::printf("%-34s %10.0f %10.0f %10.0f\n", name, *std::min_element(values.begin(), values.end()),
+              Median(values), *std::max_element(values.begin(), values.end()));
+}
+
+}  // namespace
+
+int main() {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  kelvane::App app("kelvane");
+  const TalkativePlayer player;
+  kelvane::Form1 form;
+  form.Load();
+  form.Show();
+  kelvane::DoEvents();
+  PreviewNanosecondsPerBlock(form);  // warm-up; its text begins the store
+
+  const double before = ResidentMebibytes();
+  std::vector<double> costs;
+  for (int mebibyte = 0; mebibyte < kMebibytes; ++mebibyte) {
+    costs.push_back(PreviewNanosecondsPerBlock(form));
+  }
+  const double grown = ResidentMebibytes() - before;
+
+  constexpr int kSample = 10;
+  const std::vector<double> first(costs.begin(), costs.begin() + kSample);
+  const std::vector<double> last(costs.end() - kSample, costs.end());
+  std::printf("%-34s %10s %10s %10s\n", "output handler, ns to a block", "min", "median", "max");
+  PrintRow("first 10 MiB of text", first);
+  PrintRow("last 10 MiB of 100 MiB", last);
+  std::printf("%-34s %10.2f\n", "ratio of the medians, last to first", Median(last) / Median(first));
+  std::printf("%-34s %10.1f bytes (the store has two to a character)\n",
+              "memory grown for each byte received", grown / kMebibytes);
+  return 0;
+}
