@@ -1,5 +1,5 @@
-// Outputs that can't be written, and tools that fail: the window says that the job succeeded all the
-// same, and nothing is touched that wasn't named as output.
+// Outputs that can't be written, and tools that fail: the window says that the job succeeded all
+// the same, and nothing is touched that wasn't named as output.
 #include <QDir>
 #include <QFile>
 #include <csignal>
@@ -23,8 +23,8 @@ class CropOutput : public DesktopTest {
   // Has the real tool note what it prints in "said".
   void NoteWhatTheToolSays(const QString& moreArguments = {}) {
     said = program.PathOf("log/said");
-    program.ReplaceTool(
-        "ffmpeg", "\"$real\" " + moreArguments + " \"$@\" 2>&1 | tee '" + said + "' >&2");
+    program.ReplaceTool("ffmpeg",
+                        "\"$real\" " + moreArguments + " \"$@\" 2>&1 | tee '" + said + "' >&2");
   }
 
   void CropTo(const QString& output) {
@@ -69,9 +69,8 @@ TEST_F(CropOutput, ABlankInThePathCutsIt) {
   NoteWhatTheToolSays();
   const QHash<QString, QByteArray> before = Files();
   ASSERT_NO_FATAL_FAILURE(CropTo(program.PathOf("my clip.mp4")));
-  EXPECT_EQ(program.RunsOf("ffmpeg"),
-            (QList<QStringList>{
-                {"-i", video, "-vf", "crop=315:235:0:0", program.PathOf("my"), "clip.mp4"}}));
+  EXPECT_EQ(program.RunsOf("ffmpeg"), (QList<QStringList>{{"-i", video, "-vf", "crop=315:235:0:0",
+                                                           program.PathOf("my"), "clip.mp4"}}));
   EXPECT_EQ(Files(), before);
   LeaveInPeace();
 }
@@ -93,8 +92,7 @@ TEST_F(CropOutput, AFullDiskIsNoReasonForAMessage) {
   const QString full = program.PathOf("full.mp4");
   ASSERT_TRUE(QFile::link("/dev/full", full));
   ASSERT_NO_FATAL_FAILURE(CropTo(full));
-  EXPECT_TRUE(ContentOf(said).contains("No space left on device"))
-      << ContentOf(said).toStdString();
+  EXPECT_TRUE(ContentOf(said).contains("No space left on device")) << ContentOf(said).toStdString();
   LeaveInPeace();
 }
 

@@ -10,7 +10,8 @@ constexpr char kBeforeTheStart[] = "Progress: 00.00 % Complete: Status: Getting 
 
 class Crop : public DesktopTest {
  protected:
-  // The tool prints the time of a frame, and goes on printing until the gate of this name is opened.
+  // The tool prints the time of a frame, and goes on printing until the gate of this name is
+  // opened.
   QString PrintTime(const QString& time, const QString& gate) const {
     return QStringLiteral("printf 'size=    1kB time=%1.00 bitrate= 8.0kbits/s speed=2x\\r' >&2\n")
                .arg(time) +
@@ -78,8 +79,7 @@ TEST_F(Crop, RunsWithoutAVideoAllTheSame) {
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
   ASSERT_NO_FATAL_FAILURE(StartCrop(output));
   ASSERT_TRUE(job.AwaitSuccess());
-  EXPECT_EQ(program.RunsOf("ffmpeg"),
-            (QList<QStringList>{{"-i", "-vf", "crop=0:0:0:0", output}}));
+  EXPECT_EQ(program.RunsOf("ffmpeg"), (QList<QStringList>{{"-i", "-vf", "crop=0:0:0:0", output}}));
 }
 
 TEST_F(Crop, ShowsAFigureThatTrailsItsBarsByOneUpdate) {
@@ -116,8 +116,7 @@ TEST_F(Crop, ShowsAFigureThatTrailsItsBarsByOneUpdate) {
 
 TEST_F(Crop, CountsSecondsAsPercentWithoutADuration) {
   ReplaceProbe("N/A");
-  program.ReplaceTool("ffmpeg",
-                      PrintTime("00:00:30", "first") + PrintTime("00:02:00", "second"));
+  program.ReplaceTool("ffmpeg", PrintTime("00:00:30", "first") + PrintTime("00:02:00", "second"));
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithPretendedVideo());
   ASSERT_NO_FATAL_FAILURE(StartCrop(output));
   ASSERT_TRUE(WaitFor([&] { return job.Progress() > 0; }));
@@ -131,9 +130,9 @@ TEST_F(Crop, CountsSecondsAsPercentWithoutADuration) {
 
 TEST_F(Crop, PutsTheFigureIntoTheTitleOfAMinimisedWindowAlone) {
   ReplaceProbe("00:00:10.00");
-  program.ReplaceTool("ffmpeg",
-                      program.TalkingGate("start") + PrintTime("00:00:02", "first") +
-                          PrintTime("00:00:04", "second") + PrintTime("00:00:06", "third"));
+  program.ReplaceTool("ffmpeg", program.TalkingGate("start") + PrintTime("00:00:02", "first") +
+                                    PrintTime("00:00:04", "second") +
+                                    PrintTime("00:00:06", "third"));
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithPretendedVideo());
   ASSERT_NO_FATAL_FAILURE(StartCrop(output));
   ASSERT_TRUE(job.AwaitStatus("Progress: 00.00 % Complete: Status: Cropping..."));

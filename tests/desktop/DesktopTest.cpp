@@ -60,8 +60,8 @@ void DesktopTest::TearDown() {
   if (!HasFailure()) return;
   const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
   QDir().mkpath(QStringLiteral(KELVANE_FAILURES_FOLDER));
-  const QString file =
-      QStringLiteral(KELVANE_FAILURES_FOLDER "/%1.%2.png").arg(test->test_suite_name(), test->name());
+  const QString file = QStringLiteral(KELVANE_FAILURES_FOLDER "/%1.%2.png")
+                           .arg(test->test_suite_name(), test->name());
   screen.Picture().save(file);
   std::cerr << "The screen at the end: " << file.toStdString() << "\nThe program printed:\n"
             << printed.toStdString() << '\n';

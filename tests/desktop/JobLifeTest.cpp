@@ -19,7 +19,8 @@ TEST_F(JobLife, ASecondCropBringsTheWindowUpAndStartsNothing) {
   ASSERT_NO_FATAL_FAILURE(StartCrop(second));
   EXPECT_TRUE(WaitFor([&] { return screen.Active(job.Id()); }));
   EXPECT_EQ(screen.Windows().size(), 2);
-  EXPECT_TRUE(job.ShowsOutput(first)) << "a loaded window isn't loaded again";
+  EXPECT_TRUE(WaitFor([&] { return job.ShowsOutput(first); }))
+      << "a loaded window isn't loaded again";
   // Longer than a job needs to start.
   EXPECT_TRUE(HoldsFor([&] { return program.RunsOf("ffmpeg").size() == 1; }, 3s));
   ASSERT_TRUE(program.Open("end"));
@@ -121,9 +122,10 @@ TEST_F(JobLife, TheJobsWindowOutlivesTheMainWindow) {
 }
 
 TEST_F(JobLife, TheMainWindowClosedDuringAProbeEndsTheProgramBehindIt) {
-  program.ReplaceTool("ffprobe", "case \"$*\" in\n*show_entries*) printf 'width=640\\nheight=360\\n' "
-                                 ";;\n*) " +
-                                     program.TalkingGate("probe") + ";;\nesac");
+  program.ReplaceTool("ffprobe",
+                      "case \"$*\" in\n*show_entries*) printf 'width=640\\nheight=360\\n' "
+                      ";;\n*) " +
+                          program.TalkingGate("probe") + ";;\nesac");
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithPretendedVideo());
   screen.Close(window.Id());
   ASSERT_TRUE(WaitFor([&] { return screen.Windows().isEmpty(); }));

@@ -6,7 +6,8 @@ namespace {
 
 class Layout : public DesktopTest {
  protected:
-  // The first place where the screen isn't as laid out for the window's present size; empty if none.
+  // The first place where the screen isn't as laid out for the window's present size; empty if
+  // none.
   QString Flaw() const {
     const QImage picture = screen.Picture();
     for (const char* shape : {"Shape1", "Shape2", "Shape3", "Shape4"}) {
@@ -16,10 +17,14 @@ class Layout : public DesktopTest {
       if (!FrameStands(picture, window.Place(shape), kLit)) return shape;
     }
     const QList<std::pair<const char*, const char*>> captions = {
-        {"Label14(0)", "Load Video"},     {"Label14(4)", "Preview Cropped Video"},
-        {"Label14(6)", "Reset Markers"},  {"Label10", "Video Duration"},
-        {"Label11", "Current Position"},  {"Label12", "00:00:00"},
-        {"Label13", "00"},                {"Label1(14)", "Right"}};
+        {"Label14(0)", "Load Video"},
+        {"Label14(4)", "Preview Cropped Video"},
+        {"Label14(6)", "Reset Markers"},
+        {"Label10", "Video Duration"},
+        {"Label11", "Current Position"},
+        {"Label12", "00:00:00"},
+        {"Label13", "00"},
+        {"Label1(14)", "Right"}};
     for (const auto& [control, caption] : captions) {
       if (!window.Shows(control, caption)) return control;
     }

@@ -183,10 +183,9 @@ TEST_F(Load, ShowsTheCanvasAsDrawnWithoutAProbeTool) {
 TEST_F(Load, AsksTheProbeToolTwice) {
   ReplaceProbe("00:00:10.00");
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithPretendedVideo());
-  const QList<QStringList> runs = {
-      {"-v", "error", "-show_entries", "stream=width,height", "-of",
-       "default=noprint_wrappers=1", video},
-      {"-hide_banner", "-stats", "-i", video}};
+  const QList<QStringList> runs = {{"-v", "error", "-show_entries", "stream=width,height", "-of",
+                                    "default=noprint_wrappers=1", video},
+                                   {"-hide_banner", "-stats", "-i", video}};
   EXPECT_TRUE(WaitFor([&] { return program.RunsOf("ffprobe").size() >= 2; }));
   EXPECT_EQ(program.RunsOf("ffprobe"), runs);
 }

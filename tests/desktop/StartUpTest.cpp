@@ -20,8 +20,8 @@ TEST_F(StartUp, IsDarkFlatAndEmpty) {
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
   const QImage picture = screen.Picture();
   const QRect ground = window.Place("Shape6");
-  EXPECT_TRUE(AllOf(picture, QRect(ground.left() + 2, ground.top() + 2, ground.width() - 4, 20),
-                    kDark));
+  EXPECT_TRUE(
+      AllOf(picture, QRect(ground.left() + 2, ground.top() + 2, ground.width() - 4, 20), kDark));
   // The lower scroll bar covers the last rows of the viewport.
   EXPECT_TRUE(AllOf(picture, window.Place("Picture1(1)").adjusted(0, 0, 0, -4), kDark))
       << "the canvas is hidden";
@@ -36,15 +36,15 @@ TEST_F(StartUp, IsDarkFlatAndEmpty) {
 TEST_F(StartUp, ShowsEveryCaptionWhereItWasDrawn) {
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
   const QList<std::pair<QString, QString>> captions = {
-      {"Label1(0)", "Width"},        {"Label1(2)", "Height"},
-      {"Label1(4)", "Left"},         {"Label1(6)", "Top"},
-      {"Label1(8)", "Width"},        {"Label1(10)", "Height"},
-      {"Label1(12)", "Base"},        {"Label1(14)", "Right"},
-      {"Label10", "Video Duration"}, {"Label11", "Current Position"},
-      {"Label12", "00:00:00"},       {"Label13", "00"},
-      {"Label14(0)", "Load Video"},  {"Label14(1)", "Run Video"},
-      {"Label14(2)", "Pause Video"}, {"Label14(3)", "Stop Video"},
-      {"Label14(5)", "Crop Video"},  {"Label14(4)", "Preview Cropped Video"},
+      {"Label1(0)", "Width"},         {"Label1(2)", "Height"},
+      {"Label1(4)", "Left"},          {"Label1(6)", "Top"},
+      {"Label1(8)", "Width"},         {"Label1(10)", "Height"},
+      {"Label1(12)", "Base"},         {"Label1(14)", "Right"},
+      {"Label10", "Video Duration"},  {"Label11", "Current Position"},
+      {"Label12", "00:00:00"},        {"Label13", "00"},
+      {"Label14(0)", "Load Video"},   {"Label14(1)", "Run Video"},
+      {"Label14(2)", "Pause Video"},  {"Label14(3)", "Stop Video"},
+      {"Label14(5)", "Crop Video"},   {"Label14(4)", "Preview Cropped Video"},
       {"Label14(6)", "Reset Markers"}};
   for (const auto& [control, caption] : captions) {
     EXPECT_TRUE(window.Shows(control, caption)) << control.toStdString();

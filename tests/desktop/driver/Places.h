@@ -8,8 +8,8 @@
 namespace kelvane::desktop {
 
 // The control's place in a main window whose area under the menus has the size `area`, in pixels
-// from that area's top left corner. Names as in "Label14(3)"; the name must be known here. What lies
-// inside the picture frame is given as it shows when nothing has been scrolled.
+// from that area's top left corner. Names as in "Label14(3)"; the name must be known here. What
+// lies inside the picture frame is given as it shows when nothing has been scrolled.
 QRect PlaceIn(QSize area, const QString& control);
 
 }  // namespace kelvane::desktop

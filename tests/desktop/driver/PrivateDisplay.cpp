@@ -38,8 +38,7 @@ pid_t StartCompanion(const std::vector<std::string>& arguments, int inherited = 
 void End(pid_t process) {
   if (process <= 0) return;
   kill(process, SIGTERM);
-  const bool ended =
-      WaitFor([process] { return waitpid(process, nullptr, WNOHANG) != 0; }, 5s);
+  const bool ended = WaitFor([process] { return waitpid(process, nullptr, WNOHANG) != 0; }, 5s);
   if (ended) return;
   kill(process, SIGKILL);
   waitpid(process, nullptr, 0);
@@ -51,8 +50,8 @@ bool ManagerAnswers(xcb_connection_t* connection, xcb_window_t root) {
       connection, xcb_intern_atom(connection, 0, sizeof kName - 1, kName), nullptr);
   if (atom == nullptr) return false;
   xcb_get_property_reply_t* property = xcb_get_property_reply(
-      connection,
-      xcb_get_property(connection, 0, root, atom->atom, XCB_ATOM_WINDOW, 0, 1), nullptr);
+      connection, xcb_get_property(connection, 0, root, atom->atom, XCB_ATOM_WINDOW, 0, 1),
+      nullptr);
   const bool answers = property != nullptr && property->type == XCB_ATOM_WINDOW;
   free(atom);
   free(property);

@@ -10,6 +10,7 @@
 #include <QProcessEnvironment>
 #include <csignal>
 #include <stdexcept>
+#include <utility>
 
 namespace kelvane::desktop {
 namespace {
@@ -42,7 +43,7 @@ QProcessEnvironment CleanEnvironment(const QString& folder, const QString& displ
 
 }  // namespace
 
-Program::Program(const QString& builtFolder, const QString& display) : display_(display) {
+Program::Program(const QString& builtFolder, QString display) : display_(std::move(display)) {
   if (!QFile::exists(builtFolder + QStringLiteral("/kelvane"))) {
     throw std::runtime_error("no program in " + builtFolder.toStdString());
   }
@@ -55,8 +56,7 @@ Program::Program(const QString& builtFolder, const QString& display) : display_(
   QFile::copy(builtFolder + QStringLiteral("/kelvane"),
               ProgramFolder() + QStringLiteral("/kelvane"));
   for (const char* tool : {"ffmpeg", "ffprobe", "ffplay"}) {
-    const QString real =
-        QFile::symLinkTarget(builtFolder + QLatin1Char('/') + QLatin1String(tool));
+    const QString real = QFile::symLinkTarget(builtFolder + QLatin1Char('/') + QLatin1String(tool));
     QFile::link(real, ProgramFolder() + QLatin1Char('/') + QLatin1String(tool));
     QFile::link(real, RealTool(QLatin1String(tool)));
   }

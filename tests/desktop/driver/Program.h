@@ -16,7 +16,7 @@ class Program {
  public:
   // `builtFolder` holds the program with its tools, `display` is where it opens its windows. Throws
   // std::runtime_error if there is no program.
-  Program(const QString& builtFolder, const QString& display);
+  Program(const QString& builtFolder, QString display);
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
   // Ends the program and every tool that it left behind.

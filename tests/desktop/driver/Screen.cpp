@@ -6,6 +6,9 @@
 #include <QGuiApplication>
 #include <QPixmap>
 #include <QScreen>
+#include <algorithm>
+#include <array>
+#include <cstring>
 #include <memory>
 #include <stdexcept>
 
@@ -35,8 +38,7 @@ constexpr std::uint32_t kIconic = 3;
 
 }  // namespace
 
-Screen::Screen(const std::string& display)
-    : connection_(xcb_connect(display.c_str(), nullptr)) {
+Screen::Screen(const std::string& display) : connection_(xcb_connect(display.c_str(), nullptr)) {
   if (xcb_connection_has_error(connection_) != 0) {
     xcb_disconnect(connection_);
     throw std::runtime_error("the display " + display + " doesn't answer");
@@ -80,8 +82,8 @@ WindowId Screen::AwaitNew(const QList<WindowId>& known, std::chrono::millisecond
 }
 
 QRect Screen::Place(WindowId window) const {
-  const auto geometry = Own(
-      xcb_get_geometry_reply(connection_, xcb_get_geometry(connection_, window), nullptr));
+  const auto geometry =
+      Own(xcb_get_geometry_reply(connection_, xcb_get_geometry(connection_, window), nullptr));
   const auto origin = Own(xcb_translate_coordinates_reply(
       connection_, xcb_translate_coordinates(connection_, window, root_, 0, 0), nullptr));
   if (!geometry || !origin) return {};
@@ -101,10 +103,10 @@ void Screen::Minimise(WindowId window) { Ask(window, "WM_CHANGE_STATE", kIconic)
 void Screen::Activate(WindowId window) { Ask(window, "_NET_ACTIVE_WINDOW", kFromPager); }
 
 void Screen::Resize(WindowId window, QSize size) {
-  const std::uint32_t values[] = {static_cast<std::uint32_t>(size.width()),
-                                  static_cast<std::uint32_t>(size.height())};
+  const std::array values = {static_cast<std::uint32_t>(size.width()),
+                             static_cast<std::uint32_t>(size.height())};
   xcb_configure_window(connection_, window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
-                       values);
+                       values.data());
   Settle();
 }
 
@@ -159,16 +161,16 @@ xcb_atom_t Screen::Atom(const char* name) const {
   const QByteArray key(name);
   if (const auto known = atoms_.constFind(key); known != atoms_.constEnd()) return *known;
   const auto reply = Own(xcb_intern_atom_reply(
-      connection_,
-      xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(key.size()), name), nullptr));
+      connection_, xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(key.size()), name),
+      nullptr));
   return *atoms_.insert(key, reply->atom);
 }
 
 QByteArray Screen::Property(WindowId window, const char* name) const {
   constexpr std::uint32_t kLongest = 4096;
   const auto reply = Own(xcb_get_property_reply(
-      connection_,
-      xcb_get_property(connection_, 0, window, Atom(name), XCB_ATOM_ANY, 0, kLongest), nullptr));
+      connection_, xcb_get_property(connection_, 0, window, Atom(name), XCB_ATOM_ANY, 0, kLongest),
+      nullptr));
   if (!reply) return {};
   return {static_cast<const char*>(xcb_get_property_value(reply.get())),
           xcb_get_property_value_length(reply.get())};

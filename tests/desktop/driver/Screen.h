@@ -31,7 +31,8 @@ enum Key : std::uint32_t {
 };
 
 // A user's eyes and hands on one X display: the windows that the window manager knows, their titles
-// and places, pictures of the screen, and a real pointer and keyboard. All places are screen pixels.
+// and places, pictures of the screen, and a real pointer and keyboard. All places are screen
+// pixels.
 class Screen {
  public:
   // Throws std::runtime_error if the display doesn't answer.

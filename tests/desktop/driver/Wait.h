@@ -15,13 +15,13 @@ constexpr std::chrono::milliseconds kPatience = 20s;
 // Looks at `condition` until it holds, and serves this process's own events meanwhile. False if it
 // doesn't hold before the deadline.
 template <typename Condition>
-bool WaitFor(Condition condition, std::chrono::milliseconds patience = kPatience) {
-  constexpr auto kPause = 10ms;
+bool WaitFor(Condition condition, std::chrono::milliseconds patience = kPatience,
+             std::chrono::microseconds pause = 10ms) {
   const auto deadline = std::chrono::steady_clock::now() + patience;
   while (!condition()) {
     if (std::chrono::steady_clock::now() > deadline) return false;
     if (QCoreApplication::instance() != nullptr) QCoreApplication::processEvents();
-    std::this_thread::sleep_for(kPause);
+    std::this_thread::sleep_for(pause);
   }
   return true;
 }

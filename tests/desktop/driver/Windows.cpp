@@ -9,9 +9,7 @@ namespace {
 
 // "0,640"
 QString ReadOut(int number) {
-  return QStringLiteral("%1,%2")
-      .arg(number / 1000)
-      .arg(number % 1000, 3, 10, QLatin1Char('0'));
+  return QStringLiteral("%1,%2").arg(number / 1000).arg(number % 1000, 3, 10, QLatin1Char('0'));
 }
 
 int Filled(const QImage& picture) {
@@ -52,9 +50,7 @@ void MainWindow::Click(Command command, PointerButton button) {
   screen_.Click(Place(NameOf(command)).center(), button);
 }
 
-void MainWindow::PointAt(Command command) {
-  screen_.MovePointer(Place(NameOf(command)).center());
-}
+void MainWindow::PointAt(Command command) { screen_.MovePointer(Place(NameOf(command)).center()); }
 
 void MainWindow::PointAtGround() {
   constexpr QPoint kBetweenFrames(10, 60);
@@ -71,7 +67,9 @@ void MainWindow::ChooseMenuItem(int menu, int item) {
   const QImage before = screen_.Picture();
   screen_.Click(title);
   const QPoint chosen(title.x() + kFirstMenu, menus.bottom() + kItemPitch / 2 + item * kItemPitch);
-  WaitFor([&] { return screen_.Picture({chosen, QSize(1, 1)}) != before.copy({chosen, QSize(1, 1)}); });
+  WaitFor([&] {
+    return screen_.Picture({chosen, QSize(1, 1)}) != before.copy({chosen, QSize(1, 1)});
+  });
   screen_.Click(chosen);
 }
 
@@ -94,9 +92,14 @@ bool MainWindow::AwaitVideo(QSize video) const {
   constexpr int kBarThickness = 5;
   const QString right = ReadOut(video.width() - kBarThickness);
   const QString base = ReadOut(video.height() - kBarThickness);
-  const QList<std::pair<int, QString>> captions = {
-      {1, ReadOut(video.width())}, {3, ReadOut(video.height())}, {5, ReadOut(0)}, {7, ReadOut(0)},
-      {9, right}, {11, base}, {13, base}, {15, right}};
+  const QList<std::pair<int, QString>> captions = {{1, ReadOut(video.width())},
+                                                   {3, ReadOut(video.height())},
+                                                   {5, ReadOut(0)},
+                                                   {7, ReadOut(0)},
+                                                   {9, right},
+                                                   {11, base},
+                                                   {13, base},
+                                                   {15, right}};
   for (const auto& [index, caption] : captions) {
     if (!AwaitCaption(QStringLiteral("Label1(%1)").arg(index), caption)) return false;
   }
@@ -113,7 +116,8 @@ bool MainWindow::ShowsBarsAround(QSize video) const {
   const QPoint origin = Place(QStringLiteral("Picture1(1)")).topLeft();
   const QImage picture = screen_.Picture(QRect(origin, video));
   const QRect canvas(QPoint(), video);
-  const QRect inside = canvas.adjusted(kBarThickness, kBarThickness, -kBarThickness, -kBarThickness);
+  const QRect inside =
+      canvas.adjusted(kBarThickness, kBarThickness, -kBarThickness, -kBarThickness);
   const int ring = video.width() * video.height() - inside.width() * inside.height();
   return CountOf(picture, canvas, kMarker) == ring && CountOf(picture, inside, kMarker) == 0;
 }
@@ -122,7 +126,11 @@ int MainWindow::Progress() const { return Filled(screen_.Picture(Place(QStringLi
 
 bool JobWindow::Await() {
   window_ = screen_.Await(QStringLiteral("Saving Video"));
-  return window_ != 0;
+  if (window_ == 0) return false;
+  return WaitFor([this] {
+    const QImage heading = screen_.Picture(Place({16, 16, 65, 17}));
+    return ShowsCaption(heading, QStringLiteral("Saving As"), kDark, Justify::kLeft);
+  });
 }
 
 QRect JobWindow::Place(const QRect& place) const {

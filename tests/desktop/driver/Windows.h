@@ -66,6 +66,7 @@ class JobWindow {
  public:
   explicit JobWindow(Screen& screen) : screen_(screen) {}
 
+  // Waits until the window is on the screen and painted. False if that doesn't happen.
   bool Await();
   bool Open() const { return screen_.Find(QStringLiteral("Saving Video")).has_value(); }
   WindowId Id() const { return window_; }

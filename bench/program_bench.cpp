@@ -1,0 +1,271 @@
+// The whole program against what a user could do without it: a crop against the very same command
+// line run bare, and its start against a bare player's. Both sides of a pair run one after the
+// other, in alternating order, and each pair gives a ratio.
+#include <sys/wait.h>
+#include <unistd.h>
+#include <xcb/xcb.h>
+
+#include <QApplication>
+#include <algorithm>
+#include <chrono>
+#include <csignal>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+#include <functional>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "desktop/driver/PrivateDisplay.h"
+#include "desktop/driver/Program.h"
+#include "desktop/driver/Videos.h"
+#include "desktop/driver/Windows.h"
+
+namespace {
+
+using namespace kelvane::desktop;
+
+constexpr char kProgramFolder[] = KELVANE_PROGRAM_FOLDER;
+
+double Now() {
+  return std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
+}
+
+void Need(bool holds, const char* complaint) {
+  if (!holds) throw std::runtime_error(complaint);
+}
+
+struct Side {
+  const char* name;
+  std::vector<double> seconds;
+};
+
+double At(std::vector<double> values, double share) {
+  std::sort(values.begin(), values.end());
+  return values[static_cast<std::size_t>(share * static_cast<double>(values.size() - 1))];
+}
+
+void PrintRow(const char* name, const std::vector<double>& values) {
+  std::printf("  %-28s %9.4f %9.4f %9.4f\n", name, At(values, 0), At(values, 0.5), At(values, 1));
+}
+
+// Runs the pairs, prints their table, and says whether the median ratio is at most `target`.
+void Compare(const char* what, int pairs, double target, const char* ours, const char* theirs,
+             const std::function<double()>& runOurs, const std::function<double()>& runTheirs) {
+  Side program{ours, {}};
+  Side yardstick{theirs, {}};
+  std::vector<double> ratios;
+  for (int pair = 0; pair < pairs; ++pair) {
+    const bool oursFirst = pair % 2 == 0;
+    if (oursFirst) program.seconds.push_back(runOurs());
+    yardstick.seconds.push_back(runTheirs());
+    if (!oursFirst) program.seconds.push_back(runOurs());
+    ratios.push_back(program.seconds.back() / yardstick.seconds.back());
+  }
+  std::printf("%s, %d pairs          min    median       max\n", what, pairs);
+  PrintRow((std::string(ours) + ", s").c_str(), program.seconds);
+  PrintRow((std::string(theirs) + ", s").c_str(), yardstick.seconds);
+  PrintRow("ratio", ratios);
+  std::printf("  median ratio at most %.2f: %s\n", target,
+              At(ratios, 0.5) <= target ? "met" : "missed");
+  std::fflush(stdout);
+}
+
+// One crop of a long clip, started by hand in the window and started bare. The tool's script notes
+// the moment at which it starts.
+class CropBench {
+ public:
+  CropBench(Screen& screen, const QString& display)
+      : screen_(screen), program_(kProgramFolder, display), window_(screen), job_(screen) {
+    std::puts("making a clip of 60 seconds, 1920 by 1080 pixels");
+    Need(MakeVideo(clip_, QSize(1920, 1080), 60), "the clip can't be made");
+    program_.ReplaceTool("ffmpeg",
+                         "date +%s.%N > '" + start_ + "'\n\"$real\" \"$@\"\ntouch '" + end_ + "'");
+    program_.Start();
+    Need(window_.Await(), "the main window doesn't come");
+    Need(ChooseFile(screen_, window_, kLoadVideo, clip_), "the clip can't be chosen");
+    Need(window_.AwaitVideo(QSize(1920, 1080)), "the clip doesn't load");
+  }
+
+  double InProgram() {
+    Forget();
+    Need(ChooseFile(screen_, window_, kCropVideo, output_) && job_.Await(), "no job starts");
+    // Pictures of the screen cost time that the tool would miss: none are taken while it runs.
+    constexpr auto kLongest = 300s;
+    Need(WaitFor([this] { return QFile::exists(end_); }, kLongest), "the tool doesn't end");
+    Need(job_.AwaitSuccess(), "the job doesn't end");
+    const double seconds = Now() - StartOfTool();
+    Need(VideoSize(output_) == QSize(1914, 1074), "the file has the wrong size");
+    job_.Cancel();
+    Need(WaitFor([this] { return !job_.Open(); }), "the job's window doesn't close");
+    return seconds;
+  }
+
+  double Bare() {
+    Forget();
+    const QString command = QStringLiteral(
+                                "'%1' -i '%2' -vf crop=1915:1075:0:0 '%3' 2>&1 < /dev/null "
+                                "| cat > /dev/null")
+                                .arg(program_.ProgramFolder() + "/ffmpeg", clip_, output_);
+    Need(std::system(command.toLocal8Bit().constData()) == 0, "the bare command fails");
+    const double seconds = Now() - StartOfTool();
+    Need(VideoSize(output_) == QSize(1914, 1074), "the bare file has the wrong size");
+    return seconds;
+  }
+
+ private:
+  void Forget() {
+    for (const QString& file : {start_, end_, output_}) QFile::remove(file);
+  }
+
+  double StartOfTool() const {
+    QFile file(start_);
+    Need(file.open(QIODevice::ReadOnly), "the tool's start wasn't noted");
+    return file.readAll().trimmed().toDouble();
+  }
+
+  Screen& screen_;
+  Program program_;
+  MainWindow window_;
+  JobWindow job_;
+  QString clip_ = program_.PathOf("clip.mp4");
+  QString output_ = program_.PathOf("cropped.mp4");
+  QString start_ = program_.PathOf("start");
+  QString end_ = program_.PathOf("end");
+};
+
+// From exec to the first window on the screen.
+class StartBench {
+ public:
+  StartBench(const std::string& display, std::string home)
+      : display_(display),
+        home_(std::move(home)),
+        connection_(xcb_connect(display.c_str(), nullptr)) {
+    Need(xcb_connection_has_error(connection_) == 0, "the display doesn't answer");
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
+    const std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
+    xcb_change_window_attributes(connection_, root, XCB_CW_EVENT_MASK, &events);
+    xcb_flush(connection_);
+  }
+  StartBench(const StartBench&) = delete;
+  StartBench& operator=(const StartBench&) = delete;
+  ~StartBench() { xcb_disconnect(connection_); }
+
+  double SecondsToWindow(std::vector<std::string> arguments) {
+    std::vector<std::string> environment = {"PATH=/usr/bin:/bin",       "HOME=" + home_,
+                                            "XDG_RUNTIME_DIR=" + home_, "LANG=C.UTF-8",
+                                            "DISPLAY=" + display_,      "QT_QPA_PLATFORM=xcb"};
+    const double begin = Now();
+    const pid_t child = fork();
+    if (child == 0) {
+      setpgid(0, 0);
+      if (std::freopen("/dev/null", "r+", stdin) != nullptr) {
+        dup2(STDIN_FILENO, STDOUT_FILENO);
+        dup2(STDIN_FILENO, STDERR_FILENO);
+      }
+      execve(arguments.front().c_str(), Pointers(arguments).data(), Pointers(environment).data());
+      _exit(127);
+    }
+    const double seconds = AwaitWindow() - begin;
+    kill(-child, SIGKILL);
+    waitpid(child, nullptr, 0);
+    Need(seconds > 0, "no window comes");
+    AwaitQuiet();
+    return seconds;
+  }
+
+ private:
+  static std::vector<char*> Pointers(std::vector<std::string>& texts) {
+    std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
+    for (std::string& text : texts) pointers.push_back(text.data());
+    pointers.push_back(nullptr);
+    return pointers;
+  }
+
+  // The moment at which a window of some size was put on the screen; 0 if none is.
+  double AwaitWindow() {
+    double moment = 0;
+    WaitFor(
+        [&] {
+          while (xcb_generic_event_t* event = xcb_poll_for_event(connection_)) {
+            if (IsWindow(*event)) moment = Now();
+            free(event);
+            if (moment > 0) return true;
+          }
+          return false;
+        },
+        kPatience, 100us);
+    return moment;
+  }
+
+  bool IsWindow(const xcb_generic_event_t& event) {
+    constexpr int kNoTypeBit = 0x7f;
+    constexpr int kLeastWidth = 100;
+    if ((event.response_type & kNoTypeBit) != XCB_MAP_NOTIFY) return false;
+    const auto& mapped = reinterpret_cast<const xcb_map_notify_event_t&>(event);
+    xcb_get_geometry_reply_t* geometry =
+        xcb_get_geometry_reply(connection_, xcb_get_geometry(connection_, mapped.window), nullptr);
+    const bool large = geometry != nullptr && geometry->width >= kLeastWidth;
+    free(geometry);
+    return large;
+  }
+
+  // Until the killed program's windows are gone.
+  void AwaitQuiet() {
+    HoldsFor(
+        [this] {
+          free(xcb_poll_for_event(connection_));
+          return true;
+        },
+        300ms);
+  }
+
+  std::string display_;
+  std::string home_;
+  xcb_connection_t* connection_;
+};
+
+void Run() {
+  const QTemporaryDir home;
+  const std::string folder = home.path().toStdString();
+  const PrivateDisplay display(folder);
+  display.UseForToolkit(folder);
+  int argumentCount = 1;
+  char name[] = "program_bench";
+  char* arguments[] = {name, nullptr};
+  const QApplication application(argumentCount, arguments);
+
+  StartBench start(display.Name(), folder);
+  const std::string program = std::string(kProgramFolder) + "/kelvane";
+  const std::vector<std::string> player = {"/usr/bin/mpv", "--no-config", "--idle",
+                                           "--force-window=immediate", "--vo=x11"};
+  // Once each, so that neither pays for reading the disk.
+  start.SecondsToWindow({program});
+  start.SecondsToWindow(player);
+  constexpr int kStartPairs = 15;
+  Compare(
+      "from exec to the first window", kStartPairs, 1.00, "kelvane", "mpv",
+      [&] { return start.SecondsToWindow({program}); },
+      [&] { return start.SecondsToWindow(player); });
+
+  Screen screen(display.Name());
+  CropBench crop(screen, QString::fromStdString(display.Name()));
+  constexpr int kCropPairs = 4;
+  Compare(
+      "one crop of 60 s of 1080p", kCropPairs, 1.02, "in the program", "bare command",
+      [&] { return crop.InProgram(); }, [&] { return crop.Bare(); });
+}
+
+}  // namespace
+
+int main() {
+  try {
+    Run();
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "program_bench: %s\n", failure.what());
+    return 1;
+  }
+  return 0;
+}
