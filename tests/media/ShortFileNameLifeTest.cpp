@@ -163,15 +163,15 @@ TEST_F(ShortFileNameLife, AProgramsOwnFolderIsKept) {
   EXPECT_EQ(ReadFile(shortPath), "the clip");
 }
 
-TEST_F(ShortFileNameLife, AToolThatOutlivesItsProgramDoesNotHoldTheFolder) {
-  StartedProgram program = Program("tool");
-  const std::string shortPath = program.ReadLine();
-  const pid_t tool = std::stoi(program.ReadLine());
+TEST_F(ShortFileNameLife, AProgramStartedBesideDoesNotHoldTheFolder) {
+  StartedProgram program = Program("crash beside another program");
+  EXPECT_TRUE(fs::is_symlink(program.ReadLine()));
+  const pid_t other = std::stoi(program.ReadLine());
   EXPECT_TRUE(WIFSIGNALED(program.Wait()));
-  EXPECT_EQ(::kill(tool, 0), 0);
+  EXPECT_EQ(::kill(other, 0), 0);
   ClearShortPathsLeftBehind(links().path());
   EXPECT_EQ(links().Names(), Names());
-  ::kill(tool, SIGKILL);
+  ::kill(other, SIGKILL);
 }
 
 TEST_F(ShortFileNameLife, AForeignThingInAFolderLeftBehindIsKeptAndSoIsTheFolder) {
@@ -208,10 +208,24 @@ TEST_F(ShortFileNameLife, ThingsOfOtherNamesAreKept) {
     fs::create_directory(links() / name);
     fs::create_symlink(file(), links() / name + "/1.mp4");
   }
-  links().File(FolderName("aFile0"));
   ClearShortPathsLeftBehind(links().path());
   for (const std::string& name : names) EXPECT_EQ(ReadFile(links() / name + "/1.mp4"), "the clip");
-  EXPECT_TRUE(fs::exists(links() / FolderName("aFile0")));
+}
+
+TEST_F(ShortFileNameLife, WhatIsNoFolderIsKeptAndHoldsNothingUp) {
+  links().File(FolderName("aFile0"));
+  ASSERT_EQ(::mkfifo((links() / FolderName("aPipe0")).c_str(), S_IRWXU), 0);
+  ClearShortPathsLeftBehind(links().path());
+  EXPECT_EQ(links().Names(), (Names{FolderName("aFile0"), FolderName("aPipe0")}));
+}
+
+TEST_F(ShortFileNameLife, AFolderLeftBehindIsClearedOnlyWhereItIsTheUsersOwn) {
+  const std::string folder = links() / FolderName("abcdef");
+  fs::create_directory(folder);
+  // Only the system's administrator can give a folder away.
+  const bool givenAway = ::chown(folder.c_str(), ::geteuid() + 1, ::getegid()) == 0;
+  ClearShortPathsLeftBehind(links().path());
+  EXPECT_EQ(fs::exists(folder), givenAway);
 }
 
 TEST_F(ShortFileNameLife, ClearingAPlaceThatIsNotThereDoesNothing) {

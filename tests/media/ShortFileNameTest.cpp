@@ -108,6 +108,7 @@ TEST_F(ShortFileName, BytesThatAreNoTextTakeALink) {
     ExpectLink(files().File(name), ".mp4");
   }
   ExpectLink(files().File("mp4.\xE6\x97"), "");
+  ExpectLink(files().File("mp4.\xC3"), "");
 }
 
 TEST_F(ShortFileName, ABlankInAFolderOnTheWayTakesALink) {
