@@ -5,6 +5,9 @@
 #include <QSettings>
 #include <QUrl>
 #include <clocale>
+#include <cstdlib>
+
+#include "platform/Form.h"
 
 namespace kelvane {
 namespace {
@@ -33,7 +36,7 @@ App::App(const char* programName) : name_(programName), arguments_{name_.data(),
 
 App::~App() = default;
 
-int App::Run() { return QApplication::exec(); }
+int App::Run() { return Form::AnyLoaded() ? QApplication::exec() : EXIT_SUCCESS; }
 
 const std::string& App::Path() { return PathStore(); }
 

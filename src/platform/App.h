@@ -17,7 +17,8 @@ class App {
   App(const App&) = delete;
   App& operator=(const App&) = delete;
 
-  // Runs the message loop until the last form is unloaded; returns the program's exit status.
+  // Runs the message loop until the last form is unloaded, which may have happened before; returns
+  // the program's exit status.
   int Run();
 
   // The program's own folder, without a closing separator, in the system's narrow encoding. The

@@ -10,6 +10,7 @@ namespace {
 
 // The toolkit takes the pattern from the last parentheses, and is told not to show these.
 QStringList NameFilters(const QString& filter) {
+  if (filter.isEmpty()) return {};
   const QStringList parts = filter.split(QLatin1Char('|'));
   QStringList filters;
   for (qsizetype description = 0; description < parts.size(); description += 2) {

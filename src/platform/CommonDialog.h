@@ -16,7 +16,7 @@ class CommonDialog {
   // Empty after a dialog that was cancelled, where it was emptied before.
   QString FileName;
   // Pairs of a description and its pattern with bars between, "MP4 Files (*.mp4)|*.mp4|All|*.*", or
-  // a pattern alone. "*.*" stands for every file.
+  // a pattern alone. "*.*" stands for every file, and so does no filter.
   QString Filter;
   // Of the pair to begin with, counted from 1.
   int FilterIndex = 1;

@@ -16,19 +16,18 @@ class Container : public Control {
   Container(QWidget* window, ScaleMode scale);
   Container(Container* container, const QString& name, ScaleMode scale);
 
-  // The scale unit may be changed before controls are placed in it.
-  void setScaleMode(ScaleMode scale) { scale_ = scale; }
-  float PixelsPerUnit() const { return scale_ == ScaleMode::kPixels ? 1 : 1 / kTwipsPerPixel; }
+  float UnitsPerPixel() const { return scale_ == ScaleMode::kPixels ? 1 : kTwipsPerPixel; }
 
   QRgb BackColor() const { return backColor_; }
   void setBackColor(QRgb color);
 
-  // A border of two pixels, inside which the places of the controls begin.
+  // A border of two pixels, inside which the places of the controls begin. To be set before any
+  // is placed.
   void setBordered();
   QPoint ContentOrigin() const { return {borderWidth_, borderWidth_}; }
 
  protected:
-  float MousePixelsPerUnit() const override { return PixelsPerUnit(); }
+  float MouseUnitsPerPixel() const override { return UnitsPerPixel(); }
   void paintEvent(QPaintEvent* event) override;
 
  private:

@@ -88,20 +88,26 @@ void Control::setHeight(float height) {
 }
 
 void Control::Place() {
-  const float scale = container_->PixelsPerUnit();
+  const float unitsPerPixel = container_->UnitsPerPixel();
   const QSize before = size();
-  const QPoint corner(WholePixels(left_ * scale), WholePixels(top_ * scale));
-  setGeometry(QRect(container_->ContentOrigin() + corner,
-                    QSize(WholePixels(width_ * scale), WholePixels(height_ * scale))));
+  const QPoint corner(WholePixels(left_ / unitsPerPixel), WholePixels(top_ / unitsPerPixel));
+  setGeometry(
+      QRect(container_->ContentOrigin() + corner,
+            QSize(WholePixels(width_ / unitsPerPixel), WholePixels(height_ / unitsPerPixel))));
   if (size() != before) SizeChanged();
 }
 
-float Control::MousePixelsPerUnit() const { return container_->PixelsPerUnit(); }
+float Control::MouseUnitsPerPixel() const { return container_->UnitsPerPixel(); }
 
 void Control::FillWith(QWidget* stockWidget) {
   stockWidget_ = stockWidget;
   stockWidget_->setParent(this);
   stockWidget_->setGeometry(rect());
+}
+
+// A control without a tip of its own would ask its container for one.
+bool Control::event(QEvent* event) {
+  return (event->type() == QEvent::ToolTip && toolTip().isEmpty()) || QWidget::event(event);
 }
 
 void Control::resizeEvent(QResizeEvent* event) {
@@ -113,12 +119,12 @@ void Control::resizeEvent(QResizeEvent* event) {
 // been moved under the pointer since the event was sent.
 MouseEvent Control::Arguments(const QMouseEvent& event, int button) const {
   const QPointF place = mapFromGlobal(event.globalPosition());
-  const float scale = MousePixelsPerUnit();
+  const float unitsPerPixel = MouseUnitsPerPixel();
   return {.Index = index_,
           .Button = button,
           .Shift = ShiftOf(event.modifiers()),
-          .X = static_cast<float>(place.x()) / scale,
-          .Y = static_cast<float>(place.y()) / scale};
+          .X = static_cast<float>(place.x()) * unitsPerPixel,
+          .Y = static_cast<float>(place.y()) * unitsPerPixel};
 }
 
 void Control::mousePressEvent(QMouseEvent* event) {

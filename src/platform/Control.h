@@ -57,7 +57,8 @@ class Control : public QWidget {
   void setMousePointer(MousePointer pointer) { setCursor(CursorOf(pointer)); }
 
   // Every control tracks the mouse without a button, and none of its events travels on to its
-  // container. A double-click brings press, release, double-click, release.
+  // container, nor does the container's tool tip show over it. A double-click brings press,
+  // release, double-click, release.
   std::function<void(const MouseEvent&)> MouseDown;
   std::function<void(const MouseEvent&)> MouseMove;
   std::function<void(const MouseEvent&)> MouseUp;
@@ -66,11 +67,13 @@ class Control : public QWidget {
  protected:
   // Called when an assignment has changed the widget's size on the screen, before it returns.
   virtual void SizeChanged() {}
-  // Pixels to the unit of X and Y.
-  virtual float MousePixelsPerUnit() const;
-  // Makes a stock widget of the toolkit the whole inside of this control.
+  // Of X and Y.
+  virtual float MouseUnitsPerPixel() const;
+  // Makes a stock widget of the toolkit the whole inside of this control. The mouse is that
+  // widget's; the control gets what it leaves.
   void FillWith(QWidget* stockWidget);
 
+  bool event(QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
@@ -80,7 +83,6 @@ class Control : public QWidget {
   void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
-  friend class Container;  // places its controls anew
   void Place();
   MouseEvent Arguments(const QMouseEvent& event, int button) const;
 

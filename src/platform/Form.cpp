@@ -1,9 +1,9 @@
 #include "platform/Form.h"
 
 #include <QCloseEvent>
-#include <QCoreApplication>
 #include <QMenuBar>
 #include <QWindow>
+#include <algorithm>
 #include <cmath>
 
 #include "platform/HandlerScope.h"
@@ -14,7 +14,10 @@ namespace {
 
 int loadedForms = 0;
 
-int PixelsOfTwips(float twips) { return static_cast<int>(std::lround(twips / kTwipsPerPixel)); }
+int PixelsOfTwips(float twips) {
+  constexpr float kWidest = 32767;  // that a window system takes
+  return static_cast<int>(std::lround(std::min(twips / kTwipsPerPixel, kWidest)));
+}
 
 // A size in twips as it was assigned, unless the window's size in pixels is no longer that.
 float AsAssigned(float twips, int pixels) {
@@ -66,18 +69,22 @@ void Form::Show(Form* owner) {
 }
 
 void Form::Unload() {
-  if (!loaded_) return;
+  if (!loaded_ || unloading_) return;
   const HandlerScope scope(this);
+  unloading_ = true;
   Form_QueryUnload();
   Form_Unload();
+  unloading_ = false;
   loaded_ = false;
+  --loadedForms;
   for (Timer* timer : findChildren<Timer*>()) timer->setEnabled(false);
   hide();
-  --loadedForms;
-  if (loadedForms == 0) QCoreApplication::quit();
 }
 
-void Form::DeleteIfIdle() {
+bool Form::AnyLoaded() { return loadedForms > 0; }
+
+void Form::HandlerEnds() {
+  --handlers_;
   if (dropWhenUnloaded_ && !loaded_ && handlers_ == 0) deleteLater();
 }
 
@@ -86,23 +93,23 @@ float Form::Width() const { return AsAssigned(width_, width()); }
 float Form::Height() const { return AsAssigned(height_, height()); }
 
 void Form::setWidth(float width) {
-  if (!(width >= 0)) return;
+  if (!std::isfinite(width) || width < 0) return;
   width_ = width;
   ResizeTo(QSize(PixelsOfTwips(width), height()));
 }
 
 void Form::setHeight(float height) {
-  if (!(height >= 0)) return;
+  if (!std::isfinite(height) || height < 0) return;
   height_ = height;
   ResizeTo(QSize(width(), PixelsOfTwips(height)));
 }
 
 float Form::ScaleWidth() const {
-  return static_cast<float>(area_->width()) / area_->PixelsPerUnit();
+  return static_cast<float>(area_->width()) * area_->UnitsPerPixel();
 }
 
 float Form::ScaleHeight() const {
-  return static_cast<float>(area_->height()) / area_->PixelsPerUnit();
+  return static_cast<float>(area_->height()) * area_->UnitsPerPixel();
 }
 
 WindowState Form::State() const {

@@ -43,8 +43,10 @@ class Form : public QWidget {
   // Loading a loaded form does nothing.
   void Load();
   bool Loaded() const { return loaded_; }
+  static bool AnyLoaded();
   // Brings the window up, modeless; in front of `owner` if there is one.
   void Show(Form* owner = nullptr);
+  // Unloading a form that isn't loaded, or is being unloaded, does nothing.
   void Unload();
   // From now on unloading also deletes the form, once no handler of it is on the stack.
   void DropWhenUnloaded() { dropWhenUnloaded_ = true; }
@@ -91,7 +93,8 @@ class Form : public QWidget {
   void ResizeTo(QSize size);
   void LayOutArea();
   void RaiseResize();
-  void DeleteIfIdle();
+  void HandlerBegins() { ++handlers_; }
+  void HandlerEnds();
 
   Container* area_;
   QMenuBar* menuBar_ = nullptr;
@@ -100,6 +103,7 @@ class Form : public QWidget {
   float height_ = 0;
   int handlers_ = 0;  // on the stack
   bool loaded_ = false;
+  bool unloading_ = false;
   bool dropWhenUnloaded_ = false;
   bool minimised_ = false;
 };

@@ -103,8 +103,7 @@ void Form::BuildControls(const FormDesign& form, std::span<const ControlDesign> 
     Container* container = containers.value(QLatin1String(design.container));
     Control* control = Build(design, container, form.labelColor);
     if (auto* box = qobject_cast<Container*>(control)) containers.insert(box->objectName(), box);
-    // Divided by, since whole numbers of pixels come out exact.
-    const float twipsPerUnit = container->PixelsPerUnit() * kTwipsPerPixel;
+    const float twipsPerUnit = kTwipsPerPixel / container->UnitsPerPixel();
     control->setLeft(design.place.left / twipsPerUnit);
     control->setTop(design.place.top / twipsPerUnit);
     control->setWidth(design.place.width / twipsPerUnit);

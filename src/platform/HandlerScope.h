@@ -9,7 +9,8 @@ namespace kelvane {
 class Form;
 
 // Stands on the stack while an event handler of a form runs. A form that is unloaded meanwhile is
-// deleted no earlier than when its last handler has returned.
+// deleted no earlier than when its last handler has returned, and the program ends no earlier than
+// when the last handler of all has.
 class HandlerScope {
  public:
   // `sender` is the form itself or anything that lives in it.

@@ -2,7 +2,6 @@
 
 #include <QFontMetrics>
 #include <QPainter>
-#include <algorithm>
 
 #include "platform/Container.h"
 #include "platform/HandlerScope.h"
@@ -14,11 +13,13 @@ namespace {
 QFont FittingFont(const QFont& font, const QString& text, int width) {
   constexpr int kNatural = 100;
   constexpr int kTightest = 85;
-  const int needed = QFontMetrics(font).horizontalAdvance(text);
-  if (needed <= width) return font;
-  QFont tighter = font;
-  tighter.setStretch(std::max(kTightest, kNatural * width / needed));
-  return tighter;
+  QFont fitting = font;
+  for (int stretch = kNatural;
+       stretch > kTightest && QFontMetricsF(fitting).horizontalAdvance(text) > width;) {
+    --stretch;
+    fitting.setStretch(stretch);
+  }
+  return fitting;
 }
 
 }  // namespace

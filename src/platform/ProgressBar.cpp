@@ -7,15 +7,19 @@
 #include "platform/Container.h"
 
 namespace kelvane {
+namespace {
+constexpr int kSteps = 100000;  // more than a screen has columns
+}
 
 ProgressBar::ProgressBar(Container* container, const QString& name)
     : Control(container, name), bar_(new QProgressBar(this)) {
   bar_->setTextVisible(false);
+  bar_->setRange(0, kSteps);
   FillWith(bar_);
 }
 
 void ProgressBar::setMin(float min) {
-  if (!(min < max_)) return;
+  if (!(min < max_) || !std::isfinite(min)) return;
   min_ = min;
   value_ = std::max(value_, min_);
   ShowValue();
@@ -35,8 +39,9 @@ void ProgressBar::setValue(float value) {
 }
 
 void ProgressBar::ShowValue() {
-  bar_->setRange(static_cast<int>(std::lround(min_)), static_cast<int>(std::lround(max_)));
-  bar_->setValue(static_cast<int>(std::lround(value_)));
+  // In double precision, for a range that is as long as single precision goes.
+  const double part = (double{value_} - min_) / (double{max_} - min_);
+  bar_->setValue(static_cast<int>(std::lround(part * kSteps)));
 }
 
 void ProgressBar::SetColours(QRgb bar, QRgb back) {

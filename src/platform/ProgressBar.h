@@ -6,8 +6,8 @@ class QProgressBar;
 
 namespace kelvane {
 
-// Range and value are single precision; what is on the screen is rounded to whole numbers. A value
-// outside the range, and an end of the range that doesn't leave it upwards of nothing, are refused:
+// Range and value are single precision; only what is on the screen is rounded. A value outside the
+// range, and an end of the range that doesn't leave it upwards of nothing, are refused:
 // the bar keeps what it has. A range that shrinks takes the value along.
 class ProgressBar : public Control {
   Q_OBJECT

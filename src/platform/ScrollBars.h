@@ -20,8 +20,8 @@ class ScrollBar : public Control {
   void setMax(std::int16_t max);
   void setLargeChange(std::int16_t step);
 
-  // Scroll is raised for each step of a thumb that is being dragged, Change for any other change of
-  // the value and at the end of a drag that changed it; both before an assignment returns.
+  // Scroll is raised for each step of a thumb that the user drags, Change for any other change of
+  // the value and at the end of a drag that changed it; before an assignment returns.
   std::function<void()> Change;
   std::function<void()> Scroll;
 
@@ -29,11 +29,13 @@ class ScrollBar : public Control {
   ScrollBar(Container* container, const QString& name, Qt::Orientation orientation);
 
  private:
+  void Assign(void (QScrollBar::*setter)(int), int value);
   void ValueChanged();
   void ThumbReleased();
 
   QScrollBar* bar_;
   int settledValue_ = 0;  // as of the last Change
+  bool assigning_ = false;
 };
 
 class HScrollBar : public ScrollBar {

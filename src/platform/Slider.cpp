@@ -18,6 +18,9 @@ void Slider::setValue(int value) {
   slider_->setValue(value);
 }
 
-void Slider::SetRange(int min, int max) { slider_->setRange(min, max); }
+void Slider::SetRange(int min, int max) {
+  if (max < min) return;
+  slider_->setRange(min, max);
+}
 
 }  // namespace kelvane

@@ -6,7 +6,8 @@ class QSlider;
 
 namespace kelvane {
 
-// A value outside the range is refused.
+// A value outside the range, and a range that ends before it begins, are refused. A range that
+// shrinks takes the value along.
 class Slider : public Control {
   Q_OBJECT
  public:

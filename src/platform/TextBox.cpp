@@ -1,6 +1,7 @@
 #include "platform/TextBox.h"
 
 #include <QLineEdit>
+#include <QShowEvent>
 
 #include "platform/Colours.h"
 #include "platform/Container.h"
@@ -23,21 +24,24 @@ void TextBox::AppendText(const QString& more) {
 }
 
 void TextBox::TextChanged() {
-  if (line_ != nullptr) {
-    line_->setText(text_);
-    line_->setCursorPosition(0);
-  }
+  if (line_ != nullptr && isVisible()) ShowText();
   Raise(this, Change, Index());
 }
 
 void TextBox::showEvent(QShowEvent* event) {
   Control::showEvent(event);
   if (line_ == nullptr) MakeLine();
+  // A window that comes back has kept its lines, and what is selected in them.
+  if (!event->spontaneous()) ShowText();
+}
+
+void TextBox::ShowText() {
+  line_->setText(text_);
+  line_->setCursorPosition(0);
 }
 
 void TextBox::MakeLine() {
-  line_ = new QLineEdit(text_, this);
-  line_->setCursorPosition(0);
+  line_ = new QLineEdit(this);
   line_->setReadOnly(true);
   line_->setFrame(false);
   line_->setTextMargins(0, 0, 0, 0);

@@ -28,6 +28,7 @@ class TextBox : public Control {
  private:
   void TextChanged();
   void MakeLine();
+  void ShowText();
 
   QString text_;
   QLineEdit* line_ = nullptr;

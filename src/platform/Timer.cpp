@@ -5,7 +5,8 @@
 
 namespace kelvane {
 
-Timer::Timer(Form& form, const char* name, int interval) : QObject(&form), interval_(interval) {
+Timer::Timer(Form& form, const char* name, int interval)
+    : QObject(&form), form_(form), interval_(interval) {
   setObjectName(QLatin1String(name));
 }
 
@@ -22,7 +23,7 @@ void Timer::setEnabled(bool enabled) {
 // anew lets them come at a DoEvents.
 void Timer::timerEvent(QTimerEvent* /*event*/) {
   timer_.start(interval_, this);
-  Raise(this, Tick);
+  if (form_.Loaded()) Raise(this, Tick);
 }
 
 }  // namespace kelvane

@@ -27,6 +27,7 @@ class Timer : public QObject {
   void timerEvent(QTimerEvent* event) override;
 
  private:
+  Form& form_;
   QBasicTimer timer_;
   int interval_;
 };

@@ -1,0 +1,195 @@
+// The application object, partly in a program of its own: it is made once to a process.
+#include "platform/App.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QDirIterator>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QMouseEvent>
+#include <QProcess>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QUrl>
+#include <algorithm>
+#include <clocale>
+#include <utility>
+
+#include "platform/Label.h"
+#include "platform/TestForm.h"
+#include "platform/Timer.h"
+#include "support/Events.h"
+
+namespace kelvane::testing {
+namespace {
+
+using Environment = std::vector<std::pair<const char*, QString>>;
+
+// Runs one situation of the test program and returns the lines that it printed.
+Events RunTestProgram(const QStringList& arguments, const Environment& environment = {}) {
+  QProcess program;
+  QProcessEnvironment all = QProcessEnvironment::systemEnvironment();
+  all.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+  for (const auto& [name, value] : environment) all.insert(QLatin1String(name), value);
+  program.setProcessEnvironment(all);
+  program.start(QStringLiteral(PLATFORM_TEST_PROGRAM), arguments);
+  constexpr int kGoodTime = 30000;  // ms
+  if (!program.waitForFinished(kGoodTime)) {
+    program.kill();
+    program.waitForFinished(kGoodTime);
+    return {"did not end"};
+  }
+  EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+  EXPECT_EQ(program.exitCode(), 0) << program.readAllStandardError().toStdString();
+  Events lines;
+  for (const QByteArray& line : program.readAllStandardOutput().split('\n')) {
+    if (!line.isEmpty()) lines.push_back(line.toStdString());
+  }
+  return lines;
+}
+
+TEST(TheApplication, CountsInThePlainLocaleWhateverTheUsersIs) {
+  EXPECT_EQ(RunTestProgram({QStringLiteral("locale")},
+                           {{"LC_ALL", QStringLiteral("C.UTF-8")}, {"LANG", QString()}}),
+            Events{"C"});
+  EXPECT_STREQ(std::setlocale(LC_NUMERIC, nullptr), "C");
+}
+
+TEST(TheApplication, MeansPixelsOfTheScreenWhateverScaleTheUserHasChosen) {
+  for (const Environment& chosen : {Environment{},
+                                    {{"QT_SCALE_FACTOR", QStringLiteral("2")}},
+                                    {{"QT_SCREEN_SCALE_FACTORS", QStringLiteral("3")}},
+                                    {{"QT_ENABLE_HIGHDPI_SCALING", QStringLiteral("1")},
+                                     {"QT_SCALE_FACTOR", QStringLiteral("1.5")}},
+                                    {{"QT_FONT_DPI", QStringLiteral("192")}}}) {
+    EXPECT_EQ(RunTestProgram({QStringLiteral("scale")}, chosen),
+              Events{"1, 300 pixels wide, letters of 11"});
+  }
+}
+
+TEST(TheApplication, TakesNothingFromTheCommandLineAndKnowsItsFolder) {
+  const QString folder = QFileInfo(QStringLiteral(PLATFORM_TEST_PROGRAM)).absolutePath();
+  const Events lines = RunTestProgram(
+      {QStringLiteral("names"), QStringLiteral("-platform"), QStringLiteral("nothing")});
+  EXPECT_EQ(lines, (Events{folder.toStdString(), "program", "program"}));
+  EXPECT_EQ(App::Path(), QCoreApplication::applicationDirPath().toStdString());
+  EXPECT_NE(App::Path().back(), '/');
+}
+
+TEST(TheApplication, WritesNothingToTheUsersSettingsAfterFileDialogs) {
+  const QTemporaryDir home;
+  const QString config = home.filePath(QStringLiteral("config"));
+  const Events lines = RunTestProgram({QStringLiteral("file-dialogs")},
+                                      {{"HOME", home.path()},
+                                       {"XDG_CONFIG_HOME", config},
+                                       {"XDG_CACHE_HOME", home.filePath(QStringLiteral("cache"))}});
+  EXPECT_EQ(lines, Events{"/tmp/new.mp4"});
+  QDirIterator files(home.path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+  while (files.hasNext()) {
+    // What the system remembers of its fonts is no setting of the user's.
+    const QString file = files.next();
+    if (!file.contains(QLatin1String("/cache/fontconfig/"))) ADD_FAILURE() << file.toStdString();
+  }
+  EXPECT_FALSE(QFile::exists(config));
+}
+
+TEST(TheApplication, RunsUntilItsFormIsUnloaded) {
+  EXPECT_EQ(RunTestProgram({QStringLiteral("run")}), (Events{"tick", "unloaded"}));
+}
+
+TEST(TheApplication, EndsAtOnceWhereNoFormIsLoadedAnyMore) {
+  EXPECT_EQ(RunTestProgram({QStringLiteral("run-without-a-form")}), Events{});
+}
+
+TEST(TheApplication, IsKnownByItsName) { EXPECT_EQ(App::Title(), QStringLiteral("Kelvane")); }
+
+TEST(TheToolsFolder, MayBeAnother) {
+  const std::string former = App::Path();
+  App::setPath("/somewhere else");
+  EXPECT_EQ(App::Path(), "/somewhere else");
+  App::setPath(former);
+}
+
+// Stands in for the system where a page is opened.
+class Browser : public QObject {
+  Q_OBJECT
+ public:
+  Browser() { QDesktopServices::setUrlHandler(QStringLiteral("https"), this, "Open"); }
+  ~Browser() override { QDesktopServices::unsetUrlHandler(QStringLiteral("https")); }
+
+  Events opened;
+
+ public slots:
+  void Open(const QUrl& address) { opened.push_back(address.toString().toStdString()); }
+};
+
+TEST(OpenWebPage, HandsTheAddressToTheSystem) {
+  const Browser browser;
+  App::OpenWebPage(QStringLiteral("https://kelvane.example/updates"));
+  EXPECT_EQ(browser.opened, Events{"https://kelvane.example/updates"});
+}
+
+TEST(DoEventsIs, ServingWhatWaitsForAllWindows) {
+  TestForm first({{.name = "Label1", .controlClass = ControlClass::kLabel, .place = {}}});
+  TestForm second({{.name = "Label2", .controlClass = ControlClass::kLabel, .place = {}}});
+  first.Open();
+  second.Open();
+  Events events;
+  for (const char* name : {"Label1", "Label2"}) {
+    auto& form = first.findChild<Label*>(QLatin1String(name)) != nullptr ? first : second;
+    auto& label = form.Find<Label>(QLatin1String(name));
+    label.MouseUp = [&events, name](const MouseEvent&) { events.emplace_back(name); };
+    QCoreApplication::postEvent(
+        &label, new QMouseEvent(QEvent::MouseButtonRelease, QPointF(1, 1), QPointF(1, 1),
+                                Qt::LeftButton, Qt::NoButton, Qt::NoModifier));
+  }
+  EXPECT_EQ(events, Events{});
+  DoEvents();
+  EXPECT_EQ(events, (Events{"Label1", "Label2"}));
+}
+
+TEST(DoEventsIs, ReturningWhereNothingWaits) {
+  TestForm form;
+  form.Open();
+  Timer timer(form, "Timer1", 60000);
+  timer.Tick = [] { ADD_FAILURE() << "a tick before its time"; };
+  timer.setEnabled(true);
+  QElapsedTimer clock;
+  clock.start();
+  for (int round = 0; round < 100; ++round) DoEvents();
+  constexpr int kAtOnce = 5000;  // ms
+  EXPECT_LT(clock.elapsed(), kAtOnce);
+}
+
+// All that serves the queue in some file of the program: DoEvents, the message loop and dialogs.
+TEST(DoEventsIs, TheOnlyPlaceThatPumpsTheQueue) {
+  const QRegularExpression pump(QStringLiteral(
+      R"(\b(processEvents|sendPostedEvents|QEventLoop|exec|qWait\w*|WaitForMoreEvents)\b)"));
+  Events found;
+  int sources = 0;
+  QDirIterator files(QStringLiteral(PLATFORM_SOURCES),
+                     {QStringLiteral("*.cpp"), QStringLiteral("*.h")}, QDir::Files,
+                     QDirIterator::Subdirectories);
+  while (files.hasNext()) {
+    QFile file(files.next());
+    ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+    ++sources;
+    const QString text = QString::fromUtf8(file.readAll());
+    for (auto uses = pump.globalMatch(text); uses.hasNext();) {
+      found.push_back(
+          (QFileInfo(file).fileName() + QLatin1Char(' ') + uses.next().captured()).toStdString());
+    }
+  }
+  EXPECT_GT(sources, 50);
+  std::sort(found.begin(), found.end());
+  EXPECT_EQ(found, (Events{"App.cpp exec", "App.cpp processEvents", "CommonDialog.cpp exec",
+                           "MsgBox.cpp exec"}));
+}
+
+}  // namespace
+}  // namespace kelvane::testing
+
+#include "AppTest.moc"

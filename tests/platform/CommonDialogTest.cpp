@@ -1,0 +1,309 @@
+// The dialogs that ask for a file, as the user meets them.
+#include "platform/CommonDialog.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QComboBox>
+#include <QDialogButtonBox>
+#include <QDir>
+#include <QFile>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QListView>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTimer>
+#include <QtTest/QTest>
+#include <algorithm>
+#include <functional>
+#include <utility>
+
+#include "platform/TestForm.h"
+#include "support/Events.h"
+
+namespace kelvane::testing {
+namespace {
+
+using User = std::function<void(QFileDialog& dialog)>;
+
+class AFileDialog : public ::testing::Test {
+ protected:
+  AFileDialog() {
+    for (const char* name : {"clip.mp4", "film.avi", "noextension", "video one.MP4"}) {
+      QFile file(folder.filePath(QLatin1String(name)));
+      EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    }
+    dialog.InitDir = folder.path();
+    QObject::connect(&look, &QTimer::timeout, [this] { Look(); });
+  }
+
+  // Shows the dialog and lets the user do something with it, who is to close it.
+  bool Open(const User& user) { return Ask(user, &CommonDialog::ShowOpen); }
+  bool Save(const User& user) { return Ask(user, &CommonDialog::ShowSave); }
+
+  static void Cancel(QFileDialog& shown) { shown.reject(); }
+
+  static User Type(const QString& name) {
+    return [name](QFileDialog& shown) {
+      shown.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(name);
+      // As the return key does.
+      QMetaObject::invokeMethod(&shown, "accept", Qt::QueuedConnection);
+    };
+  }
+
+  static void Pick(QFileDialog& shown, const QString& name) {
+    const auto buttons = shown.findChild<QDialogButtonBox*>()->buttons();
+    const auto open = std::find_if(buttons.begin(), buttons.end(), [](QAbstractButton* button) {
+      return dynamic_cast<QPushButton&>(*button).isDefault();
+    });
+    ASSERT_NE(open, buttons.end());
+    // The list goes on being put in order for a while, and forgets what is picked.
+    auto* list = shown.findChild<QListView*>(QStringLiteral("listView"));
+    EXPECT_TRUE(PumpUntil([&] {
+      for (const QModelIndex& file : FilesOf(*list)) {
+        if (file.data().toString() != name) continue;
+        list->scrollTo(file);
+        QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(file).center());
+      }
+      return (*open)->isEnabled();
+    }));
+    (*open)->click();
+  }
+
+  // The descriptions to choose from.
+  static QStringList Filters(const QFileDialog& shown) {
+    const auto* types = shown.findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
+    QStringList filters;
+    for (int row = 0; row < types->count(); ++row) filters << types->itemText(row);
+    return filters;
+  }
+
+  // The files that are listed and can be picked.
+  static QModelIndexList FilesOf(const QListView& list) {
+    QModelIndexList files;
+    for (int row = 0; row < list.model()->rowCount(list.rootIndex()); ++row) {
+      const QModelIndex file = list.model()->index(row, 0, list.rootIndex());
+      if (file.flags().testFlag(Qt::ItemIsEnabled)) files << file;
+    }
+    return files;
+  }
+  static QStringList Files(const QFileDialog& shown) {
+    QStringList names;
+    for (const QModelIndex& file :
+         FilesOf(*shown.findChild<QListView*>(QStringLiteral("listView")))) {
+      names << file.data().toString();
+    }
+    names.sort();
+    return names;
+  }
+
+  void ExpectFiles(const QFileDialog& shown, const QStringList& expected) {
+    PumpUntil([&] { return Files(shown) == expected; });
+    EXPECT_EQ(Files(shown).join(QLatin1String(", ")).toStdString(),
+              expected.join(QLatin1String(", ")).toStdString());
+  }
+
+  TestForm form;
+  CommonDialog dialog{form};
+  QTemporaryDir folder;
+  const QStringList everyFile{QStringLiteral("clip.mp4"), QStringLiteral("film.avi"),
+                              QStringLiteral("noextension"), QStringLiteral("video one.MP4")};
+  Events questions;  // that came up on top of the dialog
+
+ private:
+  bool Ask(const User& user, bool (CommonDialog::*show)()) {
+    waiting = user;
+    looks = 0;
+    look.start(1);
+    const bool accepted = (dialog.*show)();
+    look.stop();
+    EXPECT_EQ(waiting, nullptr) << "no dialog came up";
+    return accepted;
+  }
+
+  void Look() {
+    QWidget* modal = QApplication::activeModalWidget();
+    if (auto* question = qobject_cast<QMessageBox*>(modal)) {
+      questions.push_back(question->text().toStdString());
+      question->reject();
+      return;
+    }
+    auto* shown = qobject_cast<QFileDialog*>(modal);
+    if (shown == nullptr) return;
+    if (waiting != nullptr) {
+      std::exchange(waiting, nullptr)(*shown);
+      return;
+    }
+    // The user's part is done, and the dialog still there.
+    constexpr int kLongEnough = 5000;  // looks
+    if (questions.empty() && ++looks < kLongEnough) return;
+    if (questions.empty()) ADD_FAILURE() << "the dialog was not closed";
+    shown->reject();
+  }
+
+  QTimer look;
+  int looks = 0;
+  User waiting;
+};
+
+TEST_F(AFileDialog, HasTheToolkitsTitleUnlessItIsGivenOneForOnce) {
+  Events titles;
+  const User readTitle = [&](QFileDialog& shown) {
+    titles.push_back(shown.windowTitle().toStdString());
+    shown.reject();
+  };
+  Open(readTitle);
+  Save(readTitle);
+  dialog.DialogTitle = QStringLiteral("Save Cropped Video As");
+  Save(readTitle);
+  Save(readTitle);
+  Open(readTitle);
+  ASSERT_EQ(titles.size(), 5U);
+  EXPECT_NE(titles[0], "");
+  EXPECT_EQ(titles[2], "Save Cropped Video As");
+  EXPECT_EQ(titles[3], titles[1]);
+  EXPECT_EQ(titles[4], titles[0]);
+  EXPECT_EQ(dialog.DialogTitle, QString());
+}
+
+TEST_F(AFileDialog, IsTheToolkitsOwnAndWaitsForItsWindow) {
+  Open([this](QFileDialog& shown) {
+    EXPECT_TRUE(shown.testOption(QFileDialog::DontUseNativeDialog));
+    EXPECT_EQ(shown.parentWidget(), &form);
+    EXPECT_TRUE(shown.isModal());
+    EXPECT_NE(shown.findChild<QLineEdit*>(QStringLiteral("fileNameEdit")), nullptr);
+    shown.reject();
+  });
+}
+
+TEST_F(AFileDialog, GivesTheFileThatWasTyped) {
+  EXPECT_TRUE(Open(Type(QStringLiteral("clip.mp4"))));
+  EXPECT_EQ(dialog.FileName, folder.filePath(QStringLiteral("clip.mp4")));
+  EXPECT_TRUE(Open(Type(folder.filePath(QStringLiteral("video one.MP4")))));
+  EXPECT_EQ(dialog.FileName, folder.filePath(QStringLiteral("video one.MP4")));
+}
+
+TEST_F(AFileDialog, GivesTheFileThatWasPicked) {
+  dialog.Filter = QStringLiteral("*.*");
+  EXPECT_TRUE(Open([this](QFileDialog& shown) {
+    ExpectFiles(shown, everyFile);
+    Pick(shown, QStringLiteral("noextension"));
+  }));
+  EXPECT_EQ(dialog.FileName, folder.filePath(QStringLiteral("noextension")));
+}
+
+TEST_F(AFileDialog, OpensOnlyAFileThatIsThere) {
+  EXPECT_FALSE(Open(Type(QStringLiteral("missing.mp4"))));
+  ASSERT_EQ(questions.size(), 1U);
+  EXPECT_NE(questions.front().find("missing.mp4"), std::string::npos);
+  EXPECT_EQ(dialog.FileName, QString());
+}
+
+TEST_F(AFileDialog, LeavesTheFileNameAsItWasWhenItIsCancelled) {
+  EXPECT_FALSE(Open(Cancel));
+  EXPECT_EQ(dialog.FileName, QString());
+  dialog.FileName = QStringLiteral("/tmp/former.mp4");
+  EXPECT_FALSE(Open(Cancel));
+  EXPECT_FALSE(Save(Cancel));
+  EXPECT_EQ(dialog.FileName, QStringLiteral("/tmp/former.mp4"));
+}
+
+TEST_F(AFileDialog, SavesOverAFileWithoutAQuestion) {
+  EXPECT_TRUE(Save(Type(QStringLiteral("clip.mp4"))));
+  EXPECT_EQ(dialog.FileName, folder.filePath(QStringLiteral("clip.mp4")));
+  EXPECT_EQ(questions, Events{});
+}
+
+TEST_F(AFileDialog, AddsNoExtension) {
+  dialog.Filter = QStringLiteral("MP4 Files (*.mp4)|*.mp4|All Files (*.*)|*.*");
+  for (const int index : {1, 2}) {
+    dialog.FilterIndex = index;
+    EXPECT_TRUE(Save(Type(QStringLiteral("new"))));
+    EXPECT_EQ(dialog.FileName, folder.filePath(QStringLiteral("new")));
+    EXPECT_TRUE(Save(Type(QStringLiteral("new.mkv"))));
+    EXPECT_EQ(dialog.FileName, folder.filePath(QStringLiteral("new.mkv")));
+  }
+  EXPECT_FALSE(QFile::exists(folder.filePath(QStringLiteral("new"))));
+}
+
+TEST_F(AFileDialog, OffersThePairsOfItsFilterAndBeginsWithTheOneOfItsIndex) {
+  dialog.Filter =
+      QStringLiteral("MP4 Files (*.mp4)|*.mp4|AVI Files (*.avi)|*.avi|All Files (*.*)|*.*");
+  struct Case {
+    int index;
+    const char* chosen;
+    QStringList files;
+  };
+  for (const Case& given :
+       {Case{1, "MP4 Files (*.mp4)", {QStringLiteral("clip.mp4"), QStringLiteral("video one.MP4")}},
+        {2, "AVI Files (*.avi)", {QStringLiteral("film.avi")}},
+        {3, "All Files (*.*)", everyFile}}) {
+    dialog.FilterIndex = given.index;
+    Save([&](QFileDialog& shown) {
+      EXPECT_EQ(Filters(shown), (QStringList{QStringLiteral("MP4 Files (*.mp4)"),
+                                             QStringLiteral("AVI Files (*.avi)"),
+                                             QStringLiteral("All Files (*.*)")}));
+      EXPECT_EQ(shown.findChild<QComboBox*>(QStringLiteral("fileTypeCombo"))->currentText(),
+                QLatin1String(given.chosen));
+      ExpectFiles(shown, given.files);
+      shown.reject();
+    });
+  }
+}
+
+TEST_F(AFileDialog, ShowsABarePatternAsItselfAndEveryFileUnderStarDotStar) {
+  dialog.Filter = QStringLiteral("*.*");
+  Open([this](QFileDialog& shown) {
+    EXPECT_EQ(Filters(shown), QStringList{QStringLiteral("*.*")});
+    ExpectFiles(shown, everyFile);
+    shown.reject();
+  });
+  dialog.Filter = QStringLiteral("*.avi");
+  Open([this](QFileDialog& shown) {
+    EXPECT_EQ(Filters(shown), QStringList{QStringLiteral("*.avi")});
+    ExpectFiles(shown, {QStringLiteral("film.avi")});
+    shown.reject();
+  });
+}
+
+TEST_F(AFileDialog, WithoutAFilterShowsEveryFile) {
+  Open([this](QFileDialog& shown) {
+    ExpectFiles(shown, everyFile);
+    for (const QString& filter : Filters(shown)) EXPECT_NE(filter.trimmed(), QString());
+    shown.reject();
+  });
+}
+
+TEST_F(AFileDialog, BeginsWithTheFirstPairWhereItsIndexIsNone) {
+  dialog.Filter = QStringLiteral("One|*.mp4|Two|*.avi");
+  for (const int index : {0, 3, -1}) {
+    dialog.FilterIndex = index;
+    Open([](QFileDialog& shown) {
+      EXPECT_EQ(shown.findChild<QComboBox*>(QStringLiteral("fileTypeCombo"))->currentText(),
+                QStringLiteral("One"));
+      shown.reject();
+    });
+  }
+}
+
+TEST_F(AFileDialog, BeginsInItsFolderOrAtHomeWhereThereIsNone) {
+  const auto beginning = [this](const QString& folderName) {
+    dialog.InitDir = folderName;
+    QString began;
+    Open([&](QFileDialog& shown) {
+      began = shown.directory().absolutePath();
+      shown.reject();
+    });
+    return began;
+  };
+  EXPECT_EQ(beginning(folder.path()), folder.path());
+  EXPECT_EQ(beginning(folder.filePath(QStringLiteral("nowhere"))), QDir::homePath());
+  EXPECT_EQ(beginning(folder.filePath(QStringLiteral("clip.mp4"))), QDir::homePath());
+  EXPECT_EQ(beginning(folder.path()), folder.path());
+  EXPECT_EQ(beginning(QString()), QDir::homePath());
+}
+
+}  // namespace
+}  // namespace kelvane::testing

@@ -1,0 +1,139 @@
+// Boxes, frames and lines by their pixels, and when the windows are painted.
+#include <gtest/gtest.h>
+
+#include "platform/App.h"
+#include "platform/Label.h"
+#include "platform/PictureBox.h"
+#include "platform/Shapes.h"
+#include "platform/TestForm.h"
+
+namespace kelvane::testing {
+namespace {
+
+constexpr QRgb kBack = 0x102030;
+constexpr QRgb kBorderGrey = 0x808080;
+
+TEST(AForm, IsOfItsBackColour) {
+  TestForm form;
+  form.Open();
+  EXPECT_EQ(CountOf(Picture(form), kBack), 300 * 200);
+}
+
+TEST(ABox, IsOfItsBackColour) {
+  TestForm form({{.name = "Box",
+                  .controlClass = ControlClass::kPictureBox,
+                  .place = {150, 300, 450, 600},
+                  .color = 0x404040}});
+  form.Open();
+  auto& box = form.Find<PictureBox>("Box");
+  EXPECT_EQ(box.BackColor(), 0x404040U);
+  EXPECT_EQ(CountOf(Picture(form).copy(10, 20, 30, 40), 0x404040), 30 * 40);
+  EXPECT_EQ(CountOf(Picture(form), kBack), 300 * 200 - 30 * 40);
+  box.setBackColor(0x00FF00);
+  EXPECT_EQ(box.BackColor(), 0x00FF00U);
+  EXPECT_EQ(CountOf(Picture(form), 0x00FF00), 30 * 40);
+}
+
+TEST(ABox, ClipsWhatIsInIt) {
+  TestForm form({{.name = "Box",
+                  .controlClass = ControlClass::kPictureBox,
+                  .place = {150, 300, 450, 600},
+                  .color = 0x404040},
+                 {.name = "Bar",
+                  .controlClass = ControlClass::kPictureBox,
+                  .place = {300, -1500, 3000, 15000},
+                  .container = "Box",
+                  .color = 0x00FF00}});
+  form.Open();
+  const QImage picture = Picture(form);
+  EXPECT_EQ(CountOf(picture, 0x00FF00), 10 * 40);
+  EXPECT_EQ(CountOf(picture.copy(30, 20, 10, 40), 0x00FF00), 10 * 40);
+}
+
+TEST(ABorderedBox, HasALineRoundItAndAGapInsideTheLine) {
+  TestForm form({{.name = "Box",
+                  .controlClass = ControlClass::kPictureBox,
+                  .place = {150, 300, 450, 600},
+                  .color = 0x404040,
+                  .bordered = true},
+                 {.name = "Inside",
+                  .controlClass = ControlClass::kPictureBox,
+                  .place = {0, 0, 390, 540},
+                  .container = "Box",
+                  .color = 0x00FF00}});
+  form.Open();
+  const QImage box = Picture(form).copy(10, 20, 30, 40);
+  EXPECT_EQ(CountOf(box, kBorderGrey), 2 * 30 + 2 * 38);
+  EXPECT_EQ(CountOf(box.copy(1, 1, 28, 38), kBorderGrey), 0);
+  EXPECT_EQ(CountOf(box, 0x404040), 2 * 28 + 2 * 36);
+  EXPECT_EQ(CountOf(box.copy(2, 2, 26, 36), 0x00FF00), 26 * 36);
+}
+
+TEST(AShape, IsAnOutlineOfItsWidthInsideItsPlace) {
+  TestForm form({{.name = "Shape1",
+                  .controlClass = ControlClass::kShape,
+                  .place = {150, 300, 450, 600},
+                  .color = 0xA0A0A0}});
+  form.Open();
+  auto& shape = form.Find<Shape>("Shape1");
+  EXPECT_EQ(shape.BorderColor(), 0xA0A0A0U);
+  for (const int width : {1, 2, 5}) {
+    shape.SetBorder(0xA0A0A0, width);
+    EXPECT_EQ(shape.BorderWidth(), width);
+    const QImage picture = Picture(form);
+    EXPECT_EQ(CountOf(picture, 0xA0A0A0), 30 * 40 - (30 - 2 * width) * (40 - 2 * width));
+    EXPECT_EQ(CountOf(picture.copy(10, 20, 30, 40), 0xA0A0A0), CountOf(picture, 0xA0A0A0));
+    EXPECT_EQ(CountOf(picture.copy(10 + width, 20 + width, 30 - 2 * width, 40 - 2 * width), kBack),
+              (30 - 2 * width) * (40 - 2 * width));
+  }
+  shape.SetBorder(0x808080, 2);
+  EXPECT_EQ(shape.BorderColor(), 0x808080U);
+  EXPECT_EQ(CountOf(Picture(form), 0xA0A0A0), 0);
+}
+
+TEST(ALine, IsOnePixelThickAlongTheTopOfItsPlace) {
+  TestForm form({{.name = "Line1",
+                  .controlClass = ControlClass::kLine,
+                  .place = {150, 300, 450, 600},
+                  .color = 0x808080}});
+  form.Open();
+  EXPECT_EQ(form.Find<Line>("Line1").BorderColor(), 0x808080U);
+  const QImage picture = Picture(form);
+  EXPECT_EQ(CountOf(picture, 0x808080), 30);
+  EXPECT_EQ(CountOf(picture.copy(10, 20, 30, 1), 0x808080), 30);
+  form.Find<Line>("Line1").setBorderColor(0xFF0000);
+  EXPECT_EQ(CountOf(Picture(form), 0xFF0000), 30);
+}
+
+// Watches the paint events of a widget.
+class Paintings : public QObject {
+ public:
+  explicit Paintings(QObject& watched) { watched.installEventFilter(this); }
+  int Count() const { return count_; }
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    if (event->type() == QEvent::Paint) ++count_;
+    return false;
+  }
+
+ private:
+  int count_ = 0;
+};
+
+TEST(DoEventsCalledOnce, PaintsWhatHasChanged) {
+  TestForm form(
+      {{.name = "Label1", .controlClass = ControlClass::kLabel, .place = {0, 0, 750, 300}}});
+  form.Open();
+  auto& label = form.Find<Label>("Label1");
+  for (int round = 0; round < 5; ++round) DoEvents();
+  const Paintings paintings(label);
+  label.setCaption(QStringLiteral("Progress"));
+  EXPECT_EQ(paintings.Count(), 0);
+  DoEvents();
+  EXPECT_EQ(paintings.Count(), 1);
+  label.setCaption(QStringLiteral("Progress"));
+  DoEvents();
+  EXPECT_EQ(paintings.Count(), 1);
+}
+
+}  // namespace
+}  // namespace kelvane::testing

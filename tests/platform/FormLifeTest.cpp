@@ -1,0 +1,367 @@
+// Forms live by Load, Show, Unload.
+#include <gtest/gtest.h>
+
+#include <QPointer>
+#include <QWindow>
+#include <algorithm>
+#include <utility>
+
+#include "platform/App.h"
+#include "platform/Label.h"
+#include "platform/Pointer.h"
+#include "platform/TestForm.h"
+#include "platform/Timer.h"
+#include "support/Events.h"
+
+namespace kelvane::testing {
+namespace {
+
+// What an application's message loop does with forms that are to be deleted; also in a handler, as
+// any code that is called there might.
+void DeleteWhatMayBeDeleted() {
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void RecordLife(TestForm& form, Events& events) {
+  form.OnLoad = [&] { events.emplace_back("Load"); };
+  form.OnQueryUnload = [&] { events.emplace_back("QueryUnload"); };
+  form.OnUnload = [&] { events.emplace_back("Unload"); };
+}
+
+class AFormsLife : public ::testing::Test {
+ protected:
+  AFormsLife() { RecordLife(form, events); }
+
+  TestForm form;
+  Events events;
+};
+
+TEST_F(AFormsLife, BeginsUnloadedAndOutOfSight) {
+  EXPECT_FALSE(form.Loaded());
+  EXPECT_FALSE(form.isVisible());
+  EXPECT_EQ(events, Events{});
+}
+
+TEST_F(AFormsLife, LoadRunsFormLoadAndShowsNothing) {
+  bool loadedInside = false;
+  form.OnLoad = [&] { loadedInside = form.Loaded(); };
+  form.Load();
+  EXPECT_TRUE(loadedInside);
+  EXPECT_TRUE(form.Loaded());
+  EXPECT_FALSE(form.isVisible());
+}
+
+TEST_F(AFormsLife, LoadingALoadedFormDoesNothing) {
+  form.Load();
+  form.Load();
+  EXPECT_EQ(events, Events{"Load"});
+  form.OnLoad = [this] {
+    events.emplace_back("Load");
+    form.Load();
+  };
+  form.Unload();
+  events.clear();
+  form.Load();
+  EXPECT_EQ(events, Events{"Load"});
+}
+
+TEST_F(AFormsLife, ShowBringsItUpModeless) {
+  form.Open();
+  EXPECT_TRUE(form.isVisible());
+  EXPECT_FALSE(form.isModal());
+  form.Show();
+  EXPECT_TRUE(form.isVisible());
+  EXPECT_EQ(events, Events{"Load"});
+}
+
+TEST_F(AFormsLife, UnloadAsksThenUnloadsThenHides) {
+  form.Open();
+  events.clear();
+  std::vector<bool> loaded;
+  form.OnQueryUnload = [&] {
+    events.emplace_back("QueryUnload");
+    loaded.push_back(form.Loaded() && form.isVisible());
+  };
+  form.OnUnload = [&] {
+    events.emplace_back("Unload");
+    loaded.push_back(form.Loaded() && form.isVisible());
+  };
+  form.Unload();
+  EXPECT_EQ(events, (Events{"QueryUnload", "Unload"}));
+  EXPECT_EQ(loaded, (std::vector{true, true}));
+  EXPECT_FALSE(form.Loaded());
+  EXPECT_FALSE(form.isVisible());
+}
+
+TEST_F(AFormsLife, UnloadingAFormThatIsNotLoadedDoesNothing) {
+  form.Unload();
+  EXPECT_EQ(events, Events{});
+  form.Load();
+  form.Unload();
+  form.Unload();
+  EXPECT_EQ(events, (Events{"Load", "QueryUnload", "Unload"}));
+}
+
+TEST_F(AFormsLife, ClosingTheWindowIsUnloading) {
+  form.Open();
+  form.windowHandle()->close();
+  ASSERT_TRUE(PumpUntil([this] { return !form.Loaded(); }));
+  EXPECT_FALSE(form.isVisible());
+  EXPECT_EQ(events, (Events{"Load", "QueryUnload", "Unload"}));
+}
+
+TEST_F(AFormsLife, UnloadingItOnceMoreWhileItUnloadsDoesNothing) {
+  form.Open();
+  form.OnQueryUnload = [this] {
+    events.emplace_back("QueryUnload");
+    form.Unload();
+  };
+  form.OnUnload = [this] {
+    events.emplace_back("Unload");
+    form.Unload();
+    form.close();
+  };
+  form.Unload();
+  EXPECT_EQ(events, (Events{"Load", "QueryUnload", "Unload"}));
+  EXPECT_FALSE(form.Loaded());
+}
+
+TEST_F(AFormsLife, BeginsAnewWithTheNextLoad) {
+  form.Open();
+  form.Unload();
+  form.Open();
+  EXPECT_TRUE(form.Loaded());
+  EXPECT_TRUE(form.isVisible());
+  EXPECT_EQ(events, (Events{"Load", "QueryUnload", "Unload", "Load"}));
+}
+
+TEST_F(AFormsLife, EndsWithoutEventsWhenTheObjectGoes) {
+  {
+    TestForm other;
+    RecordLife(other, events);
+    other.Open();
+    events.clear();
+  }
+  EXPECT_EQ(events, Events{});
+}
+
+TEST(AnOwnedForm, StandsInFrontOfItsOwner) {
+  TestForm owner;
+  TestForm owned(FixedForm());
+  owner.Open();
+  owned.Load();
+  owned.Show(&owner);
+  EXPECT_EQ(owned.windowHandle()->transientParent(), owner.windowHandle());
+  EXPECT_EQ(owned.parent(), nullptr);
+  EXPECT_FALSE(owned.isModal());
+}
+
+TEST(AnOwnedForm, OutlivesItsOwner) {
+  Events events;
+  TestForm owned(FixedForm());
+  {
+    TestForm owner;
+    owner.Open();
+    RecordLife(owned, events);
+    owned.Load();
+    owned.Show(&owner);
+    owner.Unload();
+    DoEvents();
+    EXPECT_TRUE(owned.Loaded());
+    EXPECT_TRUE(owned.isVisible());
+  }
+  DoEvents();
+  EXPECT_TRUE(owned.Loaded());
+  EXPECT_TRUE(owned.isVisible());
+  EXPECT_EQ(events, Events{"Load"});
+}
+
+// A form that is dropped when it has been unloaded, with a button, a timer and a record.
+class Dropped : public TestForm {
+ public:
+  explicit Dropped(Events& record)
+      : TestForm(
+            {{.name = "Label1", .controlClass = ControlClass::kLabel, .place = {0, 0, 750, 300}}}),
+        events(record) {
+    RecordLife(*this, events);
+  }
+  ~Dropped() override { events.emplace_back("deleted"); }
+
+  Events& events;
+  Label& label = Find<Label>("Label1");
+  Timer timer{*this, "Timer1", 1};
+};
+
+class ADroppedForm : public ::testing::Test {
+ protected:
+  // What a handler does that unloads its own form and goes on.
+  std::function<void()> Handler() {
+    return [this] {
+      Dropped& form = instance.Load(events);
+      events.emplace_back("begin");
+      form.Unload();
+      for (int round = 0; round < 3; ++round) {
+        DoEvents();
+        DeleteWhatMayBeDeleted();
+      }
+      form.label.setCaption(QStringLiteral("still here"));
+      events.emplace_back("end");
+    };
+  }
+
+  void WaitFor(const char* event) {
+    ASSERT_TRUE(PumpUntil([&] { return std::count(events.begin(), events.end(), event) > 0; }));
+    DeleteWhatMayBeDeleted();
+  }
+
+  void ExpectDeletionAfterTheHandler() {
+    WaitFor("end");
+    EXPECT_EQ(events, (Events{"Load", "begin", "QueryUnload", "Unload", "end", "deleted"}));
+  }
+
+  Events events;
+  FormInstance<Dropped> instance;
+};
+
+TEST_F(ADroppedForm, OutlivesItsUnloadingInATickUntilTheHandlerReturns) {
+  Dropped& form = instance.Load(events);
+  form.timer.Tick = Handler();
+  form.timer.setEnabled(true);
+  ExpectDeletionAfterTheHandler();
+}
+
+TEST_F(ADroppedForm, OutlivesItsUnloadingByTheMouseUntilTheHandlerReturns) {
+  Dropped& form = instance.Load(events);
+  form.Show();
+  ASSERT_TRUE(PumpUntil([&] { return form.windowHandle()->isExposed(); }));
+  form.label.MouseUp = [run = Handler()](const MouseEvent&) { run(); };
+  Pointer pointer(form);
+  pointer.MoveTo(form.label, {5, 5});
+  pointer.Click();
+  ExpectDeletionAfterTheHandler();
+}
+
+TEST_F(ADroppedForm, OutlivesItsUnloadingInAChangeUntilTheHandlerReturns) {
+  Dropped& form = instance.Load(events);
+  form.label.Change = [run = Handler(), begun = false](int) mutable {
+    if (!std::exchange(begun, true)) run();
+  };
+  AtNextDoEvents([&form] { form.label.setCaption(QStringLiteral("go")); });
+  ExpectDeletionAfterTheHandler();
+}
+
+TEST_F(ADroppedForm, OutlivesItsUnloadingInFormLoadUntilThatReturns) {
+  struct Impatient : Dropped {
+    explicit Impatient(Events& record) : Dropped(record) {
+      OnLoad = [this] {
+        events.emplace_back("begin");
+        Unload();
+        DoEvents();
+        DeleteWhatMayBeDeleted();
+        events.emplace_back("end");
+      };
+    }
+  };
+  FormInstance<Impatient> impatient;
+  impatient.Load(events);
+  EXPECT_FALSE(impatient.Loaded());
+  DeleteWhatMayBeDeleted();
+  EXPECT_EQ(events, (Events{"begin", "QueryUnload", "Unload", "end", "deleted"}));
+}
+
+TEST_F(ADroppedForm, OutlivesItsUnloadingByTheUserInANestedDoEvents) {
+  Dropped& form = instance.Load(events);
+  form.Show();
+  form.timer.Tick = [&] {
+    form.timer.setEnabled(false);
+    events.emplace_back("begin");
+    AtNextDoEvents([&] { form.close(); });
+    for (int round = 0; round < 3; ++round) {
+      DoEvents();
+      DeleteWhatMayBeDeleted();
+    }
+    events.push_back(form.Loaded() ? "loaded" : "not loaded");
+    events.emplace_back("end");
+  };
+  form.timer.setEnabled(true);
+  WaitFor("end");
+  EXPECT_EQ(events,
+            (Events{"Load", "begin", "QueryUnload", "Unload", "not loaded", "end", "deleted"}));
+}
+
+TEST_F(ADroppedForm, WaitsForTheOutermostOfItsHandlers) {
+  Dropped& form = instance.Load(events);
+  int depth = 0;
+  form.timer.Tick = [&] {
+    const int mine = ++depth;
+    events.push_back("begin " + std::to_string(mine));
+    if (mine == 1) {
+      PumpUntil([&] { return depth == 2; });
+    } else {
+      form.Unload();
+    }
+    DeleteWhatMayBeDeleted();
+    events.push_back("end " + std::to_string(mine));
+  };
+  form.timer.setEnabled(true);
+  WaitFor("end 1");
+  EXPECT_EQ(events, (Events{"Load", "begin 1", "begin 2", "QueryUnload", "Unload", "end 2", "end 1",
+                            "deleted"}));
+}
+
+TEST_F(ADroppedForm, IsMadeAnewByTheNextLoad) {
+  EXPECT_FALSE(instance.Loaded());
+  EXPECT_FALSE(instance.Visible());
+  instance.Unload();
+  Dropped& first = instance.Load(events);
+  EXPECT_TRUE(instance.Loaded());
+  EXPECT_FALSE(instance.Visible());
+  EXPECT_EQ(&instance.Load(events), &first);
+  EXPECT_EQ(events, Events{"Load"});
+  first.Show();
+  EXPECT_TRUE(instance.Visible());
+  instance.Unload();
+  EXPECT_FALSE(instance.Loaded());
+  EXPECT_FALSE(instance.Visible());
+  const Dropped& second = instance.Load(events);
+  EXPECT_NE(&second, &first);
+  DeleteWhatMayBeDeleted();
+  EXPECT_TRUE(instance.Loaded());
+  EXPECT_EQ(events, (Events{"Load", "QueryUnload", "Unload", "Load", "deleted"}));
+}
+
+TEST_F(ADroppedForm, LivesBesideItsSuccessorWhileItsHandlerRuns) {
+  Dropped& first = instance.Load(events);
+  first.timer.Tick = [&] {
+    first.timer.setEnabled(false);
+    first.Unload();
+    instance.Load(events).label.setCaption(QStringLiteral("second"));
+    DeleteWhatMayBeDeleted();
+    events.push_back("first: " + first.label.Caption().toStdString());
+  };
+  first.timer.setEnabled(true);
+  WaitFor("first: ");
+  EXPECT_EQ(events, (Events{"Load", "QueryUnload", "Unload", "Load", "first: ", "deleted"}));
+  EXPECT_TRUE(instance.Loaded());
+}
+
+TEST(AFormInstance, TakesItsFormAlongWhenItGoes) {
+  Events events;
+  {
+    FormInstance<Dropped> instance;
+    instance.Load(events);
+  }
+  EXPECT_EQ(events, (Events{"Load", "deleted"}));
+}
+
+TEST(AFormOfSomebodyElses, IsNotDeletedWhenItIsUnloaded) {
+  TestForm form;
+  const QPointer<Form> still(&form);
+  form.Open();
+  form.Unload();
+  DeleteWhatMayBeDeleted();
+  EXPECT_EQ(still, &form);
+}
+
+}  // namespace
+}  // namespace kelvane::testing

@@ -1,0 +1,202 @@
+// Where the mouse's events go, and where they don't.
+#include <gtest/gtest.h>
+
+#include <QMouseEvent>
+#include <QToolTip>
+#include <utility>
+
+#include "platform/Label.h"
+#include "platform/PictureBox.h"
+#include "platform/Pointer.h"
+#include "platform/TestForm.h"
+
+namespace kelvane::testing {
+namespace {
+
+// Writes down the events of the mouse that the toolkit brings to a widget.
+class Arrivals : public QObject {
+ public:
+  explicit Arrivals(QObject& watched) { watched.installEventFilter(this); }
+
+  Events Taken() { return std::exchange(events_, {}); }
+
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    switch (event->type()) {
+      case QEvent::MouseMove:
+        events_.emplace_back("move");
+        break;
+      case QEvent::MouseButtonPress:
+        events_.emplace_back("press");
+        break;
+      case QEvent::MouseButtonRelease:
+        events_.emplace_back("release");
+        break;
+      case QEvent::MouseButtonDblClick:
+        events_.emplace_back("double-click");
+        break;
+      case QEvent::Wheel:
+        events_.emplace_back("wheel");
+        break;
+      case QEvent::ContextMenu:
+        events_.emplace_back("context menu");
+        break;
+      case QEvent::ToolTip:
+        events_.emplace_back("tool tip");
+        break;
+      default:
+        break;
+    }
+    return false;
+  }
+
+ private:
+  Events events_;
+};
+
+// Everything that the mouse can do in one place.
+void DoEverything(Pointer& pointer, const QWidget& widget, QPoint place) {
+  pointer.MoveTo(widget, place);
+  pointer.MoveTo(widget, place + QPoint(1, 1));
+  pointer.Rest();
+  pointer.Click();
+  pointer.DoubleClick();
+  pointer.Press(Qt::MiddleButton);
+  pointer.MoveTo(widget, place);
+  pointer.Release(Qt::MiddleButton);
+  pointer.Click(Qt::RightButton);
+  pointer.TurnWheel();
+}
+
+struct ClassCase {
+  const char* name;
+  ControlClass controlClass;
+};
+
+void PrintTo(const ClassCase& value, std::ostream* out) { *out << value.name; }
+
+class AnyControl : public ::testing::TestWithParam<ClassCase> {};
+
+TEST_P(AnyControl, LetsNoEventOfTheMouseTravelOnToItsContainer) {
+  TestForm form(
+      {{.name = "Box", .controlClass = ControlClass::kPictureBox, .place = {0, 0, 4500, 3000}},
+       {.name = "It",
+        .controlClass = GetParam().controlClass,
+        .place = {300, 300, 1500, 1500},
+        .container = "Box"}});
+  form.Open();
+  auto& box = form.Find<PictureBox>("Box");
+  auto& control = form.Find<Control>("It");
+  Events raised;
+  Record(box, raised);
+  box.setToolTip(QStringLiteral("The box's tip"));
+  Arrivals atTheBox(box);
+  Pointer pointer(form);
+  DoEverything(pointer, control, {50, 50});
+  EXPECT_EQ(raised, Events{});
+  EXPECT_EQ(atTheBox.Taken(), Events{});
+  // And the box does have its own.
+  pointer.MoveTo(box, {200, 150});
+  EXPECT_EQ(atTheBox.Taken(), Events{"move"});
+  EXPECT_EQ(raised, Events{"Move -1: button 0 shift 0 at 200,150"});
+}
+
+INSTANTIATE_TEST_SUITE_P(Platform, AnyControl,
+                         ::testing::Values(ClassCase{"CommandButton", ControlClass::kCommandButton},
+                                           ClassCase{"HScrollBar", ControlClass::kHScrollBar},
+                                           ClassCase{"Label", ControlClass::kLabel},
+                                           ClassCase{"PictureBox", ControlClass::kPictureBox},
+                                           ClassCase{"ProgressBar", ControlClass::kProgressBar},
+                                           ClassCase{"Slider", ControlClass::kSlider},
+                                           ClassCase{"TextBox", ControlClass::kTextBox},
+                                           ClassCase{"VScrollBar", ControlClass::kVScrollBar},
+                                           ClassCase{"WindowsMediaPlayer",
+                                                     ControlClass::kWindowsMediaPlayer}),
+                         [](const auto& test) { return test.param.name; });
+
+// A label, a box and the form's own area behind a frame and a line.
+const Controls kCovered{
+    {.name = "Line1", .controlClass = ControlClass::kLine, .place = {0, 300, 4500, 15}},
+    {.name = "Shape1",
+     .controlClass = ControlClass::kShape,
+     .place = {0, 0, 4500, 3000},
+     .borderWidth = 50},
+    {.name = "Label1", .controlClass = ControlClass::kLabel, .place = {150, 150, 750, 750}},
+    {.name = "Box", .controlClass = ControlClass::kPictureBox, .place = {1500, 150, 750, 750}}};
+
+TEST(ShapesAndLines, LetTheMouseThroughToWhatLiesBehind) {
+  TestForm form(kCovered);
+  form.Open();
+  Arrivals atTheShape(form.Find<Control>("Shape1"));
+  Arrivals atTheLine(form.Find<Control>("Line1"));
+  Events raised;
+  Record(form.Find<Control>("Label1"), raised);
+  Record(form.Find<Control>("Box"), raised);
+  form.OnMouseMove = [&](const MouseEvent& event) { raised.push_back(Describe("Form", event)); };
+  Pointer pointer(form);
+  // On the line, on the frame's own pixels, and inside the frame.
+  pointer.MoveTo(form, {15, 20});
+  pointer.Click();
+  pointer.MoveTo(form, {15, 30});
+  pointer.MoveTo(form, {120, 20});
+  pointer.DoubleClick();
+  pointer.MoveTo(form, {120, 55});
+  pointer.MoveTo(form, {200, 20});
+  EXPECT_EQ(raised,
+            (Events{"Move -1: button 0 shift 0 at 5,10", "Down -1: button 1 shift 0 at 5,10",
+                    "Up -1: button 1 shift 0 at 5,10", "Move -1: button 0 shift 0 at 5,20",
+                    "Move -1: button 0 shift 0 at 20,10", "Down -1: button 1 shift 0 at 20,10",
+                    "Up -1: button 1 shift 0 at 20,10", "Double -1: button 1 shift 0 at 20,10",
+                    "Up -1: button 1 shift 0 at 20,10", "Move -1: button 0 shift 0 at 20,45",
+                    "Form -1: button 0 shift 0 at 200,20"}));
+  EXPECT_EQ(atTheShape.Taken(), Events{});
+  EXPECT_EQ(atTheLine.Taken(), Events{});
+}
+
+TEST(ATransparentLabel, StillTakesTheMouseFromWhatLiesBehind) {
+  TestForm form(
+      {{.name = "Front", .controlClass = ControlClass::kLabel, .place = {0, 0, 750, 750}},
+       {.name = "Behind", .controlClass = ControlClass::kLabel, .place = {0, 0, 750, 750}}});
+  form.Open();
+  Events front;
+  Events behind;
+  Record(form.Find<Control>("Front"), front);
+  Record(form.Find<Control>("Behind"), behind);
+  Pointer pointer(form);
+  pointer.MoveTo(form, {5, 6});
+  EXPECT_EQ(front, Events{"Move -1: button 0 shift 0 at 5,6"});
+  EXPECT_EQ(behind, Events{});
+}
+
+TEST(AHiddenControl, LeavesTheMouseToWhatLiesBehind) {
+  TestForm form(
+      {{.name = "Front",
+        .controlClass = ControlClass::kLabel,
+        .place = {0, 0, 750, 750},
+        .visible = false},
+       {.name = "Behind", .controlClass = ControlClass::kLabel, .place = {0, 0, 750, 750}}});
+  form.Open();
+  Events front;
+  Events behind;
+  Record(form.Find<Control>("Front"), front);
+  Record(form.Find<Control>("Behind"), behind);
+  Pointer pointer(form);
+  pointer.MoveTo(form, {5, 6});
+  EXPECT_EQ(front, Events{});
+  EXPECT_EQ(behind, Events{"Move -1: button 0 shift 0 at 5,6"});
+}
+
+TEST(AToolTip, OfTheControlItselfIsShown) {
+  TestForm form(
+      {{.name = "Box", .controlClass = ControlClass::kPictureBox, .place = {0, 0, 750, 750}}});
+  form.Open();
+  auto& box = form.Find<PictureBox>("Box");
+  box.setToolTip(QStringLiteral("The box's tip"));
+  Pointer pointer(form);
+  pointer.MoveTo(box, {5, 6});
+  pointer.Rest();
+  EXPECT_EQ(QToolTip::text(), QStringLiteral("The box's tip"));
+  QToolTip::hideText();
+}
+
+}  // namespace
+}  // namespace kelvane::testing

@@ -1,0 +1,95 @@
+#include "platform/MsgBox.h"
+
+#include <gtest/gtest.h>
+
+#include <QMessageBox>
+#include <QtTest/QTest>
+
+#include "platform/TestForm.h"
+#include "support/DialogAnswers.h"
+
+namespace kelvane::testing {
+namespace {
+
+constexpr int kQuestion = kYesNoCancel + kExclamation;
+
+Answer Close() {
+  return [](QDialog& dialog) { dialog.close(); };
+}
+
+Answer PressKey(Qt::Key key) {
+  return [key](QDialog& dialog) { QTest::keyClick(&dialog, key); };
+}
+
+TEST(AMessageBox, HasTheProgramsNameForATitleAndOneButtonUnlessToldOtherwise) {
+  const DialogAnswers answers({PressButton(QMessageBox::Ok)});
+  EXPECT_EQ(MsgBox(QStringLiteral("no change")), MsgBoxResult::kOK);
+  EXPECT_EQ(answers.seen(), Events{"Kelvane | no change | no icon | OK"});
+}
+
+TEST(AMessageBox, MayHaveATitleThreeButtonsAndAnIcon) {
+  const DialogAnswers answers({PressButton(QMessageBox::Yes)});
+  MsgBox(QStringLiteral("Again ?"), kQuestion, QStringLiteral("Start Fresh"));
+  EXPECT_EQ(answers.seen(), Events{"Start Fresh | Again ? | exclamation | Yes No Cancel"});
+}
+
+TEST(AMessageBox, TellsTheButtonThatWasPressed) {
+  struct Case {
+    int buttons;
+    QMessageBox::StandardButton pressed;
+    MsgBoxResult result;
+  };
+  for (const auto& [buttons, pressed, result] :
+       {Case{kOKOnly, QMessageBox::Ok, MsgBoxResult::kOK},
+        {kExclamation, QMessageBox::Ok, MsgBoxResult::kOK},
+        {kYesNoCancel, QMessageBox::Yes, MsgBoxResult::kYes},
+        {kYesNoCancel, QMessageBox::No, MsgBoxResult::kNo},
+        {kYesNoCancel, QMessageBox::Cancel, MsgBoxResult::kCancel},
+        {kQuestion, QMessageBox::No, MsgBoxResult::kNo}}) {
+    const DialogAnswers answers({PressButton(pressed)});
+    EXPECT_EQ(MsgBox(QStringLiteral("?"), buttons), result);
+  }
+}
+
+TEST(AMessageBox, ThatIsClosedIsCancelledWhereItCanBe) {
+  for (const Answer& close : {Close(), PressKey(Qt::Key_Escape)}) {
+    const DialogAnswers answers({close, close});
+    EXPECT_EQ(MsgBox(QStringLiteral("?"), kQuestion), MsgBoxResult::kCancel);
+    EXPECT_EQ(MsgBox(QStringLiteral("!")), MsgBoxResult::kOK);
+  }
+}
+
+TEST(AMessageBox, ShowsItsTextAsItIs) {
+  const QString text = QStringLiteral("<b>bold</b>\nand & more");
+  Qt::TextFormat format = Qt::RichText;
+  QString shown;
+  const DialogAnswers answers({[&](QDialog& dialog) {
+    const auto& box = dynamic_cast<QMessageBox&>(dialog);
+    format = box.textFormat();
+    shown = box.text();
+    dialog.close();
+  }});
+  MsgBox(text);
+  EXPECT_EQ(format, Qt::PlainText);
+  EXPECT_EQ(shown, text);
+}
+
+TEST(AMessageBox, StandsInFrontOfTheActiveWindow) {
+  TestForm form;
+  form.Open();
+  form.activateWindow();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
+  const QWidget* parent = nullptr;
+  bool modal = false;
+  const DialogAnswers answers({[&](QDialog& dialog) {
+    parent = dialog.parentWidget();
+    modal = dialog.isModal();
+    dialog.close();
+  }});
+  MsgBox(QStringLiteral("!"));
+  EXPECT_EQ(parent, &form);
+  EXPECT_TRUE(modal);
+}
+
+}  // namespace
+}  // namespace kelvane::testing

@@ -1,0 +1,76 @@
+#include "platform/Pointer.h"
+
+#include <QtTest/qtestmouse.h>
+#include <QtTest/qtestspontaneevent.h>
+#include <QApplication>
+#include <QHelpEvent>
+#include <QWheelEvent>
+#include <QWidget>
+#include <QWindow>
+
+namespace kelvane::testing {
+namespace {
+
+// The window system's clock, in milliseconds. Presses of different clicks are far apart.
+int now = 0;
+constexpr int kNextInDoubleClick = 10;
+constexpr int kLongAfter = 5000;
+
+}  // namespace
+
+// The toolkit passes over a move to the place where the pointer is, which may be where it was left
+// over another window.
+Pointer::Pointer(QWidget& window) : window_(window), place_(-9, -9) {
+  Send(QEvent::MouseMove, Qt::NoButton);
+}
+
+void Pointer::MoveTo(const QWidget& widget, QPoint place) {
+  place_ = widget.mapTo(&window_, place);
+  Send(QEvent::MouseMove, Qt::NoButton);
+}
+
+void Pointer::Press(Qt::MouseButton button) {
+  now += kLongAfter;
+  held_.setFlag(button, true);
+  Send(QEvent::MouseButtonPress, button);
+}
+
+void Pointer::Release(Qt::MouseButton button) {
+  held_.setFlag(button, false);
+  Send(QEvent::MouseButtonRelease, button);
+}
+
+void Pointer::Click(Qt::MouseButton button) {
+  Press(button);
+  Release(button);
+}
+
+void Pointer::DoubleClick(Qt::MouseButton button) {
+  Click(button);
+  held_.setFlag(button, true);
+  Send(QEvent::MouseButtonPress, button);
+  Release(button);
+}
+
+void Pointer::TurnWheel() {
+  constexpr QPoint kOneNotch(0, 120);
+  QWheelEvent event(place_, window_.mapToGlobal(place_), QPoint(), kOneNotch, held_, keys_,
+                    Qt::NoScrollPhase, false);
+  QSpontaneKeyEvent::setSpontaneous(&event);
+  qApp->notify(window_.windowHandle(), &event);
+}
+
+void Pointer::Rest() {
+  QWidget* under = window_.childAt(place_);
+  if (under == nullptr) under = &window_;
+  QHelpEvent event(QEvent::ToolTip, under->mapFrom(&window_, place_), window_.mapToGlobal(place_));
+  QCoreApplication::sendEvent(under, &event);
+}
+
+void Pointer::Send(QEvent::Type type, Qt::MouseButton button) {
+  now += kNextInDoubleClick;
+  qt_handleMouseEvent(window_.windowHandle(), place_, window_.mapToGlobal(place_), held_, button,
+                      type, keys_, now);
+}
+
+}  // namespace kelvane::testing

@@ -1,0 +1,88 @@
+#include "platform/TestForm.h"
+
+#include <gtest/gtest.h>
+
+#include <QPixmap>
+#include <QWindow>
+
+#include "support/Events.h"
+
+namespace kelvane::testing {
+namespace {
+
+template <class Step, class... Arguments>
+void Call(const Step& step, const Arguments&... arguments) {
+  if (step) step(arguments...);
+}
+
+}  // namespace
+
+TestForm::TestForm(const Controls& controls, const Menus& menus)
+    : TestForm(kPixelForm, controls, menus) {}
+
+TestForm::TestForm(const FormDesign& design, const Controls& controls, const Menus& menus)
+    : Form(design, controls, menus) {}
+
+void TestForm::Open() {
+  Load();
+  Show();
+  ASSERT_TRUE(PumpUntil([this] { return windowHandle()->isExposed(); }));
+}
+
+void TestForm::Form_Load() { Call(OnLoad); }
+
+void TestForm::Form_Resize() { Call(OnResize); }
+
+void TestForm::Form_MouseMove(const MouseEvent& event) { Call(OnMouseMove, event); }
+
+void TestForm::Form_QueryUnload() { Call(OnQueryUnload); }
+
+void TestForm::Form_Unload() { Call(OnUnload); }
+
+FormDesign TwipForm() {
+  FormDesign design = kPixelForm;
+  design.scale = ScaleMode::kTwips;
+  return design;
+}
+
+FormDesign FixedForm() {
+  FormDesign design = kPixelForm;
+  design.border = BorderStyle::kFixedDialog;
+  return design;
+}
+
+std::string Describe(const char* what, const MouseEvent& event) {
+  return QStringLiteral("%1 %2: button %3 shift %4 at %5,%6")
+      .arg(QLatin1String(what))
+      .arg(event.Index)
+      .arg(event.Button)
+      .arg(event.Shift)
+      .arg(static_cast<double>(event.X))
+      .arg(static_cast<double>(event.Y))
+      .toStdString();
+}
+
+void Record(Control& control, Events& events) {
+  control.MouseDown = [&](const MouseEvent& event) { events.push_back(Describe("Down", event)); };
+  control.MouseMove = [&](const MouseEvent& event) { events.push_back(Describe("Move", event)); };
+  control.MouseUp = [&](const MouseEvent& event) { events.push_back(Describe("Up", event)); };
+  control.DblClick = [&](const MouseEvent& event) { events.push_back(Describe("Double", event)); };
+}
+
+QImage Picture(QWidget& widget) {
+  return widget.grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+QRgb ColorAt(const QImage& image, int x, int y) { return image.pixel(x, y) & RGB_MASK; }
+
+int CountOf(const QImage& image, QRgb color) {
+  int count = 0;
+  for (int y = 0; y < image.height(); ++y) {
+    for (int x = 0; x < image.width(); ++x) {
+      if (ColorAt(image, x, y) == color) ++count;
+    }
+  }
+  return count;
+}
+
+}  // namespace kelvane::testing

@@ -1,0 +1,195 @@
+// Text boxes: one that the user reads, and one out of sight that takes a tool's output.
+#include "platform/TextBox.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QClipboard>
+#include <QElapsedTimer>
+#include <QLineEdit>
+#include <QtTest/QTest>
+#include <algorithm>
+
+#include "platform/App.h"
+#include "platform/PictureBox.h"
+#include "platform/Pointer.h"
+#include "platform/TestForm.h"
+
+namespace kelvane::testing {
+namespace {
+
+// One on show, one in a hidden box, one hidden itself.
+const Controls kControls{{.name = "Text1(1)",
+                          .controlClass = ControlClass::kTextBox,
+                          .place = {150, 150, 1500, 315},
+                          .caption = "Source"},
+                         {.name = "Holder",
+                          .controlClass = ControlClass::kPictureBox,
+                          .place = {150, 600, 3000, 1500},
+                          .visible = false},
+                         {.name = "Text2",
+                          .controlClass = ControlClass::kTextBox,
+                          .place = {0, 0, 1500, 315},
+                          .container = "Holder"},
+                         {.name = "Text3",
+                          .controlClass = ControlClass::kTextBox,
+                          .place = {150, 600, 1500, 315},
+                          .visible = false}};
+
+class ATextBox : public ::testing::Test {
+ protected:
+  ATextBox() {
+    form.Open();
+    shown.Change = [this](int index) {
+      events.push_back(std::to_string(index) + ": " + shown.Text().toStdString());
+    };
+  }
+
+  QLineEdit* Line(const TextBox& box) { return box.findChild<QLineEdit*>(); }
+
+  TestForm form{kControls};
+  TextBox& shown = form.Find<TextBox>("Text1(1)");
+  TextBox& inHiddenBox = form.Find<TextBox>("Text2");
+  TextBox& hidden = form.Find<TextBox>("Text3");
+  Events events;
+};
+
+TEST_F(ATextBox, RaisesChangeOnceForEachChangeOfItsTextBeforeTheAssignmentReturns) {
+  EXPECT_EQ(shown.Text(), QStringLiteral("Source"));
+  shown.setText(QStringLiteral("a"));
+  EXPECT_EQ(events, Events{"1: a"});
+  shown.setText(QStringLiteral("a"));
+  EXPECT_EQ(events, Events{"1: a"});
+  shown.AppendText(QStringLiteral("b"));
+  EXPECT_EQ(events, (Events{"1: a", "1: ab"}));
+  shown.AppendText(QString());
+  EXPECT_EQ(events, (Events{"1: a", "1: ab"}));
+  shown.setText(QString());
+  shown.setText(QStringLiteral(""));
+  EXPECT_EQ(events, (Events{"1: a", "1: ab", "1: "}));
+}
+
+TEST_F(ATextBox, ShowsTheNewTextByTheTimeThatChangeIsRaised) {
+  QString onShow;
+  shown.Change = [&](int) { onShow = Line(shown)->text(); };
+  shown.setText(QStringLiteral("/tmp/video.mp4"));
+  EXPECT_EQ(onShow, QStringLiteral("/tmp/video.mp4"));
+}
+
+TEST_F(ATextBox, ShowsATextFromItsStartHoweverLong) {
+  const QString path = QStringLiteral("/start/") + QString(300, QLatin1Char('x'));
+  shown.setText(path);
+  EXPECT_EQ(Line(shown)->displayText(), path);
+  EXPECT_EQ(Line(shown)->cursorPosition(), 0);
+  shown.AppendText(QStringLiteral("yz"));
+  EXPECT_EQ(Line(shown)->displayText(), path + QStringLiteral("yz"));
+  EXPECT_EQ(Line(shown)->cursorPosition(), 0);
+  const QImage whole = Picture(*Line(shown));
+  shown.setText(path.left(100));
+  EXPECT_EQ(Picture(*Line(shown)), whole) << "what is in sight are the first characters";
+}
+
+TEST_F(ATextBox, CanBeSelectedAndCopied) {
+  shown.setText(QStringLiteral("video.mp4"));
+  Pointer pointer(form);
+  pointer.MoveTo(shown, {30, 8});
+  pointer.DoubleClick();
+  ASSERT_TRUE(Line(shown)->hasSelectedText());
+  QTest::keyClick(Line(shown), Qt::Key_A, Qt::ControlModifier);
+  QApplication::clipboard()->clear();
+  QTest::keyClick(Line(shown), Qt::Key_C, Qt::ControlModifier);
+  EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("video.mp4"));
+}
+
+TEST_F(ATextBox, CannotBeEdited) {
+  shown.setText(QStringLiteral("video.mp4"));
+  events.clear();
+  QApplication::clipboard()->setText(QStringLiteral("pasted"));
+  Pointer pointer(form);
+  pointer.MoveTo(shown, {30, 8});
+  pointer.Click();
+  QLineEdit* line = Line(shown);
+  line->selectAll();
+  for (const Qt::Key key : {Qt::Key_X, Qt::Key_Backspace, Qt::Key_Delete})
+    QTest::keyClick(line, key);
+  for (const Qt::Key key : {Qt::Key_V, Qt::Key_X, Qt::Key_Z}) {
+    QTest::keyClick(line, key, Qt::ControlModifier);
+  }
+  EXPECT_EQ(line->text(), QStringLiteral("video.mp4"));
+  EXPECT_EQ(shown.Text(), QStringLiteral("video.mp4"));
+  EXPECT_EQ(events, Events{});
+}
+
+TEST_F(ATextBox, IsDarkWithLightTextAndNoBorder) {
+  shown.setText(QString());
+  EXPECT_EQ(CountOf(Picture(shown), 0x232323), 100 * 21);
+  shown.setText(QStringLiteral("HHHH"));
+  EXPECT_GT(CountOf(Picture(shown), 0xC0C0C0), 0);
+}
+
+TEST_F(ATextBox, OutOfSightHasNoLineOfTheToolkits) {
+  for (TextBox* box : {&inHiddenBox, &hidden}) {
+    box->setText(QStringLiteral("a"));
+    box->AppendText(QStringLiteral("b"));
+    DoEvents();
+    EXPECT_EQ(Line(*box), nullptr) << box->objectName().toStdString();
+    EXPECT_EQ(box->Text(), QStringLiteral("ab"));
+  }
+}
+
+TEST_F(ATextBox, ShowsItsTextOnceItComesInSight) {
+  inHiddenBox.setText(QStringLiteral("first"));
+  hidden.setText(QStringLiteral("second"));
+  form.Find<PictureBox>("Holder").setVisible(true);
+  hidden.setVisible(true);
+  ASSERT_NE(Line(inHiddenBox), nullptr);
+  ASSERT_NE(Line(hidden), nullptr);
+  EXPECT_EQ(Line(inHiddenBox)->text(), QStringLiteral("first"));
+  EXPECT_EQ(Line(inHiddenBox)->geometry(), inHiddenBox.rect());
+  EXPECT_EQ(Line(hidden)->text(), QStringLiteral("second"));
+}
+
+TEST_F(ATextBox, ThatWasOnShowAndIsHiddenCatchesUpWhenItIsShownAgain) {
+  hidden.setText(QStringLiteral("old"));
+  hidden.setVisible(true);
+  hidden.setVisible(false);
+  hidden.setText(QStringLiteral("new"));
+  hidden.AppendText(QStringLiteral("er"));
+  EXPECT_EQ(Line(hidden)->text(), QStringLiteral("old")) << "a hidden line is left alone";
+  hidden.setVisible(true);
+  EXPECT_EQ(Line(hidden)->text(), QStringLiteral("newer"));
+  EXPECT_EQ(Line(hidden)->cursorPosition(), 0);
+}
+
+// The output of a tool that prints without end, by blocks of 256 characters.
+TEST_F(ATextBox, OutOfSightTakesAMebibyteAndMoreWithEachAdditionAsCheapAsTheFirst) {
+  constexpr int kBlock = 256;
+  constexpr int kBlocks = 16384;  // 4 MiB
+  constexpr int kTenth = kBlocks / 10;
+  const QString block(kBlock, QLatin1Char('x'));
+  for (TextBox* box : {&inHiddenBox, &hidden}) {
+    // Shown once, so that it has a line.
+    if (box == &hidden) {
+      hidden.setVisible(true);
+      hidden.setVisible(false);
+    }
+    box->setText(QString());
+    int changes = 0;
+    box->Change = [&](int) { ++changes; };
+    std::vector<qint64> tenths;
+    QElapsedTimer clock;
+    for (int tenth = 0; tenth < 10; ++tenth) {
+      clock.start();
+      for (int count = 0; count < kTenth; ++count) box->AppendText(block);
+      tenths.push_back(clock.nsecsElapsed());
+    }
+    EXPECT_EQ(box->Text().size(), static_cast<qsizetype>(10) * kTenth * kBlock);
+    EXPECT_EQ(changes, 10 * kTenth);
+    // Were the whole text gone through at each addition, the last tenth would take seconds.
+    constexpr qint64 kLongest = 500'000'000;  // ns
+    EXPECT_LT(*std::max_element(tenths.begin(), tenths.end()), kLongest);
+  }
+}
+
+}  // namespace
+}  // namespace kelvane::testing
