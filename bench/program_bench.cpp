@@ -5,7 +5,6 @@
 #include <unistd.h>
 #include <xcb/xcb.h>
 
-#include <QApplication>
 #include <algorithm>
 #include <chrono>
 #include <csignal>
@@ -17,8 +16,8 @@
 #include <string>
 #include <vector>
 
-#include "desktop/driver/PrivateDisplay.h"
 #include "desktop/driver/Program.h"
+#include "desktop/driver/Toolkit.h"
 #include "desktop/driver/Videos.h"
 #include "desktop/driver/Windows.h"
 
@@ -26,7 +25,7 @@ namespace {
 
 using namespace kelvane::desktop;
 
-constexpr char kProgramFolder[] = KELVANE_PROGRAM_FOLDER;
+constexpr const char* kProgramFolder = KELVANE_PROGRAM_FOLDER;
 
 double Now() {
   return std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
@@ -231,11 +230,7 @@ void Run() {
   const QTemporaryDir home;
   const std::string folder = home.path().toStdString();
   const PrivateDisplay display(folder);
-  display.UseForToolkit(folder);
-  int argumentCount = 1;
-  char name[] = "program_bench";
-  char* arguments[] = {name, nullptr};
-  const QApplication application(argumentCount, arguments);
+  const Toolkit toolkit(display, folder);
 
   StartBench start(display.Name(), folder);
   const std::string program = std::string(kProgramFolder) + "/kelvane";

@@ -6,7 +6,7 @@
 namespace kelvane::desktop {
 namespace {
 
-constexpr char kBeforeTheStart[] = "Progress: 00.00 % Complete: Status: Getting Crop Regions";
+constexpr const char* kBeforeTheStart = "Progress: 00.00 % Complete: Status: Getting Crop Regions";
 
 class Crop : public DesktopTest {
  protected:

@@ -3,15 +3,14 @@
 // and the cropped file; ends with 0 only if that file has the size that the bars said.
 //
 //   kelvane_demo PROGRAM_FOLDER OUTPUT_FOLDER
-#include <QApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <cstdio>
 #include <exception>
 #include <stdexcept>
 
-#include "desktop/driver/PrivateDisplay.h"
 #include "desktop/driver/Program.h"
+#include "desktop/driver/Toolkit.h"
 #include "desktop/driver/Videos.h"
 #include "desktop/driver/Windows.h"
 
@@ -66,7 +65,7 @@ class Demo {
     Keep("2-open-dialog", "Load Video was clicked; the file's name is typed in here");
     Need(TypeFileName(screen_, dialog, clip_), "the open dialog doesn't take the file");
     Need(window_.AwaitVideo(kClip), "the read-outs don't show the clip's size");
-    Need(window_.ShowsBarsAround(kClip), "the four green bars aren't round the picture");
+    Need(window_.AwaitBarsAround(kClip), "the four green bars aren't round the picture");
     Keep("3-loaded-video", "path, source size, canvas with its green bars, read-outs");
   }
 
@@ -181,11 +180,7 @@ void Show(const QString& programFolder, const QString& outputFolder) {
 
   const QTemporaryDir home;
   const PrivateDisplay display(home.path().toStdString());
-  display.UseForToolkit(home.path().toStdString());
-  int argumentCount = 1;
-  char name[] = "kelvane_demo";
-  char* arguments[] = {name, nullptr};
-  const QApplication application(argumentCount, arguments);
+  const Toolkit toolkit(display, home.path().toStdString());
   Screen screen(display.Name());
   Program program(programFolder, QString::fromStdString(display.Name()));
   Demo(screen, program, QDir(output.absolutePath())).Run();

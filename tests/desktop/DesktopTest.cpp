@@ -1,11 +1,10 @@
 #include "desktop/DesktopTest.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <memory>
 
-#include "desktop/driver/PrivateDisplay.h"
+#include "desktop/driver/Toolkit.h"
 
 namespace kelvane::desktop {
 namespace {
@@ -16,14 +15,13 @@ class DisplayEnvironment : public testing::Environment {
   void SetUp() override {
     const std::string folder = home_.path().toStdString();
     display_ = std::make_unique<PrivateDisplay>(folder);
-    display_->UseForToolkit(folder);
-    application_ = std::make_unique<QApplication>(argumentCount_, arguments_);
+    toolkit_ = std::make_unique<Toolkit>(*display_, folder);
     screen_ = std::make_unique<Screen>(display_->Name());
   }
 
   void TearDown() override {
     screen_.reset();
-    application_.reset();
+    toolkit_.reset();
     display_.reset();
   }
 
@@ -32,11 +30,8 @@ class DisplayEnvironment : public testing::Environment {
 
  private:
   QTemporaryDir home_;
-  int argumentCount_ = 1;
-  char name_[13] = "desktop_test";
-  char* arguments_[2] = {name_, nullptr};
   std::unique_ptr<PrivateDisplay> display_;
-  std::unique_ptr<QApplication> application_;
+  std::unique_ptr<Toolkit> toolkit_;
   std::unique_ptr<Screen> screen_;
 };
 
@@ -78,6 +73,7 @@ void DesktopTest::OpenWindowWithVideo(QSize size, int seconds) {
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
   ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, video));
   ASSERT_TRUE(window.AwaitVideo(size));
+  ASSERT_TRUE(window.AwaitCanvas());
 }
 
 void DesktopTest::ReplaceProbe(const QString& duration) {
@@ -95,6 +91,7 @@ void DesktopTest::OpenWindowWithPretendedVideo() {
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
   ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, video));
   ASSERT_TRUE(window.AwaitVideo(QSize(640, 360)));
+  ASSERT_TRUE(window.AwaitCanvas());
 }
 
 void DesktopTest::StartCrop(const QString& output) {

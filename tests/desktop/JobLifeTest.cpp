@@ -91,7 +91,7 @@ TEST_F(JobLife, ANewCropRunsBesideACancelledOne) {
 
 TEST_F(JobLife, TheToolOutlivesACancelledJobAndAClosedMainWindow) {
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(QSize(640, 360), 10));
-  program.ReplaceTool("ffmpeg", program.TalkingGate("go") + "exec \"$real\" \"$@\"");
+  program.ReplaceTool("ffmpeg", program.TalkingGate("go") + R"(exec "$real" "$@")");
   ASSERT_NO_FATAL_FAILURE(StartCrop(first));
   ASSERT_TRUE(job.AwaitStatus("Progress: 00.00 % Complete: Status: Cropping..."));
   job.Cancel();
@@ -107,7 +107,7 @@ TEST_F(JobLife, TheToolOutlivesACancelledJobAndAClosedMainWindow) {
 
 TEST_F(JobLife, TheJobsWindowOutlivesTheMainWindow) {
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(QSize(640, 360), 10));
-  program.ReplaceTool("ffmpeg", program.TalkingGate("go") + "exec \"$real\" \"$@\"");
+  program.ReplaceTool("ffmpeg", program.TalkingGate("go") + R"(exec "$real" "$@")");
   ASSERT_NO_FATAL_FAILURE(StartCrop(first));
   ASSERT_TRUE(job.AwaitStatus("Progress: 00.00 % Complete: Status: Cropping..."));
   screen.Close(window.Id());
@@ -126,7 +126,11 @@ TEST_F(JobLife, TheMainWindowClosedDuringAProbeEndsTheProgramBehindIt) {
                       "case \"$*\" in\n*show_entries*) printf 'width=640\\nheight=360\\n' "
                       ";;\n*) " +
                           program.TalkingGate("probe") + ";;\nesac");
-  ASSERT_NO_FATAL_FAILURE(OpenWindowWithPretendedVideo());
+  ASSERT_NO_FATAL_FAILURE(OpenWindow());
+  const QString pretended = program.PathOf("pretended.mp4");
+  ASSERT_NO_FATAL_FAILURE(WriteFile(pretended, "no video"));
+  ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, pretended));
+  ASSERT_TRUE(window.AwaitCaption("Label1(3)", "0,360"));
   screen.Close(window.Id());
   ASSERT_TRUE(WaitFor([&] { return screen.Windows().isEmpty(); }));
   EXPECT_TRUE(HoldsFor([&] { return program.Running(); }, 500ms));

@@ -16,7 +16,7 @@ class Load : public DesktopTest {
     EXPECT_TRUE(WaitFor([&] { return window.ShowsPath(path); }));
     EXPECT_TRUE(HoldsFor([&] { return screen.Windows().size() == 1; }, 500ms)) << "no message";
     EXPECT_TRUE(window.AwaitVideo(QSize(640, 360)));
-    EXPECT_TRUE(window.ShowsBarsAround(QSize(640, 360)));
+    EXPECT_TRUE(window.AwaitBarsAround(QSize(640, 360)));
     ExpectAnotherVideoLoads();
     CloseAndExpectEnd();
   }
@@ -32,7 +32,7 @@ class Load : public DesktopTest {
 TEST_F(Load, ShowsPathSizeCanvasBarsAndReadOuts) {
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(QSize(640, 360), 1));
   EXPECT_TRUE(window.ShowsPath(video));
-  EXPECT_TRUE(window.ShowsBarsAround(QSize(640, 360)));
+  EXPECT_TRUE(window.AwaitBarsAround(QSize(640, 360)));
   EXPECT_EQ(window.Bars(), QRect(0, 0, 640, 360));
 }
 
@@ -71,7 +71,7 @@ TEST_F(Load, KeepsTheVideoWhenTheDialogIsCancelled) {
   ASSERT_TRUE(WaitFor([&] { return screen.Active(dialog); }));
   screen.Strike(kEscape);
   ASSERT_TRUE(WaitFor([&] { return !screen.Exists(dialog); }));
-  EXPECT_TRUE(WaitFor([&] { return window.ShowsBarsAround(QSize(640, 360)); }));
+  EXPECT_TRUE(window.AwaitBarsAround(QSize(640, 360)));
   EXPECT_TRUE(window.AwaitVideo(QSize(640, 360)));
   EXPECT_TRUE(window.ShowsPath(video));
 }
@@ -93,7 +93,7 @@ TEST_F(Load, MeasuresTheHiddenBarsOnceItsDialogWasOpened) {
 TEST_F(Load, TakesASecondVideoOfAnotherSize) {
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(QSize(640, 360), 1));
   ExpectAnotherVideoLoads();
-  EXPECT_TRUE(window.ShowsBarsAround(QSize(320, 240)));
+  EXPECT_TRUE(window.AwaitBarsAround(QSize(320, 240)));
   EXPECT_EQ(window.Bars(), QRect(0, 0, 320, 240));
 }
 
@@ -110,7 +110,7 @@ TEST_F(Load, TakesNamesWithBlanksAndLettersOfAnyKind) {
     ASSERT_TRUE(MakeVideo(path, size, 1));
     ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, path));
     ASSERT_TRUE(window.AwaitVideo(size));
-    EXPECT_TRUE(window.ShowsBarsAround(size));
+    EXPECT_TRUE(window.AwaitBarsAround(size));
   }
 }
 
@@ -173,7 +173,7 @@ TEST_F(Load, ShowsTheCanvasAsDrawnWithoutAProbeTool) {
   ASSERT_TRUE(MakeVideo(file, QSize(160, 120), 1));
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
   ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, file));
-  EXPECT_TRUE(WaitFor([&] { return window.ShowsBarsAround(QSize(417, 249)); }));
+  EXPECT_TRUE(window.AwaitBarsAround(QSize(417, 249)));
   EXPECT_TRUE(window.ShowsPath(file));
   EXPECT_TRUE(window.Shows("Label1(1)", "0,000"));
   EXPECT_TRUE(window.Shows("Label1(3)", "0,000"));
@@ -214,7 +214,7 @@ TEST_F(Load, TakesASecondVideoWhileTheFirstIsProbed) {
   ASSERT_TRUE(WaitFor([&] { return program.Children("RSDTZ").isEmpty(); }));
   EXPECT_TRUE(window.AwaitVideo(QSize(320, 240)));
   EXPECT_TRUE(window.ShowsPath(second));
-  EXPECT_TRUE(window.ShowsBarsAround(QSize(320, 240)));
+  EXPECT_TRUE(window.AwaitBarsAround(QSize(320, 240)));
   CloseAndExpectEnd();
 }
 

@@ -26,7 +26,7 @@ TEST_F(Preview, ShowsTheRegionInThePlayer) {
   screen.Strike('q');
   EXPECT_TRUE(WaitFor([&] { return !screen.Exists(player); }));
   EXPECT_TRUE(WaitFor([&] { return program.Children("RSDTZ").isEmpty(); }));
-  EXPECT_TRUE(window.ShowsBarsAround(QSize(640, 360)));
+  EXPECT_TRUE(window.AwaitBarsAround(QSize(640, 360)));
   CloseAndExpectEnd();
 }
 

@@ -12,7 +12,6 @@ constexpr QRgb kDark = 0xff232323;
 constexpr QRgb kText = 0xffc0c0c0;
 constexpr QRgb kLit = 0xff808080;
 constexpr QRgb kFrame = 0xffa0a0a0;
-constexpr QRgb kCanvas = 0xff404040;
 constexpr QRgb kMarker = 0xff00ff00;
 constexpr QRgb kProgressBack = 0xff3d464c;
 constexpr QRgb kBlack = 0xff000000;

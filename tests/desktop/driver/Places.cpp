@@ -70,8 +70,8 @@ QRect PlaceIn(QSize area, const QString& control) {
   if (!Drawing().contains(control)) {
     throw std::invalid_argument("no place known for " + control.toStdString());
   }
-  static const QRegularExpression inFrame("^(Picture1\\(1\\)|[HV]Scroll1)$");
-  static const QRegularExpression inCommandRow("^Label1(4\\(\\d\\)|[0-3])$");
+  static const QRegularExpression inFrame(R"(^(Picture1\(1\)|[HV]Scroll1)$)");
+  static const QRegularExpression inCommandRow(R"(^Label1(4\(\d\)|[0-3])$)");
   if (inFrame.match(control).hasMatch()) {
     return InFrame(area, control).translated(FrameIn(area).topLeft() + QPoint(kBorder, kBorder));
   }

@@ -10,6 +10,7 @@
 #include <csignal>
 #include <cstdlib>
 #include <stdexcept>
+#include <string_view>
 #include <vector>
 
 #include "desktop/driver/Wait.h"
@@ -45,9 +46,10 @@ void End(pid_t process) {
 }
 
 bool ManagerAnswers(xcb_connection_t* connection, xcb_window_t root) {
-  constexpr char kName[] = "_NET_SUPPORTING_WM_CHECK";
+  constexpr std::string_view kName = "_NET_SUPPORTING_WM_CHECK";
   xcb_intern_atom_reply_t* atom = xcb_intern_atom_reply(
-      connection, xcb_intern_atom(connection, 0, sizeof kName - 1, kName), nullptr);
+      connection, xcb_intern_atom(connection, 0, std::uint16_t{kName.size()}, kName.data()),
+      nullptr);
   if (atom == nullptr) return false;
   xcb_get_property_reply_t* property = xcb_get_property_reply(
       connection, xcb_get_property(connection, 0, root, atom->atom, XCB_ATOM_WINDOW, 0, 1),

@@ -153,12 +153,7 @@ void Program::Start() {
     prctl(PR_SET_PDEATHSIG, SIGKILL);
   });
   const QString program = ProgramFolder() + QStringLiteral("/kelvane");
-  if (limit_.isEmpty()) {
-    process_.start(program, QStringList());
-  } else {
-    process_.start(QStringLiteral("/bin/sh"),
-                   {QStringLiteral("-c"), limit_ + QStringLiteral("; exec \"$0\""), program});
-  }
+  process_.start(program, QStringList());
   if (!process_.waitForStarted()) throw std::runtime_error("the program can't be started");
 }
 

@@ -46,7 +46,6 @@ class Program {
   // Programs of the desktop, found before the system's own.
   void AddCommand(const QString& name, const QString& script) const;
 
-  void SetLimit(const QString& shellCommand) { limit_ = shellCommand; }
   void Start();
   bool Running() const { return process_.state() == QProcess::Running; }
   qint64 Id() const { return process_.processId(); }
@@ -65,7 +64,6 @@ class Program {
 
   QTemporaryDir place_;
   QString display_;
-  QString limit_;
   QProcess process_;
   QString printed_;
 };

@@ -121,11 +121,11 @@ QImage Screen::Picture() const {
 
 QRgb Screen::Pixel(QPoint place) const { return Picture({place, QSize(1, 1)}).pixel(0, 0); }
 
-void Screen::MovePointer(QPoint place) { Send(XCB_MOTION_NOTIFY, 0, place); }
+void Screen::MovePointer(QPoint place) { Handle(XCB_MOTION_NOTIFY, 0, place); }
 
-void Screen::Press(PointerButton button) { Send(XCB_BUTTON_PRESS, button); }
+void Screen::Press(PointerButton button) { Handle(XCB_BUTTON_PRESS, button); }
 
-void Screen::Release(PointerButton button) { Send(XCB_BUTTON_RELEASE, button); }
+void Screen::Release(PointerButton button) { Handle(XCB_BUTTON_RELEASE, button); }
 
 void Screen::Click(QPoint place, PointerButton button) {
   MovePointer(place);
@@ -190,6 +190,14 @@ void Screen::Ask(WindowId window, const char* request, std::uint32_t first, std:
                  XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                  bytes.data());
   Settle();
+}
+
+// No hand is faster than this. The window manager holds each press back until it has looked at it,
+// and the toolkit leaves out every move that another one follows.
+void Screen::Handle(std::uint8_t type, std::uint8_t detail, QPoint place) {
+  constexpr auto kHandsPace = 20ms;
+  Send(type, detail, place);
+  std::this_thread::sleep_for(kHandsPace);
 }
 
 void Screen::Send(std::uint8_t type, std::uint8_t detail, QPoint place) {

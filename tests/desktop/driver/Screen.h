@@ -19,16 +19,7 @@ using WindowId = xcb_window_t;
 enum PointerButton : std::uint8_t { kLeftButton = 1, kMiddleButton = 2, kRightButton = 3 };
 
 // Keys by the X server's symbols.
-enum Key : std::uint32_t {
-  kReturn = 0xff0d,
-  kEscape = 0xff1b,
-  kTab = 0xff09,
-  kHome = 0xff50,
-  kEnd = 0xff57,
-  kControl = 0xffe3,
-  kAlt = 0xffe9,
-  kShift = 0xffe1
-};
+enum Key : std::uint32_t { kReturn = 0xff0d, kEscape = 0xff1b, kControl = 0xffe3, kShift = 0xffe1 };
 
 // A user's eyes and hands on one X display: the windows that the window manager knows, their titles
 // and places, pictures of the screen, and a real pointer and keyboard. All places are screen
@@ -86,6 +77,7 @@ class Screen {
   xcb_atom_t Atom(const char* name) const;
   QByteArray Property(WindowId window, const char* name) const;
   void Ask(WindowId window, const char* request, std::uint32_t first, std::uint32_t second = 0);
+  void Handle(std::uint8_t type, std::uint8_t detail, QPoint place = {});
   void Send(std::uint8_t type, std::uint8_t detail, QPoint place = {});
   void Settle() const;
   void ReadKeyboard();

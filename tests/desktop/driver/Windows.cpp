@@ -106,9 +106,17 @@ bool MainWindow::AwaitVideo(QSize video) const {
   return true;
 }
 
+bool MainWindow::AwaitCanvas() const {
+  return WaitFor([this] { return !Bars().isEmpty(); });
+}
+
 QRect MainWindow::Bars() const {
   const QImage viewport = screen_.Picture(Place(QStringLiteral("Picture1(1)")));
   return Extent(viewport, viewport.rect(), kMarker);
+}
+
+bool MainWindow::AwaitBarsAround(QSize video) const {
+  return WaitFor([&] { return ShowsBarsAround(video); });
 }
 
 bool MainWindow::ShowsBarsAround(QSize video) const {

@@ -18,8 +18,6 @@ enum Command : int {
   kResetMarkers
 };
 
-enum Bar : int { kLeftBar, kTopBar, kRightBar, kBaseBar };
-
 class MainWindow {
  public:
   explicit MainWindow(Screen& screen) : screen_(screen) {}
@@ -50,14 +48,19 @@ class MainWindow {
   bool ShowsPath(const QString& path) const;
   // Waits until the read-outs are those of a video of this size with its bars at the edges.
   bool AwaitVideo(QSize video) const;
+  // Waits until the canvas is on show, which is the last thing that a load does.
+  bool AwaitCanvas() const;
   // What can be seen of the four bars, from the viewport's corner; empty while they are hidden.
   QRect Bars() const;
-  // Whether the canvas shows its four bars at the edges of a video of this size.
-  bool ShowsBarsAround(QSize video) const;
+  // Waits until the canvas shows its four bars at the edges of a video of this size, and nowhere
+  // else.
+  bool AwaitBarsAround(QSize video) const;
   // The filled part of the progress bar in pixels.
   int Progress() const;
 
  private:
+  bool ShowsBarsAround(QSize video) const;
+
   Screen& screen_;
   WindowId window_ = 0;
 };
