@@ -294,6 +294,23 @@ TEST_F(Commands, ACancelledSaveDialogStartsNothingAndKeepsTheOutputAndTheFilter)
   EXPECT_EQ(JobWindow(), nullptr);
 }
 
+TEST_F(Commands, ACancelledSaveDialogDoesNotTakeTheFileOfAnEarlierDialog) {
+  LoadVideoOf(640, 360);
+  const DialogAnswers answers({CancelDialog()});
+  Give(CropVideo);
+  EXPECT_EQ(OutputPath.toStdString(), "");
+  EXPECT_EQ(JobWindow(), nullptr);
+}
+
+TEST_F(Commands, ACancelledOpenDialogDoesNotTakeTheFileOfAnEarlierDialog) {
+  CropTo(tools_.File(QStringLiteral("there.mp4")));
+  const DialogAnswers answers({CancelDialog()});
+  Give(LoadVideo);
+  EXPECT_EQ(Path().Text().toStdString(), "");
+  EXPECT_TRUE(tools_.Runs().empty());
+  EXPECT_FALSE(Canvas().Visible());
+}
+
 TEST_F(Commands, TheJobWindowComesUpInFrontOfTheMainWindowWhichStaysUsable) {
   CropTo(QStringLiteral("/tmp/out.mp4"));
   ASSERT_NE(JobWindow(), nullptr);

@@ -2,6 +2,7 @@
 // that runs serves the windows at each block of its text.
 #include <QFile>
 #include <QPointer>
+#include <QTimer>
 
 #include "shared/SharedValues.h"
 #include "workspace/MainWindowTest.h"
@@ -140,6 +141,17 @@ class Nesting : public MainWindowTest {
     Tick(timer);
   }
   static void Cancel(const Form2& job) { Release(job.Find<Label>(QStringLiteral("Label2"))); }
+  // Until the program ends by itself; returns its exit status.
+  static int RunProgram() {
+    constexpr int kGoodTime = 20000;  // ms
+    QTimer deadline;
+    QObject::connect(&deadline, &QTimer::timeout, [] {
+      ADD_FAILURE() << "the program doesn't end";
+      QApplication::exit(1);
+    });
+    deadline.start(kGoodTime);
+    return QApplication::exec();
+  }
   float MainBar() const { return Get<ProgressBar>("pbar").Value(); }
 };
 
@@ -175,6 +187,16 @@ TEST_F(Nesting, ASecondLoadInsideTheFirstOnesDurationProbe) {
   EXPECT_EQ(Number(SourceHeight), "1,080");
   EXPECT_EQ(Canvas().size(), QSize(1920, 1080));
   EXPECT_TRUE(ProbeDimensionsDone);
+}
+
+TEST_F(Nesting, TheWindowsAreServedBeforeABlockIsKept) {
+  ProbeDimensionsDone = true;
+  tools_.PreviewDoes(Print(QStringLiteral("playing\n")));
+  QString served = QStringLiteral("not served");
+  AtNextDoEvents([&] { served = Store(); });
+  Give(PreviewCroppedVideo);
+  EXPECT_EQ(served.toStdString(), "");
+  EXPECT_EQ(Store().toStdString(), "playing\n");
 }
 
 TEST_F(Nesting, APreviewInsideADurationProbe) {
@@ -383,7 +405,7 @@ TEST_F(Nesting, WithItsWindowsClosedDuringAJobTheProgramEndsByItselfAfterTheTool
     wired();
     if (!tools_.Runs().empty()) events.emplace_back("handler returned");
   };
-  QApplication::exec();
+  EXPECT_EQ(RunProgram(), 0);
   events.emplace_back("program ended");
   EXPECT_TRUE(QFile::exists(output));
   EXPECT_EQ(events, (Texts{"tick", "tick", "closed", "handler returned", "program ended"}));
@@ -391,7 +413,7 @@ TEST_F(Nesting, WithItsWindowsClosedDuringAJobTheProgramEndsByItselfAfterTheTool
 
 TEST_F(Nesting, WithNoJobTheProgramEndsWhenItsWindowIsClosed) {
   AtNextDoEvents([this] { form_->close(); });
-  EXPECT_EQ(QApplication::exec(), 0);
+  EXPECT_EQ(RunProgram(), 0);
   EXPECT_FALSE(form_->Loaded());
 }
 
@@ -410,7 +432,7 @@ TEST_F(Nesting, AProgramWhoseMainWindowIsClosedLivesUntilTheJobWindowIsClosedToo
     events.emplace_back("job done");
     JobWindow()->close();
   };
-  QApplication::exec();
+  EXPECT_EQ(RunProgram(), 0);
   EXPECT_EQ(events, (Texts{"main window closed", "job done"}));
   EXPECT_EQ(tools_.Runs().size(), 1U);
 }
