@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cerrno>
+#include <exception>
 #include <filesystem>
 #include <string_view>
 #include <system_error>
@@ -15,9 +17,7 @@ namespace {
 
 constexpr std::size_t kLongestShortPath = 254;
 
-unsigned char Byte(char c) {
-  return static_cast<unsigned char>(c);
-}
+unsigned char Byte(char c) { return static_cast<unsigned char>(c); }
 
 bool IsPlainLetterOrDigit(char c) {
   return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
@@ -84,9 +84,9 @@ std::string PlainExtension(const std::string& path) {
   return plain ? extension : std::string();
 }
 
-std::string ErrorText(const std::error_code& error) {
+std::string ErrorText(int number, const std::string& description) {
   return "An error occurred while obtaining the file path.\n\nThe error number was:\t" +
-         std::to_string(error.value()) + "\nThe error description:\t" + error.message();
+         std::to_string(number) + "\nThe error description:\t" + description;
 }
 
 }  // namespace
@@ -101,9 +101,11 @@ std::string GetShortFileName(const std::string& Path, const ShowError& showError
     if (CanStandBare(path)) return path;
     return PrivateFolder::In(linksParent).LinkTo(path, PlainExtension(path));
   } catch (const std::system_error& error) {
-    if (showError) showError(ErrorText(error.code()), "Error");
-    return {};
+    if (showError) showError(ErrorText(error.code().value(), error.code().message()), "Error");
+  } catch (const std::exception& error) {
+    if (showError) showError(ErrorText(ENOMEM, error.what()), "Error");
   }
+  return {};
 }
 
 std::string ToolsFolder(const std::string& appPath) {

@@ -1,11 +1,16 @@
 #include "platform/App.h"
 
+#include <fcntl.h>
+
+#include <QByteArray>
 #include <QDesktopServices>
 #include <QFile>
 #include <QSettings>
 #include <QUrl>
 #include <clocale>
 #include <cstdlib>
+#include <utility>
+#include <vector>
 
 #include "platform/Form.h"
 
@@ -17,16 +22,64 @@ std::string& PathStore() {
   return path;
 }
 
+// What the toolkit shall find in the environment when it starts. At the end of its life everything
+// is as it was: what the program starts later is none of the toolkit's.
+class StartEnvironment {
+ public:
+  StartEnvironment() = default;
+  StartEnvironment(const StartEnvironment&) = delete;
+  StartEnvironment& operator=(const StartEnvironment&) = delete;
+  ~StartEnvironment() {
+    for (const auto& [name, value] : former_) Set(name, value);
+  }
+
+  // A null value is none.
+  void Override(const char* name, const QByteArray& value) {
+    former_.emplace_back(name, qEnvironmentVariableIsSet(name) ? qgetenv(name) : QByteArray());
+    Set(name, value);
+  }
+
+ private:
+  static void Set(const char* name, const QByteArray& value) {
+    if (value.isNull()) {
+      qunsetenv(name);
+    } else {
+      qputenv(name, value);
+    }
+  }
+
+  std::vector<std::pair<const char*, QByteArray>> former_;
+};
+
+// Under the numbers of standard descriptors that the program was started without, what it opens
+// would be taken for them.
+void KeepStandardDescriptors() {
+  for (const int standard : {0, 1, 2}) {
+    if (::fcntl(standard, F_GETFD) < 0) (void)::open("/dev/null", O_RDWR);
+  }
+}
+
+std::unique_ptr<QApplication> MakeApplication(int& argumentCount, char** arguments) {
+  StartEnvironment environment;
+  // A pixel is a pixel of the screen. An X server gives it; a compositor may have a scale of its
+  // own.
+  environment.Override("QT_ENABLE_HIGHDPI_SCALING", "0");
+  environment.Override("QT_SCALE_FACTOR", {});
+  environment.Override("QT_SCREEN_SCALE_FACTORS", {});
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && !qEnvironmentVariableIsEmpty("DISPLAY")) {
+    environment.Override("QT_QPA_PLATFORM", "xcb;wayland");
+  }
+  return std::make_unique<QApplication>(argumentCount, arguments);
+}
+
 }  // namespace
 
 App::App(const char* programName) : name_(programName), arguments_{name_.data(), nullptr} {
-  // A pixel is a pixel of the screen.
-  qputenv("QT_ENABLE_HIGHDPI_SCALING", "0");
-  for (const char* scale : {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS"}) qunsetenv(scale);
+  KeepStandardDescriptors();
   // The toolkit's file dialogs keep their history in the user's settings: there is no such place.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
 
-  application_ = std::make_unique<QApplication>(argumentCount_, arguments_.data());
+  application_ = MakeApplication(argumentCount_, arguments_.data());
   QApplication::setQuitOnLastWindowClosed(false);
   QGuiApplication::setDesktopFileName(QString::fromStdString(name_));
   // The toolkit has set the user's locale for the whole process; media libraries count on this one.

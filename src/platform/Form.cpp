@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QMenuBar>
+#include <QTimerEvent>
 #include <QWindow>
 #include <algorithm>
 #include <cmath>
@@ -11,6 +12,9 @@
 
 namespace kelvane {
 namespace {
+
+constexpr int kInsistInterval = 200;  // ms
+constexpr int kMostInsists = 50;
 
 int loadedForms = 0;
 
@@ -124,10 +128,30 @@ void Form::ResizeTo(QSize size) {
   } else {
     resize(size);
   }
+  if (this->size() == before) return;
+  if (isVisible()) {
+    insistsLeft_ = kMostInsists;
+    insist_.start(kInsistInterval, this);
+    return;
+  }
   // The toolkit holds back the events of a window that isn't on the screen.
-  if (isVisible() || this->size() == before) return;
   LayOutArea();
   RaiseResize();
+}
+
+// A window manager may not hear of a new size while the user is dragging the window's edge. It is
+// asked again for a while; some never give in.
+void Form::timerEvent(QTimerEvent* event) {
+  if (event->timerId() != insist_.timerId()) {
+    QWidget::timerEvent(event);
+    return;
+  }
+  --insistsLeft_;
+  if (!isVisible() || insistsLeft_ == 0 || windowHandle()->size() == size()) {
+    insist_.stop();
+  } else {
+    windowHandle()->resize(size());
+  }
 }
 
 void Form::LayOutArea() {

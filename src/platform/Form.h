@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QBasicTimer>
 #include <QPointer>
 #include <QWidget>
 #include <span>
@@ -84,6 +85,7 @@ class Form : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
   void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
+  void timerEvent(QTimerEvent* event) override;
 
  private:
   friend class HandlerScope;
@@ -106,6 +108,9 @@ class Form : public QWidget {
   bool unloading_ = false;
   bool dropWhenUnloaded_ = false;
   bool minimised_ = false;
+  // Asks the window manager for the size that it should have.
+  QBasicTimer insist_;
+  int insistsLeft_ = 0;
 };
 
 // The one instance that a window class has at a time: made when it is loaded, dropped when it has
