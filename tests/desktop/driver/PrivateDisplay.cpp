@@ -10,10 +10,9 @@
 #include <csignal>
 #include <cstdlib>
 #include <stdexcept>
-#include <string_view>
 #include <vector>
 
-#include "desktop/driver/Wait.h"
+#include "desktop/driver/Screen.h"
 
 namespace kelvane::desktop {
 namespace {
@@ -45,20 +44,37 @@ void End(pid_t process) {
   waitpid(process, nullptr, 0);
 }
 
-bool ManagerAnswers(xcb_connection_t* connection, xcb_window_t root) {
-  constexpr std::string_view kName = "_NET_SUPPORTING_WM_CHECK";
-  xcb_intern_atom_reply_t* atom = xcb_intern_atom_reply(
-      connection, xcb_intern_atom(connection, 0, std::uint16_t{kName.size()}, kName.data()),
-      nullptr);
-  if (atom == nullptr) return false;
-  xcb_get_property_reply_t* property = xcb_get_property_reply(
-      connection, xcb_get_property(connection, 0, root, atom->atom, XCB_ATOM_WINDOW, 0, 1),
-      nullptr);
-  const bool answers = property != nullptr && property->type == XCB_ATOM_WINDOW;
-  free(atom);
-  free(property);
-  return answers;
-}
+// A window of the driver's own, to see whether the manager takes windows on. The manager says that
+// it is there some time before it does, and a window that comes in between is never shown.
+class TrialWindow {
+ public:
+  explicit TrialWindow(Screen& screen, const std::string& display)
+      : screen_(screen), connection_(xcb_connect(display.c_str(), nullptr)) {
+    constexpr std::uint16_t kSize = 10;
+    const xcb_screen_t* setup = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
+    window_ = xcb_generate_id(connection_);
+    xcb_create_window(connection_, XCB_COPY_FROM_PARENT, window_, setup->root, 0, 0, kSize, kSize,
+                      0, XCB_WINDOW_CLASS_INPUT_OUTPUT, setup->root_visual, 0, nullptr);
+  }
+  TrialWindow(const TrialWindow&) = delete;
+  TrialWindow& operator=(const TrialWindow&) = delete;
+  ~TrialWindow() {
+    xcb_disconnect(connection_);
+    WaitFor([this] { return screen_.Windows().isEmpty(); });
+  }
+
+  bool IsTakenOn() {
+    xcb_unmap_window(connection_, window_);
+    xcb_map_window(connection_, window_);
+    xcb_flush(connection_);
+    return WaitFor([this] { return screen_.Exists(window_); }, 500ms);
+  }
+
+ private:
+  Screen& screen_;
+  xcb_connection_t* connection_;
+  xcb_window_t window_ = 0;
+};
 
 }  // namespace
 
@@ -105,10 +121,9 @@ void PrivateDisplay::StartServer() {
 void PrivateDisplay::StartWindowManager(const std::string& privateFolder) {
   windowManager_ = StartCompanion({"env", "-i", "PATH=/usr/bin:/bin", "HOME=" + privateFolder,
                                    "LANG=C.UTF-8", "DISPLAY=" + name_, "openbox"});
-  xcb_connection_t* connection = xcb_connect(name_.c_str(), nullptr);
-  const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
-  const bool answers = WaitFor([&] { return ManagerAnswers(connection, root); });
-  xcb_disconnect(connection);
+  Screen screen(name_);
+  TrialWindow window(screen, name_);
+  const bool answers = WaitFor([&] { return window.IsTakenOn(); });
   if (!answers) throw std::runtime_error("the window manager openbox doesn't start");
 }
 
