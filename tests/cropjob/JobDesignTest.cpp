@@ -134,6 +134,14 @@ TEST(JobDesignBeforeTheScreen, TheLoadAloneShowsNothing) {
   job.Unload();
 }
 
+TEST_F(JobDesign, OnlyTheCommandIsCentred) {
+  LoadJob();
+  EXPECT_EQ(Get<Label>("Label2").Alignment(), Qt::AlignHCenter);
+  for (const char* name : {"Label1(0)", "Label1(1)", "Label1(2)"}) {
+    EXPECT_EQ(Get<Label>(name).Alignment(), Qt::AlignLeft);
+  }
+}
+
 struct DurationAndRange {
   const char* name;
   const char* duration;
@@ -147,6 +155,7 @@ class JobRange : public JobWindowTest, public ::testing::WithParamInterface<Dura
 TEST_P(JobRange, IsThatOfTheDurationOnBothBars) {
   MainBar().setMax(250);
   MainBar().setValue(70);
+  MainBar().setMin(5);
   LoadJob(GetParam().duration);
   for (const ProgressBar* bar : {&Bar(), &MainBar()}) {
     EXPECT_EQ(bar->Min(), 0);

@@ -1,5 +1,7 @@
 // What the tool prints, and what of it reaches the two bars, the status line and the titles.
+#include <QFile>
 #include <QLocale>
+#include <new>
 
 #include "cropjob/JobWindowTest.h"
 
@@ -66,6 +68,10 @@ INSTANTIATE_TEST_SUITE_P(
                          "00:00:07",
                          {"time=00:00:01", "time=00:00:02", "time=00:00:07", "time=00:00:07"},
                          {{"00.00", 1}, {"14.29", 2}, {"28.57", 7}, {"100.00", 7}}},
+        BlocksAndUpdates{"AHalfOfAHundredthIsRoundedUp",
+                         "01:06:40",
+                         {"time=00:00:07", "time=00:00:08"},
+                         {{"00.00", 7}, {"00.18", 8}}},
         BlocksAndUpdates{"HoursAndMinutesCount",
                          "02:00:00",
                          {"time=01:00:00.00", "time=01:30:00.00"},
@@ -144,6 +150,40 @@ TEST_F(JobProgress, TheFigureHasTheLocalesDecimalSign) {
   EXPECT_EQ(statuses, (Texts{Progress("00,00"), Progress("50,00")}));
 }
 
+TEST_F(JobProgress, WhatHappensWhileABlocksEventsAreServedCountsForThatBlock) {
+  LoadJob("00:00:10");
+  bool served = false;
+  AtNextDoEvents([&] {
+    served = true;
+    EXPECT_EQ(Status(), kCropping);
+    EXPECT_EQ(Bar().Value(), 0);
+    Bar().setValue(3);
+    MainWindowMinimised = true;
+  });
+  std::vector<Update> updates;
+  Texts titles;
+  mainWindow_.TitleSet = [&] {
+    updates.push_back({Status(), Bar().Value()});
+    titles.push_back(Title());
+  };
+  Run(PrintBlocks({"time=00:00:05.00"}));
+  EXPECT_TRUE(served);
+  EXPECT_EQ(updates, (std::vector<Update>{{Progress("30.00"), 5}}));
+  EXPECT_EQ(titles, Texts{"Crop: 30.00%"});
+}
+
+TEST_F(JobProgress, TheMainWindowsBarGetsWhatTheJobsBarShowsAtEachTime) {
+  LoadJob("00:00:10");
+  MainBar().setMax(20);
+  std::vector<float> values;
+  mainWindow_.TitleSet = [&] {
+    values.push_back(MainBar().Value());
+    MainBar().setValue(9);
+  };
+  Run(PrintBlocks({"time=00:00:04.00", "time=00:00:11.00", "time=N/A"}));
+  EXPECT_EQ(values, (std::vector<float>{4, 4, 4}));
+}
+
 TEST_F(JobProgress, TheMainWindowsTitleTellsTheFigureOnlyWhileItIsMinimised) {
   LoadJob("00:00:10");
   Texts titles;
@@ -177,6 +217,24 @@ TEST_F(JobProgress, TheBarsKeepTheirLastValueAfterTheJob) {
   Run(PrintBlocks({"time=00:00:06.00"}));
   EXPECT_EQ(Bar().Value(), 6);
   EXPECT_EQ(MainBar().Value(), 6);
+}
+
+TEST_F(JobProgress, AnErrorWhileABlockIsTakenIsSkippedAndTheToolRunsToItsEnd) {
+  const QString whole = tools_.Path() + QLatin1String("/whole");
+  LoadJob("00:00:10");
+  Texts statuses;
+  mainWindow_.TitleSet = [&] {
+    statuses.push_back(Status());
+    if (statuses.size() == 1) throw std::bad_alloc();
+  };
+  Run(PrintBlocks({"time=00:00:02.00", "time=00:00:05.00"}) +
+      QStringLiteral("echo whole > '%1'\n").arg(whole));
+  EXPECT_EQ(statuses, (Texts{Progress("00.00"), Progress("20.00")}));
+  EXPECT_EQ(Bar().Value(), 5);
+  EXPECT_EQ(MainBar().Value(), 5);
+  EXPECT_TRUE(QFile::exists(whole));
+  EXPECT_EQ(Status(), kSuccessful);
+  EXPECT_EQ(Job().cursor().shape(), Qt::ArrowCursor);
 }
 
 TEST_F(JobProgress, TheLineOfAShortTimeAtTheEndOfTheStreamCounts) {
