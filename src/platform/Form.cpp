@@ -46,7 +46,8 @@ Form::Form(const FormDesign& design, std::span<const ControlDesign> controls,
 
   const int width = PixelsOfTwips(design.clientWidth);
   const int barHeight = menuBar_ == nullptr ? 0 : menuBar_->heightForWidth(width);
-  ResizeTo(QSize(width, PixelsOfTwips(design.clientHeight) + barHeight));
+  SetSize(QSize(width, PixelsOfTwips(design.clientHeight) + barHeight));
+  LayOutArea();
 }
 
 Form::~Form() {
@@ -121,13 +122,17 @@ WindowState Form::State() const {
   return isMaximized() ? WindowState::kMaximised : WindowState::kNormal;
 }
 
-void Form::ResizeTo(QSize size) {
-  const QSize before = this->size();
+void Form::SetSize(QSize size) {
   if (border_ == BorderStyle::kFixedDialog) {
     setFixedSize(size);
   } else {
     resize(size);
   }
+}
+
+void Form::ResizeTo(QSize size) {
+  const QSize before = this->size();
+  SetSize(size);
   if (this->size() == before) return;
   if (isVisible()) {
     insistsLeft_ = kMostInsists;

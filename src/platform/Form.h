@@ -92,6 +92,7 @@ class Form : public QWidget {
 
   void BuildMenus(std::span<const MenuDesign> menus);
   void BuildControls(const FormDesign& form, std::span<const ControlDesign> controls);
+  void SetSize(QSize size);
   void ResizeTo(QSize size);
   void LayOutArea();
   void RaiseResize();

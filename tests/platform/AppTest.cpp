@@ -70,6 +70,22 @@ TEST(TheApplication, MeansPixelsOfTheScreenWhateverScaleTheUserHasChosen) {
   }
 }
 
+TEST(TheApplication, LeavesTheEnvironmentToWhatItStartsAsItWas) {
+  EXPECT_EQ(RunTestProgram({QStringLiteral("environment")},
+                           {{"QT_SCALE_FACTOR", QStringLiteral("2")},
+                            {"QT_SCREEN_SCALE_FACTORS", QStringLiteral("3")},
+                            {"QT_ENABLE_HIGHDPI_SCALING", QStringLiteral("1")}}),
+            (Events{"QT_SCALE_FACTOR 2", "QT_SCREEN_SCALE_FACTORS 3", "QT_ENABLE_HIGHDPI_SCALING 1",
+                    "QT_QPA_PLATFORM offscreen"}));
+  EXPECT_EQ(RunTestProgram({QStringLiteral("environment")}),
+            (Events{"QT_SCALE_FACTOR is not set", "QT_SCREEN_SCALE_FACTORS is not set",
+                    "QT_ENABLE_HIGHDPI_SCALING is not set", "QT_QPA_PLATFORM offscreen"}));
+}
+
+TEST(TheApplication, StartedWithoutStandardDescriptorsHasTheNullDeviceInTheirPlace) {
+  EXPECT_EQ(RunTestProgram({QStringLiteral("standard-descriptors")}), Events{});
+}
+
 TEST(TheApplication, TakesNothingFromTheCommandLineAndKnowsItsFolder) {
   const QString folder = QFileInfo(QStringLiteral(PLATFORM_TEST_PROGRAM)).absolutePath();
   const Events lines = RunTestProgram(

@@ -1,4 +1,7 @@
 // One situation of an application object, by the name on the command line; prints what came of it.
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <QApplication>
 #include <QFileDialog>
 #include <QFontInfo>
@@ -6,8 +9,11 @@
 #include <QTimer>
 #include <clocale>
 #include <cstdio>
+#include <filesystem>
 #include <span>
+#include <string>
 #include <string_view>
+#include <system_error>
 
 #include "platform/App.h"
 #include "platform/CommonDialog.h"
@@ -52,6 +58,33 @@ int Names() {
   Print(QString::fromStdString(App::Path()));
   Print(QGuiApplication::desktopFileName());
   Print(QCoreApplication::arguments().join(QLatin1Char(' ')));
+  return 0;
+}
+
+// What the programs that are started later find.
+int Environment() {
+  const App app("program");
+  for (const char* name : {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS",
+                           "QT_ENABLE_HIGHDPI_SCALING", "QT_QPA_PLATFORM"}) {
+    Print(QStringLiteral("%1 %2").arg(QLatin1String(name), qEnvironmentVariableIsSet(name)
+                                                               ? qEnvironmentVariable(name)
+                                                               : QStringLiteral("is not set")));
+  }
+  return 0;
+}
+
+// Says by its exit status whether it has all three standard descriptors, since it may have nowhere
+// to print to.
+int StandardDescriptors() {
+  for (const int standard : {0, 1, 2}) ::close(standard);
+  const App app("program");
+  for (const int standard : {0, 1, 2}) {
+    if (::fcntl(standard, F_GETFD) < 0) return 1;
+    std::error_code error;
+    const auto target =
+        std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(standard), error);
+    if (target != "/dev/null") return 1;
+  }
   return 0;
 }
 
@@ -111,6 +144,8 @@ int Main(std::string_view situation) {
   if (situation == "locale") return Locale();
   if (situation == "scale") return Scale();
   if (situation == "names") return Names();
+  if (situation == "environment") return Environment();
+  if (situation == "standard-descriptors") return StandardDescriptors();
   if (situation == "file-dialogs") return FileDialogs();
   if (situation == "run") return Run();
   if (situation == "run-without-a-form") return RunWithoutAForm();
