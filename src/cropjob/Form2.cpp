@@ -42,7 +42,13 @@ void Form2::WireEvents() {
 
 void Form2::Form_Load() {
   objDOS = std::make_unique<DOSOutputs>();
-  objDOS->ReceiveOutputs = [this](const std::string& block) { objDOS_ReceiveOutputs(block); };
+  // A tool whose progress can't be shown must still run to its end.
+  objDOS->ReceiveOutputs = [this](const std::string& block) {
+    try {
+      objDOS_ReceiveOutputs(block);
+    } catch (const std::exception&) {
+    }
+  };
   pbar.SetColours(kGrey, kProgressBack);
   setWindowIcon(mainWindow_.Icon());
   setHeight(kWindowHeight);
@@ -100,7 +106,7 @@ void Form2::objDOS_ReceiveOutputs(const std::string& CommandOutputs) {
   if (const std::optional<int> seconds = SecondsFromTimeText(time)) {
     pbar.setValue(static_cast<float>(*seconds));
   }
-  const QString percent = FormatTwoDecimals(old / (top / 100));
+  const QString percent = FormatTwoDecimals(double{old} / (double{top} / 100));
   Label1(2).setCaption(
       QStringLiteral("Progress: %1% Complete: Status: Cropping Video").arg(percent));
   mainWindow_.JobProgress().setValue(pbar.Value());
