@@ -1,6 +1,7 @@
 #include "shared/TextHelpers.h"
 
 #include <QLocale>
+#include <QRegularExpression>
 #include <QStringList>
 #include <cmath>
 #include <limits>
@@ -13,10 +14,18 @@ constexpr int kGroupDigits = 3;
 // Blanks, tabs and line breaks, the characters that may stand round a number.
 QString WithoutSpaceRound(const QString& text) { return text.trimmed(); }
 
+// The captions' own zero, "0,000", is a number in every locale: a comma that divides nothing there
+// groups where three digits stand behind it.
+void RemoveGroupingCommas(QString& text) {
+  static const QRegularExpression comma(QStringLiteral("(?<=[0-9]),(?=[0-9]{3}(?![0-9]))"));
+  text.remove(comma);
+}
+
 std::optional<double> NumberFromText(const QString& text) {
   const QLocale locale;
   QString plain = WithoutSpaceRound(text);
   plain.remove(locale.groupSeparator());
+  if (locale.decimalPoint() != QLatin1String(",")) RemoveGroupingCommas(plain);
   plain.replace(locale.decimalPoint(), QStringLiteral("."));
   bool converts = false;
   const double number = plain.toDouble(&converts);

@@ -26,7 +26,7 @@ QString FormatGroupedText(const QString& text);
 QString FormatTwoDecimals(double number);
 
 // The number that a text stands for. Blanks, tabs and line breaks round it and group separators in
-// it don't matter.
+// it don't matter, and a comma before three digits groups wherever it isn't the decimal separator.
 std::optional<float> SingleFromText(const QString& text);
 
 // The seconds from midnight to a time text of the form "h:m" or "h:m:s", the parts of one or two

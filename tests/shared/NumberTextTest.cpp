@@ -19,6 +19,8 @@ class NumberText : public testing::Test {
   static void UsePlain() { QLocale::setDefault(QLocale::c()); }
   static void UseGerman() { QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany)); }
   static void UseFrench() { QLocale::setDefault(QLocale(QLocale::French, QLocale::France)); }
+  // Groups with an apostrophe and divides with a dot: a comma means nothing there.
+  static void UseSwiss() { QLocale::setDefault(QLocale(QLocale::German, QLocale::Switzerland)); }
 
  private:
   QLocale former_;
@@ -91,7 +93,7 @@ TEST_F(NumberText, ANumberTextIsGroupedAndAnyOtherTextStands) {
 }
 
 TEST_F(NumberText, AGroupedTextReadsBackAsItsNumberInEveryLocale) {
-  for (void (*const use)() : {&UsePlain, &UseGerman, &UseFrench}) {
+  for (void (*const use)() : {&UsePlain, &UseGerman, &UseFrench, &UseSwiss}) {
     use();
     for (const float number : {0.F, 7.F, 640.F, 1920.F, 123456.F, -7.F, -1920.F}) {
       EXPECT_EQ(SingleFromText(FormatGrouped(static_cast<double>(number))), number)
@@ -155,6 +157,36 @@ TEST_F(NumberText, InFrenchANarrowNoBreakSpaceGroups) {
   UseFrench();
   EXPECT_EQ(SingleFromText(QString::fromUtf8("1\u202F920")), 1920.F);
   EXPECT_EQ(SingleFromText(QString::fromUtf8("1\u202F234\u202F567,5")), 1234567.5F);
+}
+
+TEST_F(NumberText, TheCaptionsOwnZeroIsANumberInEveryLocale) {
+  for (void (*const use)() : {&UsePlain, &UseGerman, &UseFrench, &UseSwiss}) {
+    use();
+    EXPECT_EQ(SingleFromText("0,000"), 0.F) << QLocale().name().toStdString();
+  }
+}
+
+TEST_F(NumberText, ACommaThatDividesNothingGroupsBeforeThreeDigits) {
+  UseSwiss();
+  ASSERT_NE(QLocale().groupSeparator().toStdString(), ",");
+  ASSERT_EQ(QLocale().decimalPoint().toStdString(), ".");
+  EXPECT_EQ(SingleFromText("1,920"), 1920.F);
+  EXPECT_EQ(SingleFromText("-1,234,567.5"), -1234567.5F);
+  EXPECT_EQ(FormatGroupedText("1,920").toStdString(), FormatGrouped(1920).toStdString());
+}
+
+TEST_F(NumberText, ACommaThatDividesNothingIsNoNumberBeforeFewerOrMoreDigits) {
+  UseSwiss();
+  for (const char* text : {"1,92", "1,9200", "1,", ",920", "1,920,0", "1,92a"}) {
+    EXPECT_EQ(SingleFromText(text), std::nullopt) << text;
+  }
+}
+
+TEST_F(NumberText, ACommaThatDividesNeverGroups) {
+  UseGerman();
+  EXPECT_EQ(SingleFromText("1,920"), 1.92F);
+  UseFrench();
+  EXPECT_EQ(SingleFromText("1,920"), 1.92F);
 }
 
 TEST_F(NumberText, WhatIsNoNumberHasNoValue) {
