@@ -1,6 +1,7 @@
 // The folder of the links: who may look into it, when it goes, and what a later start clears.
 
 #include <gtest/gtest.h>
+#include <sys/prctl.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -118,6 +119,27 @@ TEST_F(ShortFileNameLife, AtTheProgramsEndWhatItDidNotMakeStays) {
   EXPECT_EQ(program.Wait(), 0);
   EXPECT_EQ(ReadFile(folder / "foreign"), "foreign");
   EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 1);
+}
+
+TEST_F(ShortFileNameLife, AtTheProgramsEndAForeignLinkInItsFolderStays) {
+  StartedProgram program = Program("wait");
+  const fs::path shortPath = program.ReadLine();
+  const fs::path foreign = shortPath.parent_path() / "foreign.mp4";
+  fs::create_symlink(file(), foreign);
+  program.CloseInput();
+  EXPECT_EQ(program.Wait(), 0);
+  EXPECT_EQ(ReadFile(foreign), "the clip");
+  EXPECT_FALSE(fs::is_symlink(fs::symlink_status(shortPath)));
+}
+
+TEST_F(ShortFileNameLife, AtTheProgramsEndAFolderThatTookTheNameOfItsOwnStays) {
+  StartedProgram program = Program("wait");
+  const fs::path folder = fs::path(program.ReadLine()).parent_path();
+  fs::remove_all(folder);
+  fs::create_directory(folder);
+  program.CloseInput();
+  EXPECT_EQ(program.Wait(), 0);
+  EXPECT_EQ(links().Names(), Names{folder.filename()});
 }
 
 TEST_F(ShortFileNameLife, TheEndOfAForkedCopyLeavesTheProgramsFolder) {
@@ -247,6 +269,8 @@ TEST_F(ShortFileNameLife, AFolderJustMadeIsSafeFromClearingAtTheSameTime) {
   const pid_t clearing = ::fork();
   ASSERT_GE(clearing, 0);
   if (clearing == 0) {
+    // It goes on for ever, but not longer than the test, however that ends.
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
     for (;;) ClearShortPathsLeftBehind(links().path());
   }
   for (int start = 0; start < 100; ++start) {
