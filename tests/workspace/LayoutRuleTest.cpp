@@ -182,6 +182,29 @@ TEST_F(LayoutRuleGuards, MinimisingDoesNoLayoutAndRestoringRunsTheRuleInFull) {
   EXPECT_EQ(frame.Width(), frameWidth);
 }
 
+TEST_F(LayoutRuleGuards, WhatWasMovedAwayIsPutBackInTheCorner) {
+  auto& viewport = Get<Control>("Picture1(1)");
+  auto& across = Get<Control>("HScroll1");
+  auto& down = Get<Control>("VScroll1");
+  auto& frame = Get<Control>("Picture1(0)");
+  auto& border = Get<Control>("Shape6");
+  viewport.setLeft(9);
+  viewport.setTop(8);
+  across.setLeft(7);
+  down.setTop(6);
+  frame.setLeft(5);
+  border.setLeft(4);
+  border.setTop(3);
+  form_->setWidth(24000);
+  EXPECT_EQ(viewport.Left(), 0);
+  EXPECT_EQ(viewport.Top(), 0);
+  EXPECT_EQ(across.Left(), 0);
+  EXPECT_EQ(down.Top(), 0);
+  EXPECT_EQ(frame.Left(), 20);
+  EXPECT_EQ(border.Left(), 2);
+  EXPECT_EQ(border.Top(), 2);
+}
+
 TEST_F(LayoutRuleGuards, TheLayoutRuleTouchesNeitherTheCanvasNorTheBars) {
   Canvas().setLeft(-30);
   Canvas().setTop(-50);

@@ -1,4 +1,5 @@
 // The row of buttons that is never shown, and the reset that only it can give.
+#include <QLocale>
 #include <QPushButton>
 
 #include "shared/SharedValues.h"
@@ -79,6 +80,7 @@ class StartedFresh : public HiddenRow {
   void SetUp() override {
     LoadVideoOf(640, 360);
     Bar(LeftBar).setLeft(40);
+    Bar(TopBar).setTop(25);
     ASSERT_TRUE(WaitForTicks(Get<Timer>("Timer2"), 1));
     Get<ProgressBar>("pbar").setValue(70);
     CropFilter = QStringLiteral("1:2:3:4");
@@ -149,6 +151,19 @@ TEST_F(StartedFresh, TheCanvasCollapsesAndWithItTheRangeOfTheScrollBars) {
   EXPECT_EQ(Bar(BaseBar).Top(), -5);
 }
 
+TEST_F(StartedFresh, WhereACommaIsNoSeparatorTheCanvasCollapsesAllTheSame) {
+  QLocale::setDefault(QLocale(QLocale::German, QLocale::Switzerland));
+  LoadVideoOf(1920, 1080);
+  const float loaded = Canvas().Width();
+  StartFresh(QMessageBox::Yes);
+  QLocale::setDefault(QLocale::c());
+  EXPECT_EQ(loaded, 1920);
+  EXPECT_EQ(Number(SourceWidth), "0,000");
+  EXPECT_EQ(Canvas().Width(), 0);
+  EXPECT_EQ(Canvas().Height(), 0);
+  EXPECT_EQ(Get<HScrollBar>("HScroll1").Max(), 0);
+}
+
 TEST_F(StartedFresh, AJobWindowOnShowIsUnloaded) {
   {
     const DialogAnswers answers({TypeFile(QStringLiteral("/tmp/out.mp4"))});
@@ -168,9 +183,8 @@ TEST_F(StartedFresh, TheCaptionsAreWrittenInTheirOrder) {
     });
   }
   StartFresh(QMessageBox::Yes);
-  // The region's top stood at nought already.
-  EXPECT_EQ(written, (Texts{"5 with 3 runs", "9 with 3 runs", "11 with 3 runs", "13 with 3 runs",
-                            "15 with 3 runs", "1 with 3 runs", "3 with 3 runs"}));
+  EXPECT_EQ(written, (Texts{"5 with 3 runs", "7 with 3 runs", "9 with 3 runs", "11 with 3 runs",
+                            "13 with 3 runs", "15 with 3 runs", "1 with 3 runs", "3 with 3 runs"}));
 }
 
 TEST_F(StartedFresh, TheSameFileCanBeLoadedAgainAndItsDurationIsTheFirstOnesStill) {

@@ -50,6 +50,23 @@ TEST(StartUpBeforeTheScreen, WhatAnEarlierLifeLeftInTheSharedValuesIsReset) {
   form.Unload();
 }
 
+TEST(StartUpBeforeTheScreen, TheTimersAreTurnedOffAndTheBalanceIsPutInTheMiddle) {
+  ForgetSharedValues();
+  Form1 form;
+  auto& first = form.Find<Timer>(QStringLiteral("Timer1"));
+  auto& second = form.Find<Timer>(QStringLiteral("Timer2"));
+  auto& balance = form.Find<Slider>(QStringLiteral("Slider3"));
+  first.setEnabled(true);
+  second.setEnabled(true);
+  balance.setValue(55);
+  ASSERT_EQ(balance.Value(), 55);
+  form.Load();
+  EXPECT_FALSE(first.Enabled());
+  EXPECT_FALSE(second.Enabled());
+  EXPECT_EQ(balance.Value(), 0);
+  form.Unload();
+}
+
 TEST_F(StartUp, TheCanvasIsHiddenAndOfItsDesignSize) {
   EXPECT_FALSE(Canvas().Visible());
   EXPECT_EQ(Canvas().Width(), 417);

@@ -1,6 +1,7 @@
 // The canvas takes its size from two captions, and is slid about behind the viewport.
 #include <QScrollBar>
 
+#include "shared/SharedValues.h"
 #include "workspace/MainWindowTest.h"
 
 namespace kelvane::testing {
@@ -112,8 +113,25 @@ TEST_F(Viewport, TheCanvasFollowsTheThumbWhileItIsDragged) {
   EXPECT_EQ(Canvas().Left(), -54);
 }
 
+TEST_F(Viewport, TheCanvasFollowsTheThumbDownAsWell) {
+  LoadVideoOf(1920, 1080);
+  auto* bar = Down().findChild<QScrollBar*>();
+  bar->setSliderDown(true);
+  bar->setSliderPosition(5);
+  EXPECT_EQ(Canvas().Top(), -50);
+  bar->setSliderPosition(9);
+  EXPECT_EQ(Canvas().Top(), -90);
+  bar->setSliderDown(false);
+  EXPECT_EQ(Canvas().Top(), -90);
+  EXPECT_EQ(Canvas().Left(), 0);
+}
+
 TEST_F(Viewport, ScrollingMovesTheCanvasAloneAndChangesNoNumber) {
   LoadVideoOf(1920, 1080);
+  Bar(LeftBar).setLeft(30);
+  Bar(TopBar).setTop(20);
+  Bar(RightBar).setLeft(1000);
+  Bar(BaseBar).setTop(700);
   ASSERT_TRUE(WaitForTicks(Get<Timer>("Timer2"), 1));
   std::vector<std::string> changes;
   for (int index = 0; index < 16; ++index) {
@@ -124,7 +142,14 @@ TEST_F(Viewport, ScrollingMovesTheCanvasAloneAndChangesNoNumber) {
   Down().setValue(50);
   ASSERT_TRUE(WaitForTicks(Get<Timer>("Timer2"), 1));
   EXPECT_EQ(changes, std::vector<std::string>{});
-  ExpectBarsAtTheEdgesOf(1920, 1080);
+  EXPECT_EQ((std::vector<int>{CropLeft, CropTop, CropWidth, CropHeight}),
+            (std::vector<int>{30, 20, 970, 680}));
+  EXPECT_EQ(PlaceOf(LeftBar), (Place{30, 0, 5, 1080}));
+  EXPECT_EQ(PlaceOf(TopBar), (Place{0, 20, 1920, 5}));
+  EXPECT_EQ(PlaceOf(RightBar), (Place{1000, 0, 5, 1080}));
+  EXPECT_EQ(PlaceOf(BaseBar), (Place{0, 700, 1920, 5}));
+  EXPECT_EQ(Canvas().Left(), -600);
+  EXPECT_EQ(Canvas().Top(), -500);
   EXPECT_EQ(Get<Control>("Picture1(3)").Left(), 0);
   EXPECT_EQ(Get<Control>("Picture1(1)").Left(), 0);
 }
@@ -182,13 +207,38 @@ TEST_F(Viewport, AnyOtherSizeDiscardsTheRegion) {
   ExpectBarsAtTheEdgesOf(640, 361);
 }
 
-TEST_F(Viewport, ResettingDoesNotTouchTheThickness) {
+TEST_F(Viewport, ResettingDoesNotTouchTheThicknessAndGoesByTheBarsOwn) {
   Bar(LeftBar).setWidth(9);
+  Bar(TopBar).setHeight(8);
+  Bar(RightBar).setWidth(11);
   Bar(BaseBar).setHeight(7);
   Canvas().setWidth(300);
-  EXPECT_EQ(Bar(LeftBar).Width(), 9);
-  EXPECT_EQ(Bar(BaseBar).Height(), 7);
-  EXPECT_EQ(Bar(BaseBar).Top(), 249 - 7);
+  EXPECT_EQ(PlaceOf(LeftBar), (Place{0, 0, 9, 249}));
+  EXPECT_EQ(PlaceOf(TopBar), (Place{0, 0, 300, 8}));
+  EXPECT_EQ(PlaceOf(RightBar), (Place{300 - 11, 0, 11, 249}));
+  EXPECT_EQ(PlaceOf(BaseBar), (Place{0, 249 - 7, 300, 7}));
+}
+
+TEST_F(Viewport, TheBarsAreResetBeforeTheScrollRangesAreSet) {
+  LoadVideoOf(1920, 1080);
+  Across().setValue(128);
+  Down().setValue(72);
+  Bar(LeftBar).setLeft(44);
+  Bar(BaseBar).setTop(55);
+  // A smaller range cuts the value, and that is to be seen.
+  std::vector<std::string> seen;
+  const auto see = [&](const char* name) {
+    seen.push_back(name + std::string(" with bars at ") + std::to_string(Bar(LeftBar).x()) +
+                   " and " + std::to_string(Bar(BaseBar).y()));
+  };
+  Before(Across().Change, [&] { see("across"); });
+  Before(Down().Change, [&] { see("down"); });
+  Canvas().setWidth(640);
+  Bar(LeftBar).setLeft(44);
+  Bar(BaseBar).setTop(55);
+  Canvas().setHeight(360);
+  EXPECT_EQ(seen, (std::vector<std::string>{"across with bars at 0 and 1075",
+                                            "down with bars at 0 and 355"}));
 }
 
 TEST_F(Viewport, CaptionsAreReadAsNumbersInTheLocalesWay) {
@@ -245,6 +295,27 @@ TEST_F(Viewport, WidthAndHeightArriveOneAfterTheOther) {
   EXPECT_EQ(SizeOf(Get<Control>("Picture1(3)")), Size(640, 209));
   EXPECT_EQ(SizeOf(Get<Control>("wmp")), Size(640, 201));
   ExpectBarsAtTheEdgesOf(640, 249);
+}
+
+TEST_F(Viewport, TheHolderTakesASizeFirstThenThePlayerThenTheCanvas) {
+  std::vector<std::string> seen;
+  const auto see = [&](int index) {
+    std::string sizes = "Picture1(" + std::to_string(index) + "):";
+    for (const char* name : {"Picture1(3)", "wmp", "Picture1(2)"}) {
+      const QSize size = Get<Control>(name).size();
+      sizes += " " + std::to_string(size.width()) + "x" + std::to_string(size.height());
+    }
+    seen.push_back(sizes);
+  };
+  for (const WorkspaceBox box : {HolderBox, CanvasBox}) {
+    Before(Get<PictureBox>("Picture1", box).Resize, see);
+  }
+  SetCaption(SourceWidth, "0,640");
+  SetCaption(SourceHeight, "0,360");
+  EXPECT_EQ(seen,
+            (std::vector<std::string>{
+                "Picture1(3): 640x209 201x201 417x249", "Picture1(2): 640x209 640x201 640x249",
+                "Picture1(3): 640x360 640x201 640x249", "Picture1(2): 640x360 640x360 640x360"}));
 }
 
 TEST_F(Viewport, OnlyTheCanvasResetsTheBarsWhenItChangesSize) {
