@@ -1,9 +1,13 @@
 // The seven commands, and what they put on the tools' command lines.
 #include <QComboBox>
+#include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLineEdit>
+#include <QTemporaryDir>
 #include <QWindow>
 
+#include "platform/App.h"
 #include "shared/SharedValues.h"
 #include "workspace/MainWindowTest.h"
 
@@ -247,6 +251,54 @@ TEST_F(Commands, AnOutputWithABlankIsCutIntoArguments) {
   EXPECT_EQ(LastRun(), "ffmpeg | -i | -vf | crop=0:0:0:0 | /tmp/my | new | clip.mp4");
 }
 
+TEST_F(Commands, LettersOfOtherLanguagesGoOutAsTheyAre) {
+  const QString video = tools_.File(QString::fromUtf8("\u00D6land.mp4"));
+  Pick(video, SizeText(640, 360), DurationText("00:00:10.00"));
+  const QString output = tools_.Path() + QString::fromUtf8("/\u00E4.mp4");
+  EXPECT_EQ(Path().Text(), video);
+  EXPECT_EQ(tools_.Runs(), (Texts{SizeRun(video), DurationRun(video)}));
+  SetRegion(1, 2, 3, 4);
+  Get<Timer>("Timer2").setEnabled(false);
+  Give(PreviewCroppedVideo);
+  EXPECT_EQ(LastRun(), "ffplay | -i | " + video.toStdString() + " | -vf | crop=1:2:3:4");
+  CropTo(output);
+  EXPECT_EQ(OutputPath, output);
+  EXPECT_EQ(JobWindow()->Find<Label>(QStringLiteral("Label1(1)")).Caption(), output);
+  RunTheJob();
+  EXPECT_EQ(LastRun(), "ffmpeg | -i | " + video.toStdString() + " | -vf | crop=1:2:3:4 | " +
+                           output.toStdString());
+}
+
+TEST_F(Commands, AProgramFolderWithABlankRunsItsToolsThroughALinkWithoutOne) {
+  const QTemporaryDir place;
+  const QString folder = place.path() + QLatin1String("/my programs");
+  ASSERT_TRUE(QFile::link(tools_.Path(), folder));
+  App::setPath(folder.toStdString());
+  const QString tellWhere =
+      QStringLiteral("printf '%s\\n' \"$0\" >> '%1/started'\n").arg(tools_.Path());
+  tools_.SizeProbeDoes(tellWhere);
+  tools_.DurationProbeDoes(tellWhere);
+  tools_.PreviewDoes(tellWhere);
+  tools_.CropDoes(tellWhere);
+  Pick(tools_.File(QStringLiteral("a.mp4")));
+  Give(PreviewCroppedVideo);
+  CropTo(QStringLiteral("/tmp/out.mp4"));
+  RunTheJob();
+
+  QFile file(tools_.Path() + QLatin1String("/started"));
+  ASSERT_TRUE(file.open(QIODevice::ReadOnly));
+  Texts started;
+  for (const QString& line : QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'))) {
+    if (line.isEmpty()) continue;
+    EXPECT_FALSE(line.contains(QLatin1Char(' '))) << line.toStdString();
+    const QFileInfo tool(line);
+    EXPECT_EQ(QFileInfo(tool.path()).canonicalFilePath(), tools_.Path());
+    EXPECT_NE(tool.path(), tools_.Path());
+    started.push_back(tool.fileName().toStdString());
+  }
+  EXPECT_EQ(started, (Texts{"ffprobe", "ffprobe", "ffplay", "ffmpeg"}));
+}
+
 TEST_F(Commands, ANameWithoutAnExtensionStaysSo) {
   CropTo(tools_.Path() + QLatin1String("/plain"));
   EXPECT_EQ(OutputPath, tools_.Path() + QLatin1String("/plain"));
@@ -294,12 +346,67 @@ TEST_F(Commands, ACancelledSaveDialogStartsNothingAndKeepsTheOutputAndTheFilter)
   EXPECT_EQ(JobWindow(), nullptr);
 }
 
+TEST_F(Commands, TheSaveDialogBeginsWithTheFirstKindOfFilesAgainAfterAnotherWasChosen) {
+  Texts chosen;
+  const auto kinds = [](QDialog& dialog) {
+    return dialog.findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
+  };
+  const auto choose = [&](QDialog& dialog) {
+    auto& files = dynamic_cast<QFileDialog&>(dialog);
+    files.selectNameFilter(files.nameFilters().at(1));
+    chosen.push_back(kinds(dialog)->currentText().trimmed().toStdString());
+  };
+  const auto read = [&](QDialog& dialog) {
+    chosen.push_back(kinds(dialog)->currentText().trimmed().toStdString());
+    dialog.reject();
+  };
+  const DialogAnswers answers({[&](QDialog& dialog) {
+                                 choose(dialog);
+                                 dialog.reject();
+                               },
+                               read,
+                               [&](QDialog& dialog) {
+                                 choose(dialog);
+                                 TypeFile(QStringLiteral("/tmp/out.avi"))(dialog);
+                               },
+                               read});
+  for (int times = 0; times < 4; ++times) Give(CropVideo);
+  EXPECT_EQ(chosen, (Texts{"AVI Files (*.avi)", "MP4 Files (*.mp4)", "AVI Files (*.avi)",
+                           "MP4 Files (*.mp4)"}));
+}
+
 TEST_F(Commands, ACancelledSaveDialogDoesNotTakeTheFileOfAnEarlierDialog) {
   LoadVideoOf(640, 360);
+  CropFilter = QStringLiteral("1:2:3:4");
   const DialogAnswers answers({CancelDialog()});
   Give(CropVideo);
   EXPECT_EQ(OutputPath.toStdString(), "");
+  EXPECT_EQ(CropFilter.toStdString(), "1:2:3:4");
   EXPECT_EQ(JobWindow(), nullptr);
+}
+
+TEST_F(Commands, ACancelledSaveDialogDoesNotTakeTheFileOfAnEarlierCrop) {
+  SetRegion(1, 2, 3, 4);
+  CropTo(QStringLiteral("/tmp/first.mp4"));
+  ASSERT_NE(JobWindow(), nullptr);
+  JobWindow()->close();
+  ASSERT_EQ(JobWindow(), nullptr);
+  SetRegion(9, 9, 9, 9);
+  const DialogAnswers answers({CancelDialog()});
+  Give(CropVideo);
+  EXPECT_EQ(JobWindow(), nullptr);
+  EXPECT_EQ(OutputPath.toStdString(), "/tmp/first.mp4");
+  EXPECT_EQ(CropFilter.toStdString(), "1:2:3:4");
+}
+
+TEST_F(Commands, ACancelledOpenDialogAfterACropKeepsTheVideo) {
+  const QString video = LoadVideoOf(640, 360);
+  CropTo(tools_.File(QStringLiteral("there.mp4")));
+  const DialogAnswers answers({CancelDialog()});
+  Give(LoadVideo);
+  EXPECT_EQ(Path().Text(), video);
+  EXPECT_EQ(VideoPath, video);
+  EXPECT_EQ(tools_.Runs().size(), 2U);
 }
 
 TEST_F(Commands, ACancelledOpenDialogDoesNotTakeTheFileOfAnEarlierDialog) {

@@ -104,6 +104,21 @@ TEST_F(Load, TheDialogKeepsTheToolkitsTitleAfterASaveDialogWithItsOwn) {
   EXPECT_EQ(answers.seen()[1], QFileDialog().windowTitle().toStdString());
 }
 
+TEST_F(Load, TheDialogTakesEveryFileAfterASaveDialogAsWell) {
+  Texts kinds;
+  const DialogAnswers answers({CancelDialog(), [&](QDialog& dialog) {
+                                 const auto* box =
+                                     dialog.findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
+                                 for (int kind = 0; kind < box->count(); ++kind) {
+                                   kinds.push_back(box->itemText(kind).trimmed().toStdString());
+                                 }
+                                 dialog.reject();
+                               }});
+  Give(CropVideo);
+  Give(LoadVideo);
+  EXPECT_EQ(kinds, Texts{"*.*"});
+}
+
 TEST_F(Load, TheDialogBeginsOnTheDesktop) {
   const QByteArray former = qgetenv("XDG_CONFIG_HOME");
   const QTemporaryDir home;
@@ -247,6 +262,55 @@ TEST_F(Trap, ALoadThatCannotMakeItsRunnerSaysSoAndProbesNothing) {
   EXPECT_TRUE(tools_.Runs().empty());
   EXPECT_EQ(VideoPath, video);
   EXPECT_FALSE(ProbeDimensionsDone);
+  EXPECT_TRUE(Canvas().Visible());
+}
+
+TEST_F(Trap, AnErrorWhileABlockIsTakenIsSkippedAndTheToolRunsToItsEnd) {
+  const Gate gate(tools_);
+  const QString whole = tools_.Path() + QLatin1String("/whole");
+  tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
+  tools_.DurationProbeDoes(Print(BlockEndingIn(QStringLiteral("one\n"))) + gate.Wait() +
+                           Print(QStringLiteral("Duration: 00:00:05.00\n")) +
+                           QStringLiteral("echo whole > '%1'\n").arg(whole));
+  bool failed = false;
+  Get<TextBox>("Text2").Change = [&, first = true](int) mutable {
+    if (std::exchange(first, false)) {
+      FailNextAllocation(257, 700);  // of the text in which the duration is looked for
+      gate.Open();
+    } else if (!failed) {
+      failed = AllocationHasFailed();
+    }
+  };
+  Pick(tools_.File(QStringLiteral("a.mp4")));
+  EXPECT_TRUE(failed);
+  EXPECT_TRUE(QFile::exists(whole));
+  EXPECT_EQ(VideoDuration.toStdString(), "00:00:05");
+  EXPECT_TRUE(Store().endsWith(QLatin1String("one\nDuration: 00:00:05.00\n")));
+}
+
+TEST_F(Trap, AShortPathForWhichMemoryIsShortIsAMessageAndThePathIsEmpty) {
+  // A path of so many folders is the only thing of its size when it is taken to pieces.
+  QString folder = tools_.Path();
+  for (int depth = 0; depth < 100; ++depth) folder += QLatin1String("/d");
+  ASSERT_TRUE(QDir().mkpath(folder));
+  const QString video = folder + QLatin1String("/my clip.mp4");
+  QFile file(video);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.close();
+  const DialogAnswers answers({[&](QDialog& dialog) {
+                                 QObject::connect(&dialog, &QObject::destroyed,
+                                                  [] { FailNextAllocation(3000, 20000); });
+                                 TypeFile(video)(dialog);
+                               },
+                               PressButton(QMessageBox::Ok)});
+  Give(LoadVideo);
+  EXPECT_TRUE(AllocationHasFailed());
+  ASSERT_EQ(answers.seen().size(), 2U);
+  EXPECT_EQ(answers.seen()[1],
+            "Error | An error occurred while obtaining the file path.\n\n"
+            "The error number was:\t12\nThe error description:\tstd::bad_alloc | exclamation | OK");
+  EXPECT_EQ(Path().Text().toStdString(), "");
+  EXPECT_TRUE(tools_.Runs().empty());
   EXPECT_TRUE(Canvas().Visible());
 }
 

@@ -177,6 +177,15 @@ TEST_F(Probe, AWordAcrossTheBlockSizeIsFoundInTheStore) {
   EXPECT_EQ(VideoDuration.toStdString(), "00:00:42");
 }
 
+TEST_F(Probe, ALetterAcrossTheBlockSizeIsReplacedOnBothSidesAndNothingElseIs) {
+  const QString dots(255, QLatin1Char('.'));
+  tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
+  tools_.DurationProbeDoes(Print(dots + QString::fromUtf8("\u00C4rger, \u00D6l\n")));
+  Pick(Video());
+  EXPECT_EQ(Store(), dots + QString(2, QChar(QChar::ReplacementCharacter)) +
+                         QString::fromUtf8("rger, \u00D6l\n"));
+}
+
 TEST_F(Probe, ASecondVideoKeepsTheFirstOnesDuration) {
   LoadVideoOf(640, 360);
   Pick(tools_.File(QStringLiteral("b.mp4")), SizeText(1280, 720), DurationText("00:33:00.00"));
