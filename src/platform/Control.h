@@ -56,6 +56,10 @@ class Control : public QWidget {
   bool Visible() const { return !isHidden(); }
   void setMousePointer(MousePointer pointer) { setCursor(CursorOf(pointer)); }
 
+  // The text that is shown beside a pointer that rests on the control; none if empty.
+  QString ToolTipText() const { return toolTip(); }
+  void setToolTipText(const QString& text) { setToolTip(text); }
+
   // Every control tracks the mouse without a button, and none of its events travels on to its
   // container, nor does the container's tool tip show over it. A double-click brings press,
   // release, double-click, release.

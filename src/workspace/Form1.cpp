@@ -48,6 +48,11 @@ void Form1::WireEvents() {
     box->MouseMove = [this](const MouseEvent& event) { Picture1_MouseMove(event); };
     box->Resize = [this](int Index) { Picture1_Resize(Index); };
   }
+  for (PictureBox* bar : Picture2) {
+    bar->MouseDown = [this](const MouseEvent& event) { Picture2_MouseDown(event); };
+    bar->MouseMove = [this](const MouseEvent& event) { Picture2_MouseMove(event); };
+    bar->MouseUp = [this](const MouseEvent& event) { Picture2_MouseUp(event); };
+  }
   for (TextBox* box : Text1) box->Change = [this](int Index) { Text1_Change(Index); };
   for (CommandButton* button : Command1) {
     button->Click = [this](int Index) { Command1_Click(Index); };
@@ -56,6 +61,7 @@ void Form1::WireEvents() {
   HScroll1.Scroll = [this] { HScroll1_Change(); };
   VScroll1.Change = [this] { VScroll1_Change(); };
   VScroll1.Scroll = [this] { VScroll1_Change(); };
+  Timer1.Tick = [this] { Timer1_Timer(); };
   Timer2.Tick = [this] { Timer2_Timer(); };
   Find<Menu>("mnu_openVideo").Click = [this] { mnu_openVideo_Click(); };
   Find<Menu>("mnu_Updates").Click = [this] { mnu_Updates_Click(); };

@@ -97,6 +97,13 @@ class Form1 : public Form, public MainWindow {
   void HScroll1_Change();
   void VScroll1_Change();
 
+  // The bars follow the pointer.
+  void Picture2_MouseDown(const MouseEvent& event);
+  void Picture2_MouseMove(const MouseEvent& event);
+  void Picture2_MouseUp(const MouseEvent& event);
+  void Timer1_Timer();
+  void ShowPosition(const MouseEvent& event);
+
   // The region is what the bars say.
   void Timer2_Timer();
   void ResetBars();
@@ -115,6 +122,9 @@ class Form1 : public Form, public MainWindow {
 
   std::shared_ptr<DOSOutputs> objDOS;
   DurationReading durationReading_;  // of the text in Text2
+  // Where in its bar a press happened, in pixels.
+  std::int16_t DragStartX = 0;
+  std::int16_t DragStartY = 0;
   FormInstance<Form2> form2_;
   CommonDialog CDialog{*this};
 

@@ -92,7 +92,10 @@ void Form1::Label14_MouseMove(const MouseEvent& event) {
 
 void Form1::Form_MouseMove(const MouseEvent& /*event*/) { PutOutCommands(); }
 
-void Form1::Picture1_MouseMove(const MouseEvent& /*event*/) { PutOutCommands(); }
+void Form1::Picture1_MouseMove(const MouseEvent& event) {
+  PutOutCommands();
+  if (event.Index == ViewportBox || event.Index == CanvasBox) ShowPosition(event);
+}
 
 void Form1::PutOutCommands() {
   for (Label* command : Label14) command->setBackColor(kDark);

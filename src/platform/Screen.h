@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/Control.h"
+
+namespace kelvane {
+
+// The screen as a whole.
+class Screen {
+ public:
+  // The pointer's shape over every window of the program; kDefault leaves it to what lies beneath.
+  static void setMousePointer(MousePointer pointer);
+};
+
+}  // namespace kelvane

@@ -1,0 +1,84 @@
+// The marker bars follow the pointer. There is no limit of any kind: a bar goes where the pointer
+// goes, and what it does to the other bars isn't symmetric, on purpose.
+#include "platform/Screen.h"
+#include "shared/TextHelpers.h"
+#include "workspace/Form1.h"
+
+namespace kelvane {
+namespace {
+
+// By which the right bar reaches down over its corner with the base bar.
+constexpr float kRightBarOverlap = 5;
+
+void TakeWhole(std::int16_t& value, float number) {
+  if (const auto whole = ToInteger16(number)) value = *whole;
+}
+
+}  // namespace
+
+void Form1::Picture2_MouseDown(const MouseEvent& event) {
+  TakeWhole(DragStartX, event.X);
+  TakeWhole(DragStartY, event.Y);
+}
+
+void Form1::Picture2_MouseMove(const MouseEvent& event) {
+  if (event.Button != kLeftButton) return;
+  PictureBox& left = Picture2(LeftBar);
+  PictureBox& top = Picture2(TopBar);
+  PictureBox& right = Picture2(RightBar);
+  PictureBox& base = Picture2(BaseBar);
+  switch (event.Index) {
+    case LeftBar:
+      left.setLeft(left.Left() + event.X - DragStartX);
+      top.setLeft(left.Left());
+      top.setWidth(right.Left() - left.Left());
+      base.setLeft(left.Left());
+      base.setWidth(right.Left() - left.Left());
+      break;
+    case TopBar:
+      top.setTop(top.Top() + event.Y - DragStartY);
+      left.setTop(top.Top());
+      right.setTop(top.Top());
+      left.setHeight(base.Top() - top.Top());
+      right.setHeight(base.Top() - top.Top() + kRightBarOverlap);
+      break;
+    case RightBar:
+      right.setLeft(right.Left() + event.X - DragStartX);
+      top.setWidth(right.Left() - left.Left());
+      base.setWidth(right.Left() - left.Left());
+      break;
+    case BaseBar:
+      base.setTop(base.Top() + event.Y - DragStartY);
+      left.setHeight(base.Top() - top.Top());
+      right.setHeight(base.Top() - top.Top() + kRightBarOverlap);
+      break;
+    default:
+      break;
+  }
+}
+
+void Form1::Picture2_MouseUp(const MouseEvent& /*event*/) { Timer1.setEnabled(true); }
+
+// Once, a second after a release: whatever pointer shape was left showing goes.
+void Form1::Timer1_Timer() {
+  Screen::setMousePointer(MousePointer::kDefault);
+  Screen::setMousePointer(MousePointer::kArrow);
+  Screen::setMousePointer(MousePointer::kDefault);
+  Timer1.setEnabled(false);
+}
+
+// The tip undoes the scrolling downwards, not the scrolling across. An unscrolled canvas leaves the
+// tip as it was.
+void Form1::ShowPosition(const MouseEvent& event) {
+  constexpr qsizetype kBehindTheSign = 1;
+  constexpr qsizetype kDigits = 4;
+  const QString extra = QString::number(Picture1(CanvasBox).Top()).mid(kBehindTheSign, kDigits);
+  const std::optional<float> scrolled = SingleFromText(extra);
+  if (!scrolled) return;
+  Picture1(event.Index)
+      .setToolTipText(QStringLiteral("Horizontal Position: %1 pixels Vertical Position: %2 pixels")
+                          .arg(event.X)
+                          .arg(event.Y + *scrolled));
+}
+
+}  // namespace kelvane
