@@ -1,5 +1,6 @@
 // The job window as drawn, and what its load makes of it.
 #include <algorithm>
+#include <array>
 
 #include "cropjob/JobWindowTest.h"
 #include "platform/Shapes.h"
@@ -18,12 +19,16 @@ struct Row {
   float left, top, width, height;  // twips
 };
 
-const Row kRows[] = {
-    {"Label1(0)", "", 240, 240, 975, 255},          {"Label1(1)", "", 240, 600, 4815, 255},
-    {"Label3", "", 5160, 240, 1455, 375},           {"Label2", "", 5160, 330, 1455, 255},
-    {"Line1", "", 240, 960, 6600 - 240, 0},         {"Picture1", "", 120, 1080, 6735, 855},
-    {"Label1(2)", "Picture1", 240, 120, 3735, 255}, {"Shape1", "Picture1", 120, 240, 6375, 495},
-    {"pbar", "Picture1", 240, 440, 6135, 135},      {"Picture2", "", 240, 2400, 2175, 1335}};
+constexpr auto kRows = std::to_array<Row>({{"Label1(0)", "", 240, 240, 975, 255},
+                                           {"Label1(1)", "", 240, 600, 4815, 255},
+                                           {"Label3", "", 5160, 240, 1455, 375},
+                                           {"Label2", "", 5160, 330, 1455, 255},
+                                           {"Line1", "", 240, 960, 6600 - 240, 0},
+                                           {"Picture1", "", 120, 1080, 6735, 855},
+                                           {"Label1(2)", "Picture1", 240, 120, 3735, 255},
+                                           {"Shape1", "Picture1", 120, 240, 6375, 495},
+                                           {"pbar", "Picture1", 240, 440, 6135, 135},
+                                           {"Picture2", "", 240, 2400, 2175, 1335}});
 
 TEST_F(JobDesign, EveryControlStandsAtItsPlaceInItsContainer) {
   for (const auto& [name, container, left, top, width, height] : kRows) {
@@ -39,6 +44,7 @@ TEST_F(JobDesign, EveryControlStandsAtItsPlaceInItsContainer) {
 
 TEST_F(JobDesign, NoControlIsThereBesides) {
   std::vector<std::string> expected;
+  expected.reserve(kRows.size());
   for (const Row& row : kRows) expected.emplace_back(row.name);
   std::vector<std::string> found;
   for (const Control* control : Job().findChildren<Control*>()) {

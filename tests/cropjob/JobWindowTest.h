@@ -4,6 +4,7 @@
 
 #include <QPixmap>
 #include <QPointer>
+#include <array>
 #include <string>
 #include <vector>
 
@@ -22,8 +23,8 @@ constexpr FormDesign kStandInDesign = {.name = "StandIn",
                                        .backColor = 0,
                                        .labelColor = 0,
                                        .scale = ScaleMode::kTwips};
-constexpr ControlDesign kStandInControls[] = {
-    {.name = "pbar", .controlClass = ControlClass::kProgressBar, .place = {0, 0, 1500, 180}}};
+constexpr auto kStandInControls = std::to_array<ControlDesign>(
+    {{.name = "pbar", .controlClass = ControlClass::kProgressBar, .place = {0, 0, 1500, 180}}});
 
 // A window with all that the job window knows of the main window.
 class MainWindowStandIn : public Form, public MainWindow {

@@ -17,6 +17,21 @@ namespace {
 constexpr int kGoodTime = 20000;  // ms
 constexpr int kLook = 2;          // ms from one look at the condition to the next
 
+// Does its step at the event that is posted to it, once.
+class StepReceiver : public QObject {
+ public:
+  explicit StepReceiver(std::function<void()> step) : step_(std::move(step)) {}
+
+ protected:
+  void customEvent(QEvent* /*event*/) override {
+    deleteLater();
+    step_();
+  }
+
+ private:
+  std::function<void()> step_;
+};
+
 void Send(QWidget& widget, QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons held) {
   const QPointF place = widget.rect().center();
   QMouseEvent event(type, place, widget.mapToGlobal(place), button, held, Qt::NoModifier);
@@ -30,9 +45,9 @@ bool PumpUntil(const std::function<bool()>& condition) {
   clock.start();
   while (!condition()) {
     if (clock.hasExpired(kGoodTime)) return false;
-    QEventLoop loop;
-    QTimer::singleShot(kLook, &loop, &QEventLoop::quit);
-    loop.exec();
+    QTimer look;
+    look.start(kLook);
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   }
   return true;
 }
@@ -62,7 +77,7 @@ void Tick(Timer& timer) {
 }
 
 void AtNextDoEvents(std::function<void()> step) {
-  QMetaObject::invokeMethod(qApp, std::move(step), Qt::QueuedConnection);
+  QCoreApplication::postEvent(new StepReceiver(std::move(step)), new QEvent(QEvent::User));
 }
 
 void MovePointerOver(QWidget& widget) {

@@ -9,13 +9,14 @@
 #include <QFile>
 #include <QSaveFile>
 #include <QStringList>
+#include <array>
 
 #include "platform/App.h"
 
 namespace kelvane::testing {
 namespace {
 
-constexpr const char* kTools[] = {"ffprobe", "ffplay", "ffmpeg"};
+constexpr std::array kTools{"ffprobe", "ffplay", "ffmpeg"};
 
 QString Quoted(QString text) {
   return QLatin1Char('\'') + text.replace(QLatin1Char('\''), QLatin1String("'\\''")) +
@@ -107,7 +108,7 @@ QString BlockEndingIn(const QString& end) {
 }
 
 Gate::Gate(const RecordingTools& tools, const QString& name)
-    : path_((tools.Path() + QLatin1Char('/') + name).toStdString()), end_(-1) {
+    : path_((tools.Path() + QLatin1Char('/') + name).toStdString()) {
   EXPECT_EQ(::mkfifo(path_.c_str(), S_IRUSR | S_IWUSR), 0);
   end_ = ::open(path_.c_str(), O_RDWR | O_CLOEXEC);
   EXPECT_GE(end_, 0);

@@ -58,7 +58,7 @@ class Gate {
 
  private:
   std::string path_;
-  int end_;
+  int end_ = -1;
 };
 
 }  // namespace kelvane::testing

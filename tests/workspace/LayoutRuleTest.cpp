@@ -1,4 +1,5 @@
 // The layout rule: run at each change of the window's size, in pixels, but for the guards.
+#include <array>
 #include <set>
 
 #include "shared/SharedValues.h"
@@ -18,11 +19,11 @@ void PrintTo(const WindowSize& size, std::ostream* out) {
   *out << size.width << " by " << size.height << " twips";
 }
 
-const WindowSize kSizes[] = {{"TheLeast", 16665, 6500},
-                             {"TheOneAtStart", 19335, 11265},
-                             {"Tall", 16800, 14400},
-                             {"FullHighDefinition", 28800, 16200},
-                             {"VeryLarge", 57600, 32400}};
+constexpr auto kSizes = std::to_array<WindowSize>({{"TheLeast", 16665, 6500},
+                                                   {"TheOneAtStart", 19335, 11265},
+                                                   {"Tall", 16800, 14400},
+                                                   {"FullHighDefinition", 28800, 16200},
+                                                   {"VeryLarge", 57600, 32400}});
 
 class LayoutRule : public MainWindowTest, public ::testing::WithParamInterface<WindowSize> {
  protected:
@@ -95,7 +96,7 @@ TEST_P(LayoutRule, LeavesEverythingElseAtItsDesignPlace) {
   rows.insert(rows.end(), kReadOuts.begin(), kReadOuts.end());
   int checked = 0;
   for (const DesignRow& row : rows) {
-    if (moved.count(row.name) > 0 || std::string(row.container) == "Picture3") continue;
+    if (moved.contains(row.name) || std::string(row.container) == "Picture3") continue;
     const auto& control = Get<Control>(row.name);
     EXPECT_EQ(control.Left(), row.place.left / 15) << row.name;
     EXPECT_EQ(control.Top(), row.place.top / 15) << row.name;

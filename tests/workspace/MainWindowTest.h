@@ -60,7 +60,7 @@ class MainWindowTest : public ::testing::Test {
   }
   // A video of that size, in the words of the probe tool.
   QString LoadVideoOf(int width, int height) const {
-    const QString file = tools_.File(QStringLiteral("clip%1x%2.mp4").arg(width).arg(height));
+    QString file = tools_.File(QStringLiteral("clip%1x%2.mp4").arg(width).arg(height));
     Pick(file, SizeText(width, height), DurationText("00:00:10.00"));
     return file;
   }

@@ -150,7 +150,7 @@ TEST_F(Region, ACancelledDialogLeavesItMeasuringTheOldCanvas) {
 
 TEST_F(Region, UntilTheFirstTickTheSharedValuesKeepWhatTheyHeld) {
   // However long the load takes, no tick measures during it.
-  Timer& timer = Get<Timer>("Timer2");
+  auto& timer = Get<Timer>("Timer2");
   std::function<void()> wired = std::exchange(timer.Tick, nullptr);
   LoadVideoOf(640, 360);
   EXPECT_EQ(SharedValues(), (Values{0, 0, 0, 0}));
