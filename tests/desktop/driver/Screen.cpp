@@ -27,6 +27,7 @@ ReplyOf<Reply> Own(Reply* reply) {
 }
 
 QList<std::uint32_t> Numbers(const QByteArray& property) {
+  if (property.isEmpty()) return {};
   QList<std::uint32_t> numbers(property.size() / qsizetype{sizeof(std::uint32_t)});
   std::memcpy(numbers.data(), property.constData(),
               static_cast<std::size_t>(numbers.size()) * sizeof(std::uint32_t));
