@@ -17,6 +17,8 @@ case "$#:${1:-}" in
   *) fail "usage: ./test.sh [quick | asan | coverage]" ;;
 esac
 
+export LSAN_OPTIONS=suppressions=$KELVANE_ROOT/tests/desktop/leaks.supp:print_suppressions=0
+
 install_packages build run test
 build "$preset"
 say "running the tests"
