@@ -11,6 +11,7 @@ Shape::Shape(Container* container, const QString& name) : Control(container, nam
 }
 
 void Shape::SetBorder(QRgb color, int width) {
+  if (color_ == color && borderWidth_ == width) return;
   color_ = color;
   borderWidth_ = width;
   update();
@@ -30,6 +31,7 @@ Line::Line(Container* container, const QString& name) : Control(container, name)
 }
 
 void Line::setBorderColor(QRgb color) {
+  if (color_ == color) return;
   color_ = color;
   update();
 }

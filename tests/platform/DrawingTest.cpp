@@ -1,6 +1,9 @@
 // Boxes, frames and lines by their pixels, and when the windows are painted.
 #include <gtest/gtest.h>
 
+#include <functional>
+#include <ostream>
+
 #include "platform/App.h"
 #include "platform/Label.h"
 #include "platform/PictureBox.h"
@@ -119,21 +122,58 @@ class Paintings : public QObject {
   int count_ = 0;
 };
 
-TEST(DoEventsCalledOnce, PaintsWhatHasChanged) {
+struct ChangeCase {
+  const char* what;
+  const char* control;
+  std::function<void(const TestForm&)> change;
+};
+
+void PrintTo(const ChangeCase& value, std::ostream* out) { *out << value.what; }
+
+class AChange : public ::testing::TestWithParam<ChangeCase> {};
+
+TEST_P(AChange, IsPaintedAtTheNextDoEventsAndPaintsNothingWhereItChangesNothing) {
   TestForm form(
-      {{.name = "Label1", .controlClass = ControlClass::kLabel, .place = {0, 0, 750, 300}}});
+      {{.name = "Label1", .controlClass = ControlClass::kLabel, .place = {0, 0, 750, 300}},
+       {.name = "Box", .controlClass = ControlClass::kPictureBox, .place = {0, 300, 750, 300}},
+       {.name = "Shape1", .controlClass = ControlClass::kShape, .place = {0, 600, 750, 300}},
+       {.name = "Line1", .controlClass = ControlClass::kLine, .place = {0, 900, 750, 0}}});
   form.Open();
-  auto& label = form.Find<Label>("Label1");
   for (int round = 0; round < 5; ++round) DoEvents();
-  const Paintings paintings(label);
-  label.setCaption(QStringLiteral("Progress"));
+  const Paintings paintings(form.Find<Control>(QLatin1String(GetParam().control)));
+  GetParam().change(form);
   EXPECT_EQ(paintings.Count(), 0);
   DoEvents();
   EXPECT_EQ(paintings.Count(), 1);
-  label.setCaption(QStringLiteral("Progress"));
+  GetParam().change(form);
   DoEvents();
   EXPECT_EQ(paintings.Count(), 1);
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    Platform, AChange,
+    ::testing::Values(
+        ChangeCase{"OfALabelsCaption", "Label1",
+                   [](const TestForm& form) {
+                     form.Find<Label>("Label1").setCaption(QStringLiteral("Progress"));
+                   }},
+        ChangeCase{"OfALabelsBackColour", "Label1",
+                   [](const TestForm& form) { form.Find<Label>("Label1").setBackColor(0x808080); }},
+        ChangeCase{"OfALabelsColour", "Label1",
+                   [](const TestForm& form) { form.Find<Label>("Label1").setForeColor(0x00FF00); }},
+        ChangeCase{"OfALabelsAlignment", "Label1",
+                   [](const TestForm& form) {
+                     form.Find<Label>("Label1").setAlignment(Qt::AlignHCenter);
+                   }},
+        ChangeCase{
+            "OfABoxsBackColour", "Box",
+            [](const TestForm& form) { form.Find<PictureBox>("Box").setBackColor(0x404040); }},
+        ChangeCase{"OfAShapesBorder", "Shape1",
+                   [](const TestForm& form) { form.Find<Shape>("Shape1").SetBorder(0, 2); }},
+        ChangeCase{
+            "OfALinesColour", "Line1",
+            [](const TestForm& form) { form.Find<Line>("Line1").setBorderColor(0x808080); }}),
+    [](const auto& test) { return test.param.what; });
 
 }  // namespace
 }  // namespace kelvane::testing

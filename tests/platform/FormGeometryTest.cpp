@@ -256,6 +256,17 @@ TEST_F(FormResize, IsRaisedWhenTheFormIsMinimisedAndWhenItIsRestored) {
   EXPECT_EQ(states.back(), WindowState::kNormal);
 }
 
+TEST_F(FormResize, IsRaisedOnceWhenTheFormIsMaximisedAndOnceWhenItIsRestored) {
+  form.Open();
+  events.clear();
+  form.showMaximized();
+  ASSERT_TRUE(PumpUntil([&] { return form.width() != 300; }));
+  const std::string maximised = std::to_string(form.width()) + "x" + std::to_string(form.height());
+  form.showNormal();
+  ASSERT_TRUE(PumpUntil([&] { return form.width() == 300; }));
+  EXPECT_EQ(events, (Events{maximised, "300x200"}));
+}
+
 TEST(AFormsState, IsMaximisedWhenItFillsTheScreen) {
   TestForm form;
   form.Open();
