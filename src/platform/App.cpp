@@ -14,6 +14,9 @@
 
 #include "platform/Form.h"
 
+// Resources of a static library are taken in by name.
+static void TakeInIcons() { Q_INIT_RESOURCE(icons); }
+
 namespace kelvane {
 namespace {
 
@@ -96,6 +99,15 @@ const std::string& App::Path() { return PathStore(); }
 void App::setPath(const std::string& path) { PathStore() = path; }
 
 QString App::Title() { return QStringLiteral("Kelvane"); }
+
+QIcon App::Icon() {
+  TakeInIcons();
+  QIcon icon;
+  for (const char* size : {"16", "32", "48", "128"}) {
+    icon.addFile(QStringLiteral(":/icons/kelvane-%1.png").arg(QLatin1String(size)));
+  }
+  return icon;
+}
 
 void App::OpenWebPage(const QString& address) { QDesktopServices::openUrl(QUrl(address)); }
 

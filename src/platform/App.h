@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QApplication>
+#include <QIcon>
 #include <QString>
 #include <array>
 #include <memory>
@@ -29,6 +30,9 @@ class App {
 
   // The title of message boxes that have none of their own.
   static QString Title();
+
+  // The program's icon, in every size.
+  static QIcon Icon();
 
   // Hands a web page to the system; whether somebody shows it isn't looked at.
   static void OpenWebPage(const QString& address);

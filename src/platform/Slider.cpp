@@ -2,25 +2,13 @@
 
 #include <QSlider>
 
-#include "platform/Container.h"
-
 namespace kelvane {
 
 Slider::Slider(Container* container, const QString& name)
-    : Control(container, name), slider_(new QSlider(Qt::Horizontal, this)) {
-  FillWith(slider_);
-}
+    : ThumbControl(container, name, new QSlider(Qt::Horizontal)) {}
 
-int Slider::Value() const { return slider_->value(); }
+int Slider::Value() const { return thumb().value(); }
 
-void Slider::setValue(int value) {
-  if (value < slider_->minimum() || value > slider_->maximum()) return;
-  slider_->setValue(value);
-}
-
-void Slider::SetRange(int min, int max) {
-  if (max < min) return;
-  slider_->setRange(min, max);
-}
+void Slider::SetRange(int min, int max) { SetThumbRange(min, max); }
 
 }  // namespace kelvane

@@ -1,24 +1,18 @@
 #pragma once
 
-#include "platform/Control.h"
-
-class QSlider;
+#include "platform/ThumbControl.h"
 
 namespace kelvane {
 
-// A value outside the range, and a range that ends before it begins, are refused. A range that
-// shrinks takes the value along.
-class Slider : public Control {
+class Slider : public ThumbControl {
   Q_OBJECT
  public:
   Slider(Container* container, const QString& name);
 
   int Value() const;
-  void setValue(int value);
+  void setValue(int value) { SetThumbValue(value); }
+  // A range that ends before it begins is refused.
   void SetRange(int min, int max);
-
- private:
-  QSlider* slider_;
 };
 
 }  // namespace kelvane

@@ -90,6 +90,18 @@ QString FormatTwoDecimals(double number) {
   return number < 0 && rounded > 0 ? QLatin1Char('-') + digits : digits;
 }
 
+QString FormatTimeOfDay(double seconds) {
+  constexpr std::int64_t kSixty = 60;
+  constexpr std::int64_t kHours = 24;
+  const auto twoDigits = [](std::int64_t number) {
+    return QString::number(number).rightJustified(2, QLatin1Char('0'));
+  };
+  const std::int64_t whole = std::llround(std::abs(seconds));
+  const std::int64_t minutes = whole / kSixty;
+  return QString::number(minutes / kSixty % kHours) + QLatin1Char(':') +
+         twoDigits(minutes % kSixty) + QLatin1Char(':') + twoDigits(whole % kSixty);
+}
+
 std::optional<float> SingleFromText(const QString& text) {
   const std::optional<double> number = NumberFromText(text);
   if (!number || std::abs(*number) > std::numeric_limits<float>::max()) return std::nullopt;

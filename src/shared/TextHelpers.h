@@ -25,6 +25,10 @@ QString FormatGroupedText(const QString& text);
 // half away from zero.
 QString FormatTwoDecimals(double number);
 
+// A number of seconds as a time of day, "h:mm:ss": wraps after 24 hours, rounds fractions of a
+// second to nearest, and shows a negative number as its absolute value.
+QString FormatTimeOfDay(double seconds);
+
 // The number that a text stands for. Blanks, tabs and line breaks round it and group separators in
 // it don't matter, and a comma before three digits groups wherever it isn't the decimal separator.
 std::optional<float> SingleFromText(const QString& text);

@@ -1,12 +1,8 @@
 #include "workspace/Form1.h"
 
-#include <QIcon>
-
+#include "platform/App.h"
 #include "platform/Menu.h"
 #include "workspace/Form1_Design.h"
-
-// Resources of a static library are taken in by name.
-static void TakeInIcons() { Q_INIT_RESOURCE(icons); }
 
 namespace kelvane {
 namespace {
@@ -15,19 +11,10 @@ constexpr int kPageStep = 10;
 constexpr int kMostVolume = 100;
 constexpr int kMostBalance = 100;
 
-QIcon ProgramIcon() {
-  TakeInIcons();
-  QIcon icon;
-  for (const char* size : {"16", "32", "48", "128"}) {
-    icon.addFile(QStringLiteral(":/icons/kelvane-%1.png").arg(QLatin1String(size)));
-  }
-  return icon;
-}
-
 }  // namespace
 
 Form1::Form1() : Form(kForm1, kForm1Controls, kForm1Menus) {
-  setWindowIcon(ProgramIcon());
+  setWindowIcon(App::Icon());
   HScroll1.setLargeChange(kPageStep);
   VScroll1.setLargeChange(kPageStep);
   Slider2.SetRange(0, kMostVolume);
@@ -61,8 +48,13 @@ void Form1::WireEvents() {
   HScroll1.Scroll = [this] { HScroll1_Change(); };
   VScroll1.Change = [this] { VScroll1_Change(); };
   VScroll1.Scroll = [this] { VScroll1_Change(); };
+  Slider2.Change = [this] { Slider2_Change(); };
+  Slider2.Scroll = [this] { Slider2_Change(); };
+  Slider3.Change = [this] { Slider3_Change(); };
+  Slider3.Scroll = [this] { Slider3_Change(); };
   Timer1.Tick = [this] { Timer1_Timer(); };
   Timer2.Tick = [this] { Timer2_Timer(); };
+  Timer3.Tick = [this] { Timer3_Timer(); };
   Find<Menu>("mnu_openVideo").Click = [this] { mnu_openVideo_Click(); };
   Find<Menu>("mnu_Updates").Click = [this] { mnu_Updates_Click(); };
   Find<Menu>("mnu_PayPalwebsite").Click = [this] { mnu_PayPalwebsite_Click(); };

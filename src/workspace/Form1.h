@@ -72,6 +72,8 @@ class Form1 : public Form, public MainWindow {
   void Form_Load() override;
   void Form_Resize() override;
   void Form_MouseMove(const MouseEvent& event) override;
+  void Form_QueryUnload() override;
+  void Form_Unload() override;
 
  private:
   friend void ResetEverything(Form1& form);  // Module2
@@ -104,6 +106,11 @@ class Form1 : public Form, public MainWindow {
   void Timer1_Timer();
   void ShowPosition(const MouseEvent& event);
 
+  // The player's read-outs and its sound.
+  void Timer3_Timer();
+  void Slider2_Change();
+  void Slider3_Change();
+
   // The region is what the bars say.
   void Timer2_Timer();
   void ResetBars();
@@ -135,6 +142,7 @@ class Form1 : public Form, public MainWindow {
   ControlArray<TextBox> Text1{*this, "Text1"};
   ControlArray<CommandButton> Command1{*this, "Command1"};
   Label& Label6 = Find<Label>("Label6");
+  Label& Label8 = Find<Label>("Label8");
   Label& Label9 = Find<Label>("Label9");
   Label& Label10 = Find<Label>("Label10");
   Label& Label11 = Find<Label>("Label11");

@@ -35,8 +35,16 @@ void Form1::RunCommand(int command) {
     case LoadVideo:
       mnu_openVideo_Click();
       break;
+    case RunVideo:
+      if (Text1(1).Text().isEmpty()) break;
+      wmp.setURL(Text1(1).Text());
+      wmp.controls.play();
+      break;
     case PauseVideo:
       if (!Text1(1).Text().isEmpty()) TogglePause();
+      break;
+    case StopVideo:
+      if (!Text1(1).Text().isEmpty()) wmp.controls.stop();
       break;
     case PreviewCroppedVideo:
       BuildCropFilter();
@@ -55,8 +63,10 @@ void Form1::TogglePause() {
   CommandButton& state = Command1(PauseVideo);
   if (state.Caption() == QLatin1String("Pause")) {
     state.setCaption(QStringLiteral("Paused"));
+    wmp.controls.pause();
   } else if (state.Caption() == QLatin1String("Paused")) {
     state.setCaption(QStringLiteral("Pause"));
+    wmp.controls.play();
   }
 }
 
@@ -77,6 +87,7 @@ void Form1::PreviewCrop() {
 
 // The job starts from the window's own timer.
 void Form1::StartCrop() {
+  if (!Text1(1).Text().isEmpty()) wmp.controls.pause();
   CDialog.DialogTitle = QStringLiteral("Save Cropped Video As");
   CDialog.FileName.clear();
   CDialog.Filter =

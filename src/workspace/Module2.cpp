@@ -9,6 +9,8 @@ void ResetEverything(Form1& form) {
   if (form.form2_.Visible()) form.form2_.Unload();
 
   form.Timer2.setEnabled(false);
+  form.wmp.controls.stop();
+  form.wmp.setURL(QString());
   form.Picture1(CanvasBox).setVisible(false);
   form.Text1(1).setText(QString());
   form.pbar.setValue(0);

@@ -1,0 +1,263 @@
+#include "platform/PlaybackCore.h"
+
+#include <alsa/asoundlib.h>
+#include <mpv/client.h>
+#include <mpv/render.h>
+
+#include <QPainter>
+#include <QRegion>
+#include <array>
+#include <clocale>
+#include <cstring>
+#include <utility>
+#include <vector>
+
+namespace kelvane {
+namespace {
+
+// No file, script, key or window of the player's own: it plays, and that is all.
+constexpr std::pair<const char*, const char*> kOptions[] = {
+    {"config", "no"},
+    {"load-scripts", "no"},
+    {"osc", "no"},
+    {"ytdl", "no"},
+    {"terminal", "no"},
+    {"input-default-bindings", "no"},
+    {"autoload-files", "no"},
+    {"resume-playback", "no"},
+    {"osd-level", "0"},
+    {"sid", "no"},
+    {"idle", "yes"},
+    {"vo", "libmpv"},
+    {"hwdec", "no"},
+    {"keepaspect", "no"},
+    {"video-rotate", "no"},
+    {"profile", "sw-fast"},
+    {"ao", "pulse,alsa"},  // newer sound servers answer to the first as well
+    {"audio-fallback-to-null", "yes"},
+    {"audio-client-name", "Kelvane"},
+};
+
+constexpr const char* kPosition = "time-pos";
+constexpr const char* kDuration = "duration";
+constexpr const char* kStoredWidth = "video-params/w";
+constexpr const char* kStoredHeight = "video-params/h";
+
+// The sound library prints its complaints, as on a machine without a sound device, unless told not
+// to.
+void Silence(const char* /*file*/, int /*line*/, const char* /*function*/, int /*error*/,
+             const char* /*format*/, ...) {}
+
+void Command(mpv_handle* player, std::initializer_list<const char*> words) {
+  std::vector<const char*> arguments(words);
+  arguments.push_back(nullptr);
+  mpv_command_async(player, 0, arguments.data());
+}
+
+}  // namespace
+
+PlaybackCore::PlaybackCore() {
+  if (!MakePlayer()) return;
+  ObserveProperties();
+  rendering_ = std::thread([this] { RenderFrames(); });
+}
+
+bool PlaybackCore::MakePlayer() {
+  // The player refuses to be made under another locale's numbers.
+  (void)std::setlocale(LC_NUMERIC, "C");
+  snd_lib_error_set_handler(Silence);
+  player_ = mpv_create();
+  if (player_ == nullptr) return false;
+  for (const auto& [name, value] : kOptions) mpv_set_option_string(player_, name, value);
+  if (mpv_initialize(player_) < 0) return false;
+  std::string software = MPV_RENDER_API_TYPE_SW;
+  std::array<mpv_render_param, 2> parameters{
+      {{MPV_RENDER_PARAM_API_TYPE, software.data()}, {MPV_RENDER_PARAM_INVALID, nullptr}}};
+  if (mpv_render_context_create(&renderer_, player_, parameters.data()) < 0) return false;
+  mpv_render_context_set_update_callback(
+      renderer_, [](void* core) { static_cast<PlaybackCore*>(core)->WakeRenderer(); }, this);
+  return true;
+}
+
+PlaybackCore::~PlaybackCore() {
+  if (renderer_ != nullptr) mpv_render_context_set_update_callback(renderer_, nullptr, nullptr);
+  if (rendering_.joinable()) {
+    {
+      const std::lock_guard lock(mutex_);
+      ending_ = true;
+    }
+    wake_.notify_one();
+    rendering_.join();
+  }
+  if (renderer_ != nullptr) mpv_render_context_free(renderer_);
+  if (player_ == nullptr) return;
+  mpv_set_wakeup_callback(player_, nullptr, nullptr);
+  mpv_terminate_destroy(player_);
+}
+
+void PlaybackCore::Start(const QString& path) {
+  if (rendering_.joinable()) {
+    active_ = true;
+    position_ = 0;
+    duration_ = 0;
+    setPaused(false);
+    Command(player_, {"loadfile", path.toLocal8Bit().constData(), "replace"});
+  }
+}
+
+void PlaybackCore::Stop() {
+  if (rendering_.joinable()) Command(player_, {"stop"});
+}
+
+void PlaybackCore::setPaused(bool paused) {
+  if (!rendering_.joinable()) return;
+  int flag = paused ? 1 : 0;
+  mpv_set_property_async(player_, 0, "pause", MPV_FORMAT_FLAG, &flag);
+}
+
+void PlaybackCore::setVolume(int volume) {
+  if (!rendering_.joinable()) return;
+  double value = volume;
+  mpv_set_property_async(player_, 0, "volume", MPV_FORMAT_DOUBLE, &value);
+}
+
+// The far side is turned down, the near side stays.
+void PlaybackCore::setBalance(int balance) {
+  if (!rendering_.joinable()) return;
+  constexpr double kFull = 100;
+  const double left = balance > 0 ? 1 - balance / kFull : 1;
+  const double right = balance < 0 ? 1 + balance / kFull : 1;
+  const QByteArray filter = balance == 0 ? QByteArray()
+                                         : QStringLiteral(
+                                               "lavfi=[aformat=channel_layouts=stereo,"
+                                               "pan=stereo|c0=%1*c0|c1=%2*c1]")
+                                               .arg(left)
+                                               .arg(right)
+                                               .toLatin1();
+  Command(player_, {"af", "set", filter.constData()});
+}
+
+void PlaybackCore::ObserveProperties() {
+  for (const char* name : {kPosition, kDuration, kStoredWidth, kStoredHeight}) {
+    mpv_observe_property(player_, 0, name, MPV_FORMAT_DOUBLE);
+  }
+  mpv_set_wakeup_callback(
+      player_,
+      [](void* core) {
+        auto* self = static_cast<PlaybackCore*>(core);
+        QMetaObject::invokeMethod(
+            self, [self] { self->DrainEvents(); }, Qt::QueuedConnection);
+      },
+      this);
+}
+
+void PlaybackCore::DrainEvents() {
+  for (const mpv_event* event = mpv_wait_event(player_, 0); event->event_id != MPV_EVENT_NONE;
+       event = mpv_wait_event(player_, 0)) {
+    if (event->event_id == MPV_EVENT_PROPERTY_CHANGE) {
+      const auto& property = *static_cast<mpv_event_property*>(event->data);
+      TakeProperty(property.name, property.format == MPV_FORMAT_DOUBLE
+                                      ? static_cast<const double*>(property.data)
+                                      : nullptr);
+    } else if (event->event_id == MPV_EVENT_START_FILE) {
+      active_ = true;
+    } else if (event->event_id == MPV_EVENT_IDLE) {
+      active_ = false;
+    }
+  }
+}
+
+void PlaybackCore::TakeProperty(const char* name, const double* number) {
+  const double value = number == nullptr ? 0 : *number;
+  if (std::strcmp(name, kPosition) == 0) {
+    position_ = value;
+  } else if (std::strcmp(name, kDuration) == 0) {
+    if (number != nullptr) duration_ = value;
+  } else if (std::strcmp(name, kStoredWidth) == 0) {
+    storedWidth_ = static_cast<int>(value);
+    TakeSize();
+  } else if (std::strcmp(name, kStoredHeight) == 0) {
+    storedHeight_ = static_cast<int>(value);
+    TakeSize();
+  }
+}
+
+// The frame that is on its way was there before its size: it is drawn again.
+void PlaybackCore::TakeSize() {
+  const QSize size(storedWidth_, storedHeight_);
+  {
+    const std::lock_guard lock(mutex_);
+    if (size == size_) return;
+    size_ = size;
+    redraw_ = true;
+    if (size.isEmpty()) shown_ = QImage();
+  }
+  wake_.notify_one();
+  emit PictureChanged();
+}
+
+void PlaybackCore::WakeRenderer() {
+  {
+    const std::lock_guard lock(mutex_);
+    frameWaits_ = true;
+  }
+  wake_.notify_one();
+}
+
+void PlaybackCore::RenderFrames() {
+  std::unique_lock lock(mutex_);
+  while (true) {
+    wake_.wait(lock, [this] { return frameWaits_ || redraw_ || ending_; });
+    if (ending_) return;
+    const bool redraws = std::exchange(redraw_, false);
+    frameWaits_ = false;
+    lock.unlock();
+    const bool hasFrame = (mpv_render_context_update(renderer_) & MPV_RENDER_UPDATE_FRAME) != 0;
+    if (hasFrame || redraws) RenderFrame();
+    lock.lock();
+  }
+}
+
+void PlaybackCore::RenderFrame() {
+  QSize size;
+  {
+    const std::lock_guard lock(mutex_);
+    size = size_;
+  }
+  int skips = size.isEmpty() ? 1 : 0;
+  if (skips == 0 && drawing_.size() != size) drawing_ = QImage(size, QImage::Format_RGB32);
+  std::array<int, 2> extent{drawing_.width(), drawing_.height()};
+  std::string format = "bgr0";
+  auto stride = static_cast<std::size_t>(drawing_.bytesPerLine());
+  std::array<mpv_render_param, 6> parameters{{{MPV_RENDER_PARAM_SW_SIZE, extent.data()},
+                                              {MPV_RENDER_PARAM_SW_FORMAT, format.data()},
+                                              {MPV_RENDER_PARAM_SW_STRIDE, &stride},
+                                              {MPV_RENDER_PARAM_SW_POINTER, drawing_.bits()},
+                                              {MPV_RENDER_PARAM_SKIP_RENDERING, &skips},
+                                              {MPV_RENDER_PARAM_INVALID, nullptr}}};
+  mpv_render_context_render(renderer_, parameters.data());
+  if (skips != 0) return;
+  {
+    const std::lock_guard lock(mutex_);
+    if (size_ != size) return;
+    std::swap(shown_, drawing_);
+  }
+  if (changeTold_.exchange(true)) return;
+  QMetaObject::invokeMethod(
+      this,
+      [this] {
+        changeTold_ = false;
+        emit PictureChanged();
+      },
+      Qt::QueuedConnection);
+}
+
+QRegion PlaybackCore::Draw(QPainter& painter, const QRegion& region) {
+  const std::lock_guard lock(mutex_);
+  if (shown_.isNull()) return region;
+  const QRegion covered = region & shown_.rect();
+  for (const QRect& part : covered) painter.drawImage(part, shown_, part);
+  return region - covered;
+}
+
+}  // namespace kelvane

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <QImage>
+#include <QObject>
+#include <QSize>
+#include <QString>
+#include <atomic>
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
+
+class QPainter;
+class QRegion;
+struct mpv_handle;
+struct mpv_render_context;
+
+namespace kelvane {
+
+// Plays one file at a time: sound through the system's device, or silently where there is none; the
+// picture, as it is stored and without a regard for its pixels' shape, into memory on a thread of
+// its own. Shows nothing by itself and prints nothing.
+//
+// Everything public belongs to the user-interface thread, and no call of it waits for the player.
+class PlaybackCore : public QObject {
+  Q_OBJECT
+ public:
+  // Where the player can't be made, plays nothing.
+  PlaybackCore();
+  // Waits for the player's threads to end.
+  ~PlaybackCore() override;
+
+  // Starts a file from its beginning, whatever was playing.
+  void Start(const QString& path);
+  void Stop();
+  void setPaused(bool paused);
+  // 0 to 100.
+  void setVolume(int volume);
+  // -100, left alone, to 100, right alone.
+  void setBalance(int balance);
+
+  // Whether a file is being opened or played, paused or not.
+  bool Active() const { return active_; }
+  // In seconds; 0 while unknown.
+  double Position() const { return position_; }
+  double Duration() const { return duration_; }
+
+  // Draws the current picture, its top left corner at (0, 0), where it lies in `region`; returns
+  // the part of the region that it doesn't cover.
+  QRegion Draw(QPainter& painter, const QRegion& region);
+
+ signals:
+  // The picture, or whether there is one, has changed.
+  void PictureChanged();
+
+ private:
+  bool MakePlayer();
+  void ObserveProperties();
+  void DrainEvents();
+  void TakeProperty(const char* name, const double* number);
+  void TakeSize();
+  void RenderFrames();
+  void RenderFrame();
+  void WakeRenderer();
+
+  mpv_handle* player_ = nullptr;
+  mpv_render_context* renderer_ = nullptr;
+  bool active_ = false;
+  double position_ = 0;
+  double duration_ = 0;
+  int storedWidth_ = 0;
+  int storedHeight_ = 0;
+
+  std::thread rendering_;
+  std::mutex mutex_;  // guards what follows
+  std::condition_variable wake_;
+  bool frameWaits_ = false;
+  bool redraw_ = false;
+  bool ending_ = false;
+  QSize size_;      // of the pictures to come; empty while unknown
+  QImage shown_;    // null while there is none
+  QImage drawing_;  // the rendering thread's alone between two swaps
+  std::atomic<bool> changeTold_ = false;
+};
+
+}  // namespace kelvane

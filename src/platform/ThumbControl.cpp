@@ -1,0 +1,48 @@
+#include "platform/ThumbControl.h"
+
+#include <QAbstractSlider>
+#include <QScopedValueRollback>
+
+#include "platform/Container.h"
+#include "platform/HandlerScope.h"
+
+namespace kelvane {
+
+ThumbControl::ThumbControl(Container* container, const QString& name, QAbstractSlider* thumb)
+    : Control(container, name), thumb_(thumb) {
+  // Its menu would serve the queue, and hold up the handler at whose DoEvents it came up.
+  thumb_->setContextMenuPolicy(Qt::NoContextMenu);
+  FillWith(thumb_);
+  connect(thumb_, &QAbstractSlider::valueChanged, this, &ThumbControl::ValueChanged);
+  connect(thumb_, &QAbstractSlider::sliderReleased, this, &ThumbControl::ThumbReleased);
+}
+
+// What the code assigns is no step of the thumb, even while the user holds it.
+void ThumbControl::SetThumbValue(int value) {
+  if (value < thumb_->minimum() || value > thumb_->maximum()) return;
+  const QScopedValueRollback assigning(assigning_, true);
+  thumb_->setValue(value);
+}
+
+void ThumbControl::SetThumbRange(int min, int max) {
+  if (max < min) return;
+  const QScopedValueRollback assigning(assigning_, true);
+  thumb_->setRange(min, max);
+}
+
+void ThumbControl::ValueChanged() {
+  if (thumb_->isSliderDown() && !assigning_) {
+    Raise(this, Scroll);
+    return;
+  }
+  settledValue_ = thumb_->value();
+  Raise(this, Change);
+}
+
+void ThumbControl::ThumbReleased() {
+  if (thumb_->value() == settledValue_) return;
+  settledValue_ = thumb_->value();
+  Raise(this, Change);
+}
+
+}  // namespace kelvane
