@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QTimer>
+
+#include "media/DOSOutputs.h"
+#include "media/Module1.h"
+#include "platform/App.h"
+
+namespace kelvane {
+
+// The whole life of a program that opens with one window of the class; returns its exit status.
+// `programName` is the program's name as the window system shall know it.
+template <class Window>
+int RunProgram(const char* programName) {
+  App app(programName);
+  ClearShortPathsLeftBehind();
+
+  // Tools that outlive their output are taken leave of here. No form's timer: the last ones may end
+  // when the first window is closed already.
+  constexpr int kReapInterval = 1000;  // ms
+  QTimer reaper;
+  reaper.callOnTimeout(&DOSOutputs::ReapEndedChildren);
+  reaper.start(kReapInterval);
+
+  Window window;
+  window.Load();
+  window.Show();
+  return app.Run();
+}
+
+}  // namespace kelvane
