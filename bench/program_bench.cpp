@@ -18,7 +18,7 @@
 
 #include "desktop/driver/Program.h"
 #include "desktop/driver/Toolkit.h"
-#include "desktop/driver/Videos.h"
+#include "support/Videos.h"
 #include "desktop/driver/Windows.h"
 
 namespace {

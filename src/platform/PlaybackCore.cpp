@@ -12,6 +12,8 @@
 #include <utility>
 #include <vector>
 
+#include "shared/TextHelpers.h"
+
 namespace kelvane {
 namespace {
 
@@ -19,6 +21,9 @@ namespace {
 constexpr std::pair<const char*, const char*> kOptions[] = {
     {"config", "no"},
     {"load-scripts", "no"},
+    {"load-stats-overlay", "no"},
+    {"load-osd-console", "no"},
+    {"load-auto-profiles", "no"},
     {"osc", "no"},
     {"ytdl", "no"},
     {"terminal", "no"},
@@ -48,15 +53,19 @@ constexpr const char* kStoredHeight = "video-params/h";
 void Silence(const char* /*file*/, int /*line*/, const char* /*function*/, int /*error*/,
              const char* /*format*/, ...) {}
 
-void Command(mpv_handle* player, std::initializer_list<const char*> words) {
+// Marks the answer to a command that starts a file.
+constexpr std::uint64_t kStartAnswer = 1;
+
+void Command(mpv_handle* player, std::initializer_list<const char*> words,
+             std::uint64_t answer = 0) {
   std::vector<const char*> arguments(words);
   arguments.push_back(nullptr);
-  mpv_command_async(player, 0, arguments.data());
+  mpv_command_async(player, answer, arguments.data());
 }
 
 }  // namespace
 
-PlaybackCore::PlaybackCore() {
+PlaybackCore::PlaybackCore(QObject* parent) : QObject(parent) {
   if (!MakePlayer()) return;
   ObserveProperties();
   rendering_ = std::thread([this] { RenderFrames(); });
@@ -96,17 +105,17 @@ PlaybackCore::~PlaybackCore() {
 }
 
 void PlaybackCore::Start(const QString& path) {
-  if (rendering_.joinable()) {
-    active_ = true;
-    position_ = 0;
-    duration_ = 0;
-    setPaused(false);
-    Command(player_, {"loadfile", path.toLocal8Bit().constData(), "replace"});
-  }
+  if (!rendering_.joinable()) return;
+  active_ = true;
+  ++unansweredStarts_;
+  Command(player_, {"loadfile", ToNarrow(path).c_str(), "replace"}, kStartAnswer);
+  setPaused(false);
 }
 
 void PlaybackCore::Stop() {
-  if (rendering_.joinable()) Command(player_, {"stop"});
+  if (!rendering_.joinable()) return;
+  active_ = false;
+  Command(player_, {"stop"});
 }
 
 void PlaybackCore::setPaused(bool paused) {
@@ -159,12 +168,17 @@ void PlaybackCore::DrainEvents() {
       TakeProperty(property.name, property.format == MPV_FORMAT_DOUBLE
                                       ? static_cast<const double*>(property.data)
                                       : nullptr);
+    } else if (event->event_id == MPV_EVENT_COMMAND_REPLY) {
+      if (event->reply_userdata == kStartAnswer) --unansweredStarts_;
     } else if (event->event_id == MPV_EVENT_START_FILE) {
-      active_ = true;
+      position_ = 0;
+      duration_ = 0;
     } else if (event->event_id == MPV_EVENT_IDLE) {
-      active_ = false;
+      // While a start is under way this is still the end of what was before it.
+      if (unansweredStarts_ == 0) active_ = false;
     }
   }
+  TakeSize();
 }
 
 void PlaybackCore::TakeProperty(const char* name, const double* number) {
@@ -175,10 +189,8 @@ void PlaybackCore::TakeProperty(const char* name, const double* number) {
     if (number != nullptr) duration_ = value;
   } else if (std::strcmp(name, kStoredWidth) == 0) {
     storedWidth_ = static_cast<int>(value);
-    TakeSize();
   } else if (std::strcmp(name, kStoredHeight) == 0) {
     storedHeight_ = static_cast<int>(value);
-    TakeSize();
   }
 }
 

@@ -6,7 +6,6 @@
 #include <QString>
 #include <atomic>
 #include <condition_variable>
-#include <memory>
 #include <mutex>
 #include <optional>
 #include <thread>
@@ -27,7 +26,7 @@ class PlaybackCore : public QObject {
   Q_OBJECT
  public:
   // Where the player can't be made, plays nothing.
-  PlaybackCore();
+  explicit PlaybackCore(QObject* parent);
   // Waits for the player's threads to end.
   ~PlaybackCore() override;
 
@@ -67,6 +66,7 @@ class PlaybackCore : public QObject {
   mpv_handle* player_ = nullptr;
   mpv_render_context* renderer_ = nullptr;
   bool active_ = false;
+  int unansweredStarts_ = 0;
   double position_ = 0;
   double duration_ = 0;
   int storedWidth_ = 0;

@@ -1,35 +1,20 @@
 #include "platform/WindowsMediaPlayer.h"
 
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QPaintEvent>
 #include <QPainter>
 
 #include "platform/Colours.h"
 #include "platform/Container.h"
 #include "platform/PlaybackCore.h"
+#include "shared/TextHelpers.h"
 
 namespace kelvane {
-namespace {
-
-QString PositionText(int seconds) {
-  constexpr int kSixty = 60;
-  const auto twoDigits = [](int number) {
-    return QString::number(number).rightJustified(2, QLatin1Char('0'));
-  };
-  const int minutes = seconds / kSixty;
-  const QString minutesAndSeconds =
-      twoDigits(minutes % kSixty) + QLatin1Char(':') + twoDigits(seconds % kSixty);
-  return minutes < kSixty ? minutesAndSeconds
-                          : twoDigits(minutes / kSixty) + QLatin1Char(':') + minutesAndSeconds;
-}
-
-}  // namespace
-
 WindowsMediaPlayer::WindowsMediaPlayer(Container* container, const QString& name)
     : Control(container, name) {
   setAttribute(Qt::WA_OpaquePaintEvent);
 }
-
-WindowsMediaPlayer::~WindowsMediaPlayer() = default;
 
 void WindowsMediaPlayer::setURL(const QString& url) {
   url_ = url;
@@ -42,10 +27,10 @@ void WindowsMediaPlayer::setURL(const QString& url) {
 }
 
 void WindowsMediaPlayer::MakeCore() {
-  core_ = std::make_unique<PlaybackCore>();
+  core_ = new PlaybackCore(this);
   core_->setVolume(settings.volume());
   core_->setBalance(settings.balance());
-  connect(core_.get(), &PlaybackCore::PictureChanged, this, [this] { update(); });
+  connect(core_, &PlaybackCore::PictureChanged, this, [this] { update(); });
 }
 
 void WindowsMediaPlayer::Controls::play() {
@@ -67,7 +52,7 @@ void WindowsMediaPlayer::Controls::stop() {
 
 QString WindowsMediaPlayer::Controls::currentPositionString() const {
   if (player_.url_.isEmpty()) return {};
-  return PositionText(static_cast<int>(player_.core_->Position()));
+  return FormatPosition(player_.core_->Position());
 }
 
 void WindowsMediaPlayer::Settings::setVolume(int volume) {
@@ -94,6 +79,17 @@ void WindowsMediaPlayer::paintEvent(QPaintEvent* event) {
   QRegion uncovered = event->region();
   if (core_ != nullptr) uncovered = core_->Draw(painter, uncovered);
   for (const QRect& part : uncovered) painter.fillRect(part, QColor(kBlack));
+}
+
+// Not waited for: a menu of its own loop would hold up the handler at whose DoEvents it came up.
+void WindowsMediaPlayer::contextMenuEvent(QContextMenuEvent* event) {
+  if (url_.isEmpty()) return;
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->addAction(QStringLiteral("Play"), this, [this] { controls.play(); });
+  menu->addAction(QStringLiteral("Pause"), this, [this] { controls.pause(); });
+  menu->addAction(QStringLiteral("Stop"), this, [this] { controls.stop(); });
+  menu->popup(event->globalPos());
 }
 
 }  // namespace kelvane

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <memory>
 #include <optional>
 
 #include "platform/Control.h"
@@ -10,15 +9,15 @@ namespace kelvane {
 class PlaybackCore;
 
 // A player without any controls of its own over the picture: natural size, one pixel of the source
-// to one of the screen, from the top left corner; black where there is no picture. A file that
-// can't be played shows nothing and says nothing.
+// to one of the screen, from the top left corner; black where there is no picture. What it offers
+// the user is a context menu on the picture. A file that can't be played shows nothing and says
+// nothing.
 //
 // The player behind it is made at the first URL. No call waits for it.
 class WindowsMediaPlayer : public Control {
   Q_OBJECT
  public:
   WindowsMediaPlayer(Container* container, const QString& name);
-  ~WindowsMediaPlayer() override;
 
   // The path of the file; a new one, and the same one again, starts by itself, from the beginning
   // and for one pass. An empty one unloads.
@@ -62,12 +61,13 @@ class WindowsMediaPlayer : public Control {
 
  protected:
   void paintEvent(QPaintEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
   void MakeCore();
 
   QString url_;
-  std::unique_ptr<PlaybackCore> core_;
+  PlaybackCore* core_ = nullptr;
 };
 
 }  // namespace kelvane

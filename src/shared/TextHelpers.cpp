@@ -10,6 +10,8 @@ namespace kelvane {
 namespace {
 
 constexpr int kGroupDigits = 3;
+constexpr int kSixty = 60;
+constexpr int kHour = 3600;  // seconds
 
 // Blanks, tabs and line breaks, the characters that may stand round a number.
 QString WithoutSpaceRound(const QString& text) { return text.trimmed(); }
@@ -54,6 +56,15 @@ std::optional<int> TimePart(const QString& text, int limit) {
   return value < limit ? std::optional(value) : std::nullopt;
 }
 
+QString TwoDigits(std::int64_t number) {
+  return QString::number(number).rightJustified(2, QLatin1Char('0'));
+}
+
+// Without the hours.
+QString MinutesAndSeconds(std::int64_t seconds) {
+  return TwoDigits(seconds / kSixty % kSixty) + QLatin1Char(':') + TwoDigits(seconds % kSixty);
+}
+
 }  // namespace
 
 std::string ToNarrow(const QString& text) { return text.toLocal8Bit().toStdString(); }
@@ -91,15 +102,16 @@ QString FormatTwoDecimals(double number) {
 }
 
 QString FormatTimeOfDay(double seconds) {
-  constexpr std::int64_t kSixty = 60;
+  constexpr double kDay = 86400;
   constexpr std::int64_t kHours = 24;
-  const auto twoDigits = [](std::int64_t number) {
-    return QString::number(number).rightJustified(2, QLatin1Char('0'));
-  };
-  const std::int64_t whole = std::llround(std::abs(seconds));
-  const std::int64_t minutes = whole / kSixty;
-  return QString::number(minutes / kSixty % kHours) + QLatin1Char(':') +
-         twoDigits(minutes % kSixty) + QLatin1Char(':') + twoDigits(whole % kSixty);
+  const std::int64_t whole = std::llround(std::fmod(std::abs(seconds), kDay));
+  return QString::number(whole / kHour % kHours) + QLatin1Char(':') + MinutesAndSeconds(whole);
+}
+
+QString FormatPosition(double seconds) {
+  const auto whole = static_cast<std::int64_t>(seconds);
+  return whole < kHour ? MinutesAndSeconds(whole)
+                       : TwoDigits(whole / kHour) + QLatin1Char(':') + MinutesAndSeconds(whole);
 }
 
 std::optional<float> SingleFromText(const QString& text) {
@@ -110,7 +122,6 @@ std::optional<float> SingleFromText(const QString& text) {
 
 std::optional<int> SecondsFromTimeText(const QString& text) {
   constexpr int kHours = 24;
-  constexpr int kSixty = 60;
   const QStringList parts = WithoutSpaceRound(text).split(QLatin1Char(':'));
   if (parts.size() < 2 || parts.size() > 3) return std::nullopt;
   const std::optional<int> hours = TimePart(parts[0], kHours);

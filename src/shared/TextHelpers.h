@@ -29,6 +29,10 @@ QString FormatTwoDecimals(double number);
 // second to nearest, and shows a negative number as its absolute value.
 QString FormatTimeOfDay(double seconds);
 
+// A place in a recording as a player shows it: "mm:ss", and "hh:mm:ss" from an hour on, of the
+// whole seconds that have passed. Not negative.
+QString FormatPosition(double seconds);
+
 // The number that a text stands for. Blanks, tabs and line breaks round it and group separators in
 // it don't matter, and a comma before three digits groups wherever it isn't the decimal separator.
 std::optional<float> SingleFromText(const QString& text);

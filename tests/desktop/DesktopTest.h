@@ -6,7 +6,7 @@
 
 #include "desktop/driver/Program.h"
 #include "desktop/driver/Screen.h"
-#include "desktop/driver/Videos.h"
+#include "support/Videos.h"
 #include "desktop/driver/Windows.h"
 
 namespace kelvane::desktop {

@@ -61,5 +61,44 @@ TEST(TimeText, DigitsOfOtherScriptsAreNoTime) {
   EXPECT_EQ(SecondsFromTimeText(QString::fromUtf8("٠٠:٠٠:١٠")), std::nullopt);
 }
 
+struct SecondsAndText {
+  double seconds;
+  const char* text;
+};
+
+TEST(TimeOfDay, HasHoursWithoutALeadingZero) {
+  const std::vector<SecondsAndText> cases = {{0, "0:00:00"},      {9, "0:00:09"},
+                                             {75, "0:01:15"},     {3600, "1:00:00"},
+                                             {45296, "12:34:56"}, {86399, "23:59:59"}};
+  for (const auto& [seconds, text] : cases) EXPECT_EQ(FormatTimeOfDay(seconds), text) << seconds;
+}
+
+TEST(TimeOfDay, WrapsAfterTwentyFourHours) {
+  const std::vector<SecondsAndText> cases = {
+      {86400, "0:00:00"}, {86475, "0:01:15"}, {10 * 86400 + 3661, "1:01:01"}, {1e15, "1:46:40"}};
+  for (const auto& [seconds, text] : cases) EXPECT_EQ(FormatTimeOfDay(seconds), text) << seconds;
+}
+
+TEST(TimeOfDay, RoundsFractionsOfASecond) {
+  const std::vector<SecondsAndText> cases = {{74.6, "0:01:15"},
+                                             {75.4, "0:01:15"},
+                                             {59.5, "0:01:00"},
+                                             {86399.4, "23:59:59"},
+                                             {86399.6, "0:00:00"}};
+  for (const auto& [seconds, text] : cases) EXPECT_EQ(FormatTimeOfDay(seconds), text) << seconds;
+}
+
+TEST(TimeOfDay, OfANegativeNumberIsThatOfItsAbsoluteValue) {
+  EXPECT_EQ(FormatTimeOfDay(-75), QStringLiteral("0:01:15"));
+}
+
+TEST(Position, HasMinutesAndSecondsAndHoursWhereThereAreAny) {
+  const std::vector<SecondsAndText> cases = {
+      {0, "00:00"},        {0.99, "00:00"},      {1, "00:01"},       {59.9, "00:59"},
+      {75, "01:15"},       {3599.9, "59:59"},    {3600, "01:00:00"}, {3661.5, "01:01:01"},
+      {86400, "24:00:00"}, {360000, "100:00:00"}};
+  for (const auto& [seconds, text] : cases) EXPECT_EQ(FormatPosition(seconds), text) << seconds;
+}
+
 }  // namespace
 }  // namespace kelvane

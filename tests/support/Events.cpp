@@ -52,6 +52,17 @@ bool PumpUntil(const std::function<bool()>& condition) {
   return true;
 }
 
+bool HoldsFor(int milliseconds, const std::function<bool()>& condition) {
+  QElapsedTimer clock;
+  clock.start();
+  bool held = true;
+  PumpUntil([&] {
+    held = condition();
+    return !held || clock.hasExpired(milliseconds);
+  });
+  return held;
+}
+
 void PumpOnce() {
   bool served = false;
   AtNextDoEvents([&served] { served = true; });

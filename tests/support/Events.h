@@ -31,6 +31,9 @@ namespace kelvane::testing {
 
 // Serves events until the condition is true; false if it isn't in good time.
 bool PumpUntil(const std::function<bool()>& condition);
+// Serves events for `milliseconds`, or less if the condition doesn't hold all the while: then
+// false.
+bool HoldsFor(int milliseconds, const std::function<bool()>& condition);
 // Serves everything that waits, deletions as well.
 void PumpOnce();
 // Waits for `count` ticks of a timer by the clock; false if they don't come in good time.

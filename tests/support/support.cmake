@@ -2,13 +2,18 @@
 # which makes the application object.
 include_guard(GLOBAL)
 
+add_library(kelvane_test_videos STATIC ${CMAKE_CURRENT_LIST_DIR}/Videos.cpp)
+target_include_directories(kelvane_test_videos PUBLIC ${PROJECT_SOURCE_DIR}/tests)
+target_link_libraries(kelvane_test_videos PUBLIC Qt6::Core PRIVATE kelvane_options)
+
 add_library(kelvane_test_support STATIC
   ${CMAKE_CURRENT_LIST_DIR}/AllocationFailure.cpp
   ${CMAKE_CURRENT_LIST_DIR}/DialogAnswers.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Events.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Main.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/PlayerWatch.cpp
   ${CMAKE_CURRENT_LIST_DIR}/RecordingTools.cpp)
 target_include_directories(kelvane_test_support PUBLIC ${PROJECT_SOURCE_DIR}/tests)
 target_link_libraries(kelvane_test_support
-  PUBLIC kelvane_platform kelvane_shared GTest::gtest
+  PUBLIC kelvane_test_videos kelvane_platform kelvane_shared GTest::gtest
   PRIVATE kelvane_options)

@@ -1,8 +1,19 @@
-#include "desktop/driver/Videos.h"
+#include "support/Videos.h"
 
 #include <QProcess>
 
-namespace kelvane::desktop {
+namespace kelvane {
+namespace {
+
+bool MakeWithTone(const QString& path, const QString& picture, double seconds) {
+  const QString duration = QStringLiteral(":duration=%1").arg(seconds);
+  return RunTool(QStringLiteral("ffmpeg"),
+                 {"-v", "error", "-f", "lavfi", "-i", picture + duration, "-f", "lavfi", "-i",
+                  QStringLiteral("sine=frequency=440") + duration, "-pix_fmt", "yuv420p", "-preset",
+                  "ultrafast", path});
+}
+
+}  // namespace
 
 bool RunTool(const QString& tool, const QStringList& arguments, QString* printed) {
   constexpr int kLongest = 60'000;  // ms
@@ -16,14 +27,13 @@ bool RunTool(const QString& tool, const QStringList& arguments, QString* printed
 }
 
 bool MakeVideo(const QString& path, QSize size, int seconds) {
-  const QString picture = QStringLiteral("testsrc2=size=%1x%2:rate=25:duration=%3")
-                              .arg(size.width())
-                              .arg(size.height())
-                              .arg(seconds);
-  const QString tone = QStringLiteral("sine=frequency=440:duration=%1").arg(seconds);
-  return RunTool(QStringLiteral("ffmpeg"),
-                 {"-v", "error", "-f", "lavfi", "-i", picture, "-f", "lavfi", "-i", tone,
-                  "-pix_fmt", "yuv420p", "-preset", "ultrafast", path});
+  return MakeWithTone(
+      path, QStringLiteral("testsrc2=size=%1x%2:rate=25").arg(size.width()).arg(size.height()),
+      seconds);
+}
+
+bool MakePlainVideo(const QString& path, const QString& colour, double seconds) {
+  return MakeWithTone(path, QStringLiteral("color=%1:size=320x180:rate=25").arg(colour), seconds);
 }
 
 QSize VideoSize(const QString& path) {
@@ -48,4 +58,4 @@ int Pictures(const QString& path) {
   return printed.trimmed().toInt();
 }
 
-}  // namespace kelvane::desktop
+}  // namespace kelvane

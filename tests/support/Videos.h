@@ -6,7 +6,7 @@
 #include <QStringList>
 
 // Videos made and looked at with the real tools.
-namespace kelvane::desktop {
+namespace kelvane {
 
 // Runs the tool to its end with nothing to read. False if it fails or takes over a minute; what it
 // printed goes to `printed`.
@@ -14,10 +14,13 @@ bool RunTool(const QString& tool, const QStringList& arguments, QString* printed
 
 // A moving test picture with a tone, 25 pictures a second. False if it can't be made.
 bool MakeVideo(const QString& path, QSize size, int seconds);
+// One colour, by its name, without a change, 320 by 180 pixels, with a tone. False if it can't be
+// made.
+bool MakePlainVideo(const QString& path, const QString& colour, double seconds);
 
 // The size of the file's first picture stream; empty if it has none.
 QSize VideoSize(const QString& path);
 // The number of pictures that decode; -1 if the file doesn't decode without complaint.
 int Pictures(const QString& path);
 
-}  // namespace kelvane::desktop
+}  // namespace kelvane

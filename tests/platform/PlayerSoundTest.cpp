@@ -1,0 +1,147 @@
+// The sound as it leaves for the machine's sound system, which here writes it into a file.
+#include <QFile>
+#include <cmath>
+#include <cstring>
+#include <vector>
+
+#include "platform/PlayerTest.h"
+
+namespace kelvane::testing {
+namespace {
+
+// How loud a channel is: the root of its mean square.
+struct Loudness {
+  double left = 0;
+  double right = 0;
+};
+
+class PlayerSound : public PlayerTest {
+ protected:
+  void SetUp() override {
+    UseSoundSystem(
+        "pcm.silence { type null }\n"
+        "pcm.writer { type file format raw slave.pcm silence file \"" +
+        heard_.toUtf8() +
+        "\" }\n"
+        "pcm.!default { type plug slave { pcm writer format FLOAT_LE channels 2 } }\n");
+  }
+  void TearDown() override { qunsetenv("ALSA_CONFIG_PATH"); }
+
+  void UseSoundSystem(const QByteArray& configuration) const {
+    const QString path = files.filePath("sound.conf");
+    QFile file(path);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_EQ(file.write(configuration), configuration.size());
+    qputenv("ALSA_CONFIG_PATH", path.toUtf8());
+  }
+
+  // The same tone left and right.
+  QString MakeStereo() const {
+    return Make("stereo.flac", {"-f", "lavfi", "-i",
+                                "aevalsrc='0.5*sin(440*2*PI*t)|0.5*sin(440*2*PI*t)':duration=2"});
+  }
+
+  Loudness Hear(const QString& file) const {
+    QFile::remove(heard_);
+    player.setURL(file);
+    EXPECT_TRUE(watch.AwaitEnd());
+    QFile raw(heard_);
+    EXPECT_TRUE(raw.open(QIODevice::ReadOnly));
+    const QByteArray bytes = raw.readAll();
+    std::vector<float> samples(static_cast<std::size_t>(bytes.size()) / sizeof(float));
+    EXPECT_GT(samples.size(), 44'100U) << "a second of two channels at least, half of it in";
+    std::memcpy(samples.data(), bytes.constData(), samples.size() * sizeof(float));
+    Loudness sum;
+    for (std::size_t place = 0; place + 1 < samples.size(); place += 2) {
+      sum.left += samples[place] * samples[place];
+      sum.right += samples[place + 1] * samples[place + 1];
+    }
+    const auto pairs = static_cast<double>(samples.size() / 2);
+    return {std::sqrt(sum.left / pairs), std::sqrt(sum.right / pairs)};
+  }
+
+  const QString heard_ = files.filePath("heard.raw");
+};
+
+TEST_F(PlayerSound, IsAsLoudOnBothSidesInTheMiddle) {
+  player.settings.setVolume(100);
+  const Loudness heard = Hear(MakeStereo());
+  EXPECT_NEAR(heard.left, 0.5 / std::sqrt(2), 0.02);
+  EXPECT_NEAR(heard.right, 0.5 / std::sqrt(2), 0.02);
+}
+
+// The far side is turned down, the near side stays.
+TEST_F(PlayerSound, LeansToASideAsTheBalanceSays) {
+  struct Balance {
+    int value;
+    double left;
+    double right;
+  };
+  player.settings.setVolume(100);
+  const QString file = MakeStereo();
+  const Loudness full = Hear(file);
+  for (const Balance& balance :
+       std::vector<Balance>{{-100, 1, 0}, {-40, 1, 0.6}, {0, 1, 1}, {25, 0.75, 1}, {100, 0, 1}}) {
+    SCOPED_TRACE(balance.value);
+    player.settings.setBalance(balance.value);
+    const Loudness heard = Hear(file);
+    EXPECT_NEAR(heard.left / full.left, balance.left, 0.05);
+    EXPECT_NEAR(heard.right / full.right, balance.right, 0.05);
+  }
+}
+
+TEST_F(PlayerSound, OfOneOrSixChannelsLeansToo) {
+  player.settings.setBalance(-100);
+  for (const char* layout : {"mono", "5.1"}) {
+    SCOPED_TRACE(layout);
+    const Loudness heard =
+        Hear(Make(QStringLiteral("%1.flac").arg(QLatin1String(layout)),
+                  {"-f", "lavfi", "-i", "sine=frequency=440:duration=2", "-af",
+                   QStringLiteral("aformat=channel_layouts=%1").arg(QLatin1String(layout))}));
+    EXPECT_GT(heard.left, 0.001);
+    EXPECT_NEAR(heard.right / heard.left, 0, 0.01);
+  }
+}
+
+TEST_F(PlayerSound, IsLouderWithTheVolumeAndGoneAtNought) {
+  const QString file = MakeStereo();
+  double former = -1;
+  for (const int volume : {0, 30, 50, 100}) {
+    player.settings.setVolume(volume);
+    const double heard = Hear(file).left;
+    EXPECT_GT(heard, former) << volume;
+    if (volume == 0) {
+      EXPECT_EQ(heard, 0);
+    }
+    former = heard;
+  }
+}
+
+TEST_F(PlayerSound, StartsAtHalfTheVolumeInTheMiddle) {
+  EXPECT_EQ(player.settings.volume(), 50);
+  EXPECT_EQ(player.settings.balance(), 0);
+}
+
+TEST_F(PlayerSound, RefusesVolumesAndBalancesOutOfRange) {
+  player.settings.setVolume(30);
+  player.settings.setBalance(-40);
+  for (const int refused : {-1, 101}) player.settings.setVolume(refused);
+  for (const int refused : {-101, 101}) player.settings.setBalance(refused);
+  EXPECT_EQ(player.settings.volume(), 30);
+  EXPECT_EQ(player.settings.balance(), -40);
+}
+
+TEST_F(PlayerSound, IsMissingWithoutADeviceAndTheVideoPlaysOn) {
+  UseSoundSystem("# no device\n");
+  ::testing::internal::CaptureStdout();
+  ::testing::internal::CaptureStderr();
+  player.setURL(MakePlain("red.mp4", "red", 20));
+  const bool played = watch.AwaitColour(kPlayedRed) && watch.AwaitPosition(0.5);
+  form.reset();
+  EXPECT_EQ(::testing::internal::GetCapturedStdout(), "");
+  EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
+  EXPECT_TRUE(played);
+}
+
+}  // namespace
+}  // namespace kelvane::testing
