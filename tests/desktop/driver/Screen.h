@@ -59,6 +59,9 @@ class Screen {
   QImage Picture(const QRect& part) const { return Picture().copy(part); }
   QRgb Pixel(QPoint place) const;
 
+  // The picture that the pointer shows at this moment, as wide and as high as what is drawn in it.
+  QSize PointerShape() const;
+
   void MovePointer(QPoint place);
   void Press(PointerButton button);
   void Release(PointerButton button);
