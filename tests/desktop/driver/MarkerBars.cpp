@@ -2,12 +2,19 @@
 
 namespace kelvane::desktop {
 
+namespace {
+constexpr int kThickness = 5;
+}
+
 MarkerBars BarsAround(QSize video) {
-  constexpr int kThickness = 5;
   return {.left = {0, 0, kThickness, video.height()},
           .top = {0, 0, video.width(), kThickness},
           .right = {video.width() - kThickness, 0, kThickness, video.height()},
           .base = {0, video.height() - kThickness, video.width(), kThickness}};
+}
+
+QRect InsideBars(QSize video) {
+  return QRect(QPoint(), video).adjusted(kThickness, kThickness, -kThickness, -kThickness);
 }
 
 Region RegionOf(const MarkerBars& bars) {

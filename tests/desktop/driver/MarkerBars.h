@@ -23,6 +23,8 @@ struct Region {
 
 // At the edges of a video of this size.
 MarkerBars BarsAround(QSize video);
+// The canvas without them.
+QRect InsideBars(QSize video);
 Region RegionOf(const MarkerBars& bars);
 QRegion AllOf(const MarkerBars& bars);
 

@@ -3,6 +3,17 @@
 #include <QProcess>
 
 namespace kelvane::desktop {
+namespace {
+
+// `pictures` is a source of the tool's filters.
+bool Make(const QString& path, const QString& pictures, int seconds) {
+  const QString tone = QStringLiteral("sine=frequency=440:duration=%1").arg(seconds);
+  return RunTool(QStringLiteral("ffmpeg"),
+                 {"-v", "error", "-f", "lavfi", "-i", pictures, "-f", "lavfi", "-i", tone,
+                  "-pix_fmt", "yuv420p", "-preset", "ultrafast", path});
+}
+
+}  // namespace
 
 bool RunTool(const QString& tool, const QStringList& arguments, QString* printed) {
   constexpr int kLongest = 60'000;  // ms
@@ -16,14 +27,27 @@ bool RunTool(const QString& tool, const QStringList& arguments, QString* printed
 }
 
 bool MakeVideo(const QString& path, QSize size, int seconds) {
-  const QString picture = QStringLiteral("testsrc2=size=%1x%2:rate=25:duration=%3")
-                              .arg(size.width())
-                              .arg(size.height())
-                              .arg(seconds);
-  const QString tone = QStringLiteral("sine=frequency=440:duration=%1").arg(seconds);
-  return RunTool(QStringLiteral("ffmpeg"),
-                 {"-v", "error", "-f", "lavfi", "-i", picture, "-f", "lavfi", "-i", tone,
-                  "-pix_fmt", "yuv420p", "-preset", "ultrafast", path});
+  return Make(path,
+              QStringLiteral("testsrc2=size=%1x%2:rate=25:duration=%3")
+                  .arg(size.width())
+                  .arg(size.height())
+                  .arg(seconds),
+              seconds);
+}
+
+bool MakeColours(const QString& path, QSize size, const QList<QRgb>& colours) {
+  QString pictures;
+  QString joined;
+  int count = 0;
+  for (const QRgb colour : colours) {
+    pictures += QStringLiteral("color=c=0x%1:size=%2x%3:rate=25:duration=1[c%4];")
+                    .arg(colour & RGB_MASK, 6, 16, QLatin1Char('0'))
+                    .arg(size.width())
+                    .arg(size.height())
+                    .arg(count);
+    joined += QStringLiteral("[c%1]").arg(count++);
+  }
+  return Make(path, pictures + joined + QStringLiteral("concat=n=%1").arg(count), count);
 }
 
 QSize VideoSize(const QString& path) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QColor>
 #include <QList>
 #include <QSize>
 #include <QString>
@@ -14,6 +15,10 @@ bool RunTool(const QString& tool, const QStringList& arguments, QString* printed
 
 // A moving test picture with a tone, 25 pictures a second. False if it can't be made.
 bool MakeVideo(const QString& path, QSize size, int seconds);
+
+// A video with a tone whose pictures are of one colour each, a second of every colour in turn, 25
+// pictures a second. False if it can't be made.
+bool MakeColours(const QString& path, QSize size, const QList<QRgb>& colours);
 
 // The size of the file's first picture stream; empty if it has none.
 QSize VideoSize(const QString& path);

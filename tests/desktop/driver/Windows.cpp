@@ -120,6 +120,12 @@ QRect MainWindow::Bars() const {
   return Extent(viewport, viewport.rect(), kMarker);
 }
 
+// The lower scroll bar covers its last rows.
+QRect MainWindow::Viewport() const {
+  constexpr int kCovered = 4;
+  return Place(QStringLiteral("Picture1(1)")).adjusted(0, 0, 0, -kCovered);
+}
+
 bool MainWindow::AwaitBarsAround(QSize video) const {
   return AwaitBars(BarsAround(video), QRect(QPoint(), video));
 }
@@ -129,10 +135,7 @@ bool MainWindow::AwaitBars(const MarkerBars& bars, const QRect& canvas) const {
 }
 
 bool MainWindow::ShowsBars(const MarkerBars& bars, const QRect& canvas) const {
-  // The lower scroll bar covers the last rows of the viewport.
-  constexpr int kCovered = 4;
-  const QImage viewport =
-      screen_.Picture(Place(QStringLiteral("Picture1(1)")).adjusted(0, 0, 0, -kCovered));
+  const QImage viewport = screen_.Picture(Viewport());
   const QRegion expected =
       AllOf(bars).translated(canvas.topLeft()) & canvas & QRegion(viewport.rect());
   int pixels = 0;
@@ -141,6 +144,11 @@ bool MainWindow::ShowsBars(const MarkerBars& bars, const QRect& canvas) const {
     if (!desktop::AllOf(viewport, part, kMarker)) return false;
   }
   return CountOf(viewport, viewport.rect(), kMarker) == pixels;
+}
+
+QImage MainWindow::Inside(QSize video) const {
+  const QRect viewport = Viewport();
+  return screen_.Picture(InsideBars(video).translated(viewport.topLeft()) & viewport);
 }
 
 QPoint MainWindow::OnCanvas(QPoint place) const {

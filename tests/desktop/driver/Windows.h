@@ -62,12 +62,17 @@ class MainWindow {
   // pixel of the viewport may have their colour.
   bool AwaitBars(const MarkerBars& bars, const QRect& canvas) const;
   bool ShowsBars(const MarkerBars& bars, const QRect& canvas) const;
+  // What a canvas of this size that hasn't been scrolled shows inside bars at its edges; the part
+  // of it that lies in the viewport.
+  QImage Inside(QSize video) const;
   // The screen's pixel of a place on a canvas that hasn't been scrolled.
   QPoint OnCanvas(QPoint place) const;
   // The filled part of the progress bar in pixels.
   int Progress() const;
 
  private:
+  QRect Viewport() const;
+
   Screen& screen_;
   WindowId window_ = 0;
 };
