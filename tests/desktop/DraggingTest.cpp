@@ -35,9 +35,7 @@ class Dragging : public DesktopTest {
   }
 
   void Drag(QPoint place, QPoint way, PointerButton button = kLeftButton) {
-    Grab(place, button);
-    PullBy(way);
-    screen.Release(button);
+    screen.Drag(window.OnCanvas(place), way, button);
   }
 
   void ExpectBars(const MarkerBars& bars, const QRect& canvas = kCanvas) const {

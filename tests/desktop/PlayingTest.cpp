@@ -139,10 +139,10 @@ TEST_F(Playing, GoesOnBeneathDraggedAndScrolledBars) {
     return IsNear(screen.Pixel(window.OnCanvas(place)), 0xffff0000);
   };
   ASSERT_TRUE(WaitFor([&] { return isRed({300, 100}); }));
-  Drag(window.OnCanvas({2, 180}), {100, 0});
-  Drag(window.OnCanvas({320, 2}), {0, 50});
-  Drag(window.OnCanvas({637, 180}), {-200, 0});
-  Drag(window.OnCanvas({320, 357}), {0, -100});
+  screen.Drag(window.OnCanvas({2, 180}), {100, 0});
+  screen.Drag(window.OnCanvas({320, 2}), {0, 50});
+  screen.Drag(window.OnCanvas({637, 180}), {-200, 0});
+  screen.Drag(window.OnCanvas({320, 357}), {0, -100});
   const MarkerBars bars = {
       {100, 50, 5, 205}, {100, 50, 335, 5}, {435, 50, 5, 210}, {100, 255, 335, 5}};
   EXPECT_TRUE(window.AwaitBars(bars, QRect(QPoint(), kVideo)));
@@ -164,7 +164,7 @@ TEST_F(Playing, GoesOnDuringAPreviewAndPausesForACrop) {
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kVideo, 60));
   window.Click(kRunVideo);
   ASSERT_TRUE(AwaitMoving(kVideo));
-  Drag(window.OnCanvas({2, 180}), {100, 0});
+  screen.Drag(window.OnCanvas({2, 180}), {100, 0});
   ASSERT_TRUE(window.AwaitRegion({100, 0, 635, 355}));
   window.Click(kPreviewCroppedVideo);
   ASSERT_TRUE(WaitFor([&] { return !program.RunsOf("ffplay").isEmpty(); }));

@@ -53,13 +53,6 @@ class Playing : public DesktopTest {
                        [&](const QRect& part) { return AllOf(canvas, part, kMarker); });
   }
 
-  void Drag(QPoint place, QPoint way) {
-    screen.MovePointer(place);
-    screen.Press(kLeftButton);
-    screen.MovePointer(place + way);
-    screen.Release(kLeftButton);
-  }
-
   // The window answers the pointer.
   bool Lives() {
     window.PointAtGround();

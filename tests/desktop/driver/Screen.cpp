@@ -156,6 +156,14 @@ void Screen::Click(QPoint place, PointerButton button) {
   Release(button);
 }
 
+void Screen::Drag(QPoint place, QPoint way, PointerButton button) {
+  MovePointer(place);
+  Press(button);
+  MovePointer(place + way / 3);
+  MovePointer(place + way);
+  Release(button);
+}
+
 void Screen::Strike(std::uint32_t key, std::uint32_t held) {
   const std::uint8_t code = keyboard_.value(key).code;
   const std::uint8_t heldCode = held == 0 ? std::uint8_t{0} : keyboard_.value(held).code;
