@@ -18,11 +18,12 @@
 
 #include "desktop/driver/Program.h"
 #include "desktop/driver/Toolkit.h"
-#include "support/Videos.h"
 #include "desktop/driver/Windows.h"
+#include "support/Videos.h"
 
 namespace {
 
+using namespace kelvane;
 using namespace kelvane::desktop;
 
 constexpr const char* kProgramFolder = KELVANE_PROGRAM_FOLDER;

@@ -1,6 +1,7 @@
 // Shows the program at work: a private display, a clip made for the purpose, and the real window
-// driven with a real pointer through load, preview, crop and cancel. Leaves a picture of each step
-// and the cropped file; ends with 0 only if that file has the size that the bars said.
+// driven with a real pointer through load, play, the dragging of all four bars, preview, crop and
+// cancel. Leaves a picture of each step and the cropped file; ends with 0 only if that file is what
+// the same command line gives without the program.
 //
 //   kelvane_demo PROGRAM_FOLDER OUTPUT_FOLDER
 #include <QDir>
@@ -11,19 +12,27 @@
 
 #include "desktop/driver/Program.h"
 #include "desktop/driver/Toolkit.h"
-#include "support/Videos.h"
 #include "desktop/driver/Windows.h"
+#include "support/Videos.h"
 
 namespace {
 
+using namespace kelvane;
 using namespace kelvane::desktop;
 
 constexpr QSize kClip(640, 360);
 constexpr int kClipSeconds = 30;
-// The bars are five pixels thick; the region ends where the right and the base bar begin.
-constexpr QSize kRegion(635, 355);
+constexpr int kThickness = 5;
+// In the middle of each bar at the edges of the canvas.
+constexpr QPoint kOnLeftBar(2, 180);
+constexpr QPoint kOnTopBar(320, 2);
+constexpr QPoint kOnRightBar(637, 180);
+constexpr QPoint kOnBaseBar(320, 357);
+// Where the four bars are dragged to.
+constexpr Region kRegion = {.left = 101, .top = 43, .right = 522, .base = 310};
+constexpr QSize kRegionSize(kRegion.right - kRegion.left, kRegion.base - kRegion.top);
 // The tool's crop filter rounds down to whole colour samples, which lie on every other pixel.
-constexpr QSize kCropped(634, 354);
+constexpr QSize kCropped(kRegionSize.width() / 2 * 2, kRegionSize.height() / 2 * 2);
 
 class Demo {
  public:
@@ -34,6 +43,10 @@ class Demo {
     MakeClip();
     OpenProgram();
     Load();
+    Play();
+    CrossBars();
+    DragBarsHalfOut();
+    DragBarsIn();
     Preview();
     Crop();
     CancelAnotherCrop();
@@ -53,7 +66,7 @@ class Demo {
   void OpenProgram() {
     program_.Start();
     Need(window_.Await(), "the main window doesn't come");
-    Keep("1-empty-window", "the main window, nothing loaded yet");
+    Keep("01-empty-window", "the main window, nothing loaded yet");
   }
 
   void Load() {
@@ -62,12 +75,61 @@ class Demo {
     const WindowId dialog = screen_.AwaitNew(known);
     Need(dialog != 0 && WaitFor([&] { return screen_.Active(dialog); }), "no open dialog comes");
     Need(HoldsFor([&] { return screen_.Exists(dialog); }, 500ms), "the open dialog goes away");
-    Keep("2-open-dialog", "Load Video was clicked; the file's name is typed in here");
+    Keep("02-open-dialog", "Load Video was clicked; the file's name is typed in here");
     Need(TypeFileName(screen_, dialog, clip_), "the open dialog doesn't take the file");
     Need(window_.AwaitVideo(kClip), "the read-outs don't show the clip's size");
     Need(window_.AwaitBarsAround(kClip), "the four green bars aren't round the picture");
-    Keep("3-loaded-video", "path, source size, canvas with its green bars, read-outs");
+    Keep("03-loaded-video", "path, source size, canvas with its green bars, read-outs");
   }
+
+  void Play() {
+    window_.Click(kRunVideo);
+    constexpr int kManyColours = 100;
+    Need(WaitFor([&] { return Colours(window_.Inside(kClip)) > kManyColours; }),
+         "the video doesn't play");
+    const QImage before = window_.Inside(kClip);
+    Need(WaitFor([&] { return window_.Inside(kClip) != before; }), "the picture stands still");
+    Need(window_.AwaitCaption(QStringLiteral("Label12"), QStringLiteral("0:00:30")),
+         "the duration isn't shown");
+    Need(window_.AwaitCaption(QStringLiteral("Label13"), QStringLiteral("00:01")),
+         "the position isn't shown");
+    Keep("04-playing-video", "Run Video: the clip plays beneath the bars, the position ticks");
+  }
+
+  void CrossBars() {
+    Pull(kOnRightBar, {-335, 0});
+    Pull(kOnLeftBar, {400, 0});
+    Need(window_.AwaitRegion({.left = 400, .top = 0, .right = 300, .base = 355}),
+         "the left bar doesn't pass the right one");
+    Keep("05-crossed-bars", "the left bar was dragged past the right one; the width is negative");
+    ResetMarkers();
+  }
+
+  void DragBarsHalfOut() {
+    Pull(kOnLeftBar, {-3, 0});
+    Pull(kOnTopBar, {0, -60});
+    Need(window_.AwaitRegion({.left = -3, .top = -60, .right = 635, .base = 355}),
+         "the bars don't leave the canvas");
+    Keep("06-bar-half-out", "half of the left bar and all of the top bar lie outside the canvas");
+    ResetMarkers();
+  }
+
+  void ResetMarkers() {
+    window_.Click(kResetMarkers);
+    Need(window_.AwaitVideo(kClip), "the bars don't go back to the edges");
+  }
+
+  void DragBarsIn() {
+    Pull(kOnLeftBar, {kRegion.left, 0});
+    Pull(kOnTopBar, {0, kRegion.top});
+    Pull(kOnRightBar, {kRegion.right - (kClip.width() - kThickness), 0});
+    Pull(kOnBaseBar, {0, kRegion.base - (kClip.height() - kThickness)});
+    Need(window_.AwaitRegion(kRegion), "the bars don't follow the pointer");
+    Keep("07-dragged-bars", "all four bars were dragged in while the video plays");
+  }
+
+  // Drags a bar at the edge of the canvas.
+  void Pull(QPoint bar, QPoint way) { screen_.Drag(window_.OnCanvas(bar), way); }
 
   void Preview() {
     const QList<WindowId> known = screen_.Windows();
@@ -79,7 +141,7 @@ class Demo {
     constexpr int kManyColours = 100;
     Need(WaitFor([&] { return Colours(screen_.Picture(screen_.Place(player))) > kManyColours; }),
          "the player shows no picture");
-    Keep("4-preview", "Preview Cropped Video: the player shows the region");
+    Keep("08-preview", "Preview Cropped Video: the player shows the region");
     screen_.Activate(player);
     Need(WaitFor([&] { return screen_.Active(player); }), "the player can't be reached");
     screen_.Strike('q');
@@ -92,14 +154,14 @@ class Demo {
     const WindowId dialog = screen_.AwaitNew(known);
     Need(dialog != 0 && WaitFor([&] { return screen_.Active(dialog); }), "no save dialog comes");
     Need(HoldsFor([&] { return screen_.Exists(dialog); }, 500ms), "the save dialog goes away");
-    Keep("5-save-dialog", "Crop Video was clicked; the new file's name is typed in here");
+    Keep("09-save-dialog", "Crop Video was clicked; the new file's name is typed in here");
     Need(TypeFileName(screen_, dialog, cropped_), "the save dialog doesn't take the name");
     Need(job_.Await(), "the window of the job doesn't come");
     Need(WaitFor([&] { return job_.Progress() > 0 && window_.Progress() > 0; }),
          "the progress bars don't move");
-    Keep("6-running-job", "the job runs; both progress bars move");
+    Keep("10-running-job", "the job runs; both progress bars move");
     Need(job_.AwaitSuccess(60s), "the job doesn't end");
-    Keep("7-finished-job", "the job is done");
+    Keep("11-finished-job", "the job is done");
     job_.Cancel();
     Need(WaitFor([&] { return !job_.Open(); }), "the finished job's window doesn't close");
   }
@@ -114,29 +176,33 @@ class Demo {
     Need(WaitFor([&] { return !job_.Open(); }), "Cancel doesn't close the window");
     // Until the tool prints again, nothing is drawn where the window was.
     Need(WaitFor([&] { return screen_.Picture(place) != before; }), "the window stays to be seen");
-    Keep("8-cancelled-job", "Cancel closed the window; the tool goes on and finishes its file");
+    Keep("12-cancelled-job", "Cancel closed the window; the tool goes on and finishes its file");
     Need(WaitFor([&] { return program_.Children("RSDZT").isEmpty(); }, 60s),
          "the tool doesn't end");
   }
 
   void CheckFiles() {
     // What the very same command line gives without the program.
-    const QString filter =
-        QStringLiteral("crop=%1:%2:0:0").arg(kRegion.width()).arg(kRegion.height());
+    const QString filter = QStringLiteral("crop=%1:%2:%3:%4")
+                               .arg(kRegionSize.width())
+                               .arg(kRegionSize.height())
+                               .arg(kRegion.left)
+                               .arg(kRegion.top);
     const QString bare = program_.PathOf(QStringLiteral("bare.mp4"));
     Need(RunTool(QStringLiteral("ffmpeg"), {"-i", clip_, "-vf", filter, bare}),
          "the tool's own crop fails");
     Need(VideoSize(bare) == kCropped, "the tool itself doesn't give the expected size");
     for (const QString& file : {cropped_, afterCancel_}) {
       const QSize size = VideoSize(file);
-      Say(QStringLiteral("%1: %2 by %3 pixels; the bars said %4 by %5, which the tool rounds down "
-                         "to even numbers")
+      Say(QStringLiteral("%1: %2 by %3 pixels, as %4 gives bare; the bars said %5 by %6, which the "
+                         "tool rounds down to even numbers")
               .arg(file)
               .arg(size.width())
               .arg(size.height())
-              .arg(kRegion.width())
-              .arg(kRegion.height()));
-      Need(size == kCropped, "the cropped file has the wrong size");
+              .arg(filter)
+              .arg(kRegionSize.width())
+              .arg(kRegionSize.height()));
+      Need(size == VideoSize(bare), "the cropped file has the wrong size");
       Need(Pictures(file) == Pictures(clip_), "the cropped file isn't whole");
     }
   }

@@ -5,12 +5,12 @@
 namespace kelvane {
 namespace {
 
-bool MakeWithTone(const QString& path, const QString& picture, double seconds) {
-  const QString duration = QStringLiteral(":duration=%1").arg(seconds);
+// `pictures` is a source of the tool's filters.
+bool MakeWithTone(const QString& path, const QString& pictures, double seconds) {
+  const QString tone = QStringLiteral("sine=frequency=440:duration=%1").arg(seconds);
   return RunTool(QStringLiteral("ffmpeg"),
-                 {"-v", "error", "-f", "lavfi", "-i", picture + duration, "-f", "lavfi", "-i",
-                  QStringLiteral("sine=frequency=440") + duration, "-pix_fmt", "yuv420p", "-preset",
-                  "ultrafast", path});
+                 {"-v", "error", "-f", "lavfi", "-i", pictures, "-f", "lavfi", "-i", tone,
+                  "-pix_fmt", "yuv420p", "-preset", "ultrafast", path});
 }
 
 }  // namespace
@@ -27,13 +27,33 @@ bool RunTool(const QString& tool, const QStringList& arguments, QString* printed
 }
 
 bool MakeVideo(const QString& path, QSize size, int seconds) {
-  return MakeWithTone(
-      path, QStringLiteral("testsrc2=size=%1x%2:rate=25").arg(size.width()).arg(size.height()),
-      seconds);
+  return MakeWithTone(path,
+                      QStringLiteral("testsrc2=size=%1x%2:rate=25:duration=%3")
+                          .arg(size.width())
+                          .arg(size.height())
+                          .arg(seconds),
+                      seconds);
 }
 
 bool MakePlainVideo(const QString& path, const QString& colour, double seconds) {
-  return MakeWithTone(path, QStringLiteral("color=%1:size=320x180:rate=25").arg(colour), seconds);
+  return MakeWithTone(
+      path, QStringLiteral("color=%1:size=320x180:rate=25:duration=%2").arg(colour).arg(seconds),
+      seconds);
+}
+
+bool MakeColours(const QString& path, QSize size, const QList<QRgb>& colours) {
+  QString pictures;
+  QString joined;
+  int count = 0;
+  for (const QRgb colour : colours) {
+    pictures += QStringLiteral("color=c=0x%1:size=%2x%3:rate=25:duration=1[c%4];")
+                    .arg(colour & RGB_MASK, 6, 16, QLatin1Char('0'))
+                    .arg(size.width())
+                    .arg(size.height())
+                    .arg(count);
+    joined += QStringLiteral("[c%1]").arg(count++);
+  }
+  return MakeWithTone(path, pictures + joined + QStringLiteral("concat=n=%1").arg(count), count);
 }
 
 QSize VideoSize(const QString& path) {

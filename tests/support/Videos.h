@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QColor>
 #include <QList>
 #include <QSize>
 #include <QString>
@@ -17,6 +18,10 @@ bool MakeVideo(const QString& path, QSize size, int seconds);
 // One colour, by its name, without a change, 320 by 180 pixels, with a tone. False if it can't be
 // made.
 bool MakePlainVideo(const QString& path, const QString& colour, double seconds);
+
+// A video with a tone whose pictures are of one colour each, a second of every colour in turn, 25
+// pictures a second. False if it can't be made.
+bool MakeColours(const QString& path, QSize size, const QList<QRgb>& colours);
 
 // The size of the file's first picture stream; empty if it has none.
 QSize VideoSize(const QString& path);

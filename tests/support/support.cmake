@@ -4,7 +4,7 @@ include_guard(GLOBAL)
 
 add_library(kelvane_test_videos STATIC ${CMAKE_CURRENT_LIST_DIR}/Videos.cpp)
 target_include_directories(kelvane_test_videos PUBLIC ${PROJECT_SOURCE_DIR}/tests)
-target_link_libraries(kelvane_test_videos PUBLIC Qt6::Core PRIVATE kelvane_options)
+target_link_libraries(kelvane_test_videos PUBLIC Qt6::Gui PRIVATE kelvane_options)
 
 add_library(kelvane_test_support STATIC
   ${CMAKE_CURRENT_LIST_DIR}/AllocationFailure.cpp

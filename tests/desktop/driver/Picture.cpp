@@ -1,7 +1,9 @@
 #include "desktop/driver/Picture.h"
 
+#include <QLabel>
 #include <QPixmap>
 #include <QSet>
+#include <QToolTip>
 
 #include "platform/Container.h"
 #include "platform/Label.h"
@@ -53,6 +55,21 @@ bool ShowsCaption(const QImage& label, const QString& caption, QRgb background, 
 bool ShowsText(const QImage& picture, const QString& text, QRgb background) {
   const QImage expected = CaptionPicture(text, picture.size(), background, Justify::kLeft);
   return picture.copy(Ink(picture, background)) == expected.copy(Ink(expected, background));
+}
+
+bool ShowsTip(const QImage& picture, const QString& text) {
+  const QPalette palette = QToolTip::palette();
+  const QRgb background = palette.color(QPalette::ToolTipBase).rgb();
+  const QImage tip = picture.copy(Extent(picture, picture.rect(), background));
+  if (tip.isNull()) return false;
+  QLabel label(text);
+  label.setFont(QToolTip::font());
+  label.setPalette(palette);
+  label.setAutoFillBackground(true);
+  label.setBackgroundRole(QPalette::ToolTipBase);
+  label.setForegroundRole(QPalette::ToolTipText);
+  const QImage expected = label.grab().toImage().convertToFormat(QImage::Format_RGB32);
+  return tip.copy(Ink(tip, background)) == expected.copy(Ink(expected, background));
 }
 
 bool AllOf(const QImage& picture, const QRect& part, QRgb color) {

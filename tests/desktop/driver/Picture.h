@@ -25,6 +25,9 @@ bool ShowsCaption(const QImage& label, const QString& caption, QRgb background, 
 // True if the picture shows this text and nothing else, wherever in it.
 bool ShowsText(const QImage& picture, const QString& text, QRgb background);
 
+// True if the picture holds a tip, and this is its text.
+bool ShowsTip(const QImage& picture, const QString& text);
+
 // True if all of `part` has the one colour.
 bool AllOf(const QImage& picture, const QRect& part, QRgb color);
 // How many pixels of `part` have the colour.

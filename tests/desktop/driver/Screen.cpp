@@ -1,5 +1,6 @@
 #include "desktop/driver/Screen.h"
 
+#include <xcb/xfixes.h>
 #include <xcb/xtest.h>
 
 #include <QClipboard>
@@ -45,6 +46,11 @@ Screen::Screen(const std::string& display) : connection_(xcb_connect(display.c_s
     throw std::runtime_error("the display " + display + " doesn't answer");
   }
   root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
+  // The server must be told which version it is asked for.
+  Own(xcb_xfixes_query_version_reply(
+      connection_,
+      xcb_xfixes_query_version(connection_, XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION),
+      nullptr));
   ReadKeyboard();
 }
 
@@ -122,6 +128,22 @@ QImage Screen::Picture() const {
 
 QRgb Screen::Pixel(QPoint place) const { return Picture({place, QSize(1, 1)}).pixel(0, 0); }
 
+QSize Screen::PointerShape() const {
+  const auto reply = Own(xcb_xfixes_get_cursor_image_reply(
+      connection_, xcb_xfixes_get_cursor_image(connection_), nullptr));
+  if (!reply) return {};
+  const QImage picture(
+      reinterpret_cast<const uchar*>(xcb_xfixes_get_cursor_image_cursor_image(reply.get())),
+      reply->width, reply->height, QImage::Format_ARGB32_Premultiplied);
+  QRect drawn;
+  for (int y = 0; y < picture.height(); ++y) {
+    for (int x = 0; x < picture.width(); ++x) {
+      if (qAlpha(picture.pixel(x, y)) != 0) drawn |= QRect(x, y, 1, 1);
+    }
+  }
+  return drawn.size();
+}
+
 void Screen::MovePointer(QPoint place) { Handle(XCB_MOTION_NOTIFY, 0, place); }
 
 void Screen::Press(PointerButton button) { Handle(XCB_BUTTON_PRESS, button); }
@@ -131,6 +153,14 @@ void Screen::Release(PointerButton button) { Handle(XCB_BUTTON_RELEASE, button);
 void Screen::Click(QPoint place, PointerButton button) {
   MovePointer(place);
   Press(button);
+  Release(button);
+}
+
+void Screen::Drag(QPoint place, QPoint way, PointerButton button) {
+  MovePointer(place);
+  Press(button);
+  MovePointer(place + way / 3);
+  MovePointer(place + way);
   Release(button);
 }
 

@@ -59,10 +59,15 @@ class Screen {
   QImage Picture(const QRect& part) const { return Picture().copy(part); }
   QRgb Pixel(QPoint place) const;
 
+  // The picture that the pointer shows at this moment, as wide and as high as what is drawn in it.
+  QSize PointerShape() const;
+
   void MovePointer(QPoint place);
   void Press(PointerButton button);
   void Release(PointerButton button);
   void Click(QPoint place, PointerButton button = kLeftButton);
+  // Presses at `place`, goes `way` from there in two moves, as a hand does, and lets go.
+  void Drag(QPoint place, QPoint way, PointerButton button = kLeftButton);
   // A key alone, or with one held down.
   void Strike(std::uint32_t key, std::uint32_t held = 0);
   // Types what the keyboard has keys for, and pastes any other text.

@@ -1,15 +1,19 @@
 #include "desktop/driver/Windows.h"
 
-#include <QLocale>
+#include <cstdlib>
 
 #include "desktop/driver/Places.h"
 
 namespace kelvane::desktop {
 namespace {
 
-// "0,640"
+// "0,640", "-0,030"
 QString ReadOut(int number) {
-  return QStringLiteral("%1,%2").arg(number / 1000).arg(number % 1000, 3, 10, QLatin1Char('0'));
+  const int size = std::abs(number);
+  return QStringLiteral("%1%2,%3")
+      .arg(QLatin1String(number < 0 ? "-" : ""))
+      .arg(size / 1000)
+      .arg(size % 1000, 3, 10, QLatin1Char('0'));
 }
 
 int Filled(const QImage& picture) {
@@ -89,19 +93,20 @@ bool MainWindow::ShowsPath(const QString& path) const {
 }
 
 bool MainWindow::AwaitVideo(QSize video) const {
-  constexpr int kBarThickness = 5;
-  const QString right = ReadOut(video.width() - kBarThickness);
-  const QString base = ReadOut(video.height() - kBarThickness);
-  const QList<std::pair<int, QString>> captions = {{1, ReadOut(video.width())},
-                                                   {3, ReadOut(video.height())},
-                                                   {5, ReadOut(0)},
-                                                   {7, ReadOut(0)},
-                                                   {9, right},
-                                                   {11, base},
-                                                   {13, base},
-                                                   {15, right}};
-  for (const auto& [index, caption] : captions) {
-    if (!AwaitCaption(QStringLiteral("Label1(%1)").arg(index), caption)) return false;
+  return AwaitCaption(QStringLiteral("Label1(1)"), ReadOut(video.width())) &&
+         AwaitCaption(QStringLiteral("Label1(3)"), ReadOut(video.height())) &&
+         AwaitRegion(RegionOf(BarsAround(video)));
+}
+
+bool MainWindow::AwaitRegion(const Region& region) const {
+  const QList<std::pair<int, int>> numbers = {{5, region.left},
+                                              {7, region.top},
+                                              {9, region.right - region.left},
+                                              {11, region.base - region.top},
+                                              {13, region.base},
+                                              {15, region.right}};
+  for (const auto& [index, number] : numbers) {
+    if (!AwaitCaption(QStringLiteral("Label1(%1)").arg(index), ReadOut(number))) return false;
   }
   return true;
 }
@@ -115,19 +120,39 @@ QRect MainWindow::Bars() const {
   return Extent(viewport, viewport.rect(), kMarker);
 }
 
-bool MainWindow::AwaitBarsAround(QSize video) const {
-  return WaitFor([&] { return ShowsBarsAround(video); });
+// The lower scroll bar covers its last rows.
+QRect MainWindow::Viewport() const {
+  constexpr int kCovered = 4;
+  return Place(QStringLiteral("Picture1(1)")).adjusted(0, 0, 0, -kCovered);
 }
 
-bool MainWindow::ShowsBarsAround(QSize video) const {
-  constexpr int kBarThickness = 5;
-  const QPoint origin = Place(QStringLiteral("Picture1(1)")).topLeft();
-  const QImage picture = screen_.Picture(QRect(origin, video));
-  const QRect canvas(QPoint(), video);
-  const QRect inside =
-      canvas.adjusted(kBarThickness, kBarThickness, -kBarThickness, -kBarThickness);
-  const int ring = video.width() * video.height() - inside.width() * inside.height();
-  return CountOf(picture, canvas, kMarker) == ring && CountOf(picture, inside, kMarker) == 0;
+bool MainWindow::AwaitBarsAround(QSize video) const {
+  return AwaitBars(BarsAround(video), QRect(QPoint(), video));
+}
+
+bool MainWindow::AwaitBars(const MarkerBars& bars, const QRect& canvas) const {
+  return WaitFor([&] { return ShowsBars(bars, canvas); }, 5s);
+}
+
+bool MainWindow::ShowsBars(const MarkerBars& bars, const QRect& canvas) const {
+  const QImage viewport = screen_.Picture(Viewport());
+  const QRegion expected =
+      AllOf(bars).translated(canvas.topLeft()) & canvas & QRegion(viewport.rect());
+  int pixels = 0;
+  for (const QRect& part : expected) {
+    pixels += part.width() * part.height();
+    if (!desktop::AllOf(viewport, part, kMarker)) return false;
+  }
+  return CountOf(viewport, viewport.rect(), kMarker) == pixels;
+}
+
+QImage MainWindow::Inside(QSize video) const {
+  const QRect viewport = Viewport();
+  return screen_.Picture(InsideBars(video).translated(viewport.topLeft()) & viewport);
+}
+
+QPoint MainWindow::OnCanvas(QPoint place) const {
+  return Place(QStringLiteral("Picture1(1)")).topLeft() + place;
 }
 
 int MainWindow::Progress() const { return Filled(screen_.Picture(Place(QStringLiteral("pbar")))); }

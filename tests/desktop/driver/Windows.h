@@ -2,6 +2,7 @@
 
 #include <QString>
 
+#include "desktop/driver/MarkerBars.h"
 #include "desktop/driver/Picture.h"
 #include "desktop/driver/Screen.h"
 
@@ -48,6 +49,8 @@ class MainWindow {
   bool ShowsPath(const QString& path) const;
   // Waits until the read-outs are those of a video of this size with its bars at the edges.
   bool AwaitVideo(QSize video) const;
+  // Waits until the read-outs of the region are these.
+  bool AwaitRegion(const Region& region) const;
   // Waits until the canvas is on show, which is the last thing that a load does.
   bool AwaitCanvas() const;
   // What can be seen of the four bars, from the viewport's corner; empty while they are hidden.
@@ -55,11 +58,20 @@ class MainWindow {
   // Waits until the canvas shows its four bars at the edges of a video of this size, and nowhere
   // else.
   bool AwaitBarsAround(QSize video) const;
+  // Waits until exactly these bars are to be seen where the canvas lies in the viewport. No other
+  // pixel of the viewport may have their colour.
+  bool AwaitBars(const MarkerBars& bars, const QRect& canvas) const;
+  bool ShowsBars(const MarkerBars& bars, const QRect& canvas) const;
+  // What a canvas of this size that hasn't been scrolled shows inside bars at its edges; the part
+  // of it that lies in the viewport.
+  QImage Inside(QSize video) const;
+  // The screen's pixel of a place on a canvas that hasn't been scrolled.
+  QPoint OnCanvas(QPoint place) const;
   // The filled part of the progress bar in pixels.
   int Progress() const;
 
  private:
-  bool ShowsBarsAround(QSize video) const;
+  QRect Viewport() const;
 
   Screen& screen_;
   WindowId window_ = 0;

@@ -1,0 +1,283 @@
+// The marker bars under a real pointer.
+#include "desktop/DesktopTest.h"
+
+namespace kelvane::desktop {
+namespace {
+
+constexpr QSize kVideo(640, 360);
+constexpr QRect kCanvas({}, kVideo);
+
+// In the middle of each bar at the edges of the canvas.
+constexpr QPoint kOnLeftBar(2, 180);
+constexpr QPoint kOnTopBar(320, 2);
+constexpr QPoint kOnRightBar(637, 180);
+constexpr QPoint kOnBaseBar(320, 357);
+
+class Dragging : public DesktopTest {
+ protected:
+  void OpenWindowWithBars() {
+    ReplaceProbe("00:00:10.00");
+    ASSERT_NO_FATAL_FAILURE(OpenWindowWithPretendedVideo());
+    ASSERT_TRUE(window.AwaitBarsAround(kVideo));
+  }
+
+  // Lays the pointer on the place of the canvas and presses.
+  void Grab(QPoint place, PointerButton button = kLeftButton) {
+    grabbed_ = window.OnCanvas(place);
+    screen.MovePointer(grabbed_);
+    screen.Press(button);
+  }
+
+  // Takes the grabbed bar this far from where it was grabbed, as a hand does.
+  void PullBy(QPoint way) {
+    screen.MovePointer(grabbed_ + way / 3);
+    screen.MovePointer(grabbed_ + way);
+  }
+
+  void Drag(QPoint place, QPoint way, PointerButton button = kLeftButton) {
+    screen.Drag(window.OnCanvas(place), way, button);
+  }
+
+  void ExpectBars(const MarkerBars& bars, const QRect& canvas = kCanvas) const {
+    EXPECT_TRUE(window.AwaitBars(bars, canvas));
+    EXPECT_TRUE(window.AwaitRegion(RegionOf(bars)));
+  }
+
+  void ResetMarkers() {
+    window.Click(kResetMarkers);
+    ASSERT_TRUE(window.AwaitBarsAround(kVideo));
+    ASSERT_TRUE(window.AwaitVideo(kVideo));
+  }
+
+ private:
+  QPoint grabbed_;
+};
+
+struct OneDrag {
+  const char* description;
+  QPoint place;
+  QPoint way;
+  MarkerBars expected;
+};
+
+TEST_F(Dragging, MovesTheBarAlongItsOwnAxisAndKeepsTheOthersJoined) {
+  const QList<OneDrag> drags = {
+      {"left bar inwards",
+       kOnLeftBar,
+       {100, 40},
+       {{100, 0, 5, 360}, {100, 0, 535, 5}, {635, 0, 5, 360}, {100, 355, 535, 5}}},
+      {"top bar inwards",
+       kOnTopBar,
+       {40, 50},
+       {{0, 50, 5, 305}, {0, 50, 640, 5}, {635, 50, 5, 310}, {0, 355, 640, 5}}},
+      {"right bar inwards",
+       kOnRightBar,
+       {-200, 40},
+       {{0, 0, 5, 360}, {0, 0, 435, 5}, {435, 0, 5, 360}, {0, 355, 435, 5}}},
+      {"base bar inwards",
+       kOnBaseBar,
+       {40, -100},
+       {{0, 0, 5, 255}, {0, 0, 640, 5}, {635, 0, 5, 260}, {0, 255, 640, 5}}},
+      {"left bar off the canvas",
+       kOnLeftBar,
+       {-15, 0},
+       {{-15, 0, 5, 360}, {-15, 0, 650, 5}, {635, 0, 5, 360}, {-15, 355, 650, 5}}},
+      {"top bar off the canvas",
+       kOnTopBar,
+       {0, -40},
+       {{0, -40, 5, 395}, {0, -40, 640, 5}, {635, -40, 5, 400}, {0, 355, 640, 5}}},
+      {"right bar off the canvas",
+       kOnRightBar,
+       {100, 0},
+       {{0, 0, 5, 360}, {0, 0, 735, 5}, {735, 0, 5, 360}, {0, 355, 735, 5}}},
+      {"base bar half off the canvas",
+       kOnBaseBar,
+       {0, 3},
+       {{0, 0, 5, 358}, {0, 0, 640, 5}, {635, 0, 5, 363}, {0, 358, 640, 5}}},
+  };
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithBars());
+  for (const OneDrag& drag : drags) {
+    SCOPED_TRACE(drag.description);
+    Drag(drag.place, drag.way);
+    ExpectBars(drag.expected);
+    ASSERT_NO_FATAL_FAILURE(ResetMarkers());
+  }
+}
+
+TEST_F(Dragging, TakesTheLeftBarPastTheRightOne) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithBars());
+  Drag(kOnRightBar, QPoint(-335, 0));
+  ExpectBars({{0, 0, 5, 360}, {0, 0, 300, 5}, {300, 0, 5, 360}, {0, 355, 300, 5}});
+  Grab(kOnLeftBar);
+  PullBy(QPoint(250, 0));
+  ExpectBars({{250, 0, 5, 360}, {250, 0, 50, 5}, {300, 0, 5, 360}, {250, 355, 50, 5}});
+  PullBy(QPoint(250, 0));
+  screen.MovePointer(window.OnCanvas(kOnLeftBar + QPoint(320, 0)));
+  // The read-out says "-0,020"; the partners follow with the last width that they could have.
+  ExpectBars({{320, 0, 5, 360}, {320, 0, 50, 5}, {300, 0, 5, 360}, {320, 355, 50, 5}});
+  screen.MovePointer(window.OnCanvas(kOnLeftBar + QPoint(300, 0)));
+  ExpectBars({{300, 0, 5, 360}, {300, 0, 0, 5}, {300, 0, 5, 360}, {300, 355, 0, 5}});
+  screen.Release(kLeftButton);
+  ASSERT_NO_FATAL_FAILURE(ResetMarkers());
+}
+
+TEST_F(Dragging, TakesTheBaseBarPastTheTopOne) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithBars());
+  Drag(kOnTopBar, QPoint(0, 200));
+  Grab(kOnBaseBar);
+  screen.MovePointer(window.OnCanvas(kOnBaseBar - QPoint(0, 95)));
+  ExpectBars({{0, 200, 5, 60}, {0, 200, 640, 5}, {635, 200, 5, 65}, {0, 260, 640, 5}});
+  // 3 pixels past: too little for the right bar to have no height any more.
+  screen.MovePointer(window.OnCanvas(kOnBaseBar - QPoint(0, 158)));
+  ExpectBars({{0, 200, 5, 60}, {0, 200, 640, 5}, {635, 200, 5, 2}, {0, 197, 640, 5}});
+  screen.MovePointer(window.OnCanvas(kOnBaseBar - QPoint(0, 205)));
+  ExpectBars({{0, 200, 5, 60}, {0, 200, 640, 5}, {635, 200, 5, 2}, {0, 150, 640, 5}});
+  screen.Release(kLeftButton);
+}
+
+TEST_F(Dragging, LeavesTheBarsToTheLeftButtonAlone) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithBars());
+  for (const QPoint place : {kOnLeftBar, kOnTopBar, kOnRightBar, kOnBaseBar}) {
+    for (const PointerButton button : {kRightButton, kMiddleButton}) {
+      Drag(place, QPoint(-60, -60), button);
+      Drag(place, QPoint(60, 60), button);
+    }
+  }
+  screen.MovePointer(window.OnCanvas(kOnLeftBar));
+  screen.MovePointer(window.OnCanvas(kOnLeftBar + QPoint(50, 0)));
+  EXPECT_TRUE(HoldsFor([&] { return window.ShowsBars(BarsAround(kVideo), kCanvas); }, 300ms));
+  EXPECT_TRUE(window.AwaitVideo(kVideo));
+}
+
+TEST_F(Dragging, RestsWhileASecondButtonIsHeld) {
+  const MarkerBars at50 = {{50, 0, 5, 360}, {50, 0, 585, 5}, {635, 0, 5, 360}, {50, 355, 585, 5}};
+  const MarkerBars at80 = {{80, 0, 5, 360}, {80, 0, 555, 5}, {635, 0, 5, 360}, {80, 355, 555, 5}};
+  for (const PointerButton second : {kRightButton, kMiddleButton}) {
+    SCOPED_TRACE(static_cast<int>(second));
+    if (!program.Running()) {
+      ASSERT_NO_FATAL_FAILURE(OpenWindowWithBars());
+    }
+    Grab(kOnLeftBar);
+    PullBy(QPoint(50, 0));
+    ExpectBars(at50);
+    screen.Press(second);
+    PullBy(QPoint(79, 0));
+    EXPECT_TRUE(HoldsFor([&] { return window.ShowsBars(at50, kCanvas); }, 300ms));
+    screen.Release(second);
+    EXPECT_TRUE(HoldsFor([&] { return window.ShowsBars(at50, kCanvas); }, 300ms));
+    screen.MovePointer(window.OnCanvas(kOnLeftBar + QPoint(80, 0)));
+    ExpectBars(at80);
+    screen.Release(kLeftButton);
+    screen.MovePointer(window.OnCanvas(kOnLeftBar + QPoint(200, 0)));
+    ExpectBars(at80);
+    ASSERT_NO_FATAL_FAILURE(ResetMarkers());
+  }
+}
+
+// Every press says anew where in its bar the pointer is, the second button's as well.
+TEST_F(Dragging, StartsFromWhereTheSecondButtonWasPressed) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithBars());
+  Grab(kOnLeftBar);
+  PullBy(QPoint(50, 0));
+  screen.Press(kRightButton);
+  PullBy(QPoint(90, 0));
+  screen.Press(kMiddleButton);
+  screen.Release(kMiddleButton);
+  screen.Release(kRightButton);
+  // 40 pixels beside the bar: there it stays while the pointer goes on.
+  screen.MovePointer(window.OnCanvas(kOnLeftBar + QPoint(100, 0)));
+  ExpectBars({{60, 0, 5, 360}, {60, 0, 575, 5}, {635, 0, 5, 360}, {60, 355, 575, 5}});
+  screen.Release(kLeftButton);
+}
+
+TEST_F(Dragging, GoesOnWhileTheCanvasIsScrolled) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithBars());
+  const QRect down = window.Place("VScroll1");
+  const QRect across = window.Place("HScroll1");
+  const QPoint downArrow = down.bottomRight() - QPoint(down.width() / 2, down.width() / 2);
+  const QPoint acrossArrow =
+      across.bottomRight() - QPoint(across.height() / 2, across.height() / 2);
+  for (int step = 0; step < 3; ++step) screen.Click(downArrow);
+  screen.Click(acrossArrow);
+  const QRect canvas(QPoint(-6, -30), kVideo);
+  ASSERT_TRUE(window.AwaitBars(BarsAround(kVideo), canvas));
+  Drag(kOnRightBar + canvas.topLeft(), QPoint(-200, 0));
+  ExpectBars({{0, 0, 5, 360}, {0, 0, 435, 5}, {435, 0, 5, 360}, {0, 355, 435, 5}}, canvas);
+  Drag(kOnBaseBar + canvas.topLeft(), QPoint(0, -100));
+  ExpectBars({{0, 0, 5, 255}, {0, 0, 435, 5}, {435, 0, 5, 260}, {0, 255, 435, 5}}, canvas);
+}
+
+TEST_F(Dragging, TellsTheToolTheDraggedRegion) {
+  program.ReplaceTool("ffmpeg", "");
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithBars());
+  Drag(kOnLeftBar, QPoint(103, 0));
+  Drag(kOnTopBar, QPoint(0, 51));
+  Drag(kOnRightBar, QPoint(-200, 0));
+  Drag(kOnBaseBar, QPoint(0, -98));
+  ExpectBars({{103, 51, 5, 206}, {103, 51, 332, 5}, {435, 51, 5, 211}, {103, 257, 332, 5}});
+  const QString output = program.PathOf("cropped.mp4");
+  ASSERT_NO_FATAL_FAILURE(StartCrop(output));
+  ASSERT_TRUE(job.AwaitSuccess());
+  EXPECT_EQ(program.RunsOf("ffmpeg"),
+            (QList<QStringList>{{"-i", video, "-vf", "crop=332:206:103:51", output}}));
+}
+
+TEST_F(Dragging, LeavesNothingBehindWhereTheWindowIsClosedMeanwhile) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithBars());
+  Grab(kOnLeftBar);
+  PullBy(QPoint(50, 0));
+  CloseAndExpectEnd();
+  screen.Release(kLeftButton);
+  EXPECT_EQ(program.Printed(), "");
+}
+
+TEST_F(Dragging, ShowsAPointerThatPointsBothWaysOverABar) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithBars());
+  window.PointAtGround();
+  const QSize arrow = screen.PointerShape();
+  for (const QPoint place : {kOnLeftBar, kOnRightBar}) {
+    screen.MovePointer(window.OnCanvas(place));
+    EXPECT_TRUE(WaitFor([&] {
+      const QSize shape = screen.PointerShape();
+      return shape != arrow && shape.width() > shape.height();
+    }));
+  }
+  for (const QPoint place : {kOnTopBar, kOnBaseBar}) {
+    screen.MovePointer(window.OnCanvas(place));
+    EXPECT_TRUE(WaitFor([&] {
+      const QSize shape = screen.PointerShape();
+      return shape != arrow && shape.height() > shape.width();
+    }));
+  }
+}
+
+class PositionTip : public Dragging {
+ protected:
+  // Lays the pointer on the viewport's ground beside the canvas and leaves it there.
+  void RestBesideCanvas() {
+    screen.MovePointer(window.OnCanvas(kBesideCanvas - QPoint(1, 0)));
+    screen.MovePointer(window.OnCanvas(kBesideCanvas));
+  }
+
+  static constexpr QPoint kBesideCanvas{800, 100};
+};
+
+TEST_F(PositionTip, ComesOnceTheCanvasHasBeenScrolledDown) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithBars());
+  RestBesideCanvas();
+  const QImage before = screen.Picture();
+  EXPECT_TRUE(HoldsFor([&] { return screen.Picture() == before; }, 1500ms));
+  const QRect down = window.Place("VScroll1");
+  const QPoint arrow = down.bottomRight() - QPoint(down.width() / 2, down.width() / 2);
+  for (int step = 0; step < 3; ++step) screen.Click(arrow);
+  ASSERT_TRUE(window.AwaitBars(BarsAround(kVideo), QRect(QPoint(0, -30), kVideo)));
+  RestBesideCanvas();
+  // 100 pixels down in the viewport are 130 down in the video; across, scrolling is left alone.
+  EXPECT_TRUE(WaitFor([&] {
+    return ShowsTip(screen.Picture(),
+                    "Horizontal Position: 800 pixels Vertical Position: 130 pixels");
+  }));
+}
+
+}  // namespace
+}  // namespace kelvane::desktop
