@@ -54,11 +54,14 @@ TEST_F(RealTools, AWidthOfFiveDigitsLeavesTheHeightsTextAsItIs) {
   EXPECT_EQ(Canvas().Width(), 10240);
 }
 
-TEST_F(RealTools, TwoPicturesInAFileLeaveTheHeightsTextAsItIs) {
+// The tool prints the second picture's size behind the first one's. Where both arrive in one block
+// the height is read to the block's end; where they don't, it is the first one's.
+TEST_F(RealTools, TwoPicturesInAFileMayLeaveTheHeightsTextAsItIs) {
   LoadMade("two.mkv",
            Source("640x360") + Source("320x240") + QStringList{"-map", "0", "-map", "1"});
   EXPECT_EQ(Number(SourceWidth), "0,640");
-  EXPECT_EQ(Number(SourceHeight), "360\r\nwidth=320\r\nheight=240\r\n");
+  const std::string height = Number(SourceHeight);
+  EXPECT_TRUE(height == "360\r\nwidth=320\r\nheight=240\r\n" || height == "0,360") << height;
   EXPECT_EQ(VideoDuration.toStdString(), "00:00:02");
 }
 
