@@ -5,17 +5,15 @@
 #include <unistd.h>
 #include <xcb/xcb.h>
 
-#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
-#include <functional>
-#include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "Pairs.h"
 #include "desktop/driver/Program.h"
 #include "desktop/driver/Toolkit.h"
 #include "desktop/driver/Windows.h"
@@ -24,52 +22,13 @@
 namespace {
 
 using namespace kelvane;
+using namespace kelvane::bench;
 using namespace kelvane::desktop;
 
 constexpr const char* kProgramFolder = KELVANE_PROGRAM_FOLDER;
 
 double Now() {
   return std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
-}
-
-void Need(bool holds, const char* complaint) {
-  if (!holds) throw std::runtime_error(complaint);
-}
-
-struct Side {
-  const char* name;
-  std::vector<double> seconds;
-};
-
-double At(std::vector<double> values, double share) {
-  std::sort(values.begin(), values.end());
-  return values[static_cast<std::size_t>(share * static_cast<double>(values.size() - 1))];
-}
-
-void PrintRow(const char* name, const std::vector<double>& values) {
-  std::printf("  %-28s %9.4f %9.4f %9.4f\n", name, At(values, 0), At(values, 0.5), At(values, 1));
-}
-
-// Runs the pairs, prints their table, and says whether the median ratio is at most `target`.
-void Compare(const char* what, int pairs, double target, const char* ours, const char* theirs,
-             const std::function<double()>& runOurs, const std::function<double()>& runTheirs) {
-  Side program{ours, {}};
-  Side yardstick{theirs, {}};
-  std::vector<double> ratios;
-  for (int pair = 0; pair < pairs; ++pair) {
-    const bool oursFirst = pair % 2 == 0;
-    if (oursFirst) program.seconds.push_back(runOurs());
-    yardstick.seconds.push_back(runTheirs());
-    if (!oursFirst) program.seconds.push_back(runOurs());
-    ratios.push_back(program.seconds.back() / yardstick.seconds.back());
-  }
-  std::printf("%s, %d pairs          min    median       max\n", what, pairs);
-  PrintRow((std::string(ours) + ", s").c_str(), program.seconds);
-  PrintRow((std::string(theirs) + ", s").c_str(), yardstick.seconds);
-  PrintRow("ratio", ratios);
-  std::printf("  median ratio at most %.2f: %s\n", target,
-              At(ratios, 0.5) <= target ? "met" : "missed");
-  std::fflush(stdout);
 }
 
 // One crop of a long clip, started by hand in the window and started bare. The tool's script notes
@@ -241,17 +200,16 @@ void Run() {
   start.SecondsToWindow({program});
   start.SecondsToWindow(player);
   constexpr int kStartPairs = 15;
-  Compare(
-      "from exec to the first window", kStartPairs, 1.00, "kelvane", "mpv",
-      [&] { return start.SecondsToWindow({program}); },
-      [&] { return start.SecondsToWindow(player); });
+  Compare("from exec to the first window", kStartPairs, 1.00,
+          {"kelvane", [&] { return start.SecondsToWindow({program}); }},
+          {"mpv", [&] { return start.SecondsToWindow(player); }});
 
   Screen screen(display.Name());
   CropBench crop(screen, QString::fromStdString(display.Name()));
   constexpr int kCropPairs = 4;
-  Compare(
-      "one crop of 60 s of 1080p", kCropPairs, 1.02, "in the program", "bare command",
-      [&] { return crop.InProgram(); }, [&] { return crop.Bare(); });
+  Compare("one crop of 60 s of 1080p", kCropPairs, 1.02,
+          {"in the program", [&] { return crop.InProgram(); }},
+          {"bare command", [&] { return crop.Bare(); }});
 }
 
 }  // namespace

@@ -1,0 +1,116 @@
+#include "FrameWatch.h"
+
+#include <QBackingStore>
+#include <QEvent>
+#include <QImage>
+#include <chrono>
+
+#include "platform/Form.h"
+#include "platform/PictureBox.h"
+#include "platform/WindowsMediaPlayer.h"
+#include "support/Videos.h"
+
+namespace kelvane::bench {
+namespace {
+
+// The number stands in squares, the lowest digit first, clear of the bars.
+constexpr int kDigits = 10;
+constexpr int kSquare = 16;
+constexpr QPoint kFirstSquare(64, 64);
+
+}  // namespace
+
+bool MakeNumberedClip(const QString& path, QSize size, int rate, int seconds) {
+  QString filter = QStringLiteral("drawbox=x=%1:y=%2:w=%3:h=%4:color=black:t=fill")
+                       .arg(kFirstSquare.x())
+                       .arg(kFirstSquare.y())
+                       .arg(kDigits * kSquare)
+                       .arg(kSquare);
+  for (int digit = 0; digit < kDigits; ++digit) {
+    filter += QStringLiteral(
+                  ",drawbox=x=%1:y=%2:w=%3:h=%3:color=white:t=fill:enable=gt(bitand(n\\,%4)\\,0)")
+                  .arg(kFirstSquare.x() + digit * kSquare)
+                  .arg(kFirstSquare.y())
+                  .arg(kSquare)
+                  .arg(1 << digit);
+  }
+  const QString picture = QStringLiteral("testsrc2=size=%1x%2:rate=%3:duration=%4,")
+                              .arg(size.width())
+                              .arg(size.height())
+                              .arg(rate)
+                              .arg(seconds);
+  return RunTool(QStringLiteral("ffmpeg"), {"-v", "error", "-f", "lavfi", "-i", picture + filter,
+                                            "-pix_fmt", "yuv420p", "-preset", "ultrafast", path});
+}
+
+void FrameWatch::Watch(const Form* form, const WindowsMediaPlayer* player, const PictureBox* bar) {
+  form_ = form;
+  player_ = player;
+  bar_ = bar;
+  Begin();
+}
+
+void FrameWatch::Begin() {
+  busy_ = {};
+  frames_.clear();
+  unpaintedMove_ = 0;
+}
+
+double FrameWatch::Now() {
+  return std::chrono::duration<double, std::milli>(
+             std::chrono::steady_clock::now().time_since_epoch())
+      .count();
+}
+
+bool FrameWatch::notify(QObject* receiver, QEvent* event) {
+  const QEvent::Type type = event->type();
+  const double begin = Now();
+  ++depth_;
+  const bool handled = QApplication::notify(receiver, event);
+  --depth_;
+  if (bar_ == nullptr) return handled;
+  if (type == QEvent::MouseMove && receiver == bar_) movesBar_ = true;
+  if (type == QEvent::UpdateRequest) repaints_ = true;
+  if (type == QEvent::Paint && receiver == player_) {
+    if (const auto number = PaintedNumber()) {
+      if (frames_.insert(*number).second) paintsFrame_ = true;
+    }
+  }
+  if (depth_ == 0) EndHandling(Now() - begin);
+  return handled;
+}
+
+// Read where the window is put together, as it goes to the screen.
+std::optional<int> FrameWatch::PaintedNumber() const {
+  const QBackingStore* store = form_->backingStore();
+  if (store == nullptr) return std::nullopt;
+  const auto* window =
+      dynamic_cast<const QImage*>(const_cast<QBackingStore*>(store)->paintDevice());
+  if (window == nullptr) return std::nullopt;
+  const QPoint first = player_->mapTo(form_, kFirstSquare + QPoint(kSquare / 2, kSquare / 2));
+  int number = 0;
+  for (int digit = 0; digit < kDigits; ++digit) {
+    constexpr int kHalf = 128;
+    const QPoint square = first + QPoint(digit * kSquare, 0);
+    if (!window->rect().contains(square)) return std::nullopt;
+    if (qGray(window->pixel(square)) > kHalf) number |= 1 << digit;
+  }
+  return number;
+}
+
+void FrameWatch::EndHandling(double took) {
+  busy_.handlings << took;
+  if (paintsFrame_) busy_.frames << took;
+  if (movesBar_) unpaintedMove_ += took;
+  if (repaints_ && unpaintedMove_ > 0) {
+    busy_.moves << unpaintedMove_ + (movesBar_ ? 0 : took);
+    unpaintedMove_ = 0;
+    if (bar_->Left() != barLeft_) barPaintedAt_ = Now();
+    barLeft_ = bar_->Left();
+  }
+  paintsFrame_ = false;
+  movesBar_ = false;
+  repaints_ = false;
+}
+
+}  // namespace kelvane::bench

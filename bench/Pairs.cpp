@@ -1,0 +1,48 @@
+#include "Pairs.h"
+
+#include <algorithm>
+#include <cstdio>
+#include <stdexcept>
+
+namespace kelvane::bench {
+
+void Need(bool holds, const char* complaint) {
+  if (!holds) throw std::runtime_error(complaint);
+}
+
+double At(std::vector<double> values, double share) {
+  std::sort(values.begin(), values.end());
+  return values[static_cast<std::size_t>(share * static_cast<double>(values.size() - 1))];
+}
+
+void PrintRow(const std::string& name, const std::vector<double>& values) {
+  std::printf("  %-34s %9.4f %9.4f %9.4f\n", name.c_str(), At(values, 0), At(values, 0.5),
+              At(values, 1));
+  std::fflush(stdout);
+}
+
+void PrintVerdict(const char* what, double figure, double mark, const char* unit) {
+  std::printf("  %s %.2f%s, at most %.2f%s: %s\n", what, figure, unit, mark, unit,
+              figure <= mark ? "met" : "missed");
+  std::fflush(stdout);
+}
+
+void Compare(const char* what, int pairs, double target, const Side& ours, const Side& theirs) {
+  std::vector<double> ourSeconds;
+  std::vector<double> theirSeconds;
+  std::vector<double> ratios;
+  for (int pair = 0; pair < pairs; ++pair) {
+    const bool oursFirst = pair % 2 == 0;
+    if (oursFirst) ourSeconds.push_back(ours.run());
+    theirSeconds.push_back(theirs.run());
+    if (!oursFirst) ourSeconds.push_back(ours.run());
+    ratios.push_back(ourSeconds.back() / theirSeconds.back());
+  }
+  std::printf("%s, %d pairs: min, median, max\n", what, pairs);
+  PrintRow(std::string(ours.name) + ", s", ourSeconds);
+  PrintRow(std::string(theirs.name) + ", s", theirSeconds);
+  PrintRow("ratio", ratios);
+  PrintVerdict("median ratio", At(ratios, 0.5), target);
+}
+
+}  // namespace kelvane::bench
