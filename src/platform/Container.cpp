@@ -3,13 +3,9 @@
 #include <QPaintEvent>
 #include <QPainter>
 
-#include "platform/Colours.h"
+#include "platform/Border.h"
 
 namespace kelvane {
-namespace {
-constexpr int kBorderWidth = 2;
-}
-
 Container::Container(QWidget* window, ScaleMode scale)
     : Control(nullptr, QString()), scale_(scale) {
   setParent(window);
@@ -21,6 +17,14 @@ Container::Container(Container* container, const QString& name, ScaleMode scale)
   setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
+float Container::ScaleWidth() const {
+  return static_cast<float>(width() - 2 * borderWidth_) * UnitsPerPixel();
+}
+
+float Container::ScaleHeight() const {
+  return static_cast<float>(height() - 2 * borderWidth_) * UnitsPerPixel();
+}
+
 void Container::setBackColor(QRgb color) {
   if (color == backColor_) return;
   backColor_ = color;
@@ -28,17 +32,12 @@ void Container::setBackColor(QRgb color) {
 }
 
 void Container::setBordered() {
-  borderWidth_ = kBorderWidth;
-  update();
+  borderWidth_ = Border::kWidth;
+  new Border(*this, backColor_);
 }
 
 void Container::paintEvent(QPaintEvent* event) {
-  QPainter painter(this);
-  painter.fillRect(event->rect(), QColor(backColor_));
-  if (borderWidth_ == 0) return;
-  // The outer pixel is the line on show, the inner one a gap to what lies inside.
-  painter.setPen(QColor(kGrey));
-  painter.drawRect(rect().adjusted(0, 0, -1, -1));
+  QPainter(this).fillRect(event->rect(), QColor(backColor_));
 }
 
 }  // namespace kelvane

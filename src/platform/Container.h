@@ -17,17 +17,22 @@ class Container : public Control {
   Container(Container* container, const QString& name, ScaleMode scale);
 
   float UnitsPerPixel() const { return scale_ == ScaleMode::kPixels ? 1 : kTwipsPerPixel; }
+  // Of the inside as it is on the screen, in the scale unit.
+  float ScaleWidth() const;
+  float ScaleHeight() const;
 
   QRgb BackColor() const { return backColor_; }
   void setBackColor(QRgb color);
 
-  // A border of two pixels, inside which the places of the controls begin. To be set before any
-  // is placed.
+  // A border of two pixels, inside which the places of the controls begin and the mouse counts. It
+  // lies over controls of the design that reach beyond the inside. To be set before any is placed
+  // and behind the back colour.
   void setBordered();
   QPoint ContentOrigin() const { return {borderWidth_, borderWidth_}; }
 
  protected:
   float MouseUnitsPerPixel() const override { return UnitsPerPixel(); }
+  QPoint MouseOrigin() const override { return ContentOrigin(); }
   void paintEvent(QPaintEvent* event) override;
 
  private:

@@ -118,7 +118,7 @@ void Control::resizeEvent(QResizeEvent* event) {
 // The place in the control is worked out from the place on the screen now: the control may have
 // been moved under the pointer since the event was sent.
 MouseEvent Control::Arguments(const QMouseEvent& event, int button) const {
-  const QPointF place = mapFromGlobal(event.globalPosition());
+  const QPointF place = mapFromGlobal(event.globalPosition()) - MouseOrigin();
   const float unitsPerPixel = MouseUnitsPerPixel();
   return {.Index = index_,
           .Button = button,

@@ -56,6 +56,12 @@ class Control : public QWidget {
   bool Visible() const { return !isHidden(); }
   void setMousePointer(MousePointer pointer) { setCursor(CursorOf(pointer)); }
 
+  // Gives the control the keyboard.
+  void SetFocus() { setFocus(); }
+
+  // Labels, shapes and lines have no window of their own: they lie behind the controls that have.
+  virtual bool Windowless() const { return false; }
+
   // The text that is shown beside a pointer that rests on the control; none if empty.
   QString ToolTipText() const { return toolTip(); }
   void setToolTipText(const QString& text) { setToolTip(text); }
@@ -73,6 +79,8 @@ class Control : public QWidget {
   virtual void SizeChanged() {}
   // Of X and Y.
   virtual float MouseUnitsPerPixel() const;
+  // Where in the widget X and Y begin.
+  virtual QPoint MouseOrigin() const { return {}; }
   // Makes a stock widget of the toolkit the whole inside of this control. The mouse is that
   // widget's; the control gets what it leaves.
   void FillWith(QWidget* stockWidget);

@@ -22,7 +22,8 @@ enum class ControlClass {
   kWindowsMediaPlayer
 };
 
-// In twips, relative to the container.
+// In twips, relative to the container. A line runs from the top left to the bottom right corner of
+// its place.
 struct DesignPlace {
   float left;
   float top;
@@ -37,11 +38,14 @@ struct ControlDesign {
   const char* caption = "";    // or a text box's text
   const char* container = "";  // the name of a box further up in the list; the form itself if empty
   bool visible = true;
-  std::optional<QRgb> color = {};  // back colour; of shapes and lines, their own
-  bool centred = false;            // a label's caption
-  bool bordered = false;           // a picture box
-  bool twips = false;              // a picture box's scale unit; pixels if not
-  int borderWidth = 1;             // a shape's, in pixels
+  std::optional<QRgb> color = {};      // back colour; of shapes and lines, their own
+  std::optional<QRgb> fillColor = {};  // a shape's
+  bool centred = false;                // a label's caption
+  bool rightAligned = false;           // likewise
+  bool bordered = false;               // a picture box, a label or a text box
+  bool editable = false;               // a text box
+  bool twips = false;                  // a picture box's scale unit; pixels if not
+  int borderWidth = 1;                 // a shape's, in pixels
   MousePointer pointer = MousePointer::kDefault;
 };
 

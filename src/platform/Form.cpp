@@ -1,5 +1,6 @@
 #include "platform/Form.h"
 
+#include <QAction>
 #include <QCloseEvent>
 #include <QMenuBar>
 #include <QTimerEvent>
@@ -45,8 +46,7 @@ Form::Form(const FormDesign& design, std::span<const ControlDesign> controls,
   area_->MouseMove = [this](const MouseEvent& event) { Form_MouseMove(event); };
 
   const int width = PixelsOfTwips(design.clientWidth);
-  const int barHeight = menuBar_ == nullptr ? 0 : menuBar_->heightForWidth(width);
-  SetSize(QSize(width, PixelsOfTwips(design.clientHeight) + barHeight));
+  SetSize(QSize(width, PixelsOfTwips(design.clientHeight) + BarHeight(width)));
   LayOutArea();
 }
 
@@ -159,8 +159,17 @@ void Form::timerEvent(QTimerEvent* event) {
   }
 }
 
+// A window whose titles are all hidden has no menu bar.
+int Form::BarHeight(int width) const {
+  if (menuBar_ == nullptr) return 0;
+  const QList<QAction*> titles = menuBar_->actions();
+  const bool anyVisible = std::any_of(titles.begin(), titles.end(),
+                                      [](const QAction* title) { return title->isVisible(); });
+  return anyVisible ? menuBar_->heightForWidth(width) : 0;
+}
+
 void Form::LayOutArea() {
-  const int barHeight = menuBar_ == nullptr ? 0 : menuBar_->heightForWidth(width());
+  const int barHeight = BarHeight(width());
   if (menuBar_ != nullptr) menuBar_->setGeometry(0, 0, width(), barHeight);
   area_->setGeometry(0, barHeight, width(), std::max(0, height() - barHeight));
 }

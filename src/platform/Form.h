@@ -94,6 +94,7 @@ class Form : public QWidget {
   void BuildControls(const FormDesign& form, std::span<const ControlDesign> controls);
   void SetSize(QSize size);
   void ResizeTo(QSize size);
+  int BarHeight(int width) const;
   void LayOutArea();
   void RaiseResize();
   void HandlerBegins() { ++handlers_; }

@@ -2,6 +2,7 @@
 #include <QMenuBar>
 
 #include "platform/CommandButton.h"
+#include "platform/Fonts.h"
 #include "platform/Form.h"
 #include "platform/Label.h"
 #include "platform/Menu.h"
@@ -16,19 +17,24 @@
 namespace kelvane {
 namespace {
 
-// 8.25 points at 96 dots to the inch: a pixel is a pixel of the screen, whatever its density.
 QFont FormFont() {
-  constexpr int kPixels = 11;
+  constexpr float kPoints = 8.25F;
   QFont font(QStringLiteral("Arial"));
-  font.setPixelSize(kPixels);
+  font.setPixelSize(FontPixels(kPoints));
   return font;
+}
+
+Qt::Alignment AlignmentOf(const ControlDesign& design) {
+  if (design.rightAligned) return Qt::AlignRight;
+  return design.centred ? Qt::AlignHCenter : Qt::AlignLeft;
 }
 
 Control* BuildLabel(const ControlDesign& design, Container* container, QRgb textColor) {
   auto* label = new Label(container, QLatin1String(design.name));
   label->setCaption(QLatin1String(design.caption));
   label->setForeColor(textColor);
-  label->setAlignment(design.centred ? Qt::AlignHCenter : Qt::AlignLeft);
+  label->setAlignment(AlignmentOf(design));
+  if (design.bordered) label->setBordered();
   if (design.color) label->setBackColor(*design.color);
   return label;
 }
@@ -44,6 +50,8 @@ Control* BuildPictureBox(const ControlDesign& design, Container* container) {
 Control* BuildTextBox(const ControlDesign& design, Container* container) {
   auto* box = new TextBox(container, QLatin1String(design.name));
   box->setText(QLatin1String(design.caption));
+  if (design.bordered) box->setBordered();
+  if (design.editable) box->setEditable();
   return box;
 }
 
@@ -56,6 +64,7 @@ Control* BuildCommandButton(const ControlDesign& design, Container* container) {
 Control* BuildShape(const ControlDesign& design, Container* container) {
   auto* shape = new Shape(container, QLatin1String(design.name));
   shape->SetBorder(design.color.value_or(0), design.borderWidth);
+  if (design.fillColor) shape->setFillColor(*design.fillColor);
   return shape;
 }
 
@@ -93,6 +102,21 @@ Control* Build(const ControlDesign& design, Container* container, QRgb labelColo
   Q_UNREACHABLE();
 }
 
+void PlaceAsDesigned(Control& control, const DesignPlace& place, float twipsPerUnit) {
+  const float left = place.left / twipsPerUnit;
+  const float top = place.top / twipsPerUnit;
+  const float width = place.width / twipsPerUnit;
+  const float height = place.height / twipsPerUnit;
+  if (auto* line = qobject_cast<Line*>(&control)) {
+    line->SetEnds(left, top, left + width, top + height);
+    return;
+  }
+  control.setLeft(left);
+  control.setTop(top);
+  control.setWidth(width);
+  control.setHeight(height);
+}
+
 }  // namespace
 
 void Form::BuildControls(const FormDesign& form, std::span<const ControlDesign> controls) {
@@ -103,11 +127,7 @@ void Form::BuildControls(const FormDesign& form, std::span<const ControlDesign> 
     Container* container = containers.value(QLatin1String(design.container));
     Control* control = Build(design, container, form.labelColor);
     if (auto* box = qobject_cast<Container*>(control)) containers.insert(box->objectName(), box);
-    const float twipsPerUnit = kTwipsPerPixel / container->UnitsPerPixel();
-    control->setLeft(design.place.left / twipsPerUnit);
-    control->setTop(design.place.top / twipsPerUnit);
-    control->setWidth(design.place.width / twipsPerUnit);
-    control->setHeight(design.place.height / twipsPerUnit);
+    PlaceAsDesigned(*control, design.place, kTwipsPerPixel / container->UnitsPerPixel());
     control->setVisible(design.visible);
     if (design.pointer != MousePointer::kDefault) control->setMousePointer(design.pointer);
     // The list runs from front to back.

@@ -3,7 +3,9 @@
 #include <QFontMetrics>
 #include <QPainter>
 
+#include "platform/Colours.h"
 #include "platform/Container.h"
+#include "platform/Fonts.h"
 #include "platform/HandlerScope.h"
 
 namespace kelvane {
@@ -52,13 +54,40 @@ void Label::setAlignment(Qt::Alignment alignment) {
   update();
 }
 
+void Label::setBordered() {
+  bordered_ = true;
+  update();
+}
+
+void Label::setFontBold(bool bold) {
+  QFont changed = font();
+  if (changed.bold() == bold) return;
+  changed.setBold(bold);
+  setFont(changed);
+}
+
+void Label::setFontSize(float points) {
+  QFont changed = font();
+  if (changed.pixelSize() == FontPixels(points)) return;
+  changed.setPixelSize(FontPixels(points));
+  setFont(changed);
+}
+
 void Label::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   if (backColor_) painter.fillRect(rect(), QColor(*backColor_));
-  painter.setFont(FittingFont(font(), caption_, width()));
+  QRect place = rect();
+  if (bordered_) {
+    painter.setPen(QColor(kGrey));
+    painter.drawRect(place.adjusted(0, 0, -1, -1));
+    place.adjust(1, 1, -1, -1);
+  }
+  QString shown = caption_;
+  shown.replace(QLatin1String("&&"), QLatin1String("&"));
+  painter.setFont(FittingFont(font(), shown, place.width()));
   painter.setPen(QColor(foreColor_));
-  const QString shown = painter.fontMetrics().elidedText(caption_, Qt::ElideMiddle, width());
-  painter.drawText(rect(), static_cast<int>(alignment_ | Qt::AlignTop) | Qt::TextSingleLine, shown);
+  shown = painter.fontMetrics().elidedText(shown, Qt::ElideMiddle, place.width());
+  painter.drawText(place, static_cast<int>(alignment_ | Qt::AlignTop) | Qt::TextSingleLine, shown);
 }
 
 }  // namespace kelvane

@@ -8,11 +8,13 @@ namespace kelvane {
 
 // A line of text, at the top of its place. Transparent unless it has a back colour of its own. A
 // caption that is wider than the label is set tighter, and where that isn't enough, shortened in
-// its middle; Caption reads back whole.
+// its middle. In what is shown, "&&" stands for one ampersand. Caption reads back whole.
 class Label : public Control {
   Q_OBJECT
  public:
   Label(Container* container, const QString& name);
+
+  bool Windowless() const override { return true; }
 
   const QString& Caption() const { return caption_; }
   void setCaption(const QString& caption);
@@ -27,6 +29,14 @@ class Label : public Control {
   Qt::Alignment Alignment() const { return alignment_; }
   void setAlignment(Qt::Alignment alignment);
 
+  bool Bordered() const { return bordered_; }
+  // A border of one pixel, inside which the caption stands.
+  void setBordered();
+
+  bool FontBold() const { return font().bold(); }
+  void setFontBold(bool bold);
+  void setFontSize(float points);
+
   // Raised when the caption has changed, before the assignment returns.
   std::function<void(int Index)> Change;
 
@@ -38,6 +48,7 @@ class Label : public Control {
   std::optional<QRgb> backColor_;
   QRgb foreColor_ = 0;
   Qt::Alignment alignment_ = Qt::AlignLeft;
+  bool bordered_ = false;
 };
 
 }  // namespace kelvane

@@ -1,6 +1,7 @@
 #include "platform/Menu.h"
 
 #include <QAction>
+#include <QCursor>
 #include <QMenu>
 #include <QMenuBar>
 
@@ -24,5 +25,7 @@ QString Menu::Caption() const { return action_->text(); }
 bool Menu::Visible() const { return action_->isVisible(); }
 
 void Menu::setVisible(bool visible) { action_->setVisible(visible); }
+
+void Menu::PopUp() const { menu_->popup(QCursor::pos()); }
 
 }  // namespace kelvane

@@ -20,6 +20,9 @@ class Menu : public QObject {
   bool Visible() const;
   void setVisible(bool visible);
 
+  // Opens the items of a title, which may be hidden, at the pointer; returns at once.
+  void PopUp() const;
+
   std::function<void()> Click;
 
  private:

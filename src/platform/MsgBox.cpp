@@ -4,6 +4,7 @@
 #include <QMessageBox>
 
 #include "platform/App.h"
+#include "shared/TextHelpers.h"
 
 namespace kelvane {
 
@@ -29,6 +30,10 @@ MsgBoxResult MsgBox(const QString& text, int buttons, const QString& title) {
     default:
       return MsgBoxResult::kOK;
   }
+}
+
+void ShowErrorMessage(const std::string& text, const std::string& title) {
+  MsgBox(FromNarrow(text), kExclamation, FromNarrow(title));
 }
 
 }  // namespace kelvane

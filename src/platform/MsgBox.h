@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <string>
 
 namespace kelvane {
 
@@ -12,5 +13,9 @@ enum class MsgBoxResult { kOK = 1, kCancel = 2, kYes = 6, kNo = 7 };
 // Shows a message box in front of the active window and waits for the answer; closing the box is
 // Cancel where it has such a button. The title is the program's if none is given.
 MsgBoxResult MsgBox(const QString& text, int buttons = kOKOnly, const QString& title = {});
+
+// A message box with an exclamation icon and an OK button. The texts are in the system's narrow
+// encoding.
+void ShowErrorMessage(const std::string& text, const std::string& title);
 
 }  // namespace kelvane

@@ -1,9 +1,89 @@
 #include "platform/PictureBox.h"
 
+#include <QFontMetrics>
+#include <QPainter>
+#include <algorithm>
+#include <cmath>
+
+#include "platform/Fonts.h"
 #include "platform/HandlerScope.h"
 
 namespace kelvane {
+namespace {
+
+// The pixels of a level or upright line without its last one; nothing of a slanting line.
+QRect PixelsOf(QPoint first, QPoint last) {
+  if (first.y() == last.y()) {
+    const int left = first.x() < last.x() ? first.x() : last.x() + 1;
+    return {left, first.y(), std::abs(last.x() - first.x()), 1};
+  }
+  if (first.x() == last.x()) {
+    const int top = first.y() < last.y() ? first.y() : last.y() + 1;
+    return {first.x(), top, 1, std::abs(last.y() - first.y())};
+  }
+  return {};
+}
+
+}  // namespace
+
+QPoint PictureBox::PixelOf(float x, float y) const {
+  const auto whole = [this](float place) {
+    constexpr float kFarthest = QWIDGETSIZE_MAX;
+    return static_cast<int>(
+        std::nearbyint(std::clamp(place / UnitsPerPixel(), -kFarthest, kFarthest)));
+  };
+  return {whole(x), whole(y)};
+}
+
+QSize PictureBox::InnerSize() const {
+  return size() - 2 * QSize(ContentOrigin().x(), ContentOrigin().y());
+}
+
+// As large as the inside of the box has been, so that nothing is lost where it shrinks for a while.
+QImage& PictureBox::Drawing() {
+  const QSize wanted = drawing_.size().expandedTo(InnerSize());
+  if (wanted != drawing_.size()) {
+    QImage larger(wanted, QImage::Format_RGB32);
+    larger.fill(QColor(BackColor()));
+    QPainter(&larger).drawImage(0, 0, drawing_);
+    drawing_ = larger;
+  }
+  return drawing_;
+}
+
+void PictureBox::Cls() {
+  drawing_ = QImage();
+  update();
+}
+
+void PictureBox::DrawLine(float x1, float y1, float x2, float y2, QRgb color) {
+  const QRect inside(QPoint(), InnerSize());
+  const QRect pixels = PixelsOf(PixelOf(x1, y1), PixelOf(x2, y2)) & inside;
+  if (pixels.isEmpty()) return;
+  QPainter(&Drawing()).fillRect(pixels, QColor(color));
+  update(pixels.translated(ContentOrigin()));
+}
+
+void PictureBox::PrintAt(float x, float y, const QString& text) {
+  const QPoint corner = PixelOf(x, y);
+  if (corner.x() >= InnerSize().width() || corner.y() >= InnerSize().height()) return;
+  QPainter painter(&Drawing());
+  painter.setFont(printFont_);
+  painter.setPen(QColor(foreColor_));
+  painter.drawText(corner + QPoint(0, QFontMetrics(printFont_).ascent()), text);
+  update();
+}
+
+void PictureBox::SetPrintFont(const QString& family, float points) {
+  printFont_ = QFont(family);
+  printFont_.setPixelSize(FontPixels(points));
+}
 
 void PictureBox::SizeChanged() { Raise(this, Resize, Index()); }
+
+void PictureBox::paintEvent(QPaintEvent* event) {
+  Container::paintEvent(event);
+  if (!drawing_.isNull()) QPainter(this).drawImage(ContentOrigin(), drawing_);
+}
 
 }  // namespace kelvane

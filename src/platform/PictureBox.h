@@ -1,20 +1,48 @@
 #pragma once
 
+#include <QImage>
+
 #include "platform/Container.h"
 
 namespace kelvane {
 
-// A plain box of one colour that may hold controls.
+// A box of one colour that may hold controls and be drawn on. What is drawn stays, whatever covers
+// the box meanwhile, and lies behind the controls.
+//
+// Places of a drawing are in the box's scale unit and rounded to whole pixels, half to even; what
+// falls outside the box leaves no mark.
 class PictureBox : public Container {
   Q_OBJECT
  public:
   using Container::Container;
+
+  // Takes away what has been drawn.
+  void Cls();
+  // A level or upright line one pixel wide that leaves out its last pixel.
+  void DrawLine(float x1, float y1, float x2, float y2, QRgb color);
+  // One line of text in the fore colour, with its top left corner there.
+  void PrintAt(float x, float y, const QString& text);
+
+  // Of the texts that are printed from now on.
+  QRgb ForeColor() const { return foreColor_; }
+  void setForeColor(QRgb color) { foreColor_ = color; }
+  void SetPrintFont(const QString& family, float points);
 
   // Raised when the box has changed size on the screen, before the assignment returns.
   std::function<void(int Index)> Resize;
 
  protected:
   void SizeChanged() override;
+  void paintEvent(QPaintEvent* event) override;
+
+ private:
+  QPoint PixelOf(float x, float y) const;
+  QSize InnerSize() const;
+  QImage& Drawing();
+
+  QImage drawing_;  // of the inside; null while nothing has been drawn
+  QFont printFont_;
+  QRgb foreColor_ = 0;
 };
 
 }  // namespace kelvane

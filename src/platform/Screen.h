@@ -9,6 +9,7 @@ class Screen {
  public:
   // The pointer's shape over every window of the program; kDefault leaves it to what lies beneath.
   static void setMousePointer(MousePointer pointer);
+  static MousePointer Pointer();
 };
 
 }  // namespace kelvane

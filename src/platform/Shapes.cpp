@@ -1,6 +1,8 @@
 #include "platform/Shapes.h"
 
 #include <QPainter>
+#include <algorithm>
+#include <cmath>
 
 #include "platform/Container.h"
 
@@ -17,8 +19,15 @@ void Shape::SetBorder(QRgb color, int width) {
   update();
 }
 
+void Shape::setFillColor(QRgb color) {
+  if (fillColor_ == color) return;
+  fillColor_ = color;
+  update();
+}
+
 void Shape::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
+  if (fillColor_) painter.fillRect(rect(), QColor(*fillColor_));
   painter.setPen(QColor(color_));
   for (int inset = 0; inset < borderWidth_; ++inset) {
     painter.drawRect(rect().adjusted(inset, inset, -inset - 1, -inset - 1));
@@ -27,7 +36,19 @@ void Shape::paintEvent(QPaintEvent* /*event*/) {
 
 Line::Line(Container* container, const QString& name) : Control(container, name) {
   setAttribute(Qt::WA_TransparentForMouseEvents);
-  setMinimumHeight(1);
+  setMinimumSize(1, 1);
+}
+
+void Line::SetEnds(float x1, float y1, float x2, float y2) {
+  if (!std::isfinite(x1) || !std::isfinite(y1) || !std::isfinite(x2) || !std::isfinite(y2)) return;
+  x1_ = x1;
+  y1_ = y1;
+  x2_ = x2;
+  y2_ = y2;
+  setLeft(std::min(x1, x2));
+  setTop(std::min(y1, y2));
+  setWidth(std::abs(x2 - x1));
+  setHeight(std::abs(y2 - y1));
 }
 
 void Line::setBorderColor(QRgb color) {
@@ -36,9 +57,20 @@ void Line::setBorderColor(QRgb color) {
   update();
 }
 
+void Line::BringToFront() {
+  for (QObject* sibling : parent()->children()) {
+    auto* control = qobject_cast<Control*>(sibling);
+    if (control == nullptr || control->Windowless()) continue;
+    stackUnder(control);
+    return;
+  }
+  raise();
+}
+
+// The widget is a pixel thick where the line has no extent.
 void Line::paintEvent(QPaintEvent* /*event*/) {
-  QPainter painter(this);
-  painter.fillRect(0, 0, width(), 1, QColor(color_));
+  if ((x1_ == x2_) == (y1_ == y2_)) return;
+  QPainter(this).fillRect(rect(), QColor(color_));
 }
 
 }  // namespace kelvane

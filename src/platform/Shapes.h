@@ -1,19 +1,28 @@
 #pragma once
 
+#include <optional>
+
 #include "platform/Control.h"
 
 namespace kelvane {
 
-// The outline of a rectangle. Never takes the mouse: what lies behind it does.
+// The outline of a rectangle, filled if it is given a colour inside. Never takes the mouse: what
+// lies behind it does.
 class Shape : public Control {
   Q_OBJECT
  public:
   Shape(Container* container, const QString& name);
 
+  bool Windowless() const override { return true; }
+
   QRgb BorderColor() const { return color_; }
   int BorderWidth() const { return borderWidth_; }
   // `width` in pixels.
   void SetBorder(QRgb color, int width);
+
+  // Unset while what lies behind the shape shows through.
+  std::optional<QRgb> FillColor() const { return fillColor_; }
+  void setFillColor(QRgb color);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -21,21 +30,43 @@ class Shape : public Control {
  private:
   QRgb color_ = 0;
   int borderWidth_ = 1;
+  std::optional<QRgb> fillColor_;
 };
 
-// A level line one pixel thick along the top of its place. Never takes the mouse.
+// A level or upright line one pixel thick, without the pixel at its right or lower end; a slanting
+// one doesn't show. Never takes the mouse.
 class Line : public Control {
   Q_OBJECT
  public:
   Line(Container* container, const QString& name);
 
+  bool Windowless() const override { return true; }
+
+  // Its ends, in the container's scale unit. The second may lie before the first.
+  float X1() const { return x1_; }
+  float Y1() const { return y1_; }
+  float X2() const { return x2_; }
+  float Y2() const { return y2_; }
+  void setX1(float x) { SetEnds(x, y1_, x2_, y2_); }
+  void setY1(float y) { SetEnds(x1_, y, x2_, y2_); }
+  void setX2(float x) { SetEnds(x1_, y1_, x, y2_); }
+  void setY2(float y) { SetEnds(x1_, y1_, x2_, y); }
+  void SetEnds(float x1, float y1, float x2, float y2);
+
   QRgb BorderColor() const { return color_; }
   void setBorderColor(QRgb color);
+
+  // In front of the labels, shapes and lines of its container.
+  void BringToFront();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  float x1_ = 0;
+  float y1_ = 0;
+  float x2_ = 0;
+  float y2_ = 0;
   QRgb color_ = 0;
 };
 

@@ -3,6 +3,7 @@
 #include <QLineEdit>
 #include <QShowEvent>
 
+#include "platform/Border.h"
 #include "platform/Colours.h"
 #include "platform/Container.h"
 #include "platform/HandlerScope.h"
@@ -42,9 +43,10 @@ void TextBox::ShowText() {
 
 void TextBox::MakeLine() {
   line_ = new QLineEdit(this);
-  line_->setReadOnly(true);
+  line_->setReadOnly(!editable_);
   line_->setFrame(false);
-  line_->setTextMargins(0, 0, 0, 0);
+  const int margin = bordered_ ? Border::kWidth : 0;
+  line_->setTextMargins(margin, 0, margin, 0);
   line_->setContextMenuPolicy(Qt::NoContextMenu);
   line_->setFocusPolicy(Qt::ClickFocus);
   QPalette colours = line_->palette();
@@ -53,6 +55,13 @@ void TextBox::MakeLine() {
   line_->setPalette(colours);
   FillWith(line_);
   line_->show();
+  connect(line_, &QLineEdit::textEdited, this, [this](const QString& text) {
+    text_ = text;
+    Raise(this, Change, Index());
+  });
+  if (!bordered_) return;
+  auto* border = new Border(*this, kDark);
+  border->show();
 }
 
 }  // namespace kelvane

@@ -6,9 +6,9 @@ class QLineEdit;
 
 namespace kelvane {
 
-// A text that the user may read and copy, but not change. The box holds the text itself and shows
-// it in a line of the toolkit's only while it is visible, so that a hidden box takes a text of any
-// length and more of it at the cost of the addition alone.
+// A text that the user may read and copy, and change where the box is editable. The box holds the
+// text itself and shows it in a line of the toolkit's only while it is visible, so that a hidden
+// box takes a text of any length and more of it at the cost of the addition alone.
 class TextBox : public Control {
   Q_OBJECT
  public:
@@ -18,6 +18,10 @@ class TextBox : public Control {
   void setText(const QString& text);
   // Text = Text followed by `more`.
   void AppendText(const QString& more);
+
+  // Both to be set before the box is first shown.
+  void setEditable() { editable_ = true; }
+  void setBordered() { bordered_ = true; }
 
   // Raised when the text has changed, before the assignment returns.
   std::function<void(int Index)> Change;
@@ -32,6 +36,8 @@ class TextBox : public Control {
 
   QString text_;
   QLineEdit* line_ = nullptr;
+  bool editable_ = false;
+  bool bordered_ = false;
 };
 
 }  // namespace kelvane

@@ -114,6 +114,31 @@ QString FormatPosition(double seconds) {
                        : TwoDigits(whole / kHour) + QLatin1Char(':') + MinutesAndSeconds(whole);
 }
 
+QString FormatTimeText(double seconds) {
+  constexpr int kLength = 8;
+  return FormatTimeOfDay(seconds).rightJustified(kLength, QLatin1Char('0'));
+}
+
+QString FormatDigits(double number, int leastDigits) {
+  const double rounded = std::round(number);
+  const QString digits =
+      QString::number(std::abs(rounded), 'f', 0).rightJustified(leastDigits, QLatin1Char('0'));
+  return rounded < 0 ? QLatin1Char('-') + digits : digits;
+}
+
+QString Trim(const QString& text) {
+  static const QRegularExpression blanksRound(QStringLiteral("^ +| +$"));
+  return QString(text).remove(blanksRound);
+}
+
+double LeadingNumber(const QString& text) {
+  static const QRegularExpression space(QStringLiteral("[ \\t\\r\\n]"));
+  static const QRegularExpression number(
+      QStringLiteral("^[+-]?([0-9]+\\.?[0-9]*|\\.[0-9]+)(e[+-]?[0-9]+)?"),
+      QRegularExpression::CaseInsensitiveOption);
+  return number.match(QString(text).remove(space)).captured().toDouble();
+}
+
 std::optional<float> SingleFromText(const QString& text) {
   const std::optional<double> number = NumberFromText(text);
   if (!number || std::abs(*number) > std::numeric_limits<float>::max()) return std::nullopt;

@@ -33,6 +33,19 @@ QString FormatTimeOfDay(double seconds);
 // whole seconds that have passed. Not negative.
 QString FormatPosition(double seconds);
 
+// The same with two digits of hours at least, "hh:mm:ss".
+QString FormatTimeText(double seconds);
+
+// So many digits at least and no decimals: 4 with two is "04". Rounded, half away from zero.
+QString FormatDigits(double number, int leastDigits);
+
+// The text without the blanks, and nothing but blanks, round it.
+QString Trim(const QString& text);
+
+// The number that a text begins with; blanks, tabs and line feeds in it don't matter, and its
+// decimal separator is the point. 0 if the text begins with none.
+double LeadingNumber(const QString& text);
+
 // The number that a text stands for. Blanks, tabs and line breaks round it and group separators in
 // it don't matter, and a comma before three digits groups wherever it isn't the decimal separator.
 std::optional<float> SingleFromText(const QString& text);

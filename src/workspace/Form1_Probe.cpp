@@ -11,16 +11,6 @@
 #include "workspace/Form1.h"
 
 namespace kelvane {
-namespace {
-
-QString ShortPathOf(const QString& file) {
-  const auto showError = [](const std::string& text, const std::string& title) {
-    MsgBox(FromNarrow(text), kExclamation, FromNarrow(title));
-  };
-  return FromNarrow(GetShortFileName(ToNarrow(file), showError));
-}
-
-}  // namespace
 
 // What stands before the dialog also stands after a cancelled one.
 void Form1::mnu_openVideo_Click() {
@@ -32,7 +22,7 @@ void Form1::mnu_openVideo_Click() {
   CDialog.InitDir = desktop;
   CDialog.ShowOpen();
   if (CDialog.FileName.isEmpty()) return;
-  Text1(1).setText(ShortPathOf(CDialog.FileName));
+  Text1(1).setText(FromNarrow(GetShortFileName(ToNarrow(CDialog.FileName), ShowErrorMessage)));
   Picture1(CanvasBox).setVisible(true);
 }
 

@@ -94,20 +94,6 @@ TEST(AShape, IsAnOutlineOfItsWidthInsideItsPlace) {
   EXPECT_EQ(CountOf(Picture(form), 0xA0A0A0), 0);
 }
 
-TEST(ALine, IsOnePixelThickAlongTheTopOfItsPlace) {
-  TestForm form({{.name = "Line1",
-                  .controlClass = ControlClass::kLine,
-                  .place = {150, 300, 450, 600},
-                  .color = 0x808080}});
-  form.Open();
-  EXPECT_EQ(form.Find<Line>("Line1").BorderColor(), 0x808080U);
-  const QImage picture = Picture(form);
-  EXPECT_EQ(CountOf(picture, 0x808080), 30);
-  EXPECT_EQ(CountOf(picture.copy(10, 20, 30, 1), 0x808080), 30);
-  form.Find<Line>("Line1").setBorderColor(0xFF0000);
-  EXPECT_EQ(CountOf(Picture(form), 0xFF0000), 30);
-}
-
 // Watches the paint events of a widget.
 class Paintings : public QObject {
  public:

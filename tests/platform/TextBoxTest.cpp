@@ -120,6 +120,26 @@ TEST_F(ATextBox, CannotBeEdited) {
   EXPECT_EQ(events, Events{});
 }
 
+TEST(AnEditableTextBox, TakesWhatTheUserTypesAndRaisesChangeForEachLetter) {
+  TestForm form({{.name = "Text5",
+                  .controlClass = ControlClass::kTextBox,
+                  .place = {150, 150, 1500, 315},
+                  .caption = "a",
+                  .editable = true}});
+  form.Open();
+  auto& box = form.Find<TextBox>("Text5");
+  Events events;
+  box.Change = [&](int) { events.push_back(box.Text().toStdString()); };
+  auto* line = box.findChild<QLineEdit*>();
+  line->setCursorPosition(1);
+  QTest::keyClicks(line, QStringLiteral("bc"));
+  QTest::keyClick(line, Qt::Key_Backspace);
+  EXPECT_EQ(events, (Events{"ab", "abc", "ab"}));
+  EXPECT_EQ(line->cursorPosition(), 2);
+  box.setText(QStringLiteral("/tmp/video.mp4"));
+  EXPECT_EQ(line->text(), QStringLiteral("/tmp/video.mp4"));
+}
+
 TEST_F(ATextBox, IsDarkWithLightTextAndNoBorder) {
   shown.setText(QString());
   EXPECT_EQ(CountOf(Picture(shown), 0x232323), 100 * 21);

@@ -200,5 +200,56 @@ TEST_F(NumberText, TheLargestSinglePrecisionNumberIsRead) {
   EXPECT_EQ(SingleFromText("3.4028234663852886e38"), std::numeric_limits<float>::max());
 }
 
+struct NumberDigitsAndText {
+  double number;
+  int leastDigits;
+  const char* text;
+};
+
+TEST_F(NumberText, DigitsAreFilledUpWithNoughtsAndNeverCutOff) {
+  const std::vector<NumberDigitsAndText> cases = {
+      {0, 2, "00"},      {4, 2, "04"},    {31.68, 2, "32"},  {9.5, 2, "10"},  {10.5, 2, "11"},
+      {100, 2, "100"},   {10, 3, "010"},  {100, 3, "100"},   {0.2, 3, "000"}, {-1, 2, "-01"},
+      {-12.5, 2, "-13"}, {-0.2, 2, "00"}, {1000, 3, "1000"},
+  };
+  for (const auto& [number, leastDigits, text] : cases) {
+    EXPECT_EQ(FormatDigits(number, leastDigits).toStdString(), text) << number;
+  }
+}
+
+struct TextAndNumber {
+  const char* text;
+  double number;
+};
+
+TEST_F(NumberText, ALeadingNumberEndsWhereTheTextIsNoNumberAnyMore) {
+  const std::vector<TextAndNumber> cases = {
+      {"4825", 4825}, {"4825 s", 4825},    {"04", 4},    {"12.5", 12.5}, {"12,5", 12},
+      {"1.2.3", 1.2}, {".5x", 0.5},        {"5.", 5},    {"-7", -7},     {"+7", 7},
+      {"  30", 30},   {"1 2\t3\n4", 1234}, {"1e2", 100}, {"1E-1x", 0.1}, {"1e", 1},
+  };
+  for (const auto& [text, number] : cases) EXPECT_EQ(LeadingNumber(text), number) << text;
+}
+
+TEST_F(NumberText, ATextThatBeginsWithNoNumberCountsAsNought) {
+  for (const char* text : {"", " ", "a4", "-", ".", "e5", "--1", "x", "+ -1"}) {
+    EXPECT_EQ(LeadingNumber(text), 0) << text;
+  }
+}
+
+TEST_F(NumberText, ALeadingNumberHasAPointInEveryLocale) {
+  UseGerman();
+  EXPECT_EQ(LeadingNumber("12.5"), 12.5);
+  EXPECT_EQ(LeadingNumber("12,5"), 12);
+}
+
+TEST_F(NumberText, BlanksAloneAreTrimmedAndAtTheEndsAlone) {
+  EXPECT_EQ(Trim("  a b  ").toStdString(), "a b");
+  EXPECT_EQ(Trim("a").toStdString(), "a");
+  EXPECT_EQ(Trim("   ").toStdString(), "");
+  EXPECT_EQ(Trim("").toStdString(), "");
+  EXPECT_EQ(Trim(" \ta\n ").toStdString(), "\ta\n");
+}
+
 }  // namespace
 }  // namespace kelvane

@@ -100,5 +100,18 @@ TEST(Position, HasMinutesAndSecondsAndHoursWhereThereAreAny) {
   for (const auto& [seconds, text] : cases) EXPECT_EQ(FormatPosition(seconds), text) << seconds;
 }
 
+TEST(TimeText, ANumberOfSecondsReadsAsATimeOfDayWithTwoDigitsEach) {
+  const std::vector<SecondsAndText> cases = {
+      {0, "00:00:00"},     {7, "00:00:07"},      {59, "00:00:59"},    {60, "00:01:00"},
+      {138, "00:02:18"},   {3599, "00:59:59"},   {3600, "01:00:00"},  {45296, "12:34:56"},
+      {86399, "23:59:59"}, {86400, "00:00:00"},  {90000, "01:00:00"}, {64.25, "00:01:04"},
+      {64.5, "00:01:05"},  {128.75, "00:02:09"}, {59.75, "00:01:00"}, {-1, "00:00:01"},
+      {-3600, "01:00:00"}, {-0.25, "00:00:00"},
+  };
+  for (const auto& [seconds, text] : cases) {
+    EXPECT_EQ(FormatTimeText(seconds).toStdString(), text) << seconds;
+  }
+}
+
 }  // namespace
 }  // namespace kelvane
