@@ -19,6 +19,7 @@
 #include "platform/TextBox.h"
 #include "platform/Timer.h"
 #include "platform/WindowsMediaPlayer.h"
+#include "sections/Form3.h"
 
 namespace kelvane {
 
@@ -124,6 +125,7 @@ class Form1 : public Form, public MainWindow {
   void PreviewCrop();
   void StartCrop();
   void AskToStartFresh();
+  void mnu_Extract_Click();
   void mnu_Updates_Click();
   void mnu_PayPalwebsite_Click();
 
@@ -133,6 +135,7 @@ class Form1 : public Form, public MainWindow {
   std::int16_t DragStartX = 0;
   std::int16_t DragStartY = 0;
   FormInstance<Form2> form2_;
+  FormInstance<Form3> form3_;
   CommonDialog CDialog{*this};
 
   ControlArray<Label> Label1{*this, "Label1"};

@@ -115,6 +115,8 @@ void Form1::AskToStartFresh() {
   }
 }
 
+void Form1::mnu_Extract_Click() { form3_.Load(windowIcon()).Show(); }
+
 void Form1::mnu_Updates_Click() {
   App::OpenWebPage(QStringLiteral("https://kelvane.example/updates"));
 }

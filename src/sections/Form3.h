@@ -1,0 +1,145 @@
+#pragma once
+
+#include <cstdint>
+
+#include "platform/App.h"
+#include "platform/CommonDialog.h"
+#include "platform/ControlArray.h"
+#include "platform/Form.h"
+#include "platform/Label.h"
+#include "platform/Menu.h"
+#include "platform/PictureBox.h"
+#include "platform/ProgressBar.h"
+#include "platform/ScrollBars.h"
+#include "platform/Shapes.h"
+#include "platform/TextBox.h"
+
+namespace kelvane {
+
+// Short path of the video last chosen in the section window; empty if it has none.
+extern QString SectionSourceShortPath;
+
+// The time line, Picture3.
+enum TimeLineBox : int { TimeLineFrame = 0, TimeLineStrip = 1 };
+
+// The needles Picture4, their hairlines Line3 and the entries of the context menu.
+enum Needle : int { StartNeedle = 0, EndNeedle = 1 };
+
+// The times among the captions of Label8; the others are fixed.
+enum SectionReadOut : int { SectionStart = 1, SectionEnd = 3, SectionSpan = 6 };
+
+// The arrow buttons, Label7.
+enum Arrow : int { TowardsStart = 0, TowardsEnd = 1 };
+
+// The options: their tracks Picture2, thumbs Label1, outlines Shape2 and captions Label3.
+enum OptionSlider : int {
+  StepSize = 0,
+  Shakiness = 1,
+  Accuracy = 2,
+  Zoom = 3,
+  Smoothing = 4,
+  UnSharpLX = 5,
+  UnSharpLY = 6
+};
+
+// Among the captions of Label2: an option's name at the right, and its read-out behind it.
+constexpr int NameOf(int slider) { return 2 * slider; }
+constexpr int ReadOutOf(int slider) { return 2 * slider + 1; }
+
+// "Advanced 2-Pass Video Stabilization": a section of a video is marked on a time line of fixed
+// scale, a pixel to the second, and the options of a stabilising filter are set.
+//
+// Runs no tool and plays nothing. What the user sets stays in the captions and is read by nobody
+// else; the panels for extraction, player and progress are fixed layout.
+class Form3 : public Form {
+  Q_OBJECT
+ public:
+  explicit Form3(const QIcon& icon = App::Icon());
+
+ protected:
+  void Form_Load() override;
+  void Form_Resize() override;
+  void Form_MouseMove(const MouseEvent& event) override;
+
+ private:
+  friend void DrawOptionScales(Form3& form);       // Module3
+  friend void ResetTimeLinePosition(Form3& form);  // Module5
+  friend void DrawTimeLabels(Form3& form);         // Module5
+
+  void WireEvents();
+
+  void Label6_MouseUp(const MouseEvent& event);
+
+  // The time line slides about in its frame.
+  void StepTimeLine(const MouseEvent& event);
+  void Label7_MouseMove(const MouseEvent& event);
+  void Picture5_MouseMove(const MouseEvent& event);
+  void PutOutArrows();
+  void Picture6_MouseDown(const MouseEvent& event);
+  void Picture6_MouseMove(const MouseEvent& event);
+
+  // The needles follow the pointer, or go where the context menu was opened.
+  void Picture3_MouseMove(const MouseEvent& event);
+  void Picture3_MouseUp(const MouseEvent& event);
+  void Picture4_MouseDown(const MouseEvent& event);
+  void Picture4_MouseMove(const MouseEvent& event);
+  void mnu_Start_Click();
+  void mnu_End_Click();
+  float SpanLineY() const;
+  void ShowSpan();
+  void DrawSpanLine();
+
+  // The thumbs follow the pointer.
+  void Label1_MouseDown(const MouseEvent& event);
+  void Label1_MouseMove(const MouseEvent& event);
+  void Label1_MouseUp(const MouseEvent& event);
+  void Label2_Change(int Index);
+  void Picture2_MouseMove(const MouseEvent& event);
+  void DragThumb(const MouseEvent& event);
+  void ShowOption(int slider);
+  bool StepSizeIsBeyondItsTrack() const;
+  void PutStepSizeAtItsEnd();
+  void HoldStepSizeAtItsStart();
+  void HoldStepSizeAtItsEnd();
+
+  QIcon icon_;
+  CommonDialog cdialog{*this};
+  // Where in its control a press happened, in the units of that control.
+  std::int16_t ThumbGrabX = 0;
+  std::int16_t NeedleGrabX = 0;
+  std::int16_t SliderGrabX = 0;
+  // Where the mouse was last seen over the time line or its frame, in pixels of either.
+  std::int32_t TimeLineMouseX = 0;
+
+  ControlArray<Label> Label1{*this, "Label1"};
+  ControlArray<Label> Label2{*this, "Label2"};
+  ControlArray<Label> Label3{*this, "Label3"};
+  ControlArray<Label> Label6{*this, "Label6"};
+  ControlArray<Label> Label7{*this, "Label7"};
+  ControlArray<Label> Label8{*this, "Label8"};
+  ControlArray<Label> Label16{*this, "Label16"};
+  ControlArray<PictureBox> Picture2{*this, "Picture2"};
+  ControlArray<PictureBox> Picture3{*this, "Picture3"};
+  ControlArray<PictureBox> Picture4{*this, "Picture4"};
+  PictureBox& Picture5 = Find<PictureBox>("Picture5");
+  PictureBox& Picture6 = Find<PictureBox>("Picture6");
+  ControlArray<Line> Line3{*this, "Line3"};
+  Line& Line4 = Find<Line>("Line4");
+  Line& Line5 = Find<Line>("Line5");
+  Line& Line6 = Find<Line>("Line6");
+  Line& Line7 = Find<Line>("Line7");
+  Line& Line8 = Find<Line>("Line8");
+  Shape& Shape1 = Find<Shape>("Shape1");
+  ControlArray<Shape> Shape2{*this, "Shape2"};
+  TextBox& Text1 = Find<TextBox>("Text1");
+  TextBox& Text3 = Find<TextBox>("Text3");
+  TextBox& Text4 = Find<TextBox>("Text4");
+  ControlArray<ProgressBar> pbar{*this, "pbar"};
+  HScrollBar& HScroll1 = Find<HScrollBar>("HScroll1");
+  Menu& mnu_ConntextMenu = Find<Menu>("mnu_ConntextMenu");
+};
+
+// Puts an outline round a control of the same container, one unit outside it.
+void PutRound(Shape& outline, const Control& control);
+
+}  // namespace kelvane

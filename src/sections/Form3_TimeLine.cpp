@@ -1,0 +1,121 @@
+// The time line under its arrows, and the needles on it. A pixel is a second.
+#include "platform/Screen.h"
+#include "sections/Form3.h"
+#include "sections/Form3_Design.h"
+#include "shared/TextHelpers.h"
+
+namespace kelvane {
+
+// Pressing, releasing and double-clicking an arrow are a step each, so that a plain click is two.
+// The steps of the two directions are unlike each other on purpose.
+void Form3::StepTimeLine(const MouseEvent& event) {
+  constexpr float kStepBack = 200;
+  constexpr float kStepForward = 20;
+  PictureBox& strip = Picture3(TimeLineStrip);
+  if (event.Index == TowardsStart) {
+    strip.setLeft(strip.Left() + kStepBack);
+    if (strip.Left() > 0) strip.setLeft(0);
+  } else if (strip.Left() + strip.Width() >= Picture3(TimeLineFrame).Width()) {
+    strip.setLeft(strip.Left() - kStepForward);
+  }
+  if (const auto width = ToInteger16(strip.Width())) HScroll1.setMax(*width);
+}
+
+void Form3::Label7_MouseMove(const MouseEvent& event) {
+  constexpr float kLitSize = 10;
+  PutOutArrows();
+  Label7(event.Index).setForeColor(kWhite);
+  Label7(event.Index).setFontBold(true);
+  Label7(event.Index).setFontSize(kLitSize);
+}
+
+void Form3::Picture5_MouseMove(const MouseEvent& /*event*/) { PutOutArrows(); }
+
+void Form3::PutOutArrows() {
+  constexpr float kRestSize = 8;
+  for (Label* arrow : Label7) {
+    arrow->setForeColor(kLight);
+    arrow->setFontBold(false);
+    arrow->setFontSize(kRestSize);
+  }
+}
+
+void Form3::Picture6_MouseDown(const MouseEvent& event) {
+  ThumbGrabX = ToInteger16(event.X).value_or(ThumbGrabX);
+}
+
+// Three stops; the order of the tests decides between them.
+void Form3::Picture6_MouseMove(const MouseEvent& event) {
+  if (event.Button != kLeftButton) return;
+  Picture6.setLeft(Picture6.Left() + event.X - ThumbGrabX);
+  const float W = Picture5.Width();
+  PictureBox& strip = Picture3(TimeLineStrip);
+  if (W / 4 <= Picture6.Left()) strip.setLeft(-W / 4);
+  if (W / 2 <= Picture6.Left()) strip.setLeft(-W / 2);
+  if (W / 4 >= Picture6.Left()) strip.setLeft(0);
+}
+
+void Form3::Picture3_MouseMove(const MouseEvent& event) {
+  TimeLineMouseX = ToInteger32(event.X).value_or(TimeLineMouseX);
+  Picture3(TimeLineStrip).setToolTipText(FormatTimeText(event.X));
+}
+
+void Form3::Picture3_MouseUp(const MouseEvent& event) {
+  TimeLineMouseX = ToInteger32(event.X).value_or(TimeLineMouseX);
+  if (event.Button == kRightButton) mnu_ConntextMenu.PopUp();
+}
+
+void Form3::Picture4_MouseDown(const MouseEvent& event) {
+  NeedleGrabX = ToInteger16(event.X).value_or(NeedleGrabX);
+}
+
+void Form3::Picture4_MouseMove(const MouseEvent& event) {
+  constexpr float kNeedleMiddle = 2;
+  constexpr float kHairlineOffset = 0.5;
+  PictureBox& needle = Picture4(event.Index);
+  if (Screen::Pointer() == MousePointer::kSizeWestEast) needle.SetFocus();
+  if (event.Button != kLeftButton) return;
+  needle.setToolTipText(
+      event.Index == StartNeedle
+          ? QStringLiteral(" Move slider to the start of the section to be extracted ")
+          : QStringLiteral(" Move slider to the end of the section to be extracted "));
+  needle.setLeft(needle.Left() + event.X - NeedleGrabX);
+  Label8(event.Index == StartNeedle ? SectionStart : SectionEnd)
+      .setCaption(FormatTimeText(needle.Left() + kNeedleMiddle));
+  Line& hairline = Line3(event.Index);
+  hairline.setX1(needle.Left() + needle.Width() / 2 - kHairlineOffset);
+  hairline.setX2(needle.Left() + needle.Width() / 2 - kHairlineOffset);
+  ShowSpan();
+  DrawSpanLine();
+  Line8.BringToFront();
+}
+
+// From the texts of the read-outs, which may be older than the places of the needles.
+void Form3::ShowSpan() {
+  const std::optional<int> start = SecondsFromTimeText(Label8(SectionStart).Caption());
+  const std::optional<int> end = SecondsFromTimeText(Label8(SectionEnd).Caption());
+  if (start && end) Label8(SectionSpan).setCaption(FormatTimeText(*end - *start));
+}
+
+float Form3::SpanLineY() const {
+  constexpr float kBelowMiddle = 10;
+  return Picture3(TimeLineStrip).ScaleHeight() / 2 + kBelowMiddle;
+}
+
+void Form3::DrawSpanLine() {
+  Line8.SetEnds(Picture4(StartNeedle).Left(), SpanLineY(), Picture4(EndNeedle).Left(), SpanLineY());
+}
+
+// Only the first placement from the menu is shown. The needle's edge goes where the mouse was,
+// while a drag counts from the needle's middle.
+void Form3::mnu_Start_Click() {
+  Picture4(StartNeedle).setLeft(static_cast<float>(TimeLineMouseX));
+  Label& readOut = Label8(SectionStart);
+  if (readOut.Caption() == QLatin1String("00:00:00")) {
+    readOut.setCaption(FormatTimeText(TimeLineMouseX));
+  }
+}
+
+void Form3::mnu_End_Click() { Picture4(EndNeedle).setLeft(static_cast<float>(TimeLineMouseX)); }
+
+}  // namespace kelvane
