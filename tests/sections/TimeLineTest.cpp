@@ -1,0 +1,258 @@
+// The time line by its pixels, against a drawing made anew from whole numbers.
+#include <QPainter>
+#include <set>
+
+#include "sections/SectionWindowTest.h"
+#include "shared/TextHelpers.h"
+
+namespace kelvane::testing {
+namespace {
+
+constexpr int kLength = 1825;
+constexpr int kHeight = 41;
+constexpr QRgb kBack = 0xff404040;
+constexpr QRgb kBase = 0xff808080;
+constexpr QRgb kLabel = 0xffc0c0c0;
+constexpr QRgb kOlive = 0xff808000;
+
+// The whole number nearest to a fraction, half to even.
+int Nearest(qint64 numerator, qint64 denominator) {
+  const qint64 whole = numerator / denominator;
+  const qint64 twice = 2 * (numerator % denominator);
+  const bool up = twice > denominator || (twice == denominator && whole % 2 == 1);
+  return static_cast<int>(up ? whole + 1 : whole);
+}
+
+std::string TimeOf(qint64 numerator, qint64 denominator) {
+  const auto seconds = static_cast<int>((2 * numerator + denominator) / (2 * denominator));
+  return QStringLiteral("%1:%2:%3")
+      .arg(seconds / 3600 % 24, 2, 10, QLatin1Char('0'))
+      .arg(seconds / 60 % 60, 2, 10, QLatin1Char('0'))
+      .arg(seconds % 60, 2, 10, QLatin1Char('0'))
+      .toStdString();
+}
+
+class ExpectedTimeLine {
+ public:
+  ExpectedTimeLine(int length, int tickBase)
+      : picture_(length, kHeight, QImage::Format_RGB32), tickBase_(tickBase) {
+    picture_.fill(QColor(kBack));
+    Level(26, kBase);
+    for (int pass = 0; pass <= length; ++pass) Pass(pass);
+  }
+
+  const QImage& picture() const { return picture_; }
+
+ private:
+  void Pass(qint64 pass) {
+    const int major = Nearest(pass * tickBase_, 75);
+    const int minor = Nearest(pass * tickBase_, 600);
+    if (major < picture_.width()) Text(major, TimeOf(pass * tickBase_, 75));
+    Upright(major, 0, 5, kLabel);
+    Upright(minor, 0, 1, kOlive);
+    Upright(major, 36, 40, kOlive);
+    Upright(minor, 39, 40, kOlive);
+  }
+
+  void Level(int y, QRgb color) {
+    for (int x = 0; x < picture_.width(); ++x) picture_.setPixel(x, y, color);
+  }
+  // From the first to the last row, both of them coloured.
+  void Upright(int x, int first, int last, QRgb color) {
+    if (x >= picture_.width()) return;
+    for (int y = first; y <= last; ++y) picture_.setPixel(x, y, color);
+  }
+  void Text(int x, const std::string& text) {
+    QFont font(QStringLiteral("Arial"));
+    font.setPixelSize(11);
+    QPainter painter(&picture_);
+    painter.setFont(font);
+    painter.setPen(QColor(kLabel));
+    painter.drawText(QRect(x, 7, 200, 20), Qt::AlignLeft | Qt::AlignTop,
+                     QString::fromStdString(text));
+  }
+
+  QImage picture_;
+  int tickBase_;
+};
+
+// The strip alone, without the needles and lines on it.
+QImage StripOf(const Form3& form) {
+  auto& strip = form.Find<PictureBox>("Picture3(1)");
+  for (Control* child : strip.findChildren<Control*>()) child->setVisible(false);
+  return strip.grab().toImage().convertToFormat(QImage::Format_RGB32);
+}
+
+// The first place at which two pictures of one size differ; (-1, -1) if none.
+QPoint FirstDifference(const QImage& one, const QImage& other) {
+  for (int x = 0; x < one.width(); ++x) {
+    for (int y = 0; y < one.height(); ++y) {
+      if (one.pixel(x, y) != other.pixel(x, y)) return {x, y};
+    }
+  }
+  return {-1, -1};
+}
+
+void ExpectSamePicture(const QImage& found, const QImage& expected) {
+  ASSERT_EQ(found.size(), expected.size());
+  const QPoint place = FirstDifference(found, expected);
+  EXPECT_EQ(place.x(), -1) << "at " << place.x() << ", " << place.y() << ": found "
+                           << Hex(found.pixel(place)) << ", expected "
+                           << Hex(expected.pixel(place));
+}
+
+class TimeLine : public SectionWindowTest {
+ protected:
+  // The columns in which a row of the strip has the colour.
+  static std::vector<int> Columns(const QImage& strip, int row, QRgb color) {
+    std::vector<int> columns;
+    for (int x = 0; x < strip.width(); ++x) {
+      if (strip.pixel(x, row) == color) columns.push_back(x);
+    }
+    return columns;
+  }
+};
+
+TEST_F(TimeLine, IsDrawnPixelForPixelAsTheRulesSay) {
+  ExpectSamePicture(StripOf(*form_), ExpectedTimeLine(kLength, 4825).picture());
+}
+
+TEST_F(TimeLine, Has29LabelledAnd227MinorTicksAtBothEdges) {
+  const QImage strip = StripOf(*form_);
+  EXPECT_EQ(Columns(strip, 0, kOlive).size(), 227U);
+  EXPECT_EQ(Columns(strip, 1, kOlive).size(), 227U);
+  for (const int row : {2, 3, 4, 5}) EXPECT_EQ(Columns(strip, row, kLabel).size(), 29U) << row;
+  EXPECT_EQ(Columns(strip, 6, kBack).size(), 1825U);
+  EXPECT_EQ(Columns(strip, 35, kBack).size(), 1825U);
+  for (const int row : {36, 37, 38}) EXPECT_EQ(Columns(strip, row, kOlive).size(), 29U) << row;
+  EXPECT_EQ(Columns(strip, 39, kOlive).size(), 227U);
+  EXPECT_EQ(Columns(strip, 40, kOlive).size(), 227U);
+}
+
+TEST_F(TimeLine, HasItsTicksAt64AndAThirdPixelsAndAtEighthsOfThat) {
+  const QImage strip = StripOf(*form_);
+  const std::vector<int> major = Columns(strip, 3, kLabel);
+  EXPECT_EQ(std::vector<int>(major.begin(), major.begin() + 4),
+            (std::vector<int>{0, 64, 129, 193}));
+  EXPECT_EQ(major.back(), 1801);
+  const std::vector<int> minor = Columns(strip, 0, kOlive);
+  EXPECT_EQ(std::vector<int>(minor.begin(), minor.begin() + 14),
+            (std::vector<int>{0, 8, 16, 24, 32, 40, 48, 56, 64, 72, 80, 88, 96, 105}));
+  EXPECT_EQ(minor.back(), 1817);
+}
+
+TEST_F(TimeLine, HasItsBaseLineFromEdgeToEdge) {
+  EXPECT_EQ(Columns(StripOf(*form_), 26, kBase).size(), 1825U);
+}
+
+// Shades come in with the letters alone.
+TEST_F(TimeLine, HasFourColoursOutsideTheRowOfTheLabels) {
+  const QImage strip = StripOf(*form_);
+  std::set<QRgb> colours;
+  for (int y = 0; y < kHeight; ++y) {
+    if (y >= 7 && y < 22) continue;
+    for (int x = 0; x < kLength; ++x) colours.insert(strip.pixel(x, y));
+  }
+  EXPECT_EQ(colours, (std::set<QRgb>{kBack, kBase, kLabel, kOlive}));
+}
+
+TEST_F(TimeLine, BeginsWithNoughtAtItsLeftEdge) {
+  QImage expected(60, 41, QImage::Format_RGB32);
+  expected.fill(QColor(kBack));
+  QPainter painter(&expected);
+  QFont font(QStringLiteral("Arial"));
+  font.setPixelSize(11);
+  painter.setFont(font);
+  painter.setPen(QColor(kLabel));
+  painter.drawText(QRect(0, 7, 60, 20), Qt::AlignLeft | Qt::AlignTop, QStringLiteral("00:00:00"));
+  painter.end();
+  const QRect row(0, 7, 60, 15);
+  EXPECT_EQ(StripOf(*form_).copy(row), expected.copy(row));
+}
+
+TEST_F(TimeLine, IsNotDrawnAnewByScrollingResizingOrAChangedPreset) {
+  const QImage before = StripOf(*form_);
+  Get<TextBox>("Text4").setText(QStringLiteral("300"));
+  Get<Label>("Label7", TowardsEnd).MouseDown(At(Get<Label>("Label7", TowardsEnd), kLeftButton, 1));
+  form_->resize(1200, 900);
+  PumpOnce();
+  EXPECT_EQ(StripOf(*form_), before);
+}
+
+TEST_F(TimeLine, KeepsWhatWasDrawnWhileItIsHidden) {
+  const QImage before = StripOf(*form_);
+  Strip().setVisible(false);
+  PumpOnce();
+  Strip().setVisible(true);
+  EXPECT_EQ(StripOf(*form_), before);
+}
+
+struct Preset {
+  const char* name;
+  const char* text;
+  int tickBase;
+  int length = kLength;
+};
+void PrintTo(const Preset& preset, std::ostream* out) { *out << preset.name; }
+
+class ATimeLine : public ::testing::TestWithParam<Preset> {};
+
+TEST_P(ATimeLine, IsDrawnFromThePresets) {
+  const Preset& preset = GetParam();
+  Form3 form;
+  form.Find<TextBox>("Text4").setText(QString::fromUtf8(preset.text));
+  form.Find<Label>("Label16(2)").setCaption(QString::number(preset.length));
+  form.Load();
+  ExpectSamePicture(StripOf(form), ExpectedTimeLine(preset.length, preset.tickBase).picture());
+  form.Unload();
+}
+
+// A base below 600 has its minor ticks, and one below 75 its labels, end before the strip does.
+INSTANTIATE_TEST_SUITE_P(Sections, ATimeLine,
+                         ::testing::Values(Preset{"OfNought", "0", 0}, Preset{"OfNothing", "", 0},
+                                           Preset{"OfAText", "none", 0},
+                                           Preset{"BelowSeventyFive", "60", 60},
+                                           Preset{"AtSeventyFour", "74", 74},
+                                           Preset{"BelowSixHundred", "500", 500},
+                                           Preset{"OfANumberWithAUnit", "4825 s", 4825},
+                                           Preset{"OfAShortVideo", "4825", 4825, 100},
+                                           Preset{"OfADayAndMore", "100000", 100000, 90500}),
+                         [](const auto& test) { return test.param.name; });
+
+// The picture in words, for those of the presets above that say most.
+TEST(ATimeLineOfNought, ShowsOneLabelAndOneTick) {
+  Form3 form;
+  form.Find<TextBox>("Text4").setText(QStringLiteral("0"));
+  form.Load();
+  const QImage strip = StripOf(form);
+  for (int y = 0; y < kHeight; ++y) {
+    for (int x = 60; x < kLength; ++x) {
+      ASSERT_EQ(strip.pixel(x, y), y == 26 ? kBase : kBack) << x << ", " << y;
+    }
+  }
+  EXPECT_EQ(strip.pixel(0, 0), kOlive);
+  EXPECT_EQ(strip.pixel(0, 5), kLabel);
+  EXPECT_EQ(strip.pixel(0, 40), kOlive);
+  form.Unload();
+}
+
+TEST(ATimeLineBelowSixHundred, HasNoMinorTickBehindItsLastPass) {
+  Form3 form;
+  form.Find<TextBox>("Text4").setText(QStringLiteral("500"));
+  form.Load();
+  const QImage strip = StripOf(form);
+  // 1825 passes of 500 / 600 pixels.
+  EXPECT_EQ(strip.pixel(1521, 39), kOlive);
+  int behind = 0;
+  for (int x = 1522; x < kLength; ++x) behind += strip.pixel(x, 0) == kOlive ? 1 : 0;
+  EXPECT_EQ(behind, 0);
+  form.Unload();
+}
+
+TEST(ATimeLineOfADay, BeginsAnewAtMidnight) {
+  EXPECT_EQ(FormatTimeText(86400), QStringLiteral("00:00:00"));
+  EXPECT_EQ(FormatTimeText(90000), QStringLiteral("01:00:00"));
+}
+
+}  // namespace
+}  // namespace kelvane::testing
