@@ -29,12 +29,12 @@ QString FormatTwoDecimals(double number);
 // second to nearest, and shows a negative number as its absolute value.
 QString FormatTimeOfDay(double seconds);
 
+// The same with two digits of hours at least, "hh:mm:ss".
+QString FormatTimeText(double seconds);
+
 // A place in a recording as a player shows it: "mm:ss", and "hh:mm:ss" from an hour on, of the
 // whole seconds that have passed. Not negative.
 QString FormatPosition(double seconds);
-
-// The same with two digits of hours at least, "hh:mm:ss".
-QString FormatTimeText(double seconds);
 
 // So many digits at least and no decimals: 4 with two is "04". Rounded, half away from zero.
 QString FormatDigits(double number, int leastDigits);
