@@ -1,7 +1,7 @@
 // Shows the program at work: a private display, a clip made for the purpose, and the real window
 // driven with a real pointer through load, play, the dragging of all four bars, preview, crop and
-// cancel. Leaves a picture of each step and the cropped file; ends with 0 only if that file is what
-// the same command line gives without the program.
+// cancel, and the section window after it. Leaves a picture of each step and the cropped file; ends
+// with 0 only if that file is what the same command line gives without the program.
 //
 //   kelvane_demo PROGRAM_FOLDER OUTPUT_FOLDER
 #include <QDir>
@@ -10,6 +10,7 @@
 #include <exception>
 #include <stdexcept>
 
+#include "desktop/DemoSections.h"
 #include "desktop/driver/Program.h"
 #include "desktop/driver/Toolkit.h"
 #include "desktop/driver/Windows.h"
@@ -250,6 +251,8 @@ void Show(const QString& programFolder, const QString& outputFolder) {
   Screen screen(display.Name());
   Program program(programFolder, QString::fromStdString(display.Name()));
   Demo(screen, program, QDir(output.absolutePath())).Run();
+  ShowSections(screen, programFolder, QString::fromStdString(display.Name()),
+               QDir(output.absolutePath()));
   std::printf("demo: done; the pictures and the cropped file lie in %s\n",
               qUtf8Printable(output.absolutePath()));
 }

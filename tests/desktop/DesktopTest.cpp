@@ -41,9 +41,9 @@ DisplayEnvironment* environment = nullptr;
 
 Screen& TheScreen() { return environment->screen(); }
 
-DesktopTest::DesktopTest()
+DesktopTest::DesktopTest(const QString& programName)
     : screen(TheScreen()),
-      program(QStringLiteral(KELVANE_PROGRAM_FOLDER), environment->displayName()),
+      program(QStringLiteral(KELVANE_PROGRAM_FOLDER), environment->displayName(), programName),
       window(screen),
       job(screen) {}
 

@@ -18,7 +18,7 @@ Screen& TheScreen();
 // is left of it is ended, and a sanitizer's report fails the test. A failed test leaves a picture.
 class DesktopTest : public testing::Test {
  protected:
-  DesktopTest();
+  explicit DesktopTest(const QString& programName = QStringLiteral("kelvane"));
   void TearDown() override;
 
   // Starts the program and waits for its window.

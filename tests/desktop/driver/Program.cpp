@@ -43,8 +43,9 @@ QProcessEnvironment CleanEnvironment(const QString& folder, const QString& displ
 
 }  // namespace
 
-Program::Program(const QString& builtFolder, QString display) : display_(std::move(display)) {
-  if (!QFile::exists(builtFolder + QStringLiteral("/kelvane"))) {
+Program::Program(const QString& builtFolder, QString display, const QString& name)
+    : display_(std::move(display)), name_(QLatin1Char('/') + name) {
+  if (!QFile::exists(builtFolder + name_)) {
     throw std::runtime_error("no program in " + builtFolder.toStdString());
   }
   const QDir place(place_.path());
@@ -53,8 +54,7 @@ Program::Program(const QString& builtFolder, QString display) : display_(std::mo
   }
   QFile::setPermissions(place.filePath(QStringLiteral("runtime")),
                         QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-  QFile::copy(builtFolder + QStringLiteral("/kelvane"),
-              ProgramFolder() + QStringLiteral("/kelvane"));
+  QFile::copy(builtFolder + name_, ProgramFolder() + name_);
   for (const char* tool : {"ffmpeg", "ffprobe", "ffplay"}) {
     const QString real = QFile::symLinkTarget(builtFolder + QLatin1Char('/') + QLatin1String(tool));
     QFile::link(real, ProgramFolder() + QLatin1Char('/') + QLatin1String(tool));
@@ -152,7 +152,7 @@ void Program::Start() {
     setpgid(0, 0);
     prctl(PR_SET_PDEATHSIG, SIGKILL);
   });
-  const QString program = ProgramFolder() + QStringLiteral("/kelvane");
+  const QString program = ProgramFolder() + name_;
   process_.start(program, QStringList());
   if (!process_.waitForStarted()) throw std::runtime_error("the program can't be started");
 }

@@ -14,9 +14,10 @@ namespace kelvane::desktop {
 // it can be exchanged, started with an environment that holds nothing of the tester's.
 class Program {
  public:
-  // `builtFolder` holds the program with its tools, `display` is where it opens its windows. Throws
-  // std::runtime_error if there is no program.
-  Program(const QString& builtFolder, QString display);
+  // `builtFolder` holds the program of that name with its tools, `display` is where it opens its
+  // windows. Throws std::runtime_error if there is no program.
+  Program(const QString& builtFolder, QString display,
+          const QString& name = QStringLiteral("kelvane"));
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
   // Ends the program and every tool that it left behind.
@@ -64,6 +65,7 @@ class Program {
 
   QTemporaryDir place_;
   QString display_;
+  QString name_;
   QProcess process_;
   QString printed_;
 };

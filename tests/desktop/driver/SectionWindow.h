@@ -1,0 +1,64 @@
+#pragma once
+
+#include <QString>
+
+#include "desktop/driver/Picture.h"
+#include "desktop/driver/Screen.h"
+
+namespace kelvane::desktop {
+
+enum class TimeLineArrow { kTowardsStart, kTowardsEnd };
+enum class TimeReadOut { kStart, kEnd, kSpan };
+
+// The section window as a user finds and uses it. Sliders are numbered from the top, from 0.
+class SectionWindow {
+ public:
+  static constexpr int kSliders = 7;
+  static constexpr QRgb kStartNeedle = 0xff00c000;
+  static constexpr QRgb kEndNeedle = 0xffc00000;
+  static constexpr QRgb kSpan = 0xffe0e0e0;
+
+  explicit SectionWindow(Screen& screen) : screen_(screen) {}
+
+  // Waits until the window is on the screen and painted. False if that doesn't happen.
+  bool Await();
+  WindowId Id() const { return window_; }
+
+  // A place of the window, in pixels from its top left corner, on the screen.
+  QRect OnScreen(const QRect& place) const;
+
+  // What can be seen of the time line, on the screen.
+  QRect TimeLine() const;
+  QImage TimeLinePicture() const { return screen_.Picture(TimeLine()); }
+  // Where a colour of the time line is to be seen, in pixels from the time line's visible corner.
+  QRect OnTimeLine(QRgb color) const;
+  void ClickArrow(TimeLineArrow arrow, PointerButton button = kLeftButton);
+  QPoint ArrowCentre(TimeLineArrow arrow) const;
+  // Takes the needle of that colour by its middle, and drags it that far.
+  void DragNeedle(QRgb needle, int way);
+  bool ShowsTime(TimeReadOut readOut, const QString& time) const;
+  bool AwaitTime(TimeReadOut readOut, const QString& time) const;
+  // Clicks the context menu's entry (from 0) after the right button at a place of the time line.
+  void ChooseAt(QPoint onTimeLine, int entry);
+  // Opens the context menu there, and returns the entry's middle on the screen. Null if it doesn't
+  // come.
+  QPoint OpenMenuAt(QPoint onTimeLine, int entry);
+
+  QRect Track(int slider) const;
+  // The thumb's outline, in pixels from the track's corner.
+  QRect Thumb(int slider) const;
+  QPoint ThumbCentre(int slider) const;
+  void DragThumb(int slider, int way);
+  bool ShowsOption(int slider, const QString& value) const;
+  bool AwaitOption(int slider, const QString& value) const;
+
+  QPoint FileButton() const;
+  bool ShowsFile(const QString& path) const;
+  QPoint BareGround() const;
+
+ private:
+  Screen& screen_;
+  WindowId window_ = 0;
+};
+
+}  // namespace kelvane::desktop
