@@ -16,13 +16,14 @@ class Container : public Control {
   Container(QWidget* window, ScaleMode scale);
   Container(Container* container, const QString& name, ScaleMode scale);
 
+  ScaleMode Scale() const { return scale_; }
   float UnitsPerPixel() const { return scale_ == ScaleMode::kPixels ? 1 : kTwipsPerPixel; }
   // Of the inside as it is on the screen, in the scale unit.
   float ScaleWidth() const;
   float ScaleHeight() const;
 
   QRgb BackColor() const { return backColor_; }
-  void setBackColor(QRgb color);
+  virtual void setBackColor(QRgb color);
 
   // A border of two pixels, inside which the places of the controls begin and the mouse counts. It
   // lies over controls of the design that reach beyond the inside. To be set before any is placed

@@ -87,6 +87,26 @@ void Control::setHeight(float height) {
   Place();
 }
 
+void Control::setContainer(Container& container) {
+  container_ = &container;
+  setParent(&container);
+  Place();
+}
+
+void Control::TakeAfter(const Control& model) {
+  left_ = model.left_;
+  top_ = model.top_;
+  width_ = model.width_;
+  height_ = model.height_;
+  setGeometry(model.geometry());
+  setCursor(model.cursor());
+  setToolTip(model.toolTip());
+  MouseDown = model.MouseDown;
+  MouseMove = model.MouseMove;
+  MouseUp = model.MouseUp;
+  DblClick = model.DblClick;
+}
+
 void Control::Place() {
   const float unitsPerPixel = container_->UnitsPerPixel();
   const QSize before = size();

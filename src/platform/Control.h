@@ -53,6 +53,9 @@ class Control : public QWidget {
   void setWidth(float width);
   void setHeight(float height);
 
+  // Moves the control into another container of its form; it is then hidden.
+  void setContainer(Container& container);
+
   bool Visible() const { return !isHidden(); }
   void setMousePointer(MousePointer pointer) { setCursor(CursorOf(pointer)); }
 
@@ -75,6 +78,10 @@ class Control : public QWidget {
   std::function<void(const MouseEvent&)> DblClick;
 
  protected:
+  Container* container() const { return container_; }
+  // Takes over the place, the pointer's shape, the tool tip and the handlers of another control.
+  void TakeAfter(const Control& model);
+
   // Called when an assignment has changed the widget's size on the screen, before it returns.
   virtual void SizeChanged() {}
   // Of X and Y.

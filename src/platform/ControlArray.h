@@ -1,33 +1,61 @@
 #pragma once
 
+#include <algorithm>
+#include <stdexcept>
 #include <vector>
 
 #include "platform/Form.h"
 
 namespace kelvane {
 
-// The controls of one role, by their index in the design, which runs from 0 without a gap.
+// The controls of one role, by their index: those of the design, whose indices run from 0 without a
+// gap, and those loaded later.
 template <class Kind>
 class ControlArray {
  public:
-  ControlArray(const Form& form, const QString& name) {
-    const auto member = [&](int index) {
-      return form.findChild<Kind*>(name + QLatin1Char('(') + QString::number(index) +
-                                   QLatin1Char(')'));
-    };
+  ControlArray(const Form& form, const QString& name) : name_(name) {
+    const auto member = [&](int index) { return form.findChild<Kind*>(NameOf(index)); };
     for (Kind* control = member(0); control != nullptr; control = member(Count())) {
       controls_.push_back(control);
     }
   }
 
-  Kind& operator()(int index) const { return *controls_.at(static_cast<std::size_t>(index)); }
+  // Throws std::out_of_range if there is no such member.
+  Kind& operator()(int index) const {
+    Kind* const member = Member(index);
+    if (member == nullptr) throw std::out_of_range(NameOf(index).toStdString());
+    return *member;
+  }
+  // None if there is no such member.
+  Kind* Member(int index) const {
+    const auto place = PlaceOf(index);
+    return place != controls_.end() && (*place)->Index() == index ? *place : nullptr;
+  }
   int Count() const { return static_cast<int>(controls_.size()); }
-  int UBound() const { return Count() - 1; }
+  int UBound() const { return controls_.empty() ? -1 : controls_.back()->Index(); }
+
+  // A new member of that index, which must be free: a copy of member 0 with its handlers, in the
+  // same container, not yet on show.
+  Kind& Load(int index) {
+    Kind& copy = controls_.front()->Duplicate(NameOf(index));
+    controls_.insert(PlaceOf(index), &copy);
+    return copy;
+  }
 
   auto begin() const { return controls_.begin(); }
   auto end() const { return controls_.end(); }
 
  private:
+  QString NameOf(int index) const {
+    return name_ + QLatin1Char('(') + QString::number(index) + QLatin1Char(')');
+  }
+  auto PlaceOf(int index) const {
+    return std::lower_bound(
+        controls_.begin(), controls_.end(), index,
+        [](const Kind* control, int wanted) { return control->Index() < wanted; });
+  }
+
+  QString name_;
   std::vector<Kind*> controls_;
 };
 

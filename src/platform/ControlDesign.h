@@ -13,6 +13,9 @@ enum class ControlClass {
   kHScrollBar,
   kLabel,
   kLine,
+  kListBox,
+  kListView,
+  kOptionButton,
   kPictureBox,
   kProgressBar,
   kShape,
@@ -45,6 +48,8 @@ struct ControlDesign {
   bool bordered = false;               // a picture box, a label or a text box
   bool editable = false;               // a text box
   bool twips = false;                  // a picture box's scale unit; pixels if not
+  bool sizesItself = false;            // a label, to each new caption
+  bool chosen = false;                 // an option button
   int borderWidth = 1;                 // a shape's, in pixels
   MousePointer pointer = MousePointer::kDefault;
 };

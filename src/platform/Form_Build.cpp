@@ -5,7 +5,10 @@
 #include "platform/Fonts.h"
 #include "platform/Form.h"
 #include "platform/Label.h"
+#include "platform/ListBox.h"
+#include "platform/ListView.h"
 #include "platform/Menu.h"
+#include "platform/OptionButton.h"
 #include "platform/PictureBox.h"
 #include "platform/ProgressBar.h"
 #include "platform/ScrollBars.h"
@@ -35,6 +38,7 @@ Control* BuildLabel(const ControlDesign& design, Container* container, QRgb text
   label->setForeColor(textColor);
   label->setAlignment(AlignmentOf(design));
   if (design.bordered) label->setBordered();
+  if (design.sizesItself) label->setAutoSize();
   if (design.color) label->setBackColor(*design.color);
   return label;
 }
@@ -74,6 +78,22 @@ Control* BuildLine(const ControlDesign& design, Container* container) {
   return line;
 }
 
+// Both kinds of list.
+template <class List>
+Control* BuildList(const ControlDesign& design, Container* container, QRgb textColor) {
+  auto* list = new List(container, QLatin1String(design.name));
+  if (design.color) list->SetColours(*design.color, textColor);
+  return list;
+}
+
+Control* BuildOptionButton(const ControlDesign& design, Container* container, QRgb textColor) {
+  auto* option = new OptionButton(container, QLatin1String(design.name));
+  option->setCaption(QLatin1String(design.caption));
+  option->setForeColor(textColor);
+  if (design.chosen) option->Choose();
+  return option;
+}
+
 Control* Build(const ControlDesign& design, Container* container, QRgb labelColor) {
   switch (design.controlClass) {
     case ControlClass::kCommandButton:
@@ -84,6 +104,12 @@ Control* Build(const ControlDesign& design, Container* container, QRgb labelColo
       return BuildLabel(design, container, labelColor);
     case ControlClass::kLine:
       return BuildLine(design, container);
+    case ControlClass::kListBox:
+      return BuildList<ListBox>(design, container, labelColor);
+    case ControlClass::kListView:
+      return BuildList<ListView>(design, container, labelColor);
+    case ControlClass::kOptionButton:
+      return BuildOptionButton(design, container, labelColor);
     case ControlClass::kPictureBox:
       return BuildPictureBox(design, container);
     case ControlClass::kProgressBar:

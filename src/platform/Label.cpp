@@ -28,12 +28,38 @@ QFont FittingFont(const QFont& font, const QString& text, int width) {
 
 Label::Label(Container* container, const QString& name) : Control(container, name) {}
 
+Label& Label::Duplicate(const QString& name) const {
+  auto* copy = new Label(container(), name);
+  copy->TakeAfter(*this);
+  copy->caption_ = caption_;
+  copy->backColor_ = backColor_;
+  copy->foreColor_ = foreColor_;
+  copy->alignment_ = alignment_;
+  copy->bordered_ = bordered_;
+  copy->sizesItself_ = sizesItself_;
+  copy->setFont(font());
+  copy->Change = Change;
+  return *copy;
+}
+
 void Label::setCaption(const QString& caption) {
   if (caption == caption_) return;
   caption_ = caption;
   setAccessibleName(caption_);
+  if (sizesItself_) FitCaption();
   update();
   Raise(this, Change, Index());
+}
+
+QString Label::ShownCaption() const {
+  return QString(caption_).replace(QLatin1String("&&"), QLatin1String("&"));
+}
+
+void Label::FitCaption() {
+  const float unitsPerPixel = container()->UnitsPerPixel();
+  const QFontMetrics metrics(font());
+  setWidth(static_cast<float>(metrics.horizontalAdvance(ShownCaption())) * unitsPerPixel);
+  setHeight(static_cast<float>(metrics.height()) * unitsPerPixel);
 }
 
 void Label::setBackColor(QRgb color) {
@@ -82,8 +108,7 @@ void Label::paintEvent(QPaintEvent* /*event*/) {
     painter.drawRect(place.adjusted(0, 0, -1, -1));
     place.adjust(1, 1, -1, -1);
   }
-  QString shown = caption_;
-  shown.replace(QLatin1String("&&"), QLatin1String("&"));
+  QString shown = ShownCaption();
   painter.setFont(FittingFont(font(), shown, place.width()));
   painter.setPen(QColor(foreColor_));
   shown = painter.fontMetrics().elidedText(shown, Qt::ElideMiddle, place.width());

@@ -14,6 +14,9 @@ class Label : public Control {
  public:
   Label(Container* container, const QString& name);
 
+  // A label like this one in the same container, not yet on show; the container's own.
+  Label& Duplicate(const QString& name) const;
+
   bool Windowless() const override { return true; }
 
   const QString& Caption() const { return caption_; }
@@ -33,6 +36,9 @@ class Label : public Control {
   // A border of one pixel, inside which the caption stands.
   void setBordered();
 
+  // From now on the label takes the width and the height of each new caption.
+  void setAutoSize() { sizesItself_ = true; }
+
   bool FontBold() const { return font().bold(); }
   void setFontBold(bool bold);
   void setFontSize(float points);
@@ -44,11 +50,15 @@ class Label : public Control {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  QString ShownCaption() const;
+  void FitCaption();
+
   QString caption_;
   std::optional<QRgb> backColor_;
   QRgb foreColor_ = 0;
   Qt::Alignment alignment_ = Qt::AlignLeft;
   bool bordered_ = false;
+  bool sizesItself_ = false;
 };
 
 }  // namespace kelvane

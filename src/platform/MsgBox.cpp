@@ -17,6 +17,8 @@ MsgBoxResult MsgBox(const QString& text, int buttons, const QString& title) {
   if ((buttons & kExclamation) != 0) box.setIcon(QMessageBox::Warning);
   if ((buttons & kButtonSet) == kYesNoCancel) {
     box.setStandardButtons(QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel);
+  } else if ((buttons & kButtonSet) == kOKCancel) {
+    box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel);
   } else {
     box.setStandardButtons(QMessageBox::Ok);
   }

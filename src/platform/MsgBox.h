@@ -6,7 +6,7 @@
 namespace kelvane {
 
 // Which buttons and icon a message box has; sums of these.
-enum MsgBoxButtons : int { kOKOnly = 0, kYesNoCancel = 3, kExclamation = 48 };
+enum MsgBoxButtons : int { kOKOnly = 0, kOKCancel = 1, kYesNoCancel = 3, kExclamation = 48 };
 
 enum class MsgBoxResult { kOK = 1, kCancel = 2, kYes = 6, kNo = 7 };
 

@@ -26,6 +26,21 @@ QRect PixelsOf(QPoint first, QPoint last) {
 
 }  // namespace
 
+PictureBox& PictureBox::Duplicate(const QString& name) const {
+  auto* copy = new PictureBox(container(), name, Scale());
+  copy->TakeAfter(*this);
+  copy->setBackColor(BackColor());
+  copy->printFont_ = printFont_;
+  copy->foreColor_ = foreColor_;
+  copy->Resize = Resize;
+  return *copy;
+}
+
+void PictureBox::setBackColor(QRgb color) {
+  Cls();
+  Container::setBackColor(color);
+}
+
 QPoint PictureBox::PixelOf(float x, float y) const {
   const auto whole = [this](float place) {
     constexpr float kFarthest = QWIDGETSIZE_MAX;

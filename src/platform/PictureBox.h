@@ -16,6 +16,12 @@ class PictureBox : public Container {
  public:
   using Container::Container;
 
+  // A box like this one in the same container, empty and not yet on show; the container's own.
+  PictureBox& Duplicate(const QString& name) const;
+
+  // A colour, even the same one, takes away what has been drawn.
+  void setBackColor(QRgb color) override;
+
   // Takes away what has been drawn.
   void Cls();
   // A level or upright line one pixel wide that leaves out its last pixel.
@@ -27,6 +33,9 @@ class PictureBox : public Container {
   QRgb ForeColor() const { return foreColor_; }
   void setForeColor(QRgb color) { foreColor_ = color; }
   void SetPrintFont(const QString& family, float points);
+
+  // Shows at once what has changed.
+  void Refresh() { repaint(); }
 
   // Raised when the box has changed size on the screen, before the assignment returns.
   std::function<void(int Index)> Resize;

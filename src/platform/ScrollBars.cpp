@@ -13,8 +13,16 @@ std::int16_t ScrollBar::Value() const { return static_cast<std::int16_t>(thumb()
 
 std::int16_t ScrollBar::Max() const { return static_cast<std::int16_t>(thumb().maximum()); }
 
-void ScrollBar::setMax(std::int16_t max) { SetThumbRange(0, max); }
+void ScrollBar::setMax(std::int16_t max) { SetThumbRange(thumb().minimum(), max); }
+
+void ScrollBar::setMin(std::int16_t min) { SetThumbRange(min, thumb().maximum()); }
 
 void ScrollBar::setLargeChange(std::int16_t step) { thumb().setPageStep(step); }
+
+void ScrollBar::setSmallChange(std::int16_t step) { thumb().setSingleStep(step); }
+
+void ScrollBar::setTabStop(bool stop) {
+  thumb().setFocusPolicy(stop ? Qt::StrongFocus : Qt::ClickFocus);
+}
 
 }  // namespace kelvane

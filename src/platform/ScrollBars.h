@@ -6,16 +6,21 @@
 
 namespace kelvane {
 
-// What the two scroll bars share: a range from 0 to Max, in signed 16-bit integers.
+// What the two scroll bars share: a range from Min, 0 at first, to Max, in signed 16-bit integers.
 class ScrollBar : public ThumbControl {
   Q_OBJECT
  public:
   std::int16_t Value() const;
   std::int16_t Max() const;
   void setValue(std::int16_t value) { SetThumbValue(value); }
-  // A negative one is refused.
+  // A Max below Min is refused, and so is a Min above Max.
   void setMax(std::int16_t max);
+  void setMin(std::int16_t min);
+  // Beside the thumb, and on the arrows.
   void setLargeChange(std::int16_t step);
+  void setSmallChange(std::int16_t step);
+  // Whether the Tab key comes to it.
+  void setTabStop(bool stop);
 
  protected:
   ScrollBar(Container* container, const QString& name, Qt::Orientation orientation);

@@ -39,6 +39,13 @@ Line::Line(Container* container, const QString& name) : Control(container, name)
   setMinimumSize(1, 1);
 }
 
+Line& Line::Duplicate(const QString& name) const {
+  auto* copy = new Line(container(), name);
+  copy->SetEnds(x1_, y1_, x2_, y2_);
+  copy->color_ = color_;
+  return *copy;
+}
+
 void Line::SetEnds(float x1, float y1, float x2, float y2) {
   if (!std::isfinite(x1) || !std::isfinite(y1) || !std::isfinite(x2) || !std::isfinite(y2)) return;
   x1_ = x1;

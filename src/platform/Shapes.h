@@ -42,6 +42,9 @@ class Line : public Control {
 
   bool Windowless() const override { return true; }
 
+  // A line like this one in the same container, not yet on show; the container's own.
+  Line& Duplicate(const QString& name) const;
+
   // Its ends, in the container's scale unit. The second may lie before the first.
   float X1() const { return x1_; }
   float Y1() const { return y1_; }

@@ -71,10 +71,9 @@ std::string ToNarrow(const QString& text) { return text.toLocal8Bit().toStdStrin
 
 QString FromNarrow(const std::string& bytes) { return QString::fromLocal8Bit(bytes); }
 
-QString FormatGrouped(double number) {
-  constexpr int kLeastDigits = 4;
+QString FormatGrouped(double number, int leastDigits) {
   QString digits = QString::number(std::abs(std::round(number)), 'f', 0);
-  digits = digits.rightJustified(kLeastDigits, QLatin1Char('0'));
+  digits = digits.rightJustified(leastDigits, QLatin1Char('0'));
   for (qsizetype place = digits.size() - kGroupDigits; place > 0; place -= kGroupDigits) {
     digits.insert(place, QLocale().groupSeparator());
   }

@@ -14,9 +14,9 @@ namespace kelvane {
 std::string ToNarrow(const QString& text);
 QString FromNarrow(const std::string& bytes);
 
-// Four digits at least, with the group separator before each three from the right: 0 is "0,000",
-// 640 "0,640", 12345 "12,345", -7 "-0,007". A fraction is rounded, half away from zero.
-QString FormatGrouped(double number);
+// So many digits at least, with the group separator before each three from the right: with four, 0
+// is "0,000", 640 "0,640", 12345 "12,345", -7 "-0,007". A fraction is rounded, half away from zero.
+QString FormatGrouped(double number, int leastDigits = 4);
 
 // The same for a text that converts to a number; any other text as it stands.
 QString FormatGroupedText(const QString& text);

@@ -1,0 +1,107 @@
+#include "platform/ListBox.h"
+
+#include <QListWidget>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+#include <QStyledItemDelegate>
+
+#include "platform/Container.h"
+
+namespace kelvane {
+namespace {
+
+constexpr int kLineSpacing = 2;
+
+}  // namespace
+
+class ListBox::Lines : public QListWidget {
+ public:
+  Lines() {
+    setItemDelegate(new Delegate(*this));
+    setUniformItemSizes(true);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+    setTextElideMode(Qt::ElideNone);
+    // Its menu would serve the queue, and hold up the handler at whose DoEvents it came up.
+    setContextMenuPolicy(Qt::NoContextMenu);
+  }
+
+  int extent() const { return extent_; }
+  void setExtent(int pixels) {
+    extent_ = pixels;
+    setHorizontalScrollBarPolicy(pixels == 0 ? Qt::ScrollBarAlwaysOff : Qt::ScrollBarAlwaysOn);
+    doItemsLayout();
+  }
+
+  void scrollTo(const QModelIndex& index, ScrollHint hint) override {
+    const int across = horizontalScrollBar()->value();
+    QListWidget::scrollTo(index, hint);
+    horizontalScrollBar()->setValue(across);
+  }
+
+ protected:
+  // The toolkit would have the range follow what the list holds.
+  void updateGeometries() override {
+    const int across = horizontalScrollBar()->value();
+    QListWidget::updateGeometries();
+    horizontalScrollBar()->setRange(0, std::max(0, extent_ - viewport()->width()));
+    horizontalScrollBar()->setPageStep(viewport()->width());
+    horizontalScrollBar()->setValue(across);
+  }
+
+ private:
+  class Delegate : public QStyledItemDelegate {
+   public:
+    explicit Delegate(Lines& lines) : QStyledItemDelegate(&lines), lines_(lines) {}
+    QSize sizeHint(const QStyleOptionViewItem& option,
+                   const QModelIndex& /*index*/) const override {
+      return {lines_.extent(), option.fontMetrics.height() + kLineSpacing};
+    }
+
+   private:
+    Lines& lines_;
+  };
+
+  int extent_ = 0;
+};
+
+ListBox::ListBox(Container* container, const QString& name)
+    : Control(container, name), lines_(new Lines) {
+  FillWith(lines_);
+}
+
+QRgb ListBox::BackColor() const { return lines_->palette().color(QPalette::Base).rgb() & RGB_MASK; }
+
+QRgb ListBox::ForeColor() const { return lines_->palette().color(QPalette::Text).rgb() & RGB_MASK; }
+
+void ListBox::SetColours(QRgb back, QRgb text) {
+  QPalette colours = lines_->palette();
+  colours.setColor(QPalette::Base, QColor(back));
+  colours.setColor(QPalette::Text, QColor(text));
+  lines_->setPalette(colours);
+}
+
+void ListBox::AddItem(const QString& text) { lines_->addItem(text); }
+
+int ListBox::ListCount() const { return lines_->count(); }
+
+QString ListBox::List(int index) const {
+  const QListWidgetItem* line = lines_->item(index);
+  return line == nullptr ? QString() : line->text();
+}
+
+void ListBox::setList(int index, const QString& text) {
+  if (QListWidgetItem* line = lines_->item(index)) line->setText(text);
+}
+
+int ListBox::ListIndex() const { return lines_->currentRow(); }
+
+void ListBox::setListIndex(int index) {
+  if (index >= -1 && index < ListCount()) lines_->setCurrentRow(index);
+}
+
+int ListBox::HorizontalExtent() const { return lines_->extent(); }
+
+void ListBox::setHorizontalExtent(int pixels) { lines_->setExtent(pixels); }
+
+}  // namespace kelvane

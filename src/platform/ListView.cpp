@@ -1,0 +1,134 @@
+#include "platform/ListView.h"
+
+#include <QHeaderView>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QTreeWidget>
+
+#include "platform/Colours.h"
+#include "platform/Container.h"
+
+namespace kelvane {
+namespace {
+
+constexpr int kColumnWidth = 96;
+
+}  // namespace
+
+// Drawn by the toolkit while it is a row of buttons, and plainly in the table's colours when not.
+class ListView::Header : public QHeaderView {
+ public:
+  Header() : QHeaderView(Qt::Horizontal) {
+    setSectionsMovable(false);
+    setStretchLastSection(true);
+    setDefaultSectionSize(kColumnWidth);
+    setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+    setContextMenuPolicy(Qt::NoContextMenu);
+  }
+
+ protected:
+  void paintSection(QPainter* painter, const QRect& place, int column) const override {
+    if (sectionsClickable()) {
+      QHeaderView::paintSection(painter, place, column);
+      return;
+    }
+    constexpr int kTextMargin = 4;
+    painter->fillRect(place, palette().color(QPalette::Base));
+    painter->setPen(QColor(kGrey));
+    painter->drawLine(place.bottomLeft(), place.bottomRight());
+    painter->drawLine(place.topRight(), place.bottomRight());
+    painter->setPen(palette().color(QPalette::Text));
+    const QRect inside = place.adjusted(kTextMargin, 0, -kTextMargin, 0);
+    const QString text = model()->headerData(column, orientation()).toString();
+    painter->drawText(inside, Qt::AlignLeft | Qt::AlignVCenter,
+                      painter->fontMetrics().elidedText(text, Qt::ElideRight, inside.width()));
+  }
+};
+
+class ListView::Table : public QTreeWidget {
+ public:
+  Table() {
+    setHeader(new Header);
+    header()->setSectionsClickable(true);
+    setColumnCount(0);
+    setRootIsDecorated(false);
+    setItemsExpandable(false);
+    setUniformRowHeights(true);
+    setAllColumnsShowFocus(true);
+    setContextMenuPolicy(Qt::NoContextMenu);
+  }
+
+ protected:
+  // The control hears of the release as well.
+  void mouseReleaseEvent(QMouseEvent* event) override {
+    QTreeWidget::mouseReleaseEvent(event);
+    event->ignore();
+  }
+};
+
+ListView::ListView(Container* container, const QString& name)
+    : Control(container, name), table_(new Table) {
+  FillWith(table_);
+}
+
+QRgb ListView::BackColor() const {
+  return table_->palette().color(QPalette::Base).rgb() & RGB_MASK;
+}
+
+QRgb ListView::ForeColor() const {
+  return table_->palette().color(QPalette::Text).rgb() & RGB_MASK;
+}
+
+void ListView::SetColours(QRgb back, QRgb text) {
+  QPalette colours = table_->palette();
+  colours.setColor(QPalette::Base, QColor(back));
+  colours.setColor(QPalette::Text, QColor(text));
+  table_->setPalette(colours);
+  table_->header()->setPalette(colours);
+}
+
+bool ListView::HeaderButtons() const { return table_->header()->sectionsClickable(); }
+
+void ListView::setHeaderButtons(bool buttons) {
+  table_->header()->setSectionsClickable(buttons);
+  table_->header()->viewport()->update();
+}
+
+int ListView::ColumnHeaderList::Add(const QString& text) {
+  QTreeWidget& table = *list_.table_;
+  table.setColumnCount(table.columnCount() + 1);
+  table.headerItem()->setText(table.columnCount() - 1, text);
+  return table.columnCount();
+}
+
+QString ListView::ListItem::Text() const { return SubItems(0); }
+
+QString ListView::ListItem::SubItems(int index) const {
+  return row_ == nullptr ? QString() : row_->text(index);
+}
+
+void ListView::ListItem::setSubItems(int index, const QString& text) {
+  if (row_ != nullptr && index > 0 && index < row_->treeWidget()->columnCount()) {
+    row_->setText(index, text);
+  }
+}
+
+bool ListView::ListItem::Selected() const { return row_ != nullptr && row_->isSelected(); }
+
+void ListView::ListItem::Select() {
+  if (row_ != nullptr) row_->treeWidget()->setCurrentItem(row_);
+}
+
+int ListView::ListItemList::Count() const { return list_.table_->topLevelItemCount(); }
+
+ListView::ListItem ListView::ListItemList::Add(const QString& text) {
+  auto* row = new QTreeWidgetItem({text});
+  list_.table_->addTopLevelItem(row);
+  return ListItem(row);
+}
+
+ListView::ListItem ListView::ListItemList::operator()(int number) const {
+  return ListItem(list_.table_->topLevelItem(number - 1));
+}
+
+}  // namespace kelvane

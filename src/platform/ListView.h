@@ -1,0 +1,74 @@
+#pragma once
+
+#include "platform/Control.h"
+
+class QTreeWidgetItem;
+
+namespace kelvane {
+
+// A table with a header over its columns, whose rows are selected whole and one at a time. Columns
+// and rows are numbered from 1.
+class ListView : public Control {
+  Q_OBJECT
+ public:
+  ListView(Container* container, const QString& name);
+
+  QRgb BackColor() const;
+  QRgb ForeColor() const;
+  void SetColours(QRgb back, QRgb text);
+
+  // Whether the header looks and acts like a row of push buttons, as it does at first: lit under
+  // the pointer, sunken under a press.
+  bool HeaderButtons() const;
+  void setHeaderButtons(bool buttons);
+
+  class ColumnHeaderList {
+   public:
+    explicit ColumnHeaderList(ListView& list) : list_(list) {}
+    // Adds a column of 96 pixels behind the others; returns its number.
+    int Add(const QString& text);
+
+   private:
+    ListView& list_;
+  };
+
+  // A row, or none: then it has no text and takes nothing.
+  class ListItem {
+   public:
+    explicit ListItem(QTreeWidgetItem* row = nullptr) : row_(row) {}
+    QString Text() const;
+    // The texts behind the first, from 1.
+    QString SubItems(int index) const;
+    void setSubItems(int index, const QString& text);
+    bool Selected() const;
+    // In the place of the row that was. The row is scrolled into view.
+    void Select();
+
+   private:
+    QTreeWidgetItem* row_;
+  };
+
+  class ListItemList {
+   public:
+    explicit ListItemList(ListView& list) : list_(list) {}
+    int Count() const;
+    // Adds a row behind the others.
+    ListItem Add(const QString& text);
+    // No row for a number that isn't there.
+    ListItem operator()(int number) const;
+
+   private:
+    ListView& list_;
+  };
+
+  ColumnHeaderList ColumnHeaders{*this};
+  ListItemList ListItems{*this};
+
+ private:
+  class Header;
+  class Table;
+
+  Table* table_;
+};
+
+}  // namespace kelvane

@@ -1,0 +1,44 @@
+#include "platform/OptionButton.h"
+
+#include <QButtonGroup>
+#include <QRadioButton>
+
+#include "platform/Container.h"
+
+namespace kelvane {
+namespace {
+
+QButtonGroup& GroupOf(Container& container) {
+  auto* group = container.findChild<QButtonGroup*>(QString(), Qt::FindDirectChildrenOnly);
+  return *(group == nullptr ? new QButtonGroup(&container) : group);
+}
+
+}  // namespace
+
+OptionButton::OptionButton(Container* container, const QString& name)
+    : Control(container, name), button_(new QRadioButton(this)) {
+  // The button leaves the control the moves of a pointer that hasn't pressed it.
+  button_->setMouseTracking(true);
+  GroupOf(*container).addButton(button_);
+  FillWith(button_);
+}
+
+QString OptionButton::Caption() const { return button_->text(); }
+
+void OptionButton::setCaption(const QString& caption) { button_->setText(caption); }
+
+QRgb OptionButton::ForeColor() const {
+  return button_->palette().color(QPalette::WindowText).rgb() & RGB_MASK;
+}
+
+void OptionButton::setForeColor(QRgb color) {
+  QPalette colours = button_->palette();
+  colours.setColor(QPalette::WindowText, QColor(color));
+  button_->setPalette(colours);
+}
+
+bool OptionButton::Value() const { return button_->isChecked(); }
+
+void OptionButton::Choose() { button_->setChecked(true); }
+
+}  // namespace kelvane
