@@ -60,4 +60,15 @@ std::string CropCommandLine(const std::string& toolsFolder, const std::string& v
   return toolsFolder + "/ffmpeg -i " + Trim(video) + " -vf crop=" + cropFilter + ' ' + output;
 }
 
+std::string JoinCommandLine(const std::string& toolsFolder, const std::string& listFile,
+                            const std::string& output) {
+  return toolsFolder + "/ffmpeg -f concat -safe 0 -i " + listFile + " -c copy -y " + output;
+}
+
+std::string TransportStreamCommandLine(const std::string& toolsFolder, const std::string& section,
+                                       const std::string& intermediate) {
+  return toolsFolder + "/ffmpeg -i " + section +
+         " -c copy -bsf:v h264_mp4toannexb -f mpegts -y \"" + Trim(intermediate) + '"';
+}
+
 }  // namespace kelvane

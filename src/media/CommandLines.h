@@ -5,8 +5,8 @@
 #include <vector>
 
 // The command lines of the media tools, put together and taken apart. Text is bytes in the system's
-// narrow encoding; nothing on these lines is quoted, so that every path but the crop's output must
-// be able to stand bare (see Module1.h).
+// narrow encoding. Paths go on the lines as they are, a blank in one cuts it: what must arrive
+// whole must be able to stand bare (see Module1.h).
 namespace kelvane {
 
 // The arguments of a command line, the tool's path first: cut at blanks and tabs; a double quote
@@ -33,5 +33,14 @@ std::string PreviewCommandLine(const std::string& toolsFolder, const std::string
 // The blanks round `video` are dropped.
 std::string CropCommandLine(const std::string& toolsFolder, const std::string& video,
                             const std::string& cropFilter, const std::string& output);
+
+// Copies the files that `listFile` names into one. An empty `output` leaves nothing behind "-y".
+std::string JoinCommandLine(const std::string& toolsFolder, const std::string& listFile,
+                            const std::string& output);
+
+// Wraps a section anew as a transport stream. The blanks round `intermediate` are dropped, and it
+// is the one path of all that stands in double quotes.
+std::string TransportStreamCommandLine(const std::string& toolsFolder, const std::string& section,
+                                       const std::string& intermediate);
 
 }  // namespace kelvane
