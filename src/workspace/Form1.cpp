@@ -57,6 +57,7 @@ void Form1::WireEvents() {
   Timer3.Tick = [this] { Timer3_Timer(); };
   Find<Menu>("mnu_openVideo").Click = [this] { mnu_openVideo_Click(); };
   Find<Menu>("mnu_Extract").Click = [this] { mnu_Extract_Click(); };
+  Find<Menu>("mnu_JoinMultiple").Click = [this] { mnu_JoinMultiple_Click(); };
   Find<Menu>("mnu_Updates").Click = [this] { mnu_Updates_Click(); };
   Find<Menu>("mnu_PayPalwebsite").Click = [this] { mnu_PayPalwebsite_Click(); };
 }

@@ -4,6 +4,7 @@
 
 #include "cropjob/Form2.h"
 #include "cropjob/MainWindow.h"
+#include "joiner/Form4.h"
 #include "media/DOSOutputs.h"
 #include "media/ProbeReadings.h"
 #include "platform/CommandButton.h"
@@ -126,6 +127,7 @@ class Form1 : public Form, public MainWindow {
   void StartCrop();
   void AskToStartFresh();
   void mnu_Extract_Click();
+  void mnu_JoinMultiple_Click();
   void mnu_Updates_Click();
   void mnu_PayPalwebsite_Click();
 
@@ -136,6 +138,7 @@ class Form1 : public Form, public MainWindow {
   std::int16_t DragStartY = 0;
   FormInstance<Form2> form2_;
   FormInstance<Form3> form3_;
+  FormInstance<Form4> form4_;
   CommonDialog CDialog{*this};
 
   ControlArray<Label> Label1{*this, "Label1"};

@@ -116,6 +116,7 @@ void Form1::AskToStartFresh() {
 }
 
 void Form1::mnu_Extract_Click() { form3_.Load(windowIcon()).Show(); }
+void Form1::mnu_JoinMultiple_Click() { form4_.Load(windowIcon()).Show(); }
 
 void Form1::mnu_Updates_Click() {
   App::OpenWebPage(QStringLiteral("https://kelvane.example/updates"));

@@ -1,0 +1,43 @@
+#include "joiner/Form4.h"
+
+#include <limits>
+#include <utility>
+
+#include "joiner/Form4_Design.h"
+#include "platform/Menu.h"
+
+namespace kelvane {
+
+Form4::Form4(QIcon icon) : Form(kForm4, kForm4Controls, kForm4Menus), icon_(std::move(icon)) {
+  constexpr std::int16_t kFarthest = std::numeric_limits<std::int16_t>::max();
+  HScroll1.setMax(kFarthest);
+  VScroll1.setMax(kFarthest);
+  Picture5.setForeColor(kLight);
+  WireEvents();
+}
+
+// The strips that are loaded later take their handlers over from the template.
+void Form4::WireEvents() {
+  for (Label* command : Label1) {
+    command->MouseMove = [this](const MouseEvent& event) { Label1_MouseMove(event); };
+    command->MouseUp = [this](const MouseEvent& event) { Label1_MouseUp(event); };
+  }
+  for (OptionButton* option : Option1) {
+    option->MouseMove = [this](const MouseEvent& event) { Option1_MouseMove(event); };
+  }
+  for (PictureBox* box : Picture1) {
+    box->MouseMove = [this](const MouseEvent& event) { Picture1_MouseMove(event); };
+  }
+  for (PictureBox* strip : Picture2) {
+    strip->MouseMove = [this](const MouseEvent& event) { Picture2_MouseMove(event); };
+    strip->MouseUp = [this](const MouseEvent& event) { Picture2_MouseUp(event); };
+  }
+  Picture3.MouseMove = [this](const MouseEvent& event) { Picture3_MouseMove(event); };
+  Picture5.MouseMove = [this](const MouseEvent& event) { Picture5_MouseMove(event); };
+  ListView1.MouseUp = [this](const MouseEvent& event) { ListView1_MouseUp(event); };
+  HScroll1.Change = [this] { HScroll1_Change(); };
+  HScroll1.Scroll = [this] { HScroll1_Change(); };
+  Find<Menu>("mnu_RemoveSection").Click = [this] { mnu_RemoveSection_Click(); };
+}
+
+}  // namespace kelvane

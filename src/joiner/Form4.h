@@ -1,0 +1,139 @@
+#pragma once
+
+#include <QIcon>
+#include <cstdint>
+#include <memory>
+
+#include "media/DOSOutputs.h"
+#include "platform/App.h"
+#include "platform/CommonDialog.h"
+#include "platform/ControlArray.h"
+#include "platform/Form.h"
+#include "platform/Label.h"
+#include "platform/ListBox.h"
+#include "platform/ListView.h"
+#include "platform/OptionButton.h"
+#include "platform/PictureBox.h"
+#include "platform/ScrollBars.h"
+#include "platform/Shapes.h"
+#include "platform/TextBox.h"
+
+namespace kelvane {
+
+// The boxes of the time chart, Picture1.
+enum ChartBox : int { ChartFrame = 0, ChartViewport = 1, Chart = 2 };
+
+// The commands, Label1.
+enum JoinerCommand : int { AddVideoSection = 0, JoinAllSections = 1, SaveVideoFileList = 2 };
+
+// The captions of Label3 that change.
+enum JoinerReadOut : int {
+  TotalDurationSeconds = 3,
+  TotalRuntime = 4,
+  ProcessLine = 6,
+  TotalSections = 7,
+  VideoDetails = 8
+};
+
+// How to join, Option1.
+enum JoinMode : int { NoTranscode = 0, TranscodeAllSections = 1 };
+
+// "Video Joiner": a list of videos with its time chart, joined by the media tools.
+//
+// A section is the sum of its entries in several controls: with p counted from 0, a path in line p
+// of List1, row p + 1 of ListView1, and a strip on the chart, Picture2(p + 2), with its details in
+// Label2 and its rule Line1 of the same index. No entry ever goes away: a removed section is a grey
+// strip, and its path a text that is none. A file whose probe tells no duration has a path alone,
+// and from then on the numbers don't match.
+class Form4 : public Form {
+  Q_OBJECT
+ public:
+  // `icon` is the main window's.
+  explicit Form4(QIcon icon = App::Icon());
+
+ protected:
+  void Form_Load() override;
+  void Form_Resize() override;
+
+ private:
+  void WireEvents();
+
+  // Start-up and places.
+  void InitGUI();
+  void DrawRuler();
+  void HScroll1_Change();
+
+  // Sections come and go.
+  void GetVideoData();
+  void objDOS_ReceiveOutputs(const std::string& CommandOutputs);
+  void AddVideoObject(std::int32_t StripWidth);
+  void mnu_RemoveSection_Click();
+
+  // The commands.
+  void Label1_MouseUp(const MouseEvent& event);
+  void AddSection();
+  void ListIntermediates();
+  void SaveList();
+
+  // The join.
+  void DoTheJoin();
+  void JoinSections();
+  void WriteListFile(const QString& path) const;
+  void TranscodeSections();
+  std::shared_ptr<DOSOutputs> NewRunner();
+  void RunTool(const std::string& commandLine);
+
+  // Hover, tool tips and the context menu.
+  void Label1_MouseMove(const MouseEvent& event);
+  void Picture3_MouseMove(const MouseEvent& event);
+  void Option1_MouseMove(const MouseEvent& event);
+  void Picture1_MouseMove(const MouseEvent& event);
+  void Picture2_MouseMove(const MouseEvent& event);
+  void Picture2_MouseUp(const MouseEvent& event);
+  void ListView1_MouseUp(const MouseEvent& event);
+  void Picture5_MouseMove(const MouseEvent& event);
+  void PopUpMenu() const;
+
+  QIcon icon_;
+  // None between the runs: what a command that came in between has let go of isn't run.
+  std::shared_ptr<DOSOutputs> objDOS;
+  CommonDialog CDialog{*this};
+
+  // Of the file last chosen.
+  QString SelectedFile;
+  QString FileTitle;
+  QString FileShortPath;
+
+  std::int64_t TotalSeconds = 0;    // of all sections probed, removed ones as well
+  std::int32_t SectionSeconds = 0;  // of the last one; its strip's width once that is known
+  std::int32_t StripSpan = 0;       // of all strips, pixels
+  std::int16_t MenuStrip = 0;       // the strip last right-clicked
+  bool TranscodeLock = false;       // no more strips
+  ListView::ListItem LastListItem;
+  int LastColumn = 0;
+
+  ControlArray<Label> Label1{*this, "Label1"};
+  ControlArray<Label> Label2{*this, "Label2"};
+  ControlArray<Label> Label3{*this, "Label3"};
+  ControlArray<Line> Line1{*this, "Line1"};
+  ControlArray<OptionButton> Option1{*this, "Option1"};
+  ControlArray<PictureBox> Picture1{*this, "Picture1"};
+  ControlArray<PictureBox> Picture2{*this, "Picture2"};
+  PictureBox& Picture3 = Find<PictureBox>("Picture3");
+  PictureBox& Picture5 = Find<PictureBox>("Picture5");
+  Shape& Shape1 = Find<Shape>("Shape1");
+  Shape& Shape2 = Find<Shape>("Shape2");
+  Shape& Shape3 = Find<Shape>("Shape3");
+  Shape& Shape7 = Find<Shape>("Shape7");
+  Shape& Shape8 = Find<Shape>("Shape8");
+  Line& Line2 = Find<Line>("Line2");
+  Line& Line3 = Find<Line>("Line3");
+  ListBox& List1 = Find<ListBox>("List1");
+  ListBox& List2 = Find<ListBox>("List2");
+  ListView& ListView1 = Find<ListView>("ListView1");
+  TextBox& Text1 = Find<TextBox>("Text1");
+  HScrollBar& HScroll1 = Find<HScrollBar>("HScroll1");
+  VScrollBar& VScroll1 = Find<VScrollBar>("VScroll1");
+};
+
+}  // namespace kelvane

@@ -1,0 +1,77 @@
+// The three commands.
+#include <QFile>
+#include <QFileInfo>
+
+#include "joiner/Form4.h"
+#include "joiner/JoinTexts.h"
+#include "media/Module1.h"
+#include "shared/TextHelpers.h"
+
+namespace kelvane {
+
+// Any mouse button fires a command.
+void Form4::Label1_MouseUp(const MouseEvent& event) {
+  switch (event.Index) {
+    case AddVideoSection:
+      AddSection();
+      break;
+    case JoinAllSections:
+      ListIntermediates();
+      Label3(ProcessLine).setCaption(QStringLiteral("Process: Creating List Index"));
+      DoTheJoin();
+      break;
+    case SaveVideoFileList:
+      SaveList();
+      break;
+    default:
+      break;
+  }
+}
+
+void Form4::AddSection() {
+  if (TranscodeLock) return;
+  CDialog.DialogTitle = QStringLiteral("Add Video");
+  CDialog.FileName.clear();
+  CDialog.Filter = QStringLiteral("*.*");
+  CDialog.ShowOpen();
+  if (CDialog.FileName.isEmpty()) return;
+  SelectedFile = Trim(CDialog.FileName);
+  // A name without a file leaves the last one's title and path, and its probe is run again.
+  if (const QFileInfo file(SelectedFile); file.isFile()) {
+    FileTitle = file.fileName();
+    if (const std::string path = GetShortFileName(ToNarrow(SelectedFile), {}); !path.empty()) {
+      FileShortPath = FromNarrow(path);
+    }
+  }
+  List1.AddItem(Trim(CDialog.FileName));
+  Label3(TotalSections)
+      .setCaption(QStringLiteral("Total Sections: ") + FormatDigits(List1.ListCount(), 2));
+  GetVideoData();
+}
+
+// Numbers the live sections alone, unlike the join itself, and adds to what earlier joins listed.
+void Form4::ListIntermediates() {
+  int live = 0;
+  for (int i = 0; i < List1.ListCount(); ++i) {
+    const QString item = List1.List(i);
+    if (item == kDeletedSection) continue;
+    ++live;
+    const QString folder = FolderOf(item);
+    if (!folder.isEmpty()) List2.AddItem(folder + IntermediateName(live));
+  }
+}
+
+void Form4::SaveList() {
+  CDialog.DialogTitle = QStringLiteral("Save Video File List");
+  CDialog.FileName.clear();
+  CDialog.Filter = QStringLiteral("Text File (*.txt)|*.txt");
+  CDialog.ShowSave();
+  if (CDialog.FileName.isEmpty()) return;
+  QFile file(CDialog.FileName);
+  if (!file.open(QIODevice::WriteOnly)) return;
+  for (int i = 0; i < List1.ListCount(); ++i) {
+    file.write(QByteArray::fromStdString(ToNarrow(SavedListLine(List1.List(i)))));
+  }
+}
+
+}  // namespace kelvane

@@ -1,0 +1,76 @@
+// What the pointer brings up: frames, details, tool tips and the context menu. Each handler sets
+// what it needs anew at every move.
+#include "joiner/Form4.h"
+#include "platform/Menu.h"
+#include "shared/TextHelpers.h"
+
+namespace kelvane {
+namespace {
+
+// An outline so many pixels outside the control.
+void PutFrameRound(Shape& frame, const Control& control, float gap) {
+  frame.setLeft(control.Left() - gap);
+  frame.setTop(control.Top() - gap);
+  frame.setWidth(control.Width() + 2 * gap);
+  frame.setHeight(control.Height() + 2 * gap);
+  frame.setVisible(true);
+}
+
+constexpr QLatin1String kDetailsHeading("Video Details: ");
+
+}  // namespace
+
+void Form4::Label1_MouseMove(const MouseEvent& event) {
+  PutFrameRound(Shape1, Label1(event.Index), 2);
+}
+
+void Form4::Picture3_MouseMove(const MouseEvent& /*event*/) { Shape1.setVisible(false); }
+
+void Form4::Option1_MouseMove(const MouseEvent& event) {
+  Option1(event.Index)
+      .setToolTipText(
+          event.Index == NoTranscode
+              ? QStringLiteral(" Used when all video sections have the same properties / codecs ")
+              : QStringLiteral(" Used when video sections have different properties / codecs "));
+}
+
+void Form4::Picture1_MouseMove(const MouseEvent& event) {
+  if (event.Index != Chart) return;
+  Shape1.setVisible(false);
+  Shape3.setVisible(false);
+  Picture1(Chart).SetFocus();
+  Label3(VideoDetails).setCaption(kDetailsHeading);
+  Shape8.setWidth(Shape7.Width());
+  List1.setListIndex(-1);
+}
+
+void Form4::Picture2_MouseMove(const MouseEvent& event) {
+  PictureBox& strip = Picture2(event.Index);
+  const QString details = Label2(event.Index).Caption();
+  strip.setToolTipText(details);
+  ListView1.SetFocus();
+  ListView1.ListItems(event.Index - 1).Select();
+  List1.setListIndex(event.Index - 2);
+  Label3(VideoDetails).setCaption(kDetailsHeading + details);
+  Shape8.setWidth(Label3(VideoDetails).Width() + 5);
+  PutFrameRound(Shape3, strip, 1);
+}
+
+void Form4::Picture2_MouseUp(const MouseEvent& event) {
+  if (event.Button != kRightButton) return;
+  MenuStrip = ToInteger16(event.Index).value_or(MenuStrip);
+  PopUpMenu();
+}
+
+void Form4::ListView1_MouseUp(const MouseEvent& event) {
+  if (event.Button == kRightButton) PopUpMenu();
+}
+
+void Form4::Picture5_MouseMove(const MouseEvent& event) {
+  constexpr float kSecondsPerPixel = 10;
+  Picture5.setToolTipText(FormatTimeText(event.X * kSecondsPerPixel));
+}
+
+void Form4::PopUpMenu() const { Find<Menu>("mnu_ContextMenu").PopUp(); }
+
+}  // namespace kelvane

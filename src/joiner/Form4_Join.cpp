@@ -1,0 +1,115 @@
+// The join: one file by stream copy, or a transport stream for each section. Nothing is asked of
+// the tools but that their text ends, and nothing that they leave behind is cleaned up.
+#include <QFile>
+#include <QFileInfo>
+#include <chrono>
+#include <exception>
+#include <thread>
+
+#include "joiner/Form4.h"
+#include "joiner/JoinTexts.h"
+#include "media/CommandLines.h"
+#include "media/Module1.h"
+#include "platform/MsgBox.h"
+#include "shared/TextHelpers.h"
+
+namespace kelvane {
+namespace {
+
+// The windows live meanwhile; even a second join may begin.
+void WaitOneSecond() {
+  constexpr std::chrono::seconds kWait{1};
+  constexpr std::chrono::milliseconds kPause{5};
+  const auto end = std::chrono::steady_clock::now() + kWait;
+  do {
+    DoEvents();
+    std::this_thread::sleep_for(kPause);
+  } while (std::chrono::steady_clock::now() < end);
+}
+
+}  // namespace
+
+void Form4::DoTheJoin() {
+  objDOS = NewRunner();
+  if (Option1(TranscodeAllSections).Value()) {
+    TranscodeSections();
+  } else {
+    JoinSections();
+  }
+  Label3(ProcessLine).setCaption(QStringLiteral("Process: Video Created."));
+  MsgBox(QStringLiteral("Your Videos have been joined successfully."), kOKCancel | kExclamation,
+         QStringLiteral("Kelvane"));
+  objDOS.reset();
+}
+
+// A cancelled dialog stops nothing: the tool is run without a name for its output.
+void Form4::JoinSections() {
+  CDialog.DialogTitle = QStringLiteral("Save Video As");
+  CDialog.FileName.clear();
+  CDialog.Filter = QStringLiteral("MP4 File (*.mp4)|*.mp4");
+  CDialog.ShowSave();
+  const QString OutputFile = Trim(CDialog.FileName);
+
+  DoEvents();
+  Label3(ProcessLine).setCaption(QStringLiteral("Process: Joining Your Videos..."));
+  const std::string tools = ToolsFolder(App::Path());
+  const std::string ListFile = tools + "/files.txt";
+  WriteListFile(FromNarrow(ListFile));
+  WaitOneSecond();
+  if (Option1(NoTranscode).Value()) RunTool(JoinCommandLine(tools, ListFile, ToNarrow(OutputFile)));
+}
+
+// Removed sections have their lines as well. What can't be written leaves what is there.
+void Form4::WriteListFile(const QString& path) const {
+  QFile file(path);
+  // A link goes itself, not what it leads to.
+  if (file.exists() || QFileInfo(path).isSymLink()) file.remove();
+  if (!file.open(QIODevice::WriteOnly)) return;
+  for (int i = 0; i < List1.ListCount(); ++i) {
+    file.write(QByteArray::fromStdString(ToNarrow(ListFileLine(List1.List(i)))));
+  }
+}
+
+// From now on no section comes in any more. The mode ends with the transport streams.
+void Form4::TranscodeSections() {
+  TranscodeLock = true;
+  const std::string tools = ToolsFolder(App::Path());
+  for (int i = 0; i < List1.ListCount(); ++i) {
+    Label3(ProcessLine)
+        .setCaption(QStringLiteral("Process: Transcoding Video ") + FormatDigits(i, 2));
+    const QString SectionPath = Trim(List1.List(i));
+    const QString SectionFolder = FolderOf(SectionPath);
+    if (SectionFolder.isEmpty()) continue;
+    RunTool(TransportStreamCommandLine(tools, ToNarrow(SectionPath),
+                                       ToNarrow(SectionFolder + IntermediateName(i + 1))));
+  }
+  // Composed and dropped: nothing takes it up.
+  static_cast<void>(ConcatListText(List1.ListCount()));
+  objDOS.reset();
+}
+
+std::shared_ptr<DOSOutputs> Form4::NewRunner() {
+  auto runner = std::make_shared<DOSOutputs>();
+  // A tool whose text can't be kept must still run to its end.
+  runner->ReceiveOutputs = [this](const std::string& block) {
+    try {
+      objDOS_ReceiveOutputs(block);
+    } catch (const std::exception&) {
+    }
+  };
+  return runner;
+}
+
+// Does nothing where a command that came in during the wait has taken leave of the runner.
+void Form4::RunTool(const std::string& commandLine) {
+  const std::shared_ptr<DOSOutputs> runner = objDOS;
+  if (runner == nullptr) return;
+  try {
+    runner->setCommandLine(commandLine);
+    runner->ExecuteCommand();
+  } catch (const std::exception&) {
+    // The command goes on as after any other run.
+  }
+}
+
+}  // namespace kelvane
