@@ -77,11 +77,11 @@ class Form4 : public Form {
 
   // The join.
   void DoTheJoin();
-  void JoinSections();
+  void JoinSections(DOSOutputs& runner);
   void WriteListFile(const QString& path) const;
-  void TranscodeSections();
+  void TranscodeSections(DOSOutputs& runner);
   std::shared_ptr<DOSOutputs> NewRunner();
-  void RunTool(const std::string& commandLine);
+  static void Run(DOSOutputs& runner, const std::string& commandLine);
 
   // Hover, tool tips and the context menu.
   void Label1_MouseMove(const MouseEvent& event);
@@ -95,7 +95,6 @@ class Form4 : public Form {
   void PopUpMenu() const;
 
   QIcon icon_;
-  // None between the runs: what a command that came in between has let go of isn't run.
   std::shared_ptr<DOSOutputs> objDOS;
   CommonDialog CDialog{*this};
 

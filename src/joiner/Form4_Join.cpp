@@ -29,12 +29,13 @@ void WaitOneSecond() {
 
 }  // namespace
 
+// A join that comes in during the wait lets go of objDOS; this one goes on with its own.
 void Form4::DoTheJoin() {
-  objDOS = NewRunner();
+  const std::shared_ptr<DOSOutputs> runner = NewRunner();
   if (Option1(TranscodeAllSections).Value()) {
-    TranscodeSections();
+    TranscodeSections(*runner);
   } else {
-    JoinSections();
+    JoinSections(*runner);
   }
   Label3(ProcessLine).setCaption(QStringLiteral("Process: Video Created."));
   MsgBox(QStringLiteral("Your Videos have been joined successfully."), kOKCancel | kExclamation,
@@ -43,7 +44,7 @@ void Form4::DoTheJoin() {
 }
 
 // A cancelled dialog stops nothing: the tool is run without a name for its output.
-void Form4::JoinSections() {
+void Form4::JoinSections(DOSOutputs& runner) {
   CDialog.DialogTitle = QStringLiteral("Save Video As");
   CDialog.FileName.clear();
   CDialog.Filter = QStringLiteral("MP4 File (*.mp4)|*.mp4");
@@ -56,7 +57,8 @@ void Form4::JoinSections() {
   const std::string ListFile = tools + "/files.txt";
   WriteListFile(FromNarrow(ListFile));
   WaitOneSecond();
-  if (Option1(NoTranscode).Value()) RunTool(JoinCommandLine(tools, ListFile, ToNarrow(OutputFile)));
+  if (Option1(NoTranscode).Value())
+    Run(runner, JoinCommandLine(tools, ListFile, ToNarrow(OutputFile)));
 }
 
 // Removed sections have their lines as well. What can't be written leaves what is there.
@@ -71,7 +73,7 @@ void Form4::WriteListFile(const QString& path) const {
 }
 
 // From now on no section comes in any more. The mode ends with the transport streams.
-void Form4::TranscodeSections() {
+void Form4::TranscodeSections(DOSOutputs& runner) {
   TranscodeLock = true;
   const std::string tools = ToolsFolder(App::Path());
   for (int i = 0; i < List1.ListCount(); ++i) {
@@ -80,35 +82,31 @@ void Form4::TranscodeSections() {
     const QString SectionPath = Trim(List1.List(i));
     const QString SectionFolder = FolderOf(SectionPath);
     if (SectionFolder.isEmpty()) continue;
-    RunTool(TransportStreamCommandLine(tools, ToNarrow(SectionPath),
-                                       ToNarrow(SectionFolder + IntermediateName(i + 1))));
+    Run(runner, TransportStreamCommandLine(tools, ToNarrow(SectionPath),
+                                           ToNarrow(SectionFolder + IntermediateName(i + 1))));
   }
   // Composed and dropped: nothing takes it up.
   static_cast<void>(ConcatListText(List1.ListCount()));
-  objDOS.reset();
 }
 
 std::shared_ptr<DOSOutputs> Form4::NewRunner() {
-  auto runner = std::make_shared<DOSOutputs>();
+  objDOS = std::make_shared<DOSOutputs>();
   // A tool whose text can't be kept must still run to its end.
-  runner->ReceiveOutputs = [this](const std::string& block) {
+  objDOS->ReceiveOutputs = [this](const std::string& block) {
     try {
       objDOS_ReceiveOutputs(block);
     } catch (const std::exception&) {
     }
   };
-  return runner;
+  return objDOS;
 }
 
-// Does nothing where a command that came in during the wait has taken leave of the runner.
-void Form4::RunTool(const std::string& commandLine) {
-  const std::shared_ptr<DOSOutputs> runner = objDOS;
-  if (runner == nullptr) return;
+// The command goes on after a run that fails as after any other.
+void Form4::Run(DOSOutputs& runner, const std::string& commandLine) {
   try {
-    runner->setCommandLine(commandLine);
-    runner->ExecuteCommand();
+    runner.setCommandLine(commandLine);
+    runner.ExecuteCommand();
   } catch (const std::exception&) {
-    // The command goes on as after any other run.
   }
 }
 

@@ -19,8 +19,8 @@ constexpr float kStripFontSize = 8;  // points
 }  // namespace
 
 void Form4::GetVideoData() {
-  objDOS = NewRunner();
-  RunTool(DurationProbeCommandLine(ToolsFolder(App::Path()), ToNarrow(FileShortPath)));
+  const std::shared_ptr<DOSOutputs> runner = NewRunner();
+  Run(*runner, DurationProbeCommandLine(ToolsFolder(App::Path()), ToNarrow(FileShortPath)));
   objDOS.reset();
 }
 
