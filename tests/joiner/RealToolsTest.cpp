@@ -1,0 +1,128 @@
+// Clips joined and wrapped by the real tools.
+#include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
+
+#include "joiner/JoinerWindowTest.h"
+#include "platform/App.h"
+
+namespace kelvane::testing {
+namespace {
+
+class RealJoin : public JoinerWindowTest {
+ protected:
+  RealJoin() {
+    // A folder of its own with the real tools: the list file is written there.
+    for (const char* tool : {"ffmpeg", "ffprobe"}) {
+      QFile::remove(InFolder(tool));
+      QFile::link(QStandardPaths::findExecutable(tool), InFolder(tool));
+    }
+  }
+
+  static std::string RunTool(const QString& tool, const QStringList& arguments) {
+    QProcess process;
+    process.setProcessChannelMode(QProcess::MergedChannels);
+    process.start(tool, arguments);
+    EXPECT_TRUE(process.waitForFinished());
+    EXPECT_EQ(process.exitCode(), 0);
+    return process.readAll().trimmed().toStdString();
+  }
+  // A clip with picture and sound; all of one encoding but for their length.
+  QString MakeClip(const QString& name, int seconds) const {
+    QString file = InFolder(name);
+    EXPECT_EQ(
+        RunTool("ffmpeg", {"-v", "error", "-f", "lavfi", "-i",
+                           QStringLiteral("testsrc2=size=320x240:rate=25:duration=%1").arg(seconds),
+                           "-f", "lavfi", "-i", QStringLiteral("sine=duration=%1").arg(seconds),
+                           "-pix_fmt", "yuv420p", "-preset", "ultrafast", file}),
+        "");
+    return file;
+  }
+  static double DurationOf(const QString& file) {
+    return QString::fromStdString(RunTool("ffprobe", {"-v", "error", "-show_entries",
+                                                      "format=duration", "-of", "csv=p=0", file}))
+        .toDouble();
+  }
+  static int PicturesIn(const QString& file) {
+    return QString::fromStdString(
+               RunTool("ffprobe",
+                       {"-v", "error", "-select_streams", "v:0", "-count_frames", "-show_entries",
+                        "stream=nb_read_frames", "-of", "csv=p=0", file}))
+        .section(QLatin1Char('\n'), 0, 0)
+        .remove(QLatin1Char(','))
+        .toInt();
+  }
+  // What the tool complains of while it decodes the whole file.
+  static std::string Complaints(const QString& file) {
+    return RunTool("ffmpeg", {"-v", "error", "-i", file, "-f", "null", "-"});
+  }
+
+  static constexpr double kFrame = 1.0 / 25;
+};
+
+TEST_F(RealJoin, ThreeClipsOfOneEncodingBecomeOneFileOfTheirLengthsSum) {
+  for (const int seconds : {2, 3, 4}) {
+    Add(MakeClip(QStringLiteral("clip%1.mp4").arg(seconds), seconds));
+  }
+  EXPECT_EQ(Rows(), (Texts{"1 | clip2.mp4 | 0", "2 | clip3.mp4 | 0", "3 | clip4.mp4 | 0"}));
+  EXPECT_EQ(Shown(TotalDurationSeconds), "00,009");
+  const QString output = InFolder("all.mp4");
+  JoinTo(output);
+  EXPECT_NEAR(DurationOf(output), 9, kFrame * 1.5);
+  EXPECT_EQ(PicturesIn(output), 9 * 25);
+  EXPECT_EQ(Complaints(output), "");
+}
+
+TEST_F(RealJoin, NamesWithLettersOfAnyAlphabetAreJoined) {
+  Add(MakeClip(QString::fromUtf8("Füße.mp4"), 2));
+  Add(MakeClip(QString::fromUtf8("動画.mp4"), 2));
+  const QString output = InFolder(QString::fromUtf8("größer.mp4"));
+  JoinTo(output);
+  EXPECT_EQ(PicturesIn(output), 4 * 25);
+  EXPECT_EQ(Complaints(output), "");
+}
+
+TEST_F(RealJoin, ABlankInASourcesPathDoesNotMatter) {
+  Add(MakeClip("my clip.mp4", 2));
+  Add(MakeClip("my other clip.mp4", 2));
+  EXPECT_EQ(Rows().size(), 2U);
+  const QString output = InFolder("all.mp4");
+  JoinTo(output);
+  EXPECT_EQ(PicturesIn(output), 4 * 25);
+}
+
+TEST_F(RealJoin, EachSectionBecomesATransportStreamThatPlays) {
+  Add(MakeClip("a.mp4", 2));
+  Add(MakeClip(QString::fromUtf8("ü.mp4"), 3));
+  TranscodeAll();
+  for (const auto& [name, pictures] : std::vector<std::pair<const char*, int>>{
+           {"intermediate01.ts", 50}, {"intermediate02.ts", 75}}) {
+    EXPECT_EQ(PicturesIn(InFolder(name)), pictures) << name;
+    EXPECT_EQ(Complaints(InFolder(name)), "") << name;
+  }
+}
+
+// The tool's own word for the list that it reads.
+TEST_F(RealJoin, AJoinMakesASectionOfItsOwnWords) {
+  Add(MakeClip("a.mp4", 20));
+  JoinTo(InFolder("all.mp4"));
+  EXPECT_EQ(Rows(), (Texts{"1 | a.mp4 | 20", "2 | a.mp4 | 0"}));
+  EXPECT_EQ(Shown(TotalDurationSeconds), "00,022");
+}
+
+TEST_F(RealJoin, AnApostropheOrARemovedSectionSpoilsTheJoinAndNoFileIsTouched) {
+  const QString first = MakeClip("a.mp4", 1);
+  const QString second = MakeClip("it's.mp4", 1);
+  const std::string before = ContentOf(first) + ContentOf(second);
+  Add(first);
+  Add(second);
+  JoinTo(InFolder("all.mp4"));
+  EXPECT_EQ(ContentOf(first) + ContentOf(second), before);
+  Remove(2);
+  JoinTo(InFolder("none.mp4"));
+  EXPECT_EQ(ContentOf(first) + ContentOf(second), before);
+  EXPECT_FALSE(QFile::exists(InFolder("none.mp4")));
+}
+
+}  // namespace
+}  // namespace kelvane::testing
