@@ -90,7 +90,11 @@ void Form4::TranscodeSections(DOSOutputs& runner) {
 }
 
 std::shared_ptr<DOSOutputs> Form4::NewRunner() {
+  // The tools print the word and its value one after the other; a handler that looks at one block
+  // alone must find them together.
+  constexpr std::chrono::milliseconds kQuiet{20};
   objDOS = std::make_shared<DOSOutputs>();
+  objDOS->GatherBlocks(kQuiet);
   // A tool whose text can't be kept must still run to its end.
   objDOS->ReceiveOutputs = [this](const std::string& block) {
     try {

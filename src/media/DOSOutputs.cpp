@@ -1,7 +1,9 @@
 #include "media/DOSOutputs.h"
 
 #include <fcntl.h>
+#include <poll.h>
 #include <spawn.h>
+#include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -9,6 +11,7 @@
 #include <cerrno>
 #include <csignal>
 #include <optional>
+#include <thread>
 #include <vector>
 
 #include "media/CommandLines.h"
@@ -94,6 +97,30 @@ Descriptor StartReading(const std::string& commandLine) {
   return readEnd;
 }
 
+// Returns when a block is full, when nothing more of it has come for so long, or when the stream
+// has ended.
+void Gather(int readEnd, std::chrono::milliseconds quiet) {
+  constexpr std::chrono::milliseconds kLook{1};
+  pollfd stream{.fd = readEnd, .events = POLLIN, .revents = 0};
+  if (poll(&stream, 1, -1) != 1) return;
+  int known = 0;
+  auto since = std::chrono::steady_clock::now();
+  while ((stream.revents & (POLLHUP | POLLERR)) == 0) {
+    int available = 0;
+    if (ioctl(readEnd, FIONREAD, &available) != 0 || available >= static_cast<int>(kBlockSize))
+      return;
+    const auto now = std::chrono::steady_clock::now();
+    if (available != known) {
+      known = available;
+      since = now;
+    } else if (now - since >= quiet) {
+      return;
+    }
+    std::this_thread::sleep_for(kLook);
+    if (poll(&stream, 1, 0) != 1) return;
+  }
+}
+
 // The next block; empty at the end of the stream and where it can't be read on.
 std::string_view ReadBlock(int readEnd, std::array<char, kBlockSize>& buffer) {
   ssize_t count = 0;
@@ -115,6 +142,7 @@ std::string DOSOutputs::ExecuteCommand(const std::string& CommandLine) {
   std::array<char, kBlockSize> buffer{};
   std::string block;
   do {
+    if (quiet_.count() > 0) Gather(readEnd.number(), quiet_);
     block = ReadBlock(readEnd.number(), buffer);
     outputText_ += block;
     if (ReceiveOutputs) ReceiveOutputs(block);

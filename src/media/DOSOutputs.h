@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <string>
 
@@ -21,6 +22,11 @@ class DOSOutputs {
   const std::string& CommandLine() const { return commandText_; }
   void setCommandLine(const std::string& DosCommand) { commandText_ = DosCommand; }
 
+  // From the next run on, a block is read when it is full, when nothing more of it has come for so
+  // long, or when the stream has ended. Not set, it is read as soon as anything has come, and a
+  // tool that prints a line word by word is read word by word.
+  void GatherBlocks(std::chrono::milliseconds quiet) { quiet_ = quiet; }
+
   // Everything read so far in the current run, or in the last one between runs.
   const std::string& Outputs() const { return outputText_; }
 
@@ -40,6 +46,7 @@ class DOSOutputs {
  private:
   std::string commandText_;
   std::string outputText_;
+  std::chrono::milliseconds quiet_{0};
 };
 
 }  // namespace kelvane

@@ -69,6 +69,7 @@ class ListView::Table : public QTreeWidget {
 ListView::ListView(Container* container, const QString& name)
     : Control(container, name), table_(new Table) {
   FillWith(table_);
+  setFocusProxy(table_);
 }
 
 QRgb ListView::BackColor() const {

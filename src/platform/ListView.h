@@ -17,8 +17,8 @@ class ListView : public Control {
   QRgb ForeColor() const;
   void SetColours(QRgb back, QRgb text);
 
-  // Whether the header looks and acts like a row of push buttons, as it does at first: lit under
-  // the pointer, sunken under a press.
+  // Whether the header looks and acts like a row of push buttons, as it does at first: raised, and
+  // answering to hover, press and click.
   bool HeaderButtons() const;
   void setHeaderButtons(bool buttons);
 

@@ -37,7 +37,7 @@ PictureBox& PictureBox::Duplicate(const QString& name) const {
 }
 
 void PictureBox::setBackColor(QRgb color) {
-  Cls();
+  if (!drawing_.isNull()) Cls();
   Container::setBackColor(color);
 }
 

@@ -128,5 +128,21 @@ TEST(CommandLines, TheOutputGoesOnTheLineAsItIsSoThatABlankInItCutsIt) {
                                                "/my", "clips/out", "put.mp4"}));
 }
 
+TEST(CommandLines, TheJoinCopiesWhatTheListFileNames) {
+  EXPECT_EQ(JoinCommandLine("/tools", "/tools/files.txt", "/out/all.mp4"),
+            "/tools/ffmpeg -f concat -safe 0 -i /tools/files.txt -c copy -y /out/all.mp4");
+  EXPECT_EQ(JoinCommandLine("/t", "/t/files.txt", ""),
+            "/t/ffmpeg -f concat -safe 0 -i /t/files.txt -c copy -y ");
+}
+
+TEST(CommandLines, TheTransportStreamIsTheOneFileInQuotes) {
+  const std::string line =
+      TransportStreamCommandLine("/tools", "/my clips/b.mp4", " /my clips/intermediate02.ts ");
+  EXPECT_EQ(line,
+            "/tools/ffmpeg -i /my clips/b.mp4 -c copy -bsf:v h264_mp4toannexb -f mpegts -y "
+            "\"/my clips/intermediate02.ts\"");
+  EXPECT_EQ(SplitCommandLine(line).back(), "/my clips/intermediate02.ts");
+}
+
 }  // namespace
 }  // namespace kelvane

@@ -33,6 +33,16 @@ TEST(AMessageBox, MayHaveATitleThreeButtonsAndAnIcon) {
   EXPECT_EQ(answers.seen(), Events{"Start Fresh | Again ? | exclamation | Yes No Cancel"});
 }
 
+TEST(AMessageBox, MayHaveTwoButtons) {
+  const DialogAnswers answers({PressButton(QMessageBox::Cancel), PressButton(QMessageBox::Ok)});
+  const QString title = QStringLiteral("Kelvane");
+  EXPECT_EQ(MsgBox(QStringLiteral("Done."), kOKCancel + kExclamation, title),
+            MsgBoxResult::kCancel);
+  EXPECT_EQ(MsgBox(QStringLiteral("Done."), kOKCancel), MsgBoxResult::kOK);
+  EXPECT_EQ(answers.seen(), (Events{"Kelvane | Done. | exclamation | OK Cancel",
+                                    "Kelvane | Done. | no icon | OK Cancel"}));
+}
+
 TEST(AMessageBox, TellsTheButtonThatWasPressed) {
   struct Case {
     int buttons;

@@ -141,6 +141,35 @@ TEST_P(AScrollBar, ChangesByOneOnItsArrowsAndByItsLargeChangeBesideTheThumb) {
   EXPECT_EQ(events, (Events{"Change 1", "Change 13", "Change 25", "Change 13", "Change 12"}));
 }
 
+TEST_P(AScrollBar, ChangesByItsSmallChangeOnItsArrows) {
+  bar.setMax(128);
+  bar.setSmallChange(2);
+  PressOn(QStyle::SC_ScrollBarAddLine);
+  pointer.Release();
+  EXPECT_EQ(events, Events{"Change 2"});
+}
+
+TEST_P(AScrollBar, BeginsAtItsMinAndRefusesOneAboveItsMax) {
+  bar.setMax(128);
+  bar.setMin(10);
+  EXPECT_EQ(events, Events{"Change 10"});
+  bar.setMin(129);
+  bar.setValue(9);
+  EXPECT_EQ(bar.Value(), 10);
+  bar.setMax(9);
+  EXPECT_EQ(bar.Max(), 128);
+  bar.setMin(0);
+  bar.setValue(0);
+  EXPECT_EQ(events, (Events{"Change 10", "Change 0"}));
+}
+
+TEST_P(AScrollBar, IsComeToByTheTabKeyOrNot) {
+  bar.setTabStop(true);
+  EXPECT_NE(inside.focusPolicy() & Qt::TabFocus, 0);
+  bar.setTabStop(false);
+  EXPECT_EQ(inside.focusPolicy() & Qt::TabFocus, 0);
+}
+
 TEST_P(AScrollBar, HasALargeChangeOfTenByDesign) {
   bar.setMax(128);
   PressOn(QStyle::SC_ScrollBarAddPage);

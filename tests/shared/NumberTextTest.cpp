@@ -31,6 +31,15 @@ struct NumberAndText {
   const char* text;
 };
 
+TEST_F(NumberText, AGroupedNumberMayHaveFiveDigitsAtLeast) {
+  const std::vector<NumberAndText> cases = {{0, "00,000"},       {83, "00,083"},
+                                            {5400, "05,400"},    {86401, "86,401"},
+                                            {123456, "123,456"}, {1080001, "1,080,001"}};
+  for (const auto& [number, text] : cases) EXPECT_EQ(FormatGrouped(number, 5).toStdString(), text);
+  UseGerman();
+  EXPECT_EQ(FormatGrouped(83, 5).toStdString(), "00.083");
+}
+
 TEST_F(NumberText, AGroupedNumberHasFourDigitsAtLeast) {
   const std::vector<NumberAndText> cases = {
       {0, "0,000"},           {7, "0,007"},

@@ -1,0 +1,190 @@
+#include "platform/ListView.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QHeaderView>
+#include <QTreeWidget>
+
+#include "platform/Pointer.h"
+#include "platform/TestForm.h"
+#include "support/Events.h"
+
+namespace kelvane::testing {
+namespace {
+
+class AListView : public ::testing::Test {
+ protected:
+  AListView() {
+    form.Open();
+    for (const char* heading : {"Index", "Title", "Seconds"}) {
+      list.ColumnHeaders.Add(QLatin1String(heading));
+    }
+    PumpOnce();
+  }
+
+  void AddRows(int count) {
+    for (int i = 1; i <= count; ++i) list.ListItems.Add(QString::number(i));
+  }
+  std::vector<int> SelectedRows() const {
+    std::vector<int> rows;
+    for (int number = 1; number <= list.ListItems.Count(); ++number) {
+      if (list.ListItems(number).Selected()) rows.push_back(number);
+    }
+    return rows;
+  }
+  // With the pointer in its first column, whatever is pressed.
+  QImage HeaderUnder(Pointer& pointer) {
+    pointer.MoveTo(*header.viewport(), QPoint(10, 10));
+    PumpOnce();
+    return Picture(*header.viewport());
+  }
+
+  TestForm form{{{.name = "ListView1",
+                  .controlClass = ControlClass::kListView,
+                  .place = {150, 150, 4200, 2400},
+                  .color = 0x404040}}};
+  ListView& list = form.Find<ListView>("ListView1");
+  QTreeWidget& inside = *list.findChild<QTreeWidget*>();
+  QHeaderView& header = *inside.header();
+};
+
+TEST_F(AListView, NumbersItsColumnsAndGivesThemTheDefaultWidth) {
+  EXPECT_EQ(list.ColumnHeaders.Add("Fourth"), 4);
+  EXPECT_EQ(inside.columnCount(), 4);
+  EXPECT_EQ(inside.headerItem()->text(0), QString("Index"));
+  EXPECT_EQ(inside.headerItem()->text(3), QString("Fourth"));
+  for (int column = 0; column < 3; ++column) EXPECT_EQ(header.sectionSize(column), 96) << column;
+}
+
+TEST_F(AListView, TakesRowsInOrderWithTheirTexts) {
+  EXPECT_EQ(list.ListItems.Count(), 0);
+  list.ListItems.Add("1").setSubItems(1, "a.mp4");
+  ListView::ListItem second = list.ListItems.Add("2");
+  second.setSubItems(1, "b.mp4");
+  second.setSubItems(2, "80");
+  EXPECT_EQ(list.ListItems.Count(), 2);
+  EXPECT_EQ(list.ListItems(1).Text(), QString("1"));
+  EXPECT_EQ(list.ListItems(1).SubItems(1), QString("a.mp4"));
+  EXPECT_EQ(list.ListItems(1).SubItems(2), QString());
+  EXPECT_EQ(list.ListItems(2).SubItems(2), QString("80"));
+}
+
+TEST_F(AListView, RefusesTextsOfColumnsThatAreNotThere) {
+  ListView::ListItem row = list.ListItems.Add("1");
+  row.setSubItems(3, "x");
+  row.setSubItems(0, "x");
+  row.setSubItems(-1, "x");
+  EXPECT_EQ(row.Text(), QString("1"));
+  EXPECT_EQ(inside.columnCount(), 3);
+}
+
+TEST_F(AListView, ARowThatIsNotThereTakesNothingAndSaysNothing) {
+  AddRows(2);
+  list.ListItems(2).Select();
+  for (const int number : {0, 3, -1, 100}) {
+    ListView::ListItem none = list.ListItems(number);
+    none.setSubItems(1, "x");
+    none.Select();
+    EXPECT_EQ(none.Text(), QString()) << number;
+    EXPECT_FALSE(none.Selected()) << number;
+    EXPECT_EQ(SelectedRows(), std::vector<int>{2}) << number;
+  }
+}
+
+TEST_F(AListView, HasOneRowSelectedAndSelectsItWhole) {
+  AddRows(3);
+  list.ListItems(3).Select();
+  EXPECT_EQ(SelectedRows(), std::vector<int>{3});
+  list.ListItems(1).Select();
+  EXPECT_EQ(SelectedRows(), std::vector<int>{1});
+  EXPECT_EQ(inside.selectionModel()->selectedIndexes().size(), 3);
+}
+
+TEST_F(AListView, ScrollsTheSelectedRowIntoView) {
+  AddRows(200);
+  PumpOnce();
+  list.ListItems(200).Select();
+  EXPECT_TRUE(
+      inside.viewport()->rect().intersects(inside.visualItemRect(inside.topLevelItem(199))));
+}
+
+TEST_F(AListView, TakesTheFocusForItsRows) {
+  form.activateWindow();
+  ASSERT_TRUE(PumpUntil([&] { return form.isActiveWindow(); }));
+  list.SetFocus();
+  EXPECT_EQ(QApplication::focusWidget(), &inside);
+}
+
+TEST_F(AListView, HearsOfAReleaseOverItsRowsAndBelowThemWithTheButton) {
+  AddRows(2);
+  PumpOnce();
+  Events events;
+  list.MouseUp = [&](const MouseEvent& event) { events.push_back(Describe("Up", event)); };
+  Pointer pointer(form);
+  pointer.MoveTo(list, QPoint(20, 30));
+  pointer.Click(Qt::RightButton);
+  pointer.MoveTo(list, QPoint(20, 100));
+  pointer.Click();
+  EXPECT_EQ(events,
+            (Events{"Up -1: button 2 shift 0 at 20,30", "Up -1: button 1 shift 0 at 20,100"}));
+}
+
+TEST_F(AListView, HasItsColoursInHeaderAndRows) {
+  EXPECT_EQ(list.BackColor(), 0x404040U);
+  EXPECT_EQ(list.ForeColor(), 0xF0E0D0U) << "the form's";
+  list.setHeaderButtons(false);
+  const QImage flat = Picture(*header.viewport());
+  EXPECT_GT(CountOf(flat, 0x404040), flat.width() * flat.height() / 2);
+}
+
+TEST_F(AListView, HasAHeaderOfRaisedButtonsAtFirstThatAnswerToAClick) {
+  EXPECT_TRUE(list.HeaderButtons());
+  Events events;
+  QObject::connect(&header, &QHeaderView::sectionPressed,
+                   [&](int column) { events.push_back("pressed " + std::to_string(column)); });
+  QObject::connect(&header, &QHeaderView::sectionClicked,
+                   [&](int column) { events.push_back("clicked " + std::to_string(column)); });
+  const QImage raised = Picture(*header.viewport());
+  Pointer pointer(form);
+  pointer.MoveTo(*header.viewport(), QPoint(10, 10));
+  pointer.Click();
+  EXPECT_EQ(events, (Events{"pressed 0", "clicked 0"}));
+  list.setHeaderButtons(false);
+  EXPECT_NE(Picture(*header.viewport()), raised);
+}
+
+TEST_F(AListView, WithAFlatHeaderShowsNeitherPressNorHoverAndCannotBeClickedThere) {
+  AddRows(2);
+  list.setHeaderButtons(false);
+  EXPECT_FALSE(list.HeaderButtons());
+  PumpOnce();
+  int clicks = 0;
+  QObject::connect(&header, &QHeaderView::sectionClicked, [&] { ++clicks; });
+  QObject::connect(&header, &QHeaderView::sectionPressed, [&] { ++clicks; });
+  Pointer pointer(form);
+  const QImage before = Picture(*header.viewport());
+  EXPECT_EQ(HeaderUnder(pointer), before);
+  pointer.Press();
+  EXPECT_EQ(HeaderUnder(pointer), before);
+  pointer.Release();
+  EXPECT_EQ(HeaderUnder(pointer), before);
+  EXPECT_EQ(clicks, 0);
+  EXPECT_EQ(list.ListItems(1).Text(), QString("1")) << "nothing was sorted";
+}
+
+TEST_F(AListView, ShowsItsHeadingsWholeInTheFlatHeader) {
+  list.setHeaderButtons(false);
+  const QImage blank = [&] {
+    QTreeWidgetItem* const headings = inside.headerItem();
+    const QString text = headings->text(1);
+    headings->setText(1, QString());
+    QImage picture = Picture(*header.viewport());
+    headings->setText(1, text);
+    return picture;
+  }();
+  EXPECT_NE(Picture(*header.viewport()), blank);
+}
+
+}  // namespace
+}  // namespace kelvane::testing
