@@ -35,7 +35,11 @@ constexpr std::pair<const char*, const char*> kOptions[] = {
     {"idle", "yes"},
     {"vo", "libmpv"},
     {"hwdec", "no"},
-    {"keepaspect", "no"},
+    // One stored pixel to one of the picture, which is cut where less of it is asked for.
+    {"video-aspect-override", "no"},
+    {"video-unscaled", "yes"},
+    {"video-align-x", "-1"},
+    {"video-align-y", "-1"},
     {"video-rotate", "no"},
     {"profile", "sw-fast"},
     {"ao", "pulse,alsa"},  // newer sound servers answer to the first as well
@@ -208,6 +212,22 @@ void PlaybackCore::TakeSize() {
   emit PictureChanged();
 }
 
+// More than can be seen now, so that a canvas that is slid about doesn't have to wait for its
+// picture.
+void PlaybackCore::setVisible(QSize visible) {
+  constexpr int kMargin = 128;
+  constexpr int kStep = 256;
+  const auto roundUp = [](int length) { return (length + kMargin + kStep - 1) / kStep * kStep; };
+  const QSize wanted(roundUp(visible.width()), roundUp(visible.height()));
+  {
+    const std::lock_guard lock(mutex_);
+    if (wanted == wanted_) return;
+    wanted_ = wanted;
+    redraw_ = true;
+  }
+  wake_.notify_one();
+}
+
 void PlaybackCore::WakeRenderer() {
   {
     const std::lock_guard lock(mutex_);
@@ -234,7 +254,7 @@ void PlaybackCore::RenderFrame() {
   QSize size;
   {
     const std::lock_guard lock(mutex_);
-    size = size_;
+    size = size_.boundedTo(wanted_);
   }
   int skips = size.isEmpty() ? 1 : 0;
   if (skips == 0 && drawing_.size() != size) drawing_ = QImage(size, QImage::Format_RGB32);
@@ -251,7 +271,7 @@ void PlaybackCore::RenderFrame() {
   if (skips != 0) return;
   {
     const std::lock_guard lock(mutex_);
-    if (size_ != size) return;
+    if (size_.boundedTo(wanted_) != size) return;
     std::swap(shown_, drawing_);
   }
   if (changeTold_.exchange(true)) return;

@@ -45,6 +45,8 @@ class PlaybackCore : public QObject {
   double Position() const { return position_; }
   double Duration() const { return duration_; }
 
+  // How much of the picture can be seen, from its top left corner: little more than that is made.
+  void setVisible(QSize visible);
   // Draws the current picture, its top left corner at (0, 0), where it lies in `region`; returns
   // the part of the region that it doesn't cover.
   QRegion Draw(QPainter& painter, const QRegion& region);
@@ -78,7 +80,8 @@ class PlaybackCore : public QObject {
   bool frameWaits_ = false;
   bool redraw_ = false;
   bool ending_ = false;
-  QSize size_;      // of the pictures to come; empty while unknown
+  QSize size_;      // of the pictures to come, whole; empty while unknown
+  QSize wanted_;    // the part of them to make, which may be larger than they are
   QImage shown_;    // null while there is none
   QImage drawing_;  // the rendering thread's alone between two swaps
   std::atomic<bool> changeTold_ = false;

@@ -4,6 +4,7 @@
 #include <QMenu>
 #include <QPaintEvent>
 #include <QPainter>
+#include <algorithm>
 
 #include "platform/Colours.h"
 #include "platform/Container.h"
@@ -77,8 +78,21 @@ std::optional<double> WindowsMediaPlayer::currentMediaDuration() const {
 void WindowsMediaPlayer::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   QRegion uncovered = event->region();
-  if (core_ != nullptr) uncovered = core_->Draw(painter, uncovered);
+  if (core_ != nullptr) {
+    core_->setVisible(VisibleExtent());
+    uncovered = core_->Draw(painter, uncovered);
+  }
   for (const QRect& part : uncovered) painter.fillRect(part, QColor(kBlack));
+}
+
+// Controls that lie over the picture don't count: they are moved about.
+QSize WindowsMediaPlayer::VisibleExtent() const {
+  QRect visible = rect();
+  for (const QWidget* box = parentWidget(); box != nullptr; box = box->parentWidget()) {
+    visible &= QRect(mapFrom(box, QPoint()), box->size());
+    if (box->isWindow()) break;
+  }
+  return {std::max(visible.right() + 1, 0), std::max(visible.bottom() + 1, 0)};
 }
 
 // Not waited for: a menu of its own loop would hold up the handler at whose DoEvents it came up.

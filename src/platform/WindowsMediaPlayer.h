@@ -65,6 +65,8 @@ class WindowsMediaPlayer : public Control {
 
  private:
   void MakeCore();
+  // Of the picture, from its top left corner to the last pixel that no box cuts off.
+  QSize VisibleExtent() const;
 
   QString url_;
   PlaybackCore* core_ = nullptr;
