@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <QImage>
 #include <chrono>
+#include <ctime>
 
 #include "platform/Form.h"
 #include "platform/PictureBox.h"
@@ -62,9 +63,18 @@ double FrameWatch::Now() {
       .count();
 }
 
+double FrameWatch::OnProcessor() {
+  timespec time{};
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+  constexpr double kMilli = 1e3;
+  constexpr double kNano = 1e-6;
+  return static_cast<double>(time.tv_sec) * kMilli + static_cast<double>(time.tv_nsec) * kNano;
+}
+
 bool FrameWatch::notify(QObject* receiver, QEvent* event) {
   const QEvent::Type type = event->type();
   const double begin = Now();
+  const double beginOnProcessor = OnProcessor();
   ++depth_;
   const bool handled = QApplication::notify(receiver, event);
   --depth_;
@@ -76,7 +86,7 @@ bool FrameWatch::notify(QObject* receiver, QEvent* event) {
       if (frames_.insert(*number).second) paintsFrame_ = true;
     }
   }
-  if (depth_ == 0) EndHandling(Now() - begin);
+  if (depth_ == 0) EndHandling(Now() - begin, OnProcessor() - beginOnProcessor);
   return handled;
 }
 
@@ -98,9 +108,12 @@ std::optional<int> FrameWatch::PaintedNumber() const {
   return number;
 }
 
-void FrameWatch::EndHandling(double took) {
+void FrameWatch::EndHandling(double took, double onProcessor) {
   busy_.handlings << took;
-  if (paintsFrame_) busy_.frames << took;
+  if (paintsFrame_) {
+    busy_.frames << took;
+    busy_.framesOnProcessor << onProcessor;
+  }
   if (movesBar_) unpaintedMove_ += took;
   if (repaints_ && unpaintedMove_ > 0) {
     busy_.moves << unpaintedMove_ + (movesBar_ ? 0 : took);

@@ -22,8 +22,10 @@ bool MakeNumberedClip(const QString& path, QSize size, int rate, int seconds);
 struct Busy {
   // Every run of handlers without a look at what else has come.
   QList<double> handlings;
-  // Those of them that painted a new picture of the video.
+  // Those of them that painted a new picture of the video, and what they took of the processor:
+  // less than by the clock where somebody else's work came in between.
   QList<double> frames;
+  QList<double> framesOnProcessor;
   // A move of a bar: its handler, and the repaint that it brought about.
   QList<double> moves;
 };
@@ -54,6 +56,8 @@ class FrameWatch : public QApplication {
 
   // Milliseconds of the clock that the watch reads.
   static double Now();
+  // Milliseconds of processor time that this thread has had.
+  static double OnProcessor();
 
   bool notify(QObject* receiver, QEvent* event) override;
 
@@ -61,7 +65,7 @@ class FrameWatch : public QApplication {
   static constexpr int kLongestWait = 10;  // ms
 
   std::optional<int> PaintedNumber() const;
-  void EndHandling(double took);
+  void EndHandling(double took, double onProcessor);
 
   const Form* form_ = nullptr;
   const WindowsMediaPlayer* player_ = nullptr;

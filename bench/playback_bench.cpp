@@ -94,6 +94,7 @@ class Playback {
     std::printf("%s at %d for 10 s, %d pictures: min, median, max\n", clip_.name, clip_.rate,
                 passed);
     PrintRow("a picture holds the thread, ms", ToVector(seen.frames));
+    PrintRow("of which it runs itself, ms", ToVector(seen.framesOnProcessor));
     PrintRow("any handling holds it, ms", ToVector(seen.handlings));
     PrintVerdict("pictures never painted", dropped, 0);
     PrintVerdict("longest hold by a picture", At(ToVector(seen.frames), 1), kLongestHold, " ms");
@@ -197,6 +198,7 @@ void Run() {
 }  // namespace
 
 int main() {
+  std::puts("To be run on a machine that does nothing else: others' work shows in every figure.");
   try {
     Run();
   } catch (const std::exception& failure) {
