@@ -158,6 +158,33 @@ TEST_F(Playing, GoesOnBeneathDraggedAndScrolledBars) {
   EXPECT_FALSE(isRed({320, 350})) << "the canvas ends here";
 }
 
+// What lies out of view isn't drawn: it must be once it comes in, without a new picture as well.
+TEST_F(Playing, ShowsThePartsOfAPausedVideoThatAreScrolledIntoView) {
+  const QSize large(1920, 1080);
+  video = program.PathOf("large.mp4");
+  ASSERT_TRUE(MakeColours(video, large, QList<QRgb>(3, 0xffff0000)));
+  ASSERT_NO_FATAL_FAILURE(OpenWindow());
+  ASSERT_NO_FATAL_FAILURE(LoadAndRun(video, large));
+  ASSERT_TRUE(WaitFor([&] { return !IsBlack(large); }));
+  window.Click(kPauseVideo);
+  ASSERT_TRUE(AwaitStill(large));
+  const QRect across = window.Place("HScroll1");
+  const QRect down = window.Place("VScroll1");
+  screen.Drag(across.topLeft() + QPoint(across.height() + 20, across.height() / 2),
+              QPoint(across.width(), 0));
+  screen.Drag(down.topLeft() + QPoint(down.width() / 2, down.width() + 20),
+              QPoint(0, down.height()));
+  // The far corner of the canvas lies at (1920 - 768, 1080 - 720).
+  const auto allShown = [&] {
+    const QImage shown = screen.Picture(QRect(window.OnCanvas({0, 0}), QSize(1147, 355)));
+    const QRgb color = shown.pixel(0, 0);
+    return qRed(color) > 200 && qBlue(color) < 50 && AllOf(shown, shown.rect(), color);
+  };
+  EXPECT_TRUE(WaitFor(allShown));
+  screen.Resize(window.Id(), QSize(1700, 1000));
+  EXPECT_TRUE(WaitFor(allShown));
+}
+
 TEST_F(Playing, GoesOnDuringAPreviewAndPausesForACrop) {
   program.ReplaceTool("ffplay", program.TalkingGate("preview"));
   program.ReplaceTool("ffmpeg", "");
