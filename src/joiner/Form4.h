@@ -2,7 +2,6 @@
 
 #include <QIcon>
 #include <cstdint>
-#include <memory>
 
 #include "media/DOSOutputs.h"
 #include "platform/App.h"
@@ -77,11 +76,11 @@ class Form4 : public Form {
 
   // The join.
   void DoTheJoin();
-  void JoinSections(DOSOutputs& runner);
+  void JoinSections(DOSOutputs& objDOS);
   void WriteListFile(const QString& path) const;
-  void TranscodeSections(DOSOutputs& runner);
-  std::shared_ptr<DOSOutputs> NewRunner();
-  static void Run(DOSOutputs& runner, const std::string& commandLine);
+  void TranscodeSections(DOSOutputs& objDOS);
+  void HearFrom(DOSOutputs& objDOS);
+  static void Run(DOSOutputs& objDOS, const std::string& commandLine);
 
   // Hover, tool tips and the context menu.
   void Label1_MouseMove(const MouseEvent& event);
@@ -95,7 +94,6 @@ class Form4 : public Form {
   void PopUpMenu() const;
 
   QIcon icon_;
-  std::shared_ptr<DOSOutputs> objDOS;
   CommonDialog CDialog{*this};
 
   // Of the file last chosen.

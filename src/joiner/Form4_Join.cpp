@@ -29,22 +29,22 @@ void WaitOneSecond() {
 
 }  // namespace
 
-// A join that comes in during the wait lets go of objDOS; this one goes on with its own.
+// A join or a section that comes in during the wait has a runner of its own.
 void Form4::DoTheJoin() {
-  const std::shared_ptr<DOSOutputs> runner = NewRunner();
+  DOSOutputs objDOS;
+  HearFrom(objDOS);
   if (Option1(TranscodeAllSections).Value()) {
-    TranscodeSections(*runner);
+    TranscodeSections(objDOS);
   } else {
-    JoinSections(*runner);
+    JoinSections(objDOS);
   }
   Label3(ProcessLine).setCaption(QStringLiteral("Process: Video Created."));
   MsgBox(QStringLiteral("Your Videos have been joined successfully."), kOKCancel | kExclamation,
          QStringLiteral("Kelvane"));
-  objDOS.reset();
 }
 
 // A cancelled dialog stops nothing: the tool is run without a name for its output.
-void Form4::JoinSections(DOSOutputs& runner) {
+void Form4::JoinSections(DOSOutputs& objDOS) {
   CDialog.DialogTitle = QStringLiteral("Save Video As");
   CDialog.FileName.clear();
   CDialog.Filter = QStringLiteral("MP4 File (*.mp4)|*.mp4");
@@ -58,7 +58,7 @@ void Form4::JoinSections(DOSOutputs& runner) {
   WriteListFile(FromNarrow(ListFile));
   WaitOneSecond();
   if (Option1(NoTranscode).Value())
-    Run(runner, JoinCommandLine(tools, ListFile, ToNarrow(OutputFile)));
+    Run(objDOS, JoinCommandLine(tools, ListFile, ToNarrow(OutputFile)));
 }
 
 // Removed sections have their lines as well. What can't be written leaves what is there.
@@ -73,7 +73,7 @@ void Form4::WriteListFile(const QString& path) const {
 }
 
 // From now on no section comes in any more. The mode ends with the transport streams.
-void Form4::TranscodeSections(DOSOutputs& runner) {
+void Form4::TranscodeSections(DOSOutputs& objDOS) {
   TranscodeLock = true;
   const std::string tools = ToolsFolder(App::Path());
   for (int i = 0; i < List1.ListCount(); ++i) {
@@ -82,34 +82,32 @@ void Form4::TranscodeSections(DOSOutputs& runner) {
     const QString SectionPath = Trim(List1.List(i));
     const QString SectionFolder = FolderOf(SectionPath);
     if (SectionFolder.isEmpty()) continue;
-    Run(runner, TransportStreamCommandLine(tools, ToNarrow(SectionPath),
+    Run(objDOS, TransportStreamCommandLine(tools, ToNarrow(SectionPath),
                                            ToNarrow(SectionFolder + IntermediateName(i + 1))));
   }
   // Composed and dropped: nothing takes it up.
   static_cast<void>(ConcatListText(List1.ListCount()));
 }
 
-std::shared_ptr<DOSOutputs> Form4::NewRunner() {
+void Form4::HearFrom(DOSOutputs& objDOS) {
   // The tools print the word and its value one after the other; a handler that looks at one block
   // alone must find them together.
   constexpr std::chrono::milliseconds kQuiet{20};
-  objDOS = std::make_shared<DOSOutputs>();
-  objDOS->GatherBlocks(kQuiet);
+  objDOS.GatherBlocks(kQuiet);
   // A tool whose text can't be kept must still run to its end.
-  objDOS->ReceiveOutputs = [this](const std::string& block) {
+  objDOS.ReceiveOutputs = [this](const std::string& block) {
     try {
       objDOS_ReceiveOutputs(block);
     } catch (const std::exception&) {
     }
   };
-  return objDOS;
 }
 
 // The command goes on after a run that fails as after any other.
-void Form4::Run(DOSOutputs& runner, const std::string& commandLine) {
+void Form4::Run(DOSOutputs& objDOS, const std::string& commandLine) {
   try {
-    runner.setCommandLine(commandLine);
-    runner.ExecuteCommand();
+    objDOS.setCommandLine(commandLine);
+    objDOS.ExecuteCommand();
   } catch (const std::exception&) {
   }
 }

@@ -19,9 +19,9 @@ constexpr float kStripFontSize = 8;  // points
 }  // namespace
 
 void Form4::GetVideoData() {
-  const std::shared_ptr<DOSOutputs> runner = NewRunner();
-  Run(*runner, DurationProbeCommandLine(ToolsFolder(App::Path()), ToNarrow(FileShortPath)));
-  objDOS.reset();
+  DOSOutputs objDOS;
+  HearFrom(objDOS);
+  Run(objDOS, DurationProbeCommandLine(ToolsFolder(App::Path()), ToNarrow(FileShortPath)));
 }
 
 // Hears every tool of this window: a join's own blocks make sections too. Only the one block is

@@ -20,13 +20,20 @@ class ListView::Header : public QHeaderView {
  public:
   Header() : QHeaderView(Qt::Horizontal) {
     setSectionsMovable(false);
-    setStretchLastSection(true);
     setDefaultSectionSize(kColumnWidth);
     setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     setContextMenuPolicy(Qt::NoContextMenu);
   }
 
  protected:
+  // What no column covers.
+  void paintEvent(QPaintEvent* event) override {
+    QHeaderView::paintEvent(event);
+    if (sectionsClickable()) return;
+    const QRect bare(length() - offset(), 0, viewport()->width(), height());
+    QPainter(viewport()).fillRect(bare, palette().color(QPalette::Base));
+  }
+
   void paintSection(QPainter* painter, const QRect& place, int column) const override {
     if (sectionsClickable()) {
       QHeaderView::paintSection(painter, place, column);

@@ -365,16 +365,5 @@ TEST_F(Transcoding, AJoinInTheOtherModeBehindItRunsAndItsBlocksMakeNoSections) {
   EXPECT_EQ(Rows().size(), 3U);
 }
 
-TEST_F(Transcoding, ANewLoadOfTheWindowOpensTheLock) {
-  TranscodeAll();
-  form_->Unload();
-  form_ = std::make_unique<Form4>();
-  form_->Load();
-  form_->Show();
-  EXPECT_EQ(PathsListed(), Texts{});
-  AddSectionOf("a.mp4", "00:10:00.00");
-  EXPECT_EQ(Rows(), Texts{"1 | a.mp4 | 600"});
-}
-
 }  // namespace
 }  // namespace kelvane::testing

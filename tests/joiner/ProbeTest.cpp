@@ -1,4 +1,6 @@
 // What a section's probe makes of the tool's words: width, column and totals.
+#include <QApplication>
+#include <QEvent>
 #include <QLocale>
 
 #include "joiner/JoinerWindowTest.h"
@@ -110,6 +112,47 @@ TEST_F(Probe, TheScratchBoxHoldsTheLastBlockAlone) {
   tools_.DurationProbeDoes(Print("one\n") + gate.Wait() + Print("two\n"));
   Add(tools_.File("a.mp4"));
   EXPECT_EQ(blocks, (Texts{"one\n", "two\n", ""}));
+}
+
+// So much later that they would be read one by one; and once in five times they aren't torn apart
+// by a machine that is busy.
+TEST_F(Probe, AWordAndItsValueThatAreWrittenShortlyAfterEachOtherMakeOneSection) {
+  tools_.DurationProbeDoes(
+      "printf '  Duration: '; sleep 0.005; printf '00:00:40.00, start: 0\\n'\n");
+  bool together = false;
+  for (int attempt = 0; attempt < 5 && !together; ++attempt) {
+    Add(tools_.File("a.mp4"));
+    together = QString::fromStdString(Rows().back()).endsWith(" | a.mp4 | 40");
+  }
+  EXPECT_TRUE(together);
+}
+
+// Counts the paint events of the control of that name.
+class PaintsOf : public QObject {
+ public:
+  explicit PaintsOf(const QString& name) : name_(name) { qApp->installEventFilter(this); }
+  int Count() const { return count_; }
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Paint && watched->objectName() == name_) ++count_;
+    return false;
+  }
+
+ private:
+  QString name_;
+  int count_ = 0;
+};
+
+TEST_F(Probe, AStripIsPaintedWhileTheToolStillRuns) {
+  const PaintsOf paints(QStringLiteral("Picture2(2)"));
+  const Gate gate(tools_);
+  int atTheSecondBlock = -1;
+  Get<TextBox>("Text1").Change = [&](int) {
+    if (Get<TextBox>("Text1").Text().startsWith("end")) atTheSecondBlock = paints.Count();
+    gate.Open();
+  };
+  tools_.DurationProbeDoes(Print(DurationText("00:10:00.00")) + gate.Wait() + Print("end\n"));
+  Add(tools_.File("a.mp4"));
+  EXPECT_EQ(atTheSecondBlock, 1);
 }
 
 // What the tool says in several blocks.

@@ -63,6 +63,7 @@ TEST_F(Sections, AShortSectionHasAStripThatCannotBeSeenAndTheNextOneBeginsAtTheS
   AddSectionOf("b.mp4", "00:00:04.00");
   AddSectionOf("c.mp4", "00:05:00.00");
   EXPECT_EQ(Strips(), (Texts{"1,1 60x17", "61,21 0x17", "61,41 30x17"}));
+  EXPECT_EQ(Strip(3).width(), 0) << "on the screen as well: nothing to hover or to click";
 }
 
 TEST_F(Sections, AStripIsGreenWithItsNumberInWhite) {
@@ -203,6 +204,13 @@ TEST_F(Removing, AfterAFileWithoutADurationHitsThePathBeforeTheStripsOwn) {
   EXPECT_EQ(Details(3), " Deleted Section ");
   EXPECT_EQ(PathsListed(), (Texts{InFolder("none.txt").toStdString(), " Deleted Section ",
                                   InFolder("b.mp4").toStdString()}));
+}
+
+TEST_F(Removing, OfAStripThatHasNoPathLeavesThePathsThatThereAre) {
+  const QString file =
+      AddPrinting("a.mp4", DurationText("00:10:00.00") + "  Duration: 00:05:00.00, start\n");
+  Remove(2);
+  EXPECT_EQ(PathsListed(), Texts{" Deleted Section "});
 }
 
 TEST_F(Removing, NeitherTheLeftNorTheMiddleButtonMeansAStrip) {
