@@ -79,6 +79,8 @@ void Form4::TranscodeSections(DOSOutputs& objDOS) {
   for (int i = 0; i < List1.ListCount(); ++i) {
     Label3(ProcessLine)
         .setCaption(QStringLiteral("Process: Transcoding Video ") + FormatDigits(i, 2));
+    // Nothing is served before the next one.
+    Label3(ProcessLine).repaint();
     const QString SectionPath = Trim(List1.List(i));
     const QString SectionFolder = FolderOf(SectionPath);
     if (SectionFolder.isEmpty()) continue;

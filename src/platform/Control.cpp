@@ -123,6 +123,12 @@ void Control::FillWith(QWidget* stockWidget) {
   stockWidget_ = stockWidget;
   stockWidget_->setParent(this);
   stockWidget_->setGeometry(rect());
+  // A menu of the toolkit's would serve the queue, and hold up the handler at whose DoEvents it
+  // came up.
+  stockWidget_->setContextMenuPolicy(Qt::NoContextMenu);
+  for (QWidget* part : stockWidget_->findChildren<QWidget*>()) {
+    part->setContextMenuPolicy(Qt::NoContextMenu);
+  }
 }
 
 // A control without a tip of its own would ask its container for one.

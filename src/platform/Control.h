@@ -89,7 +89,7 @@ class Control : public QWidget {
   // Where in the widget X and Y begin.
   virtual QPoint MouseOrigin() const { return {}; }
   // Makes a stock widget of the toolkit the whole inside of this control. The mouse is that
-  // widget's; the control gets what it leaves.
+  // widget's; the control gets what it leaves. Neither it nor a part of it has a context menu.
   void FillWith(QWidget* stockWidget);
 
   bool event(QEvent* event) override;

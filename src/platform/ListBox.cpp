@@ -22,8 +22,6 @@ class ListBox::Lines : public QListWidget {
     setHorizontalScrollMode(ScrollPerPixel);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
     setTextElideMode(Qt::ElideNone);
-    // Its menu would serve the queue, and hold up the handler at whose DoEvents it came up.
-    setContextMenuPolicy(Qt::NoContextMenu);
   }
 
   int extent() const { return extent_; }

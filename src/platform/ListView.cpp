@@ -22,7 +22,6 @@ class ListView::Header : public QHeaderView {
     setSectionsMovable(false);
     setDefaultSectionSize(kColumnWidth);
     setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-    setContextMenuPolicy(Qt::NoContextMenu);
   }
 
  protected:
@@ -62,7 +61,6 @@ class ListView::Table : public QTreeWidget {
     setItemsExpandable(false);
     setUniformRowHeights(true);
     setAllColumnsShowFocus(true);
-    setContextMenuPolicy(Qt::NoContextMenu);
   }
 
  protected:

@@ -47,7 +47,6 @@ void TextBox::MakeLine() {
   line_->setFrame(false);
   const int margin = bordered_ ? Border::kWidth : 0;
   line_->setTextMargins(margin, 0, margin, 0);
-  line_->setContextMenuPolicy(Qt::NoContextMenu);
   line_->setFocusPolicy(Qt::ClickFocus);
   QPalette colours = line_->palette();
   colours.setColor(QPalette::Base, QColor(kDark));

@@ -126,7 +126,7 @@ QString FormatDigits(double number, int leastDigits) {
 }
 
 QString Trim(const QString& text) {
-  static const QRegularExpression blanksRound(QStringLiteral("^ +| +$"));
+  static const QRegularExpression blanksRound(QStringLiteral("^ +| +\\z"));
   return QString(text).remove(blanksRound);
 }
 

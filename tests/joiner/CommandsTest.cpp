@@ -200,12 +200,14 @@ TEST_F(SavingTheList, UnderANameThatCannotBeWrittenSaysNothing) {
 }
 
 TEST_F(SavingTheList, DoesNothingWhereTheDialogIsCancelled) {
-  AddSectionOf("a.mp4", "00:10:00.00");
+  const QString video = AddSectionOf("a.mp4", "00:10:00.00");
+  const std::string content = ContentOf(video);
   const QDir folder(tools_.Path());
   const QStringList before = folder.entryList(QDir::Files);
   const DialogAnswers answers({CancelDialog()});
   Give(SaveVideoFileList);
   EXPECT_EQ(folder.entryList(QDir::Files), before);
+  EXPECT_EQ(ContentOf(video), content) << "the file last chosen is not the list's";
 }
 
 TEST_F(SavingTheList, StillWorksOnceSectionsHaveBeenTranscoded) {

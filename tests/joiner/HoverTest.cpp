@@ -116,6 +116,42 @@ TEST_F(JoinerHover, TheStepsOfAStripComeInTheirOrder) {
   EXPECT_EQ(order, Texts{"row 3, path 2, tip    Video Index: 03 Title: c.mp4   , frame hidden"});
 }
 
+TEST_F(JoinerHover, OfAStripMovesTheFocusBeforeItSaysWhatItIs) {
+  AddThree();
+  form_->activateWindow();
+  ASSERT_TRUE(PumpUntil([&] { return form_->isActiveWindow(); }));
+  MoveOverChart();
+  const float width = Get<Shape>("Shape8").Width();
+  int told = 0;
+  Get<Label>("Label3", VideoDetails).Change = [&](int) {
+    ++told;
+    EXPECT_TRUE(Table().isAncestorOf(QApplication::focusWidget()));
+    EXPECT_EQ(Get<Shape>("Shape8").Width(), width);
+  };
+  MoveOverStrip(3);
+  EXPECT_EQ(told, 1);
+}
+
+TEST_F(JoinerHover, OfTheChartHidesTheFramesAndTakesTheFocusBeforeItClearsTheDetails) {
+  AddThree();
+  form_->activateWindow();
+  ASSERT_TRUE(PumpUntil([&] { return form_->isActiveWindow(); }));
+  MovePointerOver(Get<Label>("Label1", JoinAllSections));
+  MoveOverStrip(3);
+  const float width = Get<Shape>("Shape8").Width();
+  int told = 0;
+  Get<Label>("Label3", VideoDetails).Change = [&](int) {
+    ++told;
+    EXPECT_EQ(Frame("Shape1"), "hidden");
+    EXPECT_EQ(Frame("Shape3"), "hidden");
+    EXPECT_EQ(QApplication::focusWidget(), &Get<PictureBox>("Picture1", Chart));
+    EXPECT_EQ(Get<Shape>("Shape8").Width(), width);
+    EXPECT_EQ(Paths().ListIndex(), 1);
+  };
+  MoveOverChart();
+  EXPECT_EQ(told, 1);
+}
+
 TEST_F(JoinerHover, TheChartClearsItAllButTheTablesSelection) {
   AddThree();
   MoveOverStrip(3);
@@ -128,13 +164,21 @@ TEST_F(JoinerHover, TheChartClearsItAllButTheTablesSelection) {
   EXPECT_EQ(SelectedRow(), 2);
 }
 
-TEST_F(JoinerHover, TheFrameAndTheViewportRoundTheChartDoNothing) {
+TEST_F(JoinerHover, WhatIsNeitherAStripNorTheChartLeavesTheDetailsOnShow) {
   AddThree();
   MoveOverStrip(3);
-  MovePointerOver(Get<PictureBox>("Picture1", ChartFrame));
-  MovePointerOver(Get<PictureBox>("Picture1", ChartViewport));
-  EXPECT_EQ(Frame("Shape3"), "60,20 62x19");
-  EXPECT_EQ(Paths().ListIndex(), 1);
+  const std::string details = Shown(VideoDetails);
+  const float width = Get<Shape>("Shape8").Width();
+  for (const char* name :
+       {"Picture1(0)", "Picture1(1)", "Picture3", "Picture5", "ListView1", "List1", "Label1(0)",
+        "Label1(1)", "Label1(2)", "Option1(0)", "Option1(1)"}) {
+    MovePointerOver(Get<Control>(name));
+    EXPECT_EQ(Frame("Shape3"), "60,20 62x19") << name;
+    EXPECT_EQ(Paths().ListIndex(), 1) << name;
+    EXPECT_EQ(SelectedRow(), 2) << name;
+    EXPECT_EQ(Shown(VideoDetails), details) << name;
+    EXPECT_EQ(Get<Shape>("Shape8").Width(), width) << name;
+  }
 }
 
 TEST_F(JoinerHover, ARemovedSectionSaysSo) {

@@ -5,6 +5,7 @@
 #include <QFileInfo>
 
 #include "joiner/JoinerWindowTest.h"
+#include "joiner/PaintsOf.h"
 #include "platform/App.h"
 #include "support/AllocationFailure.h"
 
@@ -207,6 +208,16 @@ TEST_F(Joining, ServesTheWindowsOnceBeforeTheCaptionOfTheJoin) {
   EXPECT_EQ(served, "Process: Creating List Index");
 }
 
+TEST_F(Joining, ServesTheWindowsAgainAndAgainDuringTheWait) {
+  int served = 0;
+  std::function<void()> again = [&] {
+    if (++served < 10) AtNextDoEvents(again);
+  };
+  DuringTheWait(again);
+  JoinTo("/tmp/all.mp4");
+  EXPECT_EQ(served, 10);
+}
+
 TEST_F(Joining, TheCommandsWorkDuringTheWait) {
   AddThree();
   DuringTheWait([&] { Remove(2); });
@@ -347,6 +358,16 @@ TEST_F(Transcoding, LocksTheListAndIgnoresWhatTheToolsPrint) {
   EXPECT_EQ(Shown(TotalDurationSeconds), "01,800");
 }
 
+TEST_F(Transcoding, PaintsEachOfItsCaptions) {
+  AddThree();
+  PumpOnce();
+  const PaintsOf paints(QStringLiteral("Label3(6)"));
+  std::vector<int> painted;
+  Get<Label>("Label3", ProcessLine).Change = [&](int) { painted.push_back(paints.Count()); };
+  TranscodeAll();
+  EXPECT_EQ(painted, (std::vector<int>{0, 0, 1, 2, 3})) << "before each caption";
+}
+
 TEST_F(Transcoding, DoesNotServeTheWindowsWhileTheToolsRun) {
   AddThree();
   Texts seen;
@@ -363,6 +384,9 @@ TEST_F(Transcoding, AJoinInTheOtherModeBehindItRunsAndItsBlocksMakeNoSections) {
   EXPECT_EQ(JoinTo("/tmp/all.mp4"), (Texts{"Save Video As", kSuccess}));
   EXPECT_EQ(RunsOf("ffmpeg").back(), CopyRun("/tmp/all.mp4"));
   EXPECT_EQ(Rows().size(), 3U);
+  const DialogAnswers none({});
+  Give(AddVideoSection);
+  EXPECT_EQ(Paths().ListCount(), 3) << "no section comes in any more";
 }
 
 }  // namespace

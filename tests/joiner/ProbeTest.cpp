@@ -1,9 +1,8 @@
 // What a section's probe makes of the tool's words: width, column and totals.
-#include <QApplication>
-#include <QEvent>
 #include <QLocale>
 
 #include "joiner/JoinerWindowTest.h"
+#include "joiner/PaintsOf.h"
 #include "shared/SharedValues.h"
 
 namespace kelvane::testing {
@@ -126,21 +125,6 @@ TEST_F(Probe, AWordAndItsValueThatAreWrittenShortlyAfterEachOtherMakeOneSection)
   }
   EXPECT_TRUE(together);
 }
-
-// Counts the paint events of the control of that name.
-class PaintsOf : public QObject {
- public:
-  explicit PaintsOf(const QString& name) : name_(name) { qApp->installEventFilter(this); }
-  int Count() const { return count_; }
-  bool eventFilter(QObject* watched, QEvent* event) override {
-    if (event->type() == QEvent::Paint && watched->objectName() == name_) ++count_;
-    return false;
-  }
-
- private:
-  QString name_;
-  int count_ = 0;
-};
 
 TEST_F(Probe, AStripIsPaintedWhileTheToolStillRuns) {
   const PaintsOf paints(QStringLiteral("Picture2(2)"));

@@ -165,6 +165,10 @@ TEST_F(AListBox, LetsTheUserSelectALineAndHasNoMenuOfItsOwn) {
   EXPECT_EQ(list.ListIndex(), 1);
   pointer.Click(Qt::RightButton);
   EXPECT_EQ(inside.findChild<QMenu*>(), nullptr);
+  for (QScrollBar* bar : {inside.horizontalScrollBar(), inside.verticalScrollBar()}) {
+    EXPECT_EQ(bar->contextMenuPolicy(), Qt::NoContextMenu);
+    EXPECT_EQ(bar->parentWidget()->contextMenuPolicy(), Qt::NoContextMenu);
+  }
 }
 
 }  // namespace

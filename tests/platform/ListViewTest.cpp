@@ -186,5 +186,11 @@ TEST_F(AListView, ShowsItsHeadingsWholeInTheFlatHeader) {
   EXPECT_NE(Picture(*header.viewport()), blank);
 }
 
+TEST_F(AListView, HasNoMenuOfItsOwn) {
+  for (const QWidget* part : inside.findChildren<QWidget*>()) {
+    EXPECT_EQ(part->contextMenuPolicy(), Qt::NoContextMenu) << part->metaObject()->className();
+  }
+}
+
 }  // namespace
 }  // namespace kelvane::testing

@@ -258,6 +258,7 @@ TEST_F(NumberText, BlanksAloneAreTrimmedAndAtTheEndsAlone) {
   EXPECT_EQ(Trim("   ").toStdString(), "");
   EXPECT_EQ(Trim("").toStdString(), "");
   EXPECT_EQ(Trim(" \ta\n ").toStdString(), "\ta\n");
+  EXPECT_EQ(Trim("a \n").toStdString(), "a \n");
 }
 
 }  // namespace
