@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Sets up, builds and runs the tests. Without an argument: all of them.
-#   ./test.sh quick     those that need no display server
+#   ./test.sh quick     those that need no display server and no minutes
 #   ./test.sh asan      all of them, with AddressSanitizer and UndefinedBehaviorSanitizer
 #   ./test.sh coverage  all of them, with coverage counters left beside the objects
 set -euo pipefail
@@ -12,7 +12,7 @@ preset=release
 chosen=()
 case "$#:${1:-}" in
   0:) ;;
-  1:quick) chosen=(--label-exclude desktop) ;;
+  1:quick) chosen=(--label-exclude '^(desktop|long)$') ;;
   1:asan | 1:coverage) preset=$1 ;;
   *) fail "usage: ./test.sh [quick | asan | coverage]" ;;
 esac
