@@ -1,6 +1,8 @@
 #include "platform/Control.h"
 
+#include <QHelpEvent>
 #include <QMouseEvent>
+#include <QToolTip>
 #include <algorithm>
 #include <cmath>
 
@@ -38,6 +40,11 @@ int ShiftOf(Qt::KeyboardModifiers modifiers) {
 int IndexOf(const QString& name) {
   const qsizetype open = name.indexOf(QLatin1Char('('));
   return open < 0 ? -1 : name.mid(open + 1, name.size() - open - 2).toInt();
+}
+
+// The markup that shows a text letter for letter, blanks and line breaks as well.
+QString AsItStands(const QString& text) {
+  return QStringLiteral("<p style='white-space:pre'>%1</p>").arg(text.toHtmlEscaped());
 }
 
 }  // namespace
@@ -131,9 +138,14 @@ void Control::FillWith(QWidget* stockWidget) {
   }
 }
 
-// A control without a tip of its own would ask its container for one.
+// A control without a tip of its own would ask its container for one, and the toolkit takes a tip
+// that looks like markup for such.
 bool Control::event(QEvent* event) {
-  return (event->type() == QEvent::ToolTip && toolTip().isEmpty()) || QWidget::event(event);
+  if (event->type() != QEvent::ToolTip) return QWidget::event(event);
+  if (!toolTip().isEmpty()) {
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), AsItStands(toolTip()), this);
+  }
+  return true;
 }
 
 void Control::resizeEvent(QResizeEvent* event) {

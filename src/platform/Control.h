@@ -65,7 +65,8 @@ class Control : public QWidget {
   // Labels, shapes and lines have no window of their own: they lie behind the controls that have.
   virtual bool Windowless() const { return false; }
 
-  // The text that is shown beside a pointer that rests on the control; none if empty.
+  // The text that is shown, as it stands, beside a pointer that rests on the control; none if
+  // empty.
   QString ToolTipText() const { return toolTip(); }
   void setToolTipText(const QString& text) { setToolTip(text); }
 

@@ -2,7 +2,6 @@
 #include <gtest/gtest.h>
 
 #include <QMouseEvent>
-#include <QToolTip>
 #include <utility>
 
 #include "platform/Label.h"
@@ -183,19 +182,6 @@ TEST(AHiddenControl, LeavesTheMouseToWhatLiesBehind) {
   pointer.MoveTo(form, {5, 6});
   EXPECT_EQ(front, Events{});
   EXPECT_EQ(behind, Events{"Move -1: button 0 shift 0 at 5,6"});
-}
-
-TEST(AToolTip, OfTheControlItselfIsShown) {
-  TestForm form(
-      {{.name = "Box", .controlClass = ControlClass::kPictureBox, .place = {0, 0, 750, 750}}});
-  form.Open();
-  auto& box = form.Find<PictureBox>("Box");
-  box.setToolTip(QStringLiteral("The box's tip"));
-  Pointer pointer(form);
-  pointer.MoveTo(box, {5, 6});
-  pointer.Rest();
-  EXPECT_EQ(QToolTip::text(), QStringLiteral("The box's tip"));
-  QToolTip::hideText();
 }
 
 }  // namespace

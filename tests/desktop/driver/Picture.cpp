@@ -63,6 +63,7 @@ bool ShowsTip(const QImage& picture, const QString& text) {
   const QImage tip = picture.copy(Extent(picture, picture.rect(), background));
   if (tip.isNull()) return false;
   QLabel label(text);
+  label.setTextFormat(Qt::PlainText);
   label.setFont(QToolTip::font());
   label.setPalette(palette);
   label.setAutoFillBackground(true);
