@@ -10,15 +10,11 @@ namespace {
 // By which the right bar reaches down over its corner with the base bar.
 constexpr float kRightBarOverlap = 5;
 
-void TakeWhole(std::int16_t& value, float number) {
-  if (const auto whole = ToInteger16(number)) value = *whole;
-}
-
 }  // namespace
 
 void Form1::Picture2_MouseDown(const MouseEvent& event) {
-  TakeWhole(DragStartX, event.X);
-  TakeWhole(DragStartY, event.Y);
+  DragStartX = ToInteger16(event.X).value_or(DragStartX);
+  DragStartY = ToInteger16(event.Y).value_or(DragStartY);
 }
 
 void Form1::Picture2_MouseMove(const MouseEvent& event) {

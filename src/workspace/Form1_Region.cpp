@@ -4,29 +4,20 @@
 #include "workspace/Form1.h"
 
 namespace kelvane {
-namespace {
-
-void TakeWhole(std::int32_t& value, float number) {
-  if (const auto whole = ToInteger32(number)) value = *whole;
-}
-
-}  // namespace
 
 void Form1::Timer2_Timer() {
   Label1(RegionLeft).setCaption(FormatGrouped(Picture2(LeftBar).Left()));
   Label1(RegionTop).setCaption(FormatGrouped(Picture2(TopBar).Top()));
-  std::int32_t width = 0;
-  std::int32_t height = 0;
-  TakeWhole(width, Picture2(RightBar).Left() - Picture2(LeftBar).Left());
-  TakeWhole(height, Picture2(BaseBar).Top() - Picture2(TopBar).Top());
-  Label1(RegionWidth).setCaption(FormatGrouped(width));
-  Label1(RegionHeight).setCaption(FormatGrouped(height));
+  const auto width = ToInteger32(Picture2(RightBar).Left() - Picture2(LeftBar).Left());
+  const auto height = ToInteger32(Picture2(BaseBar).Top() - Picture2(TopBar).Top());
+  Label1(RegionWidth).setCaption(FormatGrouped(width.value_or(0)));
+  Label1(RegionHeight).setCaption(FormatGrouped(height.value_or(0)));
   Label1(RegionRight).setCaption(FormatGrouped(Picture2(RightBar).Left()));
   Label1(RegionBase).setCaption(FormatGrouped(Picture2(BaseBar).Top()));
-  TakeWhole(CropWidth, Picture2(RightBar).Left() - Picture2(LeftBar).Left());
-  TakeWhole(CropHeight, Picture2(BaseBar).Top() - Picture2(TopBar).Top());
-  TakeWhole(CropLeft, Picture2(LeftBar).Left());
-  TakeWhole(CropTop, Picture2(TopBar).Top());
+  CropWidth = width.value_or(CropWidth);
+  CropHeight = height.value_or(CropHeight);
+  CropLeft = ToInteger32(Picture2(LeftBar).Left()).value_or(CropLeft);
+  CropTop = ToInteger32(Picture2(TopBar).Top()).value_or(CropTop);
 }
 
 void Form1::ResetBars() {
