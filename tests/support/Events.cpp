@@ -91,8 +91,8 @@ void AtNextDoEvents(std::function<void()> step) {
   QCoreApplication::postEvent(new StepReceiver(std::move(step)), new QEvent(QEvent::User));
 }
 
-void MovePointerOver(QWidget& widget) {
-  Send(widget, QEvent::MouseMove, Qt::NoButton, Qt::NoButton);
+void MovePointerOver(QWidget& widget, Qt::MouseButtons held) {
+  Send(widget, QEvent::MouseMove, Qt::NoButton, held);
 }
 
 void Press(QWidget& widget, Qt::MouseButton button) {

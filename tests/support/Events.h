@@ -46,7 +46,7 @@ void Tick(Timer& timer);
 void AtNextDoEvents(std::function<void()> step);
 
 // What the pointer does, in the widget's middle.
-void MovePointerOver(QWidget& widget);
+void MovePointerOver(QWidget& widget, Qt::MouseButtons held = Qt::NoButton);
 void Press(QWidget& widget, Qt::MouseButton button = Qt::LeftButton);
 void Release(QWidget& widget, Qt::MouseButton button = Qt::LeftButton);
 void Click(QWidget& widget, Qt::MouseButton button = Qt::LeftButton);

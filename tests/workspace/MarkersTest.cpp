@@ -183,6 +183,18 @@ TEST_F(Markers, APressAndAReleaseWithoutAMoveOnlyStartTheTimer) {
   EXPECT_TRUE(Get<Timer>("Timer1").Enabled());
 }
 
+TEST_F(Markers, AReleaseOfAnyButtonOverAnyBarStartsTheTimer) {
+  LoadVideoOf(640, 360);
+  auto& recovery = Get<Timer>("Timer1");
+  for (const MarkerBar bar : {LeftBar, TopBar, RightBar, BaseBar}) {
+    for (const int button : {kLeftButton, kRightButton, kMiddleButton}) {
+      recovery.setEnabled(false);
+      Bar(bar).MouseUp(At(bar, button, 2, 3));
+      EXPECT_TRUE(recovery.Enabled()) << "bar " << bar << ", button " << button;
+    }
+  }
+}
+
 class MarkersIgnore : public Markers, public ::testing::WithParamInterface<int> {};
 
 TEST_P(MarkersIgnore, AMoveWithTheseButtons) {
@@ -271,8 +283,8 @@ TEST_F(Markers, ASecondAfterAReleaseThePointersShapeIsPutBackOnce) {
 
 class PositionTip : public Markers {
  protected:
-  void MoveOver(WorkspaceBox box, float x, float y) const {
-    Get<PictureBox>("Picture1", box).MouseMove(At(box, kNoButton, x, y));
+  void MoveOver(WorkspaceBox box, float x, float y, int buttons = kNoButton) const {
+    Get<PictureBox>("Picture1", box).MouseMove(At(box, buttons, x, y));
   }
   std::string Tip(WorkspaceBox box) const {
     return Get<PictureBox>("Picture1", box).ToolTipText().toStdString();
@@ -295,6 +307,17 @@ TEST_F(PositionTip, UndoesTheScrollingDownwardsAndNotTheScrollingAcross) {
   EXPECT_EQ(Tip(CanvasBox), "Horizontal Position: 120 pixels Vertical Position: 40 pixels");
   MoveOver(ViewportBox, 7, 0);
   EXPECT_EQ(Tip(ViewportBox), "Horizontal Position: 7 pixels Vertical Position: 30 pixels");
+}
+
+TEST_F(PositionTip, IsToldWhateverButtonsAreHeld) {
+  LoadVideoOf(640, 360);
+  Get<VScrollBar>("VScroll1").setValue(3);
+  for (const int buttons : {1, 2, 1 + 2}) {
+    MoveOver(CanvasBox, 0, 0);
+    MoveOver(CanvasBox, 120, 10, buttons);
+    EXPECT_EQ(Tip(CanvasBox), "Horizontal Position: 120 pixels Vertical Position: 40 pixels")
+        << buttons;
+  }
 }
 
 TEST_F(PositionTip, IsShownByTheViewportAndTheCanvasAlone) {

@@ -2,7 +2,6 @@
 #include <QAction>
 #include <QDesktopServices>
 #include <QLineEdit>
-#include <QMouseEvent>
 #include <QSlider>
 #include <QUrl>
 #include <algorithm>
@@ -231,12 +230,20 @@ TEST_F(Light, PressingReleasingAndLeavingTheWindowLeaveItLit) {
 }
 
 TEST_F(Light, MovingWithAButtonHeldLightsAndPutsOutAsWell) {
-  auto& command = Get<Label>("Label14", 1);
-  const QPointF place(1, 1);
-  QMouseEvent move(QEvent::MouseMove, place, command.mapToGlobal(place), Qt::NoButton,
-                   Qt::RightButton, Qt::NoModifier);
-  QApplication::sendEvent(&command, &move);
-  EXPECT_EQ(Lit(), "1");
+  std::vector<QWidget*> puttingOut = {&Window()};
+  for (int box = FrameBox; box <= HolderBox; ++box) {
+    puttingOut.push_back(&Get<PictureBox>("Picture1", box));
+  }
+  for (const Qt::MouseButtons held :
+       {Qt::MouseButtons(Qt::LeftButton), Qt::MouseButtons(Qt::RightButton),
+        Qt::LeftButton | Qt::RightButton}) {
+    for (QWidget* ground : puttingOut) {
+      MovePointerOver(Get<Label>("Label14", 1), held);
+      EXPECT_EQ(Lit(), "1");
+      MovePointerOver(*ground, held);
+      EXPECT_EQ(Lit(), "") << ground->objectName().toStdString() << ", buttons " << held;
+    }
+  }
 }
 
 class WebPages : public MainWindowTest {};
