@@ -2,6 +2,8 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <optional>
+#include <vector>
 
 #include "platform/PictureBox.h"
 #include "platform/Screen.h"
@@ -11,13 +13,32 @@
 namespace kelvane::testing {
 namespace {
 
-TEST(TheScreen, KnowsThePointerThatItWasGiven) {
+struct PointerAndShape {
+  MousePointer pointer;
+  std::optional<Qt::CursorShape> shape;  // over every window; none leaves it to the controls
+};
+
+std::optional<Qt::CursorShape> ShapeOverEveryWindow() {
+  const QCursor* cursor = QGuiApplication::overrideCursor();
+  return cursor == nullptr ? std::nullopt : std::optional(cursor->shape());
+}
+
+TEST(TheScreen, KnowsAndShowsThePointerThatItWasGiven) {
   EXPECT_EQ(Screen::Pointer(), MousePointer::kDefault);
-  for (const MousePointer pointer :
-       {MousePointer::kSizeWestEast, MousePointer::kArrow, MousePointer::kHourglass,
-        MousePointer::kSizeNorthSouth, MousePointer::kDefault}) {
+  EXPECT_EQ(ShapeOverEveryWindow(), std::nullopt);
+  const std::vector<PointerAndShape> cases = {
+      {MousePointer::kSizeWestEast, Qt::SizeHorCursor},
+      {MousePointer::kArrow, Qt::ArrowCursor},
+      {MousePointer::kDefault, std::nullopt},
+      {MousePointer::kHourglass, Qt::WaitCursor},
+      {MousePointer::kSizeNorthSouth, Qt::SizeVerCursor},
+      {MousePointer::kDefault, std::nullopt},
+      {MousePointer::kDefault, std::nullopt},
+  };
+  for (const auto& [pointer, shape] : cases) {
     Screen::setMousePointer(pointer);
     EXPECT_EQ(Screen::Pointer(), pointer);
+    EXPECT_EQ(ShapeOverEveryWindow(), shape) << static_cast<int>(pointer);
   }
 }
 
