@@ -25,6 +25,11 @@ class Playback : public MainWindowTest {
     ASSERT_TRUE(watch_.AwaitColour(kPlayedRed));
   }
 
+  void StartFresh() const {
+    const DialogAnswers answers({PressButton(QMessageBox::Yes)});
+    Get<CommandButton>("Command1", StartFreshButton).findChild<QPushButton*>()->click();
+  }
+
   std::string PauseState() const {
     return Get<CommandButton>("Command1", PauseVideo).Caption().toStdString();
   }
@@ -39,6 +44,23 @@ TEST_F(Playback, OfNothingIsNeitherRunNorPausedNorStopped) {
   for (const Command command : {RunVideo, PauseVideo, StopVideo}) Give(command);
   EXPECT_TRUE(wmp_.URL().isEmpty());
   EXPECT_FALSE(watch_.Made());
+  EXPECT_EQ(PauseState(), "Pause");
+}
+
+// As a load leaves it whose file has no short path.
+TEST_F(Playback, GoesOnUntouchedByCommandsThatFindNoPathOnShow) {
+  RunRed();
+  ASSERT_TRUE(watch_.AwaitPosition(1));
+  const QString former = wmp_.URL();
+  Path().setText(QString());
+  for (const Command command : {RunVideo, PauseVideo, StopVideo}) {
+    const double position = watch_.Core().Position();
+    Give(command);
+    EXPECT_EQ(wmp_.URL(), former) << command;
+    EXPECT_TRUE(watch_.Moves()) << command;
+    EXPECT_GT(watch_.Core().Position(), position) << command;
+    EXPECT_TRUE(HoldsFor(300, [&] { return watch_.Core().Position() > position; })) << command;
+  }
   EXPECT_EQ(PauseState(), "Pause");
 }
 
@@ -116,11 +138,25 @@ TEST_F(Playback, PauseAfterAStopTogglesThoughNothingPlays) {
 TEST_F(Playback, IsPausedBeforeACropAsksForItsFile) {
   RunRed();
   {
-    const DialogAnswers answers({CancelDialog()});
+    const DialogAnswers answers({[this](QDialog& dialog) {
+      EXPECT_TRUE(watch_.StandsStill()) << "while the dialog is open";
+      dialog.reject();
+    }});
     Give(CropVideo);
   }
   EXPECT_EQ(PauseState(), "Pause") << "the state isn't told";
   EXPECT_TRUE(watch_.StandsStill());
+}
+
+TEST_F(Playback, GoesOnThroughACropThatFindsNoPathOnShow) {
+  RunRed();
+  Path().setText(QString());
+  const DialogAnswers answers({[this](QDialog& dialog) {
+    EXPECT_TRUE(watch_.Moves()) << "while the dialog is open";
+    dialog.reject();
+  }});
+  Give(CropVideo);
+  EXPECT_TRUE(watch_.Moves());
 }
 
 TEST_F(Playback, PausedAlreadyStaysPausedThroughACrop) {
@@ -151,8 +187,7 @@ TEST_F(Playback, GoesOnWhileAnotherVideoIsLoaded) {
 TEST_F(Playback, EndsWithAFreshStart) {
   RunRed();
   ASSERT_TRUE(watch_.AwaitPosition(0.3));
-  const DialogAnswers answers({PressButton(QMessageBox::Yes)});
-  Get<CommandButton>("Command1", StartFreshButton).findChild<QPushButton*>()->click();
+  StartFresh();
   EXPECT_TRUE(wmp_.URL().isEmpty());
   EXPECT_TRUE(PumpUntil([&] { return watch_.Core().Position() == 0; }));
   EXPECT_TRUE(HoldsFor(300, [&] { return watch_.Core().Position() == 0; }));
@@ -201,6 +236,19 @@ TEST_F(Playback, ReadOutsGoBackToNoughtWithAStop) {
   Tick(Get<Timer>("Timer3"));
   EXPECT_EQ(Position(), "00:00");
   EXPECT_EQ(Duration(), "0:00:20") << "the video stays loaded";
+}
+
+TEST_F(Playback, ReadOutsGoOnAfterAFreshStart) {
+  RunRed();
+  ASSERT_TRUE(watch_.AwaitPosition(1));
+  Tick(Get<Timer>("Timer3"));
+  ASSERT_EQ(Position(), "00:01");
+  ASSERT_EQ(Duration(), "0:00:20");
+  StartFresh();
+  EXPECT_TRUE(Get<Timer>("Timer3").Enabled());
+  ASSERT_TRUE(WaitForTicks(Get<Timer>("Timer3"), 1));
+  EXPECT_EQ(Position(), "00:00");
+  EXPECT_EQ(Duration(), "0:00:00");
 }
 
 TEST_F(Playback, ReadOutsOfAFileThatCannotBePlayedSayNought) {
