@@ -207,6 +207,31 @@ TEST_F(Dragging, GoesOnWhileTheCanvasIsScrolled) {
   ExpectBars({{0, 0, 5, 255}, {0, 0, 435, 5}, {435, 0, 5, 260}, {0, 255, 435, 5}}, canvas);
 }
 
+// The window starts with a viewport far smaller than this canvas.
+TEST_F(Dragging, ReachesTheBarsBeyondTheViewportOnceTheyAreScrolledIntoIt) {
+  const QSize large(1920, 1080);
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(large, 1));
+  ASSERT_TRUE(window.AwaitBarsAround(large));
+  EXPECT_LT(window.Bars().right(), 1915) << "the right bar is out of sight";
+  EXPECT_LT(window.Bars().bottom(), 1075) << "the base bar is out of sight";
+  window.ScrollToTheFarCorner();
+  const QRect canvas(QPoint(-768, -720), large);
+  ASSERT_TRUE(window.AwaitBars(BarsAround(large), canvas));
+  Drag(QPoint(1917, 900) + canvas.topLeft(), QPoint(-300, 40));
+  ExpectBars({{0, 0, 5, 1080}, {0, 0, 1615, 5}, {1615, 0, 5, 1080}, {0, 1075, 1615, 5}}, canvas);
+  Drag(QPoint(1200, 1077) + canvas.topLeft(), QPoint(40, -200));
+  const MarkerBars bars = {{0, 0, 5, 875}, {0, 0, 1615, 5}, {1615, 0, 5, 880}, {0, 875, 1615, 5}};
+  ExpectBars(bars, canvas);
+  // And back out of sight: the region stays.
+  const QRect across = window.Place("HScroll1");
+  const QRect down = window.Place("VScroll1");
+  screen.Drag(across.topRight() + QPoint(-across.height() - 20, across.height() / 2),
+              QPoint(-across.width(), 0));
+  screen.Drag(down.bottomLeft() + QPoint(down.width() / 2, -down.width() - 20),
+              QPoint(0, -down.height()));
+  ExpectBars(bars, QRect({}, large));
+}
+
 TEST_F(Dragging, TellsTheToolTheDraggedRegion) {
   program.ReplaceTool("ffmpeg", "");
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithBars());

@@ -130,6 +130,26 @@ TEST_F(Playing, StopsToABlackPictureAndRunsAgain) {
   EXPECT_TRUE(AwaitMoving(kVideo));
 }
 
+TEST_F(Playing, IsDrivenByTheMenuOfTheRightButtonOverThePictureAsWell) {
+  constexpr int kEntries = 3;  // Play, Pause, Stop
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kVideo, 30));
+  window.Click(kRunVideo);
+  ASSERT_TRUE(AwaitMoving(kVideo));
+  const auto choose = [&](int entry) {
+    const QRect menu = screen.OpenMenu(window.OnCanvas({300, 100}));
+    ASSERT_FALSE(menu.isEmpty());
+    const int middle = menu.height() * (2 * entry + 1) / (2 * kEntries);
+    screen.Click(QPoint(menu.center().x(), menu.top() + middle));
+  };
+  ASSERT_NO_FATAL_FAILURE(choose(1));
+  EXPECT_TRUE(AwaitStill(kVideo));
+  EXPECT_FALSE(IsBlack(kVideo));
+  ASSERT_NO_FATAL_FAILURE(choose(0));
+  EXPECT_TRUE(AwaitMoving(kVideo));
+  ASSERT_NO_FATAL_FAILURE(choose(2));
+  EXPECT_TRUE(AwaitBlack(kVideo));
+}
+
 TEST_F(Playing, GoesOnBeneathDraggedAndScrolledBars) {
   video = program.PathOf("colours.mp4");
   ASSERT_TRUE(MakeColours(video, kVideo, QList<QRgb>(20, 0xffff0000) + kColours));
@@ -168,12 +188,7 @@ TEST_F(Playing, ShowsThePartsOfAPausedVideoThatAreScrolledIntoView) {
   ASSERT_TRUE(WaitFor([&] { return !IsBlack(large); }));
   window.Click(kPauseVideo);
   ASSERT_TRUE(AwaitStill(large));
-  const QRect across = window.Place("HScroll1");
-  const QRect down = window.Place("VScroll1");
-  screen.Drag(across.topLeft() + QPoint(across.height() + 20, across.height() / 2),
-              QPoint(across.width(), 0));
-  screen.Drag(down.topLeft() + QPoint(down.width() / 2, down.width() + 20),
-              QPoint(0, down.height()));
+  window.ScrollToTheFarCorner();
   // The far corner of the canvas lies at (1920 - 768, 1080 - 720).
   const auto allShown = [&] {
     const QImage shown = screen.Picture(QRect(window.OnCanvas({0, 0}), QSize(1147, 355)));

@@ -164,6 +164,19 @@ void Screen::Drag(QPoint place, QPoint way, PointerButton button) {
   Release(button);
 }
 
+QRect Screen::OpenMenu(QPoint place) {
+  const QList<WindowId> known = PopUps();
+  Click(place, kRightButton);
+  QRect menu;
+  WaitFor([&] {
+    for (const WindowId window : PopUps()) {
+      if (!known.contains(window)) menu = Place(window);
+    }
+    return !menu.isEmpty();
+  });
+  return menu;
+}
+
 void Screen::Strike(std::uint32_t key, std::uint32_t held) {
   const std::uint8_t code = keyboard_.value(key).code;
   const std::uint8_t heldCode = held == 0 ? std::uint8_t{0} : keyboard_.value(held).code;
@@ -186,6 +199,23 @@ void Screen::Type(const QString& text) {
     const std::uint32_t symbol = character.unicode();
     Strike(symbol, keyboard_.value(symbol).shifted ? std::uint32_t{kShift} : 0);
   }
+}
+
+QList<WindowId> Screen::PopUps() const {
+  const auto tree =
+      Own(xcb_query_tree_reply(connection_, xcb_query_tree(connection_, root_), nullptr));
+  if (!tree) return {};
+  QList<WindowId> popUps;
+  const xcb_window_t* children = xcb_query_tree_children(tree.get());
+  for (int child = 0; child < xcb_query_tree_children_length(tree.get()); ++child) {
+    const auto attributes = Own(xcb_get_window_attributes_reply(
+        connection_, xcb_get_window_attributes(connection_, children[child]), nullptr));
+    if (attributes && attributes->override_redirect != 0 &&
+        attributes->map_state == XCB_MAP_STATE_VIEWABLE) {
+      popUps << children[child];
+    }
+  }
+  return popUps;
 }
 
 xcb_atom_t Screen::Atom(const char* name) const {

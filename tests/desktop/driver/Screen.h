@@ -68,6 +68,9 @@ class Screen {
   void Click(QPoint place, PointerButton button = kLeftButton);
   // Presses at `place`, goes `way` from there in two moves, as a hand does, and lets go.
   void Drag(QPoint place, QPoint way, PointerButton button = kLeftButton);
+  // Clicks there with the right button and waits for the menu that it opens; the menu's place,
+  // empty if none comes.
+  QRect OpenMenu(QPoint place);
   // A key alone, or with one held down.
   void Strike(std::uint32_t key, std::uint32_t held = 0);
   // Types what the keyboard has keys for, and pastes any other text.
@@ -79,6 +82,8 @@ class Screen {
     bool shifted;
   };
 
+  // The windows on show that no manager looks after, as menus are.
+  QList<WindowId> PopUps() const;
   xcb_atom_t Atom(const char* name) const;
   QByteArray Property(WindowId window, const char* name) const;
   void Ask(WindowId window, const char* request, std::uint32_t first, std::uint32_t second = 0);

@@ -151,6 +151,16 @@ QImage MainWindow::Inside(QSize video) const {
   return screen_.Picture(InsideBars(video).translated(viewport.topLeft()) & viewport);
 }
 
+void MainWindow::ScrollToTheFarCorner() {
+  constexpr int kOnTheThumb = 20;  // behind the arrow
+  const QRect across = Place(QStringLiteral("HScroll1"));
+  const QRect down = Place(QStringLiteral("VScroll1"));
+  screen_.Drag(across.topLeft() + QPoint(across.height() + kOnTheThumb, across.height() / 2),
+               QPoint(across.width(), 0));
+  screen_.Drag(down.topLeft() + QPoint(down.width() / 2, down.width() + kOnTheThumb),
+               QPoint(0, down.height()));
+}
+
 QPoint MainWindow::OnCanvas(QPoint place) const {
   return Place(QStringLiteral("Picture1(1)")).topLeft() + place;
 }

@@ -65,6 +65,8 @@ class MainWindow {
   // What a canvas of this size that hasn't been scrolled shows inside bars at its edges; the part
   // of it that lies in the viewport.
   QImage Inside(QSize video) const;
+  // Takes both scroll bars' thumbs as far as they go.
+  void ScrollToTheFarCorner();
   // The screen's pixel of a place on a canvas that hasn't been scrolled.
   QPoint OnCanvas(QPoint place) const;
   // The filled part of the progress bar in pixels.
