@@ -211,6 +211,7 @@ TEST_P(ATimeLine, IsDrawnFromThePresets) {
 INSTANTIATE_TEST_SUITE_P(Sections, ATimeLine,
                          ::testing::Values(Preset{"OfNought", "0", 0}, Preset{"OfNothing", "", 0},
                                            Preset{"OfAText", "none", 0},
+                                           Preset{"OfANumberTooLarge", "1e400", 0},
                                            Preset{"BelowSeventyFive", "60", 60},
                                            Preset{"AtSeventyFour", "74", 74},
                                            Preset{"BelowSixHundred", "500", 500},
