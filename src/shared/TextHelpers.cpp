@@ -125,6 +125,13 @@ QString FormatDigits(double number, int leastDigits) {
   return rounded < 0 ? QLatin1Char('-') + digits : digits;
 }
 
+QString FormatSingle(float number) {
+  constexpr int kSignificantDigits = 7;
+  if (number == 0) return QStringLiteral("0");  // a negative nought has no sign
+  return QString::number(static_cast<double>(number), 'G', kSignificantDigits)
+      .replace(QLatin1Char('.'), QLocale().decimalPoint());
+}
+
 QString Trim(const QString& text) {
   static const QRegularExpression blanksRound(QStringLiteral("^ +| +\\z"));
   return QString(text).remove(blanksRound);

@@ -39,6 +39,10 @@ QString FormatPosition(double seconds);
 // So many digits at least and no decimals: 4 with two is "04". Rounded, half away from zero.
 QString FormatDigits(double number, int leastDigits);
 
+// A single's default text: seven significant digits without noughts at their end, so that 120 is
+// "120". With a power of ten, as in "1.5E+07", from ten millions on and below 0.0001.
+QString FormatSingle(float number);
+
 // The text without the blanks, and nothing but blanks, round it.
 QString Trim(const QString& text);
 

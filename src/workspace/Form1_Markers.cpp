@@ -72,13 +72,12 @@ void Form1::Timer1_Timer() {
 void Form1::ShowPosition(const MouseEvent& event) {
   constexpr qsizetype kBehindTheSign = 1;
   constexpr qsizetype kDigits = 4;
-  const QString extra = QString::number(Picture1(CanvasBox).Top()).mid(kBehindTheSign, kDigits);
+  const QString extra = FormatSingle(Picture1(CanvasBox).Top()).mid(kBehindTheSign, kDigits);
   const std::optional<float> scrolled = SingleFromText(extra);
   if (!scrolled) return;
   Picture1(event.Index)
       .setToolTipText(QStringLiteral("Horizontal Position: %1 pixels Vertical Position: %2 pixels")
-                          .arg(event.X)
-                          .arg(event.Y + *scrolled));
+                          .arg(FormatSingle(event.X), FormatSingle(event.Y + *scrolled)));
 }
 
 }  // namespace kelvane

@@ -226,6 +226,45 @@ TEST_F(NumberText, DigitsAreFilledUpWithNoughtsAndNeverCutOff) {
   }
 }
 
+struct SingleAndText {
+  float number;
+  const char* text;
+};
+
+TEST_F(NumberText, ASingleHasSevenSignificantDigitsAndNoNoughtsAtTheirEnd) {
+  const std::vector<SingleAndText> cases = {
+      {0, "0"},
+      {-0.0F, "0"},
+      {120, "120"},
+      {-30, "-30"},
+      {0.5F, "0.5"},
+      {0.1F, "0.1"},
+      {1234.5F, "1234.5"},
+      {-1234.567F, "-1234.567"},
+      {100000, "100000"},
+      {100000.5F, "100000.5"},
+      {1234567, "1234567"},
+      {1000000, "1000000"},
+      {9999999, "9999999"},
+      {100.0F / 3, "33.33333"},
+      {0.0001F, "0.0001"},
+      {10000000, "1E+07"},
+      {-15000000, "-1.5E+07"},
+      {0.00001F, "1E-05"},
+  };
+  for (const auto& [number, text] : cases) {
+    EXPECT_EQ(FormatSingle(number).toStdString(), text) << number;
+  }
+}
+
+TEST_F(NumberText, ASinglesDecimalSeparatorIsThatOfTheLocaleAndNothingGroupsIt) {
+  UseGerman();
+  EXPECT_EQ(FormatSingle(1234.5F).toStdString(), "1234,5");
+  EXPECT_EQ(FormatSingle(15000000).toStdString(), "1,5E+07");
+  UseFrench();
+  EXPECT_EQ(FormatSingle(1234567).toStdString(), "1234567");
+}
+
 struct TextAndNumber {
   const char* text;
   double number;

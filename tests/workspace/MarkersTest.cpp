@@ -315,6 +315,14 @@ TEST_F(PositionTip, StaysWhatItWasWhenTheCanvasIsScrolledBack) {
   EXPECT_EQ(Tip(CanvasBox), "Horizontal Position: 1 pixels Vertical Position: 32 pixels");
 }
 
+TEST_F(PositionTip, TellsSevenSignificantDigits) {
+  LoadVideoOf(640, 360);
+  Get<VScrollBar>("VScroll1").setValue(3);
+  MoveOver(CanvasBox, 1234.567F, 1234537);
+  EXPECT_EQ(Tip(CanvasBox),
+            "Horizontal Position: 1234.567 pixels Vertical Position: 1234567 pixels");
+}
+
 TEST_F(PositionTip, TakesFourCharactersOfTheCanvassPlace) {
   LoadVideoOf(640, 360);
   Canvas().setTop(-12345);
