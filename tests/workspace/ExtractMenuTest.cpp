@@ -34,7 +34,7 @@ TEST_F(ExtractMenu, OpensTheSectionWindowWithoutOwnerAndNotModal) {
   Choose();
   ASSERT_EQ(SectionWindows().size(), 1U);
   const Form3& sections = *SectionWindows().front();
-  EXPECT_TRUE(sections.isVisible());
+  ASSERT_TRUE(sections.isVisible());
   EXPECT_FALSE(sections.isModal());
   EXPECT_EQ(sections.windowHandle()->transientParent(), nullptr);
   EXPECT_TRUE(tools_.Runs().empty());

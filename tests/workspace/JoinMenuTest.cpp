@@ -65,7 +65,7 @@ TEST_F(JoinMenu, OpensTheJoinerAloneWithoutOwnerAndNotModal) {
   ASSERT_EQ(Loaded<Form4>().size(), 1U);
   EXPECT_TRUE(Loaded<Form3>().empty());
   EXPECT_EQ(Joiner().Caption().toStdString(), "Video Joiner");
-  EXPECT_TRUE(Joiner().isVisible());
+  ASSERT_TRUE(Joiner().isVisible());
   EXPECT_FALSE(Joiner().isModal());
   EXPECT_EQ(Joiner().windowHandle()->transientParent(), nullptr);
   EXPECT_TRUE(tools_.Runs().empty());
