@@ -1,9 +1,9 @@
 #include "platform/ListBox.h"
 
 #include <QListWidget>
-#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyledItemDelegate>
+#include <algorithm>
 
 #include "platform/Container.h"
 

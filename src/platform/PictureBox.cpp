@@ -41,13 +41,14 @@ void PictureBox::setBackColor(QRgb color) {
   Container::setBackColor(color);
 }
 
-QPoint PictureBox::PixelOf(float x, float y) const {
+std::optional<QPoint> PictureBox::PixelOf(float x, float y) const {
+  if (std::isnan(x) || std::isnan(y)) return std::nullopt;
   const auto whole = [this](float place) {
     constexpr float kFarthest = QWIDGETSIZE_MAX;
     return static_cast<int>(
         std::nearbyint(std::clamp(place / UnitsPerPixel(), -kFarthest, kFarthest)));
   };
-  return {whole(x), whole(y)};
+  return QPoint(whole(x), whole(y));
 }
 
 QSize PictureBox::InnerSize() const {
@@ -72,20 +73,22 @@ void PictureBox::Cls() {
 }
 
 void PictureBox::DrawLine(float x1, float y1, float x2, float y2, QRgb color) {
-  const QRect inside(QPoint(), InnerSize());
-  const QRect pixels = PixelsOf(PixelOf(x1, y1), PixelOf(x2, y2)) & inside;
+  const std::optional<QPoint> first = PixelOf(x1, y1);
+  const std::optional<QPoint> last = PixelOf(x2, y2);
+  if (!first || !last) return;
+  const QRect pixels = PixelsOf(*first, *last) & QRect(QPoint(), InnerSize());
   if (pixels.isEmpty()) return;
   QPainter(&Drawing()).fillRect(pixels, QColor(color));
   update(pixels.translated(ContentOrigin()));
 }
 
 void PictureBox::PrintAt(float x, float y, const QString& text) {
-  const QPoint corner = PixelOf(x, y);
-  if (corner.x() >= InnerSize().width() || corner.y() >= InnerSize().height()) return;
+  const std::optional<QPoint> corner = PixelOf(x, y);
+  if (!corner || corner->x() >= InnerSize().width() || corner->y() >= InnerSize().height()) return;
   QPainter painter(&Drawing());
   painter.setFont(printFont_);
   painter.setPen(QColor(foreColor_));
-  painter.drawText(corner + QPoint(0, QFontMetrics(printFont_).ascent()), text);
+  painter.drawText(*corner + QPoint(0, QFontMetrics(printFont_).ascent()), text);
   update();
 }
 

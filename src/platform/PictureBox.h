@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QImage>
+#include <optional>
 
 #include "platform/Container.h"
 
@@ -10,7 +11,7 @@ namespace kelvane {
 // the box meanwhile, and lies behind the controls.
 //
 // Places of a drawing are in the box's scale unit and rounded to whole pixels, half to even; what
-// falls outside the box leaves no mark.
+// falls outside the box, or is no number, leaves no mark.
 class PictureBox : public Container {
   Q_OBJECT
  public:
@@ -45,7 +46,8 @@ class PictureBox : public Container {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  QPoint PixelOf(float x, float y) const;
+  // No value where a coordinate is no number.
+  std::optional<QPoint> PixelOf(float x, float y) const;
   QSize InnerSize() const;
   QImage& Drawing();
 

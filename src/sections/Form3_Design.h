@@ -5,8 +5,9 @@
 #include "platform/Colours.h"
 #include "platform/Form.h"
 
-// The section window as designed. Places are in twips; what is placed by Form_Load has no place of
-// its own here.
+// The section window as designed. Places are in twips. Form_Load sets some of them anew: those of
+// the needles, the strip, the outlines of the thumbs and Picture6. Line7 and Line8 have their ends
+// from it alone, Line4 to Line6 from Form_Resize.
 namespace kelvane {
 
 constexpr QRgb kPale = 0xE0E0E0;
@@ -38,11 +39,6 @@ constexpr auto kForm3Controls = std::to_array<ControlDesign>({
 
     {.name = "Picture3(0)", .controlClass = kPictureBox, .place = {600, 840, 13215, 1095}, .color = kDark, .bordered = true},
     {.name = "HScroll1", .controlClass = kHScrollBar, .place = {0, 1560, 12135, 255}, .container = "Picture3(0)"},
-    {.name = "Picture5", .controlClass = kPictureBox, .place = {0, 600, 13215, 375}, .container = "Picture3(0)", .color = kDark},
-    {.name = "Picture6", .controlClass = kPictureBox, .place = {6480, 120, 135, 255}, .container = "Picture5", .visible = false, .color = kCanvasGrey, .pointer = MousePointer::kSizeWestEast},
-    {.name = "Label7(0)", .controlClass = kLabel, .place = {120, 120, 255, 255}, .caption = "<", .container = "Picture5", .color = kCanvasGrey, .centred = true, .bordered = true},
-    {.name = "Label7(1)", .controlClass = kLabel, .place = {12840, 120, 255, 255}, .caption = ">", .container = "Picture5", .color = kCanvasGrey, .centred = true, .bordered = true},
-    {.name = "Shape3", .controlClass = kShape, .place = {105, 120, 13005, 255}, .container = "Picture5", .color = kGrey},
     {.name = "Picture3(1)", .controlClass = kPictureBox, .place = {0, 0, 13215, 615}, .container = "Picture3(0)", .color = kCanvasGrey},
     {.name = "Picture4(0)", .controlClass = kPictureBox, .place = {120, 300, 75, 225}, .container = "Picture3(1)", .color = kNeedleGreen, .pointer = MousePointer::kSizeWestEast},
     {.name = "Picture4(1)", .controlClass = kPictureBox, .place = {2040, 300, 75, 225}, .container = "Picture3(1)", .color = kNeedleRed, .pointer = MousePointer::kSizeWestEast},
@@ -50,6 +46,11 @@ constexpr auto kForm3Controls = std::to_array<ControlDesign>({
     {.name = "Line7", .controlClass = kLine, .place = {0, 0, 0, 0}, .container = "Picture3(1)", .color = kTimeLineOrange},
     {.name = "Line3(0)", .controlClass = kLine, .place = {150, 0, 0, 600}, .container = "Picture3(1)", .color = kGrey},
     {.name = "Line3(1)", .controlClass = kLine, .place = {2070, 0, 0, 600}, .container = "Picture3(1)", .color = kGrey},
+    {.name = "Picture5", .controlClass = kPictureBox, .place = {0, 600, 13215, 375}, .container = "Picture3(0)", .color = kDark},
+    {.name = "Picture6", .controlClass = kPictureBox, .place = {6480, 120, 135, 255}, .container = "Picture5", .visible = false, .color = kCanvasGrey, .pointer = MousePointer::kSizeWestEast},
+    {.name = "Label7(0)", .controlClass = kLabel, .place = {120, 120, 255, 255}, .caption = "<", .container = "Picture5", .color = kCanvasGrey, .centred = true, .bordered = true},
+    {.name = "Label7(1)", .controlClass = kLabel, .place = {12840, 120, 255, 255}, .caption = ">", .container = "Picture5", .color = kCanvasGrey, .centred = true, .bordered = true},
+    {.name = "Shape3", .controlClass = kShape, .place = {105, 120, 13005, 255}, .container = "Picture5", .color = kGrey},
 
     {.name = "Picture8", .controlClass = kPictureBox, .place = {600, 2400, 13215, 855}, .color = kDark, .bordered = true},
     {.name = "pbar(2)", .controlClass = kProgressBar, .place = {5640, 480, 7335, 180}, .container = "Picture8"},

@@ -20,7 +20,7 @@ void DrawTimeLabels(Form3& form) {
   constexpr float kBaseLineUp = 15;  // from the lower edge
   constexpr QRgb kOlive = 0x808000;
   PictureBox& strip = form.Picture3(TimeLineStrip);
-  form.Text3.setText(QString::number(strip.Width()));
+  form.Text3.setText(FormatSingle(strip.Width()));
   strip.Cls();
   strip.SetPrintFont(QStringLiteral("Arial"), kPrintSize);
   strip.setForeColor(kLight);

@@ -142,7 +142,8 @@ double LeadingNumber(const QString& text) {
   static const QRegularExpression number(
       QStringLiteral("^[+-]?([0-9]+\\.?[0-9]*|\\.[0-9]+)(e[+-]?[0-9]+)?"),
       QRegularExpression::CaseInsensitiveOption);
-  return number.match(QString(text).remove(space)).captured().toDouble();
+  const double value = number.match(QString(text).remove(space)).captured().toDouble();
+  return std::isfinite(value) ? value : 0;
 }
 
 std::optional<float> SingleFromText(const QString& text) {

@@ -47,7 +47,7 @@ QString FormatSingle(float number);
 QString Trim(const QString& text);
 
 // The number that a text begins with; blanks, tabs and line feeds in it don't matter, and its
-// decimal separator is the point. 0 if the text begins with none.
+// decimal separator is the point. 0 if the text begins with none, or with one too large to hold.
 double LeadingNumber(const QString& text);
 
 // The number that a text stands for. Blanks, tabs and line breaks round it and group separators in

@@ -1,4 +1,6 @@
 // The section window's sliders with a real pointer, the choice of a video, and what has no action.
+#include <stdexcept>
+
 #include "desktop/SectionsTest.h"
 
 namespace kelvane::desktop {
@@ -6,8 +8,8 @@ namespace {
 
 class SectionsOptions : public SectionsTest {
  protected:
-  bool AwaitThumb(int slider, int left) const {
-    return WaitFor([&] { return sections.Thumb(slider) == QRect(left, 0, 9, 25); }, 5s);
+  bool AwaitThumbOutline(int slider, int left) const {
+    return WaitFor([&] { return sections.ThumbOutline(slider) == QRect(left, 0, 9, 25); }, 5s);
   }
 };
 
@@ -15,9 +17,9 @@ class SectionsOptions : public SectionsTest {
 TEST_F(SectionsOptions, AllSevenThumbsFollowThePointerAndReadTheirPlace) {
   const QList<QString> values = {"07", "07", "07", "023", "07", "07", "07"};
   for (int slider = 0; slider < SectionWindow::kSliders; ++slider) {
-    ASSERT_TRUE(AwaitThumb(slider, 48)) << slider;
+    ASSERT_TRUE(AwaitThumbOutline(slider, 48)) << slider;
     sections.DragThumb(slider, 75);
-    EXPECT_TRUE(AwaitThumb(slider, 123)) << slider;
+    EXPECT_TRUE(AwaitThumbOutline(slider, 123)) << slider;
     EXPECT_TRUE(sections.AwaitOption(slider, values[slider])) << slider;
   }
 }
@@ -34,29 +36,30 @@ TEST_F(SectionsOptions, TheStartValuesStayUntilAThumbIsDragged) {
 TEST_F(SectionsOptions, StepSizeIsHeldInsideItsTrack) {
   sections.DragThumb(0, 600);
   EXPECT_TRUE(sections.AwaitOption(0, "30"));
-  EXPECT_TRUE(WaitFor([&] { return sections.Thumb(0).isEmpty(); }, 5s));
+  EXPECT_TRUE(WaitFor([&] { return sections.ThumbOutline(0).isEmpty(); }, 5s));
   screen.MovePointer(sections.Track(0).center());
-  EXPECT_TRUE(AwaitThumb(0, 528));
+  EXPECT_TRUE(AwaitThumbOutline(0, 528));
   sections.DragThumb(0, -700);
   EXPECT_TRUE(sections.AwaitOption(0, "1"));
-  EXPECT_TRUE(WaitFor([&] { return sections.Thumb(0).isEmpty(); }, 5s));
+  EXPECT_TRUE(WaitFor([&] { return sections.ThumbOutline(0).isEmpty(); }, 5s));
   screen.MovePointer(sections.Track(0).center());
-  EXPECT_TRUE(AwaitThumb(0, 9));
+  EXPECT_TRUE(AwaitThumbOutline(0, 9));
 }
 
 TEST_F(SectionsOptions, ZoomIsHeldByItsReadOut) {
   sections.DragThumb(3, 479);
   EXPECT_TRUE(sections.AwaitOption(3, "100"));
-  EXPECT_TRUE(AwaitThumb(3, 527));
+  EXPECT_TRUE(AwaitThumbOutline(3, 527));
   sections.DragThumb(3, -527);
   EXPECT_TRUE(sections.AwaitOption(3, "001"));
-  EXPECT_TRUE(AwaitThumb(3, 0));
+  EXPECT_TRUE(AwaitThumbOutline(3, 0));
 }
 
 TEST_F(SectionsOptions, TheOthersMayLeaveTheirTracks) {
   sections.DragThumb(4, -108);
-  EXPECT_TRUE(WaitFor([&] { return sections.Thumb(4).isEmpty(); }, 5s));
+  EXPECT_TRUE(WaitFor([&] { return sections.ThumbOutline(4).isEmpty(); }, 5s));
   EXPECT_TRUE(sections.AwaitOption(4, "-04"));
+  EXPECT_THROW(sections.DragThumb(4, 10), std::runtime_error) << "nobody could take it";
 }
 
 TEST_F(SectionsOptions, LightUpUnderThePointerAndGoOutOnTheGround) {

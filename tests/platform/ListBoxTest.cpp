@@ -132,7 +132,7 @@ TEST_F(AListBox, KeepsItsPlaceSidewaysWhenALineComesIn) {
 }
 
 TEST_F(AListBox, ShowsTheTextFromWhereItIsScrolledTo) {
-  list.AddItem(QString(300, 'w'));
+  list.AddItem(QString(150, 'w') + QString(150, '-'));
   list.setHorizontalExtent(900);
   PumpOnce();
   const QImage start = Picture(*inside.viewport());
@@ -141,7 +141,7 @@ TEST_F(AListBox, ShowsTheTextFromWhereItIsScrolledTo) {
   EXPECT_NE(CountOf(end, 0x404040), end.width() * end.height());
   EXPECT_EQ(inside.visualItemRect(inside.item(0)).width(), 900);
   EXPECT_EQ(inside.visualItemRect(inside.item(0)).right(), inside.viewport()->width() - 1);
-  EXPECT_NE(start, QImage());
+  EXPECT_NE(start, end);
 }
 
 TEST_F(AListBox, HasItsColours) {

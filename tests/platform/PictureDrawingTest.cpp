@@ -97,6 +97,12 @@ TEST_F(ADrawing, OutsideTheBoxLeavesNoMark) {
     box.DrawLine(beyond, 0, beyond, 41, kInk);
     box.DrawLine(0, beyond, 100, beyond, kInk);
   }
+  constexpr float kNoNumber = std::numeric_limits<float>::quiet_NaN();
+  box.DrawLine(kNoNumber, 0, kNoNumber, 41, kInk);
+  box.DrawLine(0, kNoNumber, 100, kNoNumber, kInk);
+  box.DrawLine(0, 10, kNoNumber, 10, kInk);
+  box.PrintAt(kNoNumber, 7, QStringLiteral("00:00:00"));
+  box.PrintAt(0, kNoNumber, QStringLiteral("00:00:00"));
   box.PrintAt(100, 7, QStringLiteral("00:00:00"));
   box.PrintAt(-500, 7, QStringLiteral("00:00:00"));
   box.PrintAt(0, 41, QStringLiteral("00:00:00"));

@@ -134,7 +134,11 @@ TEST_F(ContextMenu, RoundsThePlaceOfTheMouseHalfToEven) {
   for (const auto& [x, left] : std::vector<Seen>{{99.4F, 99}, {99.5F, 100}, {100.5F, 100}}) {
     RightClick(Strip(), x);
     Choose("mnu_End");
-    EXPECT_EQ(NeedleBox(EndNeedle).Left(), left) << x;
+    EXPECT_EQ(NeedleBox(EndNeedle).Left(), left) << x << " released";
+    MoveOver(Strip(), 0);
+    MoveOver(Strip(), x);
+    Choose("mnu_End");
+    EXPECT_EQ(NeedleBox(EndNeedle).Left(), left) << x << " seen";
   }
 }
 
@@ -171,6 +175,8 @@ TEST_F(ContextMenu, TheTipOfTheStripIsTheTimeUnderTheMouseWhicheverBoxItIsOn) {
   EXPECT_EQ(Frame().ToolTipText().toStdString(), "");
   MoveOver(Strip(), 64.25);
   EXPECT_EQ(Strip().ToolTipText().toStdString(), "00:01:04");
+  MoveOver(Strip(), 100.5);
+  EXPECT_EQ(Strip().ToolTipText().toStdString(), "00:01:41") << "a needle would go to 100";
 }
 
 TEST_F(ContextMenu, AReleaseWritesNoTip) {

@@ -54,12 +54,19 @@ TEST_F(FileChoice, CancelledLeavesWhatWasThere) {
   EXPECT_EQ(Shown(), "");
   EXPECT_EQ(SectionSourceShortPath.toStdString(), "");
   Ask();
-  Ask();
   EXPECT_EQ(Shown(), video.toStdString());
-  EXPECT_EQ(SectionSourceShortPath, video);
+  // Something else than the dialog's last file.
+  Get<TextBox>("Text1").setText(QStringLiteral("typed by the user"));
+  SectionSourceShortPath = QStringLiteral("/tmp/other.mp4");
+  Ask();
+  EXPECT_EQ(Shown(), "typed by the user");
+  EXPECT_EQ(SectionSourceShortPath.toStdString(), "/tmp/other.mp4");
+  EXPECT_TRUE(answers.AllGiven());
 }
 
 TEST_F(FileChoice, TwiceReplacesTheFirstAndLeavesTheTimeLine) {
+  // What the labels would follow, were they drawn again.
+  Get<TextBox>("Text4").setText(QStringLiteral("300"));
   const QImage before = Picture(Frame());
   const DialogAnswers answers({TypeFile(tools_.File(QStringLiteral("a.mp4"))),
                                TypeFile(tools_.File(QStringLiteral("b.avi")))});

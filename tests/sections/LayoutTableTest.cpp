@@ -1,9 +1,11 @@
 // The section window as drawn, before it is loaded.
 #include <gtest/gtest.h>
 
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QScrollBar>
+#include <QTest>
 #include <algorithm>
 
 #include "platform/Timer.h"
@@ -262,7 +264,7 @@ TEST_F(LayoutTable, WhatLiesOverSomethingElseLiesInFrontOfIt) {
                                                      {"Picture2(0)", "Shape1"},
                                                      {"Picture2(0)", "Shape4"},
                                                      {"Label3(0)", "Shape4"},
-                                                     {"Picture5", "Picture3(1)"}}) {
+                                                     {"Picture3(1)", "Picture5"}}) {
     EXPECT_TRUE(LiesInFrontOf(front, back)) << front << " and " << back;
   }
 }
@@ -279,6 +281,23 @@ TEST_F(LayoutTable, ThePresetsStandInTheHiddenPanel) {
   EXPECT_EQ(Get<Label>("Label4(1)").Caption().toStdString(), "time line width");
   EXPECT_EQ(Get<TextBox>("Text1").Text().toStdString(), "");
   EXPECT_EQ(Get<TextBox>("Text5").Text().toStdString(), "");
+}
+
+// The texts that the user can see. Their border is that of a field.
+TEST(LayoutTableShown, TheFieldsTakeWhatTheUserTypesAndHaveTheirBorder) {
+  Form3 form;
+  form.Load();
+  form.Show();
+  for (const char* name : {"Text1", "Text5"}) {
+    auto& field = form.Find<TextBox>(QLatin1String(name));
+    QTest::keyClicks(field.findChild<QLineEdit*>(), QStringLiteral("my.mp4"));
+    EXPECT_EQ(field.Text().toStdString(), "my.mp4") << name;
+    const QImage picture = field.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    EXPECT_NE(Hex(picture.pixel(0, 5)), "0x232323") << name;
+    EXPECT_NE(Hex(picture.pixel(picture.width() / 2, 0)), "0x232323") << name;
+    EXPECT_EQ(Hex(picture.pixel(picture.width() / 2, 5)), "0x232323") << name;
+  }
+  form.Unload();
 }
 
 TEST_F(LayoutTable, TheWindowHasItsTitleItsSizeAndItsFont) {

@@ -191,6 +191,17 @@ TEST_F(HiddenThumb, MovesWithTheLeftButtonAlone) {
   EXPECT_EQ(Strip().Left(), 0);
 }
 
+TEST_F(HiddenThumb, IsPressedByAnyButton) {
+  const float before = Box().Left();
+  for (const int button : {kRightButton, kMiddleButton}) {
+    Box().setLeft(before);
+    Box().MouseDown(At(Box(), kLeftButton, 0));
+    Box().MouseDown(At(Box(), button, 5));
+    Box().MouseMove(At(Box(), kLeftButton, 10));
+    EXPECT_EQ(Box().Left(), before + 5) << button;
+  }
+}
+
 TEST_F(HiddenThumb, IsNeverShown) {
   DragTo(Box(), 300);
   Click(Get<Label>("Label7", TowardsEnd));

@@ -123,6 +123,8 @@ TEST_F(Zooming, TheOthersAreNotHeldToItsRange) {
 class SteppingSize : public SectionWindowTest {
  protected:
   static constexpr float kEnd = 8055 - 135;
+
+  float OutlineLeft() const { return Get<Shape>("Shape2", StepSize).Left(); }
 };
 
 TEST_F(SteppingSize, IsCutToThirtyByItsReadOut) {
@@ -165,6 +167,17 @@ TEST_F(SteppingSize, IsPutBackBeforeTheNextMoveOfTheDrag) {
   thumb.MouseDown(At(thumb, kLeftButton, 2));
   thumb.MouseMove(At(thumb, kLeftButton, 12));
   EXPECT_EQ(thumb.Left(), kEnd + 10) << "back to the end, and then by ten";
+  EXPECT_EQ(OutlineLeft(), kEnd + 9) << "which is where the outline was put";
+}
+
+// It is put round the thumb before that is put back.
+TEST_F(SteppingSize, LeavesItsOutlineBehindWhereItIsPutBack) {
+  DragTo(Thumb(StepSize), 9000);
+  EXPECT_EQ(Thumb(StepSize).Left(), kEnd);
+  EXPECT_EQ(OutlineLeft(), 8999);
+  DragTo(Thumb(StepSize), 100);
+  EXPECT_EQ(Thumb(StepSize).Left(), 135);
+  EXPECT_EQ(OutlineLeft(), 99);
 }
 
 TEST_F(SteppingSize, ExactlyAtItsEndIsNotPutAnywhere) {
@@ -192,11 +205,14 @@ class SharedBounds : public SectionWindowTest, public ::testing::WithParamInterf
   Label& Moved() const { return Thumb(GetParam()); }
 };
 
-TEST_P(SharedBounds, AMoveWithoutAButtonPutsStepSizeBackFromItsStart) {
-  Thumb(StepSize).setLeft(100);
-  MoveOver(Moved());
-  EXPECT_EQ(Thumb(StepSize).Left(), 135);
-  EXPECT_EQ(Value(StepSize), "1");
+TEST_P(SharedBounds, AMoveWithAnyButtonOrNonePutsStepSizeBackFromItsStart) {
+  for (const int button : {kNoButton, kLeftButton, kRightButton, kMiddleButton}) {
+    Thumb(StepSize).setLeft(100);
+    Get<Label>("Label2", 1).setCaption(QStringLiteral("04"));
+    Moved().MouseMove(At(Moved(), button, 1));
+    EXPECT_EQ(Thumb(StepSize).Left(), 135) << button;
+    EXPECT_EQ(Value(StepSize), "1") << button;
+  }
 }
 
 TEST_P(SharedBounds, AMoveWithoutAButtonLeavesItBeyondItsEnd) {
@@ -239,6 +255,7 @@ TEST_F(Sliders, ADragOfAnotherThumbPutsStepSizeBackFromItsEndWithoutATextForIt) 
   Thumb(StepSize).setLeft(9000);
   Drag(Thumb(Zoom), 100);
   EXPECT_EQ(Thumb(StepSize).Left(), 7920);
+  EXPECT_EQ(Get<Shape>("Shape2", StepSize).Left(), 7919) << "its outline comes after it";
   EXPECT_EQ(Value(StepSize), "04");
 }
 

@@ -121,26 +121,70 @@ TEST_F(StartUp, TheProgressBarsAreEmptyAndDark) {
   }
 }
 
+// What the drawing has in its place already is put there all the same.
+TEST(StartUpOfADisarrangedWindow, PutsNeedlesOutlinesStripAndLineInTheirPlaces) {
+  Form3 form;
+  for (const char* name : {"Picture4(0)", "Picture4(1)"}) {
+    form.Find<PictureBox>(name).setTop(3);
+    form.Find<PictureBox>(name).setHeight(9);
+  }
+  auto& strip = form.Find<PictureBox>("Picture3(1)");
+  strip.setLeft(-50);
+  strip.setTop(7);
+  form.Find<Line>("Line7").setX1(5);
+  auto& thumb = form.Find<Label>("Label1(2)");
+  thumb.setLeft(1000);
+  thumb.setTop(30);
+  thumb.setWidth(150);
+  thumb.setHeight(300);
+  form.Load();
+  for (const char* name : {"Picture4(0)", "Picture4(1)"}) {
+    EXPECT_EQ(form.Find<PictureBox>(name).Top(), 20) << name;
+    EXPECT_EQ(form.Find<PictureBox>(name).Height(), 15) << name;
+  }
+  EXPECT_EQ(strip.Left(), 0);
+  EXPECT_EQ(strip.Top(), 0);
+  EXPECT_EQ(form.Find<Line>("Line7").X1(), 0);
+  const auto& outline = form.Find<Shape>("Shape2(2)");
+  EXPECT_EQ(outline.Left(), 999);
+  EXPECT_EQ(outline.Top(), 29);
+  EXPECT_EQ(outline.Width(), 152);
+  EXPECT_EQ(outline.Height(), 302);
+  form.Unload();
+}
+
 struct LengthCase {
   const char* caption;
   float width;
+  float lineEnd;
 };
 
 class StartUpWithALength : public ::testing::TestWithParam<LengthCase> {};
 
-TEST_P(StartUpWithALength, TheTimeLineTakesItAndALengthThatIsNoneChangesNothing) {
+// The strip can't have a negative width, but its line can end left of its start.
+TEST_P(StartUpWithALength, StripAndLineTakeItAndWhatIsNoneChangesNeither) {
   Form3 form;
   form.Find<Label>("Label16(2)").setCaption(QLatin1String(GetParam().caption));
   form.Load();
   EXPECT_EQ(form.Find<PictureBox>("Picture3(1)").Width(), GetParam().width);
+  EXPECT_EQ(form.Find<Line>("Line7").X2(), GetParam().lineEnd);
   form.Unload();
 }
 
 INSTANTIATE_TEST_SUITE_P(Sections, StartUpWithALength,
-                         ::testing::Values(LengthCase{"1825", 1825}, LengthCase{"90", 90},
-                                           LengthCase{"0", 0}, LengthCase{"3,600", 3600},
-                                           LengthCase{"-5", 881}, LengthCase{"", 881},
-                                           LengthCase{"none", 881}));
+                         ::testing::Values(LengthCase{"1825", 1825, 1825}, LengthCase{"90", 90, 90},
+                                           LengthCase{"0", 0, 0}, LengthCase{"3,600", 3600, 3600},
+                                           LengthCase{"-5", 881, -5}, LengthCase{"", 881, 0},
+                                           LengthCase{"none", 881, 0}));
+
+TEST(StartUpWithAFraction, TheWidthIsToldWithSevenDigits) {
+  Form3 form;
+  form.Find<Label>("Label16(2)").setCaption(QStringLiteral("1234.567"));
+  form.Load();
+  EXPECT_EQ(form.Find<PictureBox>("Picture3(1)").Width(), 1234.567F);
+  EXPECT_EQ(form.Find<TextBox>("Text3").Text().toStdString(), "1234.567");
+  form.Unload();
+}
 
 TEST(StartUpTwice, IsOne) {
   Form3 form;

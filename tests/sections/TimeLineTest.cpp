@@ -129,6 +129,14 @@ TEST_F(TimeLine, Has29LabelledAnd227MinorTicksAtBothEdges) {
   EXPECT_EQ(Columns(strip, 40, kOlive).size(), 227U);
 }
 
+// The bar with the arrows begins on it.
+TEST_F(TimeLine, ShowsItsLastRowInTheFrame) {
+  const QImage strip = StripOf(*form_);
+  const QRect lastRow(0, kHeight - 1, 877, 1);
+  EXPECT_EQ(Picture(Frame()).copy(lastRow.translated(Frame().ContentOrigin())),
+            strip.copy(lastRow));
+}
+
 TEST_F(TimeLine, HasItsTicksAt64AndAThirdPixelsAndAtEighthsOfThat) {
   const QImage strip = StripOf(*form_);
   const std::vector<int> major = Columns(strip, 3, kLabel);
@@ -211,6 +219,7 @@ TEST_P(ATimeLine, IsDrawnFromThePresets) {
 INSTANTIATE_TEST_SUITE_P(Sections, ATimeLine,
                          ::testing::Values(Preset{"OfNought", "0", 0}, Preset{"OfNothing", "", 0},
                                            Preset{"OfAText", "none", 0},
+                                           Preset{"OfANumberTooLarge", "1e400", 0},
                                            Preset{"BelowSeventyFive", "60", 60},
                                            Preset{"AtSeventyFour", "74", 74},
                                            Preset{"BelowSixHundred", "500", 500},
@@ -218,6 +227,17 @@ INSTANTIATE_TEST_SUITE_P(Sections, ATimeLine,
                                            Preset{"OfAShortVideo", "4825", 4825, 100},
                                            Preset{"OfADayAndMore", "100000", 100000, 90500}),
                          [](const auto& test) { return test.param.name; });
+
+TEST(ATimeLineThatWasDrawnOn, IsClearedFirst) {
+  constexpr QRgb kRed = 0xff0000;
+  Form3 form;
+  auto& strip = form.Find<PictureBox>("Picture3(1)");
+  for (const float y : {10.0F, 24.0F, 33.0F}) strip.DrawLine(0, y, 881, y, kRed);
+  ASSERT_EQ(Hex(StripOf(form).pixel(400, 33)), "0xff0000");
+  form.Load();
+  ExpectSamePicture(StripOf(form), ExpectedTimeLine(kLength, 4825).picture());
+  form.Unload();
+}
 
 // The picture in words, for those of the presets above that say most.
 TEST(ATimeLineOfNought, ShowsOneLabelAndOneTick) {

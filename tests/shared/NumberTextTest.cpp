@@ -285,6 +285,11 @@ TEST_F(NumberText, ATextThatBeginsWithNoNumberCountsAsNought) {
   }
 }
 
+TEST_F(NumberText, ALeadingNumberThatIsTooLargeCountsAsNought) {
+  for (const char* text : {"1e400", "-1e400", "1e309 s"}) EXPECT_EQ(LeadingNumber(text), 0) << text;
+  EXPECT_EQ(LeadingNumber("1e308"), 1e308);
+}
+
 TEST_F(NumberText, ALeadingNumberHasAPointInEveryLocale) {
   UseGerman();
   EXPECT_EQ(LeadingNumber("12.5"), 12.5);

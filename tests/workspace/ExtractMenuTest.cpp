@@ -1,4 +1,6 @@
 // The hidden item of the menu that opens the section window.
+#include <QWindow>
+
 #include "platform/Menu.h"
 #include "platform/PictureBox.h"
 #include "sections/Form3.h"
@@ -32,9 +34,9 @@ TEST_F(ExtractMenu, OpensTheSectionWindowWithoutOwnerAndNotModal) {
   Choose();
   ASSERT_EQ(SectionWindows().size(), 1U);
   const Form3& sections = *SectionWindows().front();
-  EXPECT_TRUE(sections.isVisible());
+  ASSERT_TRUE(sections.isVisible());
   EXPECT_FALSE(sections.isModal());
-  EXPECT_EQ(sections.parent(), nullptr);
+  EXPECT_EQ(sections.windowHandle()->transientParent(), nullptr);
   EXPECT_TRUE(tools_.Runs().empty());
 }
 

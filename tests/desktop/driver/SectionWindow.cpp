@@ -1,5 +1,8 @@
 #include "desktop/driver/SectionWindow.h"
 
+#include <stdexcept>
+#include <string>
+
 namespace kelvane::desktop {
 
 bool SectionWindow::Await() {
@@ -65,14 +68,18 @@ void SectionWindow::ChooseAt(QPoint onTimeLine, int entry) {
 
 QRect SectionWindow::Track(int slider) const { return OnScreen({208, 240 + 32 * slider, 537, 25}); }
 
-QRect SectionWindow::Thumb(int slider) const {
+QRect SectionWindow::ThumbOutline(int slider) const {
   constexpr QRgb kOutline = 0xffe0e0e0;
   const QImage track = screen_.Picture(Track(slider));
   return Extent(track, track.rect(), kOutline);
 }
 
 QPoint SectionWindow::ThumbCentre(int slider) const {
-  return Track(slider).topLeft() + Thumb(slider).center();
+  const QRect outline = ThumbOutline(slider);
+  if (outline.isEmpty()) {
+    throw std::runtime_error("the outline of thumb " + std::to_string(slider) + " is out of sight");
+  }
+  return Track(slider).topLeft() + outline.center();
 }
 
 void SectionWindow::DragThumb(int slider, int way) {

@@ -45,8 +45,10 @@ class SectionWindow {
   QPoint OpenMenuAt(QPoint onTimeLine, int entry);
 
   QRect Track(int slider) const;
-  // The thumb's outline, in pixels from the track's corner.
-  QRect Thumb(int slider) const;
+  // What can be seen of the outline round the thumb, in pixels from the track's corner. Empty where
+  // it is out of sight; Step Size may leave its own behind.
+  QRect ThumbOutline(int slider) const;
+  // The outline's middle on the screen. Both throw std::runtime_error where it is out of sight.
   QPoint ThumbCentre(int slider) const;
   void DragThumb(int slider, int way);
   bool ShowsOption(int slider, const QString& value) const;
