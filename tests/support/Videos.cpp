@@ -66,6 +66,13 @@ QSize VideoSize(const QString& path) {
   return numbers.size() == 2 ? QSize(numbers[0].toInt(), numbers[1].toInt()) : QSize();
 }
 
+double VideoSeconds(const QString& path) {
+  QString printed;
+  RunTool(QStringLiteral("ffprobe"),
+          {"-v", "error", "-show_entries", "format=duration", "-of", "csv=p=0", path}, &printed);
+  return printed.trimmed().toDouble();
+}
+
 int Pictures(const QString& path) {
   QString printed;
   const bool sound =
