@@ -82,7 +82,8 @@ int Pictures(const QString& path) {
           {"-v", "error", "-select_streams", "v:0", "-count_frames", "-show_entries",
            "stream=nb_read_frames", "-of", "csv=p=0", path},
           &printed);
-  return printed.trimmed().toInt();
+  // Of a transport stream it is told once more for its programme.
+  return printed.section(QLatin1Char('\n'), 0, 0).remove(QLatin1Char(',')).trimmed().toInt();
 }
 
 }  // namespace kelvane

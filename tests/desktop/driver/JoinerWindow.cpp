@@ -1,5 +1,7 @@
 #include "desktop/driver/JoinerWindow.h"
 
+#include <QPainter>
+
 #include "desktop/driver/JoinerPlaces.h"
 #include "desktop/driver/Windows.h"
 
@@ -101,19 +103,17 @@ bool JoinerWindow::AwaitProcess(const QString& process, std::chrono::millisecond
 }
 
 bool JoinerWindow::ShowsDetails(const QString& details) const {
-  // Inside the outline, which is drawn over the end of the text.
+  // The outline is as wide as the text.
+  const QRect bar = Place(QStringLiteral("Picture3"));
   const QRect outline = Place(QStringLiteral("Shape8"));
-  QRect place = Place(QStringLiteral("Label3(8)"));
-  place.setRight(Place(QStringLiteral("Picture3")).right());
-  const QImage picture = screen_.Picture(place);
-  const QString text = QStringLiteral("Video Details: ") + details;
-  if (!ShowsCaption(picture, text, kGround, Justify::kLeft)) return false;
-  if (!details.isEmpty()) return true;
-  constexpr int kEndOfHeading = 70;
-  return desktop::AllOf(
-      picture,
-      QRect(kEndOfHeading, 0, outline.right() - place.left() - kEndOfHeading, picture.height()),
-      kGround);
+  const QImage top = screen_.Picture({outline.topLeft(), QSize(bar.right() - outline.left(), 1)});
+  QRect inside = Place(QStringLiteral("Label3(8)"));
+  inside.setRight(outline.left() + Extent(top, top.rect(), kLit).right() - 1);
+  // On as much ground as any text needs.
+  QImage picture(bar.width(), inside.height(), QImage::Format_RGB32);
+  picture.fill(kGround);
+  QPainter(&picture).drawImage(0, 0, screen_.Picture(inside));
+  return ShowsText(picture, QStringLiteral("Video Details: ") + details, kGround);
 }
 
 bool JoinerWindow::AwaitDetails(const QString& details) const {
