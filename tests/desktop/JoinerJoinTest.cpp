@@ -152,6 +152,21 @@ TEST_F(JoinerJoin, TheOtherModeWrapsEachSectionUnderItsNumberAndAsksForNoOutput)
   EXPECT_TRUE(joiner.ShowsProcess("Process: Video Created."));
 }
 
+TEST_F(JoinerJoin, TheOtherModeTellsTheSectionThatItIsAt) {
+  ASSERT_NO_FATAL_FAILURE(AddThreePretended());
+  program.ReplaceTool("ffmpeg", "case \"$*\" in\n*intermediate01*) " + program.Gate("first") +
+                                    ";;\n*) " + program.Gate("last") + ";;\nesac");
+  ASSERT_TRUE(joiner.RemoveSection(1));
+  joiner.Choose(JoinerMode::kTransportStreams);
+  screen.Click(joiner.ButtonCentre(JoinerButton::kJoinSections));
+  EXPECT_TRUE(joiner.AwaitProcess("Process: Transcoding Video 00"));
+  ASSERT_TRUE(program.Open("first"));
+  EXPECT_TRUE(joiner.AwaitProcess("Process: Transcoding Video 02"));
+  ASSERT_TRUE(program.Open("last"));
+  ASSERT_TRUE(ConfirmJoin(screen));
+  EXPECT_TRUE(joiner.ShowsProcess("Process: Video Created."));
+}
+
 TEST_F(JoinerJoin, TheOtherModeLocksTheSectionsForGood) {
   ASSERT_NO_FATAL_FAILURE(AddThreePretended());
   joiner.Choose(JoinerMode::kTransportStreams);
