@@ -1,12 +1,12 @@
 // The section window against the main window, from the load to the first paint, and what a move of
 // a needle or a slider costs with its repaint. The windows of a pair open one after the other, in
 // alternating order, and each pair gives a ratio.
-#include <QEvent>
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <vector>
 
+#include "FirstPaint.h"
+#include "Pairs.h"
 #include "platform/App.h"
 #include "sections/Form3.h"
 #include "workspace/Form1.h"
@@ -14,67 +14,18 @@
 namespace {
 
 using namespace kelvane;
+using namespace kelvane::bench;
 using Clock = std::chrono::steady_clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
-
-// Sees a widget's paint events.
-class Paints : public QObject {
- public:
-  explicit Paints(QWidget& widget) { widget.installEventFilter(this); }
-  int Count() const { return count_; }
-  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
-    if (event->type() == QEvent::Paint) ++count_;
-    return false;
-  }
-
- private:
-  int count_ = 0;
-};
-
-double At(std::vector<double> values, double share) {
-  std::sort(values.begin(), values.end());
-  return values[static_cast<std::size_t>(share * static_cast<double>(values.size() - 1))];
-}
-
-void PrintRow(const char* name, const std::vector<double>& values) {
-  std::printf("  %-38s %9.4f %9.4f %9.4f\n", name, At(values, 0), At(values, 0.5), At(values, 1));
-}
-
-template <class Window>
-double MillisecondsToFirstPaint() {
-  const Clock::time_point begin = Clock::now();
-  Window window;
-  window.Load();
-  const Paints paints(window);
-  window.Show();
-  while (paints.Count() == 0) DoEvents();
-  // The controls are painted in the same turn as the window that they lie in.
-  const Milliseconds took = Clock::now() - begin;
-  window.Unload();
-  return took.count();
-}
 
 void CompareOpening() {
   constexpr int kPairs = 40;
   constexpr double kTarget = 1.5;
-  MillisecondsToFirstPaint<Form1>();
-  MillisecondsToFirstPaint<Form3>();
-  std::vector<double> sections;
-  std::vector<double> main;
-  std::vector<double> ratios;
-  for (int pair = 0; pair < kPairs; ++pair) {
-    const bool sectionsFirst = pair % 2 == 0;
-    if (sectionsFirst) sections.push_back(MillisecondsToFirstPaint<Form3>());
-    main.push_back(MillisecondsToFirstPaint<Form1>());
-    if (!sectionsFirst) sections.push_back(MillisecondsToFirstPaint<Form3>());
-    ratios.push_back(sections.back() / main.back());
-  }
-  std::printf("from the load to the first paint, %d pairs    min    median       max\n", kPairs);
-  PrintRow("section window, ms", sections);
-  PrintRow("main window, ms", main);
-  PrintRow("ratio", ratios);
-  std::printf("  median ratio at most %.2f: %s\n", kTarget,
-              At(ratios, 0.5) <= kTarget ? "met" : "missed");
+  SecondsToFirstPaint<Form1>();
+  SecondsToFirstPaint<Form3>();
+  Compare("from the load to the first paint", kPairs, kTarget,
+          {"section window", SecondsToFirstPaint<Form3>},
+          {"main window", SecondsToFirstPaint<Form1>});
 }
 
 // To and fro, each move with its handler and all that is painted after it.
@@ -98,13 +49,14 @@ void MeasureMoves(const Form3& form, const char* name, Control& control, float u
   if (form.isVisible() && paints.Count() < kMoves / 2) {
     std::printf("  %s: only %d of %d moves were painted\n", name, paints.Count(), kMoves);
   }
-  PrintRow(name, costs);
+  PrintRow(std::string(name) + ", ms", costs);
 }
 
 }  // namespace
 
 int main() {
   qputenv("QT_QPA_PLATFORM", "offscreen");
+  QuietToolkit();
   const App app("kelvane");
   CompareOpening();
 
@@ -112,7 +64,7 @@ int main() {
   form.Load();
   form.Show();
   DoEvents();
-  std::printf("a move, its handler and its repaint             min    median       max\n");
+  std::puts("a move, its handler and its repaint: min, median, max");
   constexpr float kPixel = 1;
   constexpr float kTwips = 15;
   for (const char* needle : {"Picture4(0)", "Picture4(1)"}) {

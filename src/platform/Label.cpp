@@ -2,6 +2,7 @@
 
 #include <QFontMetrics>
 #include <QPainter>
+#include <cmath>
 
 #include "platform/Colours.h"
 #include "platform/Container.h"
@@ -57,9 +58,11 @@ QString Label::ShownCaption() const {
 
 void Label::FitCaption() {
   const float unitsPerPixel = container()->UnitsPerPixel();
-  const QFontMetrics metrics(font());
-  setWidth(static_cast<float>(metrics.horizontalAdvance(ShownCaption())) * unitsPerPixel);
-  setHeight(static_cast<float>(metrics.height()) * unitsPerPixel);
+  // Whole pixels, and not one too few for the caption to be drawn as it is.
+  const QFontMetricsF metrics(font());
+  const double width = std::ceil(metrics.horizontalAdvance(ShownCaption()));
+  setWidth(static_cast<float>(width) * unitsPerPixel);
+  setHeight(static_cast<float>(QFontMetrics(font()).height()) * unitsPerPixel);
 }
 
 void Label::setBackColor(QRgb color) {

@@ -38,6 +38,13 @@ class ListBox::Lines : public QListWidget {
   }
 
  protected:
+  // The toolkit would make the first line the current one where none is selected.
+  void focusInEvent(QFocusEvent* event) override {
+    const int line = currentRow();
+    QListWidget::focusInEvent(event);
+    setCurrentRow(line);
+  }
+
   // The toolkit would have the range follow what the list holds.
   void updateGeometries() override {
     const int across = horizontalScrollBar()->value();

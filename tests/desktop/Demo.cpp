@@ -1,7 +1,8 @@
 // Shows the program at work: a private display, a clip made for the purpose, and the real window
 // driven with a real pointer through load, play, the dragging of all four bars, preview, crop and
-// cancel, and the section window after it. Leaves a picture of each step and the cropped file; ends
-// with 0 only if that file is what the same command line gives without the program.
+// cancel, and the section window and the joiner after it. Leaves a picture of each step, the
+// cropped file and a joined one; ends with 0 only if the cropped file is what the same command line
+// gives without the program, and the joined one as long as what it was joined from.
 //
 //   kelvane_demo PROGRAM_FOLDER OUTPUT_FOLDER
 #include <QDir>
@@ -10,6 +11,7 @@
 #include <exception>
 #include <stdexcept>
 
+#include "desktop/DemoJoiner.h"
 #include "desktop/DemoSections.h"
 #include "desktop/driver/Program.h"
 #include "desktop/driver/Toolkit.h"
@@ -253,7 +255,9 @@ void Show(const QString& programFolder, const QString& outputFolder) {
   Demo(screen, program, QDir(output.absolutePath())).Run();
   ShowSections(screen, programFolder, QString::fromStdString(display.Name()),
                QDir(output.absolutePath()));
-  std::printf("demo: done; the pictures and the cropped file lie in %s\n",
+  ShowJoiner(screen, programFolder, QString::fromStdString(display.Name()),
+             QDir(output.absolutePath()));
+  std::printf("demo: done; the pictures, the cropped and the joined file lie in %s\n",
               qUtf8Printable(output.absolutePath()));
 }
 

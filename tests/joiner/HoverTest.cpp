@@ -4,6 +4,7 @@
 #include <QMouseEvent>
 #include <QScrollBar>
 #include <QTreeView>
+#include <QtMath>
 
 #include "joiner/JoinerWindowTest.h"
 
@@ -85,8 +86,7 @@ TEST_F(JoinerHover, AStripShowsItsDetailsAndItsFrameAndSelectsItsEntries) {
   EXPECT_EQ(Shown(VideoDetails), "Video Details: " + details);
   EXPECT_EQ(Frame("Shape3"), "60,20 62x19");
   const auto& label = Get<Label>("Label3", VideoDetails);
-  EXPECT_EQ(label.Width(),
-            static_cast<float>(QFontMetrics(label.font()).horizontalAdvance(label.Caption())));
+  EXPECT_EQ(label.width(), qCeil(QFontMetricsF(label.font()).horizontalAdvance(label.Caption())));
   EXPECT_EQ(Get<Shape>("Shape8").Width(), label.Width() + 5);
   MoveOverStrip(2);
   EXPECT_EQ(SelectedRow(), 1);

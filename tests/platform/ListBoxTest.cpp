@@ -78,6 +78,17 @@ TEST_F(AListBox, HasOneLineSelectedAtMost) {
   EXPECT_EQ(inside.selectedItems().size(), 0);
 }
 
+TEST_F(AListBox, TakesTheFocusWithoutSelectingALine) {
+  AddMany(3);
+  inside.setFocus();
+  ASSERT_TRUE(PumpUntil([&] { return inside.hasFocus(); }));
+  EXPECT_EQ(list.ListIndex(), -1);
+  list.setListIndex(1);
+  inside.clearFocus();
+  inside.setFocus();
+  EXPECT_EQ(list.ListIndex(), 1);
+}
+
 TEST_F(AListBox, ScrollsTheSelectedLineIntoViewDownAndUpAlone) {
   AddMany(100);
   list.setHorizontalExtent(900);

@@ -1,6 +1,8 @@
 // Members of control arrays that are loaded at run time, and what else controls do only then.
 #include <gtest/gtest.h>
 
+#include <QtMath>
+
 #include "platform/ControlArray.h"
 #include "platform/Label.h"
 #include "platform/PictureBox.h"
@@ -185,8 +187,8 @@ TEST(ALabelThatSizesItself, TakesTheSizeOfEachNewCaptionBeforeItsChange) {
     for (const char* caption : {"Video Details: a.mp4", "", "A && B"}) {
       label.setCaption(QLatin1String(caption));
       const QString shown = QString(QLatin1String(caption)).replace("&&", "&");
-      const QFontMetrics metrics(label.font());
-      EXPECT_EQ(label.size(), QSize(metrics.horizontalAdvance(shown), metrics.height())) << caption;
+      const int width = qCeil(QFontMetricsF(label.font()).horizontalAdvance(shown));
+      EXPECT_EQ(label.size(), QSize(width, QFontMetrics(label.font()).height())) << caption;
       EXPECT_EQ(widthAtChange, label.width()) << caption;
     }
   }

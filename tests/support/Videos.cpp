@@ -66,6 +66,13 @@ QSize VideoSize(const QString& path) {
   return numbers.size() == 2 ? QSize(numbers[0].toInt(), numbers[1].toInt()) : QSize();
 }
 
+double VideoSeconds(const QString& path) {
+  QString printed;
+  RunTool(QStringLiteral("ffprobe"),
+          {"-v", "error", "-show_entries", "format=duration", "-of", "csv=p=0", path}, &printed);
+  return printed.trimmed().toDouble();
+}
+
 int Pictures(const QString& path) {
   QString printed;
   const bool sound =
@@ -75,7 +82,8 @@ int Pictures(const QString& path) {
           {"-v", "error", "-select_streams", "v:0", "-count_frames", "-show_entries",
            "stream=nb_read_frames", "-of", "csv=p=0", path},
           &printed);
-  return printed.trimmed().toInt();
+  // Of a transport stream it is told once more for its programme.
+  return printed.section(QLatin1Char('\n'), 0, 0).remove(QLatin1Char(',')).trimmed().toInt();
 }
 
 }  // namespace kelvane

@@ -25,6 +25,8 @@ bool MakeColours(const QString& path, QSize size, const QList<QRgb>& colours);
 
 // The size of the file's first picture stream; empty if it has none.
 QSize VideoSize(const QString& path);
+// How long the file says it lasts; 0 if it doesn't say.
+double VideoSeconds(const QString& path);
 // The number of pictures that decode; -1 if the file doesn't decode without complaint.
 int Pictures(const QString& path);
 

@@ -29,14 +29,7 @@ bool MainWindow::Await() {
   return WaitFor([this] { return Shows(NameOf(kLoadVideo), QStringLiteral("Load Video")); });
 }
 
-// The menu bar ends where the window's dark ground begins.
-QRect MainWindow::Area() const {
-  const QRect window = screen_.Place(window_);
-  const QImage edge = screen_.Picture(QRect(window.topLeft(), QSize(1, window.height())));
-  int top = 0;
-  while (top < edge.height() && edge.pixel(0, top) != kDark) ++top;
-  return window.adjusted(0, top, 0, 0);
-}
+QRect MainWindow::Area() const { return AreaUnderMenus(screen_, window_, kDark); }
 
 QRect MainWindow::Menus() const {
   const QRect window = screen_.Place(window_);
@@ -205,6 +198,14 @@ QPoint JobWindow::CancelButton() const { return Place({344, 22, 97, 17}).center(
 
 void JobWindow::Cancel(PointerButton button) { screen_.Click(CancelButton(), button); }
 
+QRect AreaUnderMenus(const Screen& screen, WindowId window, QRgb ground) {
+  const QRect place = screen.Place(window);
+  const QImage edge = screen.Picture(QRect(place.topLeft(), QSize(1, place.height())));
+  int top = 0;
+  while (top < edge.height() && edge.pixel(0, top) != ground) ++top;
+  return place.adjusted(0, top, 0, 0);
+}
+
 bool ChooseFile(Screen& screen, MainWindow& window, Command command, const QString& path) {
   const QList<WindowId> known = screen.Windows();
   window.Click(command);
@@ -214,12 +215,14 @@ bool ChooseFile(Screen& screen, MainWindow& window, Command command, const QStri
 
 bool TypeFileName(Screen& screen, WindowId dialog, const QString& path) {
   if (!WaitFor([&] { return screen.Active(dialog); })) return false;
-  screen.Type(path);
-  // The first Return may only close the list of matching names.
-  constexpr int kReturns = 3;
-  for (int i = 0; i < kReturns; ++i) {
+  // A Return may only close the list of matching names, or open the folder that was typed so far
+  // where that list comes late.
+  constexpr int kAttempts = 5;
+  for (int attempt = 0; attempt < kAttempts; ++attempt) {
+    screen.Strike('a', kControl);
+    screen.Type(path);
     screen.Strike(kReturn);
-    if (WaitFor([&] { return !screen.Exists(dialog); }, 3s)) return true;
+    if (WaitFor([&] { return !screen.Exists(dialog); }, 2s)) return true;
   }
   return false;
 }

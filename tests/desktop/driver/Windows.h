@@ -104,6 +104,9 @@ class JobWindow {
   WindowId window_ = 0;
 };
 
+// The window's area under its menu bar, in screen pixels; the bar ends where `ground` begins.
+QRect AreaUnderMenus(const Screen& screen, WindowId window, QRgb ground);
+
 // Fires the command, and types the path into the file dialog that comes. False if none comes or it
 // doesn't take the path.
 bool ChooseFile(Screen& screen, MainWindow& window, Command command, const QString& path);

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QEvent>
+#include <QLoggingCategory>
+#include <QWidget>
+#include <chrono>
+
+#include "platform/App.h"
+
+namespace kelvane::bench {
+
+// Stops the toolkit's complaints of what a platform without a screen can't do.
+inline void QuietToolkit() { QLoggingCategory::setFilterRules(QStringLiteral("*.warning=false")); }
+
+// Sees a widget's paint events.
+class Paints : public QObject {
+ public:
+  explicit Paints(QWidget& widget) { widget.installEventFilter(this); }
+  int Count() const { return count_; }
+  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
+    if (event->type() == QEvent::Paint) ++count_;
+    return false;
+  }
+
+ private:
+  int count_ = 0;
+};
+
+// From a window's making, over its load, to its first paint. The controls are painted in the same
+// turn as the window that they lie in.
+template <class Window>
+double SecondsToFirstPaint() {
+  const auto begin = std::chrono::steady_clock::now();
+  Window window;
+  window.Load();
+  const Paints paints(window);
+  window.Show();
+  while (paints.Count() == 0) DoEvents();
+  const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
+  window.Unload();
+  return took.count();
+}
+
+}  // namespace kelvane::bench

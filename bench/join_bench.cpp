@@ -1,0 +1,120 @@
+// A join of ten clips through the program against the very same command line run bare, the second
+// that the program waits by design left out. The two run one after the other, in alternating order,
+// and each pair gives a ratio.
+#include <sys/stat.h>
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <exception>
+
+#include "Pairs.h"
+#include "desktop/driver/JoinerWindow.h"
+#include "desktop/driver/Program.h"
+#include "desktop/driver/Toolkit.h"
+#include "support/Videos.h"
+
+namespace {
+
+using namespace kelvane;
+using namespace kelvane::bench;
+using namespace kelvane::desktop;
+
+constexpr int kClips = 10;
+constexpr int kClipSeconds = 60;
+constexpr int kPictures = kClips * kClipSeconds * 25;
+
+double Now() {
+  return std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
+}
+
+class JoinBench {
+ public:
+  JoinBench(Screen& screen, const QString& display)
+      : screen_(screen),
+        program_(KELVANE_PROGRAM_FOLDER, display, "kelvane-joiner"),
+        window_(screen) {
+    std::printf("making %d clips of %d seconds, 1920 by 1080 pixels\n", kClips, kClipSeconds);
+    const QString first = program_.PathOf("0.mp4");
+    Need(MakeVideo(first, QSize(1920, 1080), kClipSeconds), "the clip can't be made");
+    program_.Start();
+    Need(window_.Await(), "the joiner window doesn't come");
+    for (int clip = 0; clip < kClips; ++clip) {
+      const QString path = program_.PathOf(QStringLiteral("%1.mp4").arg(clip));
+      Need(path == first || QFile::copy(first, path), "the clip can't be copied");
+      Need(window_.ChooseFile(JoinerButton::kAddSection, path), "the clip can't be chosen");
+      Need(window_.AwaitSections(clip + 1), "the clip isn't counted");
+    }
+  }
+
+  // From the list file, which is written when the name has been chosen, to the box at the end.
+  double InProgram() {
+    QFile::remove(output_);
+    QFile::remove(list_);
+    Need(window_.ChooseFile(JoinerButton::kJoinSections, output_), "the join doesn't start");
+    constexpr auto kLongest = 300s;
+    Need(WaitFor([this] { return screen_.Find("Kelvane").has_value(); }, kLongest, 2ms),
+         "the join doesn't end");
+    const double end = Now();
+    Need(ConfirmJoin(screen_), "the box at the end doesn't close");
+    constexpr double kDesignedWait = 1;
+    return end - Written(list_) - kDesignedWait;
+  }
+
+  double Bare() {
+    QFile::remove(output_);
+    const QString command =
+        QStringLiteral(
+            "'%1' -f concat -safe 0 -i '%2' -c copy -y '%3' 2>&1 < /dev/null | cat > /dev/null")
+            .arg(program_.ProgramFolder() + "/ffmpeg", list_, output_);
+    const double begin = Now();
+    Need(std::system(command.toLocal8Bit().constData()) == 0, "the bare command fails");
+    return Now() - begin;
+  }
+
+  void CheckOutput() const { Need(Pictures(output_) == kPictures, "the joined file isn't whole"); }
+
+ private:
+  static double Written(const QString& path) {
+    struct stat status {};
+    Need(stat(QFile::encodeName(path).constData(), &status) == 0, "there is no list file");
+    return static_cast<double>(status.st_mtim.tv_sec) +
+           static_cast<double>(status.st_mtim.tv_nsec) / 1e9;
+  }
+
+  Screen& screen_;
+  Program program_;
+  JoinerWindow window_;
+  QString output_ = program_.PathOf("all.mp4");
+  QString list_ = program_.ProgramFolder() + "/files.txt";
+};
+
+void Run() {
+  const QTemporaryDir home;
+  const std::string folder = home.path().toStdString();
+  const PrivateDisplay display(folder);
+  const Toolkit toolkit(display, folder);
+  Screen screen(display.Name());
+  JoinBench join(screen, QString::fromStdString(display.Name()));
+  // Once each, so that neither pays for reading the disk.
+  join.InProgram();
+  join.CheckOutput();
+  join.Bare();
+  join.CheckOutput();
+  constexpr int kPairs = 8;
+  Compare("a join of ten minutes of 1080p", kPairs, 1.02,
+          {"in the program", [&] { return join.InProgram(); }},
+          {"bare command", [&] { return join.Bare(); }});
+}
+
+}  // namespace
+
+int main() {
+  try {
+    Run();
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "join_bench: %s\n", failure.what());
+    return 1;
+  }
+  return 0;
+}
