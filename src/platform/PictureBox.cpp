@@ -1,5 +1,6 @@
 #include "platform/PictureBox.h"
 
+#include <QEvent>
 #include <QFontMetrics>
 #include <QPainter>
 #include <algorithm>
@@ -95,6 +96,20 @@ void PictureBox::PrintAt(float x, float y, const QString& text) {
 void PictureBox::SetPrintFont(const QString& family, float points) {
   printFont_ = QFont(family);
   printFont_.setPixelSize(FontPixels(points));
+}
+
+// That the window is in front, or behind a dialog, is nothing to what lies in a box, which may be
+// thousands of controls: the toolkit would tell each of them.
+bool PictureBox::event(QEvent* event) {
+  switch (event->type()) {
+    case QEvent::WindowActivate:
+    case QEvent::WindowDeactivate:
+    case QEvent::WindowBlocked:
+    case QEvent::WindowUnblocked:
+      return true;
+    default:
+      return Container::event(event);
+  }
 }
 
 void PictureBox::SizeChanged() { Raise(this, Resize, Index()); }

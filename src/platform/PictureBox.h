@@ -42,6 +42,7 @@ class PictureBox : public Container {
   std::function<void(int Index)> Resize;
 
  protected:
+  bool event(QEvent* event) override;
   void SizeChanged() override;
   void paintEvent(QPaintEvent* event) override;
 
