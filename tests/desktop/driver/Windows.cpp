@@ -215,14 +215,17 @@ bool ChooseFile(Screen& screen, MainWindow& window, Command command, const QStri
 
 bool TypeFileName(Screen& screen, WindowId dialog, const QString& path) {
   if (!WaitFor([&] { return screen.Active(dialog); })) return false;
-  // A Return may only close the list of matching names, or open the folder that was typed so far
-  // where that list comes late.
-  constexpr int kAttempts = 5;
+  // A Return may only close the list of matching names. Where that list comes late, it may open the
+  // folder that was typed so far: then the name is typed again.
+  constexpr int kAttempts = 3;
+  constexpr int kReturns = 2;
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     screen.Strike('a', kControl);
     screen.Type(path);
-    screen.Strike(kReturn);
-    if (WaitFor([&] { return !screen.Exists(dialog); }, 2s)) return true;
+    for (int i = 0; i < kReturns; ++i) {
+      screen.Strike(kReturn);
+      if (WaitFor([&] { return !screen.Exists(dialog); }, 3s)) return true;
+    }
   }
   return false;
 }
