@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
 # Sets up, builds and runs the tests. Without an argument: all of them.
-#   ./test.sh quick     those that need no display server and no minutes
+#   ./test.sh quick     those that need neither a display server nor a minute
 #   ./test.sh asan      all of them, with AddressSanitizer and UndefinedBehaviorSanitizer
 #   ./test.sh coverage  all of them, with coverage counters left beside the objects
 set -euo pipefail
