@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QApplication>
 #include <QEvent>
 #include <QLoggingCategory>
 #include <QWidget>
@@ -12,17 +13,20 @@ namespace kelvane::bench {
 // Stops the toolkit's complaints of what a platform without a screen can't do.
 inline void QuietToolkit() { QLoggingCategory::setFilterRules(QStringLiteral("*.warning=false")); }
 
-// Sees a widget's paint events.
+// Sees the paint events of a widget and of all that lies in it.
 class Paints : public QObject {
  public:
-  explicit Paints(QWidget& widget) { widget.installEventFilter(this); }
+  explicit Paints(const QWidget& widget) : widget_(widget) { qApp->installEventFilter(this); }
   int Count() const { return count_; }
-  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
-    if (event->type() == QEvent::Paint) ++count_;
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::Paint) return false;
+    const auto* painted = qobject_cast<QWidget*>(watched);
+    if (painted == &widget_ || widget_.isAncestorOf(painted)) ++count_;
     return false;
   }
 
  private:
+  const QWidget& widget_;
   int count_ = 0;
 };
 

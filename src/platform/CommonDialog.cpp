@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QStringList>
 #include <utility>
 
@@ -40,9 +41,11 @@ bool CommonDialog::Show(Purpose purpose) {
   const QStringList filters = NameFilters(Filter);
   dialog.setNameFilters(filters);
   dialog.selectNameFilter(filters.value(FilterIndex - 1));
-  dialog.setDirectory(!InitDir.isEmpty() && QDir(InitDir).exists() ? InitDir : QDir::homePath());
+  const QString& begin = InitDir.isEmpty() ? lastFolder_ : InitDir;
+  dialog.setDirectory(!begin.isEmpty() && QDir(begin).exists() ? begin : QDir::homePath());
   if (dialog.exec() != QDialog::Accepted) return false;
   FileName = dialog.selectedFiles().value(0);
+  lastFolder_ = QFileInfo(FileName).absolutePath();
   return true;
 }
 

@@ -20,7 +20,8 @@ class CommonDialog {
   QString Filter;
   // Of the pair to begin with, counted from 1.
   int FilterIndex = 1;
-  // Where to begin; the user's home folder if it isn't there.
+  // Where to begin: the folder of the file last chosen if empty, and the user's home folder if
+  // there is none.
   QString InitDir;
   // The title of the next dialog alone; the toolkit's default if empty.
   QString DialogTitle;
@@ -34,6 +35,7 @@ class CommonDialog {
   bool Show(Purpose purpose);
 
   QWidget& window_;
+  QString lastFolder_;
 };
 
 }  // namespace kelvane

@@ -167,6 +167,7 @@ MouseEvent Control::Arguments(const QMouseEvent& event, int button) const {
 
 void Control::mousePressEvent(QMouseEvent* event) {
   event->accept();
+  if (ButtonsOf(event->button()) == kNoButton) return;
   Raise(this, MouseDown, Arguments(*event, ButtonsOf(event->button())));
 }
 
@@ -177,11 +178,13 @@ void Control::mouseMoveEvent(QMouseEvent* event) {
 
 void Control::mouseReleaseEvent(QMouseEvent* event) {
   event->accept();
+  if (ButtonsOf(event->button()) == kNoButton) return;
   Raise(this, MouseUp, Arguments(*event, ButtonsOf(event->button())));
 }
 
 void Control::mouseDoubleClickEvent(QMouseEvent* event) {
   event->accept();
+  if (ButtonsOf(event->button()) == kNoButton) return;
   Raise(this, DblClick, Arguments(*event, ButtonsOf(event->button())));
 }
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QFont>
+#include <QString>
 #include <cmath>
 
 namespace kelvane {
@@ -10,5 +12,8 @@ inline int FontPixels(float points) {
   constexpr float kDotsPerPoint = 96.0F / 72.0F;
   return static_cast<int>(std::lround(points * kDotsPerPoint));
 }
+
+// `font`, set as much tighter as `text` needs for `width` pixels and legible text allows.
+QFont FittingFont(const QFont& font, const QString& text, int width);
 
 }  // namespace kelvane

@@ -10,22 +10,6 @@
 #include "platform/HandlerScope.h"
 
 namespace kelvane {
-namespace {
-
-// `font`, set as much tighter as `text` needs for `width` and legible text allows.
-QFont FittingFont(const QFont& font, const QString& text, int width) {
-  constexpr int kNatural = 100;
-  constexpr int kTightest = 85;
-  QFont fitting = font;
-  for (int stretch = kNatural;
-       stretch > kTightest && QFontMetricsF(fitting).horizontalAdvance(text) > width;) {
-    --stretch;
-    fitting.setStretch(stretch);
-  }
-  return fitting;
-}
-
-}  // namespace
 
 Label::Label(Container* container, const QString& name) : Control(container, name) {}
 

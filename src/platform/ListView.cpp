@@ -7,6 +7,7 @@
 
 #include "platform/Colours.h"
 #include "platform/Container.h"
+#include "platform/Fonts.h"
 
 namespace kelvane {
 namespace {
@@ -46,6 +47,7 @@ class ListView::Header : public QHeaderView {
     painter->setPen(palette().color(QPalette::Text));
     const QRect inside = place.adjusted(kTextMargin, 0, -kTextMargin, 0);
     const QString text = model()->headerData(column, orientation()).toString();
+    painter->setFont(FittingFont(font(), text, inside.width()));
     painter->drawText(inside, Qt::AlignLeft | Qt::AlignVCenter,
                       painter->fontMetrics().elidedText(text, Qt::ElideRight, inside.width()));
   }

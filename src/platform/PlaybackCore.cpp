@@ -1,8 +1,6 @@
 #include "platform/PlaybackCore.h"
 
 #include <alsa/asoundlib.h>
-#include <mpv/client.h>
-#include <mpv/render.h>
 
 #include <QPainter>
 #include <QRegion>
@@ -12,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/PlayerLibrary.h"
 #include "shared/TextHelpers.h"
 
 namespace kelvane {
@@ -60,17 +59,10 @@ void Silence(const char* /*file*/, int /*line*/, const char* /*function*/, int /
 // Marks the answer to a command that starts a file.
 constexpr std::uint64_t kStartAnswer = 1;
 
-void Command(mpv_handle* player, std::initializer_list<const char*> words,
-             std::uint64_t answer = 0) {
-  std::vector<const char*> arguments(words);
-  arguments.push_back(nullptr);
-  mpv_command_async(player, answer, arguments.data());
-}
-
 }  // namespace
 
-PlaybackCore::PlaybackCore(QObject* parent) : QObject(parent) {
-  if (!MakePlayer()) return;
+PlaybackCore::PlaybackCore(QObject* parent) : QObject(parent), mpv_(PlayerLibrary::Get()) {
+  if (mpv_ == nullptr || !MakePlayer()) return;
   ObserveProperties();
   rendering_ = std::thread([this] { RenderFrames(); });
 }
@@ -79,21 +71,21 @@ bool PlaybackCore::MakePlayer() {
   // The player refuses to be made under another locale's numbers.
   (void)std::setlocale(LC_NUMERIC, "C");
   snd_lib_error_set_handler(Silence);
-  player_ = mpv_create();
+  player_ = mpv_->create();
   if (player_ == nullptr) return false;
-  for (const auto& [name, value] : kOptions) mpv_set_option_string(player_, name, value);
-  if (mpv_initialize(player_) < 0) return false;
+  for (const auto& [name, value] : kOptions) mpv_->set_option_string(player_, name, value);
+  if (mpv_->initialize(player_) < 0) return false;
   std::string software = MPV_RENDER_API_TYPE_SW;
   std::array<mpv_render_param, 2> parameters{
       {{MPV_RENDER_PARAM_API_TYPE, software.data()}, {MPV_RENDER_PARAM_INVALID, nullptr}}};
-  if (mpv_render_context_create(&renderer_, player_, parameters.data()) < 0) return false;
-  mpv_render_context_set_update_callback(
+  if (mpv_->render_context_create(&renderer_, player_, parameters.data()) < 0) return false;
+  mpv_->render_context_set_update_callback(
       renderer_, [](void* core) { static_cast<PlaybackCore*>(core)->WakeRenderer(); }, this);
   return true;
 }
 
 PlaybackCore::~PlaybackCore() {
-  if (renderer_ != nullptr) mpv_render_context_set_update_callback(renderer_, nullptr, nullptr);
+  if (renderer_ != nullptr) mpv_->render_context_set_update_callback(renderer_, nullptr, nullptr);
   if (rendering_.joinable()) {
     {
       const std::lock_guard lock(mutex_);
@@ -102,36 +94,42 @@ PlaybackCore::~PlaybackCore() {
     wake_.notify_one();
     rendering_.join();
   }
-  if (renderer_ != nullptr) mpv_render_context_free(renderer_);
+  if (renderer_ != nullptr) mpv_->render_context_free(renderer_);
   if (player_ == nullptr) return;
-  mpv_set_wakeup_callback(player_, nullptr, nullptr);
-  mpv_terminate_destroy(player_);
+  mpv_->set_wakeup_callback(player_, nullptr, nullptr);
+  mpv_->terminate_destroy(player_);
 }
 
 void PlaybackCore::Start(const QString& path) {
   if (!rendering_.joinable()) return;
   active_ = true;
   ++unansweredStarts_;
-  Command(player_, {"loadfile", ToNarrow(path).c_str(), "replace"}, kStartAnswer);
+  Command({"loadfile", ToNarrow(path).c_str(), "replace"}, kStartAnswer);
   setPaused(false);
 }
 
 void PlaybackCore::Stop() {
   if (!rendering_.joinable()) return;
   active_ = false;
-  Command(player_, {"stop"});
+  Command({"stop"});
+}
+
+void PlaybackCore::Command(std::initializer_list<const char*> words, std::uint64_t answer) {
+  std::vector<const char*> arguments(words);
+  arguments.push_back(nullptr);
+  mpv_->command_async(player_, answer, arguments.data());
 }
 
 void PlaybackCore::setPaused(bool paused) {
   if (!rendering_.joinable()) return;
   int flag = paused ? 1 : 0;
-  mpv_set_property_async(player_, 0, "pause", MPV_FORMAT_FLAG, &flag);
+  mpv_->set_property_async(player_, 0, "pause", MPV_FORMAT_FLAG, &flag);
 }
 
 void PlaybackCore::setVolume(int volume) {
   if (!rendering_.joinable()) return;
   double value = volume;
-  mpv_set_property_async(player_, 0, "volume", MPV_FORMAT_DOUBLE, &value);
+  mpv_->set_property_async(player_, 0, "volume", MPV_FORMAT_DOUBLE, &value);
 }
 
 // The far side is turned down, the near side stays.
@@ -147,14 +145,14 @@ void PlaybackCore::setBalance(int balance) {
                                                .arg(left)
                                                .arg(right)
                                                .toLatin1();
-  Command(player_, {"af", "set", filter.constData()});
+  Command({"af", "set", filter.constData()});
 }
 
 void PlaybackCore::ObserveProperties() {
   for (const char* name : {kPosition, kDuration, kStoredWidth, kStoredHeight}) {
-    mpv_observe_property(player_, 0, name, MPV_FORMAT_DOUBLE);
+    mpv_->observe_property(player_, 0, name, MPV_FORMAT_DOUBLE);
   }
-  mpv_set_wakeup_callback(
+  mpv_->set_wakeup_callback(
       player_,
       [](void* core) {
         auto* self = static_cast<PlaybackCore*>(core);
@@ -165,8 +163,8 @@ void PlaybackCore::ObserveProperties() {
 }
 
 void PlaybackCore::DrainEvents() {
-  for (const mpv_event* event = mpv_wait_event(player_, 0); event->event_id != MPV_EVENT_NONE;
-       event = mpv_wait_event(player_, 0)) {
+  for (const mpv_event* event = mpv_->wait_event(player_, 0); event->event_id != MPV_EVENT_NONE;
+       event = mpv_->wait_event(player_, 0)) {
     if (event->event_id == MPV_EVENT_PROPERTY_CHANGE) {
       const auto& property = *static_cast<mpv_event_property*>(event->data);
       TakeProperty(property.name, property.format == MPV_FORMAT_DOUBLE
@@ -244,7 +242,7 @@ void PlaybackCore::RenderFrames() {
     const bool redraws = std::exchange(redraw_, false);
     frameWaits_ = false;
     lock.unlock();
-    const bool hasFrame = (mpv_render_context_update(renderer_) & MPV_RENDER_UPDATE_FRAME) != 0;
+    const bool hasFrame = (mpv_->render_context_update(renderer_) & MPV_RENDER_UPDATE_FRAME) != 0;
     if (hasFrame || redraws) RenderFrame();
     lock.lock();
   }
@@ -267,7 +265,7 @@ void PlaybackCore::RenderFrame() {
                                               {MPV_RENDER_PARAM_SW_POINTER, drawing_.bits()},
                                               {MPV_RENDER_PARAM_SKIP_RENDERING, &skips},
                                               {MPV_RENDER_PARAM_INVALID, nullptr}}};
-  mpv_render_context_render(renderer_, parameters.data());
+  mpv_->render_context_render(renderer_, parameters.data());
   if (skips != 0) return;
   {
     const std::lock_guard lock(mutex_);

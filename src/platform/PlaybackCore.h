@@ -6,6 +6,8 @@
 #include <QString>
 #include <atomic>
 #include <condition_variable>
+#include <cstdint>
+#include <initializer_list>
 #include <mutex>
 #include <thread>
 
@@ -15,6 +17,8 @@ struct mpv_handle;
 struct mpv_render_context;
 
 namespace kelvane {
+
+struct PlayerLibrary;
 
 // Plays one file at a time: sound through the system's device, or silently where there is none; the
 // picture, as it is stored and without a regard for its pixels' shape, into memory on a thread of
@@ -56,6 +60,7 @@ class PlaybackCore : public QObject {
 
  private:
   bool MakePlayer();
+  void Command(std::initializer_list<const char*> words, std::uint64_t answer = 0);
   void ObserveProperties();
   void DrainEvents();
   void TakeProperty(const char* name, const double* number);
@@ -64,6 +69,7 @@ class PlaybackCore : public QObject {
   void RenderFrame();
   void WakeRenderer();
 
+  const PlayerLibrary* const mpv_;  // null where it isn't there: then nothing is ever played
   mpv_handle* player_ = nullptr;
   mpv_render_context* renderer_ = nullptr;
   bool active_ = false;

@@ -10,7 +10,6 @@ namespace kelvane {
 
 ThumbControl::ThumbControl(Container* container, const QString& name, QAbstractSlider* thumb)
     : Control(container, name), thumb_(thumb) {
-  // Its menu would serve the queue, and hold up the handler at whose DoEvents it came up.
   FillWith(thumb_);
   connect(thumb_, &QAbstractSlider::valueChanged, this, &ThumbControl::ValueChanged);
   connect(thumb_, &QAbstractSlider::sliderReleased, this, &ThumbControl::ThumbReleased);

@@ -244,6 +244,17 @@ TEST_F(JoinerHover, TheRulerTellsTheTimeUnderThePointerOverItsWholeWidth) {
   }
 }
 
+TEST_F(JoinerHover, OfAScrolledChartGoesByTheRulersAndTheChartsOwnPlaces) {
+  AddThree();
+  Get<HScrollBar>("HScroll1").setValue(30);
+  auto& ruler = Get<PictureBox>("Picture5");
+  ASSERT_EQ(ruler.Left(), -30);
+  MoveOver(ruler, QPointF(100, 10));
+  EXPECT_EQ(ruler.ToolTipText(), QString("00:16:40"));
+  MoveOverStrip(3);
+  EXPECT_EQ(Frame("Shape3"), "60,20 62x19");
+}
+
 class JoinerMenu : public JoinerHover {
  protected:
   QMenu& MenuOnShow() const { return *form_->findChild<QMenu*>(); }

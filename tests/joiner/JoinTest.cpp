@@ -347,6 +347,16 @@ TEST_F(Transcoding, ABlankCutsTheInputButNotTheOutput) {
                   Path("my clips/intermediate01.ts")});
 }
 
+TEST_F(Transcoding, PutsEachTransportStreamBesideItsOwnSource) {
+  ASSERT_TRUE(QDir(tools_.Path()).mkdir("other"));
+  for (const char* name : {"a.mp4", "other/b.mp4", "c.mp4"}) AddSectionOf(name, "00:10:00.00");
+  TranscodeAll();
+  Texts outputs;
+  for (const std::string& run : RunsOf("ffmpeg")) outputs.push_back(run.substr(run.rfind(' ') + 1));
+  EXPECT_EQ(outputs, (Texts{Path("intermediate01.ts"), Path("other/intermediate02.ts"),
+                            Path("intermediate03.ts")}));
+}
+
 TEST_F(Transcoding, LocksTheListAndIgnoresWhatTheToolsPrint) {
   AddThree();
   tools_.CropDoes(Print("  Duration: 00:10:00.00, start: 0.0\n"));

@@ -207,10 +207,13 @@ TEST_F(Removing, AfterAFileWithoutADurationHitsThePathBeforeTheStripsOwn) {
 }
 
 TEST_F(Removing, OfAStripThatHasNoPathLeavesThePathsThatThereAre) {
-  const QString file =
-      AddPrinting("a.mp4", DurationText("00:10:00.00") + "  Duration: 00:05:00.00, start\n");
-  Remove(2);
-  EXPECT_EQ(PathsListed(), Texts{" Deleted Section "});
+  tools_.DurationProbeDoes("for i in 1 2; do printf '%-256s' 'Duration: 00:10:00.00, st'; done\n");
+  const QString file = tools_.File("a.mp4");
+  Add(file);
+  ASSERT_EQ(Strips().size(), 2U);
+  Remove(3);
+  EXPECT_EQ(Details(3), " Deleted Section ");
+  EXPECT_EQ(PathsListed(), Texts{file.toStdString()});
 }
 
 TEST_F(Removing, NeitherTheLeftNorTheMiddleButtonMeansAStrip) {

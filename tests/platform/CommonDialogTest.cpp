@@ -305,5 +305,27 @@ TEST_F(AFileDialog, BeginsInItsFolderOrAtHomeWhereThereIsNone) {
   EXPECT_EQ(beginning(QString()), QDir::homePath());
 }
 
+TEST_F(AFileDialog, BeginsWhereTheLastFileWasChosenUnlessItIsToldWhere) {
+  const QString inner = folder.filePath(QStringLiteral("inner"));
+  ASSERT_TRUE(QDir().mkpath(inner));
+  const auto beginning = [this] {
+    QString began;
+    Open([&](QFileDialog& shown) {
+      began = shown.directory().absolutePath();
+      shown.reject();
+    });
+    return began;
+  };
+  dialog.InitDir.clear();
+  ASSERT_TRUE(Save(Type(inner + QStringLiteral("/new.mp4"))));
+  EXPECT_EQ(beginning(), inner);
+  EXPECT_EQ(beginning(), inner) << "a cancelled dialog changes nothing";
+  dialog.InitDir = folder.path();
+  EXPECT_EQ(beginning(), folder.path());
+  dialog.InitDir.clear();
+  ASSERT_TRUE(QDir(inner).removeRecursively());
+  EXPECT_EQ(beginning(), QDir::homePath());
+}
+
 }  // namespace
 }  // namespace kelvane::testing

@@ -130,6 +130,7 @@ TEST_F(APlayer, GoesBackToTheBeginningAndBlackWhenStopped) {
   ASSERT_TRUE(watch.AwaitColour(kPlayedRed));
   EXPECT_LT(watch.Core().Position(), 1);
   EXPECT_TRUE(watch.Moves());
+  EXPECT_NEAR(player.currentMediaDuration().value_or(0), 20, 0.1);
 }
 
 TEST_F(APlayer, StoppedAndStartedAtOnceGoesOnPlaying) {
@@ -164,6 +165,7 @@ TEST_F(APlayer, StartsTheSameFileAgainFromItsBeginningEvenWhilePaused) {
   player.setURL(file);
   EXPECT_TRUE(PumpUntil([&] { return watch.Core().Position() < 0.9; }));
   EXPECT_TRUE(watch.Moves());
+  EXPECT_NEAR(player.currentMediaDuration().value_or(0), 20, 0.1);
 }
 
 TEST_F(APlayer, ShowsTheLastOfSeveralFilesGivenAtOnce) {

@@ -68,7 +68,7 @@ class NoAction : public SectionWindowTest {
 };
 
 TEST_F(NoAction, NothingFollowsFromAnythingThatHasNoAction) {
-  // Text1 of the table above is among them; a text box takes the keyboard and that is all.
+  // Text1 is among them: a text box takes the keyboard and that is all.
   const std::vector<std::string> names = ControlsWithoutAction();
   ASSERT_GT(names.size(), 60U);
   const DialogAnswers none({});

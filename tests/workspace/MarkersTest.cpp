@@ -1,4 +1,5 @@
 // The marker bars under the pointer: what follows, what stays, and what is refused.
+#include <QElapsedTimer>
 #include <QGuiApplication>
 #include <QMouseEvent>
 #include <array>
@@ -279,6 +280,18 @@ TEST_F(Markers, ASecondAfterAReleaseThePointersShapeIsPutBackOnce) {
   ASSERT_TRUE(WaitForTicks(recovery, 1));
   EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
   EXPECT_FALSE(recovery.Enabled());
+}
+
+TEST_F(Markers, AReleaseWithinThatSecondDoesNotPutItOff) {
+  LoadVideoOf(640, 360);
+  Drag(LeftBar, 3, 0);
+  Timer& recovery = Get<Timer>("Timer1");
+  QElapsedTimer sinceTheFirst;
+  sinceTheFirst.start();
+  ASSERT_TRUE(HoldsFor(600, [&] { return recovery.Enabled(); }));
+  Drag(TopBar, 0, 3);
+  ASSERT_TRUE(WaitForTicks(recovery, 1));
+  EXPECT_LT(sinceTheFirst.elapsed(), 1500);
 }
 
 class PositionTip : public Markers {

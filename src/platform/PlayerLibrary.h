@@ -1,0 +1,31 @@
+#pragma once
+
+#include <mpv/client.h>
+#include <mpv/render.h>
+
+namespace kelvane {
+
+// The player's functions, each under its own name without the prefix. Their library is loaded when
+// it is first asked for: with all that it needs in its turn it takes longer to load than a window
+// takes to open.
+struct PlayerLibrary {
+  // None where the library isn't there or lacks one of them. Stays valid to the program's end.
+  static const PlayerLibrary* Get();
+
+  decltype(&mpv_command_async) command_async = nullptr;
+  decltype(&mpv_create) create = nullptr;
+  decltype(&mpv_initialize) initialize = nullptr;
+  decltype(&mpv_observe_property) observe_property = nullptr;
+  decltype(&mpv_render_context_create) render_context_create = nullptr;
+  decltype(&mpv_render_context_free) render_context_free = nullptr;
+  decltype(&mpv_render_context_render) render_context_render = nullptr;
+  decltype(&mpv_render_context_set_update_callback) render_context_set_update_callback = nullptr;
+  decltype(&mpv_render_context_update) render_context_update = nullptr;
+  decltype(&mpv_set_option_string) set_option_string = nullptr;
+  decltype(&mpv_set_property_async) set_property_async = nullptr;
+  decltype(&mpv_set_wakeup_callback) set_wakeup_callback = nullptr;
+  decltype(&mpv_terminate_destroy) terminate_destroy = nullptr;
+  decltype(&mpv_wait_event) wait_event = nullptr;
+};
+
+}  // namespace kelvane
