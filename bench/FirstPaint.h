@@ -6,7 +6,9 @@
 #include <QWidget>
 #include <chrono>
 
+#include "Pairs.h"
 #include "platform/App.h"
+#include "workspace/Form1.h"
 
 namespace kelvane::bench {
 
@@ -43,6 +45,16 @@ double SecondsToFirstPaint() {
   const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
   window.Unload();
   return took.count();
+}
+
+// A window against the main window, in pairs.
+template <class Window>
+void CompareOpening(const char* name, double target) {
+  constexpr int kPairs = 40;
+  SecondsToFirstPaint<Form1>();
+  SecondsToFirstPaint<Window>();
+  Compare("from the load to the first paint", kPairs, target, {name, SecondsToFirstPaint<Window>},
+          {"main window", SecondsToFirstPaint<Form1>});
 }
 
 }  // namespace kelvane::bench

@@ -11,22 +11,11 @@
 #include "platform/App.h"
 #include "support/DialogAnswers.h"
 #include "support/RecordingTools.h"
-#include "workspace/Form1.h"
 
 namespace {
 
 using namespace kelvane;
 using namespace kelvane::bench;
-
-void CompareOpening() {
-  constexpr int kPairs = 40;
-  constexpr double kTarget = 1.2;
-  SecondsToFirstPaint<Form1>();
-  SecondsToFirstPaint<Form4>();
-  Compare("from the load to the first paint", kPairs, kTarget,
-          {"joiner window", SecondsToFirstPaint<Form4>},
-          {"main window", SecondsToFirstPaint<Form1>});
-}
 
 // Of this thread alone, and so without any tool and without waiting for one.
 double ProcessorMilliseconds() {
@@ -128,7 +117,7 @@ int main() {
   QuietToolkit();
   const App app("kelvane");
   try {
-    CompareOpening();
+    CompareOpening<Form4>("joiner window", 1.2);
     CompareGrowth();
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "joiner_bench: %s\n", failure.what());

@@ -9,7 +9,6 @@
 #include "Pairs.h"
 #include "platform/App.h"
 #include "sections/Form3.h"
-#include "workspace/Form1.h"
 
 namespace {
 
@@ -17,16 +16,6 @@ using namespace kelvane;
 using namespace kelvane::bench;
 using Clock = std::chrono::steady_clock;
 using Milliseconds = std::chrono::duration<double, std::milli>;
-
-void CompareOpening() {
-  constexpr int kPairs = 40;
-  constexpr double kTarget = 1.5;
-  SecondsToFirstPaint<Form1>();
-  SecondsToFirstPaint<Form3>();
-  Compare("from the load to the first paint", kPairs, kTarget,
-          {"section window", SecondsToFirstPaint<Form3>},
-          {"main window", SecondsToFirstPaint<Form1>});
-}
 
 // To and fro, each move with its handler and all that is painted after it.
 void MeasureMoves(const Form3& form, const char* name, Control& control, float units) {
@@ -58,7 +47,7 @@ int main() {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   QuietToolkit();
   const App app("kelvane");
-  CompareOpening();
+  CompareOpening<Form3>("section window", 1.5);
 
   Form3 form;
   form.Load();

@@ -12,6 +12,7 @@
 #include <stdexcept>
 
 #include "desktop/DemoJoiner.h"
+#include "desktop/DemoPart.h"
 #include "desktop/DemoSections.h"
 #include "desktop/driver/Program.h"
 #include "desktop/driver/Toolkit.h"
@@ -37,10 +38,10 @@ constexpr QSize kRegionSize(kRegion.right - kRegion.left, kRegion.base - kRegion
 // The tool's crop filter rounds down to whole colour samples, which lie on every other pixel.
 constexpr QSize kCropped(kRegionSize.width() / 2 * 2, kRegionSize.height() / 2 * 2);
 
-class Demo {
+class Demo : private DemoPart {
  public:
   Demo(Screen& screen, Program& program, const QDir& output)
-      : screen_(screen), program_(program), output_(output), window_(screen), job_(screen) {}
+      : DemoPart(screen, output), program_(program), window_(screen), job_(screen) {}
 
   void Run() {
     MakeClip();
@@ -215,26 +216,7 @@ class Demo {
     Need(program_.AwaitExit() == 0, "the program doesn't end cleanly");
   }
 
-  void Keep(const char* name, const char* what) {
-    const QString file = output_.filePath(QLatin1String(name) + QStringLiteral(".png"));
-    Need(screen_.Picture().save(file), "the picture can't be written");
-    Say(QStringLiteral("%1: %2").arg(file, QLatin1String(what)));
-  }
-
-  void Need(bool holds, const char* complaint) {
-    if (holds) return;
-    screen_.Picture().save(output_.filePath(QStringLiteral("failed.png")));
-    throw std::runtime_error(complaint);
-  }
-
-  static void Say(const QString& text) {
-    std::printf("demo: %s\n", qUtf8Printable(text));
-    std::fflush(stdout);
-  }
-
-  Screen& screen_;
   Program& program_;
-  QDir output_;
   MainWindow window_;
   JobWindow job_;
   QString clip_ = output_.filePath(QStringLiteral("clip.mp4"));

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <stdexcept>
 
+#include "desktop/DemoPart.h"
 #include "desktop/driver/JoinerWindow.h"
 #include "desktop/driver/Program.h"
 #include "desktop/driver/Windows.h"
@@ -33,10 +34,10 @@ constexpr int kRemoved = 3;
 constexpr int kHovered = 6;
 constexpr double kFrame = 1.0 / 25;
 
-class JoinerDemo {
+class JoinerDemo : private DemoPart {
  public:
   JoinerDemo(Screen& screen, Program& program, const QDir& output)
-      : screen_(screen), program_(program), output_(output), window_(screen) {}
+      : DemoPart(screen, output), program_(program), window_(screen) {}
 
   void RemoveAndHover() {
     Open();
@@ -118,26 +119,7 @@ class JoinerDemo {
     Need(program_.AwaitExit() == 0, "the joiner's program doesn't end cleanly");
   }
 
-  void Keep(const char* name, const char* what) {
-    const QString file = output_.filePath(QLatin1String(name) + QStringLiteral(".png"));
-    Need(screen_.Picture().save(file), "the picture can't be written");
-    Say(QStringLiteral("%1: %2").arg(file, QLatin1String(what)));
-  }
-
-  void Need(bool holds, const char* complaint) {
-    if (holds) return;
-    screen_.Picture().save(output_.filePath(QStringLiteral("failed.png")));
-    throw std::runtime_error(complaint);
-  }
-
-  static void Say(const QString& text) {
-    std::printf("demo: %s\n", qUtf8Printable(text));
-    std::fflush(stdout);
-  }
-
-  Screen& screen_;
   Program& program_;
-  QDir output_;
   JoinerWindow window_;
 };
 

@@ -3,16 +3,17 @@
 #include <cstdio>
 #include <stdexcept>
 
+#include "desktop/DemoPart.h"
 #include "desktop/driver/Program.h"
 #include "desktop/driver/SectionWindow.h"
 
 namespace kelvane::desktop {
 namespace {
 
-class SectionsDemo {
+class SectionsDemo : private DemoPart {
  public:
   SectionsDemo(Screen& screen, Program& program, const QDir& output)
-      : screen_(screen), program_(program), output_(output), window_(screen) {}
+      : DemoPart(screen, output), program_(program), window_(screen) {}
 
   void Run() {
     Open();
@@ -83,24 +84,9 @@ class SectionsDemo {
     Need(program_.AwaitExit() == 0, "the section window's program doesn't end cleanly");
   }
 
-  void Keep(const char* name, const char* what) {
-    const QString file = output_.filePath(QLatin1String(name) + QStringLiteral(".png"));
-    Need(screen_.Picture().save(file), "the picture can't be written");
-    std::printf("demo: %s: %s\n", qUtf8Printable(file), what);
-    std::fflush(stdout);
-  }
-
-  void Need(bool holds, const char* complaint) {
-    if (holds) return;
-    screen_.Picture().save(output_.filePath(QStringLiteral("failed.png")));
-    throw std::runtime_error(complaint);
-  }
-
   static constexpr QRgb kHover = 0xff404040;
 
-  Screen& screen_;
   Program& program_;
-  QDir output_;
   SectionWindow window_;
 };
 

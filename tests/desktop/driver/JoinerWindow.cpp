@@ -138,15 +138,8 @@ void JoinerWindow::PointAtSection(int section) {
 QPoint JoinerWindow::BareChart() const { return Chart().bottomRight() - QPoint(40, 40); }
 
 QPoint JoinerWindow::OpenMenuAt(QPoint place) {
-  constexpr int kEntryPitch = 22;
-  const QPoint middle = place + QPoint(20, 2 + kEntryPitch / 2);
-  const QRect under(middle, QSize(1, 1));
-  screen_.MovePointer(place);
-  const QImage before = screen_.Picture();
-  screen_.Press(kRightButton);
-  screen_.Release(kRightButton);
-  const bool came = WaitFor([&] { return screen_.Picture(under) != before.copy(under); }, 5s);
-  return came ? middle : QPoint();
+  const QRect menu = screen_.OpenMenu(place);
+  return menu.isEmpty() ? QPoint() : menu.center();
 }
 
 bool JoinerWindow::RemoveSection(int section) {

@@ -50,16 +50,10 @@ bool SectionWindow::AwaitTime(TimeReadOut readOut, const QString& time) const {
 }
 
 QPoint SectionWindow::OpenMenuAt(QPoint onTimeLine, int entry) {
-  constexpr int kEntryPitch = 22;
-  const QPoint place = TimeLine().topLeft() + onTimeLine;
-  const QPoint middle = place + QPoint(20, 2 + kEntryPitch / 2 + entry * kEntryPitch);
-  const QRect under(middle, QSize(1, 1));
-  screen_.MovePointer(place);
-  const QImage before = screen_.Picture();
-  screen_.Press(kRightButton);
-  screen_.Release(kRightButton);
-  const bool came = WaitFor([&] { return screen_.Picture(under) != before.copy(under); }, 5s);
-  return came ? middle : QPoint();
+  constexpr int kEntries = 2;
+  const QRect menu = screen_.OpenMenu(TimeLine().topLeft() + onTimeLine);
+  if (menu.isEmpty()) return {};
+  return {menu.center().x(), menu.top() + menu.height() * (2 * entry + 1) / (2 * kEntries)};
 }
 
 void SectionWindow::ChooseAt(QPoint onTimeLine, int entry) {
