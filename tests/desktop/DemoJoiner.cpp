@@ -6,6 +6,7 @@
 
 #include "desktop/DemoPart.h"
 #include "desktop/driver/JoinerWindow.h"
+#include "desktop/driver/Picture.h"
 #include "desktop/driver/Program.h"
 #include "desktop/driver/Windows.h"
 #include "support/Videos.h"
@@ -55,7 +56,13 @@ class JoinerDemo : private DemoPart {
     const QString joined = output_.filePath(QStringLiteral("joined.mp4"));
     Need(window_.ChooseFile(JoinerButton::kJoinSections, joined),
          "the save dialog doesn't take the name");
-    Need(screen_.Await(QStringLiteral("Kelvane")) != 0, "the join doesn't end");
+    const WindowId box = screen_.Await(QStringLiteral("Kelvane"));
+    Need(box != 0, "the join doesn't end");
+    Need(WaitFor([&] {
+           const QImage inside = screen_.Picture(screen_.Place(box));
+           return !AllOf(inside, inside.rect(), inside.pixel(0, 0));
+         }),
+         "the box stays empty");
     Keep("joiner-6-joined", "the end of the join; the tool's own words made one more strip");
     Need(ConfirmJoin(screen_), "the box at the end doesn't close");
     const double seconds = VideoSeconds(joined);
