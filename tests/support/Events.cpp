@@ -24,8 +24,10 @@ class StepReceiver : public QObject {
 
  protected:
   void customEvent(QEvent* /*event*/) override {
+    // The step may serve deletions itself.
+    const std::function<void()> step = std::move(step_);
     deleteLater();
-    step_();
+    step();
   }
 
  private:
