@@ -29,11 +29,11 @@ TEST_F(JoinerJoin, TellsTheToolTheListFileAndTheOutput) {
   const WindowId dialog = joiner.OpenDialog(JoinerButton::kJoinSections);
   ASSERT_NE(dialog, 0U);
   EXPECT_EQ(screen.Title(dialog), "Save Video As");
-  EXPECT_TRUE(joiner.ShowsProcess("Process: Creating List Index"));
+  EXPECT_TRUE(joiner.AwaitProcess("Process: Creating List Index"));
   ASSERT_TRUE(TypeFileName(screen, dialog, Output()));
   EXPECT_TRUE(joiner.AwaitProcess("Process: Joining Your Videos..."));
   ASSERT_TRUE(ConfirmJoin(screen));
-  EXPECT_TRUE(joiner.ShowsProcess("Process: Video Created."));
+  EXPECT_TRUE(joiner.AwaitProcess("Process: Video Created."));
   EXPECT_EQ(program.RunsOf("ffmpeg"), Runs{CopyRun({Output()})});
   EXPECT_EQ(ContentOf(ListFile()), ListOf(added));
   CloseJoinerAndExpectEnd();
@@ -70,21 +70,21 @@ TEST_F(JoinerJoin, ACancelledDialogRunsOnWithoutAnOutput) {
   ASSERT_TRUE(joiner.CancelFile(JoinerButton::kJoinSections));
   ASSERT_TRUE(ConfirmJoin(screen));
   EXPECT_EQ(program.RunsOf("ffmpeg"), Runs{CopyRun({})});
-  EXPECT_TRUE(joiner.ShowsProcess("Process: Video Created."));
+  EXPECT_TRUE(joiner.AwaitProcess("Process: Video Created."));
 }
 
 TEST_F(JoinerJoin, AToolThatFailsIsASuccessAllTheSame) {
   program.ReplaceTool("ffmpeg", "echo no >&2; exit 1");
   ASSERT_NO_FATAL_FAILURE(AddThreePretended());
   ASSERT_NO_FATAL_FAILURE(JoinTo(Output()));
-  EXPECT_TRUE(joiner.ShowsProcess("Process: Video Created."));
+  EXPECT_TRUE(joiner.AwaitProcess("Process: Video Created."));
 }
 
 TEST_F(JoinerJoin, AMissingToolIsASuccessAllTheSame) {
   program.RemoveTool("ffmpeg");
   ASSERT_NO_FATAL_FAILURE(AddThreePretended());
   ASSERT_NO_FATAL_FAILURE(JoinTo(Output()));
-  EXPECT_TRUE(joiner.ShowsProcess("Process: Video Created."));
+  EXPECT_TRUE(joiner.AwaitProcess("Process: Video Created."));
   EXPECT_FALSE(QFile::exists(Output()));
   CloseJoinerAndExpectEnd();
 }
@@ -149,7 +149,7 @@ TEST_F(JoinerJoin, TheOtherModeWrapsEachSectionUnderItsNumberAndAsksForNoOutput)
   EXPECT_EQ(program.RunsOf("ffmpeg"),
             (Runs{WrapRun(added[0], "intermediate01.ts"), WrapRun(added[2], "intermediate03.ts")}));
   EXPECT_FALSE(QFile::exists(ListFile()));
-  EXPECT_TRUE(joiner.ShowsProcess("Process: Video Created."));
+  EXPECT_TRUE(joiner.AwaitProcess("Process: Video Created."));
 }
 
 TEST_F(JoinerJoin, TheOtherModeTellsTheSectionThatItIsAt) {
@@ -164,7 +164,7 @@ TEST_F(JoinerJoin, TheOtherModeTellsTheSectionThatItIsAt) {
   EXPECT_TRUE(joiner.AwaitProcess("Process: Transcoding Video 02"));
   ASSERT_TRUE(program.Open("last"));
   ASSERT_TRUE(ConfirmJoin(screen));
-  EXPECT_TRUE(joiner.ShowsProcess("Process: Video Created."));
+  EXPECT_TRUE(joiner.AwaitProcess("Process: Video Created."));
 }
 
 TEST_F(JoinerJoin, TheOtherModeLocksTheSectionsForGood) {
