@@ -2,6 +2,7 @@
 // the tools but that their text ends, and nothing that they leave behind is cleaned up.
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
 #include <chrono>
 #include <exception>
 #include <thread>
@@ -23,7 +24,7 @@ void WaitOneSecond() {
   const auto end = std::chrono::steady_clock::now() + kWait;
   do {
     DoEvents();
-    std::this_thread::sleep_for(kPause);
+    std::this_thread::sleep_until(std::min(std::chrono::steady_clock::now() + kPause, end));
   } while (std::chrono::steady_clock::now() < end);
 }
 
