@@ -8,18 +8,23 @@
 namespace kelvane::testing {
 namespace {
 
-class Adding : public JoinerWindowTest {};
-
-TEST_F(Adding, AsksForAFileUnderItsTitleWithAFilterForEveryFile) {
-  Texts seen;
-  const DialogAnswers answers({[&](QDialog& dialog) {
+// Title, filters and the name that stands there of a dialog for that purpose.
+Answer ReadAndCancel(Texts& seen, QFileDialog::AcceptMode purpose) {
+  return [&seen, purpose](QDialog& dialog) {
     auto& files = dynamic_cast<QFileDialog&>(dialog);
     seen = {files.windowTitle().toStdString(),
             files.nameFilters().join(QLatin1Char(';')).toStdString(),
             files.findChild<QLineEdit*>("fileNameEdit")->text().toStdString()};
-    EXPECT_EQ(files.acceptMode(), QFileDialog::AcceptOpen);
+    EXPECT_EQ(files.acceptMode(), purpose);
     dialog.reject();
-  }});
+  };
+}
+
+class Adding : public JoinerWindowTest {};
+
+TEST_F(Adding, AsksForAFileUnderItsTitleWithAFilterForEveryFile) {
+  Texts seen;
+  const DialogAnswers answers({ReadAndCancel(seen, QFileDialog::AcceptOpen)});
   Give(AddVideoSection);
   EXPECT_EQ(seen, (Texts{"Add Video", "*.* (*)", ""}));
 }
@@ -153,14 +158,7 @@ class SavingTheList : public JoinerWindowTest {
 
 TEST_F(SavingTheList, AsksUnderItsTitleWithAFilterForTextFiles) {
   Texts seen;
-  const DialogAnswers answers({[&](QDialog& dialog) {
-    auto& files = dynamic_cast<QFileDialog&>(dialog);
-    seen = {files.windowTitle().toStdString(),
-            files.nameFilters().join(QLatin1Char(';')).toStdString(),
-            files.findChild<QLineEdit*>("fileNameEdit")->text().toStdString()};
-    EXPECT_EQ(files.acceptMode(), QFileDialog::AcceptSave);
-    dialog.reject();
-  }});
+  const DialogAnswers answers({ReadAndCancel(seen, QFileDialog::AcceptSave)});
   Give(SaveVideoFileList);
   EXPECT_EQ(seen, (Texts{"Save Video File List", "Text File (*.txt) (*.txt)", ""}));
 }
