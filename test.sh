@@ -3,6 +3,7 @@
 #   ./test.sh quick     those that need neither a display server nor a minute
 #   ./test.sh asan      all of them, with AddressSanitizer and UndefinedBehaviorSanitizer
 #   ./test.sh coverage  all of them, with coverage counters left beside the objects
+#   ./test.sh sharpness the quick ones against small faults, one at a time (--help says more)
 set -euo pipefail
 
 # shellcheck source=scripts/setup.sh
@@ -14,7 +15,11 @@ case "$#:${1:-}" in
   0:) ;;
   1:quick) chosen=(--label-exclude '^(desktop|long)$') ;;
   1:asan | 1:coverage) preset=$1 ;;
-  *) fail "usage: ./test.sh [quick | asan | coverage]" ;;
+  *:sharpness)
+    install_packages build run test
+    exec python3 "$KELVANE_ROOT/scripts/sharpness.py" "${@:2}"
+    ;;
+  *) fail "usage: ./test.sh [quick | asan | coverage | sharpness]" ;;
 esac
 
 export LSAN_OPTIONS=suppressions=$KELVANE_ROOT/tests/desktop/leaks.supp:print_suppressions=0

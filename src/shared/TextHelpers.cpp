@@ -127,7 +127,6 @@ QString FormatDigits(double number, int leastDigits) {
 
 QString FormatSingle(float number) {
   constexpr int kSignificantDigits = 7;
-  if (number == 0) return QStringLiteral("0");  // a negative nought has no sign
   return QString::number(static_cast<double>(number), 'G', kSignificantDigits)
       .replace(QLatin1Char('.'), QLocale().decimalPoint());
 }

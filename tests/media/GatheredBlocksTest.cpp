@@ -47,6 +47,13 @@ TEST_F(GatheredBlocks, WordsThatAreWrittenOneByOneComeTogether) {
             (Events{"  Duration: 00:01:23.00, start: 0\n", ""}));
 }
 
+TEST_F(GatheredBlocks, TheWaitBeginsAnewWithEachWord) {
+  // Each pause of the tool's is shorter than the wait, and all of them together are longer.
+  EXPECT_EQ(
+      Run("printf one; sleep 0.4; printf two; sleep 0.4; printf three; sleep 0.4; printf 4", 1s),
+      (Events{"onetwothree4", ""}));
+}
+
 TEST_F(GatheredBlocks, AreReadWithoutAWaitWhenTheyAreFull) {
   const std::string full(256, 'x');
   EXPECT_EQ(Run("printf '" + full + "'\n" + Wait() + "printf '" + full + "'", kForever),
