@@ -3,6 +3,7 @@
 #include <QLocale>
 #include <QRegularExpression>
 #include <QStringList>
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -90,10 +91,12 @@ QString FormatTwoDecimals(double number) {
   constexpr int kLeastLength = 5;
   constexpr double kHundredths = 100;
   constexpr int kReliableDigits = 15;
+  constexpr double kLargestFraction = 1e13;
   // 0.285 is a half-way case to the reader, though what is stored lies a little below it.
-  const double hundredths =
-      QString::number(std::abs(number) * kHundredths, 'g', kReliableDigits).toDouble();
-  const double rounded = std::round(hundredths) / kHundredths;
+  const double size = std::abs(number);
+  const double hundredths = QString::number(size * kHundredths, 'g', kReliableDigits).toDouble();
+  // What has no room for decimals is whole.
+  const double rounded = size < kLargestFraction ? std::round(hundredths) / kHundredths : size;
   QString digits = QString::number(rounded, 'f', kDecimals);
   digits = digits.rightJustified(kLeastLength, QLatin1Char('0'));
   digits.replace(QLatin1Char('.'), QLocale().decimalPoint());
@@ -108,7 +111,8 @@ QString FormatTimeOfDay(double seconds) {
 }
 
 QString FormatPosition(double seconds) {
-  const auto whole = static_cast<std::int64_t>(seconds);
+  constexpr double kLongest = 1e15;  // is whole and fits
+  const auto whole = static_cast<std::int64_t>(std::min(seconds, kLongest));
   return whole < kHour ? MinutesAndSeconds(whole)
                        : TwoDigits(whole / kHour) + QLatin1Char(':') + MinutesAndSeconds(whole);
 }

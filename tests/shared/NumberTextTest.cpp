@@ -132,6 +132,12 @@ TEST_F(NumberText, TwoDecimalsAreRoundedHalfAwayFromZero) {
   }
 }
 
+TEST_F(NumberText, ANumberTooLargeForDecimalsKeepsItsSize) {
+  EXPECT_EQ(FormatTwoDecimals(1e15).toStdString(), "1000000000000000.00");
+  EXPECT_EQ(FormatTwoDecimals(-1e15).toStdString(), "-1000000000000000.00");
+  EXPECT_EQ(FormatTwoDecimals(1e308).toDouble(), 1e308);
+}
+
 TEST_F(NumberText, TheDecimalSeparatorIsThatOfTheLocale) {
   UseGerman();
   EXPECT_EQ(FormatTwoDecimals(4.5).toStdString(), "04,50");

@@ -100,6 +100,11 @@ TEST(Position, HasMinutesAndSecondsAndHoursWhereThereAreAny) {
   for (const auto& [seconds, text] : cases) EXPECT_EQ(FormatPosition(seconds), text) << seconds;
 }
 
+TEST(Position, BeyondAnyRecordingIsTheLongestThatIsShown) {
+  EXPECT_EQ(FormatPosition(1e15), QStringLiteral("277777777777:46:40"));
+  EXPECT_EQ(FormatPosition(5.8e252), FormatPosition(1e15));
+}
+
 TEST(TimeText, ANumberOfSecondsReadsAsATimeOfDayWithTwoDigitsEach) {
   const std::vector<SecondsAndText> cases = {
       {0, "00:00:00"},     {7, "00:00:07"},      {59, "00:00:59"},    {60, "00:01:00"},
