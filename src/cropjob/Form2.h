@@ -25,6 +25,10 @@ class Form2 : public Form {
   // `mainWindow` must outlive the form.
   explicit Form2(MainWindow& mainWindow);
 
+  // What the tool prints comes in here, block by block while it runs, and an empty block at its
+  // end.
+  void objDOS_ReceiveOutputs(const std::string& CommandOutputs);
+
  protected:
   void Form_Load() override;
   void Form_MouseMove(const MouseEvent& event) override;
@@ -33,7 +37,6 @@ class Form2 : public Form {
   void WireEvents();
   void Timer1_Timer();
   void CropVideo();
-  void objDOS_ReceiveOutputs(const std::string& CommandOutputs);
   void Label2_MouseUp(const MouseEvent& event);
   void Label2_MouseMove(const MouseEvent& event);
 

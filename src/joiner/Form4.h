@@ -50,6 +50,10 @@ class Form4 : public Form {
   // `icon` is the main window's.
   explicit Form4(QIcon icon = App::Icon());
 
+  // What any tool of this window prints comes in here, block by block while the tool runs, and an
+  // empty block at its end.
+  void objDOS_ReceiveOutputs(const std::string& CommandOutputs);
+
  protected:
   void Form_Load() override;
   void Form_Resize() override;
@@ -64,7 +68,6 @@ class Form4 : public Form {
 
   // Sections come and go.
   void GetVideoData();
-  void objDOS_ReceiveOutputs(const std::string& CommandOutputs);
   void AddVideoObject(std::int32_t StripWidth);
   void mnu_RemoveSection_Click();
 

@@ -70,6 +70,10 @@ class Form1 : public Form, public MainWindow {
   QString ShownVideo() const override { return Text1(1).Text(); }
   QIcon Icon() const override { return windowIcon(); }
 
+  // What any tool of this window prints comes in here, block by block while the tool runs, and an
+  // empty block at its end.
+  void objDOS_ReceiveOutputs(const std::string& CommandOutputs);
+
  protected:
   void Form_Load() override;
   void Form_Resize() override;
@@ -91,7 +95,6 @@ class Form1 : public Form, public MainWindow {
   void mnu_openVideo_Click();
   void Text1_Change(int Index);
   void GetVideoData();
-  void objDOS_ReceiveOutputs(const std::string& CommandOutputs);
   bool TakeSize(const std::string& block);
   std::shared_ptr<DOSOutputs> NewRunner();
 

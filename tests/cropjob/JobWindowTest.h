@@ -2,53 +2,18 @@
 
 #include <gtest/gtest.h>
 
-#include <QPixmap>
 #include <QPointer>
-#include <array>
 #include <string>
 #include <vector>
 
 #include "cropjob/Form2.h"
+#include "cropjob/MainWindowStandIn.h"
 #include "shared/SharedValues.h"
 #include "support/DialogAnswers.h"
 #include "support/Events.h"
 #include "support/RecordingTools.h"
 
 namespace kelvane::testing {
-
-constexpr FormDesign kStandInDesign = {.name = "StandIn",
-                                       .caption = "Kelvane",
-                                       .clientWidth = 3000,
-                                       .clientHeight = 1500,
-                                       .backColor = 0,
-                                       .labelColor = 0,
-                                       .scale = ScaleMode::kTwips};
-constexpr auto kStandInControls = std::to_array<ControlDesign>(
-    {{.name = "pbar", .controlClass = ControlClass::kProgressBar, .place = {0, 0, 1500, 180}}});
-
-// A window with all that the job window knows of the main window.
-class MainWindowStandIn : public Form, public MainWindow {
- public:
-  MainWindowStandIn() : Form(kStandInDesign, kStandInControls) {
-    QPixmap picture(16, 16);
-    picture.fill(Qt::red);
-    icon_.addPixmap(picture);
-  }
-
-  ProgressBar& JobProgress() override { return Find<ProgressBar>(QStringLiteral("pbar")); }
-  void SetTitle(const QString& title) override {
-    setCaption(title);
-    if (TitleSet) TitleSet();
-  }
-  QString ShownVideo() const override { return video; }
-  QIcon Icon() const override { return icon_; }
-
-  QString video;
-  std::function<void()> TitleSet;
-
- private:
-  QIcon icon_;
-};
 
 // The job window, with recording tools.
 class JobWindowTest : public ::testing::Test {

@@ -1,0 +1,13 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace kelvane {
+
+// The toolkit's name filters for a filter text as the dialogs have it (see CommonDialog.h), in its
+// order: a description and its pattern each, "MP4 Files (*.mp4) (*.mp4)". A description without a
+// pattern is its own. None for an empty text.
+QStringList NameFilters(const QString& filter);
+
+}  // namespace kelvane
