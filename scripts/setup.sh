@@ -1,6 +1,7 @@
 # shellcheck shell=bash
-# Sourced by run.sh, test.sh and bench.sh: installs the packages that are missing, configures and
-# builds. Expects `set -euo pipefail`; works from any folder and with an empty environment.
+# Sourced by run.sh, test.sh, fuzz.sh and bench.sh: installs the packages that are missing,
+# configures and builds. Expects `set -euo pipefail`; works from any folder and with an empty
+# environment.
 
 KELVANE_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
