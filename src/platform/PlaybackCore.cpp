@@ -7,6 +7,8 @@
 #include <array>
 #include <clocale>
 #include <cstring>
+#include <latch>
+#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -56,15 +58,35 @@ constexpr const char* kStoredHeight = "video-params/h";
 void Silence(const char* /*file*/, int /*line*/, const char* /*function*/, int /*error*/,
              const char* /*format*/, ...) {}
 
+// Whether the system would start as many threads as a file takes. The player ends the program, or
+// never comes back, where it can't start one of its own.
+bool HasRoomForThreads() {
+  constexpr std::size_t kMostOfAFile = 16;
+  std::latch counted(1);
+  std::vector<std::jthread> threads;
+  threads.reserve(kMostOfAFile);
+  try {
+    while (threads.size() < kMostOfAFile) threads.emplace_back([&counted] { counted.wait(); });
+  } catch (const std::system_error&) {
+    // There are fewer.
+  }
+  counted.count_down();
+  return threads.size() == kMostOfAFile;
+}
+
 // Marks the answer to a command that starts a file.
 constexpr std::uint64_t kStartAnswer = 1;
 
 }  // namespace
 
 PlaybackCore::PlaybackCore(QObject* parent) : QObject(parent), mpv_(PlayerLibrary::Get()) {
-  if (mpv_ == nullptr || !MakePlayer()) return;
+  if (mpv_ == nullptr || !HasRoomForThreads() || !MakePlayer()) return;
   ObserveProperties();
-  rendering_ = std::thread([this] { RenderFrames(); });
+  try {
+    rendering_ = std::thread([this] { RenderFrames(); });
+  } catch (const std::system_error&) {
+    // Without it nothing is played.
+  }
 }
 
 bool PlaybackCore::MakePlayer() {
@@ -101,7 +123,8 @@ PlaybackCore::~PlaybackCore() {
 }
 
 void PlaybackCore::Start(const QString& path) {
-  if (!rendering_.joinable()) return;
+  if (!Usable()) return;
+  if (!HasRoomForThreads()) return Stop();
   active_ = true;
   ++unansweredStarts_;
   Command({"loadfile", ToNarrow(path).c_str(), "replace"}, kStartAnswer);
@@ -109,7 +132,7 @@ void PlaybackCore::Start(const QString& path) {
 }
 
 void PlaybackCore::Stop() {
-  if (!rendering_.joinable()) return;
+  if (!Usable()) return;
   active_ = false;
   Command({"stop"});
 }
@@ -121,20 +144,20 @@ void PlaybackCore::Command(std::initializer_list<const char*> words, std::uint64
 }
 
 void PlaybackCore::setPaused(bool paused) {
-  if (!rendering_.joinable()) return;
+  if (!Usable()) return;
   int flag = paused ? 1 : 0;
   mpv_->set_property_async(player_, 0, "pause", MPV_FORMAT_FLAG, &flag);
 }
 
 void PlaybackCore::setVolume(int volume) {
-  if (!rendering_.joinable()) return;
+  if (!Usable()) return;
   double value = volume;
   mpv_->set_property_async(player_, 0, "volume", MPV_FORMAT_DOUBLE, &value);
 }
 
 // The far side is turned down, the near side stays.
 void PlaybackCore::setBalance(int balance) {
-  if (!rendering_.joinable()) return;
+  if (!Usable()) return;
   constexpr double kFull = 100;
   const double left = balance > 0 ? 1 - balance / kFull : 1;
   const double right = balance < 0 ? 1 + balance / kFull : 1;

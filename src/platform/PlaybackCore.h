@@ -28,12 +28,16 @@ struct PlayerLibrary;
 class PlaybackCore : public QObject {
   Q_OBJECT
  public:
-  // Where the player can't be made, plays nothing.
+  // Where the player can't be made, isn't usable.
   explicit PlaybackCore(QObject* parent);
   // Waits for the player's threads to end.
   ~PlaybackCore() override;
 
-  // Starts a file from its beginning, whatever was playing.
+  // Whether it plays what it is given. Where not, everything else has no effect.
+  bool Usable() const { return rendering_.joinable(); }
+
+  // Starts a file from its beginning, whatever was playing. Only ends that where there is no room
+  // for the threads that a file takes.
   void Start(const QString& path);
   void Stop();
   void setPaused(bool paused);

@@ -43,7 +43,9 @@ std::optional<PlayerLibrary> Load() {
 }  // namespace
 
 const PlayerLibrary* PlayerLibrary::Get() {
-  static const std::optional<PlayerLibrary> functions = Load();
+  // What failed for want of descriptors or memory may be had later.
+  static std::optional<PlayerLibrary> functions;
+  if (!functions) functions = Load();
   return functions ? &*functions : nullptr;
 }
 

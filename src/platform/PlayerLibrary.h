@@ -9,7 +9,8 @@ namespace kelvane {
 // it is first asked for: with all that it needs in its turn it takes longer to load than a window
 // takes to open.
 struct PlayerLibrary {
-  // None where the library isn't there or lacks one of them. Stays valid to the program's end.
+  // None where the library can't be loaded or lacks one of them; a later call tries again. Stays
+  // valid to the program's end. Of the user-interface thread.
   static const PlayerLibrary* Get();
 
   decltype(&mpv_command_async) command_async = nullptr;

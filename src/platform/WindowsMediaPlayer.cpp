@@ -23,11 +23,12 @@ void WindowsMediaPlayer::setURL(const QString& url) {
     if (core_ != nullptr) core_->Stop();
     return;
   }
-  if (core_ == nullptr) MakeCore();
+  if (core_ == nullptr || !core_->Usable()) MakeCore();
   core_->Start(url_);
 }
 
 void WindowsMediaPlayer::MakeCore() {
+  delete core_;
   core_ = new PlaybackCore(this);
   core_->setVolume(settings.volume());
   core_->setBalance(settings.balance());

@@ -13,7 +13,8 @@ class PlaybackCore;
 // the user is a context menu on the picture. A file that can't be played shows nothing and says
 // nothing.
 //
-// The player behind it is made at the first URL. No call waits for it.
+// The player behind it is made at the first URL; where it can't be made, nothing plays and the next
+// URL tries again. No call waits for it.
 class WindowsMediaPlayer : public Control {
   Q_OBJECT
  public:
