@@ -1,14 +1,22 @@
 #include "desktop/driver/Program.h"
 
 #include <fcntl.h>
+#include <grp.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcessEnvironment>
+#include <algorithm>
 #include <csignal>
+#include <cstdlib>
+#include <limits>
 #include <stdexcept>
 #include <utility>
 
@@ -21,6 +29,14 @@ void WriteScript(const QString& path, const QString& script) {
   if (!file.open(QIODevice::WriteOnly)) throw std::runtime_error("a script can't be written");
   file.write(script.toUtf8());
   file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+}
+
+// One whom nothing belongs to but what a test gives him.
+constexpr uid_t kOrdinaryUser = 65534;
+
+bool BecomeOrdinaryUser() {
+  return geteuid() != 0 ||
+         (setgroups(0, nullptr) == 0 && setgid(kOrdinaryUser) == 0 && setuid(kOrdinaryUser) == 0);
 }
 
 QProcessEnvironment CleanEnvironment(const QString& folder, const QString& display) {
@@ -144,12 +160,53 @@ void Program::AddCommand(const QString& name, const QString& script) const {
               QStringLiteral("#!/bin/sh\n") + script);
 }
 
+// Nothing of what is given is a link to follow.
+void Program::GiveToOrdinaryUser() const {
+  if (geteuid() != 0) return;
+  QStringList paths = {place_.path()};
+  QDirIterator entries(place_.path(), QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot,
+                       QDirIterator::Subdirectories);
+  while (entries.hasNext()) paths << entries.next();
+  for (const QString& path : paths) {
+    if (lchown(QFile::encodeName(path).constData(), kOrdinaryUser, kOrdinaryUser) != 0) {
+      throw std::runtime_error("a file can't be given away: " + path.toStdString());
+    }
+  }
+}
+
+// Only the user of a process may do so, and not even root where it is kept in a container.
+bool Program::SetLimit(int resource, std::uint64_t limit) const {
+  const auto program = static_cast<pid_t>(Id());
+  const pid_t child = fork();
+  if (child == 0) {
+    const auto kind = static_cast<__rlimit_resource>(resource);
+    rlimit limits{};
+    if ((asOrdinaryUser_ && !BecomeOrdinaryUser()) ||
+        prlimit(program, kind, nullptr, &limits) != 0) {
+      _exit(EXIT_FAILURE);
+    }
+    limits.rlim_cur = std::min<rlim_t>(limit, limits.rlim_max);
+    _exit(prlimit(program, kind, &limits, nullptr) == 0 ? EXIT_SUCCESS : EXIT_FAILURE);
+  }
+  int status = -1;
+  return child > 0 && waitpid(child, &status, 0) == child && status == 0;
+}
+
+bool Program::LiftLimit(int resource) const {
+  return SetLimit(resource, std::numeric_limits<std::uint64_t>::max());
+}
+
 void Program::Start() {
-  process_.setProcessEnvironment(CleanEnvironment(place_.path(), display_));
+  QProcessEnvironment environment = CleanEnvironment(place_.path(), display_);
+  for (const auto& [name, value] : variables_.asKeyValueRange()) environment.insert(name, value);
+  process_.setProcessEnvironment(environment);
+  if (asOrdinaryUser_) GiveToOrdinaryUser();
   process_.setWorkingDirectory(place_.path());
   // A group of its own, so that its tools can be ended with it.
-  process_.setChildProcessModifier([] {
+  process_.setChildProcessModifier([asOrdinaryUser = asOrdinaryUser_] {
+    constexpr int kNotStarted = 127;
     setpgid(0, 0);
+    if (asOrdinaryUser && !BecomeOrdinaryUser()) _exit(kNotStarted);
     prctl(PR_SET_PDEATHSIG, SIGKILL);
   });
   const QString program = ProgramFolder() + name_;
@@ -171,6 +228,20 @@ int Program::OpenDescriptors() const {
   const QDir descriptors(QStringLiteral("/proc/%1/fd").arg(Id()));
   return static_cast<int>(
       descriptors.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size());
+}
+
+int Program::LowestFreeDescriptor() const {
+  int number = 0;
+  while (QFileInfo(QStringLiteral("/proc/%1/fd/%2").arg(Id()).arg(number)).isSymLink()) ++number;
+  return number;
+}
+
+qint64 Program::Memory(const QByteArray& kind) const {
+  QFile status(QStringLiteral("/proc/%1/status").arg(Id()));
+  if (!status.open(QIODevice::ReadOnly)) return 0;
+  const QByteArray text = status.readAll();
+  const qsizetype line = text.indexOf(kind);
+  return line < 0 ? 0 : text.mid(line).simplified().split(' ').value(1).toLongLong();
 }
 
 QList<qint64> Program::Children(const QByteArray& states) const {

@@ -1,10 +1,12 @@
 #pragma once
 
+#include <QHash>
 #include <QList>
 #include <QProcess>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <cstdint>
 
 #include "desktop/driver/Wait.h"
 
@@ -47,6 +49,16 @@ class Program {
   // Programs of the desktop, found before the system's own.
   void AddCommand(const QString& name, const QString& script) const;
 
+  // To be called before the start: a variable of the program's environment.
+  void SetVariable(const QString& name, const QString& value) { variables_.insert(name, value); }
+  // To be called before the start: the program shall run as an ordinary user to whom everything in
+  // its place belongs. Limits and rights of files mean nothing to root.
+  void RunAsOrdinaryUser() { asOrdinaryUser_ = true; }
+  // Sets the running program's limit of a resource, RLIMIT_NOFILE or the like, as far as it may be
+  // set back. False if that can't be done.
+  bool SetLimit(int resource, std::uint64_t limit) const;
+  bool LiftLimit(int resource) const;
+
   void Start();
   bool Running() const { return process_.state() == QProcess::Running; }
   qint64 Id() const { return process_.processId(); }
@@ -56,18 +68,27 @@ class Program {
   QString Printed();
 
   int OpenDescriptors() const;
+  // The number that the program's next descriptor gets: as a limit, it lets none be opened.
+  int LowestFreeDescriptor() const;
+  // What the program has in memory, and what it has had at most, in KiB.
+  qint64 Memory() const { return Memory("VmRSS:"); }
+  qint64 MostMemory() const { return Memory("VmHWM:"); }
   // The numbers of the program's child processes whose state is one of `states`, as in "ZRS".
   QList<qint64> Children(const QByteArray& states) const;
 
  private:
   QString RealTool(const QString& tool) const;
   QString LogOf(const QString& tool) const;
+  void GiveToOrdinaryUser() const;
+  qint64 Memory(const QByteArray& kind) const;
 
   QTemporaryDir place_;
   QString display_;
   QString name_;
   QProcess process_;
   QString printed_;
+  QHash<QString, QString> variables_;
+  bool asOrdinaryUser_ = false;
 };
 
 }  // namespace kelvane::desktop

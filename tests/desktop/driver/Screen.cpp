@@ -121,6 +121,11 @@ void Screen::Close(WindowId window) {
   Ask(window, "_NET_CLOSE_WINDOW", XCB_CURRENT_TIME, kFromPager);
 }
 
+void Screen::Disconnect(WindowId window) {
+  xcb_kill_client(connection_, window);
+  Settle();
+}
+
 QImage Screen::Picture() const {
   return QGuiApplication::primaryScreen()->grabWindow(0).toImage().convertToFormat(
       QImage::Format_RGB32);

@@ -54,6 +54,8 @@ class Screen {
   void Activate(WindowId window);
   void Resize(WindowId window, QSize size);
   void Close(WindowId window);
+  // Ends the connection of the window's program to the display, as the display's own end does.
+  void Disconnect(WindowId window);
 
   QImage Picture() const;
   QImage Picture(const QRect& part) const { return Picture().copy(part); }

@@ -1,0 +1,148 @@
+// Tools that can't be started for want of descriptors, processes or memory: the commands end at
+// once and say nothing, or what they always say, and work again once there is room.
+#include <sys/resource.h>
+
+#include <cerrno>
+
+#include "desktop/JoinerTest.h"
+#include "desktop/faults/Faults.h"
+
+namespace kelvane::desktop {
+namespace {
+
+constexpr QSize kOldSize(640, 360);
+constexpr QSize kNewSize(320, 240);
+
+class FaultsOfProcesses : public DesktopTest {
+ protected:
+  void OpenWindowWithOldVideo() {
+    ASSERT_TRUE(MakeVideo(other, kNewSize, 1));
+    ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kOldSize, 1));
+  }
+
+  // No window may be opened meanwhile: the toolkit waits for its memory, which comes as a
+  // descriptor.
+  bool UseUpDescriptors() const {
+    return program.SetLimit(RLIMIT_NOFILE,
+                            static_cast<std::uint64_t>(program.LowestFreeDescriptor()));
+  }
+
+  void ExpectOldVideoUnderPath(const QString& path) {
+    EXPECT_TRUE(WaitFor([&] { return window.ShowsPath(path); }));
+    EXPECT_TRUE(window.AwaitVideo(kOldSize));
+    EXPECT_TRUE(window.AwaitBarsAround(kOldSize));
+    EXPECT_EQ(screen.Windows().size(), 1) << "no message";
+  }
+
+  void ExpectLoads(const QString& path, QSize size) {
+    ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, path));
+    EXPECT_TRUE(window.AwaitVideo(size));
+    EXPECT_TRUE(window.AwaitBarsAround(size));
+  }
+
+  void ExpectNoFileFromCrop(const QString& output) {
+    EXPECT_TRUE(job.AwaitSuccess());
+    EXPECT_EQ(screen.Windows().size(), 2) << "no message";
+    EXPECT_EQ(ContentOf(output), "(not there)");
+    job.Cancel();
+    ASSERT_TRUE(WaitFor([&] { return !job.Open(); }));
+  }
+
+  void ExpectCrops(const QString& output, QSize size) {
+    ASSERT_NO_FATAL_FAILURE(StartCrop(output));
+    EXPECT_TRUE(job.AwaitSuccess());
+    EXPECT_EQ(VideoSize(output), size);
+    job.Cancel();
+    ASSERT_TRUE(WaitFor([&] { return !job.Open(); }));
+  }
+
+  QString other = program.PathOf("other.mp4");
+  QString cropped = program.PathOf("cropped.mp4");
+};
+
+TEST_F(FaultsOfProcesses, UsedUpDescriptorsEndACropAtOnceWithoutAFile) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kOldSize, 1));
+  ASSERT_NO_FATAL_FAILURE(StartCrop(cropped));
+  ASSERT_TRUE(UseUpDescriptors());
+  ExpectNoFileFromCrop(cropped);
+  ASSERT_TRUE(program.LiftLimit(RLIMIT_NOFILE));
+  ASSERT_NO_FATAL_FAILURE(ExpectCrops(cropped, QSize(634, 354)));
+  CloseAndExpectEnd();
+}
+
+TEST_F(FaultsOfProcesses, UsedUpDescriptorsDoNotDisturbAJobInProgress) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kOldSize, 1));
+  program.ReplaceTool("ffmpeg", program.TalkingGate("go") + R"(exec "$real" "$@")");
+  ASSERT_NO_FATAL_FAILURE(StartCrop(cropped));
+  ASSERT_TRUE(job.AwaitStatus("Progress: 00.00 % Complete: Status: Cropping..."));
+  ASSERT_TRUE(UseUpDescriptors());
+  ASSERT_TRUE(program.Open("go"));
+  EXPECT_TRUE(job.AwaitSuccess());
+  EXPECT_EQ(VideoSize(cropped), QSize(634, 354));
+  EXPECT_EQ(Pictures(cropped), Pictures(video));
+  job.Cancel();
+  EXPECT_TRUE(WaitFor([&] { return !job.Open(); }));
+  CloseAndExpectEnd();
+}
+
+TEST_F(FaultsOfProcesses, AUserWithoutRoomForAProcessKeepsTheOldVideoUntilThereIsSome) {
+  program.RunAsOrdinaryUser();
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithOldVideo());
+  const QList<WindowId> known = screen.Windows();
+  window.Click(kLoadVideo);
+  const WindowId dialog = screen.AwaitNew(known);
+  ASSERT_NE(dialog, 0U);
+  ASSERT_TRUE(program.SetLimit(RLIMIT_NPROC, 0));
+  ASSERT_TRUE(TypeFileName(screen, dialog, other));
+  ExpectOldVideoUnderPath(other);
+  ASSERT_NO_FATAL_FAILURE(StartCrop(cropped));
+  ExpectNoFileFromCrop(cropped);
+  ASSERT_TRUE(program.LiftLimit(RLIMIT_NPROC));
+  ASSERT_NO_FATAL_FAILURE(ExpectLoads(video, kOldSize));
+  ASSERT_NO_FATAL_FAILURE(ExpectCrops(cropped, QSize(634, 354)));
+  CloseAndExpectEnd();
+}
+
+TEST_F(FaultsOfProcesses, AStepOfAStartThatFailsLeavesTheOldVideoWhicheverItIs) {
+  Faults faults(program);
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithOldVideo());
+  // The pipe, nine settings and the start itself.
+  constexpr int kStepsOfAProbe = 11;
+  const int descriptors = program.OpenDescriptors();
+  for (int step = 1; step <= kStepsOfAProbe; ++step) {
+    SCOPED_TRACE(step);
+    const QString& path = step % 2 == 1 ? other : video;
+    faults.FailOne(Attempt::kStartTool, step, step % 4 < 2 ? EMFILE : ENOMEM);
+    ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, path));
+    ASSERT_NO_FATAL_FAILURE(ExpectOldVideoUnderPath(path));
+    EXPECT_EQ(faults.Failed(Attempt::kStartTool), 1);
+  }
+  EXPECT_LE(program.OpenDescriptors(), descriptors) << "no pipe stays open";
+  CloseAndExpectEnd();
+}
+
+class FaultsOfJoinersProcesses : public JoinerTest {
+ protected:
+  FaultsOfJoinersProcesses() : faults(program) {}
+  Faults faults;
+};
+
+TEST_F(FaultsOfJoinersProcesses, AToolThatCannotBeStartedLeavesASectionWithoutAStripAndNoOutput) {
+  const QString clip = program.PathOf("clip.mp4");
+  const QString output = program.PathOf("joined.mp4");
+  ASSERT_TRUE(MakeVideo(clip, kNewSize, 20));
+  faults.FailAll(Attempt::kStartTool, ENOMEM);
+  ASSERT_NO_FATAL_FAILURE(Add(clip));
+  EXPECT_TRUE(joiner.AwaitTotals(1, "00,000", "00:00:00"));
+  ASSERT_NO_FATAL_FAILURE(JoinTo(output));
+  EXPECT_EQ(ContentOf(output), "(not there)");
+  faults.Heal(Attempt::kStartTool);
+  ASSERT_NO_FATAL_FAILURE(Add(clip));
+  EXPECT_TRUE(joiner.AwaitTotals(2, "00,020", "00:00:20"));
+  ASSERT_NO_FATAL_FAILURE(JoinTo(output));
+  EXPECT_EQ(VideoSize(output), kNewSize);
+  CloseJoinerAndExpectEnd();
+}
+
+}  // namespace
+}  // namespace kelvane::desktop

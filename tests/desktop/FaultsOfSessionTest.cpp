@@ -1,0 +1,222 @@
+// A session that changes under the program: its display goes away, its numbers look another way,
+// its clock jumps.
+#include <QDir>
+#include <QProcess>
+#include <cerrno>
+#include <csignal>
+#include <memory>
+
+#include "desktop/JoinerTest.h"
+#include "desktop/PlayingTest.h"
+#include "desktop/driver/PrivateDisplay.h"
+#include "desktop/faults/Faults.h"
+
+namespace kelvane::desktop {
+namespace {
+
+constexpr QSize kSize(320, 240);
+// What the toolkit ends a program with that has lost its display.
+constexpr int kDisplayLost = 1;
+
+class ADisplay : public Playing {
+ protected:
+  static QStringList PrivateFolders() {
+    return QDir("/tmp").entryList({QStringLiteral("kelvane-%1-*").arg(geteuid())},
+                                  QDir::Dirs | QDir::Hidden);
+  }
+};
+
+TEST(ADisplayServer, ThatGoesAwayEndsEveryProgramOfItsDisplay) {
+  const QTemporaryDir home;
+  auto display = std::make_unique<PrivateDisplay>(home.path().toStdString());
+  const QString name = QString::fromStdString(display->Name());
+  Program main(QStringLiteral(KELVANE_PROGRAM_FOLDER), name);
+  Program joiner(QStringLiteral(KELVANE_PROGRAM_FOLDER), name, "kelvane-joiner");
+  Program sections(QStringLiteral(KELVANE_PROGRAM_FOLDER), name, "kelvane-sections");
+  {
+    const Screen screen(display->Name());
+    for (Program* program : {&main, &joiner, &sections}) {
+      program->Start();
+      ASSERT_NE(screen.AwaitNew(screen.Windows()), 0U);
+    }
+  }
+  display.reset();
+  for (Program* program : {&main, &joiner, &sections}) {
+    EXPECT_EQ(program->AwaitExit(5s), kDisplayLost) << program->Printed().toStdString();
+  }
+}
+
+TEST_F(ADisplay, ThatGoesAwayWhileAVideoPlaysEndsTheProgramAndItsTemporaryNames) {
+  const QStringList before = PrivateFolders();
+  const QString blank = program.PathOf("a clip.mp4");
+  ASSERT_TRUE(MakeVideo(blank, kSize, 30));
+  ASSERT_NO_FATAL_FAILURE(OpenWindow());
+  ASSERT_NO_FATAL_FAILURE(LoadAndRun(blank, kSize));
+  ASSERT_TRUE(AwaitMoving(kSize));
+  ASSERT_EQ(PrivateFolders().size(), before.size() + 1);
+  screen.Disconnect(window.Id());
+  EXPECT_EQ(program.AwaitExit(5s), kDisplayLost);
+  EXPECT_EQ(PrivateFolders(), before);
+  EXPECT_TRUE(QFile::exists(blank));
+}
+
+TEST_F(ADisplay, ThatGoesAwayDuringAJobEndsTheProgramAndTheTool) {
+  ReplaceProbe("00:00:10.00");
+  program.ReplaceTool("ffmpeg", "while echo 'time=00:00:03.00'; do sleep 0.02; done");
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithPretendedVideo());
+  ASSERT_NO_FATAL_FAILURE(StartCrop(program.PathOf("cropped.mp4")));
+  ASSERT_TRUE(WaitFor([&] { return job.Progress() > 0; }));
+  const QList<qint64> tools = program.Children("RSD");
+  ASSERT_EQ(tools.size(), 1);
+  screen.Disconnect(window.Id());
+  EXPECT_EQ(program.AwaitExit(5s), kDisplayLost);
+  EXPECT_TRUE(WaitFor([&] { return kill(static_cast<pid_t>(tools.first()), 0) != 0; }))
+      << "nobody reads what it prints";
+  EXPECT_EQ(ContentOf(video), "no video");
+}
+
+// French numbers: a comma divides, and what groups takes three bytes.
+QString French(const char* number) { return QString::fromUtf8(number).replace(' ', QChar(0x202f)); }
+
+void SpeakFrench(Program& program) {
+  const QString locales = program.PathOf("locales");
+  const QString locale = QStringLiteral("fr_FR.UTF-8");
+  ASSERT_TRUE(QDir().mkpath(locales));
+  ASSERT_TRUE(
+      RunTool("localedef", {"--no-archive", "-i", "fr_FR", "-f", "UTF-8", locales + '/' + locale}))
+      << "the definitions of locales are missing";
+  program.SetVariable("LOCPATH", locales);
+  program.SetVariable("LANG", locale);
+}
+
+class FrenchSession : public Playing {
+ protected:
+  FrenchSession() { SpeakFrench(program); }
+};
+
+TEST_F(FrenchSession, MeasuresPlaysAndCropsAsAnyOther) {
+  const QSize size(1920, 1080);
+  video = program.PathOf("video.mp4");
+  const QString output = program.PathOf("cropped.mp4");
+  ASSERT_TRUE(MakeVideo(video, size, 2));
+  program.ReplaceTool("ffmpeg", R"(exec "$real" "$@")");
+  ASSERT_NO_FATAL_FAILURE(OpenWindow());
+  ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, video));
+  for (const auto& [label, caption] : {std::pair("Label1(1)", "1 920"),
+                                       {"Label1(3)", "1 080"},
+                                       {"Label1(5)", "0 000"},
+                                       {"Label1(9)", "1 915"},
+                                       {"Label1(11)", "1 075"},
+                                       {"Label1(15)", "1 915"}}) {
+    EXPECT_TRUE(window.AwaitCaption(label, French(caption))) << label;
+  }
+  ASSERT_TRUE(window.AwaitCanvas());
+  window.Click(kRunVideo);
+  EXPECT_TRUE(AwaitMoving(size));
+  ASSERT_NO_FATAL_FAILURE(StartCrop(output));
+  EXPECT_TRUE(job.AwaitSuccess());
+  EXPECT_EQ(program.RunsOf("ffmpeg").value(0).value(3), "crop=1915:1075:0:0");
+  EXPECT_EQ(VideoSize(output), QSize(1914, 1074));
+  job.Cancel();
+  EXPECT_TRUE(WaitFor([&] { return !job.Open(); }));
+  CloseAndExpectEnd();
+}
+
+TEST_F(FrenchSession, ShowsAJobsFigureWithAComma) {
+  ReplaceProbe("00:00:10.00");
+  program.ReplaceTool("ffmpeg",
+                      "printf 'time=00:00:03.00\\r' >&2\n" + program.TalkingGate("first") +
+                          "printf 'time=00:00:08.00\\r' >&2\n" + program.TalkingGate("second"));
+  video = program.PathOf("pretended.mp4");
+  ASSERT_NO_FATAL_FAILURE(WriteFile(video, "no video"));
+  ASSERT_NO_FATAL_FAILURE(OpenWindow());
+  ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, video));
+  ASSERT_TRUE(window.AwaitCanvas());
+  ASSERT_NO_FATAL_FAILURE(StartCrop(program.PathOf("cropped.mp4")));
+  EXPECT_TRUE(job.AwaitStatus("Progress: 00,00% Complete: Status: Cropping Video"));
+  ASSERT_TRUE(program.Open("first"));
+  EXPECT_TRUE(job.AwaitStatus("Progress: 30,00% Complete: Status: Cropping Video"));
+  ASSERT_TRUE(program.Open("second"));
+  EXPECT_TRUE(job.AwaitSuccess());
+}
+
+class FrenchJoiner : public JoinerTest {
+ protected:
+  FrenchJoiner() { SpeakFrench(program); }
+};
+
+TEST_F(FrenchJoiner, CountsAndJoinsAsAnyOther) {
+  PretendProbing();
+  ASSERT_NO_FATAL_FAILURE(Add(Pretended("a.mp4", "00:10:10.90")));
+  ASSERT_NO_FATAL_FAILURE(Add(Pretended("b.mp4", "00:10:10.90")));
+  EXPECT_TRUE(joiner.AwaitTotals(2, French("01 220"), "00:20:20"));
+  program.ReplaceTool("ffmpeg", "");
+  const QString output = program.PathOf("joined.mp4");
+  ASSERT_NO_FATAL_FAILURE(JoinTo(output));
+  EXPECT_EQ(program.RunsOf("ffmpeg"), QList<QStringList>{CopyRun({output})});
+  CloseJoinerAndExpectEnd();
+}
+
+constexpr std::chrono::hours kDay(24);
+class AClock : public Playing {
+ protected:
+  Faults faults{program};
+};
+
+TEST_F(AClock, ThatJumpsAheadHoldsUpNoVideo) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 60));
+  window.Click(kRunVideo);
+  ASSERT_TRUE(AwaitMoving(kSize));
+  const QRect position = window.Place("Label13");
+  for (const std::chrono::hours jump : {kDay, 365 * kDay}) {
+    SCOPED_TRACE(jump.count());
+    const QImage before = screen.Picture(position);
+    faults.PutClockAhead(jump);
+    EXPECT_TRUE(AwaitMoving(kSize));
+    EXPECT_TRUE(WaitFor([&] { return screen.Picture(position) != before; }, 5s));
+  }
+  CloseAndExpectEnd();
+}
+
+// The player's library waits for moments of this clock.
+TEST_F(AClock, ThatJumpsBackLeavesTheWindowAliveAndTheVideoCanBeRunAgain) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 60));
+  window.Click(kRunVideo);
+  ASSERT_TRUE(AwaitMoving(kSize));
+  faults.PutClockAhead(-kDay);
+  EXPECT_TRUE(Lives());
+  window.Click(kRunVideo);
+  EXPECT_TRUE(AwaitMoving(kSize));
+  CloseAndExpectEnd();
+}
+
+TEST_F(AClock, ThatJumpsBackHoldsUpNoJob) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(QSize(640, 360), 1));
+  const QString output = program.PathOf("cropped.mp4");
+  ASSERT_NO_FATAL_FAILURE(StartCrop(output));
+  faults.PutClockAhead(-kDay);
+  EXPECT_TRUE(job.AwaitSuccess());
+  EXPECT_EQ(VideoSize(output), QSize(634, 354));
+  job.Cancel();
+  EXPECT_TRUE(WaitFor([&] { return !job.Open(); }));
+  CloseAndExpectEnd();
+}
+
+class AJoinersClock : public JoinerTest {
+ protected:
+  AJoinersClock() : faults(program) {}
+  Faults faults;
+};
+
+TEST_F(AJoinersClock, ThatJumpsBackHoldsUpNoJoin) {
+  program.ReplaceTool("ffmpeg", "");
+  const QString output = program.PathOf("joined.mp4");
+  ASSERT_TRUE(joiner.ChooseFile(JoinerButton::kJoinSections, output));
+  faults.PutClockAhead(-kDay);
+  EXPECT_TRUE(ConfirmJoin(screen));
+  EXPECT_EQ(program.RunsOf("ffmpeg").size(), 1);
+  CloseJoinerAndExpectEnd();
+}
+
+}  // namespace
+}  // namespace kelvane::desktop

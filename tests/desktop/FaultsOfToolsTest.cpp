@@ -1,0 +1,201 @@
+// Tools that misbehave: the windows rest while nothing comes of a tool, live while it prints, and
+// go on when its text ends, however it ended.
+#include <sys/resource.h>
+
+#include <csignal>
+
+#include "desktop/JoinerTest.h"
+
+namespace kelvane::desktop {
+namespace {
+
+constexpr QSize kSize(640, 360);
+
+class FaultsOfTools : public DesktopTest {
+ protected:
+  // A job whose tool does this.
+  void StartJob(const QString& behaviour) {
+    ReplaceProbe("00:00:10.00");
+    program.ReplaceTool("ffmpeg", behaviour);
+    ASSERT_NO_FATAL_FAILURE(OpenWindowWithPretendedVideo());
+    ASSERT_NO_FATAL_FAILURE(StartCrop(program.PathOf("cropped.mp4")));
+  }
+
+  // The one process that the program has started and that hasn't ended.
+  pid_t Tool() const {
+    const QList<qint64> tools = program.Children("RSDT");
+    return tools.size() == 1 ? static_cast<pid_t>(tools.first()) : 0;
+  }
+  static bool Ended(pid_t process) { return kill(process, 0) != 0; }
+
+  void ExpectSuccessAndEnd() {
+    EXPECT_TRUE(job.AwaitSuccess());
+    EXPECT_EQ(screen.Windows().size(), 2) << "no message";
+    job.Cancel();
+    EXPECT_TRUE(WaitFor([&] { return !job.Open(); }));
+    EXPECT_TRUE(WaitFor([&] { return program.Children("RSDTZ").isEmpty(); }));
+    CloseAndExpectEnd();
+  }
+};
+
+TEST_F(FaultsOfTools, AProbeThatIsKilledLeavesTheOldVideo) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 1));
+  program.ReplaceTool("ffprobe", "kill -KILL $$");
+  const QString other = program.PathOf("other.mp4");
+  ASSERT_NO_FATAL_FAILURE(WriteFile(other, "no video"));
+  ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, other));
+  EXPECT_TRUE(WaitFor([&] { return window.ShowsPath(other); }));
+  EXPECT_TRUE(window.AwaitVideo(kSize));
+  EXPECT_EQ(screen.Windows().size(), 1) << "no message";
+  EXPECT_TRUE(WaitFor([&] { return program.Children("RSDTZ").isEmpty(); }));
+  CloseAndExpectEnd();
+}
+
+TEST_F(FaultsOfTools, AStoppedToolHoldsTheJobUntilItIsContinued) {
+  ASSERT_NO_FATAL_FAILURE(StartJob("while echo 'time=00:00:03.00'; do sleep 0.02; done"));
+  ASSERT_TRUE(WaitFor([&] { return job.Progress() > 0; }));
+  const pid_t tool = Tool();
+  ASSERT_NE(tool, 0);
+  ASSERT_EQ(kill(tool, SIGSTOP), 0);
+  ASSERT_TRUE(WaitFor([&] { return program.Children("T").size() == 1; }));
+  EXPECT_TRUE(HoldsFor([&] { return program.Running() && job.Open(); }, 1s));
+  EXPECT_FALSE(job.AwaitSuccess(200ms)) << "its text hasn't ended";
+  ASSERT_EQ(kill(tool, SIGCONT), 0);
+  window.PointAt(kRunVideo);
+  EXPECT_TRUE(WaitFor([&] { return window.Shows("Label14(1)", "Run Video", kLit); }))
+      << "the windows live again";
+  ASSERT_EQ(kill(tool, SIGKILL), 0);
+  ExpectSuccessAndEnd();
+}
+
+TEST_F(FaultsOfTools, AStoppedToolEndsOnceItIsContinuedWhereTheProgramWasEnded) {
+  ASSERT_NO_FATAL_FAILURE(StartJob("while echo 'time=00:00:03.00'; do sleep 0.02; done"));
+  ASSERT_TRUE(WaitFor([&] { return job.Progress() > 0; }));
+  const pid_t tool = Tool();
+  ASSERT_NE(tool, 0);
+  ASSERT_EQ(kill(tool, SIGSTOP), 0);
+  ASSERT_TRUE(WaitFor([&] { return program.Children("T").size() == 1; }));
+  ASSERT_EQ(kill(static_cast<pid_t>(program.Id()), SIGTERM), 0);
+  EXPECT_EQ(program.AwaitExit(), -1) << "ended by the signal, without a wait for the tool";
+  kill(tool, SIGCONT);
+  EXPECT_TRUE(WaitFor([&] { return Ended(tool); })) << "nobody reads what it prints";
+}
+
+// Everything that a tool prints is kept to the end of its run, and some room for it in advance.
+TEST_F(FaultsOfTools, AGibibyteInAJobTakesTwiceItsSizeOfMemoryAtMost) {
+  constexpr qint64 kFlood = 1024 * 1024;  // KiB
+  ASSERT_NO_FATAL_FAILURE(StartJob("head -c 1G /dev/zero"));
+  const qint64 before = program.MostMemory();
+  ASSERT_GT(before, 0);
+  EXPECT_TRUE(job.AwaitSuccess(60s));
+  const qint64 most = program.MostMemory() - before;
+  EXPECT_GT(most, kFlood) << "it is kept whole";
+  EXPECT_LT(most, kFlood * 2 + kFlood / 20);
+  EXPECT_LT(program.Memory(), before + kFlood / 20) << "and given back";
+  ExpectSuccessAndEnd();
+}
+
+TEST_F(FaultsOfTools, OneLineWithoutAnEndMovesTheJobAsAnyOther) {
+  ASSERT_NO_FATAL_FAILURE(StartJob("printf 'time=00:00:03.00 '\n" + program.TalkingGate("second") +
+                                   "printf 'time=00:00:08.00'\n" + program.TalkingGate("end")));
+  const int whole = 409;
+  EXPECT_TRUE(WaitFor([&] { return job.Progress() > 0; }));
+  ASSERT_TRUE(program.Open("second"));
+  EXPECT_TRUE(WaitFor([&] { return job.Progress() > whole / 2; }));
+  ASSERT_TRUE(program.Open("end"));
+  ExpectSuccessAndEnd();
+}
+
+TEST_F(FaultsOfTools, AnAnswerWithoutALineEndIsReadAsAnyOther) {
+  program.ReplaceTool("ffprobe",
+                      "case \"$*\" in\n*show_entries*) printf 'width=320\\nheight=240' ;;\n"
+                      "*) printf '  Duration: 00:00:10.00' >&2 ;;\nesac");
+  video = program.PathOf("pretended.mp4");
+  ASSERT_NO_FATAL_FAILURE(WriteFile(video, "no video"));
+  ASSERT_NO_FATAL_FAILURE(OpenWindow());
+  ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, video));
+  EXPECT_TRUE(window.AwaitVideo(QSize(320, 240)));
+  EXPECT_TRUE(window.AwaitBarsAround(QSize(320, 240)));
+  CloseAndExpectEnd();
+}
+
+TEST_F(FaultsOfTools, AToolThatClosesItsOutputAndLivesOnIsDoneWithAndTakenLeaveOfLater) {
+  ASSERT_NO_FATAL_FAILURE(StartJob("exec > /dev/null 2>&1\n" + program.Gate("end")));
+  EXPECT_TRUE(job.AwaitSuccess());
+  EXPECT_NE(Tool(), 0) << "it goes on";
+  window.PointAt(kRunVideo);
+  EXPECT_TRUE(WaitFor([&] { return window.Shows("Label14(1)", "Run Video", kLit); }));
+  ASSERT_TRUE(program.Open("end"));
+  ExpectSuccessAndEnd();
+}
+
+TEST_F(FaultsOfTools, AToolThatLivesOnDoesNotKeepTheProgramFromEnding) {
+  ASSERT_NO_FATAL_FAILURE(StartJob("exec > /dev/null 2>&1\n" + program.Gate("end")));
+  EXPECT_TRUE(job.AwaitSuccess());
+  const pid_t tool = Tool();
+  ASSERT_NE(tool, 0);
+  job.Cancel();
+  EXPECT_TRUE(WaitFor([&] { return !job.Open(); }));
+  CloseAndExpectEnd();
+  EXPECT_FALSE(Ended(tool)) << "no running tool is ended";
+  ASSERT_TRUE(program.Open("end"));
+  EXPECT_TRUE(WaitFor([&] { return Ended(tool); }));
+}
+
+TEST_F(FaultsOfTools, AToolThatIgnoresSignalsRunsToItsOwnEnd) {
+  ASSERT_NO_FATAL_FAILURE(
+      StartJob("trap '' HUP INT TERM QUIT PIPE\n" + program.TalkingGate("end")));
+  ASSERT_TRUE(job.AwaitStatus("Progress: 00.00 % Complete: Status: Cropping..."));
+  ASSERT_TRUE(WaitFor([&] { return Tool() != 0; }));
+  for (const int ignored : {SIGHUP, SIGINT, SIGTERM, SIGQUIT, SIGPIPE}) kill(Tool(), ignored);
+  window.PointAt(kRunVideo);
+  EXPECT_TRUE(WaitFor([&] { return window.Shows("Label14(1)", "Run Video", kLit); }));
+  EXPECT_FALSE(job.AwaitSuccess(200ms));
+  ASSERT_TRUE(program.Open("end"));
+  ExpectSuccessAndEnd();
+}
+
+// The text box of the main window keeps it as well, two bytes to a letter, for good.
+TEST_F(FaultsOfTools, AFloodingProbeTakesSixTimesItsSizeOfMemoryAtMost) {
+  constexpr qint64 kFlood = 64 * 1024;  // KiB
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 1));
+  program.ReplaceTool("ffprobe",
+                      "case \"$*\" in\n*show_entries*) printf 'width=320\\nheight=240\\n' ;;\n"
+                      "*) yes | head -c 64M ;;\nesac");
+  const QString other = program.PathOf("other.mp4");
+  ASSERT_NO_FATAL_FAILURE(WriteFile(other, "no video"));
+  const qint64 before = program.MostMemory();
+  ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, other));
+  EXPECT_TRUE(window.AwaitVideo(QSize(320, 240)));
+  EXPECT_TRUE(WaitFor([&] { return program.Children("RSDTZ").isEmpty(); }, 60s));
+  EXPECT_GT(program.MostMemory() - before, kFlood * 2);
+  EXPECT_LT(program.MostMemory() - before, kFlood * 6);
+  CloseAndExpectEnd();
+}
+
+class FaultsOfJoinersTools : public JoinerTest {};
+
+TEST_F(FaultsOfJoinersTools, AToolThatIsKilledEndsTheJoinAndNoSourceIsTouched) {
+  program.ReplaceTool("ffmpeg", "echo begun\nkill -KILL $$");
+  const QString clip = program.PathOf("clip.mp4");
+  ASSERT_TRUE(MakeVideo(clip, kSize, 20));
+  const QByteArray content = ContentOf(clip);
+  ASSERT_NO_FATAL_FAILURE(Add(clip));
+  ASSERT_NO_FATAL_FAILURE(JoinTo(program.PathOf("joined.mp4")));
+  EXPECT_EQ(program.RunsOf("ffmpeg").size(), 1);
+  EXPECT_EQ(ContentOf(clip), content);
+  EXPECT_TRUE(WaitFor([&] { return program.Children("RSDTZ").isEmpty(); }));
+  CloseJoinerAndExpectEnd();
+}
+
+TEST_F(FaultsOfJoinersTools, AToolThatClosesItsOutputAndLivesOnIsDoneWith) {
+  program.ReplaceTool("ffmpeg", "exec > /dev/null 2>&1\n" + program.Gate("end"));
+  ASSERT_NO_FATAL_FAILURE(JoinTo(program.PathOf("joined.mp4")));
+  EXPECT_EQ(program.Children("RSD").size(), 1);
+  ASSERT_TRUE(program.Open("end"));
+  EXPECT_TRUE(WaitFor([&] { return program.Children("RSDTZ").isEmpty(); }));
+  CloseJoinerAndExpectEnd();
+}
+
+}  // namespace
+}  // namespace kelvane::desktop

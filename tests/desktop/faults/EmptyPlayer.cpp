@@ -1,0 +1,1 @@
+// Nothing: a library with the player's name that holds none of what a player has.
