@@ -218,6 +218,7 @@ TEST_F(AJoinersClock, ThatJumpsBackHoldsUpNoJoin) {
   program.ReplaceTool("ffmpeg", "");
   const QString output = program.PathOf("joined.mp4");
   ASSERT_TRUE(joiner.ChooseFile(JoinerButton::kJoinSections, output));
+  ASSERT_TRUE(joiner.AwaitProcess("Process: Joining Your Videos...")) << "it waits now";
   faults.PutClockAhead(-kDay);
   EXPECT_TRUE(ConfirmJoin(screen));
   EXPECT_EQ(program.RunsOf("ffmpeg").size(), 1);

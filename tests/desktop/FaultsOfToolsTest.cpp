@@ -85,7 +85,7 @@ TEST_F(FaultsOfTools, AStoppedToolEndsOnceItIsContinuedWhereTheProgramWasEnded) 
 TEST_F(FaultsOfTools, AGibibyteInAJobTakesTwiceItsSizeOfMemoryAtMost) {
   constexpr qint64 kFlood = 1024 * 1024;  // KiB
   ASSERT_NO_FATAL_FAILURE(StartJob("head -c 1G /dev/zero"));
-  const qint64 before = program.MostMemory();
+  const qint64 before = program.Memory();
   ASSERT_GT(before, 0);
   EXPECT_TRUE(job.AwaitSuccess(60s));
   const qint64 most = program.MostMemory() - before;
@@ -164,7 +164,7 @@ TEST_F(FaultsOfTools, AFloodingProbeTakesSixTimesItsSizeOfMemoryAtMost) {
                       "*) yes | head -c 64M ;;\nesac");
   const QString other = program.PathOf("other.mp4");
   ASSERT_NO_FATAL_FAILURE(WriteFile(other, "no video"));
-  const qint64 before = program.MostMemory();
+  const qint64 before = program.Memory();
   ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, other));
   EXPECT_TRUE(window.AwaitVideo(QSize(320, 240)));
   EXPECT_TRUE(WaitFor([&] { return program.Children("RSDTZ").isEmpty(); }, 60s));
