@@ -27,11 +27,12 @@ bool PlayerWatch::Moves() const {
 }
 
 bool PlayerWatch::StandsStill() const {
-  constexpr int kAWhile = 300;  // ms
-  return PumpUntil([&] {
+  constexpr int kAWhile = 500;  // ms
+  const bool still = PumpUntil([&] {
     const double position = Core().Position();
     return HoldsFor(kAWhile, [&] { return Core().Position() == position; });
   });
+  return still && Core().Active();
 }
 
 QRgb PlayerWatch::Colour() const {

@@ -25,7 +25,7 @@ class PlayerWatch {
   bool AwaitEnd() const;
   // It plays, ahead of where it is.
   bool Moves() const;
-  // It comes to stand still, and stays so for a while.
+  // It comes to stand still before the end of its file, and stays so for a while.
   bool StandsStill() const;
 
   // The colour of the picture a little off its corner.

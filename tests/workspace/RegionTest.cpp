@@ -118,6 +118,18 @@ TEST_F(Region, ThePlayerTheHolderAndTheCanvasPlayNoPart) {
   EXPECT_EQ(SharedValues(), (Values{635, 355, 0, 0}));
 }
 
+TEST_F(Region, WhatIsTooLargeForAWholeNumberLeavesTheLastOne) {
+  LoadVideoOf(640, 360);
+  Measure();
+  constexpr float kFar = 3e9F;
+  Bar(LeftBar).setLeft(-kFar);
+  Bar(TopBar).setTop(-kFar);
+  Measure();
+  EXPECT_EQ(Number(RegionWidth), "0,000");
+  EXPECT_EQ(Number(RegionHeight), "0,000");
+  EXPECT_EQ(SharedValues(), (Values{635, 355, 0, 0}));
+}
+
 TEST_F(Region, TheNumbersUseTheLocalesGroupSeparator) {
   QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
   LoadVideoOf(1920, 1080);
