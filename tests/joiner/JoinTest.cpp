@@ -151,6 +151,16 @@ TEST_F(Joining, WritesNothingThroughALinkInTheListFilesPlace) {
   EXPECT_EQ(ListFile(), "file '" + Path("a.mp4") + "'\r\n");
 }
 
+TEST_F(Joining, MakesNoFileWhereALinkInTheListFilesPlaceLeadsNowhere) {
+  const QString nowhere = InFolder("nowhere.txt");
+  ASSERT_TRUE(QFile::link(nowhere, InFolder("files.txt")));
+  AddSectionOf("a.mp4", "00:10:00.00");
+  JoinTo("/tmp/all.mp4");
+  EXPECT_FALSE(QFileInfo::exists(nowhere));
+  EXPECT_FALSE(QFileInfo(InFolder("files.txt")).isSymLink());
+  EXPECT_EQ(ListFile(), "file '" + Path("a.mp4") + "'\r\n");
+}
+
 TEST_F(Joining, RunsOnWithWhatIsThereWhereTheListFileCannotBeWritten) {
   ASSERT_TRUE(QDir(tools_.Path()).mkpath("files.txt/inside"));
   AddSectionOf("a.mp4", "00:10:00.00");
