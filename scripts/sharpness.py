@@ -2,8 +2,8 @@
 """How sharp the quick tests are: puts the small faults of tests/faults.list into a private copy of
 the sources, one at a time, builds that and looks whether a test notices.
 
-A fault is caught when a test of its own room fails twice running, or one of the other rooms' does;
-a test that crashes or hangs fails. A fault that isn't built is neither caught nor survived.
+A fault is caught when a test of its own room, or else one of the others, fails twice running; a
+test that crashes or hangs fails. A fault that isn't built is neither caught nor survived.
 
 What was found stands in build/sharpness/results, and a run that was stopped goes on from there. A
 caught fault is tried anew when its source has changed, any other when anything has; --fresh tries
@@ -327,9 +327,10 @@ class Copy:
         finally:
             process.stop()
 
-    def caught_by(self, program):
+    def caught_by(self, program, limit=None):
+        """The first test of the program that fails, alone as well; empty where none does."""
         for _ in range(2):
-            failure = self.failure_of(program, program.limit)
+            failure = self.failure_of(program, limit or program.limit)
             if not failure:
                 return ""
             if self.fails_again(program, failure):
@@ -385,7 +386,7 @@ def prepare(copy, names, results, jobs):
         return
     for program in copy.programs:
         begin = time.monotonic()
-        if failure := copy.failure_of(program, 300):
+        if failure := copy.caught_by(program, limit=300):
             fail(f"without any fault {program.target} fails: {failure}")
         program.seconds = time.monotonic() - begin
     times = {program.target: round(program.seconds, 1) for program in copy.programs}
