@@ -35,6 +35,13 @@ pid_t StartCompanion(const std::vector<std::string>& arguments, int inherited = 
   _exit(127);
 }
 
+// The server and its screen. Xephyr's option takes no screen number.
+std::vector<std::string> ServerAndScreen() {
+  const char* shown = std::getenv("KELVANE_TEST_DISPLAY_SERVER");
+  if (shown == nullptr || *shown == '\0') return {"Xvfb", "-screen", "0", "1920x1200x24"};
+  return {shown, "-screen", "1920x1200x24"};
+}
+
 void End(pid_t process) {
   if (process <= 0) return;
   kill(process, SIGTERM);
@@ -106,15 +113,17 @@ void PrivateDisplay::UseForToolkit(const std::string& privateFolder) const {
 void PrivateDisplay::StartServer() {
   std::array<int, 2> ends{};
   if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe for the X server");
-  server_ = StartCompanion({"Xvfb", "-displayfd", std::to_string(ends[1]), "-screen", "0",
-                            "1920x1200x24", "-nolisten", "tcp", "-noreset"},
-                           ends[1]);
+  std::vector<std::string> arguments = ServerAndScreen();
+  const std::string server = arguments.front();
+  arguments.insert(arguments.end(),
+                   {"-displayfd", std::to_string(ends[1]), "-nolisten", "tcp", "-noreset"});
+  server_ = StartCompanion(arguments, ends[1]);
   close(ends[1]);
   std::string number;
   char digit = 0;
   while (read(ends[0], &digit, 1) == 1 && digit != '\n') number += digit;
   close(ends[0]);
-  if (number.empty()) throw std::runtime_error("the X server Xvfb doesn't start");
+  if (number.empty()) throw std::runtime_error("the X server " + server + " doesn't start");
   name_ = ":" + number;
 }
 

@@ -8,6 +8,9 @@ namespace kelvane::desktop {
 
 // A private X server of 1920 by 1200 pixels without a screen, and a window manager on it, both with
 // nobody's configuration. They end with the object, and with this process however it ends.
+//
+// To watch, name Xephyr in KELVANE_TEST_DISPLAY_SERVER: it then takes Xvfb's place and shows its
+// screen in a window of the display in DISPLAY.
 class PrivateDisplay {
  public:
   // `privateFolder` is the window manager's home. Throws std::runtime_error where the server or the
