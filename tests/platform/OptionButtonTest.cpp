@@ -65,6 +65,16 @@ TEST_F(AnOptionButton, TakesThePlaceOfTheChosenOneInItsContainerAlone) {
   EXPECT_EQ(Chosen(), "Option1(1)Option2(0)");
 }
 
+TEST_F(AnOptionButton, AroundABoxIsOfAnotherGroupThanThoseInTheBox) {
+  TestForm around({{.name = "Box", .controlClass = ControlClass::kPictureBox, .place = {}},
+                   {.name = "Inside", .controlClass = kOption, .place = {}, .container = "Box"},
+                   {.name = "Outside", .controlClass = kOption, .place = {}}});
+  auto& inside = around.Find<OptionButton>(QStringLiteral("Inside"));
+  inside.Choose();
+  around.Find<OptionButton>(QStringLiteral("Outside")).Choose();
+  EXPECT_TRUE(inside.Value());
+}
+
 TEST_F(AnOptionButton, IsChosenByTheUsersClickAndKeys) {
   ClickOn("Option1(1)");
   EXPECT_EQ(Chosen(), "Option1(1)");
