@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QList>
 #include <QString>
+#include <QTimer>
 #include <optional>
 #include <set>
 
@@ -48,10 +49,13 @@ class FrameWatch : public QApplication {
   // When the repaint ended that shows the bar where it is now, in milliseconds of the clock.
   double BarPaintedAt() const { return barPaintedAt_; }
 
-  // Serves events until `enough` says so.
+  // Serves events until `enough` says so, asleep where there are none: a thread that spins would be
+  // made to wait by the system in the middle of its work.
   template <typename Condition>
   void ServeUntil(Condition enough) {
-    while (!enough()) processEvents(QEventLoop::WaitForMoreEvents, kLongestWait);
+    QTimer look;
+    look.start(kLongestWait);
+    while (!enough()) processEvents(QEventLoop::WaitForMoreEvents);
   }
 
   // Milliseconds of the clock that the watch reads.

@@ -130,6 +130,8 @@ void Control::FillWith(QWidget* stockWidget) {
   stockWidget_ = stockWidget;
   stockWidget_->setParent(this);
   stockWidget_->setGeometry(rect());
+  // What lies behind an opaque control needn't be painted for it, nor it for what lies behind.
+  setAttribute(Qt::WA_OpaquePaintEvent, stockWidget_->testAttribute(Qt::WA_OpaquePaintEvent));
   // A menu of the toolkit's would serve the queue, and hold up the handler at whose DoEvents it
   // came up.
   stockWidget_->setContextMenuPolicy(Qt::NoContextMenu);

@@ -32,7 +32,7 @@ void WindowsMediaPlayer::MakeCore() {
   core_ = new PlaybackCore(this);
   core_->setVolume(settings.volume());
   core_->setBalance(settings.balance());
-  connect(core_, &PlaybackCore::PictureChanged, this, [this] { update(); });
+  connect(core_, &PlaybackCore::PictureChanged, this, [this] { update(visibleRegion()); });
 }
 
 void WindowsMediaPlayer::Controls::play() {
