@@ -1,6 +1,8 @@
 #!/usr/bin/env bash
-# Sets up, builds and runs the benches. Each prints minimum, median and maximum, and a ratio taken
-# inside the one run.
+# Sets up, builds and runs the benches. Each prints minimum, median and maximum, and ratios taken
+# inside the one run; at the end stands a table of all figures that have been asked for, each with
+# its mark. It is kept as bench-report.txt in the build folder; docs/benches.md tells how each is
+# measured. To be run on a machine that does nothing else.
 set -euo pipefail
 
 # shellcheck source=scripts/setup.sh
@@ -10,8 +12,21 @@ source "$(dirname "${BASH_SOURCE[0]}")/scripts/setup.sh"
 
 install_packages build run test bench
 build release
-shopt -s nullglob
-for bench in "$(build_dir release)"/bench/*_bench; do
-  say "running $(basename "$bench")"
-  "$bench"
+folder=$(build_dir release)
+KELVANE_BENCH_REPORT=$(mktemp)
+export KELVANE_BENCH_REPORT
+trap 'rm -f "$KELVANE_BENCH_REPORT"' EXIT
+
+begin=$SECONDS
+for bench in noise program playback join joiner sections runner handler; do
+  say "running ${bench}_bench"
+  "$folder/bench/${bench}_bench"
 done
+report=$folder/bench-report.txt
+{
+  date '+%Y-%m-%d %H:%M'
+  printf '%s cores, %s\n' "$(nproc)" "$(uptime | sed 's/.*load/load/')"
+  printf '%s s in all\n\n' $((SECONDS - begin))
+  column -t -s $'\t' -N 'what,figure,mark,verdict' <"$KELVANE_BENCH_REPORT"
+} | tee "$report"
+say "the table is kept as $report"

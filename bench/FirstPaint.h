@@ -53,7 +53,7 @@ void CompareOpening(const char* name, double target) {
   constexpr int kPairs = 40;
   SecondsToFirstPaint<Form1>();
   SecondsToFirstPaint<Window>();
-  Compare("from the load to the first paint", kPairs, target, {name, SecondsToFirstPaint<Window>},
+  Compare("load to first paint", kPairs, target, {name, SecondsToFirstPaint<Window>},
           {"main window", SecondsToFirstPaint<Form1>});
 }
 

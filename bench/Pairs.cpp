@@ -2,9 +2,21 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <iomanip>
+#include <sstream>
 #include <stdexcept>
 
 namespace kelvane::bench {
+namespace {
+
+void Report(const std::string& line) {
+  const char* report = std::getenv("KELVANE_BENCH_REPORT");
+  if (report != nullptr) std::ofstream(report, std::ios::app) << line << '\n';
+}
+
+}  // namespace
 
 void Need(bool holds, const char* complaint) {
   if (!holds) throw std::runtime_error(complaint);
@@ -21,10 +33,22 @@ void PrintRow(const std::string& name, const std::vector<double>& values) {
   std::fflush(stdout);
 }
 
-void PrintVerdict(const char* what, double figure, double mark, const char* unit) {
-  std::printf("  %s %.2f%s, at most %.2f%s: %s\n", what, figure, unit, mark, unit,
-              figure <= mark ? "met" : "missed");
+void PrintVerdict(const std::string& what, double figure, double mark, const char* unit) {
+  const char* verdict = figure <= mark ? "met" : "missed";
+  std::printf("  %s %.2f%s, at most %.2f%s: %s\n", what.c_str(), figure, unit, mark, unit, verdict);
   std::fflush(stdout);
+  std::ostringstream line;
+  line << std::fixed << std::setprecision(2) << what << '\t' << figure << unit << "\tat most "
+       << mark << unit << '\t' << verdict;
+  Report(line.str());
+}
+
+void PrintFigure(const std::string& what, double figure, const char* unit) {
+  std::printf("  %s %.2f%s\n", what.c_str(), figure, unit);
+  std::fflush(stdout);
+  std::ostringstream line;
+  line << std::fixed << std::setprecision(2) << what << '\t' << figure << unit << "\t\t";
+  Report(line.str());
 }
 
 void Compare(const char* what, int pairs, double target, const Side& ours, const Side& theirs) {
@@ -42,7 +66,8 @@ void Compare(const char* what, int pairs, double target, const Side& ours, const
   PrintRow(std::string(ours.name) + ", s", ourSeconds);
   PrintRow(std::string(theirs.name) + ", s", theirSeconds);
   PrintRow("ratio", ratios);
-  PrintVerdict("median ratio", At(ratios, 0.5), target);
+  PrintVerdict(std::string(what) + ": " + ours.name + " against " + theirs.name, At(ratios, 0.5),
+               target);
 }
 
 }  // namespace kelvane::bench

@@ -4,8 +4,9 @@
 #include <string>
 #include <vector>
 
-// What the benches have in common that drive the program: they run in pairs, tell ratios, and say
-// of each mark whether it was met.
+// What the benches have in common: they run in pairs, tell ratios, and say of each mark whether it
+// was met. The report is a file of lines "what, figure, mark, verdict", tabs between them, to which
+// every bench adds its own; KELVANE_BENCH_REPORT names it, and without that there is none.
 namespace kelvane::bench {
 
 // Ends the bench with this complaint where `holds` is false.
@@ -16,8 +17,10 @@ double At(std::vector<double> values, double share);
 
 // Minimum, median and maximum.
 void PrintRow(const std::string& name, const std::vector<double>& values);
-// Says whether a figure is at most its mark.
-void PrintVerdict(const char* what, double figure, double mark, const char* unit = "");
+// Says whether a figure is at most its mark, and tells the report of it.
+void PrintVerdict(const std::string& what, double figure, double mark, const char* unit = "");
+// Tells the report of a figure that has no mark.
+void PrintFigure(const std::string& what, double figure, const char* unit = "");
 
 // One of two things that are compared, and a run of it in seconds.
 struct Side {
@@ -25,8 +28,8 @@ struct Side {
   std::function<double()> run;
 };
 
-// Runs the two sides one after the other, in alternating order, prints the table, and says whether
-// the median ratio is at most `target`.
+// Runs the two sides one after the other, in alternating order, prints what each took, and says
+// whether the median ratio is at most `target`.
 void Compare(const char* what, int pairs, double target, const Side& ours, const Side& theirs);
 
 }  // namespace kelvane::bench

@@ -2,8 +2,6 @@
 // reads of the same size over the same tool's output. Both are measured in turn inside each pass,
 // so that the ratio doesn't follow the machine's moods. Where appending cost more the longer the
 // text is, the runner's figures would rise from the first size to the last.
-
-#include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -13,9 +11,12 @@
 #include <array>
 #include <chrono>
 #include <cstdint>
+#include <cstdio>
+#include <exception>
 #include <string>
 #include <vector>
 
+#include "Pairs.h"
 #include "media/DOSOutputs.h"
 
 namespace {
@@ -23,33 +24,41 @@ namespace {
 constexpr std::int64_t kMebibyte = 1 << 20;
 constexpr std::size_t kBlockSize = 256;
 
-struct Measure {
-  double seconds = 0;
-  std::int64_t blocks = 0;
-  std::int64_t bytes = 0;
-};
+using namespace kelvane::bench;
 
 double SecondsSince(std::chrono::steady_clock::time_point start) {
   return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-void MeasureRunner(std::int64_t bytes, Measure& measure) {
+// What one pass has taken, and how much of the tool's output it has seen.
+struct Pass {
+  double seconds = 0;
+  std::int64_t blocks = 0;
+  std::int64_t bytes = 0;
+
+  double NanosecondsPerBlock() const { return seconds * 1e9 / static_cast<double>(blocks); }
+};
+
+Pass ThroughRunner(std::int64_t bytes) {
+  Pass pass;
   kelvane::DOSOutputs outputs;
-  outputs.ReceiveOutputs = [&measure](const std::string& block) {
-    ++measure.blocks;
-    measure.bytes += static_cast<std::int64_t>(block.size());
+  outputs.ReceiveOutputs = [&pass](const std::string& block) {
+    ++pass.blocks;
+    pass.bytes += static_cast<std::int64_t>(block.size());
   };
   const auto start = std::chrono::steady_clock::now();
   const std::string text =
       outputs.ExecuteCommand("/usr/bin/head -c " + std::to_string(bytes) + " /dev/zero");
-  benchmark::DoNotOptimize(text.data());
-  measure.seconds += SecondsSince(start);
+  pass.seconds = SecondsSince(start);
+  Need(text.size() == static_cast<std::size_t>(bytes), "the text isn't kept whole");
+  return pass;
 }
 
-void MeasureBareRead(std::int64_t bytes, Measure& measure) {
+Pass ThroughBareReads(std::int64_t bytes) {
+  Pass pass;
   const auto start = std::chrono::steady_clock::now();
   std::array<int, 2> ends{};
-  if (pipe2(ends.data(), O_CLOEXEC) != 0) return;
+  Need(pipe2(ends.data(), O_CLOEXEC) == 0, "there is no pipe");
   posix_spawn_file_actions_t files;
   posix_spawn_file_actions_init(&files);
   posix_spawn_file_actions_adddup2(&files, ends[1], STDOUT_FILENO);
@@ -63,61 +72,58 @@ void MeasureBareRead(std::int64_t bytes, Measure& measure) {
       posix_spawn(&child, pointers.front(), &files, nullptr, pointers.data(), environ);
   posix_spawn_file_actions_destroy(&files);
   close(ends[1]);
+  Need(failure == 0, "the tool doesn't start");
   std::array<char, kBlockSize> block{};
-  for (ssize_t got = 1; failure == 0 && got > 0;) {
+  for (ssize_t got = 1; got > 0;) {
     got = read(ends[0], block.data(), block.size());
-    benchmark::DoNotOptimize(block.data());
-    ++measure.blocks;
-    measure.bytes += got;
+    if (got <= 0) break;
+    ++pass.blocks;
+    pass.bytes += got;
   }
   close(ends[0]);
-  measure.seconds += SecondsSince(start);
-  if (failure == 0) waitpid(child, nullptr, 0);
+  pass.seconds = SecondsSince(start);
+  waitpid(child, nullptr, 0);
+  return pass;
 }
 
-// The number of mebibytes is the argument.
-void BM_RunnerAgainstBareRead(benchmark::State& state) {
-  const std::int64_t bytes = state.range(0) * kMebibyte;
-  Measure runner;
-  Measure bare;
-  for ([[maybe_unused]] auto pass : state) {
-    MeasureRunner(bytes, runner);
-    MeasureBareRead(bytes, bare);
+// The runner's median cost of a block, at an output of this many mebibytes.
+double Measure(std::int64_t mebibytes) {
+  constexpr int kPasses = 5;
+  std::vector<double> runner;
+  std::vector<double> bare;
+  std::vector<double> ratios;
+  for (int pass = 0; pass < kPasses; ++pass) {
+    const Pass ours = ThroughRunner(mebibytes * kMebibyte);
+    const Pass theirs = ThroughBareReads(mebibytes * kMebibyte);
+    Need(ours.bytes == mebibytes * kMebibyte && ours.bytes == theirs.bytes,
+         "the tool's output didn't come whole");
+    runner.push_back(ours.NanosecondsPerBlock());
+    bare.push_back(theirs.NanosecondsPerBlock());
+    ratios.push_back(runner.back() / bare.back());
   }
   kelvane::DOSOutputs::ReapEndedChildren();
-  if (runner.bytes != bytes * state.iterations() || bare.bytes != runner.bytes) {
-    state.SkipWithError("the tool's output didn't come whole");
-    return;
-  }
-  constexpr double kNanoseconds = 1e9;
-  const auto nanosecondsPerBlock = [](const Measure& measure) {
-    return measure.seconds / static_cast<double>(measure.blocks) * kNanoseconds;
-  };
-  state.counters["runner_ns/block"] = nanosecondsPerBlock(runner);
-  state.counters["bare_ns/block"] = nanosecondsPerBlock(bare);
-  state.counters["ratio"] = nanosecondsPerBlock(runner) / nanosecondsPerBlock(bare);
+  std::printf("%d MiB of a tool's output, %d passes: min, median, max\n",
+              static_cast<int>(mebibytes), kPasses);
+  PrintRow("runner, ns to a block", runner);
+  PrintRow("bare reads, ns to a block", bare);
+  PrintRow("ratio", ratios);
+  PrintFigure("runner: a block of " + std::to_string(mebibytes) + " MiB against bare reads",
+              At(ratios, 0.5));
+  return At(runner, 0.5);
 }
-
-double Least(const std::vector<double>& values) {
-  return *std::min_element(values.begin(), values.end());
-}
-
-double Most(const std::vector<double>& values) {
-  return *std::max_element(values.begin(), values.end());
-}
-
-BENCHMARK(BM_RunnerAgainstBareRead)
-    ->ArgName("MiB")
-    ->Arg(1)
-    ->Arg(16)
-    ->Arg(256)
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime()
-    ->Repetitions(5)
-    ->ComputeStatistics("min", Least)
-    ->ComputeStatistics("max", Most)
-    ->ReportAggregatesOnly();
 
 }  // namespace
 
-BENCHMARK_MAIN();
+int main() {
+  constexpr double kFlat = 1.25;
+  try {
+    const double few = Measure(1);
+    Measure(16);
+    const double many = Measure(256);
+    PrintVerdict("runner: a block of 256 MiB against one of 1 MiB", many / few, kFlat);
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "runner_bench: %s\n", failure.what());
+    return 1;
+  }
+  return 0;
+}

@@ -39,6 +39,7 @@ void MeasureMoves(const Form3& form, const char* name, Control& control, float u
     std::printf("  %s: only %d of %d moves were painted\n", name, paints.Count(), kMoves);
   }
   PrintRow(std::string(name) + ", ms", costs);
+  PrintFigure(std::string("a move of ") + name + " with its repaint", At(costs, 0.5), " ms");
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "platform/PlaybackCore.h"
 
 #include <alsa/asoundlib.h>
+#include <sched.h>
 
 #include <QPainter>
 #include <QRegion>
@@ -74,12 +75,30 @@ bool HasRoomForThreads() {
   return threads.size() == kMostOfAFile;
 }
 
+// While it lives, the threads that this one starts are such as work through a load: they get their
+// whole share of the processor, but when they wake they don't cut in on the user-interface thread
+// in the middle of a paint, nor on the display server that it waits for.
+class StartsLoadThreads {
+ public:
+  StartsLoadThreads() { Choose(SCHED_BATCH); }
+  StartsLoadThreads(const StartsLoadThreads&) = delete;
+  StartsLoadThreads& operator=(const StartsLoadThreads&) = delete;
+  ~StartsLoadThreads() { Choose(SCHED_OTHER); }
+
+ private:
+  static void Choose(int policy) {
+    const sched_param noPriority{};
+    (void)sched_setscheduler(0, policy, &noPriority);
+  }
+};
+
 // Marks the answer to a command that starts a file.
 constexpr std::uint64_t kStartAnswer = 1;
 
 }  // namespace
 
 PlaybackCore::PlaybackCore(QObject* parent) : QObject(parent), mpv_(PlayerLibrary::Get()) {
+  const StartsLoadThreads load;
   if (mpv_ == nullptr || !HasRoomForThreads() || !MakePlayer()) return;
   ObserveProperties();
   try {
