@@ -5,7 +5,7 @@
 #include <QFileInfo>
 
 #include "joiner/JoinerWindowTest.h"
-#include "joiner/PaintsOf.h"
+#include "support/PaintsOf.h"
 #include "platform/App.h"
 #include "support/AllocationFailure.h"
 

@@ -2,7 +2,7 @@
 #include <QLocale>
 
 #include "joiner/JoinerWindowTest.h"
-#include "joiner/PaintsOf.h"
+#include "support/PaintsOf.h"
 #include "shared/SharedValues.h"
 
 namespace kelvane::testing {
