@@ -2,6 +2,7 @@
 # Sets up, builds and runs the tests. Without an argument: all of them.
 #   ./test.sh quick     those that need neither a display server nor a minute
 #   ./test.sh asan      all of them, with AddressSanitizer and UndefinedBehaviorSanitizer
+#   ./test.sh tsan      those of the player, which has threads, with ThreadSanitizer
 #   ./test.sh coverage  all of them, with coverage counters left beside the objects
 #   ./test.sh sharpness the quick ones against small faults, one at a time (--help says more)
 set -euo pipefail
@@ -15,11 +16,18 @@ case "$#:${1:-}" in
   0:) ;;
   1:quick) chosen=(--label-exclude '^(desktop|long)$') ;;
   1:asan | 1:coverage) preset=$1 ;;
+  1:tsan)
+    install_packages build run test
+    build tsan player_tests
+    say "running the player's tests"
+    export TSAN_OPTIONS=suppressions=$KELVANE_ROOT/tests/platform/races.supp:history_size=4
+    exec "$(build_dir tsan)/tests/platform/player_tests"
+    ;;
   *:sharpness)
     install_packages build run test
     exec python3 "$KELVANE_ROOT/scripts/sharpness.py" "${@:2}"
     ;;
-  *) fail "usage: ./test.sh [quick | asan | coverage | sharpness]" ;;
+  *) fail "usage: ./test.sh [quick | asan | tsan | coverage | sharpness]" ;;
 esac
 
 export LSAN_OPTIONS=suppressions=$KELVANE_ROOT/tests/desktop/leaks.supp:print_suppressions=0
