@@ -3,7 +3,7 @@
 #   ./test.sh quick     those that need neither a display server nor a minute
 #   ./test.sh asan      all of them, with AddressSanitizer and UndefinedBehaviorSanitizer
 #   ./test.sh tsan      those of the player, which has threads, with ThreadSanitizer
-#   ./test.sh coverage  all of them, with coverage counters left beside the objects
+#   ./test.sh coverage  all of them, and tells which lines and branches of src/ they run
 #   ./test.sh sharpness the quick ones against small faults, one at a time (--help says more)
 set -euo pipefail
 
@@ -33,6 +33,9 @@ esac
 export LSAN_OPTIONS=suppressions=$KELVANE_ROOT/tests/desktop/leaks.supp:print_suppressions=0
 
 install_packages build run test
+[[ $preset != coverage ]] || install_packages coverage
 build "$preset"
+if [[ $preset == coverage ]]; then find "$(build_dir coverage)" -name '*.gcda' -delete; fi
 say "running the tests"
 ctest --preset "$preset" --output-on-failure --no-tests=error --parallel "$(nproc)" "${chosen[@]}"
+if [[ $preset == coverage ]]; then python3 "$KELVANE_ROOT/scripts/coverage.py"; fi
