@@ -80,7 +80,10 @@ class Form4 : public Form {
   // The join.
   void DoTheJoin();
   void JoinSections(DOSOutputs& objDOS);
-  void WriteListFile(const QString& path) const;
+  // Returns where the list stands.
+  std::string WriteListFile(const std::string& tools) const;
+  // False, and what is there stays, where no file can be written under that path.
+  bool WriteListTo(const QString& path) const;
   void TranscodeSections(DOSOutputs& objDOS);
   void HearFrom(DOSOutputs& objDOS);
   static void Run(DOSOutputs& objDOS, const std::string& commandLine);

@@ -55,22 +55,31 @@ void Form4::JoinSections(DOSOutputs& objDOS) {
   DoEvents();
   Label3(ProcessLine).setCaption(QStringLiteral("Process: Joining Your Videos..."));
   const std::string tools = ToolsFolder(App::Path());
-  const std::string ListFile = tools + "/files.txt";
-  WriteListFile(FromNarrow(ListFile));
+  const std::string ListFile = WriteListFile(tools);
   WaitOneSecond();
   if (Option1(NoTranscode).Value())
     Run(objDOS, JoinCommandLine(tools, ListFile, ToNarrow(OutputFile)));
 }
 
+// The list stands beside the tools. Where a program is installed for everybody, its user can't
+// write there, and nobody's list may be in the way of another's: then it has a private place.
+std::string Form4::WriteListFile(const std::string& tools) const {
+  std::string beside = tools + "/files.txt";
+  if (WriteListTo(FromNarrow(beside)) || QFileInfo(FromNarrow(beside)).isDir()) return beside;
+  std::string elsewhere = PrivateListFile();
+  return !elsewhere.empty() && WriteListTo(FromNarrow(elsewhere)) ? elsewhere : beside;
+}
+
 // Removed sections have their lines as well. What can't be written leaves what is there.
-void Form4::WriteListFile(const QString& path) const {
+bool Form4::WriteListTo(const QString& path) const {
   QFile file(path);
   // A link goes itself, not what it leads to.
   if (file.exists() || QFileInfo(path).isSymLink()) file.remove();
-  if (!file.open(QIODevice::WriteOnly)) return;
+  if (QFileInfo(path).isSymLink() || !file.open(QIODevice::WriteOnly)) return false;
   for (int i = 0; i < List1.ListCount(); ++i) {
     file.write(QByteArray::fromStdString(ToNarrow(ListFileLine(List1.List(i)))));
   }
+  return true;
 }
 
 // From now on no section comes in any more. The mode ends with the transport streams.

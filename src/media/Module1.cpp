@@ -113,6 +113,14 @@ std::string ToolsFolder(const std::string& appPath) {
   return shortPath.empty() ? appPath : shortPath;
 }
 
+std::string PrivateListFile(const std::string& linksParent) {
+  try {
+    return PrivateFolder::In(linksParent).ListFile();
+  } catch (const std::exception&) {
+    return {};
+  }
+}
+
 void ClearShortPathsLeftBehind(const std::string& linksParent) {
   PrivateFolder::ClearLeftBehind(linksParent);
 }

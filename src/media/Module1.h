@@ -24,6 +24,11 @@ std::string GetShortFileName(const std::string& Path, const ShowError& showError
 // it can't stand bare. `appPath` where that fails.
 std::string ToolsFolder(const std::string& appPath);
 
+// The place of a join's list where the program's folder takes none: a path that can stand bare, in
+// the private folder of the short paths. What is written there goes when the program ends. Empty
+// where that folder can't be made.
+std::string PrivateListFile(const std::string& linksParent = "/tmp");
+
 // Removes the private folders of programs of this user that ended without removing them. To be
 // called once at a start; touches no folder of a program that still runs.
 void ClearShortPathsLeftBehind(const std::string& linksParent = "/tmp");

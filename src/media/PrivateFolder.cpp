@@ -19,19 +19,16 @@ namespace {
 
 constexpr int kOpenFolder = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 constexpr std::string_view kRandomPart = "XXXXXX";
+constexpr const char* kListFile = "files.txt";
 
-std::string NameBeginning() {
-  return "kelvane-" + std::to_string(::geteuid()) + "-";
-}
+std::string NameBeginning() { return "kelvane-" + std::to_string(::geteuid()) + "-"; }
 
 bool IsFolderName(std::string_view name) {
   const std::string beginning = NameBeginning();
   return name.starts_with(beginning) && name.size() == beginning.size() + kRandomPart.size();
 }
 
-std::system_error ErrorOf(int number) {
-  return {number, std::generic_category()};
-}
+std::system_error ErrorOf(int number) { return {number, std::generic_category()}; }
 
 std::vector<std::string> NamesIn(const Descriptor& folder) {
   struct CloseListing {
@@ -52,10 +49,11 @@ std::vector<std::string> NamesIn(const Descriptor& folder) {
   return names;
 }
 
-void RemoveIfLink(const Descriptor& folder, const std::string& name) {
+// Removes the entry if it is of that type, S_IFLNK or the like.
+void RemoveIf(mode_t type, const Descriptor& folder, const std::string& name) {
   struct stat status {};
   if (::fstatat(folder.number(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
-      S_ISLNK(status.st_mode)) {
+      (status.st_mode & S_IFMT) == type) {
     ::unlinkat(folder.number(), name.c_str(), 0);
   }
 }
@@ -99,7 +97,8 @@ PrivateFolder& PrivateFolder::In(const std::string& parent) {
 
 PrivateFolder::~PrivateFolder() {
   if (owner_ != ::getpid() || !Names(path_, folder_)) return;
-  for (const auto& [target, name] : names_) RemoveIfLink(folder_, name);
+  for (const auto& [target, name] : names_) RemoveIf(S_IFLNK, folder_, name);
+  if (hasListFile_) RemoveIf(S_IFREG, folder_, kListFile);
   ::rmdir(path_.c_str());
 }
 
@@ -116,6 +115,12 @@ std::string PrivateFolder::LinkTo(const std::string& target, const std::string& 
   }
   names_.emplace(target, name);
   return link;
+}
+
+std::string PrivateFolder::ListFile() {
+  if (!Names(path_, folder_)) Make();
+  hasListFile_ = true;
+  return path_ + '/' + kListFile;
 }
 
 void PrivateFolder::Make() {
@@ -143,7 +148,8 @@ void PrivateFolder::ClearLeftBehind(const std::string& parent) {
         ::flock(folder.number(), LOCK_EX | LOCK_NB) != 0) {
       continue;
     }
-    for (const std::string& entry : NamesIn(folder)) RemoveIfLink(folder, entry);
+    for (const std::string& entry : NamesIn(folder)) RemoveIf(S_IFLNK, folder, entry);
+    RemoveIf(S_IFREG, folder, kListFile);
     ::unlinkat(parentFolder.number(), name.c_str(), AT_REMOVEDIR);
   }
 }

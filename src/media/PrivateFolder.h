@@ -7,7 +7,8 @@
 
 namespace kelvane {
 
-// A folder of this program run's own in which files get short names, by symbolic links.
+// A folder of this program run's own in which files get short names, by symbolic links, and the
+// list of a join has its place where it can have no other.
 //
 // It is named "kelvane-", the user's number, "-" and six characters, is open to its user alone, and
 // is locked for as long as the program lives, so that a folder that isn't locked is known to be
@@ -18,7 +19,8 @@ class PrivateFolder {
   static PrivateFolder& In(const std::string& parent);
 
   // Removes those folders of this user in `parent` whose programs have ended: the symbolic links in
-  // them, and then the folders themselves where nothing else is in them. Follows no link.
+  // them, a list of a join, and then the folders themselves where nothing else is in them. Follows
+  // no link.
   static void ClearLeftBehind(const std::string& parent);
 
   explicit PrivateFolder(std::string parent) : parent_(std::move(parent)) {}
@@ -31,6 +33,11 @@ class PrivateFolder {
   // Throws std::system_error where they can't be made.
   std::string LinkTo(const std::string& target, const std::string& extension);
 
+  // The path for a join's list, "files.txt" in the folder, which is made where it isn't there. What
+  // the caller writes there goes with the folder. Throws std::system_error where the folder can't
+  // be made.
+  std::string ListFile();
+
  private:
   void Make();
 
@@ -42,6 +49,7 @@ class PrivateFolder {
   // The process that the folder belongs to: a copy of this object in a forked one isn't its owner.
   pid_t owner_ = 0;
   std::map<std::string, std::string> names_;
+  bool hasListFile_ = false;
 };
 
 }  // namespace kelvane

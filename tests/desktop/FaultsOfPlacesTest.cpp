@@ -4,6 +4,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
 #include <cerrno>
 #include <optional>
 
@@ -113,13 +115,20 @@ class JoinersProgramFolder : public JoinerTest {
     program.RunAsOrdinaryUser();
     WriteFile(ListFile(), kEarlier);
     QFile::setPermissions(ListFile(), QFile::ReadOwner);
+    program.ReplaceTool("ffmpeg", "exec \"$real\" \"$@\"");
     locked.emplace(program.ProgramFolder());
   }
   std::optional<LockedFolder> locked;
   static constexpr const char* kEarlier = "file 'of-an-earlier-join.mp4'\n";
 };
 
-TEST_F(JoinersProgramFolder, ThatCannotBeWrittenToLeavesTheEarlierListAndEverySource) {
+// Where the list is that the last run of the joining tool, which notes its arguments, was given.
+QString ListOfLastJoin(const Program& program) {
+  const QStringList arguments = program.RunsOf("ffmpeg").value(0);
+  return arguments.value(arguments.indexOf("-i") + 1);
+}
+
+TEST_F(JoinersProgramFolder, ThatCannotBeWrittenToLeavesTheEarlierListAndJoinsByAPrivateOne) {
   const QString clip = program.PathOf("clip.mp4");
   const QString output = program.PathOf("joined.mp4");
   ASSERT_TRUE(MakeVideo(clip, kNewSize, 20));
@@ -128,9 +137,15 @@ TEST_F(JoinersProgramFolder, ThatCannotBeWrittenToLeavesTheEarlierListAndEverySo
   EXPECT_TRUE(joiner.AwaitTotals(1, "00,020", "00:00:20"));
   ASSERT_NO_FATAL_FAILURE(JoinTo(output));
   EXPECT_EQ(ContentOf(ListFile()), QByteArray(kEarlier)) << "what can't be removed is left whole";
-  EXPECT_EQ(ContentOf(output), "(not there)") << "the tool finds no such section";
+  EXPECT_EQ(VideoSize(output), kNewSize);
   EXPECT_EQ(ContentOf(clip), content);
+
+  const QString list = ListOfLastJoin(program);
+  EXPECT_TRUE(QRegularExpression("^/tmp/kelvane-\\d+-\\w{6}/files\\.txt$").match(list).hasMatch())
+      << list.toStdString();
+  EXPECT_EQ(ContentOf(list), "file '" + clip.toUtf8() + "'\r\n");
   CloseJoinerAndExpectEnd();
+  EXPECT_FALSE(QFileInfo::exists(QFileInfo(list).path())) << "goes when the program ends";
 }
 
 }  // namespace

@@ -5,9 +5,10 @@
 #include <QFileInfo>
 
 #include "joiner/JoinerWindowTest.h"
-#include "support/PaintsOf.h"
+#include "media/Module1.h"
 #include "platform/App.h"
 #include "support/AllocationFailure.h"
+#include "support/PaintsOf.h"
 
 namespace kelvane::testing {
 namespace {
@@ -167,6 +168,19 @@ TEST_F(Joining, RunsOnWithWhatIsThereWhereTheListFileCannotBeWritten) {
   EXPECT_EQ(JoinTo("/tmp/all.mp4"), (Texts{"Save Video As", kSuccess}));
   EXPECT_EQ(RunsOf("ffmpeg"), Texts{CopyRun("/tmp/all.mp4")});
   EXPECT_TRUE(QFileInfo(InFolder("files.txt")).isDir());
+}
+
+// The folder is a file: it takes no other, not even from root.
+TEST_F(Joining, WritesAPrivateListWhereTheProgramsFolderTakesNone) {
+  AddThree();
+  const std::string folder = App::Path();
+  App::setPath(tools_.File("no-folder").toStdString());
+  std::string list;
+  DuringTheWait([&] { list = ContentOf(QString::fromStdString(PrivateListFile())); });
+  EXPECT_EQ(JoinTo("/tmp/all.mp4"), (Texts{"Save Video As", kSuccess}));
+  App::setPath(folder);
+  EXPECT_EQ(list, "file '" + Path("a.mp4") + "'\r\nfile '" + Path("b.mp4") + "'\r\nfile '" +
+                      Path("c.mp4") + "'\r\n");
 }
 
 TEST_F(Joining, AMissingToolSucceedsAllTheSame) {

@@ -286,6 +286,39 @@ TEST_F(ShortFileNameLife, AFolderJustMadeIsSafeFromClearingAtTheSameTime) {
   EXPECT_EQ(links().Names(), Names());
 }
 
+TEST(PrivateListFile, StandsBareInAFolderOfItsUserAloneAndGoesWhenTheProgramEnds) {
+  const TemporaryFolder links;
+  StartedProgram program({"list-files", links.path(), "wait"});
+  const fs::path list = program.ReadLine();
+  EXPECT_EQ(list.filename(), "files.txt");
+  EXPECT_EQ(list.string().find(' '), std::string::npos);
+  EXPECT_EQ(ReadFile(list), "the list");
+  EXPECT_EQ(ModeOf(list.parent_path()), static_cast<mode_t>(S_IRWXU));
+  program.CloseInput();
+  EXPECT_EQ(program.Wait(), 0);
+  EXPECT_EQ(links.Names(), Names());
+}
+
+TEST(PrivateListFile, LeftBehindByACrashIsClearedByALaterStart) {
+  const TemporaryFolder links;
+  StartedProgram program({"list-files", links.path(), "crash"});
+  const std::string list = program.ReadLine();
+  program.Wait();
+  EXPECT_EQ(ReadFile(list), "the list");
+  ClearShortPathsLeftBehind(links.path());
+  EXPECT_EQ(links.Names(), Names());
+}
+
+TEST(PrivateListFile, IsTheSameForEveryJoin) {
+  const TemporaryFolder links;
+  const std::string list = PrivateListFile(links.path());
+  EXPECT_EQ(PrivateListFile(links.path()), list);
+}
+
+TEST(PrivateListFile, IsNoneWhereItsFolderCannotBeMade) {
+  EXPECT_EQ(PrivateListFile("/missing folder"), "");
+}
+
 TEST(ToolsFolder, IsTheProgramsFolderWhereThatCanStandBare) {
   const TemporaryFolder folder;
   EXPECT_EQ(ToolsFolder(folder.path()), folder.path());

@@ -100,6 +100,16 @@ int ShortPaths(const Arguments& arguments) {
   return EXIT_SUCCESS;
 }
 
+// Folder of the links; "crash" or "wait".
+int ListFiles(const Arguments& arguments) {
+  const std::string path = PrivateListFile(arguments.at(0));
+  std::ofstream(path) << "the list";
+  std::cout << path << std::endl;
+  if (arguments.at(1) == "crash") return std::raise(SIGKILL);
+  std::cin.get();
+  return EXIT_SUCCESS;
+}
+
 // Folders of programs.
 int ToolsFolders(const Arguments& arguments) {
   for (const std::string& folder : arguments) std::cout << ToolsFolder(folder) << std::endl;
@@ -116,6 +126,7 @@ int main(int count, char** values) {
       {"run-without-descriptors", kelvane::RunWithoutDescriptors},
       {"run-with-free-descriptors", kelvane::RunWithFreeDescriptors},
       {"short-paths", kelvane::ShortPaths},
+      {"list-files", kelvane::ListFiles},
       {"tools-folders", kelvane::ToolsFolders},
   };
   const Arguments all(values + 1, values + count);
