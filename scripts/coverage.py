@@ -41,7 +41,7 @@ def counted():
             ["gcovr", "--root", str(ROOT), "--filter", str(ROOT / "src") + "/",
              "--exclude-throw-branches", "--exclude-unreachable-branches",
              "--gcov-ignore-parse-errors", "-j", str(os.cpu_count()), "--json", out.name,
-             str(BUILD / "src")],
+             str(BUILD)],
             check=True, stdout=subprocess.DEVNULL)
         files = json.load(open(out.name, encoding="utf-8"))["files"]
     for file in files:
