@@ -116,7 +116,7 @@ void Run() {
   join.CheckOutput();
   join.Bare();
   join.CheckOutput();
-  constexpr int kPairs = 8;
+  constexpr int kPairs = 15;
   Compare("a join of ten minutes of 1080p", kPairs, 1.02,
           {"in the program", [&] { return join.InProgram(); }},
           {"bare command", [&] { return join.Bare(); }});
