@@ -26,6 +26,15 @@ class FaultsOfTools : public DesktopTest {
     const QList<qint64> tools = program.Children("RSDT");
     return tools.size() == 1 ? static_cast<pid_t>(tools.first()) : 0;
   }
+  // A job that has come some way when its tool is stopped.
+  void StopToolOfAJob(pid_t& tool) {
+    ASSERT_NO_FATAL_FAILURE(StartJob("while echo 'time=00:00:03.00'; do sleep 0.02; done"));
+    ASSERT_TRUE(WaitFor([&] { return job.Progress() > 0; }));
+    tool = Tool();
+    ASSERT_NE(tool, 0);
+    ASSERT_EQ(kill(tool, SIGSTOP), 0);
+    ASSERT_TRUE(WaitFor([&] { return program.Children("T").size() == 1; }));
+  }
   static bool Ended(pid_t process) { return kill(process, 0) != 0; }
 
   void ExpectSuccessAndEnd() {
@@ -52,12 +61,8 @@ TEST_F(FaultsOfTools, AProbeThatIsKilledLeavesTheOldVideo) {
 }
 
 TEST_F(FaultsOfTools, AStoppedToolHoldsTheJobUntilItIsContinued) {
-  ASSERT_NO_FATAL_FAILURE(StartJob("while echo 'time=00:00:03.00'; do sleep 0.02; done"));
-  ASSERT_TRUE(WaitFor([&] { return job.Progress() > 0; }));
-  const pid_t tool = Tool();
-  ASSERT_NE(tool, 0);
-  ASSERT_EQ(kill(tool, SIGSTOP), 0);
-  ASSERT_TRUE(WaitFor([&] { return program.Children("T").size() == 1; }));
+  pid_t tool = 0;
+  ASSERT_NO_FATAL_FAILURE(StopToolOfAJob(tool));
   EXPECT_TRUE(HoldsFor([&] { return program.Running() && job.Open(); }, 1s));
   EXPECT_FALSE(job.AwaitSuccess(200ms)) << "its text hasn't ended";
   ASSERT_EQ(kill(tool, SIGCONT), 0);
@@ -69,12 +74,8 @@ TEST_F(FaultsOfTools, AStoppedToolHoldsTheJobUntilItIsContinued) {
 }
 
 TEST_F(FaultsOfTools, AStoppedToolEndsOnceItIsContinuedWhereTheProgramWasEnded) {
-  ASSERT_NO_FATAL_FAILURE(StartJob("while echo 'time=00:00:03.00'; do sleep 0.02; done"));
-  ASSERT_TRUE(WaitFor([&] { return job.Progress() > 0; }));
-  const pid_t tool = Tool();
-  ASSERT_NE(tool, 0);
-  ASSERT_EQ(kill(tool, SIGSTOP), 0);
-  ASSERT_TRUE(WaitFor([&] { return program.Children("T").size() == 1; }));
+  pid_t tool = 0;
+  ASSERT_NO_FATAL_FAILURE(StopToolOfAJob(tool));
   ASSERT_EQ(kill(static_cast<pid_t>(program.Id()), SIGTERM), 0);
   EXPECT_EQ(program.AwaitExit(), -1) << "ended by the signal, without a wait for the tool";
   kill(tool, SIGCONT);

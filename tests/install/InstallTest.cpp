@@ -122,6 +122,17 @@ TEST(Installed, HasDesktopEntriesAndMetadataThatAreValidAndLeadToWhatIsThere) {
 
 class InstalledProgram : public DesktopTest {
  protected:
+  // To be called with a video in the window.
+  void CropAndClose() {
+    const QString output = program.PathOf("cropped.mp4");
+    ASSERT_NO_FATAL_FAILURE(StartCrop(output));
+    EXPECT_TRUE(job.AwaitSuccess());
+    EXPECT_EQ(VideoSize(output), kUntouchedCrop);
+    job.Cancel();
+    EXPECT_TRUE(WaitFor([&] { return !job.Open(); }));
+    CloseAndExpectEnd();
+  }
+
   Installation installation;
 };
 
@@ -131,13 +142,7 @@ TEST_F(InstalledProgram, CropsFromItsCommandUnderTheClassOfItsEntry) {
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 1));
   EXPECT_TRUE(
       ClassOf(window.Id()).contains(EntryOf(installation, "kelvane", "StartupWMClass").toUtf8()));
-  const QString output = program.PathOf("cropped.mp4");
-  ASSERT_NO_FATAL_FAILURE(StartCrop(output));
-  EXPECT_TRUE(job.AwaitSuccess());
-  EXPECT_EQ(VideoSize(output), kUntouchedCrop);
-  job.Cancel();
-  EXPECT_TRUE(WaitFor([&] { return !job.Open(); }));
-  CloseAndExpectEnd();
+  ASSERT_NO_FATAL_FAILURE(CropAndClose());
   EXPECT_EQ(installation.Files(), WhatIsInstalled());
 }
 
@@ -230,13 +235,7 @@ TEST_F(InstalledPackage, CropsAndIsRemovedWithoutATrace) {
 
   installation.Use(program, "usr/bin/kelvane");
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 1));
-  const QString output = program.PathOf("cropped.mp4");
-  ASSERT_NO_FATAL_FAILURE(StartCrop(output));
-  EXPECT_TRUE(job.AwaitSuccess());
-  EXPECT_EQ(VideoSize(output), kUntouchedCrop);
-  job.Cancel();
-  EXPECT_TRUE(WaitFor([&] { return !job.Open(); }));
-  CloseAndExpectEnd();
+  ASSERT_NO_FATAL_FAILURE(CropAndClose());
 
   QFile list(installation.PathOf("usr/lib/kelvane/files.txt"));
   ASSERT_TRUE(list.open(QIODevice::WriteOnly));
