@@ -11,6 +11,7 @@
 #include <exception>
 #include <stdexcept>
 
+#include "desktop/DemoClip.h"
 #include "desktop/DemoJoiner.h"
 #include "desktop/DemoPart.h"
 #include "desktop/DemoSections.h"
@@ -24,16 +25,19 @@ namespace {
 using namespace kelvane;
 using namespace kelvane::desktop;
 
-constexpr QSize kClip(640, 360);
-constexpr int kClipSeconds = 30;
+constexpr QSize kClip(960, 400);
+constexpr int kClipSeconds = 60;
 constexpr int kThickness = 5;
 // In the middle of each bar at the edges of the canvas.
-constexpr QPoint kOnLeftBar(2, 180);
-constexpr QPoint kOnTopBar(320, 2);
-constexpr QPoint kOnRightBar(637, 180);
-constexpr QPoint kOnBaseBar(320, 357);
+constexpr QPoint kOnLeftBar(2, kClip.height() / 2);
+constexpr QPoint kOnTopBar(kClip.width() / 2, 2);
+constexpr QPoint kOnRightBar(kClip.width() - 3, kClip.height() / 2);
+constexpr QPoint kOnBaseBar(kClip.width() / 2, kClip.height() - 3);
+// The region before a bar is dragged: up to the leading edges of the right and base bars.
+constexpr Region kWhole = {
+    .left = 0, .top = 0, .right = kClip.width() - kThickness, .base = kClip.height() - kThickness};
 // Where the four bars are dragged to.
-constexpr Region kRegion = {.left = 101, .top = 43, .right = 522, .base = 310};
+constexpr Region kRegion = {.left = 61, .top = 23, .right = 722, .base = 348};
 constexpr QSize kRegionSize(kRegion.right - kRegion.left, kRegion.base - kRegion.top);
 // The tool's crop filter rounds down to whole colour samples, which lie on every other pixel.
 constexpr QSize kCropped(kRegionSize.width() / 2 * 2, kRegionSize.height() / 2 * 2);
@@ -64,7 +68,7 @@ class Demo : private DemoPart {
             .arg(kClipSeconds)
             .arg(kClip.width())
             .arg(kClip.height()));
-    Need(MakeVideo(clip_, kClip, kClipSeconds), "the clip can't be made");
+    Need(MakeDemoClip(clip_, kClip, kClipSeconds), "the clip can't be made");
   }
 
   void OpenProgram() {
@@ -93,7 +97,7 @@ class Demo : private DemoPart {
          "the video doesn't play");
     const QImage before = window_.Inside(kClip);
     Need(WaitFor([&] { return window_.Inside(kClip) != before; }), "the picture stands still");
-    Need(window_.AwaitCaption(QStringLiteral("Label12"), QStringLiteral("0:00:30")),
+    Need(window_.AwaitCaption(QStringLiteral("Label12"), QStringLiteral("0:01:00")),
          "the duration isn't shown");
     Need(window_.AwaitCaption(QStringLiteral("Label13"), QStringLiteral("00:01")),
          "the position isn't shown");
@@ -101,9 +105,9 @@ class Demo : private DemoPart {
   }
 
   void CrossBars() {
-    Pull(kOnRightBar, {-335, 0});
+    Pull(kOnRightBar, {300 - kWhole.right, 0});
     Pull(kOnLeftBar, {400, 0});
-    Need(window_.AwaitRegion({.left = 400, .top = 0, .right = 300, .base = 355}),
+    Need(window_.AwaitRegion({.left = 400, .top = 0, .right = 300, .base = kWhole.base}),
          "the left bar doesn't pass the right one");
     Keep("05-crossed-bars", "the left bar was dragged past the right one; the width is negative");
     ResetMarkers();
@@ -112,7 +116,7 @@ class Demo : private DemoPart {
   void DragBarsHalfOut() {
     Pull(kOnLeftBar, {-3, 0});
     Pull(kOnTopBar, {0, -60});
-    Need(window_.AwaitRegion({.left = -3, .top = -60, .right = 635, .base = 355}),
+    Need(window_.AwaitRegion({.left = -3, .top = -60, .right = kWhole.right, .base = kWhole.base}),
          "the bars don't leave the canvas");
     Keep("06-bar-half-out", "half of the left bar and all of the top bar lie outside the canvas");
     ResetMarkers();
@@ -126,8 +130,8 @@ class Demo : private DemoPart {
   void DragBarsIn() {
     Pull(kOnLeftBar, {kRegion.left, 0});
     Pull(kOnTopBar, {0, kRegion.top});
-    Pull(kOnRightBar, {kRegion.right - (kClip.width() - kThickness), 0});
-    Pull(kOnBaseBar, {0, kRegion.base - (kClip.height() - kThickness)});
+    Pull(kOnRightBar, {kRegion.right - kWhole.right, 0});
+    Pull(kOnBaseBar, {0, kRegion.base - kWhole.base});
     Need(window_.AwaitRegion(kRegion), "the bars don't follow the pointer");
     Keep("07-dragged-bars", "all four bars were dragged in while the video plays");
   }
@@ -142,8 +146,11 @@ class Demo : private DemoPart {
     Need(player != 0, "the player's window doesn't come");
     Need(WaitFor([&] { return screen_.Place(player).size() == kCropped; }),
          "the player doesn't show the cropped size");
-    constexpr int kManyColours = 100;
-    Need(WaitFor([&] { return Colours(screen_.Picture(screen_.Place(player))) > kManyColours; }),
+    // The clip has no black in it.
+    Need(WaitFor([&] {
+           const QImage inside = screen_.Picture(screen_.Place(player));
+           return CountOf(inside, inside.rect(), kBlack) == 0;
+         }),
          "the player shows no picture");
     Keep("08-preview", "Preview Cropped Video: the player shows the region");
     screen_.Activate(player);
@@ -163,6 +170,11 @@ class Demo : private DemoPart {
     Need(job_.Await(), "the window of the job doesn't come");
     Need(WaitFor([&] { return job_.Progress() > 0 && window_.Progress() > 0; }),
          "the progress bars don't move");
+    // The figure is that of the update before: there is none to be seen with the first.
+    const int first = job_.Progress();
+    const QString noFigure = QStringLiteral("Progress: 00.00% Complete: Status: Cropping Video");
+    Need(WaitFor([&] { return job_.Progress() > first && !job_.ShowsStatus(noFigure); }),
+         "the figure doesn't follow");
     Keep("10-running-job", "the job runs; both progress bars move");
     Need(job_.AwaitSuccess(60s), "the job doesn't end");
     Keep("11-finished-job", "the job is done");

@@ -12,7 +12,7 @@ class DemoPart {
  protected:
   DemoPart(Screen& screen, const QDir& output) : screen_(screen), output_(output) {}
 
-  // A picture of the screen as it is now.
+  // A picture of what the screen shows now, without the bare ground round it.
   void Keep(const char* name, const char* what);
   // Ends the demo with a picture of the screen and std::runtime_error unless it holds.
   void Need(bool holds, const char* complaint);
