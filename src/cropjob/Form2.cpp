@@ -42,13 +42,8 @@ void Form2::WireEvents() {
 
 void Form2::Form_Load() {
   objDOS = std::make_unique<DOSOutputs>();
-  // A tool whose progress can't be shown must still run to its end.
-  objDOS->ReceiveOutputs = [this](const std::string& block) {
-    try {
-      objDOS_ReceiveOutputs(block);
-    } catch (const std::exception&) {
-    }
-  };
+  objDOS->ReceiveOutputs =
+      Unfailing([this](const std::string& block) { objDOS_ReceiveOutputs(block); });
   pbar.SetColours(kGrey, kProgressBack);
   setWindowIcon(mainWindow_.Icon());
   setHeight(kWindowHeight);

@@ -22,6 +22,9 @@ namespace kelvane {
 // The boxes of the time chart, Picture1.
 enum ChartBox : int { ChartFrame = 0, ChartViewport = 1, Chart = 2 };
 
+// Of the chart and its ruler.
+constexpr int kSecondsPerPixel = 10;
+
 // The commands, Label1.
 enum JoinerCommand : int { AddVideoSection = 0, JoinAllSections = 1, SaveVideoFileList = 2 };
 
@@ -82,9 +85,12 @@ class Form4 : public Form {
   void JoinSections(DOSOutputs& objDOS);
   // Returns where the list stands.
   std::string WriteListFile(const std::string& tools) const;
-  // False, and what is there stays, where no file can be written under that path.
+  // False, and what is there stays, where no file can be made under that path. Whether the whole
+  // list found room in it isn't looked at.
   bool WriteListTo(const QString& path) const;
   void TranscodeSections(DOSOutputs& objDOS);
+
+  // The tools, for the join and for a section that comes in.
   void HearFrom(DOSOutputs& objDOS);
   static void Run(DOSOutputs& objDOS, const std::string& commandLine);
 
@@ -109,11 +115,11 @@ class Form4 : public Form {
 
   std::int64_t TotalSeconds = 0;    // of all sections probed, removed ones as well
   std::int32_t SectionSeconds = 0;  // of the last one; its strip's width once that is known
-  std::int32_t StripSpan = 0;       // of all strips, pixels
+  std::int32_t StripSpan = 0;       // of all strips, pixels; read by nothing
   std::int16_t MenuStrip = 0;       // the strip last right-clicked
   bool TranscodeLock = false;       // no more strips
   ListView::ListItem LastListItem;
-  int LastColumn = 0;
+  int LastColumn = 0;  // the number of the table's last one; read by nothing
 
   ControlArray<Label> Label1{*this, "Label1"};
   ControlArray<Label> Label2{*this, "Label2"};

@@ -7,21 +7,13 @@
 namespace kelvane {
 namespace {
 
-// An outline so many pixels outside the control.
-void PutFrameRound(Shape& frame, const Control& control, float gap) {
-  frame.setLeft(control.Left() - gap);
-  frame.setTop(control.Top() - gap);
-  frame.setWidth(control.Width() + 2 * gap);
-  frame.setHeight(control.Height() + 2 * gap);
-  frame.setVisible(true);
-}
-
 constexpr QLatin1String kDetailsHeading("Video Details: ");
 
 }  // namespace
 
 void Form4::Label1_MouseMove(const MouseEvent& event) {
-  PutFrameRound(Shape1, Label1(event.Index), 2);
+  Shape1.PutRound(Label1(event.Index), 2);
+  Shape1.setVisible(true);
 }
 
 void Form4::Picture3_MouseMove(const MouseEvent& /*event*/) { Shape1.setVisible(false); }
@@ -53,7 +45,8 @@ void Form4::Picture2_MouseMove(const MouseEvent& event) {
   List1.setListIndex(event.Index - 2);
   Label3(VideoDetails).setCaption(kDetailsHeading + details);
   Shape8.setWidth(Label3(VideoDetails).Width() + 5);
-  PutFrameRound(Shape3, strip, 1);
+  Shape3.PutRound(strip, 1);
+  Shape3.setVisible(true);
 }
 
 void Form4::Picture2_MouseUp(const MouseEvent& event) {
@@ -67,7 +60,6 @@ void Form4::ListView1_MouseUp(const MouseEvent& event) {
 }
 
 void Form4::Picture5_MouseMove(const MouseEvent& event) {
-  constexpr float kSecondsPerPixel = 10;
   Picture5.setToolTipText(FormatTimeText(event.X * kSecondsPerPixel));
 }
 

@@ -57,8 +57,9 @@ void Form4::JoinSections(DOSOutputs& objDOS) {
   const std::string tools = ToolsFolder(App::Path());
   const std::string ListFile = WriteListFile(tools);
   WaitOneSecond();
-  if (Option1(NoTranscode).Value())
+  if (Option1(NoTranscode).Value()) {
     Run(objDOS, JoinCommandLine(tools, ListFile, ToNarrow(OutputFile)));
+  }
 }
 
 // The list stands beside the tools. Where a program is installed for everybody, its user can't
@@ -73,8 +74,7 @@ std::string Form4::WriteListFile(const std::string& tools) const {
 // Removed sections have their lines as well. What can't be written leaves what is there.
 bool Form4::WriteListTo(const QString& path) const {
   QFile file(path);
-  // A link goes itself, not what it leads to.
-  if (file.exists() || QFileInfo(path).isSymLink()) file.remove();
+  file.remove();  // a link goes itself, not what it leads to
   if (QFileInfo(path).isSymLink() || !file.open(QIODevice::WriteOnly)) return false;
   for (int i = 0; i < List1.ListCount(); ++i) {
     file.write(QByteArray::fromStdString(ToNarrow(ListFileLine(List1.List(i)))));
@@ -106,13 +106,8 @@ void Form4::HearFrom(DOSOutputs& objDOS) {
   // alone must find them together.
   constexpr std::chrono::milliseconds kQuiet{20};
   objDOS.GatherBlocks(kQuiet);
-  // A tool whose text can't be kept must still run to its end.
-  objDOS.ReceiveOutputs = [this](const std::string& block) {
-    try {
-      objDOS_ReceiveOutputs(block);
-    } catch (const std::exception&) {
-    }
-  };
+  objDOS.ReceiveOutputs =
+      Unfailing([this](const std::string& block) { objDOS_ReceiveOutputs(block); });
 }
 
 // The command goes on after a run that fails as after any other.

@@ -11,7 +11,6 @@
 namespace kelvane {
 namespace {
 
-constexpr int kSecondsPerPixel = 10;
 constexpr float kStripHeight = 17;
 constexpr float kStripGap = 3;
 constexpr float kStripFontSize = 8;  // points

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <exception>
 #include <functional>
 #include <string>
 
@@ -48,5 +49,17 @@ class DOSOutputs {
   std::string outputText_;
   std::chrono::milliseconds quiet_{0};
 };
+
+// A handler whose failures are dropped: a tool whose text can't be kept or shown must still run to
+// its end.
+template <class Handler>
+auto Unfailing(Handler handler) {
+  return [handler](const std::string& CommandOutputs) {
+    try {
+      handler(CommandOutputs);
+    } catch (const std::exception&) {
+    }
+  };
+}
 
 }  // namespace kelvane

@@ -9,14 +9,15 @@ namespace kelvane {
 // Shows a message box with an exclamation icon and an OK button.
 using ShowError = std::function<void(const std::string& text, const std::string& title)>;
 
-// The short path of an existing file or folder: one without blanks, quotes or line breaks, of 254
-// characters at most, that names the same file. A path that already is so (made absolute) is its
-// own short path. For any other a link is made under a short name, extension kept, in a private
-// folder (mode 0700) in `linksParent` that goes when the program ends; the same file gets the same
-// name each time.
+// The short path of an existing file or folder: one of 254 bytes at most, without blanks, quotes,
+// percent signs and control characters and in good UTF-8, that names the same file. A path that
+// already is so (made absolute) is its own short path. For any other a link is made under a short
+// name, extension kept, in a private folder (mode 0700) in `linksParent` that goes when the program
+// ends; the same file gets the same name each time.
 //
 // Returns an empty text, without a message, for a file that isn't there. Where the link can't be
-// made, shows the reason with its number through `showError` and returns an empty text.
+// made, shows the reason with its number through `showError`, if there is one, and returns an empty
+// text.
 std::string GetShortFileName(const std::string& Path, const ShowError& showError,
                              const std::string& linksParent = "/tmp");
 

@@ -15,7 +15,8 @@ namespace kelvane {
 // left behind. It is removed at the program's end.
 class PrivateFolder {
  public:
-  // The one folder of this program in `parent`. Made at the first link, not before.
+  // The one folder of this program in `parent`. Made when a link or the list first needs it, not
+  // before.
   static PrivateFolder& In(const std::string& parent);
 
   // Removes those folders of this user in `parent` whose programs have ended: the symbolic links in

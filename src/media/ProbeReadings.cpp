@@ -13,9 +13,7 @@ constexpr string_view kWidthWord = "width=";
 constexpr string_view kHeightWord = "height=";
 constexpr string_view kDurationWord = "duration:";
 
-char LowerCase(char c) {
-  return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
+char LowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
 // Where `word`, which is in lower case, first stands in `text`; npos where it doesn't.
 size_t FindIgnoringCase(string_view text, string_view word) {

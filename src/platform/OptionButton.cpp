@@ -17,9 +17,8 @@ QButtonGroup& GroupOf(Container& container) {
 
 OptionButton::OptionButton(Container* container, const QString& name)
     : Control(container, name), button_(new QRadioButton(this)) {
-  // The button leaves the control the moves of a pointer that hasn't pressed it.
-  button_->setMouseTracking(true);
   GroupOf(*container).addButton(button_);
+  // The button tracks the pointer, and leaves the control the moves of one that hasn't pressed it.
   FillWith(button_);
 }
 

@@ -144,9 +144,9 @@ PlaybackCore::~PlaybackCore() {
 void PlaybackCore::Start(const QString& path) {
   if (!Usable()) return;
   if (!HasRoomForThreads()) return Stop();
+  if (!Command({"loadfile", ToNarrow(path).c_str(), "replace"}, kStartAnswer)) return;
   active_ = true;
   ++unansweredStarts_;
-  Command({"loadfile", ToNarrow(path).c_str(), "replace"}, kStartAnswer);
   setPaused(false);
 }
 
@@ -156,10 +156,10 @@ void PlaybackCore::Stop() {
   Command({"stop"});
 }
 
-void PlaybackCore::Command(std::initializer_list<const char*> words, std::uint64_t answer) {
+bool PlaybackCore::Command(std::initializer_list<const char*> words, std::uint64_t answer) {
   std::vector<const char*> arguments(words);
   arguments.push_back(nullptr);
-  mpv_->command_async(player_, answer, arguments.data());
+  return mpv_->command_async(player_, answer, arguments.data()) >= 0;
 }
 
 void PlaybackCore::setPaused(bool paused) {

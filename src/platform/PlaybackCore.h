@@ -37,7 +37,7 @@ class PlaybackCore : public QObject {
   bool Usable() const { return rendering_.joinable(); }
 
   // Starts a file from its beginning, whatever was playing. Only ends that where there is no room
-  // for the threads that a file takes.
+  // for the threads that a file takes. Leaves it where the player takes no more commands.
   void Start(const QString& path);
   void Stop();
   void setPaused(bool paused);
@@ -64,7 +64,8 @@ class PlaybackCore : public QObject {
 
  private:
   bool MakePlayer();
-  void Command(std::initializer_list<const char*> words, std::uint64_t answer = 0);
+  // Whether the player takes it up, and will answer.
+  bool Command(std::initializer_list<const char*> words, std::uint64_t answer = 0);
   void ObserveProperties();
   void DrainEvents();
   void TakeProperty(const char* name, const double* number);

@@ -7,8 +7,8 @@ class QProgressBar;
 namespace kelvane {
 
 // Range and value are single precision; only what is on the screen is rounded. A value outside the
-// range, and an end of the range that doesn't leave it upwards of nothing, are refused:
-// the bar keeps what it has. A range that shrinks takes the value along.
+// range, a Min that isn't below Max and a Max that isn't above Min are refused: the bar keeps what
+// it has. A range that shrinks takes the value along.
 class ProgressBar : public Control {
   Q_OBJECT
  public:

@@ -25,6 +25,13 @@ void Shape::setFillColor(QRgb color) {
   update();
 }
 
+void Shape::PutRound(const Control& control, float gap) {
+  setLeft(control.Left() - gap);
+  setTop(control.Top() - gap);
+  setWidth(control.Width() + 2 * gap);
+  setHeight(control.Height() + 2 * gap);
+}
+
 void Shape::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   if (fillColor_) painter.fillRect(rect(), QColor(*fillColor_));

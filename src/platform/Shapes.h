@@ -24,6 +24,9 @@ class Shape : public Control {
   std::optional<QRgb> FillColor() const { return fillColor_; }
   void setFillColor(QRgb color);
 
+  // Goes so many of the container's units outside another control of it.
+  void PutRound(const Control& control, float gap);
+
  protected:
   void paintEvent(QPaintEvent* event) override;
 

@@ -45,11 +45,4 @@ void Form3::WireEvents() {
   Find<Menu>("mnu_End").Click = [this] { mnu_End_Click(); };
 }
 
-void PutRound(Shape& outline, const Control& control) {
-  outline.setTop(control.Top() - 1);
-  outline.setLeft(control.Left() - 1);
-  outline.setHeight(control.Height() + 2);
-  outline.setWidth(control.Width() + 2);
-}
-
 }  // namespace kelvane

@@ -43,8 +43,8 @@ enum OptionSlider : int {
 };
 
 // Among the captions of Label2: an option's name at the right, and its read-out behind it.
-constexpr int NameOf(int slider) { return 2 * slider; }
-constexpr int ReadOutOf(int slider) { return 2 * slider + 1; }
+constexpr int OptionName(int slider) { return 2 * slider; }
+constexpr int OptionReadOut(int slider) { return 2 * slider + 1; }
 
 // "Advanced 2-Pass Video Stabilization": a section of a video is marked on a time line of fixed
 // scale, a pixel to the second, and the options of a stabilising filter are set.
@@ -68,6 +68,7 @@ class Form3 : public Form {
 
   void WireEvents();
 
+  // The choice of a video.
   void Label6_MouseUp(const MouseEvent& event);
 
   // The time line slides about in its frame.
@@ -138,8 +139,5 @@ class Form3 : public Form {
   HScrollBar& HScroll1 = Find<HScrollBar>("HScroll1");
   Menu& mnu_ConntextMenu = Find<Menu>("mnu_ConntextMenu");
 };
-
-// Puts an outline round a control of the same container, one unit outside it.
-void PutRound(Shape& outline, const Control& control);
 
 }  // namespace kelvane

@@ -1,8 +1,8 @@
 // Start-up, the frame, the light on what lies under the mouse, and the choice of a video.
 #include "media/Module1.h"
+#include "platform/Colours.h"
 #include "platform/MsgBox.h"
 #include "sections/Form3.h"
-#include "sections/Form3_Design.h"
 #include "sections/Module3.h"
 #include "sections/Module5.h"
 #include "shared/TextHelpers.h"
@@ -29,7 +29,7 @@ void Form3::Form_Load() {
     needle->setHeight(kNeedleHeight);
     needle->setTop(kNeedleTop);
   }
-  for (const Label* thumb : Label1) PutRound(Shape2(thumb->Index()), *thumb);
+  for (const Label* thumb : Label1) Shape2(thumb->Index()).PutRound(*thumb, 1);
   ResetTimeLinePosition(*this);
   DrawOptionScales(*this);
   for (ProgressBar* bar : pbar) bar->SetColours(kGrey, kProgressBack);

@@ -2,8 +2,8 @@
 // and that whichever thumb or track the mouse is on.
 #include <array>
 
+#include "platform/Colours.h"
 #include "sections/Form3.h"
-#include "sections/Form3_Design.h"
 #include "shared/TextHelpers.h"
 
 namespace kelvane {
@@ -41,11 +41,11 @@ void Form3::DragThumb(const MouseEvent& event) {
   if (StepSizeIsBeyondItsTrack()) PutStepSizeAtItsEnd();
   Label& thumb = Label1(event.Index);
   thumb.setLeft(thumb.Left() + event.X - SliderGrabX);
-  for (const Label* each : Label1) PutRound(Shape2(each->Index()), *each);
+  for (const Label* each : Label1) Shape2(each->Index()).PutRound(*each, 1);
   ShowOption(event.Index);
-  Label2(NameOf(event.Index)).setForeColor(kWhite);
+  Label2(OptionName(event.Index)).setForeColor(kWhite);
   if (event.Index != Zoom) return;
-  Label& zoom = Label2(ReadOutOf(Zoom));
+  Label& zoom = Label2(OptionReadOut(Zoom));
   const double value = LeadingNumber(zoom.Caption());
   if (value > kMostZoom) {
     zoom.setCaption(QStringLiteral("100"));
@@ -56,14 +56,14 @@ void Form3::DragThumb(const MouseEvent& event) {
 
 void Form3::ShowOption(int slider) {
   const Reading& reading = kReadings.at(static_cast<std::size_t>(slider));
-  Label2(ReadOutOf(slider))
+  Label2(OptionReadOut(slider))
       .setCaption(FormatDigits(Label1(slider).Left() / reading.divisor, reading.leastDigits));
 }
 
 void Form3::Label1_MouseUp(const MouseEvent& /*event*/) { HoldStepSizeAtItsEnd(); }
 
 void Form3::Label2_Change(int Index) {
-  if (Index != ReadOutOf(StepSize)) return;
+  if (Index != OptionReadOut(StepSize)) return;
   Label& stepSize = Label2(Index);
   if (LeadingNumber(stepSize.Caption()) > kMostStepSize) {
     stepSize.setCaption(QStringLiteral("30"));
@@ -73,8 +73,8 @@ void Form3::Label2_Change(int Index) {
 void Form3::Picture2_MouseMove(const MouseEvent& event) {
   Shape1.setVisible(true);
   for (Label* thumb : Label1) thumb->setBackColor(kCanvasGrey);
-  PutRound(Shape1, Picture2(event.Index));
-  PutRound(Shape2(event.Index), Label1(event.Index));
+  Shape1.PutRound(Picture2(event.Index), 1);
+  Shape2(event.Index).PutRound(Label1(event.Index), 1);
   HoldStepSizeAtItsEnd();
   HoldStepSizeAtItsStart();
 }
@@ -90,7 +90,7 @@ void Form3::PutStepSizeAtItsEnd() {
 void Form3::HoldStepSizeAtItsEnd() {
   if (!StepSizeIsBeyondItsTrack()) return;
   PutStepSizeAtItsEnd();
-  Label2(ReadOutOf(StepSize)).setCaption(QStringLiteral("30"));
+  Label2(OptionReadOut(StepSize)).setCaption(QStringLiteral("30"));
 }
 
 // A thumb's width away from the track's start.
@@ -98,7 +98,7 @@ void Form3::HoldStepSizeAtItsStart() {
   Label& thumb = Label1(StepSize);
   if (thumb.Left() - thumb.Width() >= 0) return;
   thumb.setLeft(thumb.Width());
-  Label2(ReadOutOf(StepSize)).setCaption(QStringLiteral("1"));
+  Label2(OptionReadOut(StepSize)).setCaption(QStringLiteral("1"));
 }
 
 }  // namespace kelvane

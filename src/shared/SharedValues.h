@@ -9,8 +9,9 @@ namespace kelvane {
 // Short path of the loaded video.
 extern QString VideoPath;
 
-// Duration of the loaded video as "hh:mm:ss", whole seconds, fraction dropped. Empty until read;
-// whatever stood behind "Duration:" where that was no time.
+// The duration last read, of the main window's video or of the joiner's newest section, as
+// "hh:mm:ss", whole seconds, fraction dropped. Empty until read; whatever stood behind "Duration:"
+// where that was no time.
 extern QString VideoDuration;
 
 // False while the tools' output is to be read as the size probe's, true while as the duration

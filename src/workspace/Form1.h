@@ -98,18 +98,18 @@ class Form1 : public Form, public MainWindow {
   bool TakeSize(const std::string& block);
   std::shared_ptr<DOSOutputs> NewRunner();
 
-  // The canvas takes the video's size, and is slid about.
+  // The canvas takes the video's size, is slid about, and tells the pointer's place.
   void Label1_Change(int Index);
   void Picture1_Resize(int Index);
   void HScroll1_Change();
   void VScroll1_Change();
+  void ShowPosition(const MouseEvent& event);
 
   // The bars follow the pointer.
   void Picture2_MouseDown(const MouseEvent& event);
   void Picture2_MouseMove(const MouseEvent& event);
   void Picture2_MouseUp(const MouseEvent& event);
   void Timer1_Timer();
-  void ShowPosition(const MouseEvent& event);
 
   // The player's read-outs and its sound.
   void Timer3_Timer();

@@ -1,4 +1,5 @@
-// Start-up, the layout rule and the light on the commands. Pixels, but for the window's own size.
+// Start-up and end, the layout rule and the light on the commands. Pixels, but for the window's own
+// size.
 #include "platform/Colours.h"
 #include "shared/SharedValues.h"
 #include "workspace/Form1.h"
@@ -33,6 +34,10 @@ void Form1::Form_Load() {
   ResetBars();
   pbar.SetColours(kGrey, kProgressBack);
 }
+
+void Form1::Form_QueryUnload() { wmp.controls.stop(); }
+
+void Form1::Form_Unload() { wmp.controls.stop(); }
 
 // The margins are unlike one another on purpose.
 void Form1::Form_Resize() {

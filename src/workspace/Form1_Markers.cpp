@@ -63,17 +63,4 @@ void Form1::Timer1_Timer() {
   Timer1.setEnabled(false);
 }
 
-// The tip undoes the scrolling downwards, not the scrolling across. An unscrolled canvas leaves the
-// tip as it was.
-void Form1::ShowPosition(const MouseEvent& event) {
-  constexpr qsizetype kBehindTheSign = 1;
-  constexpr qsizetype kDigits = 4;
-  const QString extra = FormatSingle(Picture1(CanvasBox).Top()).mid(kBehindTheSign, kDigits);
-  const std::optional<float> scrolled = SingleFromText(extra);
-  if (!scrolled) return;
-  Picture1(event.Index)
-      .setToolTipText(QStringLiteral("Horizontal Position: %1 pixels Vertical Position: %2 pixels")
-                          .arg(FormatSingle(event.X), FormatSingle(event.Y + *scrolled)));
-}
-
 }  // namespace kelvane

@@ -16,7 +16,7 @@ void Form1::Slider2_Change() {
   Label8.setCaption(QStringLiteral("Audio Volume %1%").arg(Slider2.Value()));
 }
 
-// The minus signs stand as designed.
+// The minus signs stand as drawn.
 void Form1::Slider3_Change() {
   wmp.settings.setBalance(Slider3.Value());
   const QString value = QString::number(Slider3.Value());
@@ -25,9 +25,5 @@ void Form1::Slider3_Change() {
                            : QStringLiteral("-%1% Left : 100% Right").arg(value);
   Label9.setCaption(QStringLiteral("Audio Balance ") + part);
 }
-
-void Form1::Form_QueryUnload() { wmp.controls.stop(); }
-
-void Form1::Form_Unload() { wmp.controls.stop(); }
 
 }  // namespace kelvane

@@ -52,13 +52,8 @@ void Form1::GetVideoData() {
 
 std::shared_ptr<DOSOutputs> Form1::NewRunner() {
   objDOS = std::make_shared<DOSOutputs>();
-  // A tool whose text can't be kept must still run to its end.
-  objDOS->ReceiveOutputs = [this](const std::string& block) {
-    try {
-      objDOS_ReceiveOutputs(block);
-    } catch (const std::exception&) {
-    }
-  };
+  objDOS->ReceiveOutputs =
+      Unfailing([this](const std::string& block) { objDOS_ReceiveOutputs(block); });
   return objDOS;
 }
 

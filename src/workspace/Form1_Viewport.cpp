@@ -1,4 +1,5 @@
-// The canvas takes the size of the video and is slid about behind the viewport.
+// The canvas takes the size of the video, is slid about behind the viewport, and tells the
+// pointer's place on it.
 #include "shared/TextHelpers.h"
 #include "workspace/Form1.h"
 
@@ -49,6 +50,19 @@ void Form1::VScroll1_Change() {
   if (const auto top = ToInteger16(-VScroll1.Value() * kPixelsPerStepDown)) {
     Picture1(CanvasBox).setTop(*top);
   }
+}
+
+// The tip undoes the scrolling downwards, not the scrolling across. An unscrolled canvas leaves the
+// tip as it was.
+void Form1::ShowPosition(const MouseEvent& event) {
+  constexpr qsizetype kBehindTheSign = 1;
+  constexpr qsizetype kDigits = 4;
+  const QString extra = FormatSingle(Picture1(CanvasBox).Top()).mid(kBehindTheSign, kDigits);
+  const std::optional<float> scrolled = SingleFromText(extra);
+  if (!scrolled) return;
+  Picture1(event.Index)
+      .setToolTipText(QStringLiteral("Horizontal Position: %1 pixels Vertical Position: %2 pixels")
+                          .arg(FormatSingle(event.X), FormatSingle(event.Y + *scrolled)));
 }
 
 }  // namespace kelvane

@@ -6,8 +6,8 @@
 
 #include "desktop/driver/Program.h"
 #include "desktop/driver/Screen.h"
-#include "support/Videos.h"
 #include "desktop/driver/Windows.h"
+#include "support/Videos.h"
 
 namespace kelvane::desktop {
 

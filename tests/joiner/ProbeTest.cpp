@@ -2,8 +2,8 @@
 #include <QLocale>
 
 #include "joiner/JoinerWindowTest.h"
-#include "support/PaintsOf.h"
 #include "shared/SharedValues.h"
+#include "support/PaintsOf.h"
 
 namespace kelvane::testing {
 namespace {

@@ -16,7 +16,7 @@
 namespace kelvane::testing {
 namespace {
 
-class LayoutTable : public ::testing::Test {
+class SectionsLayoutTable : public ::testing::Test {
  protected:
   Control* Find(const QString& name) const { return form_.findChild<Control*>(name); }
   template <class Kind>
@@ -50,7 +50,7 @@ class LayoutTable : public ::testing::Test {
   const Form3 form_;
 };
 
-TEST_F(LayoutTable, TheseControlsAreThereAndNoOthers) {
+TEST_F(SectionsLayoutTable, TheseControlsAreThereAndNoOthers) {
   std::vector<std::string> found;
   for (const Control* control : form_.findChildren<Control*>()) {
     if (!control->objectName().isEmpty()) found.push_back(control->objectName().toStdString());
@@ -59,7 +59,7 @@ TEST_F(LayoutTable, TheseControlsAreThereAndNoOthers) {
   EXPECT_EQ(found, std::vector<std::string>(kAllNames.begin(), kAllNames.end()));
 }
 
-TEST_F(LayoutTable, BoxesBarsAndOutlinesStandWhereTheyWereDrawn) {
+TEST_F(SectionsLayoutTable, BoxesBarsAndOutlinesStandWhereTheyWereDrawn) {
   for (const BoxRow& row : kBoxes) {
     ExpectPlace(row.name, row.place, row.container);
     EXPECT_EQ(Find(row.name)->metaObject()->className(),
@@ -69,7 +69,7 @@ TEST_F(LayoutTable, BoxesBarsAndOutlinesStandWhereTheyWereDrawn) {
   }
 }
 
-TEST_F(LayoutTable, LabelsStandWhereTheyWereDrawnWithTheirCaptions) {
+TEST_F(SectionsLayoutTable, LabelsStandWhereTheyWereDrawnWithTheirCaptions) {
   for (const LabelRow& row : kLabels) {
     ExpectPlace(row.name, row.place, row.container);
     EXPECT_EQ(Get<Label>(row.name).Caption().toStdString(), row.caption) << row.name;
@@ -77,7 +77,7 @@ TEST_F(LayoutTable, LabelsStandWhereTheyWereDrawnWithTheirCaptions) {
   }
 }
 
-TEST_F(LayoutTable, LabelsHaveTheirLook) {
+TEST_F(SectionsLayoutTable, LabelsHaveTheirLook) {
   for (const LabelRow& row : kLabels) {
     const auto& label = Get<Label>(row.name);
     const Qt::Alignment side = row.side == Side::kLeft     ? Qt::AlignLeft
@@ -92,13 +92,13 @@ TEST_F(LayoutTable, LabelsHaveTheirLook) {
   }
 }
 
-TEST_F(LayoutTable, EveryLabelHasLightText) {
+TEST_F(SectionsLayoutTable, EveryLabelHasLightText) {
   for (const Label* label : form_.findChildren<Label*>()) {
     EXPECT_EQ(Hex(label->ForeColor()), "0xc0c0c0") << label->objectName().toStdString();
   }
 }
 
-TEST_F(LayoutTable, BoxesHaveTheirBackColour) {
+TEST_F(SectionsLayoutTable, BoxesHaveTheirBackColour) {
   for (const BoxRow& row : kBoxes) {
     if (const auto* box = qobject_cast<const PictureBox*>(Find(row.name))) {
       EXPECT_EQ(Hex(box->BackColor()), Hex(static_cast<unsigned int>(row.backColour))) << row.name;
@@ -108,7 +108,7 @@ TEST_F(LayoutTable, BoxesHaveTheirBackColour) {
             "0x232323");
 }
 
-TEST_F(LayoutTable, OutlinesHaveTheirColour) {
+TEST_F(SectionsLayoutTable, OutlinesHaveTheirColour) {
   for (const BoxRow& row : kBoxes) {
     if (const auto* shape = qobject_cast<const Shape*>(Find(row.name))) {
       EXPECT_EQ(Hex(shape->BorderColor()), Hex(static_cast<unsigned int>(row.backColour)))
@@ -127,7 +127,7 @@ TEST_F(LayoutTable, OutlinesHaveTheirColour) {
   }
 }
 
-TEST_F(LayoutTable, TheStripTheBarsAndTheTracksHaveNoBorderAndTheFramesHave) {
+TEST_F(SectionsLayoutTable, TheStripTheBarsAndTheTracksHaveNoBorderAndTheFramesHave) {
   for (const char* name : {"Picture3(1)", "Picture4(0)", "Picture4(1)", "Picture5", "Picture6",
                            "Picture2(0)", "Picture2(3)", "Picture2(6)"}) {
     EXPECT_EQ(Get<PictureBox>(name).ContentOrigin(), QPoint(0, 0)) << name;
@@ -138,7 +138,7 @@ TEST_F(LayoutTable, TheStripTheBarsAndTheTracksHaveNoBorderAndTheFramesHave) {
   }
 }
 
-TEST_F(LayoutTable, ReadOutsOfTheSectionStandInOneRow) {
+TEST_F(SectionsLayoutTable, ReadOutsOfTheSectionStandInOneRow) {
   for (const LeftEdge& row : kReadOutRow) {
     const auto& label = Get<Label>(row.name);
     EXPECT_EQ(label.Caption().toStdString(), row.caption);
@@ -149,7 +149,7 @@ TEST_F(LayoutTable, ReadOutsOfTheSectionStandInOneRow) {
 }
 
 // Where captions of one row run into each other, nobody can read them.
-TEST_F(LayoutTable, NoCaptionIsWiderThanItsLabel) {
+TEST_F(SectionsLayoutTable, NoCaptionIsWiderThanItsLabel) {
   for (const Label* label : form_.findChildren<Label*>()) {
     const QString shown = QString(label->Caption()).replace("&&", "&").trimmed();
     if (label->parent()->objectName() == QLatin1String("Picture1")) continue;
@@ -158,7 +158,7 @@ TEST_F(LayoutTable, NoCaptionIsWiderThanItsLabel) {
   }
 }
 
-TEST_F(LayoutTable, EachSliderHasItsCaptionNameAndReadOutInItsRow) {
+TEST_F(SectionsLayoutTable, EachSliderHasItsCaptionNameAndReadOutInItsRow) {
   for (int slider = StepSize; slider <= UnSharpLY; ++slider) {
     const SliderRow& row = kSliders.at(static_cast<std::size_t>(slider));
     const float rowTop = static_cast<float>(3600 + 480 * slider) / 15;
@@ -182,7 +182,7 @@ TEST_F(LayoutTable, EachSliderHasItsCaptionNameAndReadOutInItsRow) {
   }
 }
 
-TEST_F(LayoutTable, TheTracksCountInTwipsAndTheOtherBoxesInPixels) {
+TEST_F(SectionsLayoutTable, TheTracksCountInTwipsAndTheOtherBoxesInPixels) {
   for (PictureBox* box : form_.findChildren<PictureBox*>()) {
     const bool track = box->objectName().startsWith(QLatin1String("Picture2"));
     EXPECT_EQ(box->UnitsPerPixel(), track ? 15 : 1) << box->objectName().toStdString();
@@ -192,7 +192,7 @@ TEST_F(LayoutTable, TheTracksCountInTwipsAndTheOtherBoxesInPixels) {
   EXPECT_EQ(Get<PictureBox>("Picture3(1)").ScaleHeight(), 41);
 }
 
-TEST_F(LayoutTable, TheNeedlesAreGreenAndRedAndShowThatTheyMoveAcross) {
+TEST_F(SectionsLayoutTable, TheNeedlesAreGreenAndRedAndShowThatTheyMoveAcross) {
   const auto& start = Get<PictureBox>("Picture4(0)");
   const auto& end = Get<PictureBox>("Picture4(1)");
   EXPECT_EQ(Hex(start.BackColor()), "0x00c000");
@@ -207,7 +207,7 @@ TEST_F(LayoutTable, TheNeedlesAreGreenAndRedAndShowThatTheyMoveAcross) {
   }
 }
 
-TEST_F(LayoutTable, TheThumbOfTheTimeLineIsThereAndHidden) {
+TEST_F(SectionsLayoutTable, TheThumbOfTheTimeLineIsThereAndHidden) {
   const auto& thumb = Get<PictureBox>("Picture6");
   EXPECT_FALSE(thumb.Visible());
   EXPECT_EQ(thumb.parent()->objectName().toStdString(), "Picture5");
@@ -217,13 +217,13 @@ TEST_F(LayoutTable, TheThumbOfTheTimeLineIsThereAndHidden) {
   EXPECT_EQ(thumb.cursor().shape(), Qt::SizeHorCursor);
 }
 
-TEST_F(LayoutTable, TheScrollBarLiesOutsideItsFrame) {
+TEST_F(SectionsLayoutTable, TheScrollBarLiesOutsideItsFrame) {
   const auto& bar = Get<HScrollBar>("HScroll1");
   EXPECT_TRUE(bar.Visible());
   EXPECT_GE(bar.Top(), Get<PictureBox>("Picture3(0)").Height());
 }
 
-TEST_F(LayoutTable, LinesHaveTheirEndsAndColours) {
+TEST_F(SectionsLayoutTable, LinesHaveTheirEndsAndColours) {
   struct Row {
     const char* name;
     const char* container;
@@ -250,7 +250,7 @@ TEST_F(LayoutTable, LinesHaveTheirEndsAndColours) {
   EXPECT_EQ(Hex(Get<Line>("Line8").BorderColor()), "0xe0e0e0");
 }
 
-TEST_F(LayoutTable, WhatLiesOverSomethingElseLiesInFrontOfIt) {
+TEST_F(SectionsLayoutTable, WhatLiesOverSomethingElseLiesInFrontOfIt) {
   struct Pair {
     const char* front;
     const char* back;
@@ -269,7 +269,7 @@ TEST_F(LayoutTable, WhatLiesOverSomethingElseLiesInFrontOfIt) {
   }
 }
 
-TEST_F(LayoutTable, ThePresetsStandInTheHiddenPanel) {
+TEST_F(SectionsLayoutTable, ThePresetsStandInTheHiddenPanel) {
   for (const char* name : {"Text2", "Text3", "Text4", "Label5", "Label4(0)", "Label4(1)"}) {
     EXPECT_EQ(Find(name)->parent()->objectName().toStdString(), "Picture1") << name;
   }
@@ -300,7 +300,7 @@ TEST(LayoutTableShown, TheFieldsTakeWhatTheUserTypesAndHaveTheirBorder) {
   form.Unload();
 }
 
-TEST_F(LayoutTable, TheWindowHasItsTitleItsSizeAndItsFont) {
+TEST_F(SectionsLayoutTable, TheWindowHasItsTitleItsSizeAndItsFont) {
   EXPECT_EQ(form_.Caption().toStdString(), "Advanced 2-Pass Video Stabilization");
   EXPECT_EQ(form_.objectName().toStdString(), "Form3");
   EXPECT_EQ(form_.ScaleWidth(), 16080.0F / 15);
@@ -311,7 +311,7 @@ TEST_F(LayoutTable, TheWindowHasItsTitleItsSizeAndItsFont) {
   }
 }
 
-TEST_F(LayoutTable, TheMenuIsAPopUpOfTwoEntriesAndTakesNoRoom) {
+TEST_F(SectionsLayoutTable, TheMenuIsAPopUpOfTwoEntriesAndTakesNoRoom) {
   struct Row {
     const char* name;
     const char* caption;
@@ -332,7 +332,7 @@ TEST_F(LayoutTable, TheMenuIsAPopUpOfTwoEntriesAndTakesNoRoom) {
   EXPECT_EQ(form_.height(), 14445 / 15);
 }
 
-TEST_F(LayoutTable, ItHasNoTimer) { EXPECT_TRUE(form_.findChildren<Timer*>().isEmpty()); }
+TEST_F(SectionsLayoutTable, ItHasNoTimer) { EXPECT_TRUE(form_.findChildren<Timer*>().isEmpty()); }
 
 }  // namespace
 }  // namespace kelvane::testing
