@@ -146,12 +146,12 @@ class Demo : private DemoPart {
     Need(player != 0, "the player's window doesn't come");
     Need(WaitFor([&] { return screen_.Place(player).size() == kCropped; }),
          "the player doesn't show the cropped size");
-    // The clip has no black in it.
-    Need(WaitFor([&] {
-           const QImage inside = screen_.Picture(screen_.Place(player));
-           return CountOf(inside, inside.rect(), kBlack) == 0;
-         }),
-         "the player shows no picture");
+    // The clip has no black in it, nor has what lies behind the player until it paints.
+    const auto shown = [&] {
+      const QImage inside = screen_.Picture(screen_.Place(player));
+      return CountOf(inside, inside.rect(), kBlack) == 0;
+    };
+    Need(WaitFor([&] { return HoldsFor(shown, 700ms); }), "the player shows no picture");
     Keep("08-preview", "Preview Cropped Video: the player shows the region");
     screen_.Activate(player);
     Need(WaitFor([&] { return screen_.Active(player); }), "the player can't be reached");
