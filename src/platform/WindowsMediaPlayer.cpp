@@ -8,7 +8,7 @@
 
 #include "platform/Colours.h"
 #include "platform/Container.h"
-#include "platform/PlaybackCore.h"
+#include "platform/player/PlaybackCore.h"
 #include "shared/TextHelpers.h"
 
 namespace kelvane {

@@ -8,7 +8,7 @@
 #include <QTemporaryDir>
 #include <memory>
 
-#include "platform/PlaybackCore.h"
+#include "platform/player/PlaybackCore.h"
 #include "platform/TestForm.h"
 #include "platform/WindowsMediaPlayer.h"
 #include "support/Events.h"

@@ -3,7 +3,7 @@
 #include <QImage>
 #include <cstdlib>
 
-#include "platform/PlaybackCore.h"
+#include "platform/player/PlaybackCore.h"
 #include "platform/WindowsMediaPlayer.h"
 #include "support/Events.h"
 

@@ -2,7 +2,7 @@
 #include <QPushButton>
 #include <QSlider>
 
-#include "platform/PlaybackCore.h"
+#include "platform/player/PlaybackCore.h"
 #include "support/PlayerWatch.h"
 #include "support/Videos.h"
 #include "workspace/MainWindowTest.h"

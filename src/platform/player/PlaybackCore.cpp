@@ -1,4 +1,4 @@
-#include "platform/PlaybackCore.h"
+#include "platform/player/PlaybackCore.h"
 
 #include <alsa/asoundlib.h>
 #include <sched.h>
@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/PlayerLibrary.h"
+#include "platform/player/PlayerLibrary.h"
 #include "shared/TextHelpers.h"
 
 namespace kelvane {

@@ -1,4 +1,4 @@
-#include "platform/PlayerLibrary.h"
+#include "platform/player/PlayerLibrary.h"
 
 #include <QLibrary>
 #include <QString>
