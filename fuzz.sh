@@ -27,8 +27,9 @@ for kept in "$KELVANE_ROOT"/fuzz/corpus/*; do
     -dict="$KELVANE_ROOT/fuzz/words/$target.dict" -artifact_prefix="$folder/findings/$target-" \
     -print_final_stats=1 "$folder/corpus/$target" "$kept" >"$log" 2>&1 || {
     grep -aE 'what\(\)|ERROR|runtime error|Test unit written' "$log" >&2 || tail -n 20 "$log" >&2
+    finding=$(grep -aoP 'Test unit written to \K.*' "$log" || true)
     fail "a finding in $target. Its report: $log. To see it again:" \
-      "$folder/fuzz/${target}_fuzz $folder/findings/$target-crash-..."
+      "$folder/fuzz/${target}_fuzz ${finding:-(it left no input)}"
   }
   grep -aE '^Done|average_exec_per_sec' "$log"
 done
