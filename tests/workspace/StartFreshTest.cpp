@@ -174,6 +174,32 @@ TEST_F(StartedFresh, AJobWindowOnShowIsUnloaded) {
   EXPECT_EQ(JobWindow(), nullptr);
 }
 
+TEST_F(StartedFresh, AJobWindowOutOfSightStaysLoaded) {
+  {
+    const DialogAnswers answers({TypeFile(QStringLiteral("/tmp/out.mp4"))});
+    Give(CropVideo);
+  }
+  Form2* const job = JobWindow();
+  ASSERT_NE(job, nullptr);
+  job->hide();
+  StartFresh(QMessageBox::Yes);
+  EXPECT_EQ(JobWindow(), job);
+}
+
+TEST_F(StartedFresh, TheProbeOfTheEmptyPathFindsTheVideoGoneAndTheProgressStillThere) {
+  int changes = 0;
+  Before(Get<TextBox>("Text1", 1).Change, [&](int /*index*/) {
+    ++changes;
+    EXPECT_FALSE(Get<Timer>("Timer2").Enabled());
+    EXPECT_EQ(Get<WindowsMediaPlayer>("wmp").URL().toStdString(), "");
+    EXPECT_FALSE(Canvas().Visible());
+    EXPECT_EQ(Get<ProgressBar>("pbar").Value(), 70);
+  });
+  Get<WindowsMediaPlayer>("wmp").setURL(Path().Text());
+  StartFresh(QMessageBox::Yes);
+  EXPECT_EQ(changes, 1);
+}
+
 TEST_F(StartedFresh, TheCaptionsAreWrittenInTheirOrder) {
   Texts written;
   for (int index = 0; index < 16; ++index) {
