@@ -80,6 +80,21 @@ TEST_F(JoinersTemporaryPlace, ThatTakesNoLinkIsNotToldAndTheSectionIsJoinedAllTh
   CloseJoinerAndExpectEnd();
 }
 
+TEST_F(JoinersTemporaryPlace, ThatTakesNoLinkGivesALaterSectionTheLengthOfTheFileBefore) {
+  const QString former = program.PathOf("former.mp4");
+  const QString clip = program.PathOf("a clip.mp4");
+  ASSERT_TRUE(MakeVideo(former, kNewSize, 20));
+  ASSERT_TRUE(MakeVideo(clip, kNewSize, 50));
+  ASSERT_NO_FATAL_FAILURE(Add(former));
+  ASSERT_TRUE(joiner.AwaitTotals(1, "00,020", "00:00:20"));
+  faults.FailAll(Attempt::kUseTemporary, ENOSPC);
+  ASSERT_NO_FATAL_FAILURE(Add(clip));
+  EXPECT_TRUE(joiner.AwaitTotals(2, "00,040", "00:00:40"));
+  EXPECT_EQ(screen.Windows().size(), 1) << "no message";
+  EXPECT_GT(faults.Failed(Attempt::kUseTemporary), 0);
+  CloseJoinerAndExpectEnd();
+}
+
 // Nothing can be made or removed in the folder for as long as this lives.
 class LockedFolder {
  public:

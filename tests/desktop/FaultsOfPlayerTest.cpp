@@ -76,10 +76,13 @@ TEST_F(FaultsOfPlayer, AFileForWhichNoThreadsAreLeftEndsTheOneBefore) {
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 30));
   window.Click(kRunVideo);
   ASSERT_TRUE(AwaitMoving(kSize));
+  ASSERT_TRUE(WaitFor([&] { return window.Shows("Label12", "0:00:30"); }));
   faults.FailAll(Attempt::kStartThread, EAGAIN);
   window.Click(kRunVideo);
   EXPECT_TRUE(AwaitBlack(kSize));
   EXPECT_TRUE(Lives());
+  EXPECT_TRUE(WaitFor([&] { return window.Shows("Label12", "0:00:00"); }));
+  EXPECT_TRUE(window.Shows("Label13", "00:00"));
   faults.Heal(Attempt::kStartThread);
   window.Click(kRunVideo);
   EXPECT_TRUE(AwaitMoving(kSize));

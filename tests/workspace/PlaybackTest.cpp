@@ -212,6 +212,19 @@ TEST_F(Playback, ReadOutsComeEveryHalfSecondFromTheStart) {
   EXPECT_EQ(Get<Timer>("Timer3").Interval(), 500);
 }
 
+TEST_F(Playback, ReadOutsAreWrittenPositionFirst) {
+  RunRed();
+  ASSERT_TRUE(watch_.AwaitPosition(1.2));
+  std::vector<std::string> written;
+  for (const char* name : {"Label12", "Label13"}) {
+    Get<Label>(name).setCaption(QString());
+    Before(Get<Label>(name).Change,
+           [&written, name](int /*index*/) { written.emplace_back(name); });
+  }
+  Tick(Get<Timer>("Timer3"));
+  EXPECT_EQ(written, (std::vector<std::string>{"Label13", "Label12"}));
+}
+
 TEST_F(Playback, ReadOutsTellDurationAndPosition) {
   const QString file = tools_.Path() + QStringLiteral("/long.mkv");
   ASSERT_TRUE(RunTool(QStringLiteral("ffmpeg"),
@@ -296,6 +309,17 @@ TEST_F(Sound, BalanceFollowsItsSlider) {
     EXPECT_EQ(wmp_.settings.balance(), value);
     EXPECT_EQ(BalanceCaption(), caption);
   }
+}
+
+TEST_F(Sound, IsSetBeforeItIsTold) {
+  std::vector<int> told;
+  Before(Get<Label>("Label8").Change,
+         [&](int /*index*/) { told.push_back(wmp_.settings.volume()); });
+  Before(Get<Label>("Label9").Change,
+         [&](int /*index*/) { told.push_back(wmp_.settings.balance()); });
+  Get<Slider>("Slider2").setValue(55);
+  Get<Slider>("Slider3").setValue(-20);
+  EXPECT_EQ(told, (std::vector<int>{55, -20}));
 }
 
 TEST_F(Sound, FollowsTheThumbsWhileTheyAreDragged) {

@@ -143,6 +143,8 @@ PlaybackCore::~PlaybackCore() {
 
 void PlaybackCore::Start(const QString& path) {
   if (!Usable()) return;
+  position_ = 0;
+  duration_ = 0;
   if (!HasRoomForThreads()) return Stop();
   if (!Command({"loadfile", ToNarrow(path).c_str(), "replace"}, kStartAnswer)) return;
   active_ = true;
