@@ -3,17 +3,13 @@
 #include <QHash>
 #include <stdexcept>
 
+#include "desktop/driver/Places.h"
+
 namespace kelvane::desktop {
 namespace {
 
-constexpr int kTwipsPerPixel = 15;
 constexpr int kMargin = 20;
 constexpr int kBar = 17;
-
-QRect Drawn(int left, int top, int width, int height) {
-  return {left / kTwipsPerPixel, top / kTwipsPerPixel, width / kTwipsPerPixel,
-          height / kTwipsPerPixel};
-}
 
 QRect CommandBar(QSize area) {
   constexpr int kLeft = 30;

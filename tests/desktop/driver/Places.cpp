@@ -7,14 +7,8 @@
 namespace kelvane::desktop {
 namespace {
 
-constexpr int kTwipsPerPixel = 15;
 // The frame's own border, inside which the viewport and the scroll bars lie.
 constexpr int kBorder = 2;
-
-QRect Drawn(int left, int top, int width, int height) {
-  return {left / kTwipsPerPixel, top / kTwipsPerPixel, width / kTwipsPerPixel,
-          height / kTwipsPerPixel};
-}
 
 // In twips, as drawn.
 const QHash<QString, QRect>& Drawing() {
@@ -65,6 +59,12 @@ QRect InFrame(QSize area, const QString& control) {
 }
 
 }  // namespace
+
+QRect Drawn(int left, int top, int width, int height) {
+  constexpr int kTwipsPerPixel = 15;
+  return {left / kTwipsPerPixel, top / kTwipsPerPixel, width / kTwipsPerPixel,
+          height / kTwipsPerPixel};
+}
 
 QRect PlaceIn(QSize area, const QString& control) {
   if (!Drawing().contains(control)) {

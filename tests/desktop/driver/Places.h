@@ -12,4 +12,7 @@ namespace kelvane::desktop {
 // lies inside the picture frame is given as it shows when nothing has been scrolled.
 QRect PlaceIn(QSize area, const QString& control);
 
+// A place drawn in twips, in pixels.
+QRect Drawn(int left, int top, int width, int height);
+
 }  // namespace kelvane::desktop
