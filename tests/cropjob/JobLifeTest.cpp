@@ -6,8 +6,6 @@
 namespace kelvane::testing {
 namespace {
 
-using Texts = std::vector<std::string>;
-
 class JobLife : public JobWindowTest {};
 
 class Cancelled : public JobLife, public ::testing::WithParamInterface<Qt::MouseButton> {};

@@ -8,8 +8,6 @@
 namespace kelvane::testing {
 namespace {
 
-using Texts = std::vector<std::string>;
-
 // The state after one update. A block that updates nothing leaves none.
 struct Update {
   std::string status;

@@ -5,7 +5,6 @@
 namespace kelvane::testing {
 namespace {
 
-using Texts = std::vector<std::string>;
 constexpr const char* kRun = "ffmpeg | -i | /tmp/in.mp4 | -vf | crop=640:360:100:50 | /tmp/out.mp4";
 
 class JobRun : public JobWindowTest {

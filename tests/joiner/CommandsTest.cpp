@@ -109,21 +109,20 @@ TEST_F(Adding, DoesNothingOnceSectionsHaveBeenTranscoded) {
 class Intermediates : public JoinerWindowTest {
  protected:
   Texts Listed() const { return LinesOf(Get<ListBox>("List2")); }
-  std::string Name(const char* name) const { return InFolder(name).toStdString(); }
 };
 
 TEST_F(Intermediates, AreNumberedByTheLiveSectionsAndLieInTheirSourcesFolder) {
-  for (const char* name : {"a.mp4", "b.mp4", "c.mp4"}) AddSectionOf(name, "00:10:00.00");
+  AddThree();
   Remove(3);
   Join(CancelDialog());
-  EXPECT_EQ(Listed(), (Texts{Name("intermediate01.ts"), Name("intermediate02.ts")}));
+  EXPECT_EQ(Listed(), (Texts{Path("intermediate01.ts"), Path("intermediate02.ts")}));
 }
 
 TEST_F(Intermediates, AreListedAgainByEachJoin) {
   AddSectionOf("a.mp4", "00:10:00.00");
   Join(CancelDialog());
   Join(CancelDialog());
-  EXPECT_EQ(Listed(), (Texts{Name("intermediate01.ts"), Name("intermediate01.ts")}));
+  EXPECT_EQ(Listed(), (Texts{Path("intermediate01.ts"), Path("intermediate01.ts")}));
 }
 
 TEST_F(Intermediates, CountAPathWithoutAFolderAndListItNot) {
@@ -131,7 +130,7 @@ TEST_F(Intermediates, CountAPathWithoutAFolderAndListItNot) {
   AddSectionOf("b.mp4", "00:10:00.00");
   Paths().setList(0, "bare.mp4");
   Join(CancelDialog());
-  EXPECT_EQ(Listed(), Texts{Name("intermediate02.ts")});
+  EXPECT_EQ(Listed(), Texts{Path("intermediate02.ts")});
 }
 
 TEST_F(Intermediates, AreListedBeforeTheJoinBegins) {
@@ -144,7 +143,7 @@ TEST_F(Intermediates, AreListedBeforeTheJoinBegins) {
     }
   };
   Join(CancelDialog());
-  EXPECT_EQ(atStart, (Texts{Name("intermediate01.ts"), "Process: Creating List Index"}));
+  EXPECT_EQ(atStart, (Texts{Path("intermediate01.ts"), "Process: Creating List Index"}));
 }
 
 class SavingTheList : public JoinerWindowTest {
@@ -171,7 +170,7 @@ TEST_F(SavingTheList, WritesALineForEachPathWithCarriageReturnAndLineFeed) {
 }
 
 TEST_F(SavingTheList, WritesARemovedSectionWithItsBlanks) {
-  for (const char* name : {"a.mp4", "b.mp4", "c.mp4"}) AddSectionOf(name, "00:10:00.00");
+  AddThree();
   Remove(3);
   SaveTo(list);
   EXPECT_EQ(ContentOf(list), InFolder("a.mp4").toStdString() + "\r\n Deleted Section \r\n" +

@@ -1,30 +1,12 @@
 #pragma once
 
-#include <vector>
+#include "support/DesignRow.h"
 
 // The joiner window as drawn: what stands where, in twips, front to back.
 namespace kelvane::testing {
 
-struct Twips {
-  float left;
-  float top;
-  float width;
-  float height;
-};
-
-enum AtDesign : bool { kHidden = false, kShown = true };
-
-struct DesignRow {
-  const char* name;
-  const char* controlClass;
-  const char* caption;
-  Twips place;
-  const char* container;  // the window itself if empty
-  AtDesign visible;
-};
-
 // clang-format off
-inline const std::vector<DesignRow> kDesign = {
+inline const DesignRows kDesign = {
     {"Picture4", "PictureBox", "", {600, 9720, 16095, 2295}, "", kHidden},
     {"List2", "ListBox", "", {4080, 240, 10095, 1920}, "Picture4", kShown},
     {"Text1", "TextBox", "", {960, 240, 2655, 735}, "Picture4", kShown},

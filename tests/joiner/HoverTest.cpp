@@ -13,19 +13,10 @@ namespace {
 
 class JoinerHover : public JoinerWindowTest {
  protected:
-  void AddThree() const {
-    for (const char* name : {"a.mp4", "b.mp4", "c.mp4"}) AddSectionOf(name, "00:10:00.00");
-  }
-  // "hidden", or "left,top widthxheight".
+  // "hidden", or its place.
   std::string Frame(const char* shape) const {
     const auto& frame = Get<Shape>(shape);
-    if (!frame.Visible()) return "hidden";
-    return QStringLiteral("%1,%2 %3x%4")
-        .arg(static_cast<double>(frame.Left()))
-        .arg(static_cast<double>(frame.Top()))
-        .arg(static_cast<double>(frame.Width()))
-        .arg(static_cast<double>(frame.Height()))
-        .toStdString();
+    return frame.Visible() ? PlaceText(frame) : "hidden";
   }
   void MoveOverStrip(int index) const { MovePointerOver(Strip(index)); }
   void MoveOverChart() const { MovePointerOver(Get<PictureBox>("Picture1", Chart)); }

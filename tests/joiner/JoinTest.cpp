@@ -1,56 +1,16 @@
-// The join in both modes: what the tools are told, what is written, and in what order.
+// The join by copy: what the tools are told, what is written, and in what order.
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileDialog>
 #include <QFileInfo>
 
-#include "joiner/JoinerWindowTest.h"
+#include "joiner/JoinTest.h"
 #include "media/Module1.h"
 #include "platform/App.h"
 #include "support/AllocationFailure.h"
-#include "support/PaintsOf.h"
 
 namespace kelvane::testing {
 namespace {
-
-constexpr const char* kSuccess =
-    "Kelvane | Your Videos have been joined successfully. | exclamation | OK Cancel";
-
-class JoinTest : public JoinerWindowTest {
- protected:
-  void AddThree() const {
-    for (const char* name : {"a.mp4", "b.mp4", "c.mp4"}) AddSectionOf(name, "00:10:00.00");
-  }
-  std::string Path(const char* name) const { return InFolder(name).toStdString(); }
-  std::string ListFile() const { return ContentOf(InFolder("files.txt")); }
-  Texts RunsOf(const char* tool) const {
-    Texts runs;
-    for (const std::string& run : tools_.Runs()) {
-      if (run.starts_with(tool)) runs.push_back(run);
-    }
-    return runs;
-  }
-  std::string CopyRun(const std::string& output) const {
-    return "ffmpeg | -f | concat | -safe | 0 | -i | " + Path("files.txt") + " | -c | copy | -y" +
-           (output.empty() ? "" : " | " + output);
-  }
-  std::string WrapRun(const char* source, const char* intermediate) const {
-    return "ffmpeg | -i | " + Path(source) +
-           " | -c | copy | -bsf:v | h264_mp4toannexb | -f | mpegts | -y | " + Path(intermediate);
-  }
-  // The process line's captions from now on.
-  void WriteCaptionsDown(Texts& captions) const {
-    Get<Label>("Label3", ProcessLine).Change = [&](int) { captions.push_back(Shown(ProcessLine)); };
-  }
-  // When the process line says this, at the next serving of the windows.
-  void DuringTheWait(std::function<void()> step) const {
-    Get<Label>("Label3", ProcessLine).Change = [this, step = std::move(step)](int) mutable {
-      if (step && Shown(ProcessLine) == "Process: Joining Your Videos...") {
-        AtNextDoEvents(std::exchange(step, nullptr));
-      }
-    };
-  }
-};
 
 using Joining = JoinTest;
 
@@ -323,104 +283,6 @@ TEST_F(Joining, ABlockThatCannotBeReadForLackOfMemoryDoesNotStopTheTool) {
   EXPECT_TRUE(AllocationHasFailed());
   EXPECT_EQ(Rows(), Texts{"1 |  | 300"}) << "that of the second block";
   EXPECT_EQ(Shown(ProcessLine), "Process: Video Created.");
-}
-
-using Transcoding = JoinTest;
-
-TEST_F(Transcoding, WrapsEachSectionInItsSourcesFolderAndAsksNothing) {
-  AddThree();
-  EXPECT_EQ(TranscodeAll(), Texts{kSuccess});
-  EXPECT_EQ(RunsOf("ffmpeg"),
-            (Texts{WrapRun("a.mp4", "intermediate01.ts"), WrapRun("b.mp4", "intermediate02.ts"),
-                   WrapRun("c.mp4", "intermediate03.ts")}));
-  EXPECT_FALSE(QFile::exists(InFolder("files.txt")));
-}
-
-TEST_F(Transcoding, KeepsTheNumberOfARemovedSectionFreeAndNamesItAllTheSame) {
-  AddThree();
-  Remove(3);
-  Texts captions;
-  WriteCaptionsDown(captions);
-  TranscodeAll();
-  EXPECT_EQ(RunsOf("ffmpeg"),
-            (Texts{WrapRun("a.mp4", "intermediate01.ts"), WrapRun("c.mp4", "intermediate03.ts")}));
-  EXPECT_EQ(captions, (Texts{"Process: Creating List Index", "Process: Transcoding Video 00",
-                             "Process: Transcoding Video 01", "Process: Transcoding Video 02",
-                             "Process: Video Created."}));
-}
-
-TEST_F(Transcoding, OfNoSectionRunsNothing) {
-  EXPECT_EQ(TranscodeAll(), Texts{kSuccess});
-  EXPECT_EQ(tools_.Runs(), Texts{});
-}
-
-TEST_F(Transcoding, PassesOverAPathWithoutAFolder) {
-  AddThree();
-  Paths().setList(0, "bare.mp4");
-  TranscodeAll();
-  EXPECT_EQ(RunsOf("ffmpeg").size(), 2U);
-}
-
-TEST_F(Transcoding, ABlankCutsTheInputButNotTheOutput) {
-  ASSERT_TRUE(QDir(tools_.Path()).mkdir("my clips"));
-  AddSectionOf("my clips/a.mp4", "00:10:00.00");
-  TranscodeAll();
-  EXPECT_EQ(RunsOf("ffmpeg"),
-            Texts{"ffmpeg | -i | " + Path("my") + " | clips/a.mp4" +
-                  " | -c | copy | -bsf:v | h264_mp4toannexb | -f | mpegts | -y | " +
-                  Path("my clips/intermediate01.ts")});
-}
-
-TEST_F(Transcoding, PutsEachTransportStreamBesideItsOwnSource) {
-  ASSERT_TRUE(QDir(tools_.Path()).mkdir("other"));
-  for (const char* name : {"a.mp4", "other/b.mp4", "c.mp4"}) AddSectionOf(name, "00:10:00.00");
-  TranscodeAll();
-  Texts outputs;
-  for (const std::string& run : RunsOf("ffmpeg")) outputs.push_back(run.substr(run.rfind(' ') + 1));
-  EXPECT_EQ(outputs, (Texts{Path("intermediate01.ts"), Path("other/intermediate02.ts"),
-                            Path("intermediate03.ts")}));
-}
-
-TEST_F(Transcoding, LocksTheListAndIgnoresWhatTheToolsPrint) {
-  AddThree();
-  tools_.CropDoes(Print("  Duration: 00:10:00.00, start: 0.0\n"));
-  Get<TextBox>("Text1").setText("?");
-  TranscodeAll();
-  EXPECT_EQ(Rows().size(), 3U);
-  EXPECT_EQ(Strips().size(), 3U);
-  EXPECT_EQ(Get<TextBox>("Text1").Text(), QString("?"));
-  EXPECT_EQ(Shown(TotalDurationSeconds), "01,800");
-}
-
-TEST_F(Transcoding, PaintsEachOfItsCaptions) {
-  AddThree();
-  PumpOnce();
-  const PaintsOf paints(QStringLiteral("Label3(6)"));
-  std::vector<int> painted;
-  Get<Label>("Label3", ProcessLine).Change = [&](int) { painted.push_back(paints.Count()); };
-  TranscodeAll();
-  EXPECT_EQ(painted, (std::vector<int>{0, 0, 1, 2, 3})) << "before each caption";
-}
-
-TEST_F(Transcoding, DoesNotServeTheWindowsWhileTheToolsRun) {
-  AddThree();
-  Texts seen;
-  AtNextDoEvents([&] { seen.push_back(Shown(ProcessLine)); });
-  TranscodeAll();
-  EXPECT_EQ(seen, Texts{"Process: Video Created."}) << "by the last message alone";
-}
-
-TEST_F(Transcoding, AJoinInTheOtherModeBehindItRunsAndItsBlocksMakeNoSections) {
-  AddThree();
-  TranscodeAll();
-  Choose(NoTranscode);
-  tools_.CropDoes(Print("  Duration: 00:10:00.00, start: 0.0\n"));
-  EXPECT_EQ(JoinTo("/tmp/all.mp4"), (Texts{"Save Video As", kSuccess}));
-  EXPECT_EQ(RunsOf("ffmpeg").back(), CopyRun("/tmp/all.mp4"));
-  EXPECT_EQ(Rows().size(), 3U);
-  const DialogAnswers none({});
-  Give(AddVideoSection);
-  EXPECT_EQ(Paths().ListCount(), 3) << "no section comes in any more";
 }
 
 }  // namespace

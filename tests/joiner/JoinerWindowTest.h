@@ -1,48 +1,24 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <QFile>
 #include <QString>
 #include <QStringList>
-#include <memory>
 #include <string>
-#include <vector>
 
 #include "joiner/Form4.h"
 #include "platform/Menu.h"
 #include "support/DialogAnswers.h"
-#include "support/Events.h"
-#include "support/RecordingTools.h"
+#include "support/OpenWindowTest.h"
+#include "support/Pictures.h"
 
 namespace kelvane::testing {
 
-using Texts = std::vector<std::string>;
-
 // The joiner window as the user meets it, with recording tools.
-class JoinerWindowTest : public ::testing::Test {
+class JoinerWindowTest : public OpenWindowTest<Form4> {
  protected:
-  JoinerWindowTest() {
-    ForgetSharedValues();
-    form_->Load();
-    form_->Show();
-  }
-  ~JoinerWindowTest() override {
-    form_.reset();
-    ForgetSharedValues();
-  }
-
-  template <class Kind>
-  Kind& Get(const char* name) const {
-    return form_->Find<Kind>(QLatin1String(name));
-  }
-  template <class Kind>
-  Kind& Get(const char* array, int index) const {
-    return form_->Find<Kind>(NameOf(array, index));
-  }
   template <class Kind>
   bool Has(const char* array, int index) const {
-    return form_->findChild<Kind*>(NameOf(array, index)) != nullptr;
+    return form_->findChild<Kind*>(Member(array, index)) != nullptr;
   }
 
   ListBox& Paths() const { return Get<ListBox>("List1"); }
@@ -71,17 +47,20 @@ class JoinerWindowTest : public ::testing::Test {
     }
     return rows;
   }
-  // "left,top widthxheight" of each strip, from the first one on.
+  // "left,top widthxheight"
+  static std::string PlaceText(const Control& control) {
+    return QStringLiteral("%1,%2 %3x%4")
+        .arg(static_cast<double>(control.Left()))
+        .arg(static_cast<double>(control.Top()))
+        .arg(static_cast<double>(control.Width()))
+        .arg(static_cast<double>(control.Height()))
+        .toStdString();
+  }
+  // The places of the strips, from the first one on.
   Texts Strips() const {
     Texts strips;
     for (int index = 2; Has<PictureBox>("Picture2", index); ++index) {
-      const PictureBox& strip = Strip(index);
-      strips.push_back(QStringLiteral("%1,%2 %3x%4")
-                           .arg(static_cast<double>(strip.Left()))
-                           .arg(static_cast<double>(strip.Top()))
-                           .arg(static_cast<double>(strip.Width()))
-                           .arg(static_cast<double>(strip.Height()))
-                           .toStdString());
+      strips.push_back(PlaceText(Strip(index)));
     }
     return strips;
   }
@@ -105,6 +84,9 @@ class JoinerWindowTest : public ::testing::Test {
   }
   QString AddSectionOf(const QString& name, const QString& duration) const {
     return AddPrinting(name, DurationText(duration));
+  }
+  void AddThree() const {
+    for (const char* name : {"a.mp4", "b.mp4", "c.mp4"}) AddSectionOf(name, "00:10:00.00");
   }
   static QString DurationText(const QString& duration) {
     return QStringLiteral("  Duration: %1, start: 0.000000, bitrate: 1 kb/s\n").arg(duration);
@@ -133,17 +115,10 @@ class JoinerWindowTest : public ::testing::Test {
   }
 
   QString InFolder(const QString& name) const { return tools_.Path() + QLatin1Char('/') + name; }
+  std::string Path(const char* name) const { return InFolder(name).toStdString(); }
   static std::string ContentOf(const QString& path) {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll().toStdString() : "(not there)";
-  }
-
-  RecordingTools tools_;
-  std::unique_ptr<Form4> form_ = std::make_unique<Form4>();
-
- private:
-  static QString NameOf(const char* array, int index) {
-    return QStringLiteral("%1(%2)").arg(QLatin1String(array)).arg(index);
   }
 };
 

@@ -242,8 +242,7 @@ TEST_F(ChartScrolling, ChartAndRulerMoveToTheLeftByTheValue) {
 TEST_F(ChartScrolling, TheEndOfAShortListIsAnEmptyChartAndAnEmptyRuler) {
   AddSectionOf("a.mp4", "00:10:00.00");
   ScrollTo(7000);
-  auto& viewport = Get<QWidget>("Picture1", ChartViewport);
-  const QImage shown = viewport.grab().toImage().convertToFormat(QImage::Format_RGB32);
+  const QImage shown = Picture(Get<QWidget>("Picture1", ChartViewport));
   QImage grey(shown.size(), QImage::Format_RGB32);
   grey.fill(QColor(0x808080));
   EXPECT_EQ(shown, grey);

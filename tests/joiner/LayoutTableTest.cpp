@@ -3,7 +3,6 @@
 
 #include <QMenu>
 #include <QMenuBar>
-#include <algorithm>
 #include <map>
 
 #include "joiner/DesignTable.h"
@@ -22,62 +21,19 @@ class JoinerLayoutTable : public ::testing::Test {
     return form_.Find<Kind>(QLatin1String(name));
   }
 
-  // What is drawn in a container, front to back.
-  static std::vector<std::string> FrontToBack(const QWidget& container) {
-    std::vector<std::string> names;
-    for (const QObject* child : container.children()) {
-      if (qobject_cast<const Control*>(child) != nullptr) {
-        names.insert(names.begin(), child->objectName().toStdString());
-      }
-    }
-    return names;
-  }
-
   const Form4 form_;
 };
 
-std::string TextOf(const Control& control) {
-  if (const auto* label = qobject_cast<const Label*>(&control)) {
-    return label->Caption().toStdString();
-  }
-  if (const auto* option = qobject_cast<const OptionButton*>(&control)) {
-    return option->Caption().toStdString();
-  }
-  return {};
-}
-
 TEST_F(JoinerLayoutTable, EveryControlIsThereWithItsClassAndNoneBesides) {
   ASSERT_EQ(kDesign.size(), 40U);
-  std::vector<std::string> expected;
-  for (const DesignRow& row : kDesign) {
-    expected.push_back(std::string("kelvane::") + row.controlClass + " " + row.name);
-  }
-  std::vector<std::string> found;
-  for (const Control* control : form_.findChildren<Control*>()) {
-    if (control->objectName().isEmpty()) continue;
-    found.push_back(control->metaObject()->className() +
-                    (" " + control->objectName().toStdString()));
-  }
-  std::sort(expected.begin(), expected.end());
-  std::sort(found.begin(), found.end());
-  EXPECT_EQ(found, expected);
+  ExpectClasses(form_, kDesign);
+  ExpectNoOthers(form_, kDesign);
 }
 
-TEST_F(JoinerLayoutTable, EveryControlStandsInItsContainer) {
-  for (const DesignRow& row : kDesign) {
-    EXPECT_EQ(Find(row.name)->parent()->objectName().toStdString(), row.container) << row.name;
-  }
-}
+TEST_F(JoinerLayoutTable, EveryControlStandsInItsContainer) { ExpectContainers(form_, kDesign); }
 
 TEST_F(JoinerLayoutTable, EveryPlaceAndSizeIsTheDesignsAtFifteenTwipsToThePixel) {
-  for (const DesignRow& row : kDesign) {
-    const Control& control = *Find(row.name);
-    const float unit = std::string(row.container) == "Picture4" ? 1.0F : 15.0F;
-    EXPECT_EQ(control.Left(), row.place.left / unit) << row.name;
-    EXPECT_EQ(control.Top(), row.place.top / unit) << row.name;
-    EXPECT_EQ(control.Width(), row.place.width / unit) << row.name;
-    EXPECT_EQ(control.Height(), row.place.height / unit) << row.name;
-  }
+  ExpectPlaces(form_, kDesign, "Picture4");
   const auto& rule = Get<Line>("Line1(0)");
   EXPECT_EQ(rule.X1(), 24);
   EXPECT_EQ(rule.X2(), 104);
@@ -85,24 +41,14 @@ TEST_F(JoinerLayoutTable, EveryPlaceAndSizeIsTheDesignsAtFifteenTwipsToThePixel)
   EXPECT_EQ(rule.Y2(), 64);
 }
 
-TEST_F(JoinerLayoutTable, EveryCaptionIsTheDesigns) {
-  for (const DesignRow& row : kDesign) EXPECT_EQ(TextOf(*Find(row.name)), row.caption) << row.name;
-}
+TEST_F(JoinerLayoutTable, EveryCaptionIsTheDesigns) { ExpectTexts(form_, kDesign); }
 
 TEST_F(JoinerLayoutTable, WhatIsHiddenInTheDesignIsHiddenAndNothingElse) {
-  for (const DesignRow& row : kDesign) {
-    EXPECT_EQ(Find(row.name)->Visible(), row.visible == kShown) << row.name;
-  }
+  ExpectVisibility(form_, kDesign);
 }
 
 TEST_F(JoinerLayoutTable, ControlsLieFrontToBackInTheOrderOfTheDrawing) {
-  std::map<std::string, std::vector<std::string>> expected;
-  for (const DesignRow& row : kDesign) expected[row.container].emplace_back(row.name);
-  EXPECT_EQ(expected.size(), 8U);
-  for (const auto& [container, names] : expected) {
-    EXPECT_EQ(FrontToBack(*Find(names.front().c_str())->parentWidget()), names)
-        << "in " << (container.empty() ? "the window" : container);
-  }
+  ExpectFrontToBack(form_, kDesign);
 }
 
 TEST_F(JoinerLayoutTable, LabelsAreTransparentWithLightTextAndTheCommandsHaveABorder) {

@@ -1,7 +1,6 @@
 // The ruler by its pixels, against one drawn anew from the rules.
 #include <QImage>
 #include <QPainter>
-#include <QPixmap>
 
 #include "joiner/JoinerWindowTest.h"
 
@@ -14,9 +13,7 @@ constexpr QRgb kMajorTick = 0xffffffff;
 
 class Ruler : public JoinerWindowTest {
  protected:
-  QImage Shown() const {
-    return Get<PictureBox>("Picture5").grab().toImage().convertToFormat(QImage::Format_RGB32);
-  }
+  QImage Shown() const { return Picture(Get<PictureBox>("Picture5")); }
   static void Fill(QImage& image, int x, int top, int bottom, QRgb color) {
     for (int y = top; y < bottom; ++y) image.setPixel(x, y, color);
   }

@@ -2,7 +2,6 @@
 #include <QAction>
 #include <QImage>
 #include <QPainter>
-#include <QPixmap>
 
 #include "joiner/JoinerWindowTest.h"
 
@@ -11,9 +10,6 @@ namespace {
 
 class Sections : public JoinerWindowTest {
  protected:
-  static QImage PictureOf(QWidget& widget) {
-    return widget.grab().toImage().convertToFormat(QImage::Format_RGB32);
-  }
   // A strip of that size with this text, drawn anew.
   static QImage DrawnStrip(QSize size, const QString& text) {
     QImage image(size, QImage::Format_RGB32);
@@ -71,8 +67,8 @@ TEST_F(Sections, AStripIsGreenWithItsNumberInWhite) {
   AddSectionOf("b.mp4", "00:05:00.00");
   EXPECT_TRUE(Strip(2).Visible());
   EXPECT_EQ(Hex(Strip(2).BackColor()), "0x008000");
-  EXPECT_EQ(PictureOf(Strip(2)), DrawnStrip(QSize(60, 17), "01"));
-  EXPECT_EQ(PictureOf(Strip(3)), DrawnStrip(QSize(30, 17), "02"));
+  EXPECT_EQ(Picture(Strip(2)), DrawnStrip(QSize(60, 17), "01"));
+  EXPECT_EQ(Picture(Strip(3)), DrawnStrip(QSize(30, 17), "02"));
 }
 
 TEST_F(Sections, TheNumberHasTwoDigitsAndMoreWhereItNeedsThem) {
@@ -81,7 +77,7 @@ TEST_F(Sections, TheNumberHasTwoDigitsAndMoreWhereItNeedsThem) {
   Add(tools_.File("a.mp4"));
   EXPECT_EQ(Details(10), "   Video Index: 09 Title: a.mp4   ");
   EXPECT_EQ(Details(101), "   Video Index: 100 Title: a.mp4   ");
-  EXPECT_EQ(PictureOf(Strip(101)), DrawnStrip(QSize(120, 17), "100"));
+  EXPECT_EQ(Picture(Strip(101)), DrawnStrip(QSize(120, 17), "100"));
   EXPECT_EQ(Strip(101).Top(), 1 + 99 * 20) << "below the chart's end";
   EXPECT_EQ(Rows().back(), "100 | a.mp4 | 1200");
 }
@@ -119,12 +115,7 @@ TEST_F(Sections, TheSameFileMayComeInAgain) {
   EXPECT_EQ(Rows(), (Texts{"1 | a.mp4 | 600", "2 | a.mp4 | 600"}));
 }
 
-class Removing : public Sections {
- protected:
-  void AddThree() const {
-    for (const char* name : {"a.mp4", "b.mp4", "c.mp4"}) AddSectionOf(name, "00:10:00.00");
-  }
-};
+class Removing : public Sections {};
 
 TEST_F(Removing, LeavesAGreyStripWithoutItsNumberAndATombstoneForThePath) {
   AddThree();
@@ -134,7 +125,7 @@ TEST_F(Removing, LeavesAGreyStripWithoutItsNumberAndATombstoneForThePath) {
   EXPECT_EQ(Hex(Strip(3).BackColor()), "0x808080");
   QImage grey(60, 17, QImage::Format_RGB32);
   grey.fill(QColor(0x808080));
-  EXPECT_EQ(PictureOf(Strip(3)), grey);
+  EXPECT_EQ(Picture(Strip(3)), grey);
   EXPECT_EQ(Details(3), " Deleted Section ");
   EXPECT_EQ(PathsListed(), (Texts{InFolder("a.mp4").toStdString(), " Deleted Section ",
                                   InFolder("c.mp4").toStdString()}));
@@ -148,10 +139,10 @@ TEST_F(Removing, LeavesAGreyStripWithoutItsNumberAndATombstoneForThePath) {
 TEST_F(Removing, TwiceChangesNothingFurther) {
   AddThree();
   Remove(3);
-  const QImage picture = PictureOf(Get<PictureBox>("Picture1", Chart));
+  const QImage picture = Picture(Get<PictureBox>("Picture1", Chart));
   const Texts paths = PathsListed();
   Remove(3);
-  EXPECT_EQ(PictureOf(Get<PictureBox>("Picture1", Chart)), picture);
+  EXPECT_EQ(Picture(Get<PictureBox>("Picture1", Chart)), picture);
   EXPECT_EQ(PathsListed(), paths);
 }
 

@@ -12,6 +12,7 @@
 #include "platform/ListBox.h"
 #include "platform/ListView.h"
 #include "support/Events.h"
+#include "support/Pictures.h"
 
 namespace kelvane::testing {
 namespace {
@@ -65,8 +66,7 @@ TEST_F(LookAndFeel, AHeaderThatIsFlatAlreadyBecomesButtonsAgain) {
 TEST_F(LookAndFeel, AFlatHeaderIsDrawnInTheTablesColoursWithoutAnyRelief) {
   FlattenHeaders(table);
   PumpOnce();
-  const QImage picture =
-      Header().viewport()->grab().toImage().convertToFormat(QImage::Format_RGB32);
+  const QImage picture = Picture(*Header().viewport());
   // Ground, and the lines below and beside the heading.
   EXPECT_EQ(picture.pixel(60, 3), 0xff404040U);
   EXPECT_EQ(picture.pixel(60, picture.height() - 3), 0xff404040U);

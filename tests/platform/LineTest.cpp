@@ -18,18 +18,7 @@ class ALinesEnds : public ::testing::Test {
  protected:
   ALinesEnds() { form.Open(); }
 
-  // Where the line's colour is to be seen; empty if nowhere.
-  QRect Ink() {
-    const QImage picture = Picture(form);
-    QRect ink;
-    for (int y = 0; y < picture.height(); ++y) {
-      for (int x = 0; x < picture.width(); ++x) {
-        if (ColorAt(picture, x, y) == kInk) ink |= QRect(x, y, 1, 1);
-      }
-    }
-    EXPECT_EQ(CountOf(picture, kInk), ink.width() * ink.height());
-    return ink;
-  }
+  QRect Ink() { return InkOf(Picture(form), kInk); }
 
   TestForm form{{{.name = "Line1",
                   .controlClass = ControlClass::kLine,

@@ -19,18 +19,7 @@ class ADrawing : public ::testing::Test {
   ADrawing() { form.Open(); }
 
   QImage Shown() { return Picture(box); }
-  // Where the picture has the ink's colour; the place must be full of it.
-  QRect Ink() {
-    const QImage picture = Shown();
-    QRect ink;
-    for (int y = 0; y < picture.height(); ++y) {
-      for (int x = 0; x < picture.width(); ++x) {
-        if (ColorAt(picture, x, y) == kInk) ink |= QRect(x, y, 1, 1);
-      }
-    }
-    EXPECT_EQ(CountOf(picture, kInk), ink.width() * ink.height());
-    return ink;
-  }
+  QRect Ink() { return InkOf(Shown(), kInk); }
 
   // 100 by 41 pixels, in pixels; another in twips.
   TestForm form{{{.name = "Box",

@@ -8,9 +8,9 @@
 #include <QTemporaryDir>
 #include <memory>
 
-#include "platform/player/PlaybackCore.h"
 #include "platform/TestForm.h"
 #include "platform/WindowsMediaPlayer.h"
+#include "platform/player/PlaybackCore.h"
 #include "support/Events.h"
 #include "support/PlayerWatch.h"
 #include "support/Videos.h"

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QPixmap>
 #include <QWindow>
 
 #include "support/Events.h"
@@ -67,22 +66,6 @@ void Record(Control& control, Events& events) {
   control.MouseMove = [&](const MouseEvent& event) { events.push_back(Describe("Move", event)); };
   control.MouseUp = [&](const MouseEvent& event) { events.push_back(Describe("Up", event)); };
   control.DblClick = [&](const MouseEvent& event) { events.push_back(Describe("Double", event)); };
-}
-
-QImage Picture(QWidget& widget) {
-  return widget.grab().toImage().convertToFormat(QImage::Format_RGB32);
-}
-
-QRgb ColorAt(const QImage& image, int x, int y) { return image.pixel(x, y) & RGB_MASK; }
-
-int CountOf(const QImage& image, QRgb color) {
-  int count = 0;
-  for (int y = 0; y < image.height(); ++y) {
-    for (int x = 0; x < image.width(); ++x) {
-      if (ColorAt(image, x, y) == color) ++count;
-    }
-  }
-  return count;
 }
 
 }  // namespace kelvane::testing

@@ -1,11 +1,11 @@
 #pragma once
 
-#include <QImage>
 #include <functional>
 #include <string>
 #include <vector>
 
 #include "platform/Form.h"
+#include "support/Pictures.h"
 
 // What the tests of this room stand on: a form whose events are open to the test, and a record of
 // what happened.
@@ -58,12 +58,5 @@ std::string Describe(const char* what, const MouseEvent& event);
 
 // Writes a control's mouse events down in `events`.
 void Record(Control& control, Events& events);
-
-// The widget as it would be drawn now.
-QImage Picture(QWidget& widget);
-// Of a pixel, without its alpha.
-QRgb ColorAt(const QImage& image, int x, int y);
-// How many pixels of the image have the colour.
-int CountOf(const QImage& image, QRgb color);
 
 }  // namespace kelvane::testing

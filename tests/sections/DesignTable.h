@@ -2,18 +2,12 @@
 
 #include <vector>
 
+#include "support/DesignRow.h"
+
 // The section window as drawn: what stands where, in twips. Of controls that lie over one another
 // the front one comes first.
 namespace kelvane::testing {
 
-struct Twips {
-  float left;
-  float top;
-  float width;
-  float height;
-};
-
-enum AtDesign : bool { kHidden = false, kShown = true };
 enum class Side { kLeft, kCentre, kRight };
 enum Edge : bool { kPlain = false, kBorder = true };
 constexpr int kTransparent = -1;

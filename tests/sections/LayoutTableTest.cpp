@@ -6,12 +6,12 @@
 #include <QMenuBar>
 #include <QScrollBar>
 #include <QTest>
-#include <algorithm>
 
 #include "platform/Timer.h"
 #include "sections/DesignTable.h"
 #include "sections/Form3.h"
 #include "support/Events.h"
+#include "support/Pictures.h"
 
 namespace kelvane::testing {
 namespace {
@@ -23,20 +23,13 @@ class SectionsLayoutTable : public ::testing::Test {
   Kind& Get(const QString& name) const {
     return form_.Find<Kind>(name);
   }
-  static QString Member(const char* array, int index) {
-    return QStringLiteral("%1(%2)").arg(QLatin1String(array)).arg(index);
-  }
 
   void ExpectPlace(const char* name, const Twips& place, const char* container) const {
     const Control* control = Find(name);
     ASSERT_NE(control, nullptr) << name;
     const bool twips = QLatin1String(container).startsWith(QLatin1String("Picture2"));
-    const float unit = twips ? 1.0F : 15.0F;
     EXPECT_EQ(control->parent()->objectName().toStdString(), container) << name;
-    EXPECT_EQ(control->Left(), place.left / unit) << name;
-    EXPECT_EQ(control->Top(), place.top / unit) << name;
-    EXPECT_EQ(control->Width(), place.width / unit) << name;
-    EXPECT_EQ(control->Height(), place.height / unit) << name;
+    ExpectAt(*control, place, twips ? 1 : 15);
     EXPECT_EQ(control->width(), static_cast<int>(place.width / 15)) << name;
     EXPECT_EQ(control->height(), static_cast<int>(place.height / 15)) << name;
   }
@@ -51,12 +44,7 @@ class SectionsLayoutTable : public ::testing::Test {
 };
 
 TEST_F(SectionsLayoutTable, TheseControlsAreThereAndNoOthers) {
-  std::vector<std::string> found;
-  for (const Control* control : form_.findChildren<Control*>()) {
-    if (!control->objectName().isEmpty()) found.push_back(control->objectName().toStdString());
-  }
-  std::sort(found.begin(), found.end());
-  EXPECT_EQ(found, std::vector<std::string>(kAllNames.begin(), kAllNames.end()));
+  EXPECT_EQ(NamesIn(form_), Texts(kAllNames.begin(), kAllNames.end()));
 }
 
 TEST_F(SectionsLayoutTable, BoxesBarsAndOutlinesStandWhereTheyWereDrawn) {
@@ -292,7 +280,7 @@ TEST(LayoutTableShown, TheFieldsTakeWhatTheUserTypesAndHaveTheirBorder) {
     auto& field = form.Find<TextBox>(QLatin1String(name));
     QTest::keyClicks(field.findChild<QLineEdit*>(), QStringLiteral("my.mp4"));
     EXPECT_EQ(field.Text().toStdString(), "my.mp4") << name;
-    const QImage picture = field.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const QImage picture = Picture(field);
     EXPECT_NE(Hex(picture.pixel(0, 5)), "0x232323") << name;
     EXPECT_NE(Hex(picture.pixel(picture.width() / 2, 0)), "0x232323") << name;
     EXPECT_EQ(Hex(picture.pixel(picture.width() / 2, 5)), "0x232323") << name;

@@ -1,39 +1,20 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QString>
-#include <memory>
 #include <string>
-#include <vector>
 
 #include "sections/Form3.h"
 #include "support/DialogAnswers.h"
-#include "support/Events.h"
-#include "support/RecordingTools.h"
+#include "support/OpenWindowTest.h"
+#include "support/Pictures.h"
 
 namespace kelvane::testing {
 
-// The section window as it opens, with recording tools that nothing should start.
-class SectionWindowTest : public ::testing::Test {
+// The section window as it opens. Nothing should start its tools.
+class SectionWindowTest : public OpenWindowTest<Form3> {
  protected:
-  SectionWindowTest() {
-    SectionSourceShortPath.clear();
-    form_->Load();
-    form_->Show();
-  }
   ~SectionWindowTest() override {
-    EXPECT_EQ(tools_.Runs(), std::vector<std::string>{});
+    EXPECT_EQ(tools_.Runs(), Texts{});
     SectionSourceShortPath.clear();
-  }
-
-  template <class Kind>
-  Kind& Get(const char* name) const {
-    return form_->Find<Kind>(QLatin1String(name));
-  }
-  template <class Kind>
-  Kind& Get(const char* array, int index) const {
-    return form_->Find<Kind>(QStringLiteral("%1(%2)").arg(QLatin1String(array)).arg(index));
   }
 
   PictureBox& Strip() const { return Get<PictureBox>("Picture3", TimeLineStrip); }
@@ -65,14 +46,6 @@ class SectionWindowTest : public ::testing::Test {
   void MoveOverTheWindow() const {
     MovePointerOver(*form_->findChild<Container*>(QString(), Qt::FindDirectChildrenOnly));
   }
-
-  // A widget as it would be drawn now.
-  static QImage Picture(QWidget& widget) {
-    return widget.grab().toImage().convertToFormat(QImage::Format_RGB32);
-  }
-
-  RecordingTools tools_;
-  std::unique_ptr<Form3> form_ = std::make_unique<Form3>();
 };
 
 }  // namespace kelvane::testing

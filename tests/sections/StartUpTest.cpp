@@ -205,8 +205,7 @@ TEST(StartUpOrder, TheStripIsDrawnAtItsNewWidthAfterTheScales) {
     order.push_back("Line7 " + std::to_string(static_cast<int>(form.Find<Line>("Line7").X2())));
     order.push_back(
         "scale drawn " +
-        std::to_string(
-            form.Find<PictureBox>("Picture2(6)").grab().toImage().pixelColor(300, 12).red()));
+        std::to_string(qRed(Picture(form.Find<PictureBox>("Picture2(6)")).pixel(300, 12))));
   };
   form.Find<TextBox>("Text3").Change = [&](int) {
     order.push_back("labels at " + form.Find<TextBox>("Text3").Text().toStdString());

@@ -80,7 +80,7 @@ class ExpectedTimeLine {
 QImage StripOf(const Form3& form) {
   auto& strip = form.Find<PictureBox>("Picture3(1)");
   for (Control* child : strip.findChildren<Control*>()) child->setVisible(false);
-  return strip.grab().toImage().convertToFormat(QImage::Format_RGB32);
+  return Picture(strip);
 }
 
 // The first place at which two pictures of one size differ; (-1, -1) if none.

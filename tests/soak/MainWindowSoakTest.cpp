@@ -34,13 +34,10 @@ TEST_F(MainWindowSoak, AThousandLoadsAndCrops) {
     Tick(Get<Timer>("Timer2"));
 
     tools_.CropDoes(Print("frame=1 time=00:00:05.00 bitrate=1\n"));
-    {
-      const DialogAnswers answers({TypeFile(tools_.Path() + QLatin1String("/out.mp4"))});
-      Give(CropVideo);
-    }
+    CropTo(tools_.Path() + QLatin1String("/out.mp4"));
     Form2* const job = JobWindow();
     ASSERT_NE(job, nullptr);
-    for (int tick = 0; tick < 2; ++tick) Tick(job->Find<Timer>("Timer1"));
+    RunJob(*job);
     EXPECT_EQ(Get<ProgressBar>("pbar").Value(), 5);
     Release(job->Find<Label>("Label2"));
     PumpOnce();

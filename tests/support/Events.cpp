@@ -110,6 +110,10 @@ void Click(QWidget& widget, Qt::MouseButton button) {
   Release(widget, button);
 }
 
+QString Member(const char* array, int index) {
+  return QStringLiteral("%1(%2)").arg(QLatin1String(array)).arg(index);
+}
+
 std::string Hex(unsigned int color) {
   return QStringLiteral("0x%1").arg(color & 0xFFFFFFU, 6, 16, QLatin1Char('0')).toStdString();
 }

@@ -29,6 +29,8 @@ class Timer;
 
 namespace kelvane::testing {
 
+using Texts = std::vector<std::string>;
+
 // Serves events until the condition is true; false if it isn't in good time.
 bool PumpUntil(const std::function<bool()>& condition);
 // Serves events for `milliseconds`, or less if the condition doesn't hold all the while: then
@@ -67,6 +69,8 @@ void After(std::function<void(Arguments...)>& handler, Step step) {
   };
 }
 
+// The name of an array's member: "Label14(3)".
+QString Member(const char* array, int index);
 // A colour as it stands in the tables of the design.
 std::string Hex(unsigned int color);
 std::string Hex(std::optional<unsigned int> color);

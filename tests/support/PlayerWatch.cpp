@@ -3,8 +3,8 @@
 #include <QImage>
 #include <cstdlib>
 
-#include "platform/player/PlaybackCore.h"
 #include "platform/WindowsMediaPlayer.h"
+#include "platform/player/PlaybackCore.h"
 #include "support/Events.h"
 
 namespace kelvane::testing {

@@ -6,8 +6,6 @@
 namespace kelvane::testing {
 namespace {
 
-using Texts = std::vector<std::string>;
-
 // Writes down where a bar stands and how large it is whenever its widget is moved or resized.
 class BarWatch : public QObject {
  public:

@@ -1,30 +1,12 @@
 #pragma once
 
-#include <vector>
+#include "support/DesignRow.h"
 
 // The main window as drawn: what stands where, in twips, front to back.
 namespace kelvane::testing {
 
-struct Twips {
-  float left;
-  float top;
-  float width;
-  float height;
-};
-
-enum AtDesign : bool { kHidden = false, kShown = true };
-
-struct DesignRow {
-  const char* name;
-  const char* controlClass;
-  const char* caption;  // or a text box's text
-  Twips place;
-  const char* container;  // the window itself if empty
-  AtDesign visible;
-};
-
 // clang-format off
-inline const std::vector<DesignRow> kDesign = {
+inline const DesignRows kDesign = {
     {"Slider3", "Slider", "", {12120, 10560, 3615, 495}, "", kHidden},
     {"Slider2", "Slider", "", {6480, 10560, 3615, 495}, "", kHidden},
     {"Picture3", "PictureBox", "", {600, 10560, 3615, 3135}, "", kHidden},
@@ -78,7 +60,7 @@ inline const std::vector<DesignRow> kDesign = {
 };
 
 // The read-outs. They overlap nothing but the frames behind them.
-inline const std::vector<DesignRow> kReadOuts = {
+inline const DesignRows kReadOuts = {
     {"Label1(0)", "Label", "Width", {600, 1800, 615, 255}, "", kShown},
     {"Label1(1)", "Label", "0,000", {1200, 1800, 615, 255}, "", kShown},
     {"Label1(2)", "Label", "Height", {2040, 1800, 735, 255}, "", kShown},

@@ -12,14 +12,7 @@ namespace {
 class ExtractMenu : public MainWindowTest {
  protected:
   void Choose() const { Get<Menu>("mnu_Extract").Click(); }
-  static std::vector<Form3*> SectionWindows() {
-    std::vector<Form3*> windows;
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-      auto* sections = qobject_cast<Form3*>(window);
-      if (sections != nullptr && sections->Loaded()) windows.push_back(sections);
-    }
-    return windows;
-  }
+  static std::vector<Form3*> SectionWindows() { return Loaded<Form3>(); }
 };
 
 TEST_F(ExtractMenu, StaysHidden) {

@@ -10,23 +10,12 @@
 namespace kelvane::testing {
 namespace {
 
-using Texts = std::vector<std::string>;
-
 class JoinMenu : public MainWindowTest {
  protected:
   void Choose() const { Get<Menu>("mnu_JoinMultiple").Click(); }
-  template <class Window>
-  static std::vector<Window*> Loaded() {
-    std::vector<Window*> windows;
-    for (QWidget* widget : QApplication::topLevelWidgets()) {
-      auto* window = qobject_cast<Window*>(widget);
-      if (window != nullptr && window->Loaded()) windows.push_back(window);
-    }
-    return windows;
-  }
   static Form4& Joiner() { return *Loaded<Form4>().at(0); }
   static Label& InJoiner(const char* array, int index) {
-    return Joiner().Find<Label>(QStringLiteral("%1(%2)").arg(QLatin1String(array)).arg(index));
+    return Joiner().Find<Label>(Member(array, index));
   }
   static ListView& Table() { return Joiner().Find<ListView>("ListView1"); }
   static ListBox& Paths() { return Joiner().Find<ListBox>("List1"); }

@@ -23,76 +23,26 @@ class LayoutTable : public ::testing::Test {
     return form_.Find<Kind>(QLatin1String(name));
   }
 
-  // The controls that lie in a container and are in the table of the drawing, front to back.
-  std::vector<std::string> FrontToBack(const QWidget& container) const {
-    std::vector<std::string> names;
-    for (const QObject* child : container.children()) {
-      for (const DesignRow& row : kDesign) {
-        if (child->objectName() == QLatin1String(row.name)) {
-          names.insert(names.begin(), row.name);
-        }
-      }
-    }
-    return names;
-  }
-
   const Form1 form_;
 };
 
-std::string TextOf(const Control& control) {
-  if (const auto* label = qobject_cast<const Label*>(&control)) {
-    return label->Caption().toStdString();
-  }
-  if (const auto* box = qobject_cast<const TextBox*>(&control)) return box->Text().toStdString();
-  if (const auto* button = qobject_cast<const CommandButton*>(&control)) {
-    return button->Caption().toStdString();
-  }
-  return {};
-}
-
-std::vector<DesignRow> AllRows() {
-  std::vector<DesignRow> rows = kDesign;
+DesignRows AllRows() {
+  DesignRows rows = kDesign;
   rows.insert(rows.end(), kReadOuts.begin(), kReadOuts.end());
   return rows;
 }
 
 TEST_F(LayoutTable, EveryControlIsThereWithItsClass) {
   ASSERT_EQ(AllRows().size(), 66U);
-  for (const DesignRow& row : AllRows()) {
-    const Control* control = Find(row.name);
-    ASSERT_NE(control, nullptr) << row.name;
-    EXPECT_EQ(control->metaObject()->className(), std::string("kelvane::") + row.controlClass)
-        << row.name;
-  }
+  ExpectClasses(form_, AllRows());
 }
 
-TEST_F(LayoutTable, NoControlIsThereBesides) {
-  std::vector<std::string> expected;
-  for (const DesignRow& row : AllRows()) expected.emplace_back(row.name);
-  std::vector<std::string> found;
-  for (const Control* control : form_.findChildren<Control*>()) {
-    if (!control->objectName().isEmpty()) found.push_back(control->objectName().toStdString());
-  }
-  std::sort(expected.begin(), expected.end());
-  std::sort(found.begin(), found.end());
-  EXPECT_EQ(found, expected);
-}
+TEST_F(LayoutTable, NoControlIsThereBesides) { ExpectNoOthers(form_, AllRows()); }
 
-TEST_F(LayoutTable, EveryControlStandsInItsContainer) {
-  for (const DesignRow& row : AllRows()) {
-    EXPECT_EQ(Find(row.name)->parent()->objectName().toStdString(), row.container) << row.name;
-  }
-}
+TEST_F(LayoutTable, EveryControlStandsInItsContainer) { ExpectContainers(form_, AllRows()); }
 
 TEST_F(LayoutTable, EveryPlaceAndSizeIsTheDesignsAtFifteenTwipsToThePixel) {
-  for (const DesignRow& row : AllRows()) {
-    const Control& control = *Find(row.name);
-    const float unit = std::string(row.container) == "Picture3" ? 1.0F : 15.0F;
-    EXPECT_EQ(control.Left(), row.place.left / unit) << row.name;
-    EXPECT_EQ(control.Top(), row.place.top / unit) << row.name;
-    EXPECT_EQ(control.Width(), row.place.width / unit) << row.name;
-    EXPECT_EQ(control.Height(), row.place.height / unit) << row.name;
-  }
+  ExpectPlaces(form_, AllRows(), "Picture3");
 }
 
 TEST_F(LayoutTable, OnTheScreenEveryControlTakesThatManyPixels) {
@@ -103,24 +53,14 @@ TEST_F(LayoutTable, OnTheScreenEveryControlTakesThatManyPixels) {
   }
 }
 
-TEST_F(LayoutTable, EveryCaptionAndTextIsTheDesigns) {
-  for (const DesignRow& row : AllRows())
-    EXPECT_EQ(TextOf(*Find(row.name)), row.caption) << row.name;
-}
+TEST_F(LayoutTable, EveryCaptionAndTextIsTheDesigns) { ExpectTexts(form_, AllRows()); }
 
 TEST_F(LayoutTable, WhatIsHiddenInTheDesignIsHiddenAndNothingElse) {
-  for (const DesignRow& row : AllRows()) {
-    EXPECT_EQ(Find(row.name)->Visible(), row.visible == kShown) << row.name;
-  }
+  ExpectVisibility(form_, AllRows());
 }
 
 TEST_F(LayoutTable, ControlsLieFrontToBackInTheOrderOfTheDrawing) {
-  std::map<std::string, std::vector<std::string>> expected;
-  for (const DesignRow& row : kDesign) expected[row.container].emplace_back(row.name);
-  for (const auto& [container, names] : expected) {
-    EXPECT_EQ(FrontToBack(*Find(names.front().c_str())->parentWidget()), names)
-        << "in " << (container.empty() ? "the window" : container);
-  }
+  ExpectFrontToBack(form_, kDesign, kReadOuts);
 }
 
 TEST_F(LayoutTable, TheBarsLieOverThePictureTheLeftBarNearestToIt) {

@@ -15,10 +15,7 @@
 namespace kelvane::testing {
 namespace {
 
-class Load : public MainWindowTest {
- protected:
-  using Texts = std::vector<std::string>;
-};
+class Load : public MainWindowTest {};
 
 TEST_F(Load, APickedFileIsPutOnShowAndProbedForSizeAndThenDuration) {
   const QString video = LoadVideoOf(640, 360);
@@ -243,7 +240,6 @@ TEST_F(Load, WhereNoShortPathCanBeMadeAMessageSaysWhyAndThePathIsEmpty) {
 // Errors of the run itself.
 class Trap : public MainWindowTest {
  protected:
-  using Texts = std::vector<std::string>;
   // Of the object that runs a tool, alone or together with its owners' count.
   static void FailNextRunner() {
     FailNextAllocation(sizeof(DOSOutputs), sizeof(DOSOutputs) + 4 * sizeof(void*));

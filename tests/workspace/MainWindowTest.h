@@ -1,42 +1,19 @@
 #pragma once
 
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QString>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include "support/DialogAnswers.h"
-#include "support/Events.h"
-#include "support/RecordingTools.h"
+#include "support/OpenWindowTest.h"
 #include "workspace/Form1.h"
 
 namespace kelvane::testing {
 
 // The main window as the user meets it, with recording tools.
-class MainWindowTest : public ::testing::Test {
+class MainWindowTest : public OpenWindowTest<Form1> {
  protected:
-  MainWindowTest() {
-    ForgetSharedValues();
-    form_->Load();
-    form_->Show();
-  }
-  ~MainWindowTest() override {
-    form_.reset();
-    ForgetSharedValues();
-  }
-
-  template <class Kind>
-  Kind& Get(const char* name) const {
-    return form_->Find<Kind>(QLatin1String(name));
-  }
-  template <class Kind>
-  Kind& Get(const char* array, int index) const {
-    return form_->Find<Kind>(QStringLiteral("%1(%2)").arg(QLatin1String(array)).arg(index));
-  }
-
   PictureBox& Canvas() const { return Get<PictureBox>("Picture1", CanvasBox); }
   PictureBox& Bar(MarkerBar bar) const { return Get<PictureBox>("Picture2", bar); }
   TextBox& Path() const { return Get<TextBox>("Text1", 1); }
@@ -71,12 +48,30 @@ class MainWindowTest : public ::testing::Test {
     return QStringLiteral("Input #0\n  Duration: %1, start: 0.000000, bitrate: 1 kb/s\n")
         .arg(QLatin1String(duration));
   }
-  Form2* JobWindow() const {
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-      auto* job = qobject_cast<Form2*>(window);
-      if (job != nullptr && job->Loaded()) return job;
+  // Crop Video, with that file typed.
+  void CropTo(const QString& file) const {
+    const DialogAnswers answers({TypeFile(file)});
+    Give(CropVideo);
+  }
+  template <class Window>
+  static std::vector<Window*> Loaded() {
+    std::vector<Window*> windows;
+    for (QWidget* widget : QApplication::topLevelWidgets()) {
+      auto* window = qobject_cast<Window*>(widget);
+      if (window != nullptr && window->Loaded()) windows.push_back(window);
     }
-    return nullptr;
+    return windows;
+  }
+  static Form2* JobWindow() {
+    const std::vector<Form2*> jobs = Loaded<Form2>();
+    return jobs.empty() ? nullptr : jobs.front();
+  }
+  static Timer& TimerOf(const Form2& job) { return job.Find<Timer>(QStringLiteral("Timer1")); }
+  // The job window is on the screen two ticks before its tool.
+  static void RunJob(const Form2& job) {
+    Timer& timer = TimerOf(job);
+    Tick(timer);
+    Tick(timer);
   }
 
   // The lines as the recording tools write them down.
@@ -89,9 +84,6 @@ class MainWindowTest : public ::testing::Test {
   std::string DurationRun(const QString& video) const {
     return ("ffprobe | -hide_banner | -stats | -i" + Behind(video)).toStdString();
   }
-
-  RecordingTools tools_;
-  std::unique_ptr<Form1> form_ = std::make_unique<Form1>();
 
  private:
   static QString Behind(const QString& video) {

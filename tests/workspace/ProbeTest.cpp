@@ -9,7 +9,6 @@ class Probe : public MainWindowTest {
  protected:
   QString Video() const { return tools_.File(QStringLiteral("a.mp4")); }
   std::vector<std::string> Size() const { return {Number(SourceWidth), Number(SourceHeight)}; }
-  using Texts = std::vector<std::string>;
 };
 
 struct BlockAndCaptions {

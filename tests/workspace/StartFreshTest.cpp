@@ -13,7 +13,6 @@ constexpr const char* kQuestion =
 
 class HiddenRow : public MainWindowTest {
  protected:
-  using Texts = std::vector<std::string>;
   void PushButton(int index) const {
     Get<CommandButton>("Command1", index).findChild<QPushButton*>()->click();
   }
@@ -165,10 +164,7 @@ TEST_F(StartedFresh, WhereACommaIsNoSeparatorTheCanvasCollapsesAllTheSame) {
 }
 
 TEST_F(StartedFresh, AJobWindowOnShowIsUnloaded) {
-  {
-    const DialogAnswers answers({TypeFile(QStringLiteral("/tmp/out.mp4"))});
-    Give(CropVideo);
-  }
+  CropTo("/tmp/out.mp4");
   ASSERT_NE(JobWindow(), nullptr);
   StartFresh(QMessageBox::Yes);
   EXPECT_EQ(JobWindow(), nullptr);
