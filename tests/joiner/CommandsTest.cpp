@@ -39,6 +39,19 @@ TEST_F(Adding, IsFiredByTheReleaseOfAnyButton) {
   }
 }
 
+TEST_F(Adding, JoiningAndSavingAreFiredLikewise) {
+  for (const Qt::MouseButton button : {Qt::LeftButton, Qt::MiddleButton, Qt::RightButton}) {
+    const DialogAnswers answers({CancelDialog(), PressButton(QMessageBox::Ok), CancelDialog()});
+    for (const JoinerCommand command : {JoinAllSections, SaveVideoFileList}) {
+      const std::size_t before = answers.seen().size();
+      Press(Get<Label>("Label1", command), button);
+      EXPECT_EQ(answers.seen().size(), before) << command;
+      Give(command, button);
+      EXPECT_GT(answers.seen().size(), before) << command;
+    }
+  }
+}
+
 TEST_F(Adding, ACancelledDialogAddsNothing) {
   AddSectionOf("a.mp4", "00:10:00.00");
   const Texts runs = tools_.Runs();

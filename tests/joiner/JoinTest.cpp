@@ -192,6 +192,18 @@ TEST_F(Joining, ServesTheWindowsOnceBeforeTheCaptionOfTheJoin) {
   EXPECT_EQ(served, "Process: Creating List Index");
 }
 
+TEST_F(Joining, ASectionRemovedWhenTheWindowsAreFirstServedIsNoneInTheList) {
+  AddThree();
+  const DialogAnswers answers({[&](QDialog& dialog) {
+                                 AtNextDoEvents([&] { Remove(2); });
+                                 dialog.reject();
+                               },
+                               PressButton(QMessageBox::Ok)});
+  Give(JoinAllSections);
+  EXPECT_EQ(ListFile().find("a.mp4"), std::string::npos) << ListFile();
+  EXPECT_NE(ListFile().find("b.mp4"), std::string::npos) << ListFile();
+}
+
 TEST_F(Joining, ServesTheWindowsAgainAndAgainDuringTheWait) {
   int served = 0;
   std::function<void()> again = [&] {
@@ -259,10 +271,7 @@ TEST_F(Joining, ABlockOfTheToolWithADurationMakesASectionOfTheLastFilesTitle) {
 }
 
 TEST_F(Joining, RunsTheToolsOfAFolderWithABlankInItsNameUnderAShortName) {
-  const QString folder = InFolder("my program");
-  ASSERT_TRUE(QDir().mkpath(folder));
-  ASSERT_TRUE(QFile::copy(InFolder("ffmpeg"), folder + "/ffmpeg"));
-  App::setPath(folder.toStdString());
+  const QString folder = MoveToolsToAFolderWithABlank();
   JoinTo("/tmp/all.mp4");
   ASSERT_EQ(RunsOf("ffmpeg").size(), 1U);
   EXPECT_EQ(RunsOf("ffmpeg")[0].find("my program"), std::string::npos);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QDir>
 #include <QFile>
 #include <QString>
 #include <QStringList>
@@ -112,6 +113,17 @@ class JoinerWindowTest : public OpenWindowTest<Form4> {
   void Remove(int strip) const {
     OpenMenuOn(strip);
     ChooseRemove();
+  }
+
+  // The program stands from now on in a folder with a blank in its name; returns that.
+  QString MoveToolsToAFolderWithABlank() const {
+    QString folder = InFolder(QStringLiteral("my program"));
+    EXPECT_TRUE(QDir().mkpath(folder));
+    for (const QString& tool : {QStringLiteral("ffmpeg"), QStringLiteral("ffprobe")}) {
+      EXPECT_TRUE(QFile::rename(InFolder(tool), folder + QLatin1Char('/') + tool));
+    }
+    App::setPath(folder.toStdString());
+    return folder;
   }
 
   QString InFolder(const QString& name) const { return tools_.Path() + QLatin1Char('/') + name; }

@@ -25,6 +25,13 @@ TEST_F(Probe, AFileWithABlankInItsPathGoesToTheToolUnderAShortName) {
   EXPECT_EQ(Rows(), Texts{"1 | my clip.mp4 | 20"});
 }
 
+TEST_F(Probe, RunsTheToolOfAFolderWithABlankInItsNameUnderAShortName) {
+  MoveToolsToAFolderWithABlank();
+  AddSectionOf("clip.mp4", "00:01:23.45");
+  ASSERT_EQ(tools_.Runs().size(), 1U);
+  EXPECT_EQ(Shown(TotalDurationSeconds), "00,083");
+}
+
 struct SecondsCase {
   const char* duration;
   int width;

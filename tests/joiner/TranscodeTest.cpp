@@ -53,6 +53,41 @@ TEST_F(Transcoding, ABlankCutsTheInputButNotTheOutput) {
                   Path("my clips/intermediate01.ts")});
 }
 
+TEST_F(Transcoding, AToolThatFailsLeavesTheNextSectionItsTurn) {
+  AddThree();
+  tools_.CropDoes("exit 1");
+  EXPECT_EQ(TranscodeAll(), Texts{kSuccess});
+  EXPECT_EQ(RunsOf("ffmpeg").size(), 3U);
+}
+
+TEST_F(Transcoding, WithoutTheToolComesToItsEndAsWell) {
+  AddThree();
+  tools_.Remove("ffmpeg");
+  Texts captions;
+  WriteCaptionsDown(captions);
+  EXPECT_EQ(TranscodeAll(), Texts{kSuccess});
+  EXPECT_EQ(captions, (Texts{"Process: Creating List Index", "Process: Transcoding Video 00",
+                             "Process: Transcoding Video 01", "Process: Transcoding Video 02",
+                             "Process: Video Created."}));
+}
+
+TEST_F(Transcoding, ASecondTimeWrapsThemAllAgain) {
+  AddThree();
+  TranscodeAll();
+  const Texts first = RunsOf("ffmpeg");
+  EXPECT_EQ(TranscodeAll(), Texts{kSuccess});
+  Texts twice = first;
+  twice.insert(twice.end(), first.begin(), first.end());
+  EXPECT_EQ(RunsOf("ffmpeg"), twice);
+}
+
+TEST_F(Transcoding, RunsTheToolsOfAFolderWithABlankInItsNameUnderAShortName) {
+  AddThree();
+  MoveToolsToAFolderWithABlank();
+  TranscodeAll();
+  EXPECT_EQ(RunsOf("ffmpeg").size(), 3U);
+}
+
 TEST_F(Transcoding, PutsEachTransportStreamBesideItsOwnSource) {
   ASSERT_TRUE(QDir(tools_.Path()).mkdir("other"));
   for (const char* name : {"a.mp4", "other/b.mp4", "c.mp4"}) AddSectionOf(name, "00:10:00.00");
