@@ -72,6 +72,7 @@ void Form4::AddVideoObject(std::int32_t StripWidth) {
   details.setWidth(1);
   details.setCaption(QStringLiteral("   Video Index: %1 Title: %2   ").arg(number, FileTitle));
   details.setVisible(false);
+  strip.setMeaning(details.Caption().trimmed());
 
   const float ruleY = strip.Height() + strip.Top() + 1;
   rule.SetEnds(0, ruleY, Picture1(Chart).ScaleWidth(), ruleY);
@@ -84,6 +85,7 @@ void Form4::AddVideoObject(std::int32_t StripWidth) {
 void Form4::mnu_RemoveSection_Click() {
   Picture2(MenuStrip).setBackColor(kGrey);
   Label2(MenuStrip).setCaption(kDeletedSection);
+  Picture2(MenuStrip).setMeaning(kDeletedSection.trimmed());
   List1.setList(MenuStrip - 2, kDeletedSection);
 }
 

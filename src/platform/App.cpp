@@ -12,6 +12,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/Accessibility.h"
 #include "platform/Form.h"
 
 // Resources of a static library are taken in by name.
@@ -83,6 +84,7 @@ App::App(const char* programName) : name_(programName), arguments_{name_.data(),
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
 
   application_ = MakeApplication(argumentCount_, arguments_.data());
+  ServeScreenReaders();
   QApplication::setQuitOnLastWindowClosed(false);
   QGuiApplication::setDesktopFileName(QString::fromStdString(name_));
   // The toolkit has set the user's locale for the whole process; media libraries count on this one.

@@ -10,11 +10,13 @@ Container::Container(QWidget* window, ScaleMode scale)
     : Control(nullptr, QString()), scale_(scale) {
   setParent(window);
   setAttribute(Qt::WA_OpaquePaintEvent);
+  setRole(SpokenRole::kBox);
 }
 
 Container::Container(Container* container, const QString& name, ScaleMode scale)
     : Control(container, name), scale_(scale) {
   setAttribute(Qt::WA_OpaquePaintEvent);
+  setRole(SpokenRole::kBox);
 }
 
 float Container::ScaleWidth() const {

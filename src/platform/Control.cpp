@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/Accessibility.h"
 #include "platform/Container.h"
 #include "platform/HandlerScope.h"
 
@@ -100,7 +101,19 @@ void Control::setContainer(Container& container) {
   Place();
 }
 
+void Control::setMeaning(const QString& meaning) {
+  setAccessibleName(meaning);
+  if (stockWidget_ != nullptr) stockWidget_->setAccessibleName(meaning);
+}
+
+void Control::Announce(QAccessible::Event change) {
+  if (!QAccessible::isActive()) return;
+  QAccessibleEvent event(this, change);
+  QAccessible::updateAccessibility(&event);
+}
+
 void Control::TakeAfter(const Control& model) {
+  role_ = model.role_;
   left_ = model.left_;
   top_ = model.top_;
   width_ = model.width_;
@@ -116,18 +129,20 @@ void Control::TakeAfter(const Control& model) {
 
 void Control::Place() {
   const float unitsPerPixel = container_->UnitsPerPixel();
-  const QSize before = size();
+  const QRect before = geometry();
   const QPoint corner(WholePixels(left_ / unitsPerPixel), WholePixels(top_ / unitsPerPixel));
   setGeometry(
       QRect(container_->ContentOrigin() + corner,
             QSize(WholePixels(width_ / unitsPerPixel), WholePixels(height_ / unitsPerPixel))));
-  if (size() != before) SizeChanged();
+  if (pos() != before.topLeft()) AnnounceValue(*this);
+  if (size() != before.size()) SizeChanged();
 }
 
 float Control::MouseUnitsPerPixel() const { return container_->UnitsPerPixel(); }
 
 void Control::FillWith(QWidget* stockWidget) {
   stockWidget_ = stockWidget;
+  stockWidget_->setAccessibleName(Meaning());
   stockWidget_->setParent(this);
   stockWidget_->setGeometry(rect());
   // What lies behind an opaque control needn't be painted for it, nor it for what lies behind.
@@ -143,7 +158,18 @@ void Control::FillWith(QWidget* stockWidget) {
 // A control without a tip of its own would ask its container for one, and the toolkit takes a tip
 // that looks like markup for such.
 bool Control::event(QEvent* event) {
-  if (event->type() != QEvent::ToolTip) return QWidget::event(event);
+  switch (event->type()) {
+    case QEvent::ToolTip:
+      break;
+    case QEvent::ShowToParent:
+      AnnounceControls(*this, QAccessible::ObjectCreated);
+      return QWidget::event(event);
+    case QEvent::HideToParent:
+      AnnounceControls(*this, QAccessible::ObjectDestroyed);
+      return QWidget::event(event);
+    default:
+      return QWidget::event(event);
+  }
   if (!toolTip().isEmpty()) {
     QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), AsItStands(toolTip()), this);
   }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAccessible>
 #include <QWidget>
 #include <functional>
 
@@ -28,6 +29,20 @@ enum class MousePointer : int {
   kHourglass = 11
 };
 QCursor CursorOf(MousePointer pointer);
+
+// What a screen reader takes a control for.
+enum class SpokenRole {
+  kNothing,  // passed over
+  kText,     // says its caption, which its meaning explains
+  kBox,      // a group if it has a meaning; if not, its controls stand in its place
+  kStock,    // what the toolkit's widget in it is
+  kPicture,
+  kCommand,   // a button that a click presses
+  kBar,       // a slider whose value is its own place, along the way that its pointer's shape shows
+  kThumb,     // a slider whose value stands in another control, its read-out
+  kList,      // a box
+  kListItem,  // in such a box; a right click opens its menu
+};
 
 // The base of all controls of a form: a place in its container, in the container's scale unit, and
 // the mouse. Belongs to the user-interface thread and to its container.
@@ -70,6 +85,18 @@ class Control : public QWidget {
   QString ToolTipText() const { return toolTip(); }
   void setToolTipText(const QString& text) { setToolTip(text); }
 
+  // What a screen reader is told. The meaning says what the control is where no caption of its own
+  // does. Each class of controls has a role of its own from the beginning.
+  SpokenRole Role() const { return role_; }
+  void setRole(SpokenRole role) { role_ = role; }
+  QString Meaning() const { return accessibleName(); }
+  void setMeaning(const QString& meaning);
+  // The toolkit's widget that is its inside; none in most classes.
+  QWidget* StockWidget() const { return stockWidget_; }
+  // The name of the label in which a thumb's value stands.
+  const QString& ReadOut() const { return readOut_; }
+  void setReadOut(const QString& label) { readOut_ = label; }
+
   // Every control tracks the mouse without a button, and none of its events travels on to its
   // container, nor does the container's tool tip show over it. A double-click brings press,
   // release, double-click, release.
@@ -92,6 +119,8 @@ class Control : public QWidget {
   // Makes a stock widget of the toolkit the whole inside of this control. The mouse is that
   // widget's; the control gets what it leaves. Neither it nor a part of it has a context menu.
   void FillWith(QWidget* stockWidget);
+  // Tells a screen reader, if there is one.
+  void Announce(QAccessible::Event change);
 
   bool event(QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
@@ -108,6 +137,8 @@ class Control : public QWidget {
 
   Container* container_;
   QWidget* stockWidget_ = nullptr;
+  SpokenRole role_ = SpokenRole::kStock;
+  QString readOut_;
   int index_ = -1;
   float left_ = 0;
   float top_ = 0;

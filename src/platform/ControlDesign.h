@@ -52,6 +52,10 @@ struct ControlDesign {
   bool chosen = false;                 // an option button
   int borderWidth = 1;                 // a shape's, in pixels
   MousePointer pointer = MousePointer::kDefault;
+  // For a screen reader.
+  const char* meaning = "";             // what it is, where no caption of its own says so
+  std::optional<SpokenRole> role = {};  // other than its class's
+  const char* readOut = "";             // the label in which a thumb's value stands
 };
 
 struct MenuDesign {

@@ -155,6 +155,9 @@ void Form::BuildControls(const FormDesign& form, std::span<const ControlDesign> 
     if (auto* box = qobject_cast<Container*>(control)) containers.insert(box->objectName(), box);
     PlaceAsDesigned(*control, design.place, kTwipsPerPixel / container->UnitsPerPixel());
     control->setVisible(design.visible);
+    control->setMeaning(QLatin1String(design.meaning));
+    control->setReadOut(QLatin1String(design.readOut));
+    if (design.role) control->setRole(*design.role);
     if (design.pointer != MousePointer::kDefault) control->setMousePointer(design.pointer);
     // The list runs from front to back.
     control->lower();

@@ -11,7 +11,9 @@
 
 namespace kelvane {
 
-Label::Label(Container* container, const QString& name) : Control(container, name) {}
+Label::Label(Container* container, const QString& name) : Control(container, name) {
+  setRole(SpokenRole::kText);
+}
 
 Label& Label::Duplicate(const QString& name) const {
   auto* copy = new Label(container(), name);
@@ -30,7 +32,7 @@ Label& Label::Duplicate(const QString& name) const {
 void Label::setCaption(const QString& caption) {
   if (caption == caption_) return;
   caption_ = caption;
-  setAccessibleName(caption_);
+  Announce(QAccessible::NameChanged);
   if (sizesItself_) FitCaption();
   update();
   Raise(this, Change, Index());

@@ -21,6 +21,7 @@ class Label : public Control {
 
   const QString& Caption() const { return caption_; }
   void setCaption(const QString& caption);
+  QString ShownCaption() const;
 
   // Unset while the label is transparent.
   std::optional<QRgb> BackColor() const { return backColor_; }
@@ -50,7 +51,6 @@ class Label : public Control {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  QString ShownCaption() const;
   void FitCaption();
 
   QString caption_;

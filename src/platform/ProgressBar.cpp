@@ -15,6 +15,7 @@ ProgressBar::ProgressBar(Container* container, const QString& name)
     : Control(container, name), bar_(new QProgressBar(this)) {
   bar_->setTextVisible(false);
   bar_->setRange(0, kSteps);
+  bar_->setValue(0);
   FillWith(bar_);
 }
 

@@ -10,6 +10,7 @@ namespace kelvane {
 
 Shape::Shape(Container* container, const QString& name) : Control(container, name) {
   setAttribute(Qt::WA_TransparentForMouseEvents);
+  setRole(SpokenRole::kNothing);
 }
 
 void Shape::SetBorder(QRgb color, int width) {
@@ -43,6 +44,7 @@ void Shape::paintEvent(QPaintEvent* /*event*/) {
 
 Line::Line(Container* container, const QString& name) : Control(container, name) {
   setAttribute(Qt::WA_TransparentForMouseEvents);
+  setRole(SpokenRole::kNothing);
   setMinimumSize(1, 1);
 }
 

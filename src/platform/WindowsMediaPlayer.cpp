@@ -15,6 +15,7 @@ namespace kelvane {
 WindowsMediaPlayer::WindowsMediaPlayer(Container* container, const QString& name)
     : Control(container, name) {
   setAttribute(Qt::WA_OpaquePaintEvent);
+  setRole(SpokenRole::kPicture);
 }
 
 void WindowsMediaPlayer::setURL(const QString& url) {

@@ -182,10 +182,5 @@ TEST_F(ALabel, IsPaintedAnewWithItsNewCaption) {
   EXPECT_NE(Shown(), before);
 }
 
-TEST_F(ALabel, TellsItsCaptionToAReaderOfTheScreen) {
-  label.setCaption(QStringLiteral("Crop Video"));
-  EXPECT_EQ(label.accessibleName(), QStringLiteral("Crop Video"));
-}
-
 }  // namespace
 }  // namespace kelvane::testing

@@ -14,7 +14,8 @@ add_library(kelvane_test_support STATIC
   ${CMAKE_CURRENT_LIST_DIR}/Main.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Pictures.cpp
   ${CMAKE_CURRENT_LIST_DIR}/PlayerWatch.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/RecordingTools.cpp)
+  ${CMAKE_CURRENT_LIST_DIR}/RecordingTools.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/ScreenReader.cpp)
 target_include_directories(kelvane_test_support PUBLIC ${PROJECT_SOURCE_DIR}/tests)
 target_link_libraries(kelvane_test_support
   PUBLIC kelvane_test_videos kelvane_platform kelvane_shared GTest::gtest

@@ -1,0 +1,220 @@
+#include "platform/Accessibility.h"
+
+#include <QAccessibleWidget>
+#include <QApplication>
+#include <QMouseEvent>
+#include <QPointer>
+#include <algorithm>
+
+#include "platform/AccessibleTree.h"
+#include "platform/Container.h"
+#include "platform/Form.h"
+#include "platform/Label.h"
+#include "shared/TextHelpers.h"
+
+namespace kelvane {
+namespace {
+
+bool IsSlider(const Control& control) {
+  return control.Role() == SpokenRole::kBar || control.Role() == SpokenRole::kThumb;
+}
+
+QString CaptionOf(const Control& control) {
+  const auto* label = qobject_cast<const Label*>(&control);
+  return label == nullptr ? QString() : label->ShownCaption().trimmed();
+}
+
+QAccessible::Role RoleOf(const Control& control) {
+  switch (control.Role()) {
+    case SpokenRole::kText:
+      return QAccessible::StaticText;
+    case SpokenRole::kBox:
+      return QAccessible::Grouping;
+    case SpokenRole::kPicture:
+      return QAccessible::Graphic;
+    case SpokenRole::kCommand:
+      return QAccessible::Button;
+    case SpokenRole::kBar:
+    case SpokenRole::kThumb:
+      return QAccessible::Slider;
+    case SpokenRole::kList:
+      return QAccessible::List;
+    case SpokenRole::kListItem:
+      return QAccessible::ListItem;
+    case SpokenRole::kStock:
+    case SpokenRole::kNothing:
+      break;
+  }
+  return QAccessible::Client;
+}
+
+// What the user's hand does on the control: a press in its middle, a move with the button held, and
+// the release. The control's handlers are told, whatever they do with the control meanwhile.
+void Handle(Control& control, Qt::MouseButton button, QPoint way) {
+  const QPointer<Control> alive(&control);
+  const QPoint begin = control.mapToGlobal(control.rect().center());
+  const auto send = [&](QEvent::Type type, QPoint place, Qt::MouseButton cause,
+                        Qt::MouseButtons held) {
+    if (alive == nullptr) return;
+    QMouseEvent event(type, control.mapFromGlobal(place), place, cause, held, Qt::NoModifier);
+    QCoreApplication::sendEvent(&control, &event);
+  };
+  send(QEvent::MouseButtonPress, begin, button, button);
+  if (!way.isNull()) send(QEvent::MouseMove, begin + way, Qt::NoButton, button);
+  send(QEvent::MouseButtonRelease, begin + way, button, Qt::NoButton);
+}
+
+// From the message loop, as the user's own events come: the one who asks isn't kept waiting by what
+// follows, and a window behind a dialog gets none.
+void HandleLater(Control& control, Qt::MouseButton button, QPoint way = {}) {
+  QMetaObject::invokeMethod(
+      &control,
+      [&control, button, way] {
+        if (control.isVisible() && QApplication::activeModalWidget() == nullptr) {
+          Handle(control, button, way);
+        }
+      },
+      Qt::QueuedConnection);
+}
+
+// A form or a control as a node of the tree.
+class Node : public QAccessibleWidget {
+ public:
+  using QAccessibleWidget::QAccessibleWidget;
+
+  int childCount() const override { return static_cast<int>(Children().size()); }
+
+  QAccessibleInterface* child(int index) const override {
+    return QAccessible::queryAccessibleInterface(Children().value(index));
+  }
+
+  int indexOfChild(const QAccessibleInterface* child) const override {
+    const auto isChild = [child](const QWidget* each) { return each == child->object(); };
+    const QList<QWidget*> children = Children();
+    const auto found = std::ranges::find_if(children, isChild);
+    return found == children.end() ? -1 : static_cast<int>(found - children.begin());
+  }
+
+  QAccessibleInterface* childAt(int x, int y) const override {
+    for (QWidget* each : Children()) {
+      if (each->rect().contains(each->mapFromGlobal(QPoint(x, y)))) {
+        return QAccessible::queryAccessibleInterface(each);
+      }
+    }
+    return nullptr;
+  }
+
+ private:
+  QList<QWidget*> Children() const { return SpokenChildren(*widget()); }
+};
+
+class ControlNode : public Node, public QAccessibleValueInterface {
+ public:
+  explicit ControlNode(Control& control) : Node(&control), control_(control) {}
+
+  QAccessible::Role role() const override { return RoleOf(control_); }
+
+  QAccessibleInterface* parent() const override {
+    return QAccessible::queryAccessibleInterface(SpokenParent(control_));
+  }
+
+  QString text(QAccessible::Text kind) const override {
+    const bool isText = control_.Role() == SpokenRole::kText;
+    switch (kind) {
+      case QAccessible::Name:
+        if (control_.Role() == SpokenRole::kStock) return {};
+        return isText || control_.Meaning().isEmpty() ? CaptionOf(control_) : control_.Meaning();
+      case QAccessible::Description:
+        return isText ? control_.Meaning() : Node::text(kind);
+      case QAccessible::Value:
+        return IsSlider(control_) ? currentValue().toString() : QString();
+      default:
+        return Node::text(kind);
+    }
+  }
+
+  void* interface_cast(QAccessible::InterfaceType type) override {
+    if (type == QAccessible::ValueInterface && IsSlider(control_)) {
+      return static_cast<QAccessibleValueInterface*>(this);
+    }
+    if (type == QAccessible::ActionInterface && actionNames().isEmpty()) return nullptr;
+    return Node::interface_cast(type);
+  }
+
+  QStringList actionNames() const override {
+    switch (control_.Role()) {
+      case SpokenRole::kCommand:
+        return {pressAction()};
+      case SpokenRole::kListItem:
+        return {showMenuAction()};
+      default:
+        return {};
+    }
+  }
+
+  void doAction(const QString& action) override {
+    if (!actionNames().contains(action)) return;
+    HandleLater(control_, action == pressAction() ? Qt::LeftButton : Qt::RightButton);
+  }
+
+  QVariant currentValue() const override {
+    if (control_.Role() == SpokenRole::kBar) return static_cast<double>(Place());
+    const auto* readOut = control_.window()->findChild<Label*>(control_.ReadOut());
+    return readOut == nullptr ? QVariant() : LeadingNumber(readOut->Caption());
+  }
+
+  // A bar is dragged there. What a thumb's place comes to is its form's own business.
+  void setCurrentValue(const QVariant& value) override {
+    if (control_.Role() != SpokenRole::kBar) return;
+    const int way = qRound((value.toDouble() - static_cast<double>(Place())) /
+                           static_cast<double>(Box().UnitsPerPixel()));
+    HandleLater(control_, Qt::LeftButton, IsLevelWay() ? QPoint(way, 0) : QPoint(0, way));
+  }
+
+  QVariant minimumValue() const override {
+    return control_.Role() == SpokenRole::kBar ? QVariant(0.0) : QVariant();
+  }
+
+  QVariant maximumValue() const override {
+    if (control_.Role() != SpokenRole::kBar) return {};
+    return static_cast<double>(IsLevelWay() ? Box().ScaleWidth() : Box().ScaleHeight());
+  }
+
+  QVariant minimumStepSize() const override { return {}; }
+
+ private:
+  bool IsLevelWay() const { return control_.cursor().shape() == Qt::SizeHorCursor; }
+  float Place() const { return IsLevelWay() ? control_.Left() : control_.Top(); }
+  const Container& Box() const { return *qobject_cast<const Container*>(control_.parentWidget()); }
+
+  Control& control_;
+};
+
+QAccessibleInterface* NodeOf(const QString& /*className*/, QObject* object) {
+  if (auto* control = qobject_cast<Control*>(object)) return new ControlNode(*control);
+  auto* form = qobject_cast<Form*>(object);
+  if (form == nullptr) return nullptr;
+  return new Node(form,
+                  form->windowType() == Qt::Dialog ? QAccessible::Dialog : QAccessible::Window);
+}
+
+}  // namespace
+
+void ServeScreenReaders() { QAccessible::installFactory(NodeOf); }
+
+void AnnounceValue(Control& control) {
+  if (!IsSlider(control) || !QAccessible::isActive()) return;
+  const QAccessibleInterface* node = QAccessible::queryAccessibleInterface(&control);
+  QAccessibleValueChangeEvent event(&control, node->text(QAccessible::Value));
+  QAccessible::updateAccessibility(&event);
+}
+
+void AnnounceControls(Control& control, QAccessible::Event change) {
+  if (!QAccessible::isActive() || !control.window()->isVisible()) return;
+  for (QWidget* part : SpokenParts(control)) {
+    QAccessibleEvent event(part, change);
+    QAccessible::updateAccessibility(&event);
+  }
+}
+
+}  // namespace kelvane

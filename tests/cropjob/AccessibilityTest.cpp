@@ -1,0 +1,39 @@
+// The job's window as a screen reader finds it.
+#include "cropjob/JobWindowTest.h"
+#include "support/ScreenReader.h"
+
+namespace kelvane::testing {
+namespace {
+
+class JobWindowReading : public JobWindowTest {};
+
+TEST_F(JobWindowReading, TellsEverythingThatShowsAndNothingElse) {
+  LoadJob();
+  EXPECT_EQ(HeardIn(Job()), R"(
+Dialog "Saving Video"
+  StaticText "Saving As"
+  Button "Cancel"
+  StaticText "/tmp/out.mp4" (Saving As)
+  StaticText "Progress: 00.00 % Complete: Status: Getting Crop Regions"
+  ProgressBar "Progress of the crop" = 0
+)");
+}
+
+TEST_F(JobWindowReading, TellsHowFarTheJobHasCome) {
+  LoadJob();
+  Run(PrintBlocks({"time=00:00:02.00", "time=00:00:05.00"}));
+  EXPECT_NE(FindHeard(Job(), "ProgressBar \"Progress of the crop\" = 50000"), nullptr)
+      << HeardIn(Job());
+  EXPECT_NE(FindHeard(Job(), std::string("StaticText \"") + kSuccessful + '"'), nullptr);
+}
+
+TEST_F(JobWindowReading, ClosesTheWindowByThePressOfCancel) {
+  LoadJob();
+  FindHeard(Job(), "Button \"Cancel\"")
+      ->actionInterface()
+      ->doAction(QAccessibleActionInterface::pressAction());
+  EXPECT_TRUE(PumpUntil([this] { return !JobIsThere(); }));
+}
+
+}  // namespace
+}  // namespace kelvane::testing
