@@ -4,11 +4,12 @@
 
 #include "platform/Container.h"
 #include "platform/HandlerScope.h"
+#include "platform/PixelSized.h"
 
 namespace kelvane {
 
 CommandButton::CommandButton(Container* container, const QString& name)
-    : Control(container, name), button_(new QPushButton(this)) {
+    : Control(container, name), button_(new PixelSized<QPushButton>) {
   FillWith(button_);
   connect(button_, &QPushButton::clicked, this, [this] { Raise(this, Click, Index()); });
 }

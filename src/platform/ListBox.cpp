@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "platform/Container.h"
+#include "platform/PixelSized.h"
 
 namespace kelvane {
 namespace {
@@ -14,9 +15,11 @@ constexpr int kLineSpacing = 2;
 
 }  // namespace
 
-class ListBox::Lines : public QListWidget {
+class ListBox::Lines : public PixelSized<QListWidget> {
  public:
   Lines() {
+    setHorizontalScrollBar(new PixelSized<QScrollBar>(Qt::Horizontal));
+    setVerticalScrollBar(new PixelSized<QScrollBar>(Qt::Vertical));
     setItemDelegate(new Delegate(*this));
     setUniformItemSizes(true);
     setHorizontalScrollMode(ScrollPerPixel);

@@ -3,11 +3,13 @@
 #include <QHeaderView>
 #include <QMouseEvent>
 #include <QPainter>
+#include <QScrollBar>
 #include <QTreeWidget>
 
 #include "platform/Colours.h"
 #include "platform/Container.h"
 #include "platform/Fonts.h"
+#include "platform/PixelSized.h"
 
 namespace kelvane {
 namespace {
@@ -17,9 +19,9 @@ constexpr int kColumnWidth = 96;
 }  // namespace
 
 // Drawn by the toolkit while it is a row of buttons, and plainly in the table's colours when not.
-class ListView::Header : public QHeaderView {
+class ListView::Header : public PixelSized<QHeaderView> {
  public:
-  Header() : QHeaderView(Qt::Horizontal) {
+  Header() : PixelSized(Qt::Horizontal) {
     setSectionsMovable(false);
     setDefaultSectionSize(kColumnWidth);
     setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
@@ -53,9 +55,11 @@ class ListView::Header : public QHeaderView {
   }
 };
 
-class ListView::Table : public QTreeWidget {
+class ListView::Table : public PixelSized<QTreeWidget> {
  public:
   Table() {
+    setHorizontalScrollBar(new PixelSized<QScrollBar>(Qt::Horizontal));
+    setVerticalScrollBar(new PixelSized<QScrollBar>(Qt::Vertical));
     setHeader(new Header);
     header()->setSectionsClickable(true);
     setColumnCount(0);

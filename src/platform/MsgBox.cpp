@@ -22,6 +22,8 @@ MsgBoxResult MsgBox(const QString& text, int buttons, const QString& title) {
   } else {
     box.setStandardButtons(QMessageBox::Ok);
   }
+  // The first one, wherever the desktop puts it.
+  box.setDefaultButton(box.button(QMessageBox::Ok) != nullptr ? QMessageBox::Ok : QMessageBox::Yes);
   switch (box.exec()) {
     case QMessageBox::Yes:
       return MsgBoxResult::kYes;

@@ -4,6 +4,7 @@
 #include <QRadioButton>
 
 #include "platform/Container.h"
+#include "platform/PixelSized.h"
 
 namespace kelvane {
 namespace {
@@ -16,7 +17,7 @@ QButtonGroup& GroupOf(Container& container) {
 }  // namespace
 
 OptionButton::OptionButton(Container* container, const QString& name)
-    : Control(container, name), button_(new QRadioButton(this)) {
+    : Control(container, name), button_(new PixelSized<QRadioButton>) {
   GroupOf(*container).addButton(button_);
   // The button tracks the pointer, and leaves the control the moves of one that hasn't pressed it.
   FillWith(button_);

@@ -2,10 +2,12 @@
 
 #include <QScrollBar>
 
+#include "platform/PixelSized.h"
+
 namespace kelvane {
 
 ScrollBar::ScrollBar(Container* container, const QString& name, Qt::Orientation orientation)
-    : ThumbControl(container, name, new QScrollBar(orientation)) {
+    : ThumbControl(container, name, new PixelSized<QScrollBar>(orientation)) {
   SetThumbRange(0, 0);
 }
 

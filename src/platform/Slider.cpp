@@ -2,10 +2,12 @@
 
 #include <QSlider>
 
+#include "platform/PixelSized.h"
+
 namespace kelvane {
 
 Slider::Slider(Container* container, const QString& name)
-    : ThumbControl(container, name, new QSlider(Qt::Horizontal)) {}
+    : ThumbControl(container, name, new PixelSized<QSlider>(Qt::Horizontal)) {}
 
 int Slider::Value() const { return thumb().value(); }
 

@@ -7,6 +7,7 @@
 #include "platform/Colours.h"
 #include "platform/Container.h"
 #include "platform/HandlerScope.h"
+#include "platform/PixelSized.h"
 
 namespace kelvane {
 
@@ -42,7 +43,7 @@ void TextBox::ShowText() {
 }
 
 void TextBox::MakeLine() {
-  line_ = new QLineEdit(this);
+  line_ = new PixelSized<QLineEdit>;
   line_->setReadOnly(!editable_);
   line_->setFrame(false);
   const int margin = bordered_ ? Border::kWidth : 0;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QApplication>
 #include <QMessageBox>
 #include <QtTest/QTest>
 
@@ -67,6 +68,20 @@ TEST(AMessageBox, ThatIsClosedIsCancelledWhereItCanBe) {
     EXPECT_EQ(MsgBox(QStringLiteral("?"), kQuestion), MsgBoxResult::kCancel);
     EXPECT_EQ(MsgBox(QStringLiteral("!")), MsgBoxResult::kOK);
   }
+}
+
+TEST(AMessageBox, TakesReturnForItsFirstButtonInWhateverOrderTheDesktopHasThem) {
+  constexpr int kOrders = 4;
+  for (int order = 0; order < kOrders; ++order) {
+    SCOPED_TRACE(order);
+    qApp->setStyleSheet(QStringLiteral("QDialogButtonBox { button-layout: %1 }").arg(order));
+    const Answer accept = PressKey(Qt::Key_Return);
+    const DialogAnswers answers({accept, accept, accept});
+    EXPECT_EQ(MsgBox(QStringLiteral("?"), kYesNoCancel), MsgBoxResult::kYes);
+    EXPECT_EQ(MsgBox(QStringLiteral("?"), kOKCancel), MsgBoxResult::kOK);
+    EXPECT_EQ(MsgBox(QStringLiteral("!")), MsgBoxResult::kOK);
+  }
+  qApp->setStyleSheet({});
 }
 
 TEST(AMessageBox, ShowsItsTextAsItIs) {
