@@ -4,9 +4,12 @@
 
 #include <QByteArray>
 #include <QDesktopServices>
+#include <QEvent>
 #include <QFile>
+#include <QScreen>
 #include <QSettings>
 #include <QUrl>
+#include <QWidget>
 #include <clocale>
 #include <cstdlib>
 #include <utility>
@@ -63,17 +66,57 @@ void KeepStandardDescriptors() {
   }
 }
 
+// What the toolkit shall multiply by on each output for a pixel of its own to be one of the screen:
+// a Wayland compositor's scale comes in whatever the switch for dense screens says. Empty where no
+// output has a scale.
+QByteArray FactorsThatUndoScales() {
+  QByteArray factors;
+  bool scaled = false;
+  for (const QScreen* screen : QGuiApplication::screens()) {
+    scaled = scaled || screen->devicePixelRatio() != 1;
+    factors += screen->name().toUtf8() + '=' + QByteArray::number(1 / screen->devicePixelRatio());
+    factors += ';';
+  }
+  return scaled ? factors : QByteArray();
+}
+
+// Repaints windows as wholes. Where a unit of the compositor's is several pixels, the toolkit
+// rounds a part that is to be painted to whole units after it has been told what to paint in it,
+// and would leave a seam of blank pixels around the part.
+class WholeRepaints : public QObject {
+ public:
+  using QObject::QObject;
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::UpdateRequest && watched->isWidgetType()) {
+      auto* window = static_cast<QWidget*>(watched);
+      window->update();
+      // An opaque part isn't painted with what lies behind it.
+      for (QWidget* part : window->findChildren<QWidget*>()) {
+        if (part->window() == window) part->update();
+      }
+    }
+    return false;
+  }
+};
+
 std::unique_ptr<QApplication> MakeApplication(int& argumentCount, char** arguments) {
   StartEnvironment environment;
-  // A pixel is a pixel of the screen. An X server gives it; a compositor may have a scale of its
-  // own.
+  // A pixel is a pixel of the screen.
   environment.Override("QT_ENABLE_HIGHDPI_SCALING", "0");
   environment.Override("QT_SCALE_FACTOR", {});
   environment.Override("QT_SCREEN_SCALE_FACTORS", {});
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && !qEnvironmentVariableIsEmpty("DISPLAY")) {
     environment.Override("QT_QPA_PLATFORM", "xcb;wayland");
   }
-  return std::make_unique<QApplication>(argumentCount, arguments);
+  auto application = std::make_unique<QApplication>(argumentCount, arguments);
+  const QByteArray factors = FactorsThatUndoScales();
+  if (factors.isEmpty()) return application;
+  // The toolkit takes factors at its start alone.
+  application.reset();
+  environment.Override("QT_SCREEN_SCALE_FACTORS", factors);
+  application = std::make_unique<QApplication>(argumentCount, arguments);
+  application->installEventFilter(new WholeRepaints(application.get()));
+  return application;
 }
 
 }  // namespace

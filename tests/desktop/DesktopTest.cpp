@@ -41,9 +41,11 @@ DisplayEnvironment* environment = nullptr;
 
 Screen& TheScreen() { return environment->screen(); }
 
+QString TheDisplay() { return environment->displayName(); }
+
 DesktopTest::DesktopTest(const QString& programName)
     : screen(TheScreen()),
-      program(QStringLiteral(KELVANE_PROGRAM_FOLDER), environment->displayName(), programName),
+      program(QStringLiteral(KELVANE_PROGRAM_FOLDER), TheDisplay(), programName),
       window(screen),
       job(screen) {}
 
@@ -55,8 +57,10 @@ void DesktopTest::TearDown() {
   if (!HasFailure()) return;
   const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
   QDir().mkpath(QStringLiteral(KELVANE_FAILURES_FOLDER));
-  const QString file = QStringLiteral(KELVANE_FAILURES_FOLDER "/%1.%2.png")
-                           .arg(test->test_suite_name(), test->name());
+  // The names of a table's tests have the separator of paths in them.
+  const QString name = QStringLiteral("%1.%2").arg(test->test_suite_name(), test->name());
+  const QString file = QStringLiteral(KELVANE_FAILURES_FOLDER "/%1.png")
+                           .arg(QString(name).replace(QLatin1Char('/'), QLatin1Char('-')));
   screen.Picture().save(file);
   std::cerr << "The screen at the end: " << file.toStdString() << "\nThe program printed:\n"
             << printed.toStdString() << '\n';

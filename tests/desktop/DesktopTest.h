@@ -13,6 +13,8 @@ namespace kelvane::desktop {
 
 // The display that the tests of this process share.
 Screen& TheScreen();
+// Its name, as in ":7".
+QString TheDisplay();
 
 // A program of its own for each test, not yet started. At the end the program must be sound: what
 // is left of it is ended, and a sanitizer's report fails the test. A failed test leaves a picture.

@@ -68,6 +68,17 @@ bool MakePlainVideo(const QString& path, const QString& colour, double seconds) 
       seconds);
 }
 
+bool MakeChequers(const QString& path, QSize size, int seconds) {
+  const QString pictures =
+      QStringLiteral("nullsrc=size=%1x%2:rate=5:duration=%3,format=gray,geq=lum=255*mod(X+Y\\,2)")
+          .arg(size.width())
+          .arg(size.height())
+          .arg(seconds);
+  const QString tone = QStringLiteral("sine=frequency=440:duration=%1").arg(seconds);
+  return RunTool(QStringLiteral("ffmpeg"), {"-v", "error", "-f", "lavfi", "-i", pictures, "-f",
+                                            "lavfi", "-i", tone, "-c:v", "ffv1", path});
+}
+
 bool MakeColours(const QString& path, QSize size, const QList<QRgb>& colours) {
   QString pictures;
   QString joined;

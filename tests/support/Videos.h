@@ -19,6 +19,10 @@ bool MakeVideo(const QString& path, QSize size, int seconds);
 // made.
 bool MakePlainVideo(const QString& path, const QString& colour, double seconds);
 
+// Single pixels, black and white by turns both ways, black in the corner; still, and not rounded by
+// any encoding; with a tone. False if it can't be made.
+bool MakeChequers(const QString& path, QSize size, int seconds);
+
 // A video with a tone whose pictures are of one colour each, a second of every colour in turn, 25
 // pictures a second. False if it can't be made.
 bool MakeColours(const QString& path, QSize size, const QList<QRgb>& colours);

@@ -4,6 +4,7 @@
 #include <QPixmap>
 #include <QSet>
 #include <QToolTip>
+#include <cstdlib>
 
 #include "platform/Container.h"
 #include "platform/Label.h"
@@ -97,6 +98,31 @@ QRect Extent(const QImage& picture, const QRect& part, QRgb color) {
     }
   }
   return extent;
+}
+
+bool ShowsChequers(const QImage& picture) {
+  constexpr int kRounding = 8;
+  constexpr int kWhite = 255;
+  if (picture.isNull()) return false;
+  const int corner = qGray(picture.pixel(0, 0)) > kWhite / 2 ? 1 : 0;
+  for (int y = 0; y < picture.height(); ++y) {
+    for (int x = 0; x < picture.width(); ++x) {
+      const int expected = (x + y + corner) % 2 * kWhite;
+      if (std::abs(qGray(picture.pixel(x, y)) - expected) > kRounding) return false;
+    }
+  }
+  return true;
+}
+
+QRect Difference(const QImage& one, const QImage& other) {
+  if (one.size() != other.size()) return one.rect() | other.rect();
+  QRect difference;
+  for (int y = 0; y < one.height(); ++y) {
+    for (int x = 0; x < one.width(); ++x) {
+      if (one.pixel(x, y) != other.pixel(x, y)) difference |= QRect(x, y, 1, 1);
+    }
+  }
+  return difference;
 }
 
 int Colours(const QImage& picture) {

@@ -35,6 +35,14 @@ int CountOf(const QImage& picture, const QRect& part, QRgb color);
 // The smallest rectangle that holds all pixels of `part` with the colour.
 QRect Extent(const QImage& picture, const QRect& part, QRgb color);
 
+// True if every pixel is black or white, give or take what a conversion of colours rounds off, and
+// unlike its neighbours beside, above and below it.
+bool ShowsChequers(const QImage& picture);
+
+// The smallest rectangle that holds all pixels in which the two differ; all of both where they
+// aren't of one size.
+QRect Difference(const QImage& one, const QImage& other);
+
 // How many different colours the picture has.
 int Colours(const QImage& picture);
 

@@ -79,7 +79,9 @@ Program::Program(const QString& builtFolder, QString display, const QString& nam
   process_.setProcessChannelMode(QProcess::MergedChannels);
 }
 
-Program::~Program() {
+Program::~Program() { Kill(); }
+
+void Program::Kill() {
   if (const auto group = static_cast<pid_t>(process_.processId()); group > 0) {
     kill(-group, SIGKILL);
   }
@@ -220,7 +222,7 @@ int Program::AwaitExit(std::chrono::milliseconds patience) {
 }
 
 QString Program::Printed() {
-  printed_ += QString::fromUtf8(process_.readAll());
+  if (process_.isOpen()) printed_ += QString::fromUtf8(process_.readAll());
   return printed_;
 }
 

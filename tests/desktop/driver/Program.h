@@ -60,6 +60,8 @@ class Program {
   bool LiftLimit(int resource) const;
 
   void Start();
+  // Ends the program and every tool that it left behind, as the object's own end does.
+  void Kill();
   bool Running() const { return process_.state() == QProcess::Running; }
   qint64 Id() const { return process_.processId(); }
   // Waits for the program's own end; its exit code, -1 for a crash, -2 if it goes on running.

@@ -105,6 +105,13 @@ bool Screen::Active(WindowId window) const {
   return Numbers(Property(root_, "_NET_ACTIVE_WINDOW")).value(0) == window;
 }
 
+void Screen::SetResources(const QByteArray& resources) {
+  xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, root_, XCB_ATOM_RESOURCE_MANAGER,
+                      XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(resources.size()),
+                      resources.constData());
+  Settle();
+}
+
 void Screen::Minimise(WindowId window) { Ask(window, "WM_CHANGE_STATE", kIconic); }
 
 void Screen::Activate(WindowId window) { Ask(window, "_NET_ACTIVE_WINDOW", kFromPager); }

@@ -49,6 +49,10 @@ class Screen {
   bool Minimised(WindowId window) const;
   bool Active(WindowId window) const;
 
+  // What the programs that are started from now on find among the display's resources, a line as in
+  // "Xft.dpi:\t192"; nothing for no such line.
+  void SetResources(const QByteArray& resources);
+
   // What the manager's buttons and a task bar do. Each returns once it was asked for, not done.
   void Minimise(WindowId window);
   void Activate(WindowId window);

@@ -29,6 +29,15 @@ bool MainWindow::Await() {
   return WaitFor([this] { return Shows(NameOf(kLoadVideo), QStringLiteral("Load Video")); });
 }
 
+// Not by a caption: letters may be drawn otherwise there.
+bool MainWindow::AwaitFilling(WindowId window) {
+  window_ = window;
+  return WaitFor([this] {
+    return !Area().isEmpty() &&
+           desktop::AllOf(screen_.Picture(), Place(QStringLiteral("pbar")), kProgressBack);
+  });
+}
+
 QRect MainWindow::Area() const { return AreaUnderMenus(screen_, window_, kDark); }
 
 QRect MainWindow::Menus() const {
