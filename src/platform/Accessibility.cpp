@@ -5,6 +5,9 @@
 #include <QMouseEvent>
 #include <QPointer>
 #include <algorithm>
+#include <cmath>
+#include <functional>
+#include <utility>
 
 #include "platform/AccessibleTree.h"
 #include "platform/Container.h"
@@ -65,13 +68,16 @@ void Handle(Control& control, Qt::MouseButton button, QPoint way) {
 }
 
 // From the message loop, as the user's own events come: the one who asks isn't kept waiting by what
-// follows, and a window behind a dialog gets none.
-void HandleLater(Control& control, Qt::MouseButton button, QPoint way = {}) {
+// follows, and a window behind a dialog or a menu gets none. The way is worked out then.
+void HandleLater(
+    Control& control, Qt::MouseButton button,
+    std::function<QPoint()> way = [] { return QPoint(); }) {
   QMetaObject::invokeMethod(
       &control,
-      [&control, button, way] {
-        if (control.isVisible() && QApplication::activeModalWidget() == nullptr) {
-          Handle(control, button, way);
+      [&control, button, way = std::move(way)] {
+        if (control.isVisible() && QApplication::activeModalWidget() == nullptr &&
+            QApplication::activePopupWidget() == nullptr) {
+          Handle(control, button, way());
         }
       },
       Qt::QueuedConnection);
@@ -95,11 +101,14 @@ class Node : public QAccessibleWidget {
     return found == children.end() ? -1 : static_cast<int>(found - children.begin());
   }
 
+  // What lies in front there, or what that stands in.
   QAccessibleInterface* childAt(int x, int y) const override {
-    for (QWidget* each : Children()) {
-      if (each->rect().contains(each->mapFromGlobal(QPoint(x, y)))) {
-        return QAccessible::queryAccessibleInterface(each);
-      }
+    const QList<QWidget*> children = Children();
+    const QWidget* part = widget()->childAt(widget()->mapFromGlobal(QPoint(x, y)));
+    while (part != nullptr && part != widget()) {
+      const auto child = std::ranges::find(children, part);
+      if (child != children.end()) return QAccessible::queryAccessibleInterface(*child);
+      part = part->parentWidget();
     }
     return nullptr;
   }
@@ -166,9 +175,13 @@ class ControlNode : public Node, public QAccessibleValueInterface {
   // A bar is dragged there. What a thumb's place comes to is its form's own business.
   void setCurrentValue(const QVariant& value) override {
     if (control_.Role() != SpokenRole::kBar) return;
-    const int way = qRound((value.toDouble() - static_cast<double>(Place())) /
-                           static_cast<double>(Box().UnitsPerPixel()));
-    HandleLater(control_, Qt::LeftButton, IsLevelWay() ? QPoint(way, 0) : QPoint(0, way));
+    if (!std::isfinite(value.toDouble())) return;
+    const double goal = std::clamp(value.toDouble(), 0.0, Length());
+    HandleLater(control_, Qt::LeftButton, [this, goal] {
+      const int way = qRound((goal - static_cast<double>(Place())) /
+                             static_cast<double>(Box().UnitsPerPixel()));
+      return IsLevelWay() ? QPoint(way, 0) : QPoint(0, way);
+    });
   }
 
   QVariant minimumValue() const override {
@@ -176,8 +189,7 @@ class ControlNode : public Node, public QAccessibleValueInterface {
   }
 
   QVariant maximumValue() const override {
-    if (control_.Role() != SpokenRole::kBar) return {};
-    return static_cast<double>(IsLevelWay() ? Box().ScaleWidth() : Box().ScaleHeight());
+    return control_.Role() == SpokenRole::kBar ? QVariant(Length()) : QVariant();
   }
 
   QVariant minimumStepSize() const override { return {}; }
@@ -185,10 +197,19 @@ class ControlNode : public Node, public QAccessibleValueInterface {
  private:
   bool IsLevelWay() const { return control_.cursor().shape() == Qt::SizeHorCursor; }
   float Place() const { return IsLevelWay() ? control_.Left() : control_.Top(); }
+  double Length() const {
+    return static_cast<double>(IsLevelWay() ? Box().ScaleWidth() : Box().ScaleHeight());
+  }
   const Container& Box() const { return *qobject_cast<const Container*>(control_.parentWidget()); }
 
   Control& control_;
 };
+
+void AnnounceValue(Control& control) {
+  const QAccessibleInterface* node = QAccessible::queryAccessibleInterface(&control);
+  QAccessibleValueChangeEvent event(&control, node->text(QAccessible::Value));
+  QAccessible::updateAccessibility(&event);
+}
 
 QAccessibleInterface* NodeOf(const QString& /*className*/, QObject* object) {
   if (auto* control = qobject_cast<Control*>(object)) return new ControlNode(*control);
@@ -202,11 +223,17 @@ QAccessibleInterface* NodeOf(const QString& /*className*/, QObject* object) {
 
 void ServeScreenReaders() { QAccessible::installFactory(NodeOf); }
 
-void AnnounceValue(Control& control) {
-  if (!IsSlider(control) || !QAccessible::isActive()) return;
-  const QAccessibleInterface* node = QAccessible::queryAccessibleInterface(&control);
-  QAccessibleValueChangeEvent event(&control, node->text(QAccessible::Value));
+void AnnouncePlace(Control& control) {
+  if (QAccessible::isActive() && control.Role() == SpokenRole::kBar) AnnounceValue(control);
+}
+
+void AnnounceCaption(Label& label) {
+  if (!QAccessible::isActive()) return;
+  QAccessibleEvent event(&label, QAccessible::NameChanged);
   QAccessible::updateAccessibility(&event);
+  for (Control* control : label.window()->findChildren<Control*>()) {
+    if (control->ReadOut() == label.objectName()) AnnounceValue(*control);
+  }
 }
 
 void AnnounceControls(Control& control, QAccessible::Event change) {

@@ -12,6 +12,7 @@
 #include <QWidget>
 #include <clocale>
 #include <cstdlib>
+#include <ranges>
 #include <utility>
 #include <vector>
 
@@ -37,7 +38,7 @@ class StartEnvironment {
   StartEnvironment(const StartEnvironment&) = delete;
   StartEnvironment& operator=(const StartEnvironment&) = delete;
   ~StartEnvironment() {
-    for (const auto& [name, value] : former_) Set(name, value);
+    for (const auto& [name, value] : former_ | std::views::reverse) Set(name, value);
   }
 
   // A null value is none.
@@ -74,7 +75,9 @@ QByteArray FactorsThatUndoScales() {
   bool scaled = false;
   for (const QScreen* screen : QGuiApplication::screens()) {
     scaled = scaled || screen->devicePixelRatio() != 1;
-    factors += screen->name().toUtf8() + '=' + QByteArray::number(1 / screen->devicePixelRatio());
+    constexpr int kDigits = 17;  // as many as tell every factor from its neighbours
+    factors += screen->name().toUtf8() + '=' +
+               QByteArray::number(1 / screen->devicePixelRatio(), 'g', kDigits);
     factors += ';';
   }
   return scaled ? factors : QByteArray();

@@ -106,12 +106,6 @@ void Control::setMeaning(const QString& meaning) {
   if (stockWidget_ != nullptr) stockWidget_->setAccessibleName(meaning);
 }
 
-void Control::Announce(QAccessible::Event change) {
-  if (!QAccessible::isActive()) return;
-  QAccessibleEvent event(this, change);
-  QAccessible::updateAccessibility(&event);
-}
-
 void Control::TakeAfter(const Control& model) {
   role_ = model.role_;
   left_ = model.left_;
@@ -134,7 +128,7 @@ void Control::Place() {
   setGeometry(
       QRect(container_->ContentOrigin() + corner,
             QSize(WholePixels(width_ / unitsPerPixel), WholePixels(height_ / unitsPerPixel))));
-  if (pos() != before.topLeft()) AnnounceValue(*this);
+  if (pos() != before.topLeft()) AnnouncePlace(*this);
   if (size() != before.size()) SizeChanged();
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QAccessible>
 #include <QWidget>
 #include <functional>
 
@@ -119,8 +118,6 @@ class Control : public QWidget {
   // Makes a stock widget of the toolkit the whole inside of this control. The mouse is that
   // widget's; the control gets what it leaves. Neither it nor a part of it has a context menu.
   void FillWith(QWidget* stockWidget);
-  // Tells a screen reader, if there is one.
-  void Announce(QAccessible::Event change);
 
   bool event(QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;

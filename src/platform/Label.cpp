@@ -4,6 +4,7 @@
 #include <QPainter>
 #include <cmath>
 
+#include "platform/Accessibility.h"
 #include "platform/Colours.h"
 #include "platform/Container.h"
 #include "platform/Fonts.h"
@@ -32,7 +33,7 @@ Label& Label::Duplicate(const QString& name) const {
 void Label::setCaption(const QString& caption) {
   if (caption == caption_) return;
   caption_ = caption;
-  Announce(QAccessible::NameChanged);
+  AnnounceCaption(*this);
   if (sizesItself_) FitCaption();
   update();
   Raise(this, Change, Index());

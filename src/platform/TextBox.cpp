@@ -38,6 +38,7 @@ void TextBox::showEvent(QShowEvent* event) {
 }
 
 void TextBox::ShowText() {
+  const QSignalBlocker silent(line_);
   line_->setText(text_);
   line_->setCursorPosition(0);
 }
@@ -55,7 +56,9 @@ void TextBox::MakeLine() {
   line_->setPalette(colours);
   FillWith(line_);
   line_->show();
-  connect(line_, &QLineEdit::textEdited, this, [this](const QString& text) {
+  connect(line_, &QLineEdit::textChanged, this, [this](const QString& text) {
+    // A screen reader writes where the keyboard can't.
+    if (!editable_) return ShowText();
     text_ = text;
     Raise(this, Change, Index());
   });

@@ -4,6 +4,8 @@
 #include <gtest/gtest.h>
 
 #include <QDialog>
+#include <cmath>
+#include <limits>
 
 #include "platform/Label.h"
 #include "platform/PictureBox.h"
@@ -176,6 +178,22 @@ TEST(ReadingAWindow, FindsTheControlUnderAPlaceOfTheScreen) {
   EXPECT_EQ(window.childAt(place.x() - 10, place.y()), nullptr);
 }
 
+TEST(ReadingAWindow, FindsWhatLiesInFront) {
+  TestForm form(Controls{{.name = "Back",
+                          .controlClass = kPictureBox,
+                          .place = {150, 150, 1500, 1500},
+                          .meaning = "Back"},
+                         {.name = "Front",
+                          .controlClass = kPictureBox,
+                          .place = {300, 300, 150, 150},
+                          .meaning = "Front"}});
+  form.Find<Control>("Front").raise();
+  form.Open();
+  const QPoint place = form.Find<Control>("Front").mapToGlobal(QPoint(3, 3));
+  EXPECT_EQ(NodeOf(form).childAt(place.x(), place.y()), &NodeOf(form.Find<Control>("Front")));
+  EXPECT_EQ(NodeOf(form).childAt(place.x() - 8, place.y()), &NodeOf(form.Find<Control>("Back")));
+}
+
 // A control that takes part in the tree by its role, in a form that is open.
 class Acting : public ::testing::Test {
  protected:
@@ -341,6 +359,32 @@ TEST_F(Acting, ABarThatIsGivenAValueIsDraggedThere) {
             (Events{"Down -1: button 1 shift 0 at 4,49", "Move -1: button 1 shift 0 at 34,49",
                     "Up -1: button 1 shift 0 at 34,49", "Down -1: button 1 shift 0 at 49,4",
                     "Move -1: button 1 shift 0 at 49,-16", "Up -1: button 1 shift 0 at 49,-16"}));
+}
+
+TEST_F(Acting, ABarThatIsGivenTwoValuesEndsAtTheLast) {
+  auto& bar = form.Find<Control>("LeftBar");
+  float pressed = 0;
+  bar.MouseDown = [&](const MouseEvent& event) { pressed = event.X; };
+  bar.MouseMove = [&](const MouseEvent& event) { bar.setLeft(bar.Left() + event.X - pressed); };
+  for (const double value : {50.0, 70.0}) Node("LeftBar").valueInterface()->setCurrentValue(value);
+  PumpOnce();
+  EXPECT_EQ(bar.Left(), 70);
+}
+
+TEST_F(Acting, ABarStaysBetweenTheEdgesOfItsBoxAndTakesNothingThatIsNoNumber) {
+  auto& bar = form.Find<Control>("LeftBar");
+  float pressed = 0;
+  bar.MouseDown = [&](const MouseEvent& event) { pressed = event.X; };
+  bar.MouseMove = [&](const MouseEvent& event) { bar.setLeft(bar.Left() + event.X - pressed); };
+  const auto after = [&](double value) {
+    Node("LeftBar").valueInterface()->setCurrentValue(value);
+    PumpOnce();
+    return bar.Left();
+  };
+  EXPECT_EQ(after(1e300), 300);
+  EXPECT_EQ(after(-1e300), 0);
+  EXPECT_EQ(after(std::nan("")), 0);
+  EXPECT_EQ(after(std::numeric_limits<double>::infinity()), 0);
 }
 
 TEST_F(Acting, AThumbsValueIsWhatItsReadOutSays) {

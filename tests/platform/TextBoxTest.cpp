@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QClipboard>
 #include <QElapsedTimer>
@@ -118,6 +119,35 @@ TEST_F(ATextBox, CannotBeEdited) {
   EXPECT_EQ(line->text(), QStringLiteral("video.mp4"));
   EXPECT_EQ(shown.Text(), QStringLiteral("video.mp4"));
   EXPECT_EQ(events, Events{});
+}
+
+QAccessibleEditableTextInterface& EditorOf(const TextBox& box) {
+  return *QAccessible::queryAccessibleInterface(box.findChild<QLineEdit*>())
+              ->editableTextInterface();
+}
+
+TEST_F(ATextBox, CannotBeEditedByAScreenReaderEither) {
+  shown.setText(QStringLiteral("video.mp4"));
+  events.clear();
+  EditorOf(shown).replaceText(0, 5, QStringLiteral("another"));
+  EXPECT_EQ(Line(shown)->text(), QStringLiteral("video.mp4"));
+  EXPECT_EQ(shown.Text(), QStringLiteral("video.mp4"));
+  EXPECT_EQ(events, Events{});
+}
+
+TEST(AnEditableTextBox, TakesWhatAScreenReaderWrites) {
+  TestForm form({{.name = "Text5",
+                  .controlClass = ControlClass::kTextBox,
+                  .place = {150, 150, 1500, 315},
+                  .caption = "a clip",
+                  .editable = true}});
+  form.Open();
+  auto& box = form.Find<TextBox>("Text5");
+  Events events;
+  box.Change = [&](int) { events.push_back(box.Text().toStdString()); };
+  EditorOf(box).replaceText(2, 6, QStringLiteral("video"));
+  EXPECT_EQ(box.Text(), QStringLiteral("a video"));
+  EXPECT_EQ(events, Events{"a video"});
 }
 
 TEST(AnEditableTextBox, TakesWhatTheUserTypesAndRaisesChangeForEachLetter) {

@@ -143,10 +143,11 @@ PlaybackCore::~PlaybackCore() {
 
 void PlaybackCore::Start(const QString& path) {
   if (!Usable()) return;
+  const bool hasRoom = HasRoomForThreads();
+  if (hasRoom && !Command({"loadfile", ToNarrow(path).c_str(), "replace"}, kStartAnswer)) return;
   position_ = 0;
   duration_ = 0;
-  if (!HasRoomForThreads()) return Stop();
-  if (!Command({"loadfile", ToNarrow(path).c_str(), "replace"}, kStartAnswer)) return;
+  if (!hasRoom) return Stop();
   active_ = true;
   ++unansweredStarts_;
   setPaused(false);
