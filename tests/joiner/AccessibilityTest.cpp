@@ -19,7 +19,7 @@ Window "Video Joiner"
     MenuItem "ContextMenu"
   Grouping "Time chart"
     List "Video sections on the time chart"
-    ScrollBar "Scroll the time chart up and down" = 0
+    ScrollBar "Upright bar of the time chart" = 0
     ScrollBar "Scroll the time chart sideways" = 0
   Tree "Video sections"
     ColumnHeader "Index"
@@ -57,7 +57,7 @@ Window "Video Joiner"
     List "Video sections on the time chart"
       ListItem "Video Index: 01 Title: first.mp4"
       ListItem "Deleted Section"
-    ScrollBar "Scroll the time chart up and down" = 0
+    ScrollBar "Upright bar of the time chart" = 0
     ScrollBar "Scroll the time chart sideways" = 0
   Tree "Video sections"
     ColumnHeader "Index"
