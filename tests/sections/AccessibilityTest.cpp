@@ -28,8 +28,8 @@ Window "Advanced 2-Pass Video Stabilization"
   StaticText "Sample of video duration run time"
   StaticText "00:00:00" (Sample of video duration run time)
   StaticText "Extract short section of Video to test Stabilization Settings"
-  Button "View Selected Region"
-  Button "Extract Selected Region"
+  StaticText "View Selected Region"
+  StaticText "Extract Selected Region"
   StaticText "Extracting Video Section Progress:"
   StaticText "00.00%" (Extracting Video Section)
   ProgressBar "Extracting Video Section" = 0
@@ -63,16 +63,16 @@ Window "Advanced 2-Pass Video Stabilization"
   StaticText "06" (UnSharp LY)
   Graphic "Video"
   StaticText "Select Video that needs to be Stabilized"
-  Button "Load Video"
+  StaticText "Load Video"
   EditableText "Video that needs to be Stabilized": ""
   StaticText "De-Shake & Stabilize Options"
-  Button "Test Settings"
-  Button "Apply De-Shake & Stabilize Settings"
-  Button "Reset All Settings"
-  Button "Play"
-  Button "Pause"
-  Button "Stop"
-  Button "Rewind"
+  StaticText "Test Settings"
+  StaticText "Apply De-Shake & Stabilize Settings"
+  StaticText "Reset All Settings"
+  StaticText "Play"
+  StaticText "Pause"
+  StaticText "Stop"
+  StaticText "Rewind"
   StaticText "Mapping Vectors"
   StaticText "Progress 00.00%" (Mapping Vectors)
   StaticText "Pass 1 of 2"
@@ -82,6 +82,13 @@ Window "Advanced 2-Pass Video Stabilization"
   StaticText "Pass 2 of 2"
   ProgressBar "Applying Corrections" = 0
 )tree");
+}
+
+TEST_F(SectionWindowReading, OffersNoPressOfACaptionThatDoesNothing) {
+  for (const char* name : {"Label14(0)", "Label14(1)", "Label10(0)", "Label10(1)", "Label10(2)",
+                           "Label10(3)", "Label12(0)", "Label12(2)", "Label12(3)", "Label12(4)"}) {
+    EXPECT_EQ(NodeOf(Get<Label>(name)).actionInterface(), nullptr) << name;
+  }
 }
 
 // At the start thumb and read-out don't agree.
