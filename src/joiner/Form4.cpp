@@ -1,6 +1,5 @@
 #include "joiner/Form4.h"
 
-#include <limits>
 #include <utility>
 
 #include "joiner/Form4_Design.h"
@@ -9,9 +8,6 @@
 namespace kelvane {
 
 Form4::Form4(QIcon icon) : Form(kForm4, kForm4Controls, kForm4Menus), icon_(std::move(icon)) {
-  constexpr std::int16_t kFarthest = std::numeric_limits<std::int16_t>::max();
-  HScroll1.setMax(kFarthest);
-  VScroll1.setMax(kFarthest);
   Picture5.setForeColor(kLight);
   WireEvents();
 }

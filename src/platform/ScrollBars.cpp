@@ -1,6 +1,7 @@
 #include "platform/ScrollBars.h"
 
 #include <QScrollBar>
+#include <limits>
 
 #include "platform/PixelSized.h"
 
@@ -8,7 +9,7 @@ namespace kelvane {
 
 ScrollBar::ScrollBar(Container* container, const QString& name, Qt::Orientation orientation)
     : ThumbControl(container, name, new PixelSized<QScrollBar>(orientation)) {
-  SetThumbRange(0, 0);
+  SetThumbRange(0, std::numeric_limits<std::int16_t>::max());
 }
 
 std::int16_t ScrollBar::Value() const { return static_cast<std::int16_t>(thumb().value()); }

@@ -6,7 +6,8 @@
 
 namespace kelvane {
 
-// What the two scroll bars share: a range from Min, 0 at first, to Max, in signed 16-bit integers.
+// What the two scroll bars share: a range in signed 16-bit integers from Min, 0 at first, to Max,
+// 32767 at first.
 class ScrollBar : public ThumbControl {
   Q_OBJECT
  public:

@@ -1,5 +1,7 @@
 #include "workspace/Form1.h"
 
+#include <initializer_list>
+
 #include "platform/App.h"
 #include "platform/Menu.h"
 #include "workspace/Form1_Design.h"
@@ -15,8 +17,10 @@ constexpr int kMostBalance = 100;
 
 Form1::Form1() : Form(kForm1, kForm1Controls, kForm1Menus) {
   setWindowIcon(App::Icon());
-  HScroll1.setLargeChange(kPageStep);
-  VScroll1.setLargeChange(kPageStep);
+  for (ScrollBar* bar : std::initializer_list<ScrollBar*>{&HScroll1, &VScroll1}) {
+    bar->setMax(0);
+    bar->setLargeChange(kPageStep);
+  }
   Slider2.SetRange(0, kMostVolume);
   Slider3.SetRange(-kMostBalance, kMostBalance);
   Timer3.setEnabled(true);

@@ -62,8 +62,16 @@ INSTANTIATE_TEST_SUITE_P(Platform, AScrollBar, ::testing::Values("HScroll1", "VS
 
 TEST_P(AScrollBar, LiesAsItsNameSays) { EXPECT_EQ(Level(), GetParam()[0] == 'H'); }
 
-TEST_P(AScrollBar, CannotBeMovedByDesign) {
+TEST_P(AScrollBar, GoesAsFarAsSixteenBitsGoByDesign) {
   EXPECT_EQ(bar.Value(), 0);
+  EXPECT_EQ(bar.Max(), 32767);
+  bar.setValue(32767);
+  EXPECT_EQ(bar.Value(), 32767);
+  EXPECT_EQ(events, Events{"Change 32767"});
+}
+
+TEST_P(AScrollBar, CannotBeMovedWithAMaxOfNought) {
+  bar.setMax(0);
   EXPECT_EQ(bar.Max(), 0);
   bar.setValue(1);
   EXPECT_EQ(bar.Value(), 0);
@@ -104,7 +112,8 @@ TEST_P(AScrollBar, RefusesANegativeMax) {
   EXPECT_EQ(events, Events{});
 }
 
-TEST_P(AScrollBar, GoesAsFarAsSixteenBitsGo) {
+TEST_P(AScrollBar, GoesAsFarAsSixteenBitsGoAfterASmallerMax) {
+  bar.setMax(128);
   bar.setMax(32767);
   bar.setValue(32767);
   EXPECT_EQ(bar.Max(), 32767);

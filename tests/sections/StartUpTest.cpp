@@ -36,10 +36,10 @@ TEST(StartUpWithAnIcon, TheProgramsOwnIsTakenWhereNoneIsGiven) {
 
 TEST_F(StartUp, TheOutlineOfTheTracksIsHidden) { EXPECT_FALSE(Get<Shape>("Shape1").Visible()); }
 
-TEST_F(StartUp, TheScrollBarPagesBy50AndHasNoRangeYet) {
+TEST_F(StartUp, TheScrollBarPagesBy50AndHasTheLargestRange) {
   auto& bar = Get<HScrollBar>("HScroll1");
   EXPECT_EQ(bar.findChild<QScrollBar*>()->pageStep(), 50);
-  EXPECT_EQ(bar.Max(), 0);
+  EXPECT_EQ(bar.Max(), 32767);
 }
 
 TEST_F(StartUp, ThePlayerHasNoFile) {
