@@ -67,17 +67,25 @@ void Handle(Control& control, Qt::MouseButton button, QPoint way) {
   send(QEvent::MouseButtonRelease, begin + way, button, Qt::NoButton);
 }
 
+// Whether its boxes and its window leave anything of it. What lies in front of it doesn't count:
+// one who can't see it has no way to move that aside.
+bool IsInSight(const Control& control) {
+  QRect part = control.rect();
+  for (const QWidget* each = &control; !each->isWindow(); each = each->parentWidget()) {
+    part = part.translated(each->pos()) & each->parentWidget()->rect();
+  }
+  return !part.isEmpty();
+}
+
 // From the message loop, as the user's own events come: the one who asks isn't kept waiting by what
-// follows, and a window behind a dialog or a menu gets none. The way is worked out then.
-void HandleLater(
-    Control& control, Qt::MouseButton button,
-    std::function<QPoint()> way = [] { return QPoint(); }) {
+// follows, and a window behind a dialog or a menu gets none.
+void DoLater(Control& control, std::function<void()> deed) {
   QMetaObject::invokeMethod(
       &control,
-      [&control, button, way = std::move(way)] {
+      [&control, deed = std::move(deed)] {
         if (control.isVisible() && QApplication::activeModalWidget() == nullptr &&
             QApplication::activePopupWidget() == nullptr) {
-          Handle(control, button, way());
+          deed();
         }
       },
       Qt::QueuedConnection);
@@ -163,7 +171,10 @@ class ControlNode : public Node, public QAccessibleValueInterface {
 
   void doAction(const QString& action) override {
     if (!actionNames().contains(action)) return;
-    HandleLater(control_, action == pressAction() ? Qt::LeftButton : Qt::RightButton);
+    const Qt::MouseButton button = action == pressAction() ? Qt::LeftButton : Qt::RightButton;
+    DoLater(control_, [&control = control_, button] {
+      if (IsInSight(control)) Handle(control, button, {});
+    });
   }
 
   QVariant currentValue() const override {
@@ -172,15 +183,16 @@ class ControlNode : public Node, public QAccessibleValueInterface {
     return readOut == nullptr ? QVariant() : LeadingNumber(readOut->Caption());
   }
 
-  // A bar is dragged there. What a thumb's place comes to is its form's own business.
+  // A bar is dragged there from where it then is, in sight or not. What a thumb's place comes to is
+  // its form's own business.
   void setCurrentValue(const QVariant& value) override {
     if (control_.Role() != SpokenRole::kBar) return;
     if (!std::isfinite(value.toDouble())) return;
     const double goal = std::clamp(value.toDouble(), 0.0, Length());
-    HandleLater(control_, Qt::LeftButton, [this, goal] {
+    DoLater(control_, [this, goal] {
       const int way = qRound((goal - static_cast<double>(Place())) /
                              static_cast<double>(Box().UnitsPerPixel()));
-      return IsLevelWay() ? QPoint(way, 0) : QPoint(0, way);
+      Handle(control_, Qt::LeftButton, IsLevelWay() ? QPoint(way, 0) : QPoint(0, way));
     });
   }
 

@@ -305,6 +305,44 @@ TEST_F(Acting, APressOfWhatIsntThereOnTheScreenDoesNothing) {
   EXPECT_EQ(events, Events{});
 }
 
+TEST_F(Acting, APressOfAControlOfNoWidthDoesNothing) {
+  Do("Command(3)", QAccessibleActionInterface::pressAction());
+  form.Find<Label>("Command(3)").setWidth(0);
+  PumpOnce();
+  EXPECT_EQ(events, Events{});
+}
+
+TEST_F(Acting, AnActionOnWhatItsBoxCutsOffDoesNothing) {
+  auto& strip = form.Find<PictureBox>("Strip(2)");
+  for (const float left : {100.0F, -40.0F}) {
+    strip.setLeft(left);
+    Do("Strip(2)", QAccessibleActionInterface::showMenuAction());
+    PumpOnce();
+    EXPECT_EQ(events, Events{}) << left;
+  }
+  strip.setLeft(99);
+  Do("Strip(2)", QAccessibleActionInterface::showMenuAction());
+  PumpOnce();
+  EXPECT_EQ(events.size(), 2U) << "a pixel of it is to be seen";
+}
+
+TEST_F(Acting, AnActionInABoxThatTheWindowCutsOffDoesNothing) {
+  form.Find<PictureBox>("Strips").setLeft(300);
+  Do("Strip(2)", QAccessibleActionInterface::showMenuAction());
+  PumpOnce();
+  EXPECT_EQ(events, Events{});
+}
+
+TEST_F(Acting, APressOfWhatLiesBehindAnotherControlIsDoneAllTheSame) {
+  auto& front = form.Find<PictureBox>("Strips");
+  front.setAttribute(Qt::WA_OpaquePaintEvent);
+  front.setLeft(10);
+  front.setTop(10);
+  Do("Command(3)", QAccessibleActionInterface::pressAction());
+  PumpOnce();
+  EXPECT_EQ(events, (Events{"Down 3: button 1 shift 0 at 49,9", "Up 3: button 1 shift 0 at 49,9"}));
+}
+
 TEST_F(Acting, APressBehindADialogDoesNothing) {
   QDialog dialog(&form);
   dialog.setModal(true);
@@ -369,6 +407,17 @@ TEST_F(Acting, ABarThatIsGivenTwoValuesEndsAtTheLast) {
   for (const double value : {50.0, 70.0}) Node("LeftBar").valueInterface()->setCurrentValue(value);
   PumpOnce();
   EXPECT_EQ(bar.Left(), 70);
+}
+
+TEST_F(Acting, ABarThatIsScrolledOutOfSightTakesItsValueAsWell) {
+  auto& bar = form.Find<Control>("LeftBar");
+  bar.setLeft(400);
+  float pressed = 0;
+  bar.MouseDown = [&](const MouseEvent& event) { pressed = event.X; };
+  bar.MouseMove = [&](const MouseEvent& event) { bar.setLeft(bar.Left() + event.X - pressed); };
+  Node("LeftBar").valueInterface()->setCurrentValue(50);
+  PumpOnce();
+  EXPECT_EQ(bar.Left(), 50);
 }
 
 TEST_F(Acting, ABarStaysBetweenTheEdgesOfItsBoxAndTakesNothingThatIsNoNumber) {
