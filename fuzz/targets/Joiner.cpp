@@ -1,4 +1,7 @@
-// The joiner hears what its tools print, and makes a section of every block that tells a duration.
+// The joiner hears what its tools print, and makes a section of every block that tells a duration,
+// until it transcodes: from then on it hears nothing.
+#include <QApplication>
+#include <QTimer>
 #include <memory>
 
 #include "Input.h"
@@ -10,10 +13,12 @@
 namespace kelvane::fuzz {
 namespace {
 
-// The joiner's sections never go away. One that has taken in so many is replaced.
+// The joiner's sections never go away. One that has taken in so many is replaced, and so is one
+// that has transcoded.
 constexpr int kMostSections = 600;
 
-enum Step : std::uint8_t { StepCount };  // nothing happens between two blocks
+// What may happen between two blocks.
+enum Step : std::uint8_t { TranscodingBegins, StepCount };
 
 QString Text(std::string_view bytes) {
   return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
@@ -31,6 +36,7 @@ class Joiner {
   Joiner() { form_.Load(); }
 
   bool Full() const { return sections_ >= kMostSections; }
+  bool Transcoding() const { return transcoding_; }
 
   // Whatever an input before has left: the section before the next one's has no length.
   void ForgetLength() {
@@ -39,14 +45,23 @@ class Joiner {
 
   void Hear(std::string_view block) {
     form_.objDOS_ReceiveOutputs(std::string(block));
-    const QString text = Text(block);
-    AgreeOn("scratch box", Get<TextBox>("Text1").Text(), text);
-    const std::string bytes = text.toStdString();
-    if (const std::size_t word = Position(bytes, "duration:")) {
-      duration_ = Text(TrimBlanks(Middle(Middle(bytes, word, 18), 10, 9)));
-      TakeSection();
-    }
+    if (!transcoding_) Take(Text(block));
+    AgreeOn("scratch box", Get<TextBox>("Text1").Text(), scratch_);
+    Agree(!HasStrip(sections_ + 2), "a strip too many");
     CheckTotals();
+  }
+
+  // The join of an empty list runs no tool. Its message is closed once it is up.
+  void BeginTranscoding() {
+    Get<OptionButton>("Option1", TranscodeAllSections).Choose();
+    QTimer::singleShot(0, [] {
+      if (QWidget* message = QApplication::activeModalWidget()) message->close();
+    });
+    Get<Label>("Label1", JoinAllSections)
+        .MouseUp({.Index = JoinAllSections, .Button = kLeftButton, .Shift = 0, .X = 0, .Y = 0});
+    AgreeOn("process", Get<Label>("Label3", ProcessLine).Caption(),
+            QStringLiteral("Process: Video Created."));
+    transcoding_ = true;
   }
 
  private:
@@ -57,6 +72,19 @@ class Joiner {
   template <class Kind>
   Kind& Get(const char* array, int index) const {
     return form_.Find<Kind>(QStringLiteral("%1(%2)").arg(QLatin1String(array)).arg(index));
+  }
+
+  bool HasStrip(int index) const {
+    return form_.findChild<PictureBox*>(QStringLiteral("Picture2(%1)").arg(index)) != nullptr;
+  }
+
+  void Take(const QString& text) {
+    scratch_ = text;
+    const std::string bytes = text.toStdString();
+    if (const std::size_t word = Position(bytes, "duration:")) {
+      duration_ = Text(TrimBlanks(Middle(Middle(bytes, word, 18), 10, 9)));
+      TakeSection();
+    }
   }
 
   void TakeSection() {
@@ -89,8 +117,6 @@ class Joiner {
         "details", Get<Label>("Label2", index).Caption(),
         QStringLiteral("   Video Index: %1 Title:    ").arg(sections_, 2, 10, QLatin1Char('0')));
     Agree(form_.findChild<Line*>(QStringLiteral("Line1(%1)").arg(index)) != nullptr, "no rule");
-    Agree(form_.findChild<PictureBox*>(QStringLiteral("Picture2(%1)").arg(index + 1)) == nullptr,
-          "a strip too many");
   }
 
   void CheckTotals() const {
@@ -103,22 +129,29 @@ class Joiner {
 
   Form4 form_;
   QString duration_ = VideoDuration;
+  QString scratch_;
   std::int64_t total_ = 0;
   std::int64_t left_ = 1;
   int pixels_ = 0;
   int sections_ = 0;
+  bool transcoding_ = false;
 };
 
 void Run(std::string_view bytes) {
   static std::unique_ptr<Joiner> joiner;
-  if (!joiner || joiner->Full()) {
+  if (!joiner || joiner->Full() || joiner->Transcoding()) {
     joiner.reset();
     VideoDuration.clear();
     joiner = std::make_unique<Joiner>();
   }
   joiner->ForgetLength();
   for (Input input(bytes); !input.AtEnd() && !joiner->Full();) {
-    joiner->Hear(Next(input, StepCount).block);
+    const auto [step, block] = Next(input, StepCount);
+    if (step == TranscodingBegins) {
+      joiner->BeginTranscoding();
+    } else {
+      joiner->Hear(block);
+    }
   }
   joiner->Hear({});
 }
