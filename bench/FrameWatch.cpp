@@ -6,6 +6,7 @@
 #include <chrono>
 #include <ctime>
 
+#include "SentPictures.h"
 #include "platform/Form.h"
 #include "platform/PictureBox.h"
 #include "platform/WindowsMediaPlayer.h"
@@ -49,11 +50,24 @@ void FrameWatch::Watch(const Form* form, const WindowsMediaPlayer* player, const
   player_ = player;
   bar_ = bar;
   Begin();
+  if (player == nullptr) {
+    LookAtSentPictures({});
+  } else {
+    LookAtSentPictures([this](const QImage& picture) { TakeNumber(picture, {}); });
+  }
+}
+
+std::set<int> FrameWatch::Frames() const {
+  const std::lock_guard lock(mutex_);
+  return frames_;
 }
 
 void FrameWatch::Begin() {
   busy_ = {};
-  frames_.clear();
+  {
+    const std::lock_guard lock(mutex_);
+    frames_.clear();
+  }
   unpaintedMove_ = 0;
 }
 
@@ -81,36 +95,38 @@ bool FrameWatch::notify(QObject* receiver, QEvent* event) {
   if (bar_ == nullptr) return handled;
   if (type == QEvent::MouseMove && receiver == bar_) movesBar_ = true;
   if (type == QEvent::UpdateRequest) repaints_ = true;
-  if (type == QEvent::Paint && receiver == player_) {
-    if (const auto number = PaintedNumber()) {
-      if (frames_.insert(*number).second) paintsFrame_ = true;
-    }
-  }
+  if (type == QEvent::MetaCall && receiver->parent() == player_) servesPlayer_ = true;
+  if (type == QEvent::Paint && receiver == player_ && TakePaintedNumber()) servesPlayer_ = true;
   if (depth_ == 0) EndHandling(Now() - begin, OnProcessor() - beginOnProcessor);
   return handled;
 }
 
 // Read where the window is put together, as it goes to the screen.
-std::optional<int> FrameWatch::PaintedNumber() const {
+bool FrameWatch::TakePaintedNumber() {
   const QBackingStore* store = form_->backingStore();
-  if (store == nullptr) return std::nullopt;
+  if (store == nullptr) return false;
   const auto* window =
       dynamic_cast<const QImage*>(const_cast<QBackingStore*>(store)->paintDevice());
-  if (window == nullptr) return std::nullopt;
-  const QPoint first = player_->mapTo(form_, kFirstSquare + QPoint(kSquare / 2, kSquare / 2));
+  return window != nullptr && TakeNumber(*window, player_->mapTo(form_, QPoint()));
+}
+
+// Whether a new picture, whose corner lies there in the image, was seen.
+bool FrameWatch::TakeNumber(const QImage& image, QPoint corner) {
+  const QPoint first = corner + kFirstSquare + QPoint(kSquare / 2, kSquare / 2);
   int number = 0;
   for (int digit = 0; digit < kDigits; ++digit) {
     constexpr int kHalf = 128;
     const QPoint square = first + QPoint(digit * kSquare, 0);
-    if (!window->rect().contains(square)) return std::nullopt;
-    if (qGray(window->pixel(square)) > kHalf) number |= 1 << digit;
+    if (!image.rect().contains(square)) return false;
+    if (qGray(image.pixel(square)) > kHalf) number |= 1 << digit;
   }
-  return number;
+  const std::lock_guard lock(mutex_);
+  return frames_.insert(number).second;
 }
 
 void FrameWatch::EndHandling(double took, double onProcessor) {
   busy_.handlings << took;
-  if (paintsFrame_) {
+  if (servesPlayer_) {
     busy_.frames << took;
     busy_.framesOnProcessor << onProcessor;
   }
@@ -121,7 +137,7 @@ void FrameWatch::EndHandling(double took, double onProcessor) {
     if (bar_->Left() != barLeft_) barPaintedAt_ = Now();
     barLeft_ = bar_->Left();
   }
-  paintsFrame_ = false;
+  servesPlayer_ = false;
   movesBar_ = false;
   repaints_ = false;
 }

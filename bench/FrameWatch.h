@@ -4,7 +4,7 @@
 #include <QList>
 #include <QString>
 #include <QTimer>
-#include <optional>
+#include <mutex>
 #include <set>
 
 namespace kelvane {
@@ -23,8 +23,8 @@ bool MakeNumberedClip(const QString& path, QSize size, int rate, int seconds);
 struct Busy {
   // Every run of handlers without a look at what else has come.
   QList<double> handlings;
-  // Those of them that painted a new picture of the video, and what they took of the processor:
-  // less than by the clock where somebody else's work came in between.
+  // Those of them that painted a new picture of the video or served the player otherwise, and what
+  // they took of the processor: less than by the clock where somebody else's work came in between.
   QList<double> frames;
   QList<double> framesOnProcessor;
   // A move of a bar: its handler, and the repaint that it brought about.
@@ -32,7 +32,7 @@ struct Busy {
 };
 
 // The application object, looking at its own work from outside: which picture of a numbered clip
-// the window holds after each painting, how long each handling takes, and when a bar is where.
+// comes to the screen, how long each handling takes, and when a bar is where.
 class FrameWatch : public QApplication {
  public:
   FrameWatch(int& argumentCount, char** arguments) : QApplication(argumentCount, arguments) {}
@@ -44,8 +44,8 @@ class FrameWatch : public QApplication {
   void Begin();
 
   const Busy& Seen() const { return busy_; }
-  // The numbers of the pictures that were painted.
-  const std::set<int>& Frames() const { return frames_; }
+  // The numbers of the pictures that were painted, or sent to the screen without.
+  std::set<int> Frames() const;
   // When the repaint ended that shows the bar where it is now, in milliseconds of the clock.
   double BarPaintedAt() const { return barPaintedAt_; }
 
@@ -68,20 +68,23 @@ class FrameWatch : public QApplication {
  private:
   static constexpr int kLongestWait = 10;  // ms
 
-  std::optional<int> PaintedNumber() const;
+  bool TakeNumber(const QImage& image, QPoint corner);
+  bool TakePaintedNumber();
   void EndHandling(double took, double onProcessor);
 
   const Form* form_ = nullptr;
   const WindowsMediaPlayer* player_ = nullptr;
   const PictureBox* bar_ = nullptr;
   Busy busy_;
+  mutable std::mutex mutex_;  // guards what follows
   std::set<int> frames_;
+  // The user-interface thread's alone.
   float barLeft_ = 0;
   double barPaintedAt_ = 0;
   // Of the handling that runs.
   int depth_ = 0;
   bool movesBar_ = false;
-  bool paintsFrame_ = false;
+  bool servesPlayer_ = false;
   bool repaints_ = false;
   // A bar's handlers whose repaint hasn't come yet.
   double unpaintedMove_ = 0;

@@ -87,21 +87,26 @@ class Playback {
   void MeasureFrames() {
     watch_.Begin();
     Serve(kMeasured);
-    const std::set<int>& frames = watch_.Frames();
+    const std::set<int> frames = watch_.Frames();
     const int passed = *frames.rbegin() - *frames.begin() + 1;
     const auto dropped = static_cast<double>(passed) - static_cast<double>(frames.size());
     const Busy& seen = watch_.Seen();
     std::printf("%s at %d for 10 s, %d pictures: min, median, max\n", clip_.name, clip_.rate,
                 passed);
-    PrintRow("a picture holds the thread, ms", ToVector(seen.frames));
-    PrintRow("of which it runs itself, ms", ToVector(seen.framesOnProcessor));
+    std::printf("  %d handlings for pictures among %d of the user-interface thread\n",
+                static_cast<int>(seen.frames.size()), static_cast<int>(seen.handlings.size()));
     PrintRow("any handling holds it, ms", ToVector(seen.handlings));
+    if (!seen.frames.isEmpty()) {
+      PrintRow("one for a picture, ms", ToVector(seen.frames));
+      PrintRow("of which it runs itself, ms", ToVector(seen.framesOnProcessor));
+    }
     const std::string clip = std::string(clip_.name) + ": ";
-    PrintVerdict(clip + "pictures never painted", dropped, 0);
-    PrintVerdict(clip + "longest hold by a picture", At(ToVector(seen.frames), 1), kLongestHold,
-                 " ms");
-    PrintFigure(clip + "most that the thread works on a picture",
-                At(ToVector(seen.framesOnProcessor), 1), " ms");
+    PrintVerdict(clip + "pictures that never came to the screen", dropped, 0);
+    // None of them where pictures go to the screen without the thread.
+    PrintVerdict(clip + "longest hold by a picture",
+                 seen.frames.isEmpty() ? 0 : At(ToVector(seen.frames), 1), kLongestHold, " ms");
+    PrintFigure(clip + "longest hold by anything else meanwhile", At(ToVector(seen.handlings), 1),
+                " ms");
   }
 
   // A thousand moves, five hundred a second.

@@ -9,6 +9,7 @@ namespace kelvane {
 
 Border::Border(QWidget& control, QRgb gapColor) : QWidget(&control), gapColor_(gapColor) {
   setAttribute(Qt::WA_TransparentForMouseEvents);
+  setAttribute(Qt::WA_OpaquePaintEvent);
   setGeometry(control.rect());
   control.installEventFilter(this);
 }

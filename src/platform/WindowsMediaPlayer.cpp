@@ -4,7 +4,9 @@
 #include <QMenu>
 #include <QPaintEvent>
 #include <QPainter>
+#include <QWindow>
 #include <algorithm>
+#include <utility>
 
 #include "platform/Colours.h"
 #include "platform/Container.h"
@@ -34,6 +36,9 @@ void WindowsMediaPlayer::MakeCore() {
   core_->setVolume(settings.volume());
   core_->setBalance(settings.balance());
   connect(core_, &PlaybackCore::PictureChanged, this, [this] { update(visibleRegion()); });
+  window()->winId();
+  window()->installEventFilter(this);
+  window()->windowHandle()->installEventFilter(this);
 }
 
 void WindowsMediaPlayer::Controls::play() {
@@ -95,6 +100,46 @@ QSize WindowsMediaPlayer::VisibleExtent() const {
     if (box->isWindow()) break;
   }
   return {std::max(visible.right() + 1, 0), std::max(visible.bottom() + 1, 0)};
+}
+
+// Nor has the window painted what it brings back to the screen where something covered it.
+bool WindowsMediaPlayer::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::UpdateRequest && watched == window()) {
+    PlacePicture();
+  } else if (event->type() == QEvent::Expose) {
+    update(visibleRegion());
+    PlacePicture();
+  } else if (event->type() == QEvent::PlatformSurface) {
+    core_->setPlace(0, {}, {});
+  }
+  return Control::eventFilter(watched, event);
+}
+
+// What the window moves by itself is what it painted last, which may be long ago.
+void WindowsMediaPlayer::PlacePicture() {
+  const QPoint corner = mapTo(window(), QPoint());
+  if (corner != std::exchange(corner_, corner)) update(visibleRegion());
+  QRegion region;
+  if (window()->devicePixelRatio() == 1 && !IsSeenThroughOthers()) {
+    region = visibleRegion().translated(corner);
+  }
+  core_->setPlace(static_cast<std::uint32_t>(window()->internalWinId()), corner, region);
+}
+
+// Whether something lies over the picture without hiding it.
+bool WindowsMediaPlayer::IsSeenThroughOthers() const {
+  const QRegion seen = visibleRegion();
+  for (const QWidget* box = this; !box->isWindow(); box = box->parentWidget()) {
+    const QObjectList& all = box->parentWidget()->children();
+    for (qsizetype index = all.indexOf(box) + 1; index < all.size(); ++index) {
+      const auto* other = qobject_cast<const QWidget*>(all[index]);
+      if (other == nullptr || other->isHidden() || other->isWindow()) continue;
+      const QRegion shape = other->mask().isEmpty() ? QRegion(other->rect()) : other->mask();
+      const QPoint place = mapFrom(box->parentWidget(), other->pos());
+      if (seen.intersects(shape.translated(place))) return true;
+    }
+  }
+  return false;
 }
 
 // Not waited for: a menu of its own loop would hold up the handler at whose DoEvents it came up.

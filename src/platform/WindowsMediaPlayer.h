@@ -63,14 +63,19 @@ class WindowsMediaPlayer : public Control {
  protected:
   void paintEvent(QPaintEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void MakeCore();
   // Of the picture, from its top left corner to the last pixel that no box cuts off.
   QSize VisibleExtent() const;
+  // Before the window paints: what it lays over the picture isn't drawn over any more.
+  void PlacePicture();
+  bool IsSeenThroughOthers() const;
 
   QString url_;
   PlaybackCore* core_ = nullptr;
+  QPoint corner_;  // in the window, as the picture was placed
 };
 
 }  // namespace kelvane

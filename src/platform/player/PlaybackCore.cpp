@@ -102,7 +102,7 @@ PlaybackCore::PlaybackCore(QObject* parent) : QObject(parent), mpv_(PlayerLibrar
   if (mpv_ == nullptr || !HasRoomForThreads() || !MakePlayer()) return;
   ObserveProperties();
   try {
-    rendering_ = std::thread([this] { RenderFrames(); });
+    serving_ = std::thread([this] { ServePlayer(); });
   } catch (const std::system_error&) {
     // Without it nothing is played.
   }
@@ -121,19 +121,20 @@ bool PlaybackCore::MakePlayer() {
       {{MPV_RENDER_PARAM_API_TYPE, software.data()}, {MPV_RENDER_PARAM_INVALID, nullptr}}};
   if (mpv_->render_context_create(&renderer_, player_, parameters.data()) < 0) return false;
   mpv_->render_context_set_update_callback(
-      renderer_, [](void* core) { static_cast<PlaybackCore*>(core)->WakeRenderer(); }, this);
+      renderer_,
+      [](void* core) { static_cast<PlaybackCore*>(core)->Wake(&PlaybackCore::frameWaits_); }, this);
   return true;
 }
 
 PlaybackCore::~PlaybackCore() {
   if (renderer_ != nullptr) mpv_->render_context_set_update_callback(renderer_, nullptr, nullptr);
-  if (rendering_.joinable()) {
+  if (serving_.joinable()) {
     {
       const std::lock_guard lock(mutex_);
       ending_ = true;
     }
     wake_.notify_one();
-    rendering_.join();
+    serving_.join();
   }
   if (renderer_ != nullptr) mpv_->render_context_free(renderer_);
   if (player_ == nullptr) return;
@@ -199,14 +200,11 @@ void PlaybackCore::ObserveProperties() {
   }
   mpv_->set_wakeup_callback(
       player_,
-      [](void* core) {
-        auto* self = static_cast<PlaybackCore*>(core);
-        QMetaObject::invokeMethod(
-            self, [self] { self->DrainEvents(); }, Qt::QueuedConnection);
-      },
-      this);
+      [](void* core) { static_cast<PlaybackCore*>(core)->Wake(&PlaybackCore::eventsWait_); }, this);
 }
 
+// What comes with every picture ends here: to wake the user-interface thread for it would be to
+// wake it in the middle of the player's work, which it would have to wait for.
 void PlaybackCore::DrainEvents() {
   for (const mpv_event* event = mpv_->wait_event(player_, 0); event->event_id != MPV_EVENT_NONE;
        event = mpv_->wait_event(player_, 0)) {
@@ -216,13 +214,15 @@ void PlaybackCore::DrainEvents() {
                                       ? static_cast<const double*>(property.data)
                                       : nullptr);
     } else if (event->event_id == MPV_EVENT_COMMAND_REPLY) {
-      if (event->reply_userdata == kStartAnswer) --unansweredStarts_;
+      if (event->reply_userdata == kStartAnswer) Tell([this] { --unansweredStarts_; });
     } else if (event->event_id == MPV_EVENT_START_FILE) {
       position_ = 0;
       duration_ = 0;
     } else if (event->event_id == MPV_EVENT_IDLE) {
       // While a start is under way this is still the end of what was before it.
-      if (unansweredStarts_ == 0) active_ = false;
+      Tell([this] {
+        if (unansweredStarts_ == 0) active_ = false;
+      });
     }
   }
   TakeSize();
@@ -249,10 +249,9 @@ void PlaybackCore::TakeSize() {
     if (size == size_) return;
     size_ = size;
     redraw_ = true;
-    if (size.isEmpty()) shown_ = QImage();
+    if (size.isEmpty()) shown_ = {};
   }
-  wake_.notify_one();
-  emit PictureChanged();
+  TellChange();
 }
 
 // More than can be seen now, so that a canvas that is slid about doesn't have to wait for its
@@ -271,22 +270,29 @@ void PlaybackCore::setVisible(QSize visible) {
   wake_.notify_one();
 }
 
-void PlaybackCore::WakeRenderer() {
+void PlaybackCore::setPlace(std::uint32_t window, QPoint corner, const QRegion& region) {
+  const std::lock_guard lock(mutex_);
+  output_.setPlace(window, corner, region);
+}
+
+void PlaybackCore::Wake(bool PlaybackCore::*waits) {
   {
     const std::lock_guard lock(mutex_);
-    frameWaits_ = true;
+    this->*waits = true;
   }
   wake_.notify_one();
 }
 
-void PlaybackCore::RenderFrames() {
+void PlaybackCore::ServePlayer() {
   std::unique_lock lock(mutex_);
   while (true) {
-    wake_.wait(lock, [this] { return frameWaits_ || redraw_ || ending_; });
+    wake_.wait(lock, [this] { return frameWaits_ || eventsWait_ || redraw_ || ending_; });
     if (ending_) return;
+    const bool drains = std::exchange(eventsWait_, false);
     const bool redraws = std::exchange(redraw_, false);
     frameWaits_ = false;
     lock.unlock();
+    if (drains) DrainEvents();
     const bool hasFrame = (mpv_->render_context_update(renderer_) & MPV_RENDER_UPDATE_FRAME) != 0;
     if (hasFrame || redraws) RenderFrame();
     lock.lock();
@@ -300,38 +306,53 @@ void PlaybackCore::RenderFrame() {
     size = size_.boundedTo(wanted_);
   }
   int skips = size.isEmpty() ? 1 : 0;
-  if (skips == 0 && drawing_.size() != size) drawing_ = QImage(size, QImage::Format_RGB32);
-  std::array<int, 2> extent{drawing_.width(), drawing_.height()};
+  output_.AwaitTaken();
+  QImage& image = drawing_.image;
+  if (skips == 0 && image.size() != size) drawing_ = output_.MakePicture(size);
+  std::array<int, 2> extent{image.width(), image.height()};
   std::string format = "bgr0";
-  auto stride = static_cast<std::size_t>(drawing_.bytesPerLine());
+  auto stride = static_cast<std::size_t>(image.bytesPerLine());
   std::array<mpv_render_param, 6> parameters{{{MPV_RENDER_PARAM_SW_SIZE, extent.data()},
                                               {MPV_RENDER_PARAM_SW_FORMAT, format.data()},
                                               {MPV_RENDER_PARAM_SW_STRIDE, &stride},
-                                              {MPV_RENDER_PARAM_SW_POINTER, drawing_.bits()},
+                                              {MPV_RENDER_PARAM_SW_POINTER, image.bits()},
                                               {MPV_RENDER_PARAM_SKIP_RENDERING, &skips},
                                               {MPV_RENDER_PARAM_INVALID, nullptr}}};
   mpv_->render_context_render(renderer_, parameters.data());
   if (skips != 0) return;
+  bool puts = false;
   {
     const std::lock_guard lock(mutex_);
     if (size_.boundedTo(wanted_) != size) return;
     std::swap(shown_, drawing_);
+    puts = output_.Put(shown_);
   }
+  if (puts) {
+    output_.Send();
+  } else {
+    TellChange();
+  }
+}
+
+void PlaybackCore::TellChange() {
   if (changeTold_.exchange(true)) return;
-  QMetaObject::invokeMethod(
-      this,
-      [this] {
-        changeTold_ = false;
-        emit PictureChanged();
-      },
-      Qt::QueuedConnection);
+  Tell([this] {
+    changeTold_ = false;
+    emit PictureChanged();
+  });
+}
+
+template <typename News>
+void PlaybackCore::Tell(News news) {
+  QMetaObject::invokeMethod(this, news, Qt::QueuedConnection);
 }
 
 QRegion PlaybackCore::Draw(QPainter& painter, const QRegion& region) {
   const std::lock_guard lock(mutex_);
-  if (shown_.isNull()) return region;
-  const QRegion covered = region & shown_.rect();
-  for (const QRect& part : covered) painter.drawImage(part, shown_, part);
+  const QImage& image = shown_.image;
+  if (image.isNull()) return region;
+  const QRegion covered = region & image.rect();
+  for (const QRect& part : covered) painter.drawImage(part, image, part);
   return region - covered;
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QImage>
 #include <QObject>
 #include <QSize>
 #include <QString>
@@ -10,6 +9,8 @@
 #include <initializer_list>
 #include <mutex>
 #include <thread>
+
+#include "platform/player/ScreenOutput.h"
 
 class QPainter;
 class QRegion;
@@ -22,7 +23,7 @@ struct PlayerLibrary;
 
 // Plays one file at a time: sound through the system's device, or silently where there is none; the
 // picture, as it is stored and without a regard for its pixels' shape, into memory on a thread of
-// its own. Shows nothing by itself and prints nothing.
+// its own. Prints nothing.
 //
 // Everything public belongs to the user-interface thread, and no call of it waits for the player.
 class PlaybackCore : public QObject {
@@ -34,7 +35,7 @@ class PlaybackCore : public QObject {
   ~PlaybackCore() override;
 
   // Whether it plays what it is given. Where not, everything else has no effect.
-  bool Usable() const { return rendering_.joinable(); }
+  bool Usable() const { return serving_.joinable(); }
 
   // Starts a file from its beginning, whatever was playing. Only ends that where there is no room
   // for the threads that a file takes. Leaves it where the player takes no more commands.
@@ -54,12 +55,16 @@ class PlaybackCore : public QObject {
 
   // How much of the picture can be seen, from its top left corner: little more than that is made.
   void setVisible(QSize visible);
+  // Where it can be seen, in pixels of the window of that number, which has to be there until
+  // another place, or none, is given: the region lies on top of all that the window shows. Pictures
+  // to come go there straight from the thread that makes them, wherever the display has such a way.
+  void setPlace(std::uint32_t window, QPoint corner, const QRegion& region);
   // Draws the current picture, its top left corner at (0, 0), where it lies in `region`; returns
   // the part of the region that it doesn't cover.
   QRegion Draw(QPainter& painter, const QRegion& region);
 
  signals:
-  // The picture, or whether there is one, has changed.
+  // The picture, or whether there is one, has changed, and the screen doesn't show it yet.
   void PictureChanged();
 
  private:
@@ -67,33 +72,42 @@ class PlaybackCore : public QObject {
   // Whether the player takes it up, and will answer.
   bool Command(std::initializer_list<const char*> words, std::uint64_t answer = 0);
   void ObserveProperties();
+  // From any thread of the player: sets what waits.
+  void Wake(bool PlaybackCore::*waits);
+
+  // On the serving thread.
+  void ServePlayer();
   void DrainEvents();
   void TakeProperty(const char* name, const double* number);
   void TakeSize();
-  void RenderFrames();
   void RenderFrame();
-  void WakeRenderer();
+  void TellChange();
+  // Has the user-interface thread do it.
+  template <typename News>
+  void Tell(News news);
 
   const PlayerLibrary* const mpv_;  // null where it isn't there: then nothing is ever played
   mpv_handle* player_ = nullptr;
   mpv_render_context* renderer_ = nullptr;
   bool active_ = false;
   int unansweredStarts_ = 0;
-  double position_ = 0;
-  double duration_ = 0;
-  int storedWidth_ = 0;
-  int storedHeight_ = 0;
+  std::atomic<double> position_ = 0;
+  std::atomic<double> duration_ = 0;
 
-  std::thread rendering_;
+  std::thread serving_;
+  int storedWidth_ = 0;  // the serving thread's alone
+  int storedHeight_ = 0;
   std::mutex mutex_;  // guards what follows
   std::condition_variable wake_;
   bool frameWaits_ = false;
+  bool eventsWait_ = false;
   bool redraw_ = false;
   bool ending_ = false;
-  QSize size_;      // of the pictures to come, whole; empty while unknown
-  QSize wanted_;    // the part of them to make, which may be larger than they are
-  QImage shown_;    // null while there is none
-  QImage drawing_;  // the rendering thread's alone between two swaps
+  QSize size_;    // of the pictures to come, whole; empty while unknown
+  QSize wanted_;  // the part of them to make, which may be larger than they are
+  ScreenOutput output_;
+  ScreenOutput::Picture shown_;    // null while there is none
+  ScreenOutput::Picture drawing_;  // the serving thread's alone between two swaps
   std::atomic<bool> changeTold_ = false;
 };
 

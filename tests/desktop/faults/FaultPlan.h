@@ -11,7 +11,8 @@ enum class Attempt : int {
   kStartTool,     // a pipe, the settings for a start, and the start itself
   kUseTemporary,  // to look at the place of temporary files, or to make something in it
   kStartThread,
-  kLoadPlayer,  // to load the player's library
+  kLoadPlayer,    // to load the player's library
+  kSharePicture,  // to make memory for a picture that the display server reads as well
   kCount
 };
 
