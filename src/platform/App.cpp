@@ -12,7 +12,6 @@
 #include <QWidget>
 #include <clocale>
 #include <cstdlib>
-#include <ranges>
 #include <utility>
 #include <vector>
 
@@ -38,7 +37,9 @@ class StartEnvironment {
   StartEnvironment(const StartEnvironment&) = delete;
   StartEnvironment& operator=(const StartEnvironment&) = delete;
   ~StartEnvironment() {
-    for (const auto& [name, value] : former_ | std::views::reverse) Set(name, value);
+    for (auto each = former_.rbegin(); each != former_.rend(); ++each) {
+      Set(each->first, each->second);
+    }
   }
 
   // A null value is none.
