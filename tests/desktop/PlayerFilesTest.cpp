@@ -109,7 +109,7 @@ TEST_F(PlayerFiles, OfOnePixelAndOfMillionsPlay) {
 
   const QSize large(3840, 2160);
   const QString largePath = MakeClip(
-      {"large.mp4", large, {"-t", "1", "-pix_fmt", "yuv420p", "-preset", "ultrafast"}, "60"});
+      {"large.mp4", large, {"-t", "3", "-pix_fmt", "yuv420p", "-preset", "ultrafast"}, "60"});
   ASSERT_FALSE(largePath.isEmpty());
   ASSERT_NO_FATAL_FAILURE(LoadAndRun(largePath, large));
   EXPECT_TRUE(AwaitMoving(large));

@@ -14,15 +14,10 @@
 #include "media/DOSOutputs.h"
 #include "platform/Timer.h"
 #include "support/Events.h"
+#include "support/Sanitized.h"
 
 namespace kelvane::testing {
 namespace {
-
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr bool kHeapTellsItsUse = false;
-#else
-constexpr bool kHeapTellsItsUse = true;
-#endif
 
 struct Counts {
   qsizetype descriptors = 0;
@@ -96,7 +91,7 @@ void Run(const Soak& soak, int from, int to) {
 }  // namespace
 
 std::size_t BytesInUse() {
-  if (!kHeapTellsItsUse) return 0;
+  if (kSanitized) return 0;
   const struct mallinfo2 heap = ::mallinfo2();
   return heap.uordblks + heap.hblkhd;
 }
@@ -118,7 +113,7 @@ void ExpectFlat(const Soak& soak) {
             << " MiB in use, " << residentBefore << " MiB resident\nafter " << soak.rounds
             << " more: " << Count() << ", " << BytesNet(soak) / 1024 / 1024 << " MiB in use, "
             << ResidentMiB() << " MiB resident; " << grown << " bytes a round\n";
-  if (kHeapTellsItsUse) {
+  if (!kSanitized) {
     EXPECT_LT(grown, kMostOfARound);
   }
 }
