@@ -271,6 +271,8 @@ class Copy:
                 continue  # of a test program that the quick tests leave out, and that isn't built
             properties = {entry["name"]: entry["value"] for entry in test["properties"]}
             path = Path(test["command"][0])
+            if not path.is_relative_to(self.objects):
+                continue  # a look at the sources, which every fault changes
             own = dict(entry.split("=", 1) for entry in properties.get("ENVIRONMENT", []))
             programs[path] = Program(path, properties["WORKING_DIRECTORY"], own,
                                      baseline.get(path.name, 0))
