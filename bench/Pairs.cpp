@@ -11,9 +11,35 @@
 namespace kelvane::bench {
 namespace {
 
+struct Runs {
+  std::vector<double> ours;
+  std::vector<double> theirs;
+  std::vector<double> ratios;
+};
+
 void Report(const std::string& line) {
   const char* report = std::getenv("KELVANE_BENCH_REPORT");
   if (report != nullptr) std::ofstream(report, std::ios::app) << line << '\n';
+}
+
+Runs RunPairs(const char* what, int pairs, const Side& ours, const Side& theirs) {
+  Runs runs;
+  for (int pair = 0; pair < pairs; ++pair) {
+    const bool oursFirst = pair % 2 == 0;
+    if (oursFirst) runs.ours.push_back(ours.run());
+    runs.theirs.push_back(theirs.run());
+    if (!oursFirst) runs.ours.push_back(ours.run());
+    runs.ratios.push_back(runs.ours.back() / runs.theirs.back());
+  }
+  std::printf("%s, %d pairs: min, median, max\n", what, pairs);
+  PrintRow(std::string(ours.name) + ", s", runs.ours);
+  PrintRow(std::string(theirs.name) + ", s", runs.theirs);
+  PrintRow("ratio", runs.ratios);
+  return runs;
+}
+
+std::string Comparison(const char* what, const Side& ours, const Side& theirs) {
+  return std::string(what) + ": " + ours.name + " against " + theirs.name;
 }
 
 }  // namespace
@@ -52,22 +78,16 @@ void PrintFigure(const std::string& what, double figure, const char* unit) {
 }
 
 void Compare(const char* what, int pairs, double target, const Side& ours, const Side& theirs) {
-  std::vector<double> ourSeconds;
-  std::vector<double> theirSeconds;
-  std::vector<double> ratios;
-  for (int pair = 0; pair < pairs; ++pair) {
-    const bool oursFirst = pair % 2 == 0;
-    if (oursFirst) ourSeconds.push_back(ours.run());
-    theirSeconds.push_back(theirs.run());
-    if (!oursFirst) ourSeconds.push_back(ours.run());
-    ratios.push_back(ourSeconds.back() / theirSeconds.back());
-  }
-  std::printf("%s, %d pairs: min, median, max\n", what, pairs);
-  PrintRow(std::string(ours.name) + ", s", ourSeconds);
-  PrintRow(std::string(theirs.name) + ", s", theirSeconds);
-  PrintRow("ratio", ratios);
-  PrintVerdict(std::string(what) + ": " + ours.name + " against " + theirs.name, At(ratios, 0.5),
-               target);
+  const Runs runs = RunPairs(what, pairs, ours, theirs);
+  PrintVerdict(Comparison(what, ours, theirs), At(runs.ratios, 0.5), target);
+}
+
+void CompareFastest(const char* what, int pairs, double target, const Side& ours,
+                    const Side& theirs) {
+  const Runs runs = RunPairs(what, pairs, ours, theirs);
+  PrintFigure(Comparison(what, ours, theirs) + ", median ratio", At(runs.ratios, 0.5));
+  PrintVerdict(Comparison(what, ours, theirs) + ", fastest runs",
+               At(runs.ours, 0) / At(runs.theirs, 0), target);
 }
 
 }  // namespace kelvane::bench
