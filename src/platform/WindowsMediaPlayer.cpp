@@ -6,7 +6,6 @@
 #include <QPainter>
 #include <QWindow>
 #include <algorithm>
-#include <utility>
 
 #include "platform/Colours.h"
 #include "platform/Container.h"
@@ -36,6 +35,9 @@ void WindowsMediaPlayer::MakeCore() {
   core_->setVolume(settings.volume());
   core_->setBalance(settings.balance());
   connect(core_, &PlaybackCore::PictureChanged, this, [this] { update(visibleRegion()); });
+  for (QWidget* box = this; !box->isWindow(); box = box->parentWidget()) {
+    box->installEventFilter(this);
+  }
   window()->winId();
   window()->installEventFilter(this);
   window()->windowHandle()->installEventFilter(this);
@@ -102,28 +104,44 @@ QSize WindowsMediaPlayer::VisibleExtent() const {
   return {std::max(visible.right() + 1, 0), std::max(visible.bottom() + 1, 0)};
 }
 
-// Nor has the window painted what it brings back to the screen where something covered it.
+// What the window moves, or brings back where something covered it, is what it painted last, which
+// may be long ago.
 bool WindowsMediaPlayer::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::UpdateRequest && watched == window()) {
-    PlacePicture();
-  } else if (event->type() == QEvent::Expose) {
-    update(visibleRegion());
-    PlacePicture();
-  } else if (event->type() == QEvent::PlatformSurface) {
-    core_->setPlace(0, {}, {});
+  switch (event->type()) {
+    case QEvent::UpdateRequest:
+      if (watched == window()) PlacePicture();
+      break;
+    case QEvent::Expose:
+      update(visibleRegion());
+      PlacePicture();
+      break;
+    case QEvent::Move:
+      if (watched != window()) update(visibleRegion());
+      break;
+    case QEvent::Resize:
+      // The window is laid out anew and painted at once.
+      if (watched == window()) core_->setPlace(WindowNumber(), {}, {});
+      break;
+    case QEvent::PlatformSurface:
+      core_->setPlace(0, {}, {});
+      break;
+    default:
+      break;
   }
   return Control::eventFilter(watched, event);
 }
 
-// What the window moves by itself is what it painted last, which may be long ago.
+std::uint32_t WindowsMediaPlayer::WindowNumber() const {
+  return static_cast<std::uint32_t>(window()->internalWinId());
+}
+
 void WindowsMediaPlayer::PlacePicture() {
   const QPoint corner = mapTo(window(), QPoint());
-  if (corner != std::exchange(corner_, corner)) update(visibleRegion());
   QRegion region;
   if (window()->devicePixelRatio() == 1 && !IsSeenThroughOthers()) {
     region = visibleRegion().translated(corner);
   }
-  core_->setPlace(static_cast<std::uint32_t>(window()->internalWinId()), corner, region);
+  core_->setPlace(WindowNumber(), corner, region);
 }
 
 // Whether something lies over the picture without hiding it.

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <optional>
 
 #include "platform/Control.h"
@@ -72,10 +73,11 @@ class WindowsMediaPlayer : public Control {
   // Before the window paints: what it lays over the picture isn't drawn over any more.
   void PlacePicture();
   bool IsSeenThroughOthers() const;
+  // The display server's for it.
+  std::uint32_t WindowNumber() const;
 
   QString url_;
   PlaybackCore* core_ = nullptr;
-  QPoint corner_;  // in the window, as the picture was placed
 };
 
 }  // namespace kelvane

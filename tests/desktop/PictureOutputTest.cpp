@@ -96,6 +96,30 @@ TEST_F(APlayedPicture, IsThereAgainInAWindowThatWasMinimised) {
   EXPECT_TRUE(BarsLieOver(kVideo));
 }
 
+TEST_F(APlayedPicture, StaysInItsPlaceHoweverTheWindowIsResized) {
+  ASSERT_NO_FATAL_FAILURE(Play());
+  const QSize whole = screen.Place(window.Id()).size();
+  const QRect across = window.Place("HScroll1");
+  const QRect down = window.Place("VScroll1");
+  const QImage acrossBefore = screen.Picture(across);
+  const QImage downBefore = screen.Picture(down);
+  for (int round = 0; round < 6; ++round) {
+    for (const int less : {60, 30, 90, 0}) {
+      screen.Resize(window.Id(), whole - QSize(less, less));
+      ASSERT_TRUE(
+          WaitFor([&] { return screen.Place(window.Id()).size() == whole - QSize(less, less); }));
+    }
+    const auto isAsBefore = [&] {
+      return screen.Picture(across) == acrossBefore && screen.Picture(down) == downBefore &&
+             window.Shows("Label14(5)", "Crop Video");
+    };
+    ASSERT_TRUE(WaitFor(isAsBefore, 5s));
+    EXPECT_TRUE(HoldsFor(isAsBefore, 200ms));
+  }
+  EXPECT_TRUE(BarsLieOver(kVideo));
+  EXPECT_TRUE(AwaitMoving(kVideo));
+}
+
 TEST_F(APlayedPicture, LeavesNoDescriptorOpen) {
   ASSERT_NO_FATAL_FAILURE(Play());
   const int before = program.OpenDescriptors();
@@ -175,6 +199,31 @@ TEST_F(APlayerInAWindow, ShowsNothingOlderWhereItIsMovedWhilePaused) {
     form->Find<PictureBox>("Picture1").setLeft(left);
     EXPECT_TRUE(HoldsFor([&] { return qRed(PixelOf("wmp")) < kFull; }, 200ms)) << left;
     EXPECT_GT(qBlue(PixelOf("wmp")), kFull) << left;
+  }
+  // There and back before the window paints.
+  form->Find<PictureBox>("Picture1").setLeft(0);
+  form->Find<PictureBox>("Picture1").setLeft(120);
+  EXPECT_TRUE(HoldsFor([&] { return qBlue(PixelOf("wmp")) > kFull; }, 200ms));
+}
+
+TEST_F(APlayerInAWindow, IsBlackAroundAPictureThatHasBecomeSmaller) {
+  const QString large = files.filePath("large.ts");
+  const QString small = files.filePath("small.ts");
+  ASSERT_TRUE(MakeColours(large, QSize(320, 180), {0xffff0000, 0xffff0000}));
+  ASSERT_TRUE(MakeColours(small, QSize(160, 90), QList<QRgb>(20, 0xff0000ff)));
+  const QString both = files.filePath("both.ts");
+  ASSERT_TRUE(RunTool("ffmpeg",
+                      {"-v", "error", "-i", "concat:" + large + "|" + small, "-c", "copy", both}));
+  Open({kPlayer});
+  const auto& player = form->Find<WindowsMediaPlayer>("wmp");
+  form->Find<WindowsMediaPlayer>("wmp").setURL(both);
+  ASSERT_TRUE(WaitFor([&] { return qRed(PixelOf("wmp")) > kFull; }));
+  ASSERT_TRUE(WaitFor(
+      [&] { return qBlue(TheScreen().Pixel(player.mapToGlobal(QPoint(80, 45)))) > kFull; }));
+  for (const QPoint outside : {QPoint(165, 45), QPoint(80, 95), QPoint(315, 175)}) {
+    EXPECT_TRUE(WaitFor([&] {
+      return TheScreen().Pixel(player.mapToGlobal(outside)) == 0xff000000;
+    })) << outside.x();
   }
 }
 

@@ -144,11 +144,15 @@ PlaybackCore::~PlaybackCore() {
 
 void PlaybackCore::Start(const QString& path) {
   if (!Usable()) return;
-  const bool hasRoom = HasRoomForThreads();
-  if (hasRoom && !Command({"loadfile", ToNarrow(path).c_str(), "replace"}, kStartAnswer)) return;
-  position_ = 0;
-  duration_ = 0;
-  if (!hasRoom) return Stop();
+  // First, since what the player tells of the file comes on another thread.
+  const double position = position_.exchange(0);
+  const double duration = duration_.exchange(0);
+  if (!HasRoomForThreads()) return Stop();
+  if (!Command({"loadfile", ToNarrow(path).c_str(), "replace"}, kStartAnswer)) {
+    position_ = position;
+    duration_ = duration;
+    return;
+  }
   active_ = true;
   ++unansweredStarts_;
   setPaused(false);
@@ -325,13 +329,20 @@ void PlaybackCore::RenderFrame() {
     const std::lock_guard lock(mutex_);
     if (size_.boundedTo(wanted_) != size) return;
     std::swap(shown_, drawing_);
-    puts = output_.Put(shown_);
+    // Around the first of its size the window has to paint as well.
+    puts = drawing_.image.size() == size && output_.Put(shown_);
+    if (puts) ++sent_;
   }
   if (puts) {
     output_.Send();
   } else {
     TellChange();
   }
+}
+
+bool PlaybackCore::IsLast(std::uint64_t number) {
+  const std::lock_guard lock(mutex_);
+  return number == sent_;
 }
 
 void PlaybackCore::TellChange() {
@@ -351,6 +362,11 @@ QRegion PlaybackCore::Draw(QPainter& painter, const QRegion& region) {
   const std::lock_guard lock(mutex_);
   const QImage& image = shown_.image;
   if (image.isNull()) return region;
+  // One that goes to the screen before the window does lies under what the window draws now.
+  Tell([this, sent = sent_] {
+    if (IsLast(sent)) return;
+    emit PictureChanged();
+  });
   const QRegion covered = region & image.rect();
   for (const QRect& part : covered) painter.drawImage(part, image, part);
   return region - covered;

@@ -72,6 +72,8 @@ class PlaybackCore : public QObject {
   // Whether the player takes it up, and will answer.
   bool Command(std::initializer_list<const char*> words, std::uint64_t answer = 0);
   void ObserveProperties();
+  // Whether no picture has gone to the screen since that one.
+  bool IsLast(std::uint64_t sent);
   // From any thread of the player: sets what waits.
   void Wake(bool PlaybackCore::*waits);
 
@@ -108,6 +110,7 @@ class PlaybackCore : public QObject {
   ScreenOutput output_;
   ScreenOutput::Picture shown_;    // null while there is none
   ScreenOutput::Picture drawing_;  // the serving thread's alone between two swaps
+  std::uint64_t sent_ = 0;         // how many have gone to the screen past the window
   std::atomic<bool> changeTold_ = false;
 };
 

@@ -7,6 +7,8 @@
 #include <xcb/xcb.h>
 
 #include <QGuiApplication>
+#include <algorithm>
+#include <bit>
 #include <cstdlib>
 #include <memory>
 #include <utility>
@@ -40,9 +42,23 @@ bool SharesMemory(xcb_connection_t* connection) {
          std::pair<int, int>(version->major_version, version->minor_version) >= std::pair(1, 2);
 }
 
+constexpr std::uint8_t kDepth = 24;
+
+// Whether the server keeps pixels of that depth as pictures do: four bytes to each, in the order of
+// this machine.
+bool KeepsPixelsAlike(const xcb_setup_t* setup) {
+  constexpr std::uint8_t kBits = 32;
+  constexpr bool kLowestFirst = std::endian::native == std::endian::little;
+  if (kLowestFirst != (setup->image_byte_order == XCB_IMAGE_ORDER_LSB_FIRST)) return false;
+  const auto* formats = xcb_setup_pixmap_formats(setup);
+  return std::any_of(formats, formats + xcb_setup_pixmap_formats_length(setup),
+                     [](const xcb_format_t& format) {
+                       return format.depth == kDepth && format.bits_per_pixel == kBits;
+                     });
+}
+
 // Whether a pixel of the visual has its colours where a picture has them.
 bool IsLikePictures(const xcb_setup_t* setup, xcb_visualid_t visual) {
-  constexpr std::uint8_t kDepth = 24;
   for (auto screen = xcb_setup_roots_iterator(setup); screen.rem > 0; xcb_screen_next(&screen)) {
     for (auto depth = xcb_screen_allowed_depths_iterator(screen.data); depth.rem > 0;
          xcb_depth_next(&depth)) {
@@ -79,7 +95,10 @@ ScreenOutput::ScreenOutput() {
   if (QGuiApplication::platformName() != QLatin1String("xcb")) return;
   xcb_connection_t* connection =
       qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
-  if (IsLocal(connection) && SharesMemory(connection)) connection_ = connection;
+  if (IsLocal(connection) && SharesMemory(connection) &&
+      KeepsPixelsAlike(xcb_get_setup(connection))) {
+    connection_ = connection;
+  }
 }
 
 ScreenOutput::~ScreenOutput() {
@@ -117,26 +136,33 @@ void ScreenOutput::setPlace(std::uint32_t window, QPoint corner, const QRegion& 
 }
 
 ScreenOutput::Picture ScreenOutput::MakePicture(QSize size) const {
-  const Picture own{QImage(size, QImage::Format_RGB32)};
-  if (connection_ == nullptr) return own;
-  const auto length = static_cast<std::size_t>(own.image.sizeInBytes());
+  Picture picture;
+  if (connection_ != nullptr) picture = MakeShared(size);
+  if (picture.image.isNull()) picture.image = QImage(size, QImage::Format_RGB32);
+  return picture;
+}
+
+ScreenOutput::Picture ScreenOutput::MakeShared(QSize size) const {
+  constexpr std::size_t kBytes = 4;  // to a pixel
+  const auto length =
+      static_cast<std::size_t>(size.width()) * static_cast<std::size_t>(size.height()) * kBytes;
   const int descriptor = memfd_create("picture", MFD_CLOEXEC);
-  if (descriptor < 0) return own;
+  if (descriptor < 0) return {};
   void* memory = MAP_FAILED;
   if (ftruncate(descriptor, static_cast<off_t>(length)) == 0) {
     memory = mmap(nullptr, length, PROT_READ | PROT_WRITE, MAP_SHARED, descriptor, 0);
   }
   if (memory == MAP_FAILED) {
     close(descriptor);
-    return own;
+    return {};
   }
   const xcb_shm_seg_t segment = xcb_generate_id(connection_);
   constexpr std::uint8_t kReadOnly = 1;
-  const auto refusal = Owned(xcb_request_check(
-      connection_, xcb_shm_attach_fd_checked(connection_, segment, descriptor, kReadOnly)));
-  if (refusal != nullptr) {
+  // Takes the descriptor.
+  const auto request = xcb_shm_attach_fd_checked(connection_, segment, descriptor, kReadOnly);
+  if (const auto refusal = Owned(xcb_request_check(connection_, request))) {
     munmap(memory, length);
-    return own;
+    return {};
   }
   return {QImage(static_cast<uchar*>(memory), size.width(), size.height(), QImage::Format_RGB32,
                  TakeBack, new Lent{connection_, segment, memory, length}),
@@ -148,7 +174,6 @@ bool ScreenOutput::Put(const Picture& picture) {
   const QRect part = region_.boundingRect().translated(-corner_) & picture.image.rect();
   if (part.isEmpty()) return false;
   const QPoint place = corner_ + part.topLeft();
-  constexpr std::uint8_t kDepth = 24;
   constexpr std::uint8_t kTellsNothing = 0;
   xcb_shm_put_image(
       connection_, window_, graphics_, static_cast<std::uint16_t>(picture.image.width()),

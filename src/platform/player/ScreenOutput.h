@@ -45,6 +45,8 @@ class ScreenOutput {
 
  private:
   bool Takes(std::uint32_t window) const;
+  // Without an image where the server doesn't take its memory.
+  Picture MakeShared(QSize size) const;
   void setWindow(std::uint32_t window);
 
   xcb_connection_t* connection_ = nullptr;  // the toolkit's; null where there is no short way
