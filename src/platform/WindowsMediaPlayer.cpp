@@ -116,7 +116,7 @@ bool WindowsMediaPlayer::eventFilter(QObject* watched, QEvent* event) {
       PlacePicture();
       break;
     case QEvent::Move:
-      if (watched != window()) update(visibleRegion());
+      if (watched->isWidgetType() && watched != window()) update(visibleRegion());
       break;
     case QEvent::Resize:
       // The window is laid out anew and painted at once.

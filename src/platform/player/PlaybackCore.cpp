@@ -144,10 +144,11 @@ PlaybackCore::~PlaybackCore() {
 
 void PlaybackCore::Start(const QString& path) {
   if (!Usable()) return;
-  // First, since what the player tells of the file comes on another thread.
+  const bool hasRoom = HasRoomForThreads();
+  // Before the player is asked, since what it tells of the file comes on another thread.
   const double position = position_.exchange(0);
   const double duration = duration_.exchange(0);
-  if (!HasRoomForThreads()) return Stop();
+  if (!hasRoom) return Stop();
   if (!Command({"loadfile", ToNarrow(path).c_str(), "replace"}, kStartAnswer)) {
     position_ = position;
     duration_ = duration;
@@ -340,9 +341,18 @@ void PlaybackCore::RenderFrame() {
   }
 }
 
-bool PlaybackCore::IsLast(std::uint64_t number) {
-  const std::lock_guard lock(mutex_);
-  return number == sent_;
+void PlaybackCore::SendAgainAfter(std::uint64_t sent) {
+  bool puts = false;
+  {
+    const std::lock_guard lock(mutex_);
+    if (sent == sent_) return;
+    puts = output_.Put(shown_);
+  }
+  if (puts) {
+    output_.Send();
+  } else {
+    emit PictureChanged();
+  }
 }
 
 void PlaybackCore::TellChange() {
@@ -362,13 +372,10 @@ QRegion PlaybackCore::Draw(QPainter& painter, const QRegion& region) {
   const std::lock_guard lock(mutex_);
   const QImage& image = shown_.image;
   if (image.isNull()) return region;
-  // One that goes to the screen before the window does lies under what the window draws now.
-  Tell([this, sent = sent_] {
-    if (IsLast(sent)) return;
-    emit PictureChanged();
-  });
   const QRegion covered = region & image.rect();
   for (const QRect& part : covered) painter.drawImage(part, image, part);
+  // What goes to the screen before the window does lies under what was drawn now.
+  if (!covered.isEmpty()) Tell([this, sent = sent_] { SendAgainAfter(sent); });
   return region - covered;
 }
 

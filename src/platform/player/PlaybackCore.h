@@ -60,7 +60,8 @@ class PlaybackCore : public QObject {
   // to come go there straight from the thread that makes them, wherever the display has such a way.
   void setPlace(std::uint32_t window, QPoint corner, const QRegion& region);
   // Draws the current picture, its top left corner at (0, 0), where it lies in `region`; returns
-  // the part of the region that it doesn't cover.
+  // the part of the region that it doesn't cover. For a paint of the window: once that is over, a
+  // picture that has come meanwhile is shown.
   QRegion Draw(QPainter& painter, const QRegion& region);
 
  signals:
@@ -72,8 +73,8 @@ class PlaybackCore : public QObject {
   // Whether the player takes it up, and will answer.
   bool Command(std::initializer_list<const char*> words, std::uint64_t answer = 0);
   void ObserveProperties();
-  // Whether no picture has gone to the screen since that one.
-  bool IsLast(std::uint64_t sent);
+  // Sends the current picture once more where others than those have gone to the screen.
+  void SendAgainAfter(std::uint64_t sent);
   // From any thread of the player: sets what waits.
   void Wake(bool PlaybackCore::*waits);
 

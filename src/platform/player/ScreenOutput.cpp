@@ -186,13 +186,13 @@ bool ScreenOutput::Put(const Picture& picture) {
 }
 
 void ScreenOutput::Send() {
-  xcb_flush(connection_);
   taking_ = true;
+  xcb_flush(connection_);
 }
 
 // The server answers in the order in which it is asked.
 void ScreenOutput::AwaitTaken() {
-  if (!std::exchange(taking_, false)) return;
+  if (!taking_.exchange(false)) return;
   const auto answer =
       Owned(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
 }

@@ -4,6 +4,7 @@
 #include <QPoint>
 #include <QRegion>
 #include <QSize>
+#include <atomic>
 #include <cstdint>
 
 struct xcb_connection_t;
@@ -15,8 +16,8 @@ namespace kelvane {
 // and what the window paints come to the screen in the order in which they were asked for. Only an
 // X server of this machine has it; elsewhere no picture is ever taken.
 //
-// Belongs to the user-interface thread, which makes and ends it, and to one that makes pictures:
-// setPlace and Put are never called at the same time.
+// Belongs to the user-interface thread, which makes and ends it, and to one that makes pictures and
+// waits for them to be taken: setPlace and Put are never called at the same time.
 class ScreenOutput {
  public:
   // As the player makes them: four bytes to a pixel, and no alpha.
@@ -38,7 +39,7 @@ class ScreenOutput {
   Picture MakePicture(QSize size) const;
   // False where the picture can't go this way, and nothing was drawn.
   bool Put(const Picture& picture);
-  // Sends what was put. May be called beside setPlace.
+  // Sends what was put. May be called beside everything else.
   void Send();
   // Waits until the server has read all that was put. From then on it may be written over.
   void AwaitTaken();
@@ -54,7 +55,7 @@ class ScreenOutput {
   std::uint32_t graphics_ = 0;  // the server's number for what it draws with; 0 for none
   QPoint corner_;
   QRegion region_;
-  bool taking_ = false;
+  std::atomic<bool> taking_ = false;
 };
 
 }  // namespace kelvane
