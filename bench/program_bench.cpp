@@ -232,7 +232,7 @@ void Run() {
 
   Screen screen(display.Name());
   CropBench crop(screen, QString::fromStdString(display.Name()));
-  constexpr int kCropPairs = 12;
+  constexpr int kCropPairs = 8;
   CompareFastest("a crop of 60 s of 1080p", kCropPairs, 1.02,
                  {"in the program", [&] { return crop.InProgram(); }},
                  {"bare command", [&] { return crop.Bare(); }});
