@@ -38,7 +38,7 @@ void WindowsMediaPlayer::MakeCore() {
   for (QWidget* box = this; !box->isWindow(); box = box->parentWidget()) {
     box->installEventFilter(this);
   }
-  window()->winId();
+  window()->winId();  // makes its handle, where it hasn't been shown yet
   window()->installEventFilter(this);
   window()->windowHandle()->installEventFilter(this);
 }

@@ -135,7 +135,7 @@ TEST_F(APlayedPicture, LeavesNoDescriptorOpen) {
 // In this process, for what the program's windows don't have.
 class APlayerInAWindow : public testing::Test {
  protected:
-  // With the player in a box of its own, or not, and what else is to lie over it.
+  // The player among them, and before it what is to lie over it.
   void Open(const std::vector<ControlDesign>& controls) {
     const FormDesign design = {.name = "Form",
                                .caption = "A form",
