@@ -1,6 +1,9 @@
 // The joiner window: the main window's opening against its own, ruler included, and what a section
 // costs among two thousand against one among twenty.
+#include <QCoreApplication>
+#include <QProcess>
 #include <cstdio>
+#include <cstdlib>
 #include <ctime>
 #include <exception>
 #include <vector>
@@ -24,7 +27,7 @@ double ProcessorMilliseconds() {
   return static_cast<double>(time.tv_sec) * 1e3 + static_cast<double>(time.tv_nsec) / 1e6;
 }
 
-constexpr int kAround = 9;
+constexpr int kAround = 9;  // sections, to either side of the one that is told
 
 // In milliseconds.
 struct Cost {
@@ -67,14 +70,56 @@ class GrowingList {
   Form4 form_;
 };
 
-// Around a section's number, the middle one of what the sections there cost.
-double CostAround(const std::vector<double>& costs, int number) {
-  const auto middle = costs.begin() + number - 1;
-  return At({middle - kAround, middle + kAround + 1}, 0.5);
-}
+// This program once more, with a list of its own: so one list can be measured beside another, in
+// turns, and whatever holds the machine up holds both up.
+class OtherList {
+ public:
+  explicit OtherList(int sections) {
+    process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+    process_.start(QCoreApplication::applicationFilePath(), {QString::number(sections)});
+    Need(process_.waitForStarted(), "the other list can't be made");
+  }
 
-void PrintCosts(const char* what, double many, double few) {
-  std::printf("  %-34s the 2,000th %.2f ms, the 20th %.2f ms\n", what, many, few);
+  OtherList(const OtherList&) = delete;
+  OtherList& operator=(const OtherList&) = delete;
+  ~OtherList() {
+    process_.closeWriteChannel();
+    process_.waitForFinished();
+  }
+
+  void AwaitGrown() { ReadLine(); }
+  Cost Add() {
+    process_.write("\n");
+    const QList<QByteArray> figures = ReadLine().split(' ');
+    Need(figures.size() == 2, "the other list says something else");
+    return {figures[0].toDouble(), figures[1].toDouble()};
+  }
+
+ private:
+  QByteArray ReadLine() {
+    constexpr int kLongest = 300'000;  // ms
+    while (!process_.canReadLine()) {
+      Need(process_.waitForReadyRead(kLongest), "the other list ended, or says nothing");
+    }
+    return process_.readLine().trimmed();
+  }
+
+  QProcess process_;
+};
+
+// What the other list does: it grows, says so, and adds a section for each line that it is sent.
+void BeOtherList(int sections) {
+  GrowingList list;
+  while (list.Sections() < sections) list.Add();
+  std::puts("grown");
+  std::fflush(stdout);
+  for (int line = std::getchar(); line != EOF; line = std::getchar()) {
+    const int before = list.Sections();
+    const Cost cost = list.Add();
+    Need(list.Sections() == before + 1, "a section is missing");
+    std::printf("%.4f %.4f\n", cost.whole, cost.afterPick);
+    std::fflush(stdout);
+  }
 }
 
 // What follows the pick alone is told as well: the dialog, which costs the same whatever the list
@@ -82,34 +127,36 @@ void PrintCosts(const char* what, double many, double few) {
 void MeasureGrowth() {
   constexpr int kFew = 20;
   constexpr int kMany = 2000;
-  GrowingList sections;
-  std::vector<double> whole;
-  std::vector<double> afterPick;
-  for (int section = 0; section < kMany + kAround; ++section) {
-    const Cost cost = sections.Add();
-    whole.push_back(cost.whole);
+  constexpr int kPairs = 2 * kAround + 1;
+  OtherList few(kFew - kAround - 1);
+  OtherList many(kMany - kAround - 1);
+  few.AwaitGrown();
+  many.AwaitGrown();
+  std::vector<double> manyAfterPick;
+  std::vector<double> fewAfterPick;
+  const auto add = [](OtherList& list, std::vector<double>& afterPick) {
+    const Cost cost = list.Add();
     afterPick.push_back(cost.afterPick);
-  }
-  Need(sections.Sections() == kMany + kAround, "a section is missing");
-  std::puts("adding a section, its tool left out: the median of those around");
-  const double manyWhole = CostAround(whole, kMany);
-  const double fewWhole = CostAround(whole, kFew);
-  PrintCosts("dialog and all", manyWhole, fewWhole);
+    return cost.whole / 1e3;
+  };
   constexpr double kTarget = 1.5;
-  PrintVerdict("adding a section: the 2,000th against the 20th", manyWhole / fewWhole, kTarget);
-  const double manyAfterPick = CostAround(afterPick, kMany);
-  const double fewAfterPick = CostAround(afterPick, kFew);
-  PrintCosts("after the file was picked", manyAfterPick, fewAfterPick);
-  PrintFigure("the same, without the dialog", manyAfterPick / fewAfterPick);
+  Compare("adding a section, its tool left out", kPairs, kTarget,
+          {"around the 2,000th", [&] { return add(many, manyAfterPick); }},
+          {"around the 20th", [&] { return add(few, fewAfterPick); }});
+  PrintFigure("the same, without the dialog", At(manyAfterPick, 0.5) / At(fewAfterPick, 0.5));
 }
 
 }  // namespace
 
-int main() {
+int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   QuietToolkit();
   const App app("kelvane");
   try {
+    if (argc == 2) {
+      BeOtherList(std::atoi(argv[1]));
+      return 0;
+    }
     CompareOpening<Form4>("joiner window", 1.2);
     MeasureGrowth();
   } catch (const std::exception& failure) {
