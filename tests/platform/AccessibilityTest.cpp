@@ -68,6 +68,19 @@ TEST(ReadingAWindow, PassesOverWhatIsHiddenOrHasNothingToSay) {
             "\nWindow \"A form\"\n");
 }
 
+TEST(ReadingAWindow, HasNoNodeForWhatIsHidden) {
+  const Controls controls{{.name = "Hidden",
+                           .controlClass = kLabel,
+                           .place = kAnywhere,
+                           .caption = "Hidden",
+                           .visible = false}};
+  TestForm form(controls);
+  form.Open();
+  EXPECT_EQ(NodeOf(form).childCount(), 0);
+  form.Find<Label>("Hidden").setVisible(true);
+  EXPECT_EQ(NodeOf(form).childCount(), 1);
+}
+
 TEST(ReadingAWindow, HasABoxWithAMeaningForAGroupAndAnyOtherForNoLevel) {
   EXPECT_EQ(HeardIn({{.name = "Group",
                       .controlClass = kPictureBox,
