@@ -89,6 +89,7 @@ TEST_F(FaultsOfProcesses, UsedUpDescriptorsDoNotDisturbAJobInProgress) {
   EXPECT_EQ(Pictures(cropped), Pictures(video));
   job.Cancel();
   EXPECT_TRUE(WaitFor([&] { return !job.Open(); }));
+  ASSERT_TRUE(program.LiftLimit(RLIMIT_NOFILE));
   CloseAndExpectEnd();
 }
 
