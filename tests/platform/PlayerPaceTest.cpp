@@ -53,5 +53,14 @@ TEST_F(PlayerPace, ItsThreadsDoNotCutIn) {
   EXPECT_EQ(sched_getscheduler(0), SCHED_OTHER);
 }
 
+TEST_F(PlayerPace, APolicyThatSomebodyChoseForTheProgramStays) {
+  const sched_param noPriority{};
+  ASSERT_EQ(sched_setscheduler(0, SCHED_BATCH, &noPriority), 0);
+  player.setURL(MakePlain("red.mp4", "red", 2));
+  EXPECT_TRUE(watch.AwaitColour(kPlayedRed));
+  EXPECT_EQ(sched_getscheduler(0), SCHED_BATCH);
+  ASSERT_EQ(sched_setscheduler(0, SCHED_OTHER, &noPriority), 0);
+}
+
 }  // namespace
 }  // namespace kelvane::testing

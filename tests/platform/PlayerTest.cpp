@@ -51,6 +51,20 @@ TEST_F(APlayer, CutsOffWhatIsLargerThanItself) {
   EXPECT_TRUE(PlayerWatch::Like(ColorAt(picture, 319, 179), kPlayedBlue));
 }
 
+// The player itself leaves the fourth byte of a pixel as it was.
+TEST_F(APlayer, LetsNothingThroughOnASurfaceThatHasAnAlpha) {
+  player.setURL(MakePlain("red.mp4", "red", 5));
+  ASSERT_TRUE(watch.AwaitColour(kPlayedRed));
+  QImage surface(player.size(), QImage::Format_ARGB32_Premultiplied);
+  surface.fill(Qt::transparent);
+  player.render(&surface);
+  for (int y = 0; y < surface.height(); ++y) {
+    for (int x = 0; x < surface.width(); ++x) {
+      ASSERT_EQ(qAlpha(surface.pixel(x, y)), 0xff) << x << ", " << y;
+    }
+  }
+}
+
 TEST_F(APlayer, IsBlackBeforeAnythingIsPlayed) {
   EXPECT_EQ(CountOf(Picture(player), 0x000000), 320 * 180);
 }

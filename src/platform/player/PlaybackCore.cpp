@@ -5,6 +5,7 @@
 
 #include <QPainter>
 #include <QRegion>
+#include <algorithm>
 #include <array>
 #include <clocale>
 #include <cstring>
@@ -77,20 +78,31 @@ bool HasRoomForThreads() {
 
 // While it lives, the threads that this one starts are such as work through a load: they get their
 // whole share of the processor, but when they wake they don't cut in on the user-interface thread
-// in the middle of a paint, nor on the display server that it waits for.
+// in the middle of a paint, nor on the display server that it waits for. A policy that somebody has
+// chosen for the whole program stays.
 class StartsLoadThreads {
  public:
-  StartsLoadThreads() { Choose(SCHED_BATCH); }
+  StartsLoadThreads() : chooses_(sched_getscheduler(0) == SCHED_OTHER) { Choose(SCHED_BATCH); }
   StartsLoadThreads(const StartsLoadThreads&) = delete;
   StartsLoadThreads& operator=(const StartsLoadThreads&) = delete;
   ~StartsLoadThreads() { Choose(SCHED_OTHER); }
 
  private:
-  static void Choose(int policy) {
+  void Choose(int policy) const {
     const sched_param noPriority{};
-    (void)sched_setscheduler(0, policy, &noPriority);
+    if (chooses_) (void)sched_setscheduler(0, policy, &noPriority);
   }
+
+  const bool chooses_;
 };
+
+// The player leaves the byte beside a pixel's colours as it is.
+void MakeOpaque(QImage& image) {
+  for (int y = 0; y < image.height(); ++y) {
+    auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
+    std::for_each(line, line + image.width(), [](QRgb& pixel) { pixel |= qRgb(0, 0, 0); });
+  }
+}
 
 // Marks the answer to a command that starts a file.
 constexpr std::uint64_t kStartAnswer = 1;
@@ -325,6 +337,8 @@ void PlaybackCore::RenderFrame() {
                                               {MPV_RENDER_PARAM_INVALID, nullptr}}};
   mpv_->render_context_render(renderer_, parameters.data());
   if (skips != 0) return;
+  // A surface may have an alpha where the display isn't one that shares memory.
+  if (drawing_.segment == 0) MakeOpaque(image);
   bool puts = false;
   {
     const std::lock_guard lock(mutex_);

@@ -7,28 +7,28 @@
 namespace kelvane {
 namespace {
 
-template <class Function>
-bool Resolve(QLibrary& library, const char* name, Function*& function) {
-  function = reinterpret_cast<Function*>(library.resolve(name));
-  return function != nullptr;
-}
-
+// False where the library lacks one of them.
 bool ResolveAll(QLibrary& library, PlayerLibrary& functions) {
-  return Resolve(library, "mpv_command_async", functions.command_async) &&
-         Resolve(library, "mpv_create", functions.create) &&
-         Resolve(library, "mpv_initialize", functions.initialize) &&
-         Resolve(library, "mpv_observe_property", functions.observe_property) &&
-         Resolve(library, "mpv_render_context_create", functions.render_context_create) &&
-         Resolve(library, "mpv_render_context_free", functions.render_context_free) &&
-         Resolve(library, "mpv_render_context_render", functions.render_context_render) &&
-         Resolve(library, "mpv_render_context_set_update_callback",
-                 functions.render_context_set_update_callback) &&
-         Resolve(library, "mpv_render_context_update", functions.render_context_update) &&
-         Resolve(library, "mpv_set_option_string", functions.set_option_string) &&
-         Resolve(library, "mpv_set_property_async", functions.set_property_async) &&
-         Resolve(library, "mpv_set_wakeup_callback", functions.set_wakeup_callback) &&
-         Resolve(library, "mpv_terminate_destroy", functions.terminate_destroy) &&
-         Resolve(library, "mpv_wait_event", functions.wait_event);
+  bool complete = true;
+  const auto resolve = [&]<class Function>(const char* name, Function*& function) {
+    function = reinterpret_cast<Function*>(library.resolve(name));
+    complete = complete && function != nullptr;
+  };
+  resolve("mpv_command_async", functions.command_async);
+  resolve("mpv_create", functions.create);
+  resolve("mpv_initialize", functions.initialize);
+  resolve("mpv_observe_property", functions.observe_property);
+  resolve("mpv_render_context_create", functions.render_context_create);
+  resolve("mpv_render_context_free", functions.render_context_free);
+  resolve("mpv_render_context_render", functions.render_context_render);
+  resolve("mpv_render_context_set_update_callback", functions.render_context_set_update_callback);
+  resolve("mpv_render_context_update", functions.render_context_update);
+  resolve("mpv_set_option_string", functions.set_option_string);
+  resolve("mpv_set_property_async", functions.set_property_async);
+  resolve("mpv_set_wakeup_callback", functions.set_wakeup_callback);
+  resolve("mpv_terminate_destroy", functions.terminate_destroy);
+  resolve("mpv_wait_event", functions.wait_event);
+  return complete;
 }
 
 std::optional<PlayerLibrary> Load() {

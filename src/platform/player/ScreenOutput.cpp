@@ -182,13 +182,11 @@ bool ScreenOutput::Put(const Picture& picture) {
       static_cast<std::uint16_t>(part.height()), static_cast<std::int16_t>(place.x()),
       static_cast<std::int16_t>(place.y()), kDepth, XCB_IMAGE_FORMAT_Z_PIXMAP, kTellsNothing,
       picture.segment, 0);
+  taking_ = true;
   return true;
 }
 
-void ScreenOutput::Send() {
-  taking_ = true;
-  xcb_flush(connection_);
-}
+void ScreenOutput::Send() { xcb_flush(connection_); }
 
 // The server answers in the order in which it is asked.
 void ScreenOutput::AwaitTaken() {
