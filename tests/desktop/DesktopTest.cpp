@@ -44,8 +44,11 @@ Screen& TheScreen() { return environment->screen(); }
 QString TheDisplay() { return environment->displayName(); }
 
 DesktopTest::DesktopTest(const QString& programName)
-    : screen(TheScreen()),
-      program(QStringLiteral(KELVANE_PROGRAM_FOLDER), TheDisplay(), programName),
+    : DesktopTest(TheScreen(), TheDisplay(), programName) {}
+
+DesktopTest::DesktopTest(Screen& otherScreen, const QString& display, const QString& programName)
+    : screen(otherScreen),
+      program(QStringLiteral(KELVANE_PROGRAM_FOLDER), display, programName),
       window(screen),
       job(screen) {}
 

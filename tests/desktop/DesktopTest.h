@@ -21,6 +21,9 @@ QString TheDisplay();
 class DesktopTest : public testing::Test {
  protected:
   explicit DesktopTest(const QString& programName = QStringLiteral("kelvane"));
+  // On another display than the shared one.
+  DesktopTest(Screen& otherScreen, const QString& display,
+              const QString& programName = QStringLiteral("kelvane"));
   void TearDown() override;
 
   // Starts the program and waits for its window.

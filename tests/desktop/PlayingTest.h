@@ -9,6 +9,8 @@ namespace kelvane::desktop {
 // The video runs beneath the bars.
 class Playing : public DesktopTest {
  protected:
+  using DesktopTest::DesktopTest;
+
   // Loads a clip and runs it; its size must be this one.
   void LoadAndRun(const QString& path, QSize size) {
     ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, path));

@@ -48,7 +48,6 @@ Compositor::~Compositor() {
 void Compositor::Show(Program& program) const {
   program.SetVariable(QStringLiteral("WAYLAND_DISPLAY"), Socket());
   program.SetVariable(QStringLiteral("DISPLAY"), QString());
-  program.SetVariable(QStringLiteral("QT_QPA_PLATFORM"), QString());
 }
 
 }  // namespace kelvane::desktop

@@ -85,9 +85,10 @@ class TrialWindow {
 
 }  // namespace
 
-PrivateDisplay::PrivateDisplay(const std::string& privateFolder) {
+PrivateDisplay::PrivateDisplay(const std::string& privateFolder,
+                               const std::vector<std::string>& serverOptions) {
   try {
-    StartServer();
+    StartServer(serverOptions);
     StartWindowManager(privateFolder);
   } catch (...) {
     End(windowManager_);
@@ -110,13 +111,14 @@ void PrivateDisplay::UseForToolkit(const std::string& privateFolder) const {
 }
 
 // The server says its number on a pipe once it takes connections.
-void PrivateDisplay::StartServer() {
+void PrivateDisplay::StartServer(const std::vector<std::string>& options) {
   std::array<int, 2> ends{};
   if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe for the X server");
   std::vector<std::string> arguments = ServerAndScreen();
   const std::string server = arguments.front();
   arguments.insert(arguments.end(),
                    {"-displayfd", std::to_string(ends[1]), "-nolisten", "tcp", "-noreset"});
+  arguments.insert(arguments.end(), options.begin(), options.end());
   server_ = StartCompanion(arguments, ends[1]);
   close(ends[1]);
   std::string number;

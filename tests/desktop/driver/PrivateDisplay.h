@@ -3,6 +3,7 @@
 #include <sys/types.h>
 
 #include <string>
+#include <vector>
 
 namespace kelvane::desktop {
 
@@ -13,9 +14,10 @@ namespace kelvane::desktop {
 // screen in a window of the display in DISPLAY.
 class PrivateDisplay {
  public:
-  // `privateFolder` is the window manager's home. Throws std::runtime_error where the server or the
-  // manager doesn't come up.
-  explicit PrivateDisplay(const std::string& privateFolder);
+  // `privateFolder` is the window manager's home; the server gets these options after its own.
+  // Throws std::runtime_error where the server or the manager doesn't come up.
+  explicit PrivateDisplay(const std::string& privateFolder,
+                          const std::vector<std::string>& serverOptions = {});
   PrivateDisplay(const PrivateDisplay&) = delete;
   PrivateDisplay& operator=(const PrivateDisplay&) = delete;
   ~PrivateDisplay();
@@ -28,7 +30,7 @@ class PrivateDisplay {
   void UseForToolkit(const std::string& privateFolder) const;
 
  private:
-  void StartServer();
+  void StartServer(const std::vector<std::string>& options);
   void StartWindowManager(const std::string& privateFolder);
 
   std::string name_;

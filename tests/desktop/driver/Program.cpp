@@ -46,7 +46,6 @@ QProcessEnvironment CleanEnvironment(const QString& folder, const QString& displ
   environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), folder + QStringLiteral("/runtime"));
   environment.insert(QStringLiteral("LANG"), QStringLiteral("C.UTF-8"));
   environment.insert(QStringLiteral("DISPLAY"), display);
-  environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
   // The machine may have no sound device.
   environment.insert(QStringLiteral("SDL_AUDIODRIVER"), QStringLiteral("dummy"));
   for (const char* name : {"ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS"}) {

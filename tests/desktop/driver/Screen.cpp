@@ -5,8 +5,6 @@
 
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QPixmap>
-#include <QScreen>
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -45,7 +43,9 @@ Screen::Screen(const std::string& display) : connection_(xcb_connect(display.c_s
     xcb_disconnect(connection_);
     throw std::runtime_error("the display " + display + " doesn't answer");
   }
-  root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
+  const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
+  root_ = screen->root;
+  size_ = {screen->width_in_pixels, screen->height_in_pixels};
   // The server must be told which version it is asked for.
   Own(xcb_xfixes_query_version_reply(
       connection_,
@@ -133,9 +133,24 @@ void Screen::Disconnect(WindowId window) {
   Settle();
 }
 
-QImage Screen::Picture() const {
-  return QGuiApplication::primaryScreen()->grabWindow(0).toImage().convertToFormat(
-      QImage::Format_RGB32);
+QImage Screen::Picture() const { return Picture(QRect({}, size_)); }
+
+QImage Screen::Picture(const QRect& part) const {
+  const QRect inside = part & QRect({}, size_);
+  if (inside.isEmpty()) return QImage(size_, QImage::Format_RGB32).copy(part);
+  const auto reply = Own(xcb_get_image_reply(
+      connection_,
+      xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, root_,
+                    static_cast<std::int16_t>(inside.x()), static_cast<std::int16_t>(inside.y()),
+                    static_cast<std::uint16_t>(inside.width()),
+                    static_cast<std::uint16_t>(inside.height()), ~0U),
+      nullptr));
+  if (!reply) throw std::runtime_error("the display gives no picture");
+  const QImage picture(xcb_get_image_data(reply.get()), inside.width(), inside.height(),
+                       xcb_get_image_data_length(reply.get()) / inside.height(),
+                       reply->depth == 16 ? QImage::Format_RGB16 : QImage::Format_RGB32);
+  // What lies beyond the screen is black.
+  return picture.convertToFormat(QImage::Format_RGB32).copy(part.translated(-inside.topLeft()));
 }
 
 QRgb Screen::Pixel(QPoint place) const { return Picture({place, QSize(1, 1)}).pixel(0, 0); }

@@ -61,8 +61,9 @@ class Screen {
   // Ends the connection of the window's program to the display, as the display's own end does.
   void Disconnect(WindowId window);
 
+  // Throws std::runtime_error where the display is gone.
   QImage Picture() const;
-  QImage Picture(const QRect& part) const { return Picture().copy(part); }
+  QImage Picture(const QRect& part) const;
   QRgb Pixel(QPoint place) const;
 
   // The picture that the pointer shows at this moment, as wide and as high as what is drawn in it.
@@ -100,6 +101,7 @@ class Screen {
 
   xcb_connection_t* connection_;
   WindowId root_ = 0;
+  QSize size_;
   QHash<std::uint32_t, Stroke> keyboard_;
   mutable QHash<QByteArray, xcb_atom_t> atoms_;
 };
