@@ -2,19 +2,29 @@
 
 #include <QDir>
 #include <QFile>
+#include <cstdlib>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "desktop/driver/Toolkit.h"
 
 namespace kelvane::desktop {
 namespace {
 
+// The screen has 24 bits to a pixel, or as many as this says.
+std::vector<std::string> ScreenOptions() {
+  const char* depth = std::getenv("KELVANE_TEST_DEPTH");
+  if (depth == nullptr) return {};
+  return {"-screen", "0", std::string("1920x1200x") + depth};
+}
+
 // Made when the first test starts, so that listing the tests needs no display.
 class DisplayEnvironment : public testing::Environment {
  public:
   void SetUp() override {
     const std::string folder = home_.path().toStdString();
-    display_ = std::make_unique<PrivateDisplay>(folder);
+    display_ = std::make_unique<PrivateDisplay>(folder, ScreenOptions());
     toolkit_ = std::make_unique<Toolkit>(*display_, folder);
     screen_ = std::make_unique<Screen>(display_->Name());
   }
