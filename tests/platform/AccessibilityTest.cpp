@@ -4,8 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <QDialog>
+#include <QMenu>
 #include <cmath>
 #include <limits>
+#include <string>
 
 #include "platform/Label.h"
 #include "platform/PictureBox.h"
@@ -369,6 +371,15 @@ TEST_F(Acting, APressBehindADialogDoesNothing) {
   EXPECT_EQ(events.size(), 2U);
 }
 
+TEST_F(Acting, APressBehindAMenuDoesNothing) {
+  QMenu menu(&form);
+  menu.addAction(QStringLiteral("Play"));
+  menu.popup(form.mapToGlobal(QPoint(10, 10)));
+  Do("Command(3)", QAccessibleActionInterface::pressAction());
+  PumpOnce();
+  EXPECT_EQ(events, Events{});
+}
+
 TEST_F(Acting, AnotherActionThanItsOwnDoesNothing) {
   Do("Command(3)", QAccessibleActionInterface::showMenuAction());
   Do("Strip(2)", QAccessibleActionInterface::pressAction());
@@ -447,6 +458,31 @@ TEST_F(Acting, ABarStaysBetweenTheEdgesOfItsBoxAndTakesNothingThatIsNoNumber) {
   EXPECT_EQ(after(-1e300), 0);
   EXPECT_EQ(after(std::nan("")), 0);
   EXPECT_EQ(after(std::numeric_limits<double>::infinity()), 0);
+}
+
+TEST_F(Acting, OnlyABarKnowsItsLeastAndItsMostAndNothingItsStep) {
+  for (const char* slider : {"LeftBar", "Thumb"}) {
+    QAccessibleValueInterface& value = *Node(slider).valueInterface();
+    const bool isBar = slider == std::string("LeftBar");
+    EXPECT_EQ(value.minimumValue().isValid(), isBar) << slider;
+    EXPECT_EQ(value.maximumValue().isValid(), isBar) << slider;
+    EXPECT_FALSE(value.minimumStepSize().isValid()) << slider;
+  }
+}
+
+TEST_F(Acting, AThumbWithoutAReadOutHasNoValue) {
+  form.Find<Label>("Value").setObjectName(QStringLiteral("AnotherName"));
+  EXPECT_FALSE(Node("Thumb").valueInterface()->currentValue().isValid());
+}
+
+TEST_F(Acting, SaysItsValueAsATextWhereItHasOne) {
+  EXPECT_EQ(Node("Thumb").text(QAccessible::Value), QStringLiteral("4"));
+  EXPECT_EQ(Node("Command(3)").text(QAccessible::Value), QString());
+}
+
+TEST_F(Acting, APartOfAnotherBoxIsNoChild) {
+  EXPECT_EQ(NodeOf(form).indexOfChild(&Node("Strip(2)")), -1);
+  EXPECT_EQ(Node("Strips").indexOfChild(&Node("Strip(2)")), 0);
 }
 
 TEST_F(Acting, AThumbsValueIsWhatItsReadOutSays) {

@@ -74,9 +74,14 @@ TEST_F(ALinesEnds, KeepsFractionsOfAUnit) {
 }
 
 TEST_F(ALinesEnds, KeepsItsEndsWhereANewOneIsNoNumber) {
-  line.setX2(std::numeric_limits<float>::quiet_NaN());
-  line.setY1(std::numeric_limits<float>::infinity());
-  EXPECT_EQ(Ink(), QRect(10, 20, 30, 1));
+  for (const float none :
+       {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()}) {
+    line.setX1(none);
+    line.setY1(none);
+    line.setX2(none);
+    line.setY2(none);
+    EXPECT_EQ(Ink(), QRect(10, 20, 30, 1));
+  }
 }
 
 TEST_F(ALinesEnds, TakesAnotherColour) {
