@@ -2,7 +2,8 @@
 # Sets up, builds and runs the tests. Without an argument: all of them.
 #   ./test.sh quick     those that need neither a display server nor a minute
 #   ./test.sh asan      all of them, with AddressSanitizer and UndefinedBehaviorSanitizer
-#   ./test.sh tsan      those of the player, which has threads, with ThreadSanitizer
+#   ./test.sh tsan      those of the player, which has threads, with ThreadSanitizer; among them
+#                       those in process on a private display, where pictures have their short way
 #   ./test.sh coverage  all of them, and tells which lines and branches of src/ they run
 #   ./test.sh sharpness the quick ones against small faults, one at a time (--help says more)
 set -euo pipefail
@@ -18,10 +19,17 @@ case "$#:${1:-}" in
   1:asan | 1:coverage) preset=$1 ;;
   1:tsan)
     install_packages build run test
-    build tsan player_tests
-    say "running the player's tests"
+    build tsan player_tests desktop_test
     export TSAN_OPTIONS=suppressions=$KELVANE_ROOT/tests/platform/races.supp:history_size=4
-    exec "$(build_dir tsan)/tests/platform/player_tests"
+    failed=()
+    say "running the player's tests"
+    "$(build_dir tsan)/tests/platform/player_tests" \
+      --gtest_filter=-APicture.RepaintsNoControlThatLiesOverIt || failed+=(player_tests)
+    say "running those of its pictures' way to the screen"
+    ctest --test-dir "$(build_dir tsan)" -R '^APlayerInAWindow\.' --output-on-failure \
+      --no-tests=error || failed+=(desktop_test)
+    ((${#failed[@]} == 0)) || fail "failed: ${failed[*]}"
+    exit
     ;;
   *:sharpness)
     install_packages build run test
