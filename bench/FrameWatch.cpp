@@ -50,6 +50,10 @@ void FrameWatch::Watch(const Form* form, const WindowsMediaPlayer* player, const
   player_ = player;
   bar_ = bar;
   Begin();
+  {
+    const std::lock_guard lock(mutex_);
+    frames_.clear();
+  }
   if (player == nullptr) {
     LookAtSentPictures({});
   } else {
@@ -64,11 +68,12 @@ std::set<int> FrameWatch::Frames() const {
 
 void FrameWatch::Begin() {
   busy_ = {};
-  {
-    const std::lock_guard lock(mutex_);
-    frames_.clear();
-  }
   unpaintedMove_ = 0;
+}
+
+std::optional<double> FrameWatch::BarPaintedAt() const {
+  if (bar_->Left() != barLeft_) return std::nullopt;
+  return barPaintedAt_;
 }
 
 double FrameWatch::Now() {
@@ -129,6 +134,8 @@ void FrameWatch::EndHandling(double took, double onProcessor) {
   if (servesPlayer_) {
     busy_.frames << took;
     busy_.framesOnProcessor << onProcessor;
+  } else {
+    busy_.others << took;
   }
   if (movesBar_) unpaintedMove_ += took;
   if (repaints_ && unpaintedMove_ > 0) {

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QTimer>
 #include <mutex>
+#include <optional>
 #include <set>
 
 namespace kelvane {
@@ -27,6 +28,8 @@ struct Busy {
   // they took of the processor: less than by the clock where somebody else's work came in between.
   QList<double> frames;
   QList<double> framesOnProcessor;
+  // All the others.
+  QList<double> others;
   // A move of a bar: its handler, and the repaint that it brought about.
   QList<double> moves;
 };
@@ -40,14 +43,16 @@ class FrameWatch : public QApplication {
   // The player and the bar belong to the form, which outlives the watch or is forgotten by another
   // call.
   void Watch(const Form* form, const WindowsMediaPlayer* player, const PictureBox* bar);
-  // Forgets what was seen.
+  // Forgets what this thread was busy with.
   void Begin();
 
   const Busy& Seen() const { return busy_; }
-  // The numbers of the pictures that were painted, or sent to the screen without.
+  // The numbers of the pictures that were painted, or sent to the screen without, since the player
+  // has been watched.
   std::set<int> Frames() const;
-  // When the repaint ended that shows the bar where it is now, in milliseconds of the clock.
-  double BarPaintedAt() const { return barPaintedAt_; }
+  // When the repaint ended that shows the bar where it is now, in milliseconds of the clock; none
+  // where there was none yet.
+  std::optional<double> BarPaintedAt() const;
 
   // Serves events until `enough` says so, asleep where there are none: a thread that spins would be
   // made to wait by the system in the middle of its work.
