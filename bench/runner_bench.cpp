@@ -1,7 +1,8 @@
 // What a block costs through the console runner, with a handler that counts, against a bare loop of
-// reads of the same size over the same tool's output. Both are measured in turn inside each pass,
-// so that the ratio doesn't follow the machine's moods. Where appending cost more the longer the
-// text is, the runner's figures would rise from the first size to the last.
+// reads of the same size over the same tool's output. All sizes, and both ways of each, are
+// measured in turn inside each pass, so that the ratios don't follow the machine's moods. Where
+// appending cost more the longer the text is, the runner's figures would rise from the first size
+// to the last.
 #include <fcntl.h>
 #include <spawn.h>
 #include <sys/wait.h>
@@ -86,13 +87,14 @@ Pass ThroughBareReads(std::int64_t bytes) {
   return pass;
 }
 
-// The runner's median cost of a block, at an output of this many mebibytes.
-double Measure(std::int64_t mebibytes) {
-  constexpr int kPasses = 5;
-  std::vector<double> runner;
-  std::vector<double> bare;
-  std::vector<double> ratios;
-  for (int pass = 0; pass < kPasses; ++pass) {
+// What a block costs at an output of this many mebibytes, pass by pass, in nanoseconds.
+struct Size {
+  std::int64_t mebibytes;
+  std::vector<double> runner = {};
+  std::vector<double> bare = {};
+  std::vector<double> ratios = {};
+
+  void Measure() {
     const Pass ours = ThroughRunner(mebibytes * kMebibyte);
     const Pass theirs = ThroughBareReads(mebibytes * kMebibyte);
     Need(ours.bytes == mebibytes * kMebibyte && ours.bytes == theirs.bytes,
@@ -101,26 +103,37 @@ double Measure(std::int64_t mebibytes) {
     bare.push_back(theirs.NanosecondsPerBlock());
     ratios.push_back(runner.back() / bare.back());
   }
+
+  void Print() const {
+    std::printf("%d MiB of a tool's output, %d passes: min, median, max\n",
+                static_cast<int>(mebibytes), static_cast<int>(runner.size()));
+    PrintRow("runner, ns to a block", runner);
+    PrintRow("bare reads, ns to a block", bare);
+    PrintRow("ratio", ratios);
+    PrintFigure("runner: a block of " + std::to_string(mebibytes) + " MiB against bare reads",
+                At(ratios, 0.5));
+  }
+};
+
+void Run() {
+  constexpr int kPasses = 5;
+  constexpr double kFlat = 1.25;
+  std::array sizes = {Size{1}, Size{16}, Size{256}};
+  std::vector<double> growth;
+  for (int pass = 0; pass < kPasses; ++pass) {
+    for (Size& size : sizes) size.Measure();
+    growth.push_back(sizes.back().runner.back() / sizes.front().runner.back());
+  }
   kelvane::DOSOutputs::ReapEndedChildren();
-  std::printf("%d MiB of a tool's output, %d passes: min, median, max\n",
-              static_cast<int>(mebibytes), kPasses);
-  PrintRow("runner, ns to a block", runner);
-  PrintRow("bare reads, ns to a block", bare);
-  PrintRow("ratio", ratios);
-  PrintFigure("runner: a block of " + std::to_string(mebibytes) + " MiB against bare reads",
-              At(ratios, 0.5));
-  return At(runner, 0.5);
+  for (const Size& size : sizes) size.Print();
+  PrintVerdict("runner: a block of 256 MiB against one of 1 MiB", At(growth, 0.5), kFlat);
 }
 
 }  // namespace
 
 int main() {
-  constexpr double kFlat = 1.25;
   try {
-    const double few = Measure(1);
-    Measure(16);
-    const double many = Measure(256);
-    PrintVerdict("runner: a block of 256 MiB against one of 1 MiB", many / few, kFlat);
+    Run();
   } catch (const std::exception& failure) {
     std::fprintf(stderr, "runner_bench: %s\n", failure.what());
     return 1;
