@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
 # Sets up, builds and runs the benches. Each prints minimum, median and maximum, and ratios taken
-# inside the one run; at the end stands a table of all figures that have been asked for, each with
-# its mark. It is kept as bench-report.txt in the build folder; docs/benches.md tells how each is
-# measured. To be run on a machine that does nothing else.
+# inside the one run; at the end stands a table of the figures, with a verdict those that have a
+# mark, and of the benches that failed. It is kept as bench-report.txt in the build folder;
+# docs/benches.md tells how each is measured. To be run on a machine that does nothing else.
 set -euo pipefail
 
 # shellcheck source=scripts/setup.sh
@@ -18,9 +18,13 @@ export KELVANE_BENCH_REPORT
 trap 'rm -f "$KELVANE_BENCH_REPORT"' EXIT
 
 begin=$SECONDS
+failed=()
 for bench in noise program playback join joiner sections runner handler; do
   say "running ${bench}_bench"
-  "$folder/bench/${bench}_bench"
+  "$folder/bench/${bench}_bench" || {
+    failed+=("${bench}_bench")
+    printf '%s, ended early\t-\t\tfailed\n' "${bench}_bench" >>"$KELVANE_BENCH_REPORT"
+  }
 done
 report=$folder/bench-report.txt
 {
@@ -30,3 +34,4 @@ report=$folder/bench-report.txt
   column -t -s $'\t' -N 'what,figure,mark,verdict' <"$KELVANE_BENCH_REPORT"
 } | tee "$report"
 say "the table is kept as $report"
+((${#failed[@]} == 0)) || fail "failed: ${failed[*]}"
