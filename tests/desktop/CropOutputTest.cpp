@@ -1,6 +1,5 @@
 // Outputs that can't be written, and tools that fail: the window says that the job succeeded all
 // the same, and nothing is touched that wasn't named as output.
-#include <QDir>
 #include <QFile>
 #include <csignal>
 
@@ -11,15 +10,6 @@ namespace {
 
 class CropOutput : public DesktopTest {
  protected:
-  // Every file in the test's own folder with its content, but for the noted runs of tools.
-  QHash<QString, QByteArray> Files() const {
-    QHash<QString, QByteArray> files;
-    for (const QString& name : QDir(program.Folder()).entryList(QDir::Files | QDir::System)) {
-      files.insert(name, ContentOf(program.PathOf(name)));
-    }
-    return files;
-  }
-
   // Has the real tool note what it prints in "said".
   void NoteWhatTheToolSays(const QString& moreArguments = {}) {
     said = program.PathOf("log/said");
@@ -81,9 +71,11 @@ TEST_F(CropOutput, AFolderWithoutRoomForFilesStaysAsItIs) {
   NoteWhatTheToolSays();
   const QString output = program.PathOf("cropped.mp4");
   ASSERT_TRUE(QFile::link("/proc/cropped.mp4", output));
+  const QHash<QString, QByteArray> before = Files();
   ASSERT_NO_FATAL_FAILURE(CropTo(output));
   EXPECT_TRUE(ContentOf(said).contains(output.toLocal8Bit() + ": No such file or directory"))
       << ContentOf(said).toStdString();
+  EXPECT_EQ(Files(), before);
   LeaveInPeace();
 }
 
@@ -93,8 +85,10 @@ TEST_F(CropOutput, AFullDiskIsNoReasonForAMessage) {
   NoteWhatTheToolSays("-y");
   const QString full = program.PathOf("full.mp4");
   ASSERT_TRUE(QFile::link("/dev/full", full));
+  const QHash<QString, QByteArray> before = Files();
   ASSERT_NO_FATAL_FAILURE(CropTo(full));
   EXPECT_TRUE(ContentOf(said).contains("No space left on device")) << ContentOf(said).toStdString();
+  EXPECT_EQ(Files(), before);
   LeaveInPeace();
 }
 
@@ -125,7 +119,12 @@ TEST_F(CropOutput, AToolThatFailsEndsTheJob) {
   ReplaceProbe("00:00:10.00");
   program.ReplaceTool("ffmpeg", "echo 'Conversion failed!' >&2; exit 1");
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithPretendedVideo());
-  ASSERT_NO_FATAL_FAILURE(CropTo(program.PathOf("cropped.mp4")));
+  const QString existing = program.PathOf("cropped.mp4");
+  ASSERT_NO_FATAL_FAILURE(WriteFile(existing, "somebody's work"));
+  const QHash<QString, QByteArray> before = Files();
+  ASSERT_NO_FATAL_FAILURE(CropTo(existing));
+  EXPECT_EQ(program.RunsOf("ffmpeg").size(), 1);
+  EXPECT_EQ(Files(), before);
   LeaveInPeace();
 }
 

@@ -126,6 +126,16 @@ QByteArray DesktopTest::ContentOf(const QString& path) const {
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(not there)");
 }
 
+QHash<QString, QByteArray> DesktopTest::Files() const {
+  QHash<QString, QByteArray> files;
+  for (const QFileInfo& file : QDir(program.Folder()).entryInfoList(QDir::Files | QDir::System)) {
+    // Not a device's, which may have no end.
+    const QByteArray content = file.isFile() ? ContentOf(file.filePath()) : QByteArray();
+    files.insert(file.fileName(), file.symLinkTarget().toUtf8() + content);
+  }
+  return files;
+}
+
 void DesktopTest::WriteFile(const QString& path, const QByteArray& content) const {
   QFile file(path);
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));

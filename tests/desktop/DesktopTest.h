@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QHash>
 #include <QString>
 
 #include "desktop/driver/Program.h"
@@ -41,6 +42,9 @@ class DesktopTest : public testing::Test {
   void CloseAndExpectEnd();
 
   QByteArray ContentOf(const QString& path) const;
+  // Every file in the test's own folder with its content, and of a link with what it leads to.
+  // What tools note in a folder of their own isn't among them.
+  QHash<QString, QByteArray> Files() const;
   void WriteFile(const QString& path, const QByteArray& content) const;
 
   Screen& screen;

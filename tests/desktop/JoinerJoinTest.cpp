@@ -76,25 +76,36 @@ TEST_F(JoinerJoin, ACancelledDialogRunsOnWithoutAnOutput) {
 TEST_F(JoinerJoin, AToolThatFailsIsASuccessAllTheSame) {
   program.ReplaceTool("ffmpeg", "echo no >&2; exit 1");
   ASSERT_NO_FATAL_FAILURE(AddThreePretended());
+  ASSERT_NO_FATAL_FAILURE(WriteFile(Output(), "somebody's work"));
+  const QHash<QString, QByteArray> before = Files();
   ASSERT_NO_FATAL_FAILURE(JoinTo(Output()));
   EXPECT_TRUE(joiner.AwaitProcess("Process: Video Created."));
+  EXPECT_EQ(program.RunsOf("ffmpeg"), Runs{CopyRun({Output()})});
+  EXPECT_EQ(Files(), before);
 }
 
 TEST_F(JoinerJoin, AMissingToolIsASuccessAllTheSame) {
   program.RemoveTool("ffmpeg");
   ASSERT_NO_FATAL_FAILURE(AddThreePretended());
+  const QHash<QString, QByteArray> before = Files();
   ASSERT_NO_FATAL_FAILURE(JoinTo(Output()));
   EXPECT_TRUE(joiner.AwaitProcess("Process: Video Created."));
-  EXPECT_FALSE(QFile::exists(Output()));
+  EXPECT_EQ(Files(), before) << "no output";
   CloseJoinerAndExpectEnd();
 }
 
 TEST_F(JoinerJoin, AListFileThatCannotBeWrittenIsPassedOver) {
-  ASSERT_NO_FATAL_FAILURE(AddThreePretended());
+  program.ReplaceTool("ffmpeg", "exec \"$real\" \"$@\"");
+  const QString clip = program.PathOf("clip.mp4");
+  ASSERT_TRUE(MakeVideo(clip, QSize(320, 240), 1));
+  ASSERT_NO_FATAL_FAILURE(Add(clip));
   ASSERT_TRUE(QDir().mkpath(ListFile() + "/full"));
+  const QHash<QString, QByteArray> before = Files();
   ASSERT_NO_FATAL_FAILURE(JoinTo(Output()));
   EXPECT_EQ(program.RunsOf("ffmpeg"), Runs{CopyRun({Output()})});
-  EXPECT_TRUE(QDir(ListFile()).exists());
+  EXPECT_EQ(Files(), before) << "no output";
+  EXPECT_EQ(QDir(ListFile()).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+            QStringList{"full"});
 }
 
 TEST_F(JoinerJoin, TheToolsWordsMakeASection) {

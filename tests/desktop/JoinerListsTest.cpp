@@ -133,8 +133,10 @@ TEST_F(JoinerLists, ANameThatCannotBeWrittenIsPassedOverInSilence) {
   ASSERT_NO_FATAL_FAILURE(AddThreePretended());
   const QString unwritable = program.PathOf("unwritable.txt");
   ASSERT_TRUE(QFile::link("/nowhere/list.txt", unwritable));
+  const QHash<QString, QByteArray> before = Files();
   ASSERT_TRUE(joiner.ChooseFile(JoinerButton::kSaveList, unwritable));
   EXPECT_TRUE(HoldsFor([&] { return screen.Windows() == QList{joiner.Id()}; }, 300ms));
+  EXPECT_EQ(Files(), before);
   ASSERT_TRUE(joiner.ChooseFile(JoinerButton::kSaveList, SavedList()));
   EXPECT_TRUE(WaitFor([&] { return ContentOf(SavedList()).count("\r\n") == 3; }, 5s));
 }

@@ -47,6 +47,16 @@ TEST_F(JoinerRealTools, AnApostropheSpoilsTheJoinAndNoSourceIsTouched) {
   EXPECT_EQ(ContentOf(added[0]) + ContentOf(added[1]), before);
 }
 
+TEST_F(JoinerRealTools, AnExistingFileGivesWayEvenToAJoinThatFailsOnItsWay) {
+  ASSERT_NO_FATAL_FAILURE(AddClips({{"a.mp4", 2}, {"b.mp4", 2}}));
+  const QByteArray first = ContentOf(added[0]);
+  ASSERT_TRUE(QFile::remove(added[1]));
+  ASSERT_NO_FATAL_FAILURE(WriteFile(Output(), "somebody's work"));
+  ASSERT_NO_FATAL_FAILURE(JoinTo(Output()));
+  EXPECT_EQ(Pictures(Output()), 2 * 25) << "the tool came that far";
+  EXPECT_EQ(ContentOf(added[0]), first);
+}
+
 TEST_F(JoinerRealTools, EachSectionBecomesATransportStreamThatDecodes) {
   ASSERT_NO_FATAL_FAILURE(AddClips({{"a.mp4", 2}, {"b.mp4", 3}}));
   joiner.Choose(JoinerMode::kTransportStreams);

@@ -38,6 +38,12 @@ void JoinerTest::AddThreePretended() {
   ASSERT_TRUE(joiner.AwaitTotals(3, QStringLiteral("01,113"), QStringLiteral("00:18:33")));
 }
 
+void JoinerTest::ExpectPathWithoutStripOrRow(int section) const {
+  EXPECT_TRUE(WaitFor([&] { return joiner.LineShows(section, added[section]); }, 5s));
+  EXPECT_TRUE(HoldsFor([&] { return joiner.Strip(section).isEmpty(); }, 300ms));
+  EXPECT_TRUE(joiner.RowShows(section, {}, {}, {}));
+}
+
 void JoinerTest::JoinTo(const QString& output) {
   ASSERT_TRUE(joiner.ChooseFile(JoinerButton::kJoinSections, output));
   ASSERT_TRUE(ConfirmJoin(screen, 60s)) << "the box at the end doesn't come";

@@ -23,6 +23,9 @@ class JoinerTest : public DesktopTest {
   // Three pretended sections, "a.mp4" of 200 seconds, "b.mp4" of 610 and "c.mp4" of 303.
   void AddThreePretended();
 
+  // A section of which no tool has told a duration: all that there is of it is a line of the list.
+  void ExpectPathWithoutStripOrRow(int section) const;
+
   // Join All Sections with that output, up to the box at its end, which is closed.
   void JoinTo(const QString& output);
   QString ListFile() const { return program.ProgramFolder() + QStringLiteral("/files.txt"); }
