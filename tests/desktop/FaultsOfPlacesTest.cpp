@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "desktop/JoinerTest.h"
+#include "desktop/driver/ScreenReader.h"
 #include "desktop/faults/Faults.h"
 
 namespace kelvane::desktop {
@@ -27,15 +28,21 @@ class FaultsOfPlaces : public DesktopTest {
 struct Shortage {
   const char* name;
   int error;
+  const char* reason;
 };
 
 void PrintTo(const Shortage& shortage, std::ostream* stream) { *stream << shortage.name; }
 
-class ATemporaryPlace : public FaultsOfPlaces, public testing::WithParamInterface<Shortage> {};
+class ATemporaryPlace : public FaultsOfPlaces, public testing::WithParamInterface<Shortage> {
+ protected:
+  ATemporaryPlace() { program.SetVariable("DBUS_SESSION_BUS_ADDRESS", reader.Address()); }
+  ScreenReader reader{program.PathOf("runtime")};
+};
 
 INSTANTIATE_TEST_SUITE_P(FaultsOfPlaces, ATemporaryPlace,
-                         testing::Values(Shortage{"Missing", ENOENT}, Shortage{"Full", ENOSPC},
-                                         Shortage{"ReadOnly", EROFS}),
+                         testing::Values(Shortage{"Missing", ENOENT, "No such file or directory"},
+                                         Shortage{"Full", ENOSPC, "No space left on device"},
+                                         Shortage{"ReadOnly", EROFS, "Read-only file system"}),
                          [](const auto& place) { return place.param.name; });
 
 TEST_P(ATemporaryPlace, ThatTakesNoLinkIsToldAndAnyOtherNameStillLoads) {
@@ -46,6 +53,14 @@ TEST_P(ATemporaryPlace, ThatTakesNoLinkIsToldAndAnyOtherNameStillLoads) {
   ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, blank));
   const WindowId message = screen.Await("Error");
   ASSERT_NE(message, 0U);
+  const QString text = QStringLiteral(
+                           "An error occurred while obtaining the file path.\n\n"
+                           "The error number was:\t%1\nThe error description:\t%2")
+                           .arg(GetParam().error)
+                           .arg(GetParam().reason);
+  const SpokenNode spoken = reader.AwaitWindow("Error");
+  EXPECT_EQ(ScreenReader::Find(spoken, "label", text).Name(), text)
+      << ScreenReader::HeardIn(spoken).toStdString();
   ASSERT_TRUE(WaitFor([&] { return screen.Active(message); }));
   screen.Strike(kReturn);
   EXPECT_TRUE(WaitFor([&] { return screen.Windows().size() == 1; }));
@@ -73,6 +88,7 @@ TEST_F(JoinersTemporaryPlace, ThatTakesNoLinkIsNotToldAndTheSectionIsJoinedAllTh
   faults.FailAll(Attempt::kUseTemporary, ENOSPC);
   ASSERT_NO_FATAL_FAILURE(Add(clip));
   EXPECT_TRUE(joiner.AwaitTotals(1, "00,000", "00:00:00"));
+  ExpectPathWithoutStripOrRow(0);
   EXPECT_EQ(screen.Windows().size(), 1) << "no message";
   EXPECT_GT(faults.Failed(Attempt::kUseTemporary), 0);
   ASSERT_NO_FATAL_FAILURE(JoinTo(output));
@@ -90,6 +106,8 @@ TEST_F(JoinersTemporaryPlace, ThatTakesNoLinkGivesALaterSectionTheLengthOfTheFil
   faults.FailAll(Attempt::kUseTemporary, ENOSPC);
   ASSERT_NO_FATAL_FAILURE(Add(clip));
   EXPECT_TRUE(joiner.AwaitTotals(2, "00,040", "00:00:40"));
+  EXPECT_TRUE(WaitFor([&] { return joiner.RowShows(1, "2", "a clip.mp4", "20"); }, 5s));
+  EXPECT_EQ(joiner.Strip(1).width(), joiner.Strip(0).width());
   EXPECT_EQ(screen.Windows().size(), 1) << "no message";
   EXPECT_GT(faults.Failed(Attempt::kUseTemporary), 0);
   CloseJoinerAndExpectEnd();
