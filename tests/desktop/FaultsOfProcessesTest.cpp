@@ -6,6 +6,7 @@
 
 #include "desktop/JoinerTest.h"
 #include "desktop/faults/Faults.h"
+#include "support/Sanitized.h"
 
 namespace kelvane::desktop {
 namespace {
@@ -129,6 +130,45 @@ TEST_F(FaultsOfProcesses, AStepOfAStartThatFailsLeavesTheOldVideoWhicheverItIs) 
   CloseAndExpectEnd();
 }
 
+// No more memory is reserved than now, and none is for the stack on which a tool starts.
+class FaultsOfMemory : public FaultsOfProcesses {
+ protected:
+  void SetUp() override {
+    if (kSanitized) GTEST_SKIP() << "a sanitizer's own memory has no such limit";
+  }
+  bool UseUpMemory() const {
+    constexpr std::uint64_t kKiB = 1024;
+    return program.SetLimit(RLIMIT_AS, static_cast<std::uint64_t>(program.AddressSpace()) * kKiB);
+  }
+};
+
+TEST_F(FaultsOfMemory, WhereNoneIsLeftForAToolACropEndsAtOnceWithoutAFile) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kOldSize, 1));
+  const QHash<QString, QByteArray> before = Files();
+  ASSERT_NO_FATAL_FAILURE(StartCrop(cropped));
+  ASSERT_TRUE(UseUpMemory());
+  ExpectNoFileFromCrop(cropped);
+  EXPECT_EQ(Files(), before);
+  ASSERT_TRUE(program.LiftLimit(RLIMIT_AS));
+  ASSERT_NO_FATAL_FAILURE(ExpectCrops(cropped, QSize(634, 354)));
+  CloseAndExpectEnd();
+}
+
+TEST_F(FaultsOfMemory, WhereNoneIsLeftForAToolAPreviewShowsNothingAndTheWindowLives) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kOldSize, 1));
+  program.ReplaceTool("ffplay", "");
+  ASSERT_TRUE(UseUpMemory());
+  window.Click(kPreviewCroppedVideo);
+  window.PointAt(kRunVideo);
+  EXPECT_TRUE(WaitFor([&] { return window.Shows("Label14(1)", "Run Video", kLit); }));
+  EXPECT_EQ(program.RunsOf("ffplay").size(), 0);
+  EXPECT_EQ(screen.Windows().size(), 1) << "no message";
+  ASSERT_TRUE(program.LiftLimit(RLIMIT_AS));
+  window.Click(kPreviewCroppedVideo);
+  EXPECT_TRUE(WaitFor([&] { return program.RunsOf("ffplay").size() == 1; }));
+  CloseAndExpectEnd();
+}
+
 class FaultsOfJoinersProcesses : public JoinerTest {
  protected:
   FaultsOfJoinersProcesses() : faults(program) {}
@@ -142,6 +182,7 @@ TEST_F(FaultsOfJoinersProcesses, AToolThatCannotBeStartedLeavesASectionWithoutAS
   faults.FailAll(Attempt::kStartTool, ENOMEM);
   ASSERT_NO_FATAL_FAILURE(Add(clip));
   EXPECT_TRUE(joiner.AwaitTotals(1, "00,000", "00:00:00"));
+  ExpectPathWithoutStripOrRow(0);
   ASSERT_NO_FATAL_FAILURE(JoinTo(output));
   EXPECT_EQ(ContentOf(output), "(not there)");
   faults.Heal(Attempt::kStartTool);

@@ -75,6 +75,8 @@ class Program {
   // What the program has in memory, and what it has had at most, in KiB.
   qint64 Memory() const { return Memory("VmRSS:"); }
   qint64 MostMemory() const { return Memory("VmHWM:"); }
+  // What the program has reserved, in memory or not, in KiB: what RLIMIT_AS counts.
+  qint64 AddressSpace() const { return Memory("VmSize:"); }
   // The numbers of the program's child processes whose state is one of `states`, as in "ZRS".
   QList<qint64> Children(const QByteArray& states) const;
 
