@@ -24,6 +24,11 @@ class ADisplay : public Playing {
   ADisplay() {
     program.SetVariable("ASAN_OPTIONS", qEnvironmentVariable("ASAN_OPTIONS") + ":detect_leaks=0");
   }
+  // The one tool that the program has started; 0 if there isn't one.
+  pid_t Tool() const {
+    const QList<qint64> tools = program.Children("RSD");
+    return tools.size() == 1 ? static_cast<pid_t>(tools.first()) : 0;
+  }
   // The folder of temporary names that holds one for this file; empty if there is none.
   static QString FolderNaming(const QString& path) {
     const QString pattern = QStringLiteral("kelvane-%1-*").arg(geteuid());
@@ -62,27 +67,50 @@ TEST_F(ADisplay, ThatGoesAwayWhileAVideoPlaysEndsTheProgramAndItsTemporaryNames)
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
   ASSERT_NO_FATAL_FAILURE(LoadAndRun(blank, kSize));
   ASSERT_TRUE(AwaitMoving(kSize));
+  const QByteArray content = ContentOf(blank);
   const QString folder = FolderNaming(blank);
   ASSERT_FALSE(folder.isEmpty());
   screen.Disconnect(window.Id());
   EXPECT_EQ(program.AwaitExit(5s), kDisplayLost);
   EXPECT_FALSE(QFile::exists(folder));
-  EXPECT_TRUE(QFile::exists(blank));
+  EXPECT_EQ(ContentOf(blank), content);
 }
 
 TEST_F(ADisplay, ThatGoesAwayDuringAJobEndsTheProgramAndTheTool) {
   ReplaceProbe("00:00:10.00");
-  program.ReplaceTool("ffmpeg", "while echo 'time=00:00:03.00'; do sleep 0.02; done");
+  program.ReplaceTool(
+      "ffmpeg",
+      "for output; do :; done\n"
+      "while echo 'time=00:00:03.00'; do echo part >> \"$output\"; sleep 0.02; done");
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithPretendedVideo());
-  ASSERT_NO_FATAL_FAILURE(StartCrop(program.PathOf("cropped.mp4")));
+  const QString output = program.PathOf("cropped.mp4");
+  ASSERT_NO_FATAL_FAILURE(StartCrop(output));
   ASSERT_TRUE(WaitFor([&] { return job.Progress() > 0; }));
-  const QList<qint64> tools = program.Children("RSD");
-  ASSERT_EQ(tools.size(), 1);
+  const pid_t tool = Tool();
+  ASSERT_NE(tool, 0);
   screen.Disconnect(window.Id());
   EXPECT_EQ(program.AwaitExit(5s), kDisplayLost);
-  EXPECT_TRUE(WaitFor([&] { return kill(static_cast<pid_t>(tools.first()), 0) != 0; }))
-      << "nobody reads what it prints";
+  EXPECT_TRUE(WaitFor([&] { return kill(tool, 0) != 0; })) << "nobody reads what it prints";
+  EXPECT_TRUE(ContentOf(output).startsWith("part\n")) << "what it had written stays";
   EXPECT_EQ(ContentOf(video), "no video");
+}
+
+// The crop tool takes no notice of an output that nobody reads, once it is at work.
+TEST_F(ADisplay, ThatGoesAwayDuringAJobLeavesTheCropToolToFinishItsFile) {
+  program.ReplaceTool("ffmpeg", "exec \"$real\" -re \"$@\"");  // no faster than it is played
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 10));
+  const QByteArray content = ContentOf(video);
+  const QString output = program.PathOf("cropped.mp4");
+  ASSERT_NO_FATAL_FAILURE(StartCrop(output));
+  ASSERT_TRUE(WaitFor([&] { return job.Progress() > 0; }));
+  const pid_t tool = Tool();
+  ASSERT_NE(tool, 0);
+  screen.Disconnect(window.Id());
+  EXPECT_EQ(program.AwaitExit(5s), kDisplayLost);
+  EXPECT_EQ(kill(tool, 0), 0) << "it goes on";
+  EXPECT_TRUE(WaitFor([&] { return kill(tool, 0) != 0; }));
+  EXPECT_EQ(Pictures(output), Pictures(video));
+  EXPECT_EQ(ContentOf(video), content);
 }
 
 // French numbers: a comma divides, and what groups takes three bytes.
@@ -195,8 +223,13 @@ TEST_F(AClock, ThatJumpsBackLeavesTheWindowAliveAndTheVideoCanBeRunAgain) {
   ASSERT_TRUE(AwaitMoving(kSize));
   faults.PutClockAhead(-kDay);
   EXPECT_TRUE(Lives());
+  screen.Drag(window.OnCanvas({2, kSize.height() / 2}), {40, 0});
+  EXPECT_TRUE(window.AwaitCaption("Label1(5)", "0,040")) << "the region's read-outs";
   window.Click(kRunVideo);
   EXPECT_TRUE(AwaitMoving(kSize));
+  const QRect position = window.Place("Label13");
+  const QImage before = screen.Picture(position);
+  EXPECT_TRUE(WaitFor([&] { return screen.Picture(position) != before; }, 5s)) << "the player's";
   CloseAndExpectEnd();
 }
 
