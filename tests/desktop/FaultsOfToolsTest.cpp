@@ -182,10 +182,11 @@ TEST_F(FaultsOfTools, AToolThatIgnoresSignalsRunsToItsOwnEnd) {
   ExpectSuccessAndEnd();
 }
 
-// The text box of the main window keeps it as well, two bytes to a letter, for good. A sanitizer,
-// which keeps more than that for itself, is spared the most of it.
+// The text box of the main window keeps it as well, two bytes to a letter, for good. A flood of as
+// much as in a job would take four gibibytes of any machine that runs this. A sanitizer, which
+// keeps more than that for itself, is spared the most of it.
 TEST_F(FaultsOfTools, AFloodingProbeTakesSixTimesItsSizeOfMemoryAtMost) {
-  constexpr qint64 kFlood = (kSanitized ? 64 : 1024) * 1024;  // KiB
+  constexpr qint64 kFlood = (kSanitized ? 64 : 256) * 1024;  // KiB
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 1));
   program.ReplaceTool("ffprobe",
                       "case \"$*\" in\n*show_entries*) printf 'width=320\\nheight=240\\n' ;;\n"
