@@ -290,7 +290,7 @@ class PositionTip : public Dragging {
 TEST_F(PositionTip, ComesOnceTheCanvasHasBeenScrolledDown) {
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithBars());
   RestBesideCanvas();
-  const QImage before = screen.Picture();
+  const QImage before = screen.Still();
   EXPECT_TRUE(HoldsFor([&] { return screen.Picture() == before; }, 1500ms));
   const QRect down = window.Place("VScroll1");
   const QPoint arrow = down.bottomRight() - QPoint(down.width() / 2, down.width() / 2);

@@ -89,7 +89,7 @@ TEST_F(JoinerLists, TheUprightBarMovesNothing) {
   ASSERT_NO_FATAL_FAILURE(AddThreePretended());
   screen.MovePointer(joiner.BareChart());
   ASSERT_TRUE(joiner.AwaitDetails({}));
-  const QImage chart = screen.Picture(joiner.Chart());
+  const QImage chart = screen.Still(joiner.Chart());
   const QImage ruler = PictureOf("Picture5");
   const QRect bar = joiner.Place("VScroll1");
   const QImage before = PictureOf("VScroll1");
@@ -200,7 +200,7 @@ TEST_F(JoinerLayout, ComesBackWholeFromSizesThatAreTooSmall) {
   screen.MovePointer(joiner.BareChart());
   ASSERT_TRUE(joiner.AwaitDetails({}));
   const QSize first = screen.Place(joiner.Id()).size();
-  const QImage before = screen.Picture(joiner.Area());
+  const QImage before = screen.Still(joiner.Area());
   for (const QSize size : {QSize(340, 700), QSize(200, 120), QSize(900, 100), QSize(60, 60)}) {
     ASSERT_NO_FATAL_FAILURE(ResizeTo(size));
   }

@@ -52,7 +52,7 @@ TEST_F(JoinerSections, StripsAreAStaircaseWithARuleUnderEach) {
   EXPECT_EQ(joiner.Strip(0), QRect(1, 1, 20, 17));
   EXPECT_EQ(joiner.Strip(1), QRect(21, 21, 61, 17));
   EXPECT_EQ(joiner.Strip(2), QRect(82, 41, 30, 17));
-  const QImage chart = screen.Picture(joiner.Chart());
+  const QImage chart = screen.Still(joiner.Chart());
   for (const int y : {19, 39, 59}) {
     EXPECT_TRUE(AllOf(chart, QRect(0, y, chart.width(), 1), JoinerWindow::kRule)) << y;
   }
@@ -199,7 +199,7 @@ TEST_F(JoinerSections, TheMenuBarsEntryRemovesNothingBeforeARightClick) {
   const QPoint title = joiner.Menus().topLeft() + QPoint(30, joiner.Menus().height() / 2);
   const QPoint entry(title.x(), joiner.Menus().bottom() + 12);
   const auto choose = [&] {
-    const QRgb before = screen.Pixel(entry);
+    const QRgb before = screen.Still({entry, QSize(1, 1)}).pixel(0, 0);
     screen.Click(title);
     ASSERT_TRUE(WaitFor([&] { return screen.Pixel(entry) != before; }, 5s));
     screen.Click(entry);

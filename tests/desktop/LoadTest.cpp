@@ -38,7 +38,7 @@ TEST_F(Load, ShowsPathSizeCanvasBarsAndReadOuts) {
 
 TEST_F(Load, ReadsSizesOfFourDigits) {
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(QSize(1920, 1080), 1));
-  const QImage viewport = screen.Picture(window.Place("Picture1(1)").adjusted(0, 0, 0, -4));
+  const QImage viewport = screen.Still(window.Place("Picture1(1)").adjusted(0, 0, 0, -4));
   EXPECT_TRUE(AllOf(viewport, QRect(0, 0, viewport.width(), 5), kMarker));
   EXPECT_TRUE(AllOf(viewport, QRect(0, 0, 5, viewport.height()), kMarker));
   EXPECT_EQ(CountOf(viewport, viewport.rect().adjusted(5, 5, 0, 0), kMarker), 0)

@@ -100,8 +100,8 @@ TEST_F(APlayedPicture, StaysInItsPlaceHoweverTheWindowIsResized) {
   const QSize whole = screen.Place(window.Id()).size();
   const QRect across = window.Place("HScroll1");
   const QRect down = window.Place("VScroll1");
-  const QImage acrossBefore = screen.Picture(across);
-  const QImage downBefore = screen.Picture(down);
+  const QImage acrossBefore = screen.Still(across);
+  const QImage downBefore = screen.Still(down);
   for (int round = 0; round < 6; ++round) {
     for (const int less : {60, 30, 90, 0}) {
       screen.Resize(window.Id(), whole - QSize(less, less));

@@ -90,7 +90,7 @@ TEST_F(SectionsOptions, ATrackUnderThePointerIsFramed) {
 }
 
 TEST_F(SectionsOptions, ResizingMovesNothingButTheFrame) {
-  const QImage before = screen.Picture(sections.OnScreen({10, 10, 950, 770}));
+  const QImage before = screen.Still(sections.OnScreen({10, 10, 950, 770}));
   screen.Resize(sections.Id(), QSize(1100, 850));
   const QRect left(2, 4, 1, 850 - 8);
   EXPECT_TRUE(WaitFor(
@@ -145,7 +145,7 @@ TEST_F(SectionsFile, NothingFollowsFromWhatHasNoAction) {
                              {60, 508, 313, 185}, {54, 245, 100, 17}};
   screen.MovePointer(sections.BareGround());
   const QRect whole(0, 0, 974, 797);
-  const QImage before = screen.Picture(sections.OnScreen(whole));
+  const QImage before = screen.Still(sections.OnScreen(whole));
   for (const QRect& place : idle) {
     for (const PointerButton button : {kLeftButton, kRightButton, kMiddleButton}) {
       screen.Click(sections.OnScreen(place).center(), button);

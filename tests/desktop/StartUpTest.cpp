@@ -18,7 +18,7 @@ TEST_F(StartUp, OpensOneWindowOfTheDrawnSize) {
 
 TEST_F(StartUp, IsDarkFlatAndEmpty) {
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
-  const QImage picture = screen.Picture();
+  const QImage picture = screen.Still();
   const QRect ground = window.Place("Shape6");
   EXPECT_TRUE(
       AllOf(picture, QRect(ground.left() + 2, ground.top() + 2, ground.width() - 4, 20), kDark));
@@ -64,7 +64,7 @@ TEST_F(StartUp, ChangesThePlayersReadOutsAtItsFirstTick) {
 
 TEST_F(StartUp, FramesItsGroups) {
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
-  const QImage picture = screen.Picture();
+  const QImage picture = screen.Still();
   const QList<std::pair<QString, QRgb>> frames = {{"Shape1", kFrame}, {"Shape2", kFrame},
                                                   {"Shape3", kFrame}, {"Shape4", kFrame},
                                                   {"Shape5", kLit},   {"Shape6", kLit}};
@@ -81,7 +81,7 @@ TEST_F(StartUp, FramesItsGroups) {
 TEST_F(StartUp, ShowsThreeMenusAndNoMore) {
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
   const QRect menus = window.Menus();
-  const QImage picture = screen.Picture(menus);
+  const QImage picture = screen.Still(menus);
   // Three words; the bar's ground goes on to the right of them.
   constexpr int kEndOfThirdMenu = 180;
   const QRgb ground = picture.pixel(menus.width() - 10, menus.height() / 2);

@@ -122,7 +122,7 @@ class MainInColours : public DesktopTest, public Themed {
 };
 
 TEST_P(MainInColours, KeepsItsOwn) {
-  const QImage picture = screen.Picture();
+  const QImage picture = screen.Still();
   EXPECT_TRUE(AllOf(picture, window.Place("Picture1(1)").adjusted(0, 0, 0, -4), kDark));
   EXPECT_TRUE(AllOf(picture, window.Place("Text1(1)"), kDark));
   EXPECT_TRUE(AllOf(picture, window.Place("pbar"), kProgressBack));
@@ -135,7 +135,7 @@ TEST_P(MainInColours, KeepsItsOwn) {
 }
 
 TEST_P(MainInColours, HasMenusToRead) {
-  const QImage closed = screen.Picture();
+  const QImage closed = screen.Still();
   const QRect menus = window.Menus();
   EXPECT_EQ(Ground(closed.copy(menus)), GetParam().window);
   EXPECT_GE(Contrast(closed.copy(menus)), kLegible);
@@ -144,7 +144,7 @@ TEST_P(MainInColours, HasMenusToRead) {
   QRect opened = ChangedSince(closed);
   opened.setTop(menus.bottom() + 1);
   EXPECT_GE(Contrast(screen.Picture(opened)), kLegible);
-  const QImage before = screen.Picture();
+  const QImage before = screen.Still();
   screen.MovePointer(opened.center());
   EXPECT_GE(Contrast(screen.Picture(ChangedSince(before))), kLegible) << "the chosen item";
 }
@@ -201,10 +201,10 @@ TEST_P(JoinerInColours, HasListsToReadAndWhatIsChosenInThem) {
 
 TEST_P(JoinerInColours, HasTipsToRead) {
   // The button that was clicked last is lit until then.
-  const QImage lit = screen.Picture();
+  const QImage lit = screen.Still();
   screen.MovePointer(joiner.BareChart());
   ASSERT_FALSE(ChangedSince(lit).isEmpty());
-  const QImage before = screen.Picture();
+  const QImage before = screen.Still();
   screen.MovePointer(joiner.Ruler().center());
   screen.MovePointer(joiner.Ruler().center() + QPoint(1, 0));
   const QImage tip = screen.Picture(ChangedSince(before));

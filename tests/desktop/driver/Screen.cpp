@@ -153,6 +153,16 @@ QImage Screen::Picture(const QRect& part) const {
   return picture.convertToFormat(QImage::Format_RGB32).copy(part.translated(-inside.topLeft()));
 }
 
+QImage Screen::Still(const QRect& part) const {
+  constexpr std::chrono::milliseconds kMoment{100};
+  QImage last;
+  WaitFor([&] {
+    last = Picture(part);
+    return HoldsFor([&] { return Picture(part) == last; }, kMoment);
+  });
+  return last;
+}
+
 QRgb Screen::Pixel(QPoint place) const { return Picture({place, QSize(1, 1)}).pixel(0, 0); }
 
 QSize Screen::PointerShape() const {

@@ -64,6 +64,10 @@ class Screen {
   // Throws std::runtime_error where the display is gone.
   QImage Picture() const;
   QImage Picture(const QRect& part) const;
+  // Waits until nothing has changed there for a moment, as after what the pointer or a window has
+  // just done.
+  QImage Still() const { return Still(QRect({}, size_)); }
+  QImage Still(const QRect& part) const;
   QRgb Pixel(QPoint place) const;
 
   // The picture that the pointer shows at this moment, as wide and as high as what is drawn in it.
