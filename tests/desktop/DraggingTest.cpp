@@ -289,6 +289,7 @@ class PositionTip : public Dragging {
 
 TEST_F(PositionTip, ComesOnceTheCanvasHasBeenScrolledDown) {
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithBars());
+  ASSERT_TRUE(window.AwaitTimesOfNothing());
   RestBesideCanvas();
   const QImage before = screen.Still();
   EXPECT_TRUE(HoldsFor([&] { return screen.Picture() == before; }, 1500ms));

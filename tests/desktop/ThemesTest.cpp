@@ -118,6 +118,7 @@ class MainInColours : public DesktopTest, public Themed {
   void SetUp() override {
     ASSERT_NO_FATAL_FAILURE(Dress(program));
     ASSERT_NO_FATAL_FAILURE(OpenWindow());
+    ASSERT_TRUE(window.AwaitTimesOfNothing());
   }
 };
 

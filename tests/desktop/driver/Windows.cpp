@@ -90,6 +90,11 @@ bool MainWindow::AwaitCaption(const QString& control, const QString& caption) co
   return WaitFor([&] { return Shows(control, caption); });
 }
 
+bool MainWindow::AwaitTimesOfNothing() const {
+  return AwaitCaption(QStringLiteral("Label12"), QStringLiteral("0:00:00")) &&
+         AwaitCaption(QStringLiteral("Label13"), QStringLiteral("00:00"));
+}
+
 bool MainWindow::ShowsPath(const QString& path) const {
   return ShowsText(screen_.Picture(Place(QStringLiteral("Text1(1)"))), path, kDark);
 }

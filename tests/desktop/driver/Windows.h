@@ -47,6 +47,9 @@ class MainWindow {
   bool Shows(const QString& control, const QString& caption, QRgb background = kDark) const;
   // Waits for that.
   bool AwaitCaption(const QString& control, const QString& caption) const;
+  // Waits for the times of a player that plays nothing, which come a moment after the window: the
+  // last that it shows by itself.
+  bool AwaitTimesOfNothing() const;
   // True if the box shows this path and nothing else.
   bool ShowsPath(const QString& path) const;
   // Waits until the read-outs are those of a video of this size with its bars at the edges.
