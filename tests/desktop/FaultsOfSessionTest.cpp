@@ -24,10 +24,15 @@ class ADisplay : public Playing {
   ADisplay() {
     program.SetVariable("ASAN_OPTIONS", qEnvironmentVariable("ASAN_OPTIONS") + ":detect_leaks=0");
   }
-  // The one tool that the program has started; 0 if there isn't one.
-  pid_t Tool() const {
+  // Begins a crop and cuts the program off once its tool, whose number `tool` then is, is at work.
+  void LoseDisplayDuringCrop(const QString& output) {
+    ASSERT_NO_FATAL_FAILURE(StartCrop(output));
+    ASSERT_TRUE(WaitFor([&] { return job.Progress() > 0; }));
     const QList<qint64> tools = program.Children("RSD");
-    return tools.size() == 1 ? static_cast<pid_t>(tools.first()) : 0;
+    ASSERT_EQ(tools.size(), 1);
+    tool = static_cast<pid_t>(tools.first());
+    screen.Disconnect(window.Id());
+    EXPECT_EQ(program.AwaitExit(5s), kDisplayLost);
   }
   // The folder of temporary names that holds one for this file; empty if there is none.
   static QString FolderNaming(const QString& path) {
@@ -39,6 +44,8 @@ class ADisplay : public Playing {
     }
     return {};
   }
+
+  pid_t tool = 0;
 };
 
 TEST(ADisplayServer, ThatGoesAwayEndsEveryProgramOfItsDisplay) {
@@ -84,12 +91,7 @@ TEST_F(ADisplay, ThatGoesAwayDuringAJobEndsTheProgramAndTheTool) {
       "while echo 'time=00:00:03.00'; do echo part >> \"$output\"; sleep 0.02; done");
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithPretendedVideo());
   const QString output = program.PathOf("cropped.mp4");
-  ASSERT_NO_FATAL_FAILURE(StartCrop(output));
-  ASSERT_TRUE(WaitFor([&] { return job.Progress() > 0; }));
-  const pid_t tool = Tool();
-  ASSERT_NE(tool, 0);
-  screen.Disconnect(window.Id());
-  EXPECT_EQ(program.AwaitExit(5s), kDisplayLost);
+  ASSERT_NO_FATAL_FAILURE(LoseDisplayDuringCrop(output));
   EXPECT_TRUE(WaitFor([&] { return kill(tool, 0) != 0; })) << "nobody reads what it prints";
   EXPECT_TRUE(ContentOf(output).startsWith("part\n")) << "what it had written stays";
   EXPECT_EQ(ContentOf(video), "no video");
@@ -101,12 +103,7 @@ TEST_F(ADisplay, ThatGoesAwayDuringAJobLeavesTheCropToolToFinishItsFile) {
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 10));
   const QByteArray content = ContentOf(video);
   const QString output = program.PathOf("cropped.mp4");
-  ASSERT_NO_FATAL_FAILURE(StartCrop(output));
-  ASSERT_TRUE(WaitFor([&] { return job.Progress() > 0; }));
-  const pid_t tool = Tool();
-  ASSERT_NE(tool, 0);
-  screen.Disconnect(window.Id());
-  EXPECT_EQ(program.AwaitExit(5s), kDisplayLost);
+  ASSERT_NO_FATAL_FAILURE(LoseDisplayDuringCrop(output));
   EXPECT_EQ(kill(tool, 0), 0) << "it goes on";
   EXPECT_TRUE(WaitFor([&] { return kill(tool, 0) != 0; }));
   EXPECT_EQ(Pictures(output), Pictures(video));
