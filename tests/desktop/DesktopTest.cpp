@@ -2,29 +2,19 @@
 
 #include <QDir>
 #include <QFile>
-#include <cstdlib>
 #include <memory>
-#include <string>
-#include <vector>
 
 #include "desktop/driver/Toolkit.h"
 
 namespace kelvane::desktop {
 namespace {
 
-// The screen has 24 bits to a pixel, or as many as this says.
-std::vector<std::string> ScreenOptions() {
-  const char* depth = std::getenv("KELVANE_TEST_DEPTH");
-  if (depth == nullptr) return {};
-  return {"-screen", "0", std::string("1920x1200x") + depth};
-}
-
 // Made when the first test starts, so that listing the tests needs no display.
 class DisplayEnvironment : public testing::Environment {
  public:
   void SetUp() override {
     const std::string folder = home_.path().toStdString();
-    display_ = std::make_unique<PrivateDisplay>(folder, ScreenOptions());
+    display_ = std::make_unique<PrivateDisplay>(folder);
     toolkit_ = std::make_unique<Toolkit>(*display_, folder);
     screen_ = std::make_unique<Screen>(display_->Name());
   }
@@ -109,6 +99,13 @@ void DesktopTest::OpenWindowWithPretendedVideo() {
   ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, video));
   ASSERT_TRUE(window.AwaitVideo(QSize(640, 360)));
   ASSERT_TRUE(window.AwaitCanvas());
+}
+
+void DesktopTest::ExpectVideoUnderPath(QSize size, const QString& path) {
+  EXPECT_TRUE(WaitFor([&] { return window.ShowsPath(path); }));
+  EXPECT_TRUE(window.AwaitVideo(size));
+  EXPECT_TRUE(window.AwaitBarsAround(size));
+  EXPECT_EQ(screen.Windows().size(), 1) << "no message";
 }
 
 void DesktopTest::StartCrop(const QString& output) {

@@ -36,6 +36,9 @@ class DesktopTest : public testing::Test {
   void ReplaceProbe(const QString& duration);
   // Opens the window and loads a file that is no video; the probe has been replaced before.
   void OpenWindowWithPretendedVideo();
+  // Expects the read-outs and the bars of a video of this size, whatever path is on show, and no
+  // message.
+  void ExpectVideoUnderPath(QSize size, const QString& path);
   // Chooses `output` in the save dialog and waits for the job's window.
   void StartCrop(const QString& output);
   // Closes the main window and expects the program to end by itself, with 0.

@@ -35,13 +35,6 @@ class FaultsOfProcesses : public DesktopTest {
                             static_cast<std::uint64_t>(program.LowestFreeDescriptor()));
   }
 
-  void ExpectOldVideoUnderPath(const QString& path) {
-    EXPECT_TRUE(WaitFor([&] { return window.ShowsPath(path); }));
-    EXPECT_TRUE(window.AwaitVideo(kOldSize));
-    EXPECT_TRUE(window.AwaitBarsAround(kOldSize));
-    EXPECT_EQ(screen.Windows().size(), 1) << "no message";
-  }
-
   void ExpectLoads(const QString& path, QSize size) {
     ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, path));
     EXPECT_TRUE(window.AwaitVideo(size));
@@ -103,7 +96,7 @@ TEST_F(FaultsOfProcesses, AUserWithoutRoomForAProcessKeepsTheOldVideoUntilThereI
   ASSERT_NE(dialog, 0U);
   ASSERT_TRUE(program.SetLimit(RLIMIT_NPROC, 0));
   ASSERT_TRUE(TypeFileName(screen, dialog, other));
-  ExpectOldVideoUnderPath(other);
+  ExpectVideoUnderPath(kOldSize, other);
   ASSERT_NO_FATAL_FAILURE(StartCrop(cropped));
   ExpectNoFileFromCrop(cropped);
   ASSERT_TRUE(program.LiftLimit(RLIMIT_NPROC));
@@ -123,7 +116,7 @@ TEST_F(FaultsOfProcesses, AStepOfAStartThatFailsLeavesTheOldVideoWhicheverItIs) 
     const QString& path = step % 2 == 1 ? other : video;
     faults.FailOne(Attempt::kStartTool, step, step % 4 < 2 ? EMFILE : ENOMEM);
     ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, path));
-    ASSERT_NO_FATAL_FAILURE(ExpectOldVideoUnderPath(path));
+    ASSERT_NO_FATAL_FAILURE(ExpectVideoUnderPath(kOldSize, path));
     EXPECT_EQ(faults.Failed(Attempt::kStartTool), 1);
   }
   EXPECT_LE(program.OpenDescriptors(), descriptors) << "no pipe stays open";

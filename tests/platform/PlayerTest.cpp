@@ -51,7 +51,7 @@ TEST_F(APlayer, CutsOffWhatIsLargerThanItself) {
   EXPECT_TRUE(PlayerWatch::Like(ColorAt(picture, 319, 179), kPlayedBlue));
 }
 
-// The player itself leaves the fourth byte of a pixel as it was.
+// The player itself may leave anything in the fourth byte of a pixel.
 TEST_F(APlayer, LetsNothingThroughOnASurfaceThatHasAnAlpha) {
   player.setURL(MakePlain("red.mp4", "red", 5));
   ASSERT_TRUE(watch.AwaitColour(kPlayedRed));

@@ -96,7 +96,7 @@ class StartsLoadThreads {
   const bool chooses_;
 };
 
-// The player leaves the byte beside a pixel's colours as it is.
+// The player may leave anything in the byte beside a pixel's colours.
 void MakeOpaque(QImage& image) {
   for (int y = 0; y < image.height(); ++y) {
     auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));

@@ -37,9 +37,11 @@ pid_t StartCompanion(const std::vector<std::string>& arguments, int inherited = 
 
 // The server and its screen. Xephyr's option takes no screen number.
 std::vector<std::string> ServerAndScreen() {
+  const char* depth = std::getenv("KELVANE_TEST_DEPTH");
+  const std::string screen = std::string("1920x1200x") + (depth == nullptr ? "24" : depth);
   const char* shown = std::getenv("KELVANE_TEST_DISPLAY_SERVER");
-  if (shown == nullptr || *shown == '\0') return {"Xvfb", "-screen", "0", "1920x1200x24"};
-  return {shown, "-screen", "1920x1200x24"};
+  if (shown == nullptr || *shown == '\0') return {"Xvfb", "-screen", "0", screen};
+  return {shown, "-screen", screen};
 }
 
 void End(pid_t process) {

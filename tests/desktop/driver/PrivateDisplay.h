@@ -11,7 +11,8 @@ namespace kelvane::desktop {
 // nobody's configuration. They end with the object, and with this process however it ends.
 //
 // To watch, name Xephyr in KELVANE_TEST_DISPLAY_SERVER: it then takes Xvfb's place and shows its
-// screen in a window of the display in DISPLAY.
+// screen in a window of the display in DISPLAY. KELVANE_TEST_DEPTH says how many bits the screen
+// has to a pixel, where not 24.
 class PrivateDisplay {
  public:
   // `privateFolder` is the window manager's home; the server gets these options after its own.

@@ -137,7 +137,11 @@ QImage Screen::Picture() const { return Picture(QRect({}, size_)); }
 
 QImage Screen::Picture(const QRect& part) const {
   const QRect inside = part & QRect({}, size_);
-  if (inside.isEmpty()) return QImage(size_, QImage::Format_RGB32).copy(part);
+  if (inside.isEmpty()) {
+    QImage nothing(part.size(), QImage::Format_RGB32);
+    nothing.fill(Qt::black);
+    return nothing;
+  }
   const auto reply = Own(xcb_get_image_reply(
       connection_,
       xcb_get_image(connection_, XCB_IMAGE_FORMAT_Z_PIXMAP, root_,
@@ -149,17 +153,17 @@ QImage Screen::Picture(const QRect& part) const {
   const QImage picture(xcb_get_image_data(reply.get()), inside.width(), inside.height(),
                        xcb_get_image_data_length(reply.get()) / inside.height(),
                        reply->depth == 16 ? QImage::Format_RGB16 : QImage::Format_RGB32);
-  // What lies beyond the screen is black.
   return picture.convertToFormat(QImage::Format_RGB32).copy(part.translated(-inside.topLeft()));
 }
 
 QImage Screen::Still(const QRect& part) const {
   constexpr std::chrono::milliseconds kMoment{100};
   QImage last;
-  WaitFor([&] {
+  const bool rests = WaitFor([&] {
     last = Picture(part);
     return HoldsFor([&] { return Picture(part) == last; }, kMoment);
   });
+  if (!rests) throw std::runtime_error("the screen doesn't rest");
   return last;
 }
 

@@ -61,11 +61,11 @@ class Screen {
   // Ends the connection of the window's program to the display, as the display's own end does.
   void Disconnect(WindowId window);
 
-  // Throws std::runtime_error where the display is gone.
+  // What lies beyond the screen is black. Throws std::runtime_error where the display is gone.
   QImage Picture() const;
   QImage Picture(const QRect& part) const;
   // Waits until nothing has changed there for a moment, as after what the pointer or a window has
-  // just done.
+  // just done. Throws std::runtime_error where it never rests.
   QImage Still() const { return Still(QRect({}, size_)); }
   QImage Still(const QRect& part) const;
   QRgb Pixel(QPoint place) const;

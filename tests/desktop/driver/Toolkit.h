@@ -10,7 +10,7 @@
 namespace kelvane::desktop {
 
 // This process's own toolkit, looking at a private display as the program under test does. Needed
-// for pictures of the screen and for the clipboard; one at a time.
+// for the clipboard, and for windows of this process; one at a time.
 class Toolkit {
  public:
   Toolkit(const PrivateDisplay& display, const std::string& privateFolder) {
