@@ -139,6 +139,8 @@ struct Obstacle {
   const char* host;
 };
 
+void PrintTo(const Obstacle& obstacle, std::ostream* stream) { *stream << obstacle.name; }
+
 const std::vector<Obstacle> kObstacles = {
     {"WhichHasNoExtensionForIt", {"-extension", "MIT-SHM"}, ""},
     {"ReachedOverANetwork", {"-listen", "tcp"}, "localhost"},
