@@ -225,7 +225,8 @@ void PlaybackCore::ObserveProperties() {
 void PlaybackCore::DrainEvents() {
   for (const mpv_event* event = mpv_->wait_event(player_, 0); event->event_id != MPV_EVENT_NONE;
        event = mpv_->wait_event(player_, 0)) {
-    if (event->event_id == MPV_EVENT_PROPERTY_CHANGE) {
+    if (event->event_id == MPV_EVENT_PROPERTY_CHANGE ||
+        event->event_id == MPV_EVENT_GET_PROPERTY_REPLY) {
       const auto& property = *static_cast<mpv_event_property*>(event->data);
       TakeProperty(property.name, property.format == MPV_FORMAT_DOUBLE
                                       ? static_cast<const double*>(property.data)
@@ -235,6 +236,9 @@ void PlaybackCore::DrainEvents() {
     } else if (event->event_id == MPV_EVENT_START_FILE) {
       position_ = 0;
       duration_ = 0;
+    } else if (event->event_id == MPV_EVENT_FILE_LOADED) {
+      // A file as long as the one before it may come without a change.
+      mpv_->get_property_async(player_, 0, kDuration, MPV_FORMAT_DOUBLE);
     } else if (event->event_id == MPV_EVENT_IDLE) {
       // While a start is under way this is still the end of what was before it.
       Tell([this] {

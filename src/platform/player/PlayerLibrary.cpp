@@ -16,6 +16,7 @@ bool ResolveAll(QLibrary& library, PlayerLibrary& functions) {
   };
   resolve("mpv_command_async", functions.command_async);
   resolve("mpv_create", functions.create);
+  resolve("mpv_get_property_async", functions.get_property_async);
   resolve("mpv_initialize", functions.initialize);
   resolve("mpv_observe_property", functions.observe_property);
   resolve("mpv_render_context_create", functions.render_context_create);

@@ -15,6 +15,7 @@ struct PlayerLibrary {
 
   decltype(&mpv_command_async) command_async = nullptr;
   decltype(&mpv_create) create = nullptr;
+  decltype(&mpv_get_property_async) get_property_async = nullptr;
   decltype(&mpv_initialize) initialize = nullptr;
   decltype(&mpv_observe_property) observe_property = nullptr;
   decltype(&mpv_render_context_create) render_context_create = nullptr;
