@@ -26,11 +26,16 @@ for bench in noise program playback join joiner sections runner handler; do
     printf '%s, ended early\t-\t\tfailed\n' "${bench}_bench" >>"$KELVANE_BENCH_REPORT"
   }
 done
+seconds=$((SECONDS - begin))
+most=600
+((seconds <= most)) && verdict=met || verdict=missed
+printf 'the benches, all in all\t%s s\tat most %s s\t%s\n' "$seconds" "$most" "$verdict" \
+  >>"$KELVANE_BENCH_REPORT"
 report=$folder/bench-report.txt
 {
   date '+%Y-%m-%d %H:%M'
   printf '%s cores, %s\n' "$(nproc)" "$(uptime | sed 's/.*load/load/')"
-  printf '%s s in all\n\n' $((SECONDS - begin))
+  echo
   column -t -s $'\t' -N 'what,figure,mark,verdict' <"$KELVANE_BENCH_REPORT"
 } | tee "$report"
 say "the table is kept as $report"

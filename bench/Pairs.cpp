@@ -1,8 +1,10 @@
 #include "Pairs.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
+#include <exception>
 #include <fstream>
 #include <iomanip>
 #include <sstream>
@@ -46,6 +48,16 @@ std::string Comparison(const char* what, const Side& ours, const Side& theirs) {
 
 void Need(bool holds, const char* complaint) {
   if (!holds) throw std::runtime_error(complaint);
+}
+
+int ToEnd(const std::function<void()>& bench) {
+  try {
+    bench();
+  } catch (const std::exception& failure) {
+    std::fprintf(stderr, "%s: %s\n", program_invocation_short_name, failure.what());
+    return 1;
+  }
+  return 0;
 }
 
 double At(std::vector<double> values, double share) {

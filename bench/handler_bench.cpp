@@ -56,9 +56,7 @@ double PreviewNanosecondsPerBlock(kelvane::Form1& form) {
   return took.count() / kBlocksPerMebibyte;
 }
 
-}  // namespace
-
-int main() {
+void Run() {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   kelvane::App app("kelvane");
   const TalkativePlayer player;
@@ -74,6 +72,7 @@ int main() {
     costs.push_back(PreviewNanosecondsPerBlock(form));
   }
   const double grown = ResidentMebibytes() - before;
+  Need(grown > kMebibytes, "the player's text doesn't come");
 
   constexpr int kSample = 10;
   const std::vector<double> first(costs.begin(), costs.begin() + kSample);
@@ -88,5 +87,8 @@ int main() {
                At(last, 0.5) / At(first, 0.5), kFlat);
   PrintVerdict("output handler: memory for each byte received", grown / kMebibytes, kTextAlone,
                " bytes");
-  return 0;
 }
+
+}  // namespace
+
+int main() { return ToEnd(Run); }

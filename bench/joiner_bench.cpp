@@ -5,7 +5,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
-#include <exception>
 #include <vector>
 
 #include "FirstPaint.h"
@@ -152,16 +151,9 @@ int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   QuietToolkit();
   const App app("kelvane");
-  try {
-    if (argc == 2) {
-      BeOtherList(std::atoi(argv[1]));
-      return 0;
-    }
+  return ToEnd([&] {
+    if (argc == 2) return BeOtherList(std::atoi(argv[1]));
     CompareOpening<Form4>("joiner window", 1.2);
     MeasureGrowth();
-  } catch (const std::exception& failure) {
-    std::fprintf(stderr, "joiner_bench: %s\n", failure.what());
-    return 1;
-  }
-  return 0;
+  });
 }

@@ -8,7 +8,6 @@
 #include <atomic>
 #include <clocale>
 #include <cstdio>
-#include <exception>
 #include <iterator>
 #include <optional>
 #include <thread>
@@ -226,11 +225,5 @@ void Run() {
 
 int main() {
   std::puts("To be run on a machine that does nothing else: others' work shows in every figure.");
-  try {
-    Run();
-  } catch (const std::exception& failure) {
-    std::fprintf(stderr, "playback_bench: %s\n", failure.what());
-    return 1;
-  }
-  return 0;
+  return ToEnd(Run);
 }

@@ -12,7 +12,6 @@
 #include <csignal>
 #include <cstdio>
 #include <cstdlib>
-#include <exception>
 #include <string>
 #include <thread>
 #include <vector>
@@ -240,12 +239,4 @@ void Run() {
 
 }  // namespace
 
-int main() {
-  try {
-    Run();
-  } catch (const std::exception& failure) {
-    std::fprintf(stderr, "program_bench: %s\n", failure.what());
-    return 1;
-  }
-  return 0;
-}
+int main() { return ToEnd(Run); }

@@ -13,7 +13,6 @@
 #include <chrono>
 #include <cstdint>
 #include <cstdio>
-#include <exception>
 #include <string>
 #include <vector>
 
@@ -131,12 +130,4 @@ void Run() {
 
 }  // namespace
 
-int main() {
-  try {
-    Run();
-  } catch (const std::exception& failure) {
-    std::fprintf(stderr, "runner_bench: %s\n", failure.what());
-    return 1;
-  }
-  return 0;
-}
+int main() { return ToEnd(Run); }

@@ -146,10 +146,12 @@ void FormatTimes(double number) {
                   std::optional(static_cast<int>(ofDay % 86400)));
   if (number < 0) return;
   const QString position = FormatPosition(number);
-  if (number < 86400) {
-    const QString time = TimeText(static_cast<std::int64_t>(number));
-    AgreeOn("position" + what, position, number < 3600 ? time.mid(3) : time);
-  }
+  const auto passed = static_cast<std::int64_t>(std::min(number, 1e15));
+  const QString minutes = TimeText(passed).mid(3);
+  AgreeOn("position" + what, position,
+          passed < 3600
+              ? minutes
+              : QString::fromStdString(Printed("%02.0f:", double(passed / 3600))) + minutes);
 }
 
 void FormatNumber(double number, const Separators& separators) {

@@ -102,6 +102,15 @@ TEST_F(AListBox, ScrollsTheSelectedLineIntoViewDownAndUpAlone) {
   EXPECT_EQ(Across().value(), 70);
 }
 
+TEST_F(AListBox, ScrollsSidewaysNoMoreWhereItsExtentIsNought) {
+  list.setHorizontalExtent(900);
+  PumpOnce();
+  ASSERT_TRUE(Across().isVisible());
+  list.setHorizontalExtent(0);
+  PumpOnce();
+  EXPECT_FALSE(Across().isVisible());
+}
+
 TEST_F(AListBox, DoesNotScrollSidewaysByDesign) {
   list.AddItem(QString(500, 'w'));
   PumpOnce();

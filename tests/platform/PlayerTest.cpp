@@ -5,39 +5,10 @@
 #include <QContextMenuEvent>
 #include <QFile>
 #include <QMenu>
-#include <cstring>
-
-#include "platform/player/PlayerLibrary.h"
 
 namespace kelvane::testing {
 
 namespace {
-
-// While it lives, the player's library tells of no duration that changes. It may: a change back to
-// what was before, as where the same file starts again, it sees only if it looks in between.
-class HidesChangesOfDurations {
- public:
-  HidesChangesOfDurations() {
-    wait_ = Functions().wait_event;
-    Functions().wait_event = WaitForAnother;
-  }
-  HidesChangesOfDurations(const HidesChangesOfDurations&) = delete;
-  HidesChangesOfDurations& operator=(const HidesChangesOfDurations&) = delete;
-  ~HidesChangesOfDurations() { Functions().wait_event = wait_; }
-
- private:
-  static PlayerLibrary& Functions() { return const_cast<PlayerLibrary&>(*PlayerLibrary::Get()); }
-  static mpv_event* WaitForAnother(mpv_handle* player, double seconds) {
-    mpv_event* event = wait_(player, seconds);
-    while (event->event_id == MPV_EVENT_PROPERTY_CHANGE &&
-           std::strcmp(static_cast<mpv_event_property*>(event->data)->name, "duration") == 0) {
-      event = wait_(player, seconds);
-    }
-    return event;
-  }
-
-  static inline decltype(PlayerLibrary::wait_event) wait_ = nullptr;
-};
 
 class APlayer : public PlayerTest {
  protected:
@@ -123,13 +94,6 @@ TEST_F(APlayer, TellsTheDurationInSecondsOnceItIsKnown) {
   player.controls.stop();
   ASSERT_TRUE(watch.AwaitColour(kNothingPlayed));
   EXPECT_NEAR(*player.currentMediaDuration(), 5, 0.1) << "it stays loaded";
-}
-
-TEST_F(APlayer, TellsTheDurationEvenWhereNoChangeOfItIsSeen) {
-  const HidesChangesOfDurations hides;
-  player.setURL(MakePlain("red.mp4", "red", 20));
-  EXPECT_TRUE(PumpUntil([&] { return player.currentMediaDuration().value_or(0) > 19.9; }));
-  form.reset();
 }
 
 TEST_F(APlayer, PlaysAFileOnceAndIsBlackThen) {

@@ -1,0 +1,105 @@
+// The player over a library that refuses, or keeps something to itself.
+#include <cstring>
+#include <type_traits>
+#include <utility>
+
+#include "platform/PlayerTest.h"
+#include "platform/player/PlayerLibrary.h"
+
+namespace kelvane::testing {
+namespace {
+
+// Another function in the place of one of the library's, while this lives.
+template <auto Member>
+class Replaced {
+ public:
+  using Function = std::remove_reference_t<decltype(std::declval<PlayerLibrary&>().*Member)>;
+
+  explicit Replaced(Function function) {
+    own = Place();
+    Place() = function;
+  }
+  Replaced(const Replaced&) = delete;
+  Replaced& operator=(const Replaced&) = delete;
+  ~Replaced() { Place() = own; }
+
+  // The library's.
+  static inline Function own = nullptr;
+
+ private:
+  static Function& Place() { return const_cast<PlayerLibrary&>(*PlayerLibrary::Get()).*Member; }
+};
+
+class ALibrary : public PlayerTest {
+ protected:
+  // Before what was replaced is put back, since the player's thread calls it to its end.
+  ~ALibrary() override { EXPECT_EQ(form, nullptr) << "the player is still there"; }
+
+  void ExpectNothingButBlack() {
+    player.setURL(MakePlain("red.mp4", "red", 5));
+    player.controls.play();
+    player.controls.pause();
+    player.controls.play();
+    player.settings.setVolume(70);
+    player.settings.setBalance(-40);
+    EXPECT_TRUE(HoldsFor(kAWhile, [&] { return watch.Colour() == kNothingPlayed; }));
+    EXPECT_EQ(player.controls.currentPositionString(), QStringLiteral("00:00"));
+    player.controls.stop();
+    EXPECT_TRUE(watch.AwaitEnd());
+    form.reset();
+  }
+
+  static constexpr int kAWhile = 200;  // ms
+};
+
+TEST_F(ALibrary, ThatMakesNoPlayerLeavesItBlack) {
+  const Replaced<&PlayerLibrary::create> none([]() -> mpv_handle* { return nullptr; });
+  ExpectNothingButBlack();
+}
+
+TEST_F(ALibrary, ThatStartsNoPlayerLeavesItBlack) {
+  const Replaced<&PlayerLibrary::initialize> refuses(
+      [](mpv_handle*) -> int { return MPV_ERROR_NOMEM; });
+  ExpectNothingButBlack();
+}
+
+TEST_F(ALibrary, ThatMakesNoPicturesLeavesItBlack) {
+  const Replaced<&PlayerLibrary::render_context_create> refuses(
+      [](mpv_render_context**, mpv_handle*, mpv_render_param*) -> int { return MPV_ERROR_NOMEM; });
+  ExpectNothingButBlack();
+}
+
+TEST_F(ALibrary, ThatTakesNoCommandLeavesItAsItIs) {
+  player.setURL(MakePlain("red.mp4", "red", 20));
+  ASSERT_TRUE(watch.AwaitPosition(0.3));
+  {
+    const Replaced<&PlayerLibrary::command_async> refuses(
+        [](mpv_handle*, std::uint64_t, const char**) -> int { return MPV_ERROR_EVENT_QUEUE_FULL; });
+    player.setURL(MakePlain("blue.mp4", "blue", 5));
+    EXPECT_GE(watch.Core().Position(), 0.3);
+    EXPECT_NEAR(player.currentMediaDuration().value_or(0), 20, 0.1);
+  }
+  EXPECT_TRUE(watch.Moves());
+  EXPECT_TRUE(PlayerWatch::Like(watch.Colour(), kPlayedRed));
+  form.reset();
+}
+
+// A change back to what was before, as where the same file starts again, is one that the library
+// tells of only if it looks in between.
+TEST_F(ALibrary, ThatTellsOfNoChangeOfTheDurationIsAskedForIt) {
+  using Waiting = Replaced<&PlayerLibrary::wait_event>;
+  const Waiting hides([](mpv_handle* handle, double seconds) {
+    mpv_event* event = Waiting::own(handle, seconds);
+    while (event->event_id == MPV_EVENT_PROPERTY_CHANGE &&
+           std::strcmp(static_cast<mpv_event_property*>(event->data)->name, "duration") == 0) {
+      event = Waiting::own(handle, seconds);
+    }
+    return event;
+  });
+  player.setURL(MakePlain("red.mp4", "red", 20));
+  EXPECT_TRUE(PumpUntil([&] { return player.currentMediaDuration().value_or(0) > 19.9; }));
+  form.reset();
+}
+
+}  // namespace
+}  // namespace kelvane::testing
