@@ -9,6 +9,9 @@ namespace {
 class JoinerSoak : public JoinerWindowTest {
  protected:
   ListBox& Intermediates() const { return Get<ListBox>("List2"); }
+  // The path, and what the toolkit holds of a line.
+  static constexpr std::size_t kMostOfALine = 512;
+
   // Each join lists its intermediate files once more.
   std::size_t BytesOfALine() const {
     constexpr int kLines = 1000;
@@ -25,6 +28,7 @@ TEST_F(JoinerSoak, AThousandJoins) {
   Remove(3);
   tools_.CropDoes(Print("frame=1 time=00:00:05.00 bitrate=1\n"));
   const std::size_t line = BytesOfALine();
+  ASSERT_LT(line, kMostOfALine);
   Label& process = Get<Label>("Label3", ProcessLine);
   // The wait before a join is over as soon as the windows have been served.
   process.Change = [&](int) {

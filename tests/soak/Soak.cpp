@@ -152,7 +152,7 @@ std::size_t BytesInUse() {
 }
 
 void ExpectFlat(const Soak& soak) {
-  constexpr double kMostOfARound = 512;
+  constexpr double kMostOfARound = 256;
   ASSERT_NO_FATAL_FAILURE(Run(soak, 0, soak.warmUp));
   ASSERT_TRUE(ChildrenAreReaped());
   const Counts before = Settled();
