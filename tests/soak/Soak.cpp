@@ -152,7 +152,6 @@ std::size_t BytesInUse() {
 }
 
 void ExpectFlat(const Soak& soak) {
-  constexpr double kMostOfARound = 256;
   ASSERT_NO_FATAL_FAILURE(Run(soak, 0, soak.warmUp));
   ASSERT_TRUE(ChildrenAreReaped());
   const Counts before = Settled();
@@ -175,8 +174,8 @@ void ExpectFlat(const Soak& soak) {
             << ResidentMiB() << " MiB resident; " << grown << " bytes a round, and " << mapped
             << " mapped\n";
   if (!kSanitized) {
-    EXPECT_LT(grown, kMostOfARound);
-    EXPECT_LT(mapped, kMostOfARound);
+    EXPECT_LT(grown, soak.mostOfARound);
+    EXPECT_LT(mapped, soak.mostOfARound);
   }
 }
 
