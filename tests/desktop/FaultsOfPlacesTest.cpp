@@ -18,6 +18,7 @@ namespace {
 
 constexpr QSize kOldSize(640, 360);
 constexpr QSize kNewSize(320, 240);
+constexpr QSize kLaterSize(400, 300);
 
 class FaultsOfPlaces : public DesktopTest {
  protected:
@@ -27,89 +28,137 @@ class FaultsOfPlaces : public DesktopTest {
 
 struct Shortage {
   const char* name;
+  Attempt attempt;
   int error;
   const char* reason;
 };
 
 void PrintTo(const Shortage& shortage, std::ostream* stream) { *stream << shortage.name; }
 
-class ATemporaryPlace : public FaultsOfPlaces, public testing::WithParamInterface<Shortage> {
+// The program's private folder can be made in the place, and nothing in that folder.
+constexpr Shortage kFilled{"FullOnceTheFolderStands", Attempt::kFillFolder, ENOSPC,
+                           "No space left on device"};
+const auto kShortages = testing::Values(
+    Shortage{"Missing", Attempt::kUseTemporary, ENOENT, "No such file or directory"},
+    Shortage{"Full", Attempt::kUseTemporary, ENOSPC, "No space left on device"},
+    Shortage{"ReadOnly", Attempt::kUseTemporary, EROFS, "Read-only file system"}, kFilled);
+constexpr auto kNameOfShortage = [](const auto& place) { return place.param.name; };
+
+class APrivateFolder : public FaultsOfPlaces {
  protected:
-  ATemporaryPlace() { program.SetVariable("DBUS_SESSION_BUS_ADDRESS", reader.Address()); }
+  APrivateFolder() { program.SetVariable("DBUS_SESSION_BUS_ADDRESS", reader.Address()); }
+
+  // Chooses a file whose name needs a link, and expects the box that tells why there is none, and
+  // under it an empty path and the video of that size.
+  void ExpectToldAndOldVideo(const QString& path, const Shortage& shortage, QSize size) {
+    const int failed = faults.Failed(shortage.attempt);
+    ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, path));
+    const WindowId message = screen.Await("Error");
+    ASSERT_NE(message, 0U);
+    const QString text = QStringLiteral(
+                             "An error occurred while obtaining the file path.\n\n"
+                             "The error number was:\t%1\nThe error description:\t%2")
+                             .arg(shortage.error)
+                             .arg(shortage.reason);
+    const SpokenNode spoken = reader.AwaitWindow("Error");
+    EXPECT_EQ(ScreenReader::Find(spoken, "label", text).Name(), text)
+        << ScreenReader::HeardIn(spoken).toStdString();
+    // Not by a key: the toolkit loses a little memory with a key that closes what it tells of.
+    ASSERT_TRUE(ScreenReader::Find(spoken, "push button", "OK").Do("Press"));
+    EXPECT_TRUE(WaitFor([&] { return screen.Windows().size() == 1; }));
+    EXPECT_TRUE(WaitFor([&] { return AllOf(screen.Picture(), window.Place("Text1(1)"), kDark); }))
+        << "no path";
+    EXPECT_TRUE(window.AwaitVideo(size));
+    EXPECT_GT(faults.Failed(shortage.attempt), failed);
+  }
+
   ScreenReader reader{program.PathOf("runtime")};
+  Faults faults{program};
 };
 
-INSTANTIATE_TEST_SUITE_P(FaultsOfPlaces, ATemporaryPlace,
-                         testing::Values(Shortage{"Missing", ENOENT, "No such file or directory"},
-                                         Shortage{"Full", ENOSPC, "No space left on device"},
-                                         Shortage{"ReadOnly", EROFS, "Read-only file system"}),
-                         [](const auto& place) { return place.param.name; });
+class ATemporaryPlace : public APrivateFolder, public testing::WithParamInterface<Shortage> {};
+
+INSTANTIATE_TEST_SUITE_P(FaultsOfPlaces, ATemporaryPlace, kShortages, kNameOfShortage);
 
 TEST_P(ATemporaryPlace, ThatTakesNoLinkIsToldAndAnyOtherNameStillLoads) {
-  Faults faults(program);
-  faults.FailAll(Attempt::kUseTemporary, GetParam().error);
+  faults.FailAll(GetParam().attempt, GetParam().error);
   ASSERT_TRUE(MakeVideo(blank, kNewSize, 1));
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kOldSize, 1));
-  ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, blank));
-  const WindowId message = screen.Await("Error");
-  ASSERT_NE(message, 0U);
-  const QString text = QStringLiteral(
-                           "An error occurred while obtaining the file path.\n\n"
-                           "The error number was:\t%1\nThe error description:\t%2")
-                           .arg(GetParam().error)
-                           .arg(GetParam().reason);
-  const SpokenNode spoken = reader.AwaitWindow("Error");
-  EXPECT_EQ(ScreenReader::Find(spoken, "label", text).Name(), text)
-      << ScreenReader::HeardIn(spoken).toStdString();
-  // Not by a key: the toolkit loses a little memory with a key that closes what it tells of.
-  ASSERT_TRUE(ScreenReader::Find(spoken, "push button", "OK").Do("Press"));
-  EXPECT_TRUE(WaitFor([&] { return screen.Windows().size() == 1; }));
-  EXPECT_TRUE(WaitFor([&] { return AllOf(screen.Picture(), window.Place("Text1(1)"), kDark); }))
-      << "no path";
-  EXPECT_TRUE(window.AwaitVideo(kOldSize));
-  EXPECT_GT(faults.Failed(Attempt::kUseTemporary), 1);
+  ASSERT_NO_FATAL_FAILURE(ExpectToldAndOldVideo(blank, GetParam(), kOldSize));
 
-  faults.Heal(Attempt::kUseTemporary);
+  faults.Heal(GetParam().attempt);
   ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, blank));
   EXPECT_TRUE(window.AwaitVideo(kNewSize));
   CloseAndExpectEnd();
 }
 
-class JoinersTemporaryPlace : public JoinerTest {
+TEST_F(APrivateFolder, ThatFillsUpTakesNoNewLinkAndKeepsThoseThatItHas) {
+  const QString later = program.PathOf("a later clip.mp4");
+  ASSERT_TRUE(MakeVideo(blank, kNewSize, 1));
+  ASSERT_TRUE(MakeVideo(later, kLaterSize, 1));
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kOldSize, 1));
+  ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, blank));
+  ASSERT_TRUE(window.AwaitVideo(kNewSize));
+
+  faults.FailAll(kFilled.attempt, kFilled.error);
+  ASSERT_NO_FATAL_FAILURE(ExpectToldAndOldVideo(later, kFilled, kNewSize));
+  ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, video));
+  EXPECT_TRUE(window.AwaitVideo(kOldSize));
+  ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, blank));
+  EXPECT_TRUE(window.AwaitVideo(kNewSize)) << "by the link that stands";
+
+  faults.Heal(kFilled.attempt);
+  ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, later));
+  EXPECT_TRUE(window.AwaitVideo(kLaterSize));
+  CloseAndExpectEnd();
+}
+
+class JoinersPrivateFolder : public JoinerTest {
  protected:
-  JoinersTemporaryPlace() : faults(program) {}
+  JoinersPrivateFolder() : faults(program) {}
   Faults faults;
 };
 
-TEST_F(JoinersTemporaryPlace, ThatTakesNoLinkIsNotToldAndTheSectionIsJoinedAllTheSame) {
+class JoinersTemporaryPlace : public JoinersPrivateFolder,
+                              public testing::WithParamInterface<Shortage> {};
+
+INSTANTIATE_TEST_SUITE_P(FaultsOfPlaces, JoinersTemporaryPlace, kShortages, kNameOfShortage);
+
+TEST_P(JoinersTemporaryPlace, ThatTakesNoLinkIsNotToldAndTheSectionIsJoinedAllTheSame) {
   const QString clip = program.PathOf("a clip.mp4");
   const QString output = program.PathOf("joined.mp4");
   ASSERT_TRUE(MakeVideo(clip, kNewSize, 20));
-  faults.FailAll(Attempt::kUseTemporary, ENOSPC);
+  faults.FailAll(GetParam().attempt, GetParam().error);
   ASSERT_NO_FATAL_FAILURE(Add(clip));
   EXPECT_TRUE(joiner.AwaitTotals(1, "00,000", "00:00:00"));
   ExpectPathWithoutStripOrRow(0);
   EXPECT_EQ(screen.Windows().size(), 1) << "no message";
-  EXPECT_GT(faults.Failed(Attempt::kUseTemporary), 0);
+  EXPECT_GT(faults.Failed(GetParam().attempt), 0);
   ASSERT_NO_FATAL_FAILURE(JoinTo(output));
   EXPECT_EQ(VideoSize(output), kNewSize);
+  EXPECT_EQ(Pictures(output), Pictures(clip));
   CloseJoinerAndExpectEnd();
 }
 
-TEST_F(JoinersTemporaryPlace, ThatTakesNoLinkGivesALaterSectionTheLengthOfTheFileBefore) {
-  const QString former = program.PathOf("former.mp4");
+TEST_F(JoinersPrivateFolder, ThatFillsUpGivesALaterSectionTheLengthOfTheFileBeforeAndJoinsBoth) {
+  const QString former = program.PathOf("a former clip.mp4");
   const QString clip = program.PathOf("a clip.mp4");
+  const QString output = program.PathOf("joined.mp4");
   ASSERT_TRUE(MakeVideo(former, kNewSize, 20));
   ASSERT_TRUE(MakeVideo(clip, kNewSize, 50));
+  const QByteArray content = ContentOf(clip);
   ASSERT_NO_FATAL_FAILURE(Add(former));
   ASSERT_TRUE(joiner.AwaitTotals(1, "00,020", "00:00:20"));
-  faults.FailAll(Attempt::kUseTemporary, ENOSPC);
+  faults.FailAll(kFilled.attempt, kFilled.error);
   ASSERT_NO_FATAL_FAILURE(Add(clip));
   EXPECT_TRUE(joiner.AwaitTotals(2, "00,040", "00:00:40"));
   EXPECT_TRUE(WaitFor([&] { return joiner.RowShows(1, "2", "a clip.mp4", "20"); }, 5s));
   EXPECT_EQ(joiner.Strip(1).width(), joiner.Strip(0).width());
   EXPECT_EQ(screen.Windows().size(), 1) << "no message";
-  EXPECT_GT(faults.Failed(Attempt::kUseTemporary), 0);
+  EXPECT_EQ(faults.Failed(kFilled.attempt), 1);
+  ASSERT_NO_FATAL_FAILURE(JoinTo(output));
+  EXPECT_EQ(Pictures(output), Pictures(former) + Pictures(clip));
+  EXPECT_EQ(ContentOf(clip), content);
   CloseJoinerAndExpectEnd();
 }
 
@@ -179,6 +228,37 @@ TEST_F(JoinersProgramFolder, ThatCannotBeWrittenToLeavesTheEarlierListAndJoinsBy
   EXPECT_EQ(ContentOf(list), "file '" + clip.toUtf8() + "'\r\n");
   CloseJoinerAndExpectEnd();
   EXPECT_FALSE(QFileInfo::exists(QFileInfo(list).path())) << "goes when the program ends";
+}
+
+// Where the private place fails as well, on the way to it or in it.
+class JoinersTwoPlaces : public JoinersProgramFolder, public testing::WithParamInterface<Attempt> {
+ protected:
+  JoinersTwoPlaces() : faults(program) {}
+  Faults faults;
+};
+
+INSTANTIATE_TEST_SUITE_P(FaultsOfPlaces, JoinersTwoPlaces,
+                         testing::Values(Attempt::kUseTemporary, Attempt::kFillFolder),
+                         [](const auto& place) {
+                           return place.param == Attempt::kUseTemporary ? "WithoutAFolder"
+                                                                        : "WithAFolderThatIsFull";
+                         });
+
+TEST_P(JoinersTwoPlaces, ThatTakeNoListLeaveTheJoinToTheEarlierOne) {
+  const QString clip = program.PathOf("clip.mp4");
+  const QString output = program.PathOf("joined.mp4");
+  ASSERT_TRUE(MakeVideo(clip, kNewSize, 20));
+  const QByteArray content = ContentOf(clip);
+  ASSERT_NO_FATAL_FAILURE(Add(clip));
+  ASSERT_TRUE(joiner.AwaitTotals(1, "00,020", "00:00:20"));
+  faults.FailAll(GetParam(), ENOSPC);
+  ASSERT_NO_FATAL_FAILURE(JoinTo(output));
+  EXPECT_EQ(faults.Failed(GetParam()), 1);
+  EXPECT_EQ(program.RunsOf("ffmpeg"), QList<QStringList>{CopyRun({output})}) << "it lies there";
+  EXPECT_EQ(ContentOf(ListFile()), QByteArray(kEarlier));
+  EXPECT_EQ(ContentOf(output), "(not there)") << "what it names isn't";
+  EXPECT_EQ(ContentOf(clip), content);
+  CloseJoinerAndExpectEnd();
 }
 
 }  // namespace

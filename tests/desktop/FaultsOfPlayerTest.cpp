@@ -50,7 +50,10 @@ TEST_F(FaultsOfPlayer, ALibraryThatCannotBeLoadedLeavesThePictureBlackUntilItCan
 TEST_F(FaultsOfPlayer, ALibraryWithoutItsFunctionsLeavesThePictureBlack) {
   program.SetVariable("LD_LIBRARY_PATH", KELVANE_EMPTY_PLAYER_FOLDER);
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 5));
+  const QString library = QStringLiteral(KELVANE_EMPTY_PLAYER_FOLDER "/libmpv.so.2");
+  EXPECT_FALSE(program.HasInMemory(library));
   ASSERT_NO_FATAL_FAILURE(RunInVain());
+  EXPECT_TRUE(program.HasInMemory(library)) << "it is the one that was taken";
   ASSERT_NO_FATAL_FAILURE(ExpectTheRestWorks());
   CloseAndExpectEnd();
   EXPECT_EQ(program.Printed(), "");

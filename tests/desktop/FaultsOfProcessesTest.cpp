@@ -13,6 +13,7 @@ namespace {
 
 constexpr QSize kOldSize(640, 360);
 constexpr QSize kNewSize(320, 240);
+constexpr QSize kAnotherSize(400, 300);
 
 class FaultsOfProcesses : public DesktopTest {
  protected:
@@ -108,17 +109,25 @@ TEST_F(FaultsOfProcesses, AUserWithoutRoomForAProcessKeepsTheOldVideoUntilThereI
 TEST_F(FaultsOfProcesses, AStepOfAStartThatFailsLeavesTheOldVideoWhicheverItIs) {
   Faults faults(program);
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithOldVideo());
+  const QString another = program.PathOf("another.mp4");
+  ASSERT_TRUE(MakeVideo(another, kAnotherSize, 1));
   // The pipe, nine settings and the start itself.
   constexpr int kStepsOfAProbe = 11;
   const int descriptors = program.OpenDescriptors();
   for (int step = 1; step <= kStepsOfAProbe; ++step) {
     SCOPED_TRACE(step);
-    const QString& path = step % 2 == 1 ? other : video;
+    // A path that is on show already would start nothing, and neither file has the old size.
+    const QString& path = step % 2 == 1 ? other : another;
     faults.FailOne(Attempt::kStartTool, step, step % 4 < 2 ? EMFILE : ENOMEM);
     ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, path));
     ASSERT_NO_FATAL_FAILURE(ExpectVideoUnderPath(kOldSize, path));
     EXPECT_EQ(faults.Failed(Attempt::kStartTool), 1);
   }
+  // No step is left out: the next is the first of the second run, for the duration alone.
+  faults.FailOne(Attempt::kStartTool, kStepsOfAProbe + 1, EMFILE);
+  ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, another));
+  ASSERT_NO_FATAL_FAILURE(ExpectVideoUnderPath(kAnotherSize, another));
+  EXPECT_EQ(faults.Failed(Attempt::kStartTool), 1);
   EXPECT_LE(program.OpenDescriptors(), descriptors) << "no pipe stays open";
   CloseAndExpectEnd();
 }

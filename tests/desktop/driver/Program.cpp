@@ -245,6 +245,23 @@ qint64 Program::Memory(const QByteArray& kind) const {
   return line < 0 ? 0 : text.mid(line).simplified().split(' ').value(1).toLongLong();
 }
 
+std::chrono::milliseconds Program::ProcessorTime() const {
+  QFile status(QStringLiteral("/proc/%1/stat").arg(Id()));
+  if (!status.open(QIODevice::ReadOnly)) return {};
+  // Behind the name in its brackets, and ten more numbers: in the program, and for it in the
+  // system.
+  const QByteArray line = status.readAll();
+  const QList<QByteArray> numbers = line.mid(line.lastIndexOf(')') + 2).split(' ');
+  const qint64 ticks = numbers.value(11).toLongLong() + numbers.value(12).toLongLong();
+  return std::chrono::milliseconds(ticks * 1000 / sysconf(_SC_CLK_TCK));
+}
+
+bool Program::HasInMemory(const QString& path) const {
+  QFile areas(QStringLiteral("/proc/%1/maps").arg(Id()));
+  return areas.open(QIODevice::ReadOnly) &&
+         areas.readAll().contains(' ' + QFile::encodeName(path) + '\n');
+}
+
 QList<qint64> Program::Children(const QByteArray& states) const {
   QList<qint64> found;
   const QDir threads(QStringLiteral("/proc/%1/task").arg(Id()));

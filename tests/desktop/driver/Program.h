@@ -77,6 +77,10 @@ class Program {
   qint64 MostMemory() const { return Memory("VmHWM:"); }
   // What the program has reserved, in memory or not, in KiB: what RLIMIT_AS counts.
   qint64 AddressSpace() const { return Memory("VmSize:"); }
+  // How long the program's threads have been at work on a processor.
+  std::chrono::milliseconds ProcessorTime() const;
+  // Whether the program has a file of this path in its memory, as it has the libraries in use.
+  bool HasInMemory(const QString& path) const;
   // The numbers of the program's child processes whose state is one of `states`, as in "ZRS".
   QList<qint64> Children(const QByteArray& states) const;
 

@@ -5,6 +5,7 @@
 #include <pthread.h>
 #include <spawn.h>
 #include <sys/mman.h>
+#include <sys/syscall.h>
 #include <sys/time.h>
 #include <unistd.h>
 
@@ -37,7 +38,28 @@ FaultPlan* OpenPlan() {
 
 FaultPlan* plan = nullptr;
 
-__attribute__((constructor)) void Begin() { plan = OpenPlan(); }
+// The ways to read the calendar clock, as all that is in the program finds them.
+struct ClockReaders {
+  decltype(&::clock_gettime) clockGettime;
+  decltype(&::gettimeofday) gettimeofday;
+  decltype(&::time) time;
+};
+ClockReaders readers;
+
+template <class Function>
+void Find(Function*& function, const char* name) {
+  function = reinterpret_cast<Function*>(::dlsym(RTLD_DEFAULT, name));
+}
+
+__attribute__((constructor)) void Begin() {
+  Find(readers.clockGettime, "clock_gettime");
+  Find(readers.gettimeofday, "gettimeofday");
+  Find(readers.time, "time");
+  plan = OpenPlan();
+}
+
+// While this library itself reads the clock.
+thread_local bool looking = false;
 
 // The error with which this call shall fail; 0 for none.
 int ErrorOf(Attempt attempt) {
@@ -57,10 +79,48 @@ Function* System(Function* /*replaced*/, const char* name) {
 
 long ClockAhead() { return plan == nullptr ? 0 : plan->clockAhead.load(); }
 
+// What is to be added to what the program reads of the calendar clock.
+long ReadAhead() {
+  const long ahead = ClockAhead();
+  if (ahead != 0 && !looking) ++plan->clockReads;
+  return ahead;
+}
+
+// The calendar clock as the system has it.
+timespec SystemClock() {
+  timespec now{};
+  ::syscall(SYS_clock_gettime, CLOCK_REALTIME, &now);
+  return now;
+}
+
+// Notes how far ahead the calendar clock is shown, where all that read it agree.
+void LookAtClock() {
+  if (plan == nullptr || looking || plan->clockShown == plan->clockAhead) return;
+  looking = true;
+  const time_t system = SystemClock().tv_sec;
+  timespec precise{};
+  timespec coarse{};
+  timeval day{};
+  readers.clockGettime(CLOCK_REALTIME, &precise);
+  readers.clockGettime(CLOCK_REALTIME_COARSE, &coarse);
+  readers.gettimeofday(&day, nullptr);
+  const long ahead = plan->clockAhead;
+  bool shown = true;
+  for (const time_t second : {precise.tv_sec, coarse.tv_sec, day.tv_sec, readers.time(nullptr)}) {
+    shown = shown && std::labs(second - system - ahead) <= 1;
+  }
+  if (shown) plan->clockShown = ahead;
+  looking = false;
+}
+
 // A clock that shows less counts from the machine's start.
 constexpr time_t kFirstCalendarSecond = 1'000'000'000;
 
-bool IsTemporaryPlace(const char* path) { return std::strcmp(path, "/tmp") == 0; }
+// Whether a file is to be made in a private folder.
+bool FillsFolder(const char* path, int flags) {
+  constexpr const char* kFolders = "/tmp/kelvane-";
+  return (flags & O_CREAT) != 0 && std::strncmp(path, kFolders, std::strlen(kFolders)) == 0;
+}
 
 }  // namespace
 
@@ -137,17 +197,26 @@ char* mkdtemp(char* path) noexcept {
 }
 
 int symlinkat(const char* target, int folder, const char* path) noexcept {
-  FAIL_WITH_ERROR_OF(kUseTemporary, -1);
+  FAIL_WITH_ERROR_OF(kFillFolder, -1);
   PASS_ON(symlinkat, target, folder, path);
 }
 
 int open(const char* path, int flags, ...) {
-  if (IsTemporaryPlace(path)) FAIL_WITH_ERROR_OF(kUseTemporary, -1);
+  if (std::strcmp(path, "/tmp") == 0) FAIL_WITH_ERROR_OF(kUseTemporary, -1);
   va_list rest;
   va_start(rest, flags);
   const mode_t mode = va_arg(rest, mode_t);
   va_end(rest);
   PASS_ON(open, path, flags, mode);
+}
+
+int open64(const char* path, int flags, ...) {
+  if (FillsFolder(path, flags)) FAIL_WITH_ERROR_OF(kFillFolder, -1);
+  va_list rest;
+  va_start(rest, flags);
+  const mode_t mode = va_arg(rest, mode_t);
+  va_end(rest);
+  PASS_ON(open64, path, flags, mode);
 }
 
 int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*run)(void*),
@@ -171,7 +240,8 @@ int memfd_create(const char* name, unsigned flags) noexcept {
 int clock_gettime(clockid_t clock, timespec* now) noexcept {
   static auto* const system = System(&::clock_gettime, "clock_gettime");
   const int result = system(clock, now);
-  if (clock == CLOCK_REALTIME) now->tv_sec += ClockAhead();
+  if (clock == CLOCK_MONOTONIC) LookAtClock();
+  if (clock == CLOCK_REALTIME || clock == CLOCK_REALTIME_COARSE) now->tv_sec += ReadAhead();
   return result;
 }
 
@@ -185,8 +255,8 @@ int pthread_cond_timedwait(pthread_cond_t* condition, pthread_mutex_t* mutex,
   constexpr long kLook = 10'000'000;  // ns
   constexpr long kSecond = 1'000'000'000;
   while (true) {
-    timespec now{};
-    ::clock_gettime(CLOCK_REALTIME, &now);
+    timespec now = SystemClock();
+    now.tv_sec += ClockAhead();
     if (now.tv_sec > moment->tv_sec ||
         (now.tv_sec == moment->tv_sec && now.tv_nsec >= moment->tv_nsec)) {
       return ETIMEDOUT;
@@ -210,13 +280,13 @@ int pthread_cond_timedwait(pthread_cond_t* condition, pthread_mutex_t* mutex,
 int gettimeofday(timeval* now, void* zone) noexcept {
   static auto* const system = System(&::gettimeofday, "gettimeofday");
   const int result = system(now, zone);
-  now->tv_sec += ClockAhead();
+  now->tv_sec += ReadAhead();
   return result;
 }
 
 time_t time(time_t* now) noexcept {
   static auto* const system = System(&::time, "time");
-  const time_t result = system(nullptr) + ClockAhead();
+  const time_t result = system(nullptr) + ReadAhead();
   if (now != nullptr) *now = result;
   return result;
 }

@@ -9,7 +9,8 @@ namespace kelvane::desktop {
 // The calls of the system that can be made to fail, by what the program wants of them.
 enum class Attempt : int {
   kStartTool,     // a pipe, the settings for a start, and the start itself
-  kUseTemporary,  // to look at the place of temporary files, or to make something in it
+  kUseTemporary,  // to look at the place of temporary files, or to make a folder in it
+  kFillFolder,    // to make a short name or a list in such a folder
   kStartThread,
   kLoadPlayer,    // to load the player's library
   kSharePicture,  // to make memory for a picture that the display server reads as well
@@ -33,6 +34,10 @@ struct FaultPlan {
   Entry entries[kAttempts];
   // How many seconds the calendar clock is ahead.
   std::atomic<long> clockAhead;
+  // How far ahead every way to read that clock has shown it, when the program last timed something.
+  std::atomic<long> clockShown;
+  // How many times the program has read it while it was ahead.
+  std::atomic<int> clockReads;
 };
 
 constexpr const char* kPlanVariable = "KELVANE_FAULT_PLAN";

@@ -49,6 +49,10 @@ int Faults::Failed(Attempt attempt) const {
   return plan_->entries[static_cast<int>(attempt)].failed;
 }
 
-void Faults::PutClockAhead(std::chrono::seconds time) { plan_->clockAhead = time.count(); }
+bool Faults::PutClockAhead(std::chrono::seconds time) {
+  plan_->clockAhead = time.count();
+  plan_->clockReads = 0;
+  return WaitFor([this] { return plan_->clockShown == plan_->clockAhead; });
+}
 
 }  // namespace kelvane::desktop

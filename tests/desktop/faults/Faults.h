@@ -22,7 +22,11 @@ class Faults {
   int Failed(Attempt attempt) const;
 
   // How far the program's calendar clock is ahead of the system's; the clocks of timers stay right.
-  void PutClockAhead(std::chrono::seconds time);
+  // Waits until the program has timed something since, by whichever clock, and every way to read
+  // the calendar clock has shown it there. False if that doesn't come.
+  bool PutClockAhead(std::chrono::seconds time);
+  // How many times the program itself has read the calendar clock since it was put ahead.
+  int ClockReads() const { return plan_->clockReads; }
 
  private:
   FaultPlan* plan_;
