@@ -4,7 +4,7 @@
 
 #include <csignal>
 
-#include "desktop/JoinerTest.h"
+#include "desktop/DesktopTest.h"
 #include "support/Sanitized.h"
 
 namespace kelvane::desktop {
@@ -27,14 +27,24 @@ class FaultsOfTools : public DesktopTest {
     const QList<qint64> tools = program.Children("RSDT");
     return tools.size() == 1 ? static_cast<pid_t>(tools.first()) : 0;
   }
-  // A job that has come some way when its tool is stopped.
-  void StopToolOfAJob(pid_t& tool) {
-    ASSERT_NO_FATAL_FAILURE(StartJob("while echo 'time=00:00:03.00'; do sleep 0.02; done"));
-    ASSERT_TRUE(WaitFor([&] { return job.Progress() > 0; }));
+  // Script that prints these times, each as a block of its own however late it is read.
+  static QString PrintTimes(const QString& seconds) {
+    return "for second in " + seconds +
+           "; do printf '%-511s\\n' \"time=00:00:0$second.00\"; sleep 0.02; done\n";
+  }
+  // Begins a job of ten seconds whose tool stops itself after the third and goes on with
+  // `behaviour` when it is continued.
+  void StartJobThatStops(const QString& behaviour, pid_t& tool) {
+    ASSERT_NO_FATAL_FAILURE(StartJob(PrintTimes("1 2 3") + "kill -STOP $$\n" + behaviour));
+    ASSERT_TRUE(WaitFor([&] { return program.Children("T").size() == 1; }));
     tool = Tool();
     ASSERT_NE(tool, 0);
-    ASSERT_EQ(kill(tool, SIGSTOP), 0);
-    ASSERT_TRUE(WaitFor([&] { return program.Children("T").size() == 1; }));
+    ASSERT_TRUE(AwaitProgress(3));
+  }
+  // Waits until the bar stands at so many of ten seconds.
+  bool AwaitProgress(int seconds) const {
+    constexpr int kWhole = 409;
+    return WaitFor([&] { return std::abs(job.Progress() - kWhole * seconds / 10) <= 2; });
   }
   // The window answers the pointer before the one tool has ended.
   void ExpectWindowLivesMeanwhile() {
@@ -77,22 +87,33 @@ TEST_F(FaultsOfTools, AMissingProbeLeavesTheOldVideo) {
   CloseAndExpectEnd();
 }
 
-TEST_F(FaultsOfTools, AStoppedToolHoldsTheJobUntilItIsContinued) {
+TEST_F(FaultsOfTools, AStoppedToolHoldsTheJobWhereItIsUntilItIsContinued) {
   pid_t tool = 0;
-  ASSERT_NO_FATAL_FAILURE(StopToolOfAJob(tool));
-  EXPECT_TRUE(HoldsFor([&] { return program.Running() && job.Open(); }, 1s));
-  EXPECT_FALSE(job.AwaitSuccess(200ms)) << "its text hasn't ended";
-  ASSERT_EQ(kill(tool, SIGCONT), 0);
+  ASSERT_NO_FATAL_FAILURE(StartJobThatStops(
+      PrintTimes("4") + program.TalkingGate("end") + PrintTimes("5 6 7 8 9"), tool));
+  const QImage stopped = screen.Still();
+  const std::chrono::milliseconds worked = program.ProcessorTime();
   window.PointAt(kRunVideo);
+  EXPECT_TRUE(HoldsFor([&] { return screen.Picture() == stopped; }, 1s)) << "the windows rest";
+  EXPECT_TRUE(program.Running());
+  EXPECT_LT(program.ProcessorTime() - worked, 100ms) << "and so does the program";
+
+  ASSERT_EQ(kill(tool, SIGCONT), 0);
   EXPECT_TRUE(WaitFor([&] { return window.Shows("Label14(1)", "Run Video", kLit); }))
       << "the windows live again";
-  ASSERT_EQ(kill(tool, SIGKILL), 0);
+  EXPECT_TRUE(AwaitProgress(4));
+  EXPECT_TRUE(job.AwaitStatus("Progress: 30.00% Complete: Status: Cropping Video"))
+      << "the figure trails by one: it knows where it was";
+  ASSERT_TRUE(program.Open("end"));
+  EXPECT_TRUE(job.AwaitSuccess());
+  EXPECT_TRUE(AwaitProgress(9));
+  EXPECT_EQ(program.RunsOf("ffmpeg").size(), 1);
   ExpectSuccessAndEnd();
 }
 
 TEST_F(FaultsOfTools, AStoppedToolEndsOnceItIsContinuedWhereTheProgramWasEnded) {
   pid_t tool = 0;
-  ASSERT_NO_FATAL_FAILURE(StopToolOfAJob(tool));
+  ASSERT_NO_FATAL_FAILURE(StartJobThatStops("while echo on; do sleep 0.02; done", tool));
   ASSERT_EQ(kill(static_cast<pid_t>(program.Id()), SIGTERM), 0);
   EXPECT_EQ(program.AwaitExit(), -1) << "ended by the signal, without a wait for the tool";
   kill(tool, SIGCONT);
@@ -202,30 +223,6 @@ TEST_F(FaultsOfTools, AFloodingProbeTakesSixTimesItsSizeOfMemoryAtMost) {
     EXPECT_LT(program.MostMemory() - before, kFlood * 6);
   }
   CloseAndExpectEnd();
-}
-
-class FaultsOfJoinersTools : public JoinerTest {};
-
-TEST_F(FaultsOfJoinersTools, AToolThatIsKilledEndsTheJoinAndNoSourceIsTouched) {
-  program.ReplaceTool("ffmpeg", "echo begun\nkill -KILL $$");
-  const QString clip = program.PathOf("clip.mp4");
-  ASSERT_TRUE(MakeVideo(clip, kSize, 20));
-  const QByteArray content = ContentOf(clip);
-  ASSERT_NO_FATAL_FAILURE(Add(clip));
-  ASSERT_NO_FATAL_FAILURE(JoinTo(program.PathOf("joined.mp4")));
-  EXPECT_EQ(program.RunsOf("ffmpeg").size(), 1);
-  EXPECT_EQ(ContentOf(clip), content);
-  EXPECT_TRUE(WaitFor([&] { return program.Children("RSDTZ").isEmpty(); }));
-  CloseJoinerAndExpectEnd();
-}
-
-TEST_F(FaultsOfJoinersTools, AToolThatClosesItsOutputAndLivesOnIsDoneWith) {
-  program.ReplaceTool("ffmpeg", "exec > /dev/null 2>&1\n" + program.Gate("end"));
-  ASSERT_NO_FATAL_FAILURE(JoinTo(program.PathOf("joined.mp4")));
-  EXPECT_EQ(program.Children("RSD").size(), 1);
-  ASSERT_TRUE(program.Open("end"));
-  EXPECT_TRUE(WaitFor([&] { return program.Children("RSDTZ").isEmpty(); }));
-  CloseJoinerAndExpectEnd();
 }
 
 }  // namespace

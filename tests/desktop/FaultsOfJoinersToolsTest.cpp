@@ -1,0 +1,149 @@
+// Tools of the joiner that misbehave: its window rests while one runs, whatever it prints, and goes
+// on when its text ends, however it ended.
+#include <csignal>
+
+#include "desktop/JoinerTest.h"
+#include "support/Sanitized.h"
+
+namespace kelvane::desktop {
+namespace {
+
+constexpr QSize kSize(640, 360);
+
+class FaultsOfJoinersTools : public JoinerTest {
+ protected:
+  // Begins a join whose tool does this, and waits until the tool runs.
+  void StartJoin(const QString& behaviour) {
+    program.ReplaceTool("ffmpeg", behaviour);
+    ASSERT_TRUE(joiner.ChooseFile(JoinerButton::kJoinSections, output));
+    ASSERT_TRUE(WaitFor([&] { return program.RunsOf("ffmpeg").size() == 1; }));
+    ASSERT_TRUE(WaitFor([&] { return Tool() != 0; }));
+  }
+  // The one process that the program has started and that hasn't ended.
+  pid_t Tool() const {
+    const QList<qint64> tools = program.Children("RSDT");
+    return tools.size() == 1 ? static_cast<pid_t>(tools.first()) : 0;
+  }
+  void Stop(pid_t tool) {
+    ASSERT_EQ(kill(tool, SIGSTOP), 0);
+    ASSERT_TRUE(WaitFor([&] { return program.Children("T").size() == 1; }));
+  }
+  // Nothing is painted, told or worked at.
+  void ExpectRests() {
+    const QImage before = screen.Still();
+    const QList<WindowId> windows = screen.Windows();
+    const std::chrono::milliseconds worked = program.ProcessorTime();
+    screen.MovePointer(joiner.ButtonCentre(JoinerButton::kSaveList));
+    EXPECT_TRUE(HoldsFor([&] { return screen.Picture() == before; }, 700ms));
+    EXPECT_EQ(screen.Windows(), windows);
+    EXPECT_TRUE(program.Running());
+    EXPECT_LT(program.ProcessorTime() - worked, 100ms);
+  }
+  void ExpectBoxAndEnd() {
+    ASSERT_TRUE(ConfirmJoin(screen, 60s));
+    EXPECT_TRUE(joiner.AwaitProcess("Process: Video Created."));
+    EXPECT_TRUE(WaitFor([&] { return program.Children("RSDTZ").isEmpty(); }));
+    CloseJoinerAndExpectEnd();
+  }
+
+  QString clip = program.PathOf("clip.mp4");
+  QString output = program.PathOf("joined.mp4");
+};
+
+TEST_F(FaultsOfJoinersTools, AToolThatIsKilledEndsTheJoinAndNoSourceIsTouched) {
+  program.ReplaceTool("ffmpeg", "echo begun\nkill -KILL $$");
+  ASSERT_TRUE(MakeVideo(clip, kSize, 20));
+  const QByteArray content = ContentOf(clip);
+  ASSERT_NO_FATAL_FAILURE(Add(clip));
+  ASSERT_NO_FATAL_FAILURE(JoinTo(output));
+  EXPECT_EQ(program.RunsOf("ffmpeg").size(), 1);
+  EXPECT_EQ(ContentOf(clip), content);
+  EXPECT_TRUE(WaitFor([&] { return program.Children("RSDTZ").isEmpty(); }));
+  CloseJoinerAndExpectEnd();
+}
+
+TEST_F(FaultsOfJoinersTools, AStoppedToolHoldsTheJoinUntilItIsContinued) {
+  ASSERT_TRUE(MakeVideo(clip, kSize, 20));
+  ASSERT_NO_FATAL_FAILURE(Add(clip));
+  ASSERT_NO_FATAL_FAILURE(StartJoin("echo begun\n" + program.Gate("on") + "exec \"$real\" \"$@\""));
+  const pid_t tool = Tool();
+  ASSERT_NO_FATAL_FAILURE(Stop(tool));
+  ASSERT_TRUE(program.Open("on"));
+  ExpectRests();
+  EXPECT_EQ(ContentOf(output), "(not there)");
+  ASSERT_EQ(kill(tool, SIGCONT), 0);
+  ASSERT_TRUE(WaitFor([&] { return screen.Find("Kelvane").has_value(); }));
+  EXPECT_EQ(Pictures(output), Pictures(clip));
+  ExpectBoxAndEnd();
+}
+
+TEST_F(FaultsOfJoinersTools, AStoppedProbeHoldsTheSectionUntilItIsContinued) {
+  ASSERT_TRUE(MakeVideo(clip, kSize, 20));
+  program.ReplaceTool("ffprobe", program.Gate("on") + "exec \"$real\" \"$@\"");
+  ASSERT_TRUE(joiner.ChooseFile(JoinerButton::kAddSection, clip));
+  ASSERT_TRUE(WaitFor([&] { return Tool() != 0; }));
+  const pid_t tool = Tool();
+  ASSERT_NO_FATAL_FAILURE(Stop(tool));
+  ASSERT_TRUE(program.Open("on"));
+  ExpectRests();
+  ASSERT_EQ(kill(tool, SIGCONT), 0);
+  EXPECT_TRUE(joiner.AwaitTotals(1, "00,020", "00:00:20"));
+  EXPECT_TRUE(WaitFor([&] { return joiner.RowShows(0, "1", "clip.mp4", "20"); }, 5s));
+  EXPECT_EQ(program.RunsOf("ffprobe").size(), 1);
+  CloseJoinerAndExpectEnd();
+}
+
+// Everything that a tool prints is kept to the end of its run, and some room for it in advance.
+TEST_F(FaultsOfJoinersTools, AFloodInAJoinTakesTwiceItsSizeOfMemoryAtMost) {
+  constexpr qint64 kFlood = 256 * 1024;  // KiB
+  const qint64 before = program.Memory();
+  ASSERT_GT(before, 0);
+  ASSERT_NO_FATAL_FAILURE(StartJoin("yes | head -c 256M\n" + program.Gate("end")));
+  EXPECT_TRUE(WaitFor([&] { return program.Memory() - before > kFlood; }, 100s))
+      << "it is kept whole";
+  EXPECT_EQ(screen.Windows(), QList{joiner.Id()}) << "its text hasn't ended";
+  ASSERT_TRUE(program.Open("end"));
+  ASSERT_TRUE(ConfirmJoin(screen, 60s));
+  if (!kSanitized) {
+    EXPECT_LT(program.MostMemory() - before, kFlood * 2 + kFlood / 20);
+    EXPECT_TRUE(WaitFor([&] { return program.Memory() < before + kFlood / 10; }))
+        << "and given back once the box is closed";
+  }
+  EXPECT_TRUE(joiner.AwaitProcess("Process: Video Created."));
+  CloseJoinerAndExpectEnd();
+}
+
+TEST_F(FaultsOfJoinersTools, AnswersWithoutALineEndAreReadAsAnyOthers) {
+  program.ReplaceTool("ffprobe", "printf '  Duration: 00:03:20.00' >&2");
+  ASSERT_NO_FATAL_FAILURE(WriteFile(clip, "no video"));
+  ASSERT_NO_FATAL_FAILURE(Add(clip));
+  EXPECT_TRUE(joiner.AwaitTotals(1, "00,200", "00:03:20"));
+  EXPECT_TRUE(WaitFor([&] { return joiner.RowShows(0, "1", "clip.mp4", "200"); }, 5s));
+  EXPECT_EQ(joiner.Strip(0).width(), 20);
+  ASSERT_NO_FATAL_FAILURE(StartJoin("printf '  Duration: 00:01:40.00'\n" + program.Gate("end")));
+  ASSERT_TRUE(program.Open("end"));
+  ASSERT_NO_FATAL_FAILURE(ExpectBoxAndEnd());
+}
+
+TEST_F(FaultsOfJoinersTools, AToolThatIgnoresSignalsRunsToItsOwnEnd) {
+  ASSERT_NO_FATAL_FAILURE(
+      StartJoin("trap '' HUP INT TERM QUIT PIPE\necho begun\n" + program.Gate("end")));
+  const pid_t tool = Tool();
+  for (const int ignored : {SIGHUP, SIGINT, SIGTERM, SIGQUIT, SIGPIPE}) kill(tool, ignored);
+  ExpectRests();
+  EXPECT_EQ(Tool(), tool);
+  ASSERT_TRUE(program.Open("end"));
+  ExpectBoxAndEnd();
+}
+
+TEST_F(FaultsOfJoinersTools, AToolThatClosesItsOutputAndLivesOnIsDoneWith) {
+  program.ReplaceTool("ffmpeg", "exec > /dev/null 2>&1\n" + program.Gate("end"));
+  ASSERT_NO_FATAL_FAILURE(JoinTo(output));
+  EXPECT_EQ(program.Children("RSD").size(), 1);
+  ASSERT_TRUE(program.Open("end"));
+  EXPECT_TRUE(WaitFor([&] { return program.Children("RSDTZ").isEmpty(); }));
+  CloseJoinerAndExpectEnd();
+}
+
+}  // namespace
+}  // namespace kelvane::desktop
