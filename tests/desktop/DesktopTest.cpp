@@ -118,6 +118,14 @@ void DesktopTest::CloseAndExpectEnd() {
   EXPECT_EQ(program.AwaitExit(), 0);
 }
 
+QString DesktopTest::Note(const QString& name) const {
+  return QStringLiteral(": > '%1'\n").arg(program.PathOf(QStringLiteral("note-") + name));
+}
+
+bool DesktopTest::AwaitNote(const QString& name) const {
+  return WaitFor([&] { return QFile::exists(program.PathOf(QStringLiteral("note-") + name)); });
+}
+
 QByteArray DesktopTest::ContentOf(const QString& path) const {
   QFile file(path);
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(not there)");

@@ -44,6 +44,10 @@ class DesktopTest : public testing::Test {
   // Closes the main window and expects the program to end by itself, with 0.
   void CloseAndExpectEnd();
 
+  // Script of a tool that tells how far it has come, and the wait for it.
+  QString Note(const QString& name) const;
+  bool AwaitNote(const QString& name) const;
+
   QByteArray ContentOf(const QString& path) const;
   // Every file in the test's own folder with its content, and of a link with what it leads to.
   // What tools note in a folder of their own isn't among them.

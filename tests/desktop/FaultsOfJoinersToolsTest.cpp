@@ -8,7 +8,7 @@
 namespace kelvane::desktop {
 namespace {
 
-constexpr QSize kSize(640, 360);
+constexpr QSize kSize(320, 240);
 
 class FaultsOfJoinersTools : public JoinerTest {
  protected:
@@ -24,9 +24,9 @@ class FaultsOfJoinersTools : public JoinerTest {
     const QList<qint64> tools = program.Children("RSDT");
     return tools.size() == 1 ? static_cast<pid_t>(tools.first()) : 0;
   }
-  void Stop(pid_t tool) {
-    ASSERT_EQ(kill(tool, SIGSTOP), 0);
-    ASSERT_TRUE(WaitFor([&] { return program.Children("T").size() == 1; }));
+  // Waits until the tool has stopped itself.
+  bool AwaitStopped() const {
+    return WaitFor([&] { return program.Children("T").size() == 1; });
   }
   // Nothing is painted, told or worked at.
   void ExpectRests() {
@@ -52,7 +52,7 @@ class FaultsOfJoinersTools : public JoinerTest {
 
 TEST_F(FaultsOfJoinersTools, AToolThatIsKilledEndsTheJoinAndNoSourceIsTouched) {
   program.ReplaceTool("ffmpeg", "echo begun\nkill -KILL $$");
-  ASSERT_TRUE(MakeVideo(clip, kSize, 20));
+  ASSERT_TRUE(MakeVideo(clip, kSize, 10));
   const QByteArray content = ContentOf(clip);
   ASSERT_NO_FATAL_FAILURE(Add(clip));
   ASSERT_NO_FATAL_FAILURE(JoinTo(output));
@@ -63,32 +63,27 @@ TEST_F(FaultsOfJoinersTools, AToolThatIsKilledEndsTheJoinAndNoSourceIsTouched) {
 }
 
 TEST_F(FaultsOfJoinersTools, AStoppedToolHoldsTheJoinUntilItIsContinued) {
-  ASSERT_TRUE(MakeVideo(clip, kSize, 20));
+  ASSERT_TRUE(MakeVideo(clip, kSize, 10));
   ASSERT_NO_FATAL_FAILURE(Add(clip));
-  ASSERT_NO_FATAL_FAILURE(StartJoin("echo begun\n" + program.Gate("on") + "exec \"$real\" \"$@\""));
-  const pid_t tool = Tool();
-  ASSERT_NO_FATAL_FAILURE(Stop(tool));
-  ASSERT_TRUE(program.Open("on"));
+  ASSERT_NO_FATAL_FAILURE(StartJoin("echo begun\nkill -STOP $$\nexec \"$real\" \"$@\""));
+  ASSERT_TRUE(AwaitStopped());
   ExpectRests();
   EXPECT_EQ(ContentOf(output), "(not there)");
-  ASSERT_EQ(kill(tool, SIGCONT), 0);
+  ASSERT_EQ(kill(Tool(), SIGCONT), 0);
   ASSERT_TRUE(WaitFor([&] { return screen.Find("Kelvane").has_value(); }));
   EXPECT_EQ(Pictures(output), Pictures(clip));
   ExpectBoxAndEnd();
 }
 
 TEST_F(FaultsOfJoinersTools, AStoppedProbeHoldsTheSectionUntilItIsContinued) {
-  ASSERT_TRUE(MakeVideo(clip, kSize, 20));
-  program.ReplaceTool("ffprobe", program.Gate("on") + "exec \"$real\" \"$@\"");
+  ASSERT_TRUE(MakeVideo(clip, kSize, 10));
+  program.ReplaceTool("ffprobe", "kill -STOP $$\nexec \"$real\" \"$@\"");
   ASSERT_TRUE(joiner.ChooseFile(JoinerButton::kAddSection, clip));
-  ASSERT_TRUE(WaitFor([&] { return Tool() != 0; }));
-  const pid_t tool = Tool();
-  ASSERT_NO_FATAL_FAILURE(Stop(tool));
-  ASSERT_TRUE(program.Open("on"));
+  ASSERT_TRUE(AwaitStopped());
   ExpectRests();
-  ASSERT_EQ(kill(tool, SIGCONT), 0);
-  EXPECT_TRUE(joiner.AwaitTotals(1, "00,020", "00:00:20"));
-  EXPECT_TRUE(WaitFor([&] { return joiner.RowShows(0, "1", "clip.mp4", "20"); }, 5s));
+  ASSERT_EQ(kill(Tool(), SIGCONT), 0);
+  EXPECT_TRUE(joiner.AwaitTotals(1, "00,010", "00:00:10"));
+  EXPECT_TRUE(WaitFor([&] { return joiner.RowShows(0, "1", "clip.mp4", "10"); }, 5s));
   EXPECT_EQ(program.RunsOf("ffprobe").size(), 1);
   CloseJoinerAndExpectEnd();
 }
@@ -129,7 +124,8 @@ TEST_F(FaultsOfJoinersTools, AnswersWithoutALineEndAreReadAsAnyOthers) {
 
 TEST_F(FaultsOfJoinersTools, AToolThatIgnoresSignalsRunsToItsOwnEnd) {
   ASSERT_NO_FATAL_FAILURE(
-      StartJoin("trap '' HUP INT TERM QUIT PIPE\necho begun\n" + program.Gate("end")));
+      StartJoin("trap '' HUP INT TERM QUIT PIPE\n" + Note("deaf") + program.Gate("end")));
+  ASSERT_TRUE(AwaitNote("deaf"));
   const pid_t tool = Tool();
   for (const int ignored : {SIGHUP, SIGINT, SIGTERM, SIGQUIT, SIGPIPE}) kill(tool, ignored);
   ExpectRests();

@@ -127,7 +127,7 @@ INSTANTIATE_TEST_SUITE_P(FaultsOfPlaces, JoinersTemporaryPlace, kShortages, kNam
 TEST_P(JoinersTemporaryPlace, ThatTakesNoLinkIsNotToldAndTheSectionIsJoinedAllTheSame) {
   const QString clip = program.PathOf("a clip.mp4");
   const QString output = program.PathOf("joined.mp4");
-  ASSERT_TRUE(MakeVideo(clip, kNewSize, 20));
+  ASSERT_TRUE(MakeVideo(clip, kNewSize, 2));
   faults.FailAll(GetParam().attempt, GetParam().error);
   ASSERT_NO_FATAL_FAILURE(Add(clip));
   EXPECT_TRUE(joiner.AwaitTotals(1, "00,000", "00:00:00"));
@@ -144,15 +144,15 @@ TEST_F(JoinersPrivateFolder, ThatFillsUpGivesALaterSectionTheLengthOfTheFileBefo
   const QString former = program.PathOf("a former clip.mp4");
   const QString clip = program.PathOf("a clip.mp4");
   const QString output = program.PathOf("joined.mp4");
-  ASSERT_TRUE(MakeVideo(former, kNewSize, 20));
-  ASSERT_TRUE(MakeVideo(clip, kNewSize, 50));
+  ASSERT_TRUE(MakeVideo(former, kNewSize, 10));
+  ASSERT_TRUE(MakeVideo(clip, kNewSize, 30));
   const QByteArray content = ContentOf(clip);
   ASSERT_NO_FATAL_FAILURE(Add(former));
-  ASSERT_TRUE(joiner.AwaitTotals(1, "00,020", "00:00:20"));
+  ASSERT_TRUE(joiner.AwaitTotals(1, "00,010", "00:00:10"));
   faults.FailAll(kFilled.attempt, kFilled.error);
   ASSERT_NO_FATAL_FAILURE(Add(clip));
-  EXPECT_TRUE(joiner.AwaitTotals(2, "00,040", "00:00:40"));
-  EXPECT_TRUE(WaitFor([&] { return joiner.RowShows(1, "2", "a clip.mp4", "20"); }, 5s));
+  EXPECT_TRUE(joiner.AwaitTotals(2, "00,020", "00:00:20"));
+  EXPECT_TRUE(WaitFor([&] { return joiner.RowShows(1, "2", "a clip.mp4", "10"); }, 5s));
   EXPECT_EQ(joiner.Strip(1).width(), joiner.Strip(0).width());
   EXPECT_EQ(screen.Windows().size(), 1) << "no message";
   EXPECT_EQ(faults.Failed(kFilled.attempt), 1);
@@ -247,10 +247,10 @@ INSTANTIATE_TEST_SUITE_P(FaultsOfPlaces, JoinersTwoPlaces,
 TEST_P(JoinersTwoPlaces, ThatTakeNoListLeaveTheJoinToTheEarlierOne) {
   const QString clip = program.PathOf("clip.mp4");
   const QString output = program.PathOf("joined.mp4");
-  ASSERT_TRUE(MakeVideo(clip, kNewSize, 20));
+  ASSERT_TRUE(MakeVideo(clip, kNewSize, 2));
   const QByteArray content = ContentOf(clip);
   ASSERT_NO_FATAL_FAILURE(Add(clip));
-  ASSERT_TRUE(joiner.AwaitTotals(1, "00,020", "00:00:20"));
+  ASSERT_TRUE(joiner.AwaitTotals(1, "00,002", "00:00:02"));
   faults.FailAll(GetParam(), ENOSPC);
   ASSERT_NO_FATAL_FAILURE(JoinTo(output));
   EXPECT_EQ(faults.Failed(GetParam()), 1);

@@ -100,7 +100,7 @@ TEST_F(ADisplay, ThatGoesAwayDuringAJobEndsTheProgramAndTheTool) {
 // The crop tool takes no notice of an output that nobody reads, once it is at work.
 TEST_F(ADisplay, ThatGoesAwayDuringAJobLeavesTheCropToolToFinishItsFile) {
   program.ReplaceTool("ffmpeg", "exec \"$real\" -re \"$@\"");  // no faster than it is played
-  ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 5));
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 4));
   const QByteArray content = ContentOf(video);
   const QString output = program.PathOf("cropped.mp4");
   ASSERT_NO_FATAL_FAILURE(LoseDisplayDuringCrop(output));
