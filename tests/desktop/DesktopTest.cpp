@@ -126,6 +126,26 @@ bool DesktopTest::AwaitNote(const QString& name) const {
   return WaitFor([&] { return QFile::exists(program.PathOf(QStringLiteral("note-") + name)); });
 }
 
+pid_t DesktopTest::Tool() const {
+  const QList<qint64> tools = program.Children("RSDT");
+  return tools.size() == 1 ? static_cast<pid_t>(tools.first()) : 0;
+}
+
+bool DesktopTest::AwaitStopped() const {
+  return WaitFor([&] { return program.Children("T").size() == 1; });
+}
+
+void DesktopTest::ExpectRestsWhateverComes(const std::function<void()>& userDoes) {
+  const QImage before = screen.Still();
+  const QList<WindowId> windows = screen.Windows();
+  const std::chrono::milliseconds worked = program.ProcessorTime();
+  userDoes();
+  EXPECT_TRUE(HoldsFor([&] { return screen.Picture() == before; }, 700ms));
+  EXPECT_EQ(screen.Windows(), windows);
+  EXPECT_TRUE(program.Running());
+  EXPECT_LT(program.ProcessorTime() - worked, 100ms);
+}
+
 QByteArray DesktopTest::ContentOf(const QString& path) const {
   QFile file(path);
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(not there)");

@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <QString>
+#include <functional>
 
 #include "desktop/driver/Program.h"
 #include "desktop/driver/Screen.h"
@@ -47,6 +48,12 @@ class DesktopTest : public testing::Test {
   // Script of a tool that tells how far it has come, and the wait for it.
   QString Note(const QString& name) const;
   bool AwaitNote(const QString& name) const;
+  // The one process that the program has started and that hasn't ended; 0 where there isn't one.
+  pid_t Tool() const;
+  // Waits until a tool has stopped itself.
+  bool AwaitStopped() const;
+  // Expects that the program paints, tells and works at nothing, whatever the user does.
+  void ExpectRestsWhateverComes(const std::function<void()>& userDoes);
 
   QByteArray ContentOf(const QString& path) const;
   // Every file in the test's own folder with its content, and of a link with what it leads to.

@@ -19,25 +19,9 @@ class FaultsOfJoinersTools : public JoinerTest {
     ASSERT_TRUE(WaitFor([&] { return program.RunsOf("ffmpeg").size() == 1; }));
     ASSERT_TRUE(WaitFor([&] { return Tool() != 0; }));
   }
-  // The one process that the program has started and that hasn't ended.
-  pid_t Tool() const {
-    const QList<qint64> tools = program.Children("RSDT");
-    return tools.size() == 1 ? static_cast<pid_t>(tools.first()) : 0;
-  }
-  // Waits until the tool has stopped itself.
-  bool AwaitStopped() const {
-    return WaitFor([&] { return program.Children("T").size() == 1; });
-  }
-  // Nothing is painted, told or worked at.
   void ExpectRests() {
-    const QImage before = screen.Still();
-    const QList<WindowId> windows = screen.Windows();
-    const std::chrono::milliseconds worked = program.ProcessorTime();
-    screen.MovePointer(joiner.ButtonCentre(JoinerButton::kSaveList));
-    EXPECT_TRUE(HoldsFor([&] { return screen.Picture() == before; }, 700ms));
-    EXPECT_EQ(screen.Windows(), windows);
-    EXPECT_TRUE(program.Running());
-    EXPECT_LT(program.ProcessorTime() - worked, 100ms);
+    ExpectRestsWhateverComes(
+        [&] { screen.MovePointer(joiner.ButtonCentre(JoinerButton::kSaveList)); });
   }
   void ExpectBoxAndEnd() {
     ASSERT_TRUE(ConfirmJoin(screen, 60s));
@@ -69,7 +53,9 @@ TEST_F(FaultsOfJoinersTools, AStoppedToolHoldsTheJoinUntilItIsContinued) {
   ASSERT_TRUE(AwaitStopped());
   ExpectRests();
   EXPECT_EQ(ContentOf(output), "(not there)");
-  ASSERT_EQ(kill(Tool(), SIGCONT), 0);
+  const pid_t tool = Tool();
+  ASSERT_NE(tool, 0);
+  ASSERT_EQ(kill(tool, SIGCONT), 0);
   ASSERT_TRUE(WaitFor([&] { return screen.Find("Kelvane").has_value(); }));
   EXPECT_EQ(Pictures(output), Pictures(clip));
   ExpectBoxAndEnd();
@@ -81,7 +67,9 @@ TEST_F(FaultsOfJoinersTools, AStoppedProbeHoldsTheSectionUntilItIsContinued) {
   ASSERT_TRUE(joiner.ChooseFile(JoinerButton::kAddSection, clip));
   ASSERT_TRUE(AwaitStopped());
   ExpectRests();
-  ASSERT_EQ(kill(Tool(), SIGCONT), 0);
+  const pid_t tool = Tool();
+  ASSERT_NE(tool, 0);
+  ASSERT_EQ(kill(tool, SIGCONT), 0);
   EXPECT_TRUE(joiner.AwaitTotals(1, "00,010", "00:00:10"));
   EXPECT_TRUE(WaitFor([&] { return joiner.RowShows(0, "1", "clip.mp4", "10"); }, 5s));
   EXPECT_EQ(program.RunsOf("ffprobe").size(), 1);
@@ -127,6 +115,7 @@ TEST_F(FaultsOfJoinersTools, AToolThatIgnoresSignalsRunsToItsOwnEnd) {
       StartJoin("trap '' HUP INT TERM QUIT PIPE\n" + Note("deaf") + program.Gate("end")));
   ASSERT_TRUE(AwaitNote("deaf"));
   const pid_t tool = Tool();
+  ASSERT_NE(tool, 0);
   for (const int ignored : {SIGHUP, SIGINT, SIGTERM, SIGQUIT, SIGPIPE}) kill(tool, ignored);
   ExpectRests();
   EXPECT_EQ(Tool(), tool);

@@ -1,4 +1,5 @@
 // The player over a library that refuses, or keeps something to itself.
+#include <atomic>
 #include <cstring>
 #include <type_traits>
 #include <utility>
@@ -35,8 +36,11 @@ class ALibrary : public PlayerTest {
   // Before what was replaced is put back, since the player's thread calls it to its end.
   ~ALibrary() override { EXPECT_EQ(form, nullptr) << "the player is still there"; }
 
+  // Of a player that the library hasn't given what it asked for.
   void ExpectNothingButBlack() {
     player.setURL(MakePlain("red.mp4", "red", 5));
+    EXPECT_TRUE(watch.Made());
+    EXPECT_FALSE(watch.Core().Usable());
     player.controls.play();
     player.controls.pause();
     player.controls.play();
@@ -81,6 +85,29 @@ TEST_F(ALibrary, ThatTakesNoCommandLeavesItAsItIs) {
   }
   EXPECT_TRUE(watch.Moves());
   EXPECT_TRUE(PlayerWatch::Like(watch.Colour(), kPlayedRed));
+  form.reset();
+}
+
+// As where a stop comes between the end of a load and the question how long the file is.
+TEST_F(ALibrary, ThatHasNoAnswerHowLongAFileIsLeavesTheDurationAsItWas) {
+  using Making = Replaced<&PlayerLibrary::create>;
+  using Waiting = Replaced<&PlayerLibrary::wait_event>;
+  static mpv_handle* handle = nullptr;
+  static std::atomic<int> refusals = 0;
+  const Making keeps([] { return handle = Making::own(); });
+  const Waiting counts([](mpv_handle* made, double seconds) {
+    mpv_event* event = Waiting::own(made, seconds);
+    if (event->event_id == MPV_EVENT_GET_PROPERTY_REPLY && event->error < 0) ++refusals;
+    return event;
+  });
+  player.setURL(MakePlain("red.mp4", "red", 20));
+  EXPECT_TRUE(PumpUntil([&] { return player.currentMediaDuration().value_or(0) > 19.9; }));
+  player.controls.stop();
+  EXPECT_TRUE(PumpUntil([] {
+    PlayerLibrary::Get()->get_property_async(handle, 0, "duration", MPV_FORMAT_DOUBLE);
+    return refusals > 0;
+  }));
+  EXPECT_TRUE(HoldsFor(kAWhile, [&] { return player.currentMediaDuration().value_or(0) > 19.9; }));
   form.reset();
 }
 

@@ -21,7 +21,7 @@ struct Soak {
 // writable memory is mapped past the heap. Prints the figures. Stops at the first round that fails.
 //
 // Timers and objects are those of the windows and of the application, with all that hangs on them;
-// one that nobody owns shows on the heap, of which a timer takes nearly twice as much.
+// one that nobody owns shows on the heap alone, of which a timer takes nearly 500 bytes.
 // The resident memory is told and not judged: the heap keeps pages that it has handed back. A
 // sanitizer's allocator doesn't tell what is in use: there the memory alone goes unjudged.
 void ExpectFlat(const Soak& soak);

@@ -228,9 +228,8 @@ void PlaybackCore::DrainEvents() {
     if (event->event_id == MPV_EVENT_PROPERTY_CHANGE ||
         event->event_id == MPV_EVENT_GET_PROPERTY_REPLY) {
       const auto& property = *static_cast<mpv_event_property*>(event->data);
-      TakeProperty(property.name, property.format == MPV_FORMAT_DOUBLE
-                                      ? static_cast<const double*>(property.data)
-                                      : nullptr);
+      const bool isKnown = event->error >= 0 && property.format == MPV_FORMAT_DOUBLE;
+      TakeProperty(property.name, isKnown ? static_cast<const double*>(property.data) : nullptr);
     } else if (event->event_id == MPV_EVENT_COMMAND_REPLY) {
       if (event->reply_userdata == kStartAnswer) Tell([this] { --unansweredStarts_; });
     } else if (event->event_id == MPV_EVENT_START_FILE) {

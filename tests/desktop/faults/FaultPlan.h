@@ -34,7 +34,8 @@ struct FaultPlan {
   Entry entries[kAttempts];
   // How many seconds the calendar clock is ahead.
   std::atomic<long> clockAhead;
-  // How far ahead every way to read that clock has shown it, when the program last timed something.
+  // How far ahead the usual ways to read that clock showed it when the program last read the clock
+  // of its timers.
   std::atomic<long> clockShown;
   // How many times the program has read it while it was ahead.
   std::atomic<int> clockReads;

@@ -28,7 +28,12 @@ Faults::Faults(Program& program) {
   const QString path = program.PathOf(QStringLiteral("fault-plan"));
   plan_ = MakePlan(path);
   program.SetVariable(QLatin1String(kPlanVariable), path);
-  program.SetVariable(QStringLiteral("LD_PRELOAD"), QStringLiteral(KELVANE_FAULT_LIBRARY));
+  // Beside the program, since whoever runs it may not get at what was built.
+  const QString library = program.PathOf(QStringLiteral("faults.so"));
+  if (!QFile::copy(QStringLiteral(KELVANE_FAULT_LIBRARY), library)) {
+    throw std::runtime_error("the library of faults can't be copied");
+  }
+  program.SetVariable(QStringLiteral("LD_PRELOAD"), library);
   // A sanitizer would be the first library of all.
   program.SetVariable(
       QStringLiteral("ASAN_OPTIONS"),

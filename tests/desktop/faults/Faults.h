@@ -22,8 +22,8 @@ class Faults {
   int Failed(Attempt attempt) const;
 
   // How far the program's calendar clock is ahead of the system's; the clocks of timers stay right.
-  // Waits until the program has timed something since, by whichever clock, and every way to read
-  // the calendar clock has shown it there. False if that doesn't come.
+  // Waits until the program has read the clock of its timers since, and the usual ways to read the
+  // calendar clock have shown it there. False if that doesn't come.
   bool PutClockAhead(std::chrono::seconds time);
   // How many times the program itself has read the calendar clock since it was put ahead.
   int ClockReads() const { return plan_->clockReads; }
