@@ -140,7 +140,7 @@ void DesktopTest::ExpectRestsWhateverComes(const std::function<void()>& userDoes
   const QList<WindowId> windows = screen.Windows();
   const std::chrono::milliseconds worked = program.ProcessorTime();
   userDoes();
-  EXPECT_TRUE(HoldsFor([&] { return screen.Picture() == before; }, 700ms));
+  EXPECT_TRUE(HoldsFor([&] { return screen.Picture() == before; }, 1s));
   EXPECT_EQ(screen.Windows(), windows);
   EXPECT_TRUE(program.Running());
   EXPECT_LT(program.ProcessorTime() - worked, 100ms);
