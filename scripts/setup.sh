@@ -26,7 +26,7 @@ install_packages() {
   local packages missing installed
   mapfile -t packages < <(packages_of "$@")
   command -v apt-get >/dev/null ||
-    fail "this system has no apt-get. Kelvane is set up for Debian 12; it needs: ${packages[*]}"
+    fail "this system has no apt-get. Kelvane is set up for Debian 13 and 12; it needs: ${packages[*]}"
 
   # A package that was never heard of makes the query fail, and is missing all the same.
   # shellcheck disable=SC2016  # the format is dpkg's

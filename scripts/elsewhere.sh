@@ -1,0 +1,62 @@
+#!/usr/bin/env bash
+# Runs a command on a bare Debian of another release, in a fresh clone of this one's main:
+#   scripts/elsewhere.sh trixie ./test.sh quick
+# Needs root. Installs mmdebstrap where it is missing, makes the system in a temporary folder below
+# ${TMPDIR:-/var/tmp} with packages from this machine's own mirror, and removes it again, also when it
+# is interrupted. Ends with the command's status.
+set -euo pipefail
+
+# shellcheck source=scripts/setup.sh
+source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
+
+(($# >= 2)) || fail "usage: scripts/elsewhere.sh RELEASE COMMAND..."
+((EUID == 0)) || fail "only root can make a system in a folder"
+release=$1
+shift
+
+install_packages elsewhere
+mirror=$(apt-get indextargets --format '$(REPO_URI)' "Created-By: Packages" "Component: main" \
+  "Codename: $(. /etc/os-release && printf '%s' "$VERSION_CODENAME")" | head -n 1)
+[[ -n $mirror ]] || fail "this machine's sources name no mirror to make $release from"
+
+place=$(mktemp -d --tmpdir="${TMPDIR:-/var/tmp}" kelvane-elsewhere-XXXXXX)
+chmod 755 "$place" # the package manager fetches as a user of its own
+inside=
+clean_up() {
+  # What runs in there ends with this one process, whatever it does about signals.
+  if [[ -n $inside ]] && kill -KILL "$inside" 2>/dev/null; then wait "$inside" || true; fi
+  rm -rf --one-file-system "$place" 2>/dev/null || { sleep 1 && rm -rf --one-file-system "$place"; }
+}
+trap clean_up EXIT
+trap 'exit 130' INT
+trap 'exit 143' TERM HUP
+system=$place/$release
+
+say "making a bare Debian $release in $place"
+mmdebstrap --quiet --variant=apt --include=ca-certificates,git "$release" "$system" "$mirror" ||
+  fail "a Debian $release can't be made from $mirror"
+git clone --quiet --branch main "$KELVANE_ROOT" "$system/root/kelvane" ||
+  fail "main can't be cloned"
+cp /etc/resolv.conf "$system/etc/resolv.conf"
+
+# A bare machine's environment, but for what the network needs.
+environment=(HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin)
+for name in http_proxy https_proxy no_proxy; do
+  [[ -z ${!name:-} ]] || environment+=("$name=${!name}")
+done
+
+# Its mounts and its processes end with the command.
+say "running there: $*"
+unshare --mount --pid --fork --kill-child bash -euc '
+  system=$1
+  shift
+  mount -t proc proc "$system/proc"
+  mount --rbind /sys "$system/sys"
+  mount --rbind /dev "$system/dev"
+  exec chroot "$system" /usr/bin/env --default-signal -i "$@"' bash "$system" "${environment[@]}" \
+  bash -c 'cd /root/kelvane && exec "$@"' bash "$@" </dev/null &
+inside=$!
+status=0
+wait "$inside" || status=$?
+inside=
+exit "$status"
