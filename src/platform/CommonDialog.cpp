@@ -3,6 +3,9 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QItemSelectionModel>
+#include <QLineEdit>
+#include <QListView>
 #include <QScreen>
 #include <utility>
 
@@ -18,6 +21,23 @@ QSize RoomFor(const QFontMetrics& text) {
   constexpr int kLetters = 104;
   constexpr int kLines = 28;
   return {kLetters * text.averageCharWidth(), kLines * text.height()};
+}
+
+// Makes the answer the file that is named, however it came to be named. Qt's dialog selects what is
+// typed in its list of files, takes the selected file rather than the typed one, and tells by the
+// focus which of the two follows the other. But where the list of completions closes quickly, X
+// gives the focus to the closed list: files that were typed on the way stay selected then, and
+// overwrite the typed name.
+void LetTheNameDecide(QFileDialog& dialog) {
+  const auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+  auto* files = dialog.findChild<QListView*>(QStringLiteral("listView"))->selectionModel();
+  QObject::disconnect(name, &QLineEdit::textChanged, &dialog, nullptr);
+  QObject::connect(name, &QLineEdit::textChanged, files, [files](const QString& text) {
+    const bool picked = text == files->selectedRows().value(0).data().toString();
+    if (!picked) files->clearSelection();
+    // Makes the dialog enable or disable its button.
+    emit files->currentChanged({}, {});
+  });
 }
 
 }  // namespace
@@ -41,6 +61,7 @@ bool CommonDialog::Show(Purpose purpose) {
   dialog.selectNameFilter(filters.value(FilterIndex - 1));
   const QString& begin = InitDir.isEmpty() ? lastFolder_ : InitDir;
   dialog.setDirectory(!begin.isEmpty() && QDir(begin).exists() ? begin : QDir::homePath());
+  LetTheNameDecide(dialog);
   dialog.resize(dialog.sizeHint()
                     .expandedTo(RoomFor(dialog.fontMetrics()))
                     .boundedTo(dialog.screen()->availableSize()));

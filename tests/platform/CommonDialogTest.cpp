@@ -3,9 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QComboBox>
-#include <QDialogButtonBox>
+#include <QCompleter>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -18,6 +19,7 @@
 #include <QtTest/QTest>
 #include <algorithm>
 #include <functional>
+#include <stdexcept>
 #include <utility>
 
 #include "platform/TestForm.h"
@@ -53,12 +55,15 @@ class AFileDialog : public ::testing::Test {
     };
   }
 
-  static void Pick(QFileDialog& shown, const QString& name) {
-    const auto buttons = shown.findChild<QDialogButtonBox*>()->buttons();
-    const auto open = std::find_if(buttons.begin(), buttons.end(), [](QAbstractButton* button) {
-      return dynamic_cast<QPushButton&>(*button).isDefault();
-    });
-    ASSERT_NE(open, buttons.end());
+  static QPushButton& DefaultButton(const QFileDialog& shown) {
+    const auto buttons = shown.findChildren<QPushButton*>();
+    const auto button = std::find_if(buttons.begin(), buttons.end(),
+                                     [](QPushButton* each) { return each->isDefault(); });
+    if (button == buttons.end()) throw std::logic_error("no default button");
+    return **button;
+  }
+
+  static void PickOnly(QFileDialog& shown, const QString& name) {
     // The list goes on being put in order for a while, and forgets what is picked.
     auto* list = shown.findChild<QListView*>(QStringLiteral("listView"));
     EXPECT_TRUE(PumpUntil([&] {
@@ -67,9 +72,12 @@ class AFileDialog : public ::testing::Test {
         list->scrollTo(file);
         QTest::mouseClick(list->viewport(), Qt::LeftButton, {}, list->visualRect(file).center());
       }
-      return (*open)->isEnabled();
+      return DefaultButton(shown).isEnabled();
     }));
-    (*open)->click();
+  }
+  static void Pick(QFileDialog& shown, const QString& name) {
+    PickOnly(shown, name);
+    DefaultButton(shown).click();
   }
 
   // The descriptions to choose from.
@@ -192,6 +200,94 @@ TEST_F(AFileDialog, GivesTheFileThatWasPicked) {
     Pick(shown, QStringLiteral("noextension"));
   }));
   EXPECT_EQ(dialog.FileName, folder.filePath(QStringLiteral("noextension")));
+}
+
+class ATypedName : public AFileDialog {
+ protected:
+  ATypedName() {
+    EXPECT_TRUE(QDir().mkpath(far));
+    QFile file(far + QStringLiteral("/clip.mp4"));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+  }
+
+  static QLineEdit& NameOf(const QFileDialog& shown) {
+    return *shown.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+  }
+
+  // Opens the list of completions by typing the beginning of a path.
+  static QAbstractItemView& Complete(QFileDialog& shown, const QString& beginning) {
+    QTest::keyClicks(&NameOf(shown), beginning);
+    QAbstractItemView& completions = *NameOf(shown).completer()->popup();
+    EXPECT_TRUE(PumpUntil([&] { return completions.isVisible(); }));
+    return completions;
+  }
+
+  const QTemporaryDir farFolder;
+  const QString far = farFolder.path();
+};
+
+// X tells late that the list of completions has the focus, even after the list has closed again.
+TEST_F(ATypedName, IsTakenAtTheFirstReturnWhereTheNameHasLostTheFocus) {
+  const QString inner = far + QStringLiteral("/inner");
+  ASSERT_TRUE(QDir().mkpath(inner));
+  const auto type = [](const QString& path) {
+    return [path](QFileDialog& shown) {
+      NameOf(shown).clearFocus();
+      QTest::keyClicks(&NameOf(shown), path);
+      QTest::keyClick(&NameOf(shown), Qt::Key_Return);
+    };
+  };
+  EXPECT_TRUE(Open(type(far + QStringLiteral("/clip.mp4"))));
+  EXPECT_EQ(dialog.FileName, far + QStringLiteral("/clip.mp4"));
+  EXPECT_TRUE(Save(type(inner + QStringLiteral("/new.mp4"))));
+  EXPECT_EQ(dialog.FileName, inner + QStringLiteral("/new.mp4"));
+}
+
+TEST_F(ATypedName, GoesBeforeWhatWasPickedInTheList) {
+  EXPECT_TRUE(Open([&](QFileDialog& shown) {
+    ExpectFiles(shown, everyFile);
+    PickOnly(shown, QStringLiteral("film.avi"));
+    EXPECT_EQ(NameOf(shown).text(), QStringLiteral("film.avi"));
+    NameOf(shown).selectAll();
+    QTest::keyClicks(&NameOf(shown), far + QStringLiteral("/clip.mp4"));
+    QTest::keyClick(&NameOf(shown), Qt::Key_Return);
+  }));
+  EXPECT_EQ(dialog.FileName, far + QStringLiteral("/clip.mp4"));
+}
+
+TEST_F(ATypedName, IsCompletedByTheEntryThatTheArrowKeysChoose) {
+  EXPECT_TRUE(Open([&](QFileDialog& shown) {
+    QAbstractItemView& completions = Complete(shown, far + QStringLiteral("/c"));
+    QTest::keyClick(&completions, Qt::Key_Down);
+    EXPECT_EQ(NameOf(shown).text(), far + QStringLiteral("/clip.mp4"));
+    QTest::keyClick(&completions, Qt::Key_Return);
+  }));
+  EXPECT_EQ(dialog.FileName, far + QStringLiteral("/clip.mp4"));
+}
+
+TEST_F(ATypedName, StaysWhereEscapeClosesTheListOfCompletions) {
+  EXPECT_FALSE(Open([&](QFileDialog& shown) {
+    QAbstractItemView& completions = Complete(shown, far + QStringLiteral("/c"));
+    QTest::keyClick(&completions, Qt::Key_Escape);
+    EXPECT_FALSE(completions.isVisible());
+    EXPECT_TRUE(shown.isVisible());
+    EXPECT_EQ(NameOf(shown).text(), far + QStringLiteral("/c"));
+    shown.reject();
+  }));
+}
+
+TEST_F(ATypedName, EnablesTheButtonWhereThereIsSuchAFile) {
+  Open([&](QFileDialog& shown) {
+    const QPushButton& open = DefaultButton(shown);
+    EXPECT_FALSE(open.isEnabled());
+    QTest::keyClicks(&NameOf(shown), QStringLiteral("clip.mp"));
+    EXPECT_FALSE(open.isEnabled());
+    QTest::keyClicks(&NameOf(shown), QStringLiteral("4"));
+    EXPECT_TRUE(open.isEnabled());
+    NameOf(shown).clear();
+    EXPECT_FALSE(open.isEnabled());
+    shown.reject();
+  });
 }
 
 TEST_F(AFileDialog, OpensOnlyAFileThatIsThere) {

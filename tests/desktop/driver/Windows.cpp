@@ -229,19 +229,10 @@ bool ChooseFile(Screen& screen, MainWindow& window, Command command, const QStri
 
 bool TypeFileName(Screen& screen, WindowId dialog, const QString& path) {
   if (!WaitFor([&] { return screen.Active(dialog); })) return false;
-  // A Return may only close the list of matching names. Where that list comes late, it may open the
-  // folder that was typed so far: then the name is typed again.
-  constexpr int kAttempts = 3;
-  constexpr int kReturns = 2;
-  for (int attempt = 0; attempt < kAttempts; ++attempt) {
-    screen.Strike('a', kControl);
-    screen.Type(path);
-    for (int i = 0; i < kReturns; ++i) {
-      screen.Strike(kReturn);
-      if (WaitFor([&] { return !screen.Exists(dialog); }, 3s)) return true;
-    }
-  }
-  return false;
+  screen.Strike('a', kControl);
+  screen.Type(path);
+  screen.Strike(kReturn);
+  return WaitFor([&] { return !screen.Exists(dialog); });
 }
 
 }  // namespace kelvane::desktop
