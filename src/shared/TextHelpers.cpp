@@ -112,7 +112,7 @@ QString FormatTimeOfDay(double seconds) {
 
 QString FormatPosition(double seconds) {
   constexpr double kLongest = 1e15;  // is whole and fits
-  const auto whole = static_cast<std::int64_t>(std::min(seconds, kLongest));
+  const auto whole = static_cast<std::int64_t>(std::clamp(seconds, 0.0, kLongest));
   return whole < kHour ? MinutesAndSeconds(whole)
                        : TwoDigits(whole / kHour) + QLatin1Char(':') + MinutesAndSeconds(whole);
 }

@@ -33,7 +33,7 @@ QString FormatTimeOfDay(double seconds);
 QString FormatTimeText(double seconds);
 
 // A place in a recording as a player shows it: "mm:ss", and "hh:mm:ss" from an hour on, of the
-// whole seconds that have passed. Not negative; beyond 1e15, that number of seconds.
+// whole seconds that have passed. A negative number is shown as 0, one beyond 1e15 as 1e15.
 QString FormatPosition(double seconds);
 
 // So many digits at least and no decimals: 4 with two is "04". Rounded, half away from zero.

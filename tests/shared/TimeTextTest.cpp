@@ -100,6 +100,12 @@ TEST(Position, HasMinutesAndSecondsAndHoursWhereThereAreAny) {
   for (const auto& [seconds, text] : cases) EXPECT_EQ(FormatPosition(seconds), text) << seconds;
 }
 
+TEST(Position, BeforeTheBeginningIsTheBeginning) {
+  for (const double seconds : {-0.5, -1.0, -54.0, -3600.0, -1e300}) {
+    EXPECT_EQ(FormatPosition(seconds), QStringLiteral("00:00")) << seconds;
+  }
+}
+
 TEST(Position, BeyondAnyRecordingIsTheLongestThatIsShown) {
   EXPECT_EQ(FormatPosition(1e15), QStringLiteral("277777777777:46:40"));
   EXPECT_EQ(FormatPosition(5.8e252), FormatPosition(1e15));
