@@ -2,8 +2,9 @@
 # Sets up, builds and runs the tests. Without an argument: all of them.
 #   ./test.sh quick     those that need neither a display server nor a minute
 #   ./test.sh asan      all of them, with AddressSanitizer and UndefinedBehaviorSanitizer
-#   ./test.sh tsan      those of the player, which has threads, with ThreadSanitizer; among them
-#                       those in process on a private display, where pictures have their short way
+#   ./test.sh tsan      those of the player and of the console runner, which have threads, with
+#                       ThreadSanitizer; among them those in process on a private display, where
+#                       pictures have their short way
 #   ./test.sh coverage  all of them, and tells which lines and branches of src/ they run
 #   ./test.sh sharpness the quick ones against small faults, one at a time (--help says more)
 set -euo pipefail
@@ -19,9 +20,13 @@ case "$#:${1:-}" in
   1:asan | 1:coverage) preset=$1 ;;
   1:tsan)
     install_packages build run test
-    build tsan player_tests desktop_test
+    build tsan media_tests workspace_tests player_tests desktop_test
     export TSAN_OPTIONS=suppressions=$KELVANE_ROOT/tests/platform/races.supp:history_size=7
     failed=()
+    say "running the console runner's tests"
+    "$(build_dir tsan)/tests/media/media_tests" || failed+=(media_tests)
+    ctest --test-dir "$(build_dir tsan)" -R '^Nesting\.' --output-on-failure --no-tests=error ||
+      failed+=(workspace_tests)
     say "running the player's tests"
     "$(build_dir tsan)/tests/platform/player_tests" \
       --gtest_filter=-APicture.RepaintsNoControlThatLiesOverIt || failed+=(player_tests)

@@ -1,26 +1,21 @@
 #include "media/DOSOutputs.h"
 
 #include <fcntl.h>
-#include <poll.h>
 #include <spawn.h>
-#include <sys/ioctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include <array>
-#include <cerrno>
 #include <csignal>
 #include <optional>
-#include <thread>
+#include <system_error>
+#include <utility>
 #include <vector>
 
 #include "media/CommandLines.h"
-#include "media/Descriptor.h"
+#include "media/ToolText.h"
 
 namespace kelvane {
 namespace {
-
-constexpr std::size_t kBlockSize = 256;
 
 // The tools that were started and not yet reaped. A number in here can't pass to another process,
 // since the system keeps it for the ended tool until it is reaped.
@@ -85,70 +80,32 @@ bool Start(std::vector<std::string> arguments, int writeEnd) {
   return true;
 }
 
-// Starts the tool of the command line; returns the end of a pipe from which to read what it prints,
-// none where there is no tool or it can't be started.
-Descriptor StartReading(const std::string& commandLine) {
-  std::vector<std::string> arguments = SplitCommandLine(commandLine);
-  std::array<int, 2> ends{};
-  if (arguments.empty() || pipe2(ends.data(), O_CLOEXEC) != 0) return {};
-  Descriptor readEnd(ends[0]);
-  const Descriptor writeEnd(ends[1]);
-  if (!Start(std::move(arguments), writeEnd.number())) return {};
-  return readEnd;
-}
-
-// Returns when a block is full, when nothing more of it has come for so long, or when the stream
-// has ended.
-void Gather(int readEnd, std::chrono::milliseconds quiet) {
-  constexpr std::chrono::milliseconds kLook{1};
-  pollfd stream{.fd = readEnd, .events = POLLIN, .revents = 0};
-  if (poll(&stream, 1, -1) != 1) return;
-  int known = 0;
-  auto since = std::chrono::steady_clock::now();
-  while ((stream.revents & (POLLHUP | POLLERR)) == 0) {
-    int available = 0;
-    if (ioctl(readEnd, FIONREAD, &available) != 0 || available >= static_cast<int>(kBlockSize))
-      return;
-    const auto now = std::chrono::steady_clock::now();
-    if (available != known) {
-      known = available;
-      since = now;
-    } else if (now - since >= quiet) {
-      return;
-    }
-    std::this_thread::sleep_for(kLook);
-    if (poll(&stream, 1, 0) != 1) return;
-  }
-}
-
-// The next block; empty at the end of the stream and where it can't be read on.
-std::string_view ReadBlock(int readEnd, std::array<char, kBlockSize>& buffer) {
-  ssize_t count = 0;
-  do {
-    count = read(readEnd, buffer.data(), buffer.size());
-  } while (count < 0 && errno == EINTR);
-  return count > 0 ? std::string_view(buffer.data(), static_cast<std::size_t>(count))
-                   : std::string_view();
-}
-
 }  // namespace
+
+std::string DOSOutputs::Outputs() const { return text_ ? text_->UpToCursor() : std::string(); }
 
 std::string DOSOutputs::ExecuteCommand(const std::string& CommandLine) {
   if (!CommandLine.empty()) commandText_ = CommandLine;
-  const Descriptor readEnd = StartReading(commandText_);
-  if (!readEnd) return {};
-  outputText_.clear();
+  std::vector<std::string> arguments = SplitCommandLine(commandText_);
+  if (arguments.empty()) return {};
+  const auto text = std::make_shared<ToolText>();
+  std::optional<ToolReader> reader;
+  try {
+    reader.emplace(*text);
+  } catch (const std::system_error&) {
+    return {};
+  }
+  if (!Start(std::move(arguments), reader->writeEnd().number())) return {};
+  reader->CloseWriteEnd();
+  text_ = text;
 
-  std::array<char, kBlockSize> buffer{};
   std::string block;
   do {
-    if (quiet_.count() > 0) Gather(readEnd.number(), quiet_);
-    block = ReadBlock(readEnd.number(), buffer);
-    outputText_ += block;
+    block = text->NextBlock(quiet_);
     if (ReceiveOutputs) ReceiveOutputs(block);
   } while (!block.empty());
   ReapEndedChildren();
-  return outputText_;
+  return text->UpToCursor();
 }
 
 void DOSOutputs::ReapEndedChildren() {

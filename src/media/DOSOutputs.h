@@ -3,19 +3,23 @@
 #include <chrono>
 #include <exception>
 #include <functional>
+#include <memory>
 #include <string>
 
 namespace kelvane {
 
+class ToolText;
+
 // Runs one console tool at a time and hands on what it prints while it prints it.
 //
-// Text is bytes in the system's narrow encoding throughout. Everything happens on the thread that
-// calls ExecuteCommand; the event is raised on it too, between two reads, so that a handler may
-// pump the message queue and even start a run on another instance. An instance must outlive its
-// run.
+// Text is bytes in the system's narrow encoding throughout. The event is raised on the thread that
+// calls ExecuteCommand, so that a handler may pump the message queue and even start a run on
+// another instance. A thread of the run's own reads meanwhile, so that the tool never has to wait
+// for a handler; it calls nothing of the caller's. An instance must outlive its run and belongs to
+// one thread.
 class DOSOutputs {
  public:
-  // Raised once for each block that was read, 1 to 256 bytes of the tool's standard output and
+  // Raised once for each block of the text, 1 to 256 bytes of the tool's standard output and
   // standard error in the order of writing, and once more with an empty text at the end of the
   // stream. A block may end anywhere, in the middle of a word or of a character.
   std::function<void(const std::string& CommandOutputs)> ReceiveOutputs;
@@ -23,30 +27,33 @@ class DOSOutputs {
   const std::string& CommandLine() const { return commandText_; }
   void setCommandLine(const std::string& DosCommand) { commandText_ = DosCommand; }
 
-  // From the next run on, a block is read when it is full, when nothing more of it has come for so
-  // long, or when the stream has ended. Not set, it is read as soon as anything has come, and a
-  // tool that prints a line word by word is read word by word.
+  // From the next run on, a block is raised when it is full, after `quiet` without new text, or
+  // when the stream has ended. Not set, it is raised as soon as there is any text, and a tool that
+  // prints a line word by word is read word by word.
   void GatherBlocks(std::chrono::milliseconds quiet) { quiet_ = quiet; }
 
-  // Everything read so far in the current run, or in the last one between runs.
-  const std::string& Outputs() const { return outputText_; }
+  // A copy of everything raised so far in the current run, or in the last one between runs.
+  std::string Outputs() const;
 
   // Runs the command and blocks until the stream ends; returns the output text. A command line that
   // is not empty replaces the one held. Arguments are cut at blanks and tabs; double quotes group
   // and vanish; no shell is involved. The tool has no standard input.
   //
   // Returns an empty text, without an event and with Outputs unchanged, where the command line is
-  // empty or the tool can't be started. Neither the tool's exit code nor its end is waited for: the
-  // end of the run is the end of the stream. Exceptions of the event's handler pass through.
+  // empty or the tool, or the thread that reads it, can't be started. Neither the tool's exit code
+  // nor its end is waited for: the end of the run is the end of the stream. Exceptions of the
+  // event's handler pass through; the tool then has no reader any more.
   std::string ExecuteCommand(const std::string& CommandLine = {});
 
-  // Takes leave of those started tools that have ended since, so that none stays behind as a
-  // zombie. Never waits, and touches no process that this class didn't start.
+  // Reaps those started tools that have ended since, so that none stays behind as a zombie. To be
+  // called on the thread of the runs. Never waits, and touches no process that this class didn't
+  // start.
   static void ReapEndedChildren();
 
  private:
   std::string commandText_;
-  std::string outputText_;
+  // Of the last run that was started.
+  std::shared_ptr<ToolText> text_;
   std::chrono::milliseconds quiet_{0};
 };
 

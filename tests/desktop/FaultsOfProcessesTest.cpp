@@ -111,8 +111,8 @@ TEST_F(FaultsOfProcesses, AStepOfAStartThatFailsLeavesTheOldVideoWhicheverItIs) 
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithOldVideo());
   const QString another = program.PathOf("another.mp4");
   ASSERT_TRUE(MakeVideo(another, kAnotherSize, 1));
-  // The pipe, nine settings and the start itself.
-  constexpr int kStepsOfAProbe = 11;
+  // The pipe, the reading thread's descriptor, nine settings and the start itself.
+  constexpr int kStepsOfAProbe = 12;
   const int descriptors = program.OpenDescriptors();
   for (int step = 1; step <= kStepsOfAProbe; ++step) {
     SCOPED_TRACE(step);
@@ -129,6 +129,23 @@ TEST_F(FaultsOfProcesses, AStepOfAStartThatFailsLeavesTheOldVideoWhicheverItIs) 
   ASSERT_NO_FATAL_FAILURE(ExpectVideoUnderPath(kAnotherSize, another));
   EXPECT_EQ(faults.Failed(Attempt::kStartTool), 1);
   EXPECT_LE(program.OpenDescriptors(), descriptors) << "no pipe stays open";
+  CloseAndExpectEnd();
+}
+
+TEST_F(FaultsOfProcesses, WithoutAThreadToReadAToolItIsNotStartedUntilThereIsOne) {
+  Faults faults(program);
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithOldVideo());
+  const int descriptors = program.OpenDescriptors();
+  faults.FailAll(Attempt::kStartThread, EAGAIN);
+  ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, other));
+  ASSERT_NO_FATAL_FAILURE(ExpectVideoUnderPath(kOldSize, other));
+  EXPECT_EQ(faults.Failed(Attempt::kStartThread), 2) << "one for each probe";
+  EXPECT_LE(program.OpenDescriptors(), descriptors) << "no pipe stays open";
+  ASSERT_NO_FATAL_FAILURE(StartCrop(cropped));
+  ExpectNoFileFromCrop(cropped);
+  faults.Heal(Attempt::kStartThread);
+  ASSERT_NO_FATAL_FAILURE(ExpectLoads(video, kOldSize));
+  ASSERT_NO_FATAL_FAILURE(ExpectCrops(cropped, QSize(634, 354)));
   CloseAndExpectEnd();
 }
 

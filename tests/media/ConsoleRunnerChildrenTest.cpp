@@ -5,6 +5,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <cerrno>
 #include <csignal>
@@ -20,8 +21,10 @@ namespace {
 
 using testing::Gate;
 using testing::ProcessState;
+using testing::ReadFile;
 using testing::RunLine;
 using testing::TemporaryFolder;
+using testing::Threads;
 using testing::ToolRun;
 using testing::WaitUntil;
 
@@ -50,6 +53,13 @@ bool LosesEveryChildInTime() {
     siginfo_t found{};
     return ::waitid(P_ALL, 0, &found, WEXITED | WNOHANG | WNOWAIT) != 0 && errno == ECHILD;
   });
+}
+
+// The set of that name in the text of a process's "status".
+unsigned long long SignalsIn(const std::string& status, const std::string& name) {
+  constexpr int kHexadecimal = 16;
+  return std::stoull(status.substr(status.find(name + ":\t") + name.size() + 2), nullptr,
+                     kHexadecimal);
 }
 
 TEST(ConsoleRunnerChildren, NoEndedToolStaysBehind) {
@@ -150,6 +160,21 @@ TEST(ConsoleRunnerChildren, WhereAHandlerThrowsTheExceptionPassesAndTheToolLoses
   EXPECT_EQ(RunLine(outputs, "/bin/echo again").result, "again\n");
 }
 
+TEST(ConsoleRunnerChildren, WhereAHandlerThrowsTheRunEndsThoughTheToolIsSilent) {
+  const TemporaryFolder folder;
+  const Gate gate(folder / "gate");
+  const std::string tool = folder.Script("tool", "echo $$; read go < " + gate.path());
+  const std::size_t threads = Threads().size();
+  DOSOutputs outputs;
+  outputs.ReceiveOutputs = [](const std::string&) { throw std::runtime_error("stop"); };
+  EXPECT_THROW(outputs.ExecuteCommand(tool), std::runtime_error);
+  EXPECT_EQ(Threads().size(), threads);
+  const pid_t process = std::stoi(outputs.Outputs());
+  EXPECT_FALSE(ProcessState(process) == kNone || ProcessState(process) == kEndedAndNotReaped);
+  gate.Open();
+  EXPECT_TRUE(IsReapedInTime(process));
+}
+
 TEST(ConsoleRunnerChildren, AHandlerMayThrowAtTheLastEvent) {
   DOSOutputs outputs;
   outputs.ReceiveOutputs = [](const std::string& block) {
@@ -175,13 +200,33 @@ TEST(ConsoleRunnerChildren, TheToolStartsWithNoSignalBlockedAndABrokenPipeEndsIt
   ::sigprocmask(SIG_SETMASK, &formerMask, nullptr);
   ::sigaction(SIGPIPE, &former, nullptr);
 
-  constexpr int kHexadecimal = 16;
-  const auto signals = [&status](const std::string& name) {
-    return std::stoull(status.substr(status.find(name + ":\t") + name.size() + 2), nullptr,
-                       kHexadecimal);
+  EXPECT_EQ(SignalsIn(status, "SigBlk"), 0U);
+  EXPECT_EQ(SignalsIn(status, "SigIgn") & (1ULL << (SIGPIPE - 1)), 0U);
+}
+
+// So that handlers run on the program's own threads.
+TEST(ConsoleRunnerChildren, TheThreadThatReadsBlocksEverySignalThatCanBeBlocked) {
+  const std::vector<pid_t> before = Threads();
+  DOSOutputs outputs;
+  std::vector<pid_t> readers;
+  std::string status;
+  outputs.ReceiveOutputs = [&](const std::string& block) {
+    if (block.empty()) return;
+    for (const pid_t thread : Threads()) {
+      if (std::find(before.begin(), before.end(), thread) == before.end())
+        readers.push_back(thread);
+    }
+    if (readers.size() == 1) {
+      status = ReadFile("/proc/self/task/" + std::to_string(readers.front()) + "/status");
+    }
   };
-  EXPECT_EQ(signals("SigBlk"), 0U);
-  EXPECT_EQ(signals("SigIgn") & (1ULL << (SIGPIPE - 1)), 0U);
+  // It is there for as long as its tool runs.
+  outputs.ExecuteCommand("/bin/sh -c \"echo text; sleep 0.2\"");
+  ASSERT_EQ(readers.size(), 1U);
+  for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGALRM, SIGCHLD, SIGPIPE, SIGUSR1, SIGIO}) {
+    EXPECT_NE(SignalsIn(status, "SigBlk") & (1ULL << (number - 1)), 0U) << number;
+  }
+  EXPECT_EQ(SignalsIn(ReadFile("/proc/thread-self/status"), "SigBlk"), 0U);
 }
 
 // Signals at short intervals, of which enough open a gate.

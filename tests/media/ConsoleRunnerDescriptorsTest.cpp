@@ -4,8 +4,10 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <set>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "TestTools.h"
 #include "media/DOSOutputs.h"
@@ -14,7 +16,7 @@
 namespace kelvane {
 namespace {
 
-using testing::OpenDescriptorCount;
+using testing::OpenDescriptors;
 using testing::ReadFile;
 using testing::RunLine;
 using testing::StartedProgram;
@@ -40,14 +42,19 @@ TEST(ConsoleRunnerDescriptors, AToolStartedInsideAnotherRunGetsNoneOfThatRun) {
   EXPECT_EQ(inner, kStandardOnes);
 }
 
-TEST(ConsoleRunnerDescriptors, TheRunsOwnOneIsNotHandedToProgramsThatOthersStart) {
-  // The run's end takes the lowest free number.
-  const int end = Descriptor(::open("/dev/null", O_RDONLY | O_CLOEXEC)).number();
+TEST(ConsoleRunnerDescriptors, TheRunsOwnOnesAreNotHandedToProgramsThatOthersStart) {
+  const std::set<int> before = OpenDescriptors();
   DOSOutputs outputs;
-  int flags = -1;
-  outputs.ReceiveOutputs = [&](const std::string&) { flags = ::fcntl(end, F_GETFD); };
+  std::vector<int> flags;
+  outputs.ReceiveOutputs = [&](const std::string& block) {
+    if (block.empty()) return;
+    for (const int number : OpenDescriptors()) {
+      if (!before.contains(number)) flags.push_back(::fcntl(number, F_GETFD));
+    }
+  };
   outputs.ExecuteCommand("/bin/echo text");
-  EXPECT_EQ(flags, FD_CLOEXEC);
+  // The pipe's end, and what tells the reading thread to stop.
+  EXPECT_EQ(flags, std::vector<int>(2, FD_CLOEXEC));
 }
 
 TEST(ConsoleRunnerDescriptors, StandardInputIsTheNullDevice) {
@@ -55,31 +62,31 @@ TEST(ConsoleRunnerDescriptors, StandardInputIsTheNullDevice) {
 }
 
 TEST(ConsoleRunnerDescriptors, AHundredRunsLoseNone) {
-  const std::size_t before = OpenDescriptorCount();
+  const std::set<int> before = OpenDescriptors();
   for (int run = 0; run < 100; ++run) RunLine("/bin/echo text");
-  EXPECT_EQ(OpenDescriptorCount(), before);
+  EXPECT_EQ(OpenDescriptors(), before);
 }
 
 TEST(ConsoleRunnerDescriptors, AHundredToolsThatCannotStartLoseNone) {
   const TemporaryFolder folder;
   const std::string notExecutable = folder.File("not-executable");
-  const std::size_t before = OpenDescriptorCount();
+  const std::set<int> before = OpenDescriptors();
   for (int run = 0; run < 100; ++run) {
     RunLine(folder / "missing");
     RunLine(notExecutable);
     RunLine(" ");
   }
-  EXPECT_EQ(OpenDescriptorCount(), before);
+  EXPECT_EQ(OpenDescriptors(), before);
 }
 
 TEST(ConsoleRunnerDescriptors, AHundredHandlersThatThrowLoseNone) {
-  const std::size_t before = OpenDescriptorCount();
+  const std::set<int> before = OpenDescriptors();
   for (int run = 0; run < 100; ++run) {
     DOSOutputs outputs;
     outputs.ReceiveOutputs = [](const std::string&) { throw std::runtime_error("stop"); };
     EXPECT_THROW(outputs.ExecuteCommand("/bin/echo text"), std::runtime_error);
   }
-  EXPECT_EQ(OpenDescriptorCount(), before);
+  EXPECT_EQ(OpenDescriptors(), before);
 }
 
 // The standard descriptors that are closed where the program starts, one digit each.
@@ -107,7 +114,7 @@ INSTANTIATE_TEST_SUITE_P(Closed, ConsoleRunnerWithoutDescriptors,
                          });
 
 TEST(ConsoleRunnerDescriptors, WhereTheyAreUsedUpARunYieldsNothingAndALaterOneWorks) {
-  for (const char* free : {"0", "1"}) {
+  for (const char* free : {"0", "1", "2"}) {
     StartedProgram program({"run-with-free-descriptors", free, "/bin/echo text"});
     EXPECT_EQ(program.ReadToTheEnd(),
               "events 2, result [text before\n], held [text before\n]\n"
@@ -118,8 +125,8 @@ TEST(ConsoleRunnerDescriptors, WhereTheyAreUsedUpARunYieldsNothingAndALaterOneWo
   }
 }
 
-TEST(ConsoleRunnerDescriptors, TwoFreeOnesAreEnoughForARun) {
-  StartedProgram program({"run-with-free-descriptors", "2", "/bin/echo text"});
+TEST(ConsoleRunnerDescriptors, ThreeFreeOnesAreEnoughForARun) {
+  StartedProgram program({"run-with-free-descriptors", "3", "/bin/echo text"});
   EXPECT_EQ(program.ReadToTheEnd(),
             "events 2, result [text before\n], held [text before\n]\n"
             "events 2, result [text amid\n], held [text amid\n]\n"

@@ -260,9 +260,9 @@ TEST_F(ShortFileNameLife, ClearingLosesNoDescriptor) {
   FolderLeftBehind();
   links().File(FolderName("aFile0"));
   Short();
-  const std::size_t before = testing::OpenDescriptorCount();
+  const std::set<int> before = testing::OpenDescriptors();
   for (int time = 0; time < 10; ++time) ClearShortPathsLeftBehind(links().path());
-  EXPECT_EQ(testing::OpenDescriptorCount(), before);
+  EXPECT_EQ(testing::OpenDescriptors(), before);
 }
 
 TEST_F(ShortFileNameLife, AFolderJustMadeIsSafeFromClearingAtTheSameTime) {

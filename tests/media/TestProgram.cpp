@@ -14,6 +14,7 @@
 #include <map>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "media/DOSOutputs.h"
@@ -67,6 +68,25 @@ int RunWithFreeDescriptors(const Arguments& arguments) {
     std::cout << RunAndTell(outputs, arguments.at(1) + " amid") << '\n';
   }
   std::cout << RunAndTell(outputs, arguments.at(1) + " after") << '\n';
+  return EXIT_SUCCESS;
+}
+
+// How many KiB a tool prints, all of them before the first block is taken; tells by how many KiB
+// the program's memory has grown at most.
+int Flood(const Arguments& arguments) {
+  const auto mostMemory = [] {
+    rusage usage{};
+    ::getrusage(RUSAGE_SELF, &usage);
+    return usage.ru_maxrss;
+  };
+  const long before = mostMemory();
+  DOSOutputs outputs;
+  outputs.ReceiveOutputs = [first = true](const std::string&) mutable {
+    siginfo_t ended{};
+    if (std::exchange(first, false)) ::waitid(P_ALL, 0, &ended, WEXITED | WNOWAIT);
+  };
+  outputs.ExecuteCommand("/usr/bin/head -c " + arguments.at(0) + "K /dev/zero");
+  std::cout << mostMemory() - before << std::endl;
   return EXIT_SUCCESS;
 }
 
@@ -125,6 +145,7 @@ int main(int count, char** values) {
   static const std::map<std::string, int (*)(const Arguments&)> kWays = {
       {"run-without-descriptors", kelvane::RunWithoutDescriptors},
       {"run-with-free-descriptors", kelvane::RunWithFreeDescriptors},
+      {"flood", kelvane::Flood},
       {"short-paths", kelvane::ShortPaths},
       {"list-files", kelvane::ListFiles},
       {"tools-folders", kelvane::ToolsFolders},

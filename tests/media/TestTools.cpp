@@ -165,9 +165,22 @@ char ProcessState(pid_t process) {
   return nameEnd == std::string::npos ? ' ' : text.at(nameEnd + 2);
 }
 
-std::size_t OpenDescriptorCount() {
-  const fs::directory_iterator listing("/proc/self/fd");
-  return static_cast<std::size_t>(std::distance(begin(listing), end(listing)));
+std::set<int> OpenDescriptors() {
+  std::set<int> numbers;
+  for (const fs::directory_entry& entry : fs::directory_iterator("/proc/self/fd")) {
+    numbers.insert(std::stoi(entry.path().filename()));
+  }
+  // The listing's own is closed by now.
+  std::erase_if(numbers, [](int number) { return ::fcntl(number, F_GETFD) < 0; });
+  return numbers;
+}
+
+std::vector<pid_t> Threads() {
+  std::vector<pid_t> threads;
+  for (const fs::directory_entry& entry : fs::directory_iterator("/proc/self/task")) {
+    threads.push_back(std::stoi(entry.path().filename()));
+  }
+  return threads;
 }
 
 std::string ReadFile(const std::string& path) {

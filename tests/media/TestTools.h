@@ -3,6 +3,7 @@
 #include <sys/types.h>
 
 #include <functional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -99,7 +100,10 @@ bool WaitUntil(const std::function<bool()>& condition);
 // a blank for none.
 char ProcessState(pid_t process);
 
-std::size_t OpenDescriptorCount();
+std::set<int> OpenDescriptors();
+
+// Of this process.
+std::vector<pid_t> Threads();
 
 std::string ReadFile(const std::string& path);
 

@@ -134,6 +134,26 @@ TEST_F(Nesting, ALoadDuringAJobIsPossibleAndChangesTheJobsLineNoMore) {
   EXPECT_EQ(Number(SourceWidth), "1,920");
 }
 
+TEST_F(Nesting, AJobGoesOnWhileADialogIsOpen) {
+  const QString ended = tools_.Path() + QLatin1String("/ended");
+  tools_.CropDoes(MuchTextAndThen(ended));
+  CropTo("/tmp/out.mp4");
+  Form2* const job = JobWindow();
+  ASSERT_NE(job, nullptr);
+  bool endedMeanwhile = false;
+  AtNextDoEvents([&] {
+    const DialogAnswers answers({[&](QDialog& dialog) {
+      endedMeanwhile = PumpUntil([&] { return QFile::exists(ended); });
+      CancelDialog()(dialog);
+    }});
+    Give(LoadVideo);
+    EXPECT_EQ(StatusOf(*job), "Progress: 00.00 % Complete: Status: Cropping...");
+  });
+  RunJob(*job);
+  EXPECT_TRUE(endedMeanwhile);
+  EXPECT_EQ(StatusOf(*job), "Progress: 100 % Complete: Status: Cropping Successful");
+}
+
 TEST_F(Nesting, StartingFreshDuringAJobUnloadsItsWindowAndLeavesTheToolToItsEnd) {
   const Gate gate(tools_);
   const QString output = tools_.Path() + QLatin1String("/whole");

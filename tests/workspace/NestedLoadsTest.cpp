@@ -1,4 +1,6 @@
 // Loads and previews inside one another.
+#include <QFile>
+
 #include "shared/SharedValues.h"
 #include "workspace/NestingTest.h"
 
@@ -147,6 +149,48 @@ TEST_F(Nesting, APreviewInsideADurationProbe) {
   Pick(video);
   EXPECT_EQ(Store().toStdString(), "one\nplaying\nDuration: 00:00:11.00\n");
   EXPECT_EQ(VideoDuration.toStdString(), "00:00:11");
+}
+
+TEST_F(Nesting, APreviewEndsWhileAJobRunsOnTopOfItThoughNobodyTakesItsText) {
+  const QString ended = tools_.Path() + QLatin1String("/ended");
+  const Gate gate(tools_);
+  ProbeDimensionsDone = true;
+  tools_.PreviewDoes(Print(QStringLiteral("playing\n")) + gate.Wait() + MuchTextAndThen(ended));
+  tools_.CropDoes(WaitForFile(ended));
+  bool endedDuringTheJob = false;
+  AfterBlock(QStringLiteral("playing\n"), [&] {
+    CropTo("/tmp/out.mp4");
+    RunJob(*JobWindow());
+    endedDuringTheJob = QFile::exists(ended);
+  });
+  Before(Get<TextBox>("Text2").Change, [&, opened = false](int) mutable {
+    if (!std::exchange(opened, true)) gate.Open();
+  });
+  Give(PreviewCroppedVideo);
+  EXPECT_TRUE(endedDuringTheJob);
+  EXPECT_EQ(Store().size(), 8 + kMuchText);
+}
+
+TEST_F(Nesting, ThreePreviewsInsideEachOtherEndWhileTheInnermostRuns) {
+  const QString ended = tools_.Path() + QLatin1String("/ended");
+  ProbeDimensionsDone = true;
+  // Each but the last has its text taken only when those inside it have ended.
+  tools_.PreviewDoes(MuchTextAndThen(ended + QLatin1Char('1')));
+  AtNextDoEvents([&] {
+    tools_.PreviewDoes(MuchTextAndThen(ended + QLatin1Char('2')));
+    AtNextDoEvents([&] {
+      tools_.PreviewDoes(WaitForFile(ended + QLatin1Char('1')) +
+                         WaitForFile(ended + QLatin1Char('2')) + Print(QStringLiteral("inside")));
+      Give(PreviewCroppedVideo);
+      EXPECT_TRUE(QFile::exists(ended + QLatin1Char('1')));
+      EXPECT_TRUE(QFile::exists(ended + QLatin1Char('2')));
+      EXPECT_EQ(Store().toStdString(), "inside");
+    });
+    Give(PreviewCroppedVideo);
+    EXPECT_EQ(Store().size(), 6 + kMuchText);
+  });
+  Give(PreviewCroppedVideo);
+  EXPECT_EQ(Store().size(), 6 + 2 * kMuchText);
 }
 
 }  // namespace

@@ -19,6 +19,17 @@ class Nesting : public MainWindowTest {
       if (step && Store().endsWith(block)) AtNextDoEvents(std::exchange(step, nullptr));
     };
   }
+  // More than a pipe holds.
+  static constexpr int kMuchText = 400'000;
+  // Shell commands: print that much, then make the file.
+  static QString MuchTextAndThen(const QString& file) {
+    return QStringLiteral("yes | head -c %1\ntouch '%2'\n").arg(kMuchText).arg(file);
+  }
+  // Shell commands that wait for the file, within reason.
+  static QString WaitForFile(const QString& file) {
+    return QStringLiteral("timeout 20 sh -c \"until [ -e '%1' ]; do sleep 0.01; done\"\n")
+        .arg(file);
+  }
   static std::string StatusOf(const Form2& job) {
     return job.Find<Label>(QStringLiteral("Label1(2)")).Caption().toStdString();
   }

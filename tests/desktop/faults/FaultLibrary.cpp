@@ -4,6 +4,7 @@
 #include <fcntl.h>
 #include <pthread.h>
 #include <spawn.h>
+#include <sys/eventfd.h>
 #include <sys/mman.h>
 #include <sys/syscall.h>
 #include <sys/time.h>
@@ -142,6 +143,11 @@ extern "C" {
 int pipe2(int ends[2], int flags) noexcept {
   FAIL_WITH_ERROR_OF(kStartTool, -1);
   PASS_ON(pipe2, ends, flags);
+}
+
+int eventfd(unsigned count, int flags) noexcept {
+  FAIL_WITH_ERROR_OF(kStartTool, -1);
+  PASS_ON(eventfd, count, flags);
 }
 
 int posix_spawn_file_actions_init(posix_spawn_file_actions_t* files) noexcept {

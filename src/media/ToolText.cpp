@@ -1,0 +1,109 @@
+#include "media/ToolText.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <exception>
+#include <system_error>
+
+namespace kelvane {
+namespace {
+
+constexpr std::size_t kBlockSize = 256;
+// As much as a pipe holds.
+constexpr std::size_t kReadSize = 65536;
+
+void Require(bool done) {
+  if (!done) throw std::system_error(errno, std::generic_category());
+}
+
+// Blocks all signals of this thread, and of the threads that it starts, for the length of its life.
+class SignalsBlocked {
+ public:
+  SignalsBlocked() {
+    sigset_t all;
+    sigfillset(&all);
+    pthread_sigmask(SIG_SETMASK, &all, &former_);
+  }
+  SignalsBlocked(const SignalsBlocked&) = delete;
+  SignalsBlocked& operator=(const SignalsBlocked&) = delete;
+  ~SignalsBlocked() { pthread_sigmask(SIG_SETMASK, &former_, nullptr); }
+
+ private:
+  sigset_t former_{};
+};
+
+}  // namespace
+
+void ToolText::Append(std::string_view printed) noexcept {
+  const std::lock_guard lock(mutex_);
+  try {
+    text_ += printed;
+  } catch (const std::exception&) {
+    return;
+  }
+  changed_.notify_one();
+}
+
+void ToolText::End() {
+  const std::lock_guard lock(mutex_);
+  ended_ = true;
+  changed_.notify_one();
+}
+
+std::string ToolText::NextBlock(std::chrono::milliseconds quiet) {
+  std::unique_lock lock(mutex_);
+  const auto whole = [this] { return ended_ || text_.size() - cursor_ >= kBlockSize; };
+  std::size_t known = cursor_;
+  const auto more = [&] { return whole() || text_.size() > known; };
+  changed_.wait(lock, more);
+  do {
+    known = text_.size();
+  } while (!whole() && changed_.wait_for(lock, quiet, more));
+  std::string block(text_, cursor_, kBlockSize);
+  cursor_ += block.size();
+  return block;
+}
+
+std::string ToolText::UpToCursor() const {
+  const std::lock_guard lock(mutex_);
+  return text_.substr(0, cursor_);
+}
+
+ToolReader::ToolReader(ToolText& text) : text_(text) {
+  std::array<int, 2> ends{};
+  Require(pipe2(ends.data(), O_CLOEXEC) == 0);
+  readEnd_ = Descriptor(ends[0]);
+  writeEnd_ = Descriptor(ends[1]);
+  stop_ = Descriptor(eventfd(0, EFD_CLOEXEC));
+  Require(static_cast<bool>(stop_));
+  // Handlers of signals run on the program's own thread, as ever.
+  const SignalsBlocked blocked;
+  thread_ = std::thread([this] { ReadToTheEnd(); });
+}
+
+ToolReader::~ToolReader() {
+  eventfd_write(stop_.number(), 1);
+  thread_.join();
+}
+
+void ToolReader::ReadToTheEnd() {
+  std::array<char, kReadSize> buffer{};
+  std::array<pollfd, 2> awaited = {pollfd{readEnd_.number(), POLLIN, 0},
+                                   pollfd{stop_.number(), POLLIN, 0}};
+  for (;;) {
+    if (poll(awaited.data(), awaited.size(), -1) < 0) continue;
+    if (awaited[1].revents != 0) break;
+    const ssize_t count = read(readEnd_.number(), buffer.data(), buffer.size());
+    if (count <= 0) break;
+    text_.Append({buffer.data(), static_cast<std::size_t>(count)});
+  }
+  text_.End();
+}
+
+}  // namespace kelvane
