@@ -8,6 +8,7 @@
 #include "media/CommandLines.h"
 #include "media/Module1.h"
 #include "platform/App.h"
+#include "platform/DialogLoop.h"
 #include "platform/MsgBox.h"
 #include "shared/SharedValues.h"
 #include "shared/TextHelpers.h"
@@ -35,7 +36,10 @@ Form2::Form2(MainWindow& mainWindow) : Form(kForm2, kForm2Controls), mainWindow_
 }
 
 void Form2::WireEvents() {
-  Timer1.Tick = [this] { Timer1_Timer(); };
+  // A job that began behind a dialog would hold back the dialog's answer to its end.
+  Timer1.Tick = [this] {
+    if (!DialogIsOpen()) Timer1_Timer();
+  };
   Label2.MouseUp = [this](const MouseEvent& event) { Label2_MouseUp(event); };
   Label2.MouseMove = [this](const MouseEvent& event) { Label2_MouseMove(event); };
 }

@@ -9,6 +9,7 @@
 #include <QScreen>
 #include <utility>
 
+#include "platform/DialogLoop.h"
 #include "platform/NameFilters.h"
 
 namespace kelvane {
@@ -65,7 +66,7 @@ bool CommonDialog::Show(Purpose purpose) {
   dialog.resize(dialog.sizeHint()
                     .expandedTo(RoomFor(dialog.fontMetrics()))
                     .boundedTo(dialog.screen()->availableSize()));
-  if (dialog.exec() != QDialog::Accepted) return false;
+  if (RunDialog(dialog) != QDialog::Accepted) return false;
   FileName = dialog.selectedFiles().value(0);
   lastFolder_ = QFileInfo(FileName).absolutePath();
   return true;

@@ -4,6 +4,7 @@
 #include <QMessageBox>
 
 #include "platform/App.h"
+#include "platform/DialogLoop.h"
 #include "shared/TextHelpers.h"
 
 namespace kelvane {
@@ -24,7 +25,7 @@ MsgBoxResult MsgBox(const QString& text, int buttons, const QString& title) {
   }
   // The first one, wherever the desktop puts it.
   box.setDefaultButton(box.button(QMessageBox::Ok) != nullptr ? QMessageBox::Ok : QMessageBox::Yes);
-  switch (box.exec()) {
+  switch (RunDialog(box)) {
     case QMessageBox::Yes:
       return MsgBoxResult::kYes;
     case QMessageBox::No:

@@ -1,5 +1,6 @@
 // The run of the tool: when it starts, its line, and that it succeeds whatever it does.
 #include "cropjob/JobWindowTest.h"
+#include "platform/MsgBox.h"
 #include "support/AllocationFailure.h"
 
 namespace kelvane::testing {
@@ -30,6 +31,22 @@ TEST_F(JobRun, StartsByItselfTwoSecondsAfterTheLoad) {
   ASSERT_TRUE(PumpUntil([this] { return !JobTimer().Enabled(); }));
   EXPECT_EQ(tools_.Runs(), Texts{kRun});
   EXPECT_EQ(Status(), kSuccessful);
+}
+
+TEST_F(JobRun, CountsNoTickWhileADialogIsOpen) {
+  Tick(JobTimer());
+  const DialogAnswers answers({[this](QDialog& dialog) {
+    ASSERT_TRUE(WaitForTicks(JobTimer(), 2));
+    dialog.accept();
+    Tick(JobTimer());
+  }});
+  MsgBox(QStringLiteral("An Error"));
+  EXPECT_EQ(Status(), kGettingCropRegions);
+  EXPECT_TRUE(tools_.Runs().empty());
+  PumpOnce();
+  EXPECT_TRUE(tools_.Runs().empty()) << "the ticks are made up";
+  Tick(JobTimer());
+  EXPECT_EQ(tools_.Runs(), Texts{kRun});
 }
 
 TEST_F(JobRun, ShowsItsStatusesInOrder) {

@@ -22,6 +22,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "platform/DialogLoop.h"
 #include "platform/TestForm.h"
 #include "support/Events.h"
 
@@ -49,7 +50,7 @@ class AFileDialog : public ::testing::Test {
 
   static User Type(const QString& name) {
     return [name](QFileDialog& shown) {
-      shown.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))->setText(name);
+      NameOf(shown).setText(name);
       // As the return key does.
       QMetaObject::invokeMethod(&shown, "accept", Qt::QueuedConnection);
     };
@@ -63,7 +64,12 @@ class AFileDialog : public ::testing::Test {
     return **button;
   }
 
+  static QLineEdit& NameOf(const QFileDialog& shown) {
+    return *shown.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+  }
+
   static void PickOnly(QFileDialog& shown, const QString& name) {
+    NameOf(shown).clearFocus();  // as the pointer does
     // The list goes on being put in order for a while, and forgets what is picked.
     auto* list = shown.findChild<QListView*>(QStringLiteral("listView"));
     EXPECT_TRUE(PumpUntil([&] {
@@ -186,6 +192,15 @@ TEST_F(AFileDialog, IsTheToolkitsOwnAndWaitsForItsWindow) {
   });
 }
 
+TEST_F(AFileDialog, CountsAsAnOpenDialogUntilItsAnswerIsReturned) {
+  Open([](QFileDialog& shown) {
+    EXPECT_TRUE(DialogIsOpen());
+    shown.reject();
+    EXPECT_TRUE(DialogIsOpen());
+  });
+  EXPECT_FALSE(DialogIsOpen());
+}
+
 TEST_F(AFileDialog, GivesTheFileThatWasTyped) {
   EXPECT_TRUE(Open(Type(QStringLiteral("clip.mp4"))));
   EXPECT_EQ(dialog.FileName, folder.filePath(QStringLiteral("clip.mp4")));
@@ -208,10 +223,6 @@ class ATypedName : public AFileDialog {
     EXPECT_TRUE(QDir().mkpath(far));
     QFile file(far + QStringLiteral("/clip.mp4"));
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-  }
-
-  static QLineEdit& NameOf(const QFileDialog& shown) {
-    return *shown.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
   }
 
   // Opens the list of completions by typing the beginning of a path.

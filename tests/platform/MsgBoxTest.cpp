@@ -6,6 +6,7 @@
 #include <QMessageBox>
 #include <QtTest/QTest>
 
+#include "platform/DialogLoop.h"
 #include "platform/TestForm.h"
 #include "support/DialogAnswers.h"
 
@@ -26,6 +27,23 @@ TEST(AMessageBox, HasTheProgramsNameForATitleAndOneButtonUnlessToldOtherwise) {
   const DialogAnswers answers({PressButton(QMessageBox::Ok)});
   EXPECT_EQ(MsgBox(QStringLiteral("no change")), MsgBoxResult::kOK);
   EXPECT_EQ(answers.seen(), Events{"Kelvane | no change | no icon | OK"});
+}
+
+TEST(AMessageBox, CountsAsAnOpenDialogUntilItsAnswerIsReturned) {
+  EXPECT_FALSE(DialogIsOpen());
+  const DialogAnswers answers({[](QDialog& outer) {
+    EXPECT_TRUE(DialogIsOpen());
+    {
+      const DialogAnswers inner({PressButton(QMessageBox::Ok)});
+      MsgBox(QStringLiteral("a box on top of it"));
+    }
+    EXPECT_TRUE(DialogIsOpen());
+    outer.accept();
+    EXPECT_FALSE(outer.isVisible());
+    EXPECT_TRUE(DialogIsOpen());
+  }});
+  MsgBox(QStringLiteral("no change"));
+  EXPECT_FALSE(DialogIsOpen());
 }
 
 TEST(AMessageBox, MayHaveATitleThreeButtonsAndAnIcon) {

@@ -35,6 +35,30 @@ TEST_F(Nesting, ASecondCropWhileTheFirstRunsStartsNothingAndReplacesTheSharedVal
   EXPECT_TRUE(job->isVisible());
 }
 
+TEST_F(Nesting, AVideoChosenBeforeAJobHasBegunIsLoadedAtOnceAndTheOtherTimersGoOn) {
+  const QString chosen = tools_.File(QStringLiteral("chosen.mp4"));
+  tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
+  CropWidth = 111;
+  CropTo("/tmp/first.mp4");
+  Form2* const job = JobWindow();
+  ASSERT_NE(job, nullptr);
+  const DialogAnswers answers({[&](QDialog& dialog) {
+    Bar(LeftBar).setLeft(100);
+    RunJob(*job);
+    EXPECT_TRUE(WaitForTicks(Get<Timer>("Timer2"), 1));
+    EXPECT_EQ(CropLeft, 100);
+    TypeFile(chosen)(dialog);
+    RunJob(*job);
+  }});
+  Give(LoadVideo);
+  EXPECT_EQ(Path().Text(), chosen);
+  EXPECT_EQ(Number(SourceWidth), "1,920");
+  EXPECT_EQ(tools_.Runs(), (Texts{SizeRun(chosen), DurationRun(chosen)}));
+  RunJob(*job);
+  EXPECT_EQ(tools_.Runs().back(),
+            "ffmpeg | -i | " + chosen.toStdString() + " | -vf | crop=111:0:0:0 | /tmp/first.mp4");
+}
+
 TEST_F(Nesting, ACropWhileTheFinishedJobsWindowIsOpenBringsItUpAndStartsNothing) {
   CropTo("/tmp/first.mp4");
   Form2* const job = JobWindow();
