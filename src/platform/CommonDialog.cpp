@@ -18,10 +18,10 @@ namespace {
 
 // The dialog's text grows with the density of the screen, and what it has room for shall not
 // shrink.
-QSize RoomFor(const QFontMetrics& text) {
+QSize RoomFor(const QFontMetricsF& text) {
   constexpr int kLetters = 104;
-  constexpr int kLines = 28;
-  return {kLetters * text.averageCharWidth(), kLines * text.height()};
+  constexpr int kLines = 30;
+  return QSizeF(kLetters * text.averageCharWidth(), kLines * text.height()).toSize();
 }
 
 // Makes the answer the file that is named, however it came to be named. Qt's dialog selects what is
@@ -64,7 +64,7 @@ bool CommonDialog::Show(Purpose purpose) {
   dialog.setDirectory(!begin.isEmpty() && QDir(begin).exists() ? begin : QDir::homePath());
   LetTheNameDecide(dialog);
   dialog.resize(dialog.sizeHint()
-                    .expandedTo(RoomFor(dialog.fontMetrics()))
+                    .expandedTo(RoomFor(QFontMetricsF(dialog.font())))
                     .boundedTo(dialog.screen()->availableSize()));
   if (RunDialog(dialog) != QDialog::Accepted) return false;
   FileName = dialog.selectedFiles().value(0);

@@ -1,4 +1,5 @@
 // The choice of a video: the dialog, the shown name and the short path.
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
@@ -37,10 +38,13 @@ TEST_F(FileChoice, IsOfferedByEveryButton) {
 TEST_F(FileChoice, OffersThreeKindsOfFilesTheFirstOfThemChosen) {
   const DialogAnswers answers({[](QDialog& dialog) {
     auto& files = dynamic_cast<QFileDialog&>(dialog);
-    EXPECT_EQ(files.nameFilters(),
-              (QStringList{"MP4 Files (*.mp4) (*.mp4)", "AVI Files (*.avi) (*.avi)",
-                           "All Files (*.*) (*)"}));
-    EXPECT_EQ(files.selectedNameFilter().toStdString(), "MP4 Files (*.mp4)");
+    const auto& kinds = *files.findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
+    Texts offered;
+    for (int kind = 0; kind < kinds.count(); ++kind) {
+      offered.push_back(kinds.itemText(kind).toStdString());
+    }
+    EXPECT_EQ(offered, (Texts{"MP4 Files (*.mp4)", "AVI Files (*.avi)", "All Files (*.*)"}));
+    EXPECT_EQ(kinds.currentText().toStdString(), "MP4 Files (*.mp4)");
     EXPECT_EQ(files.acceptMode(), QFileDialog::AcceptOpen);
     dialog.reject();
   }});
