@@ -154,7 +154,8 @@ TEST_P(MainInColours, HasAFileDialogToRead) {
   window.Click(kLoadVideo);
   const WindowId dialog = screen.AwaitNew({window.Id()});
   ASSERT_TRUE(dialog != 0 && WaitFor([&] { return screen.Active(dialog); }));
-  screen.Type(QStringLiteral("name"));
+  // Long enough to be met below in every font.
+  screen.Type(QStringLiteral("a name of some length"));
   const QRect place = screen.Place(dialog);
   // The captions at the foot and the names of places stand at the left, what was typed beside them.
   const QRect foot(place.left() + 8, place.bottom() - 70, 100, 60);
