@@ -3,6 +3,7 @@
 #include <alsa/asoundlib.h>
 #include <sched.h>
 
+#include <QDir>
 #include <QPainter>
 #include <QRegion>
 #include <algorithm>
@@ -20,7 +21,8 @@
 namespace kelvane {
 namespace {
 
-// No file, script, key or window of the player's own: it plays, and that is all.
+// No file, script, key or window of the player's own: it plays the file that it is given, opens no
+// other, and that is all.
 constexpr std::pair<const char*, const char*> kOptions[] = {
     {"config", "no"},
     {"load-scripts", "no"},
@@ -32,6 +34,8 @@ constexpr std::pair<const char*, const char*> kOptions[] = {
     {"terminal", "no"},
     {"input-default-bindings", "no"},
     {"autoload-files", "no"},
+    {"access-references", "no"},
+    {"demuxer-lavf-o", "protocol_whitelist=none"},  // what that file names is opened by no protocol
     {"resume-playback", "no"},
     {"osd-level", "0"},
     {"sid", "no"},
@@ -161,7 +165,9 @@ void PlaybackCore::Start(const QString& path) {
   const double position = position_.exchange(0);
   const double duration = duration_.exchange(0);
   if (!hasRoom) return Stop();
-  if (!Command({"loadfile", ToNarrow(path).c_str(), "replace"}, kStartAnswer)) {
+  // A name that isn't a whole path might be taken for an address or for the standard input.
+  const std::string file = ToNarrow(QDir::current().absoluteFilePath(path));
+  if (!Command({"loadfile", file.c_str(), "replace"}, kStartAnswer)) {
     position_ = position;
     duration_ = duration;
     return;
