@@ -1,4 +1,8 @@
 // The player over a library that refuses, or keeps something to itself.
+#include <QDir>
+#include <QFile>
+#include <QLibrary>
+#include <array>
 #include <atomic>
 #include <cstring>
 #include <type_traits>
@@ -108,6 +112,40 @@ TEST_F(ALibrary, ThatHasNoAnswerHowLongAFileIsLeavesTheDurationAsItWas) {
     return refusals > 0;
   }));
   EXPECT_TRUE(HoldsFor(kAWhile, [&] { return player.currentMediaDuration().value_or(0) > 19.9; }));
+  form.reset();
+}
+
+// It brings scripts of its own, which ask for keys and for changes of what is played.
+TEST_F(ALibrary, RunsNoScriptTakesNoKeyAndReadsNoClipboard) {
+  using Making = Replaced<&PlayerLibrary::create>;
+  static mpv_handle* handle = nullptr;
+  const Making keeps([] { return handle = Making::own(); });
+  QLibrary library(QStringLiteral("mpv"), MPV_CLIENT_API_VERSION >> 16);
+  const auto command = reinterpret_cast<decltype(&mpv_command)>(library.resolve("mpv_command"));
+  const auto property = reinterpret_cast<decltype(&mpv_get_property_string)>(
+      library.resolve("mpv_get_property_string"));
+  const auto release = reinterpret_cast<decltype(&mpv_free)>(library.resolve("mpv_free"));
+  const auto textOf = [&](const char* name) {
+    char* const text = property(handle, name);
+    const QByteArray copy(text);
+    release(text);
+    return copy;
+  };
+  player.setURL(MakePlain("red.mp4", "red", 20));
+  ASSERT_TRUE(watch.AwaitColour(kPlayedRed));
+  for (const char* script : {"auto_profiles", "commands", "console", "osc", "positioning", "select",
+                             "stats", "ytdl_hook"}) {
+    std::array<const char*, 4> message{"script-message-to", script, "hello", nullptr};
+    EXPECT_LT(command(handle, message.data()), 0) << script;
+  }
+  for (const QString& thread :
+       QDir("/proc/self/task").entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
+    QFile name("/proc/self/task/" + thread + "/comm");
+    ASSERT_TRUE(name.open(QIODevice::ReadOnly));
+    EXPECT_FALSE(name.readAll().contains("lua"));
+  }
+  EXPECT_EQ(textOf("input-bindings"), "[]");
+  EXPECT_EQ(textOf("current-clipboard-backend"), "");
   form.reset();
 }
 

@@ -22,17 +22,22 @@ namespace kelvane {
 namespace {
 
 // No file, script, key or window of the player's own: it plays the file that it is given, opens no
-// other, and that is all.
+// other, and that is all. A release of the library refuses the options that it doesn't have.
 constexpr std::pair<const char*, const char*> kOptions[] = {
     {"config", "no"},
     {"load-scripts", "no"},
     {"load-stats-overlay", "no"},
-    {"load-osd-console", "no"},
+    {"load-osd-console", "no"},  // which is called load-console by newer releases
+    {"load-console", "no"},
+    {"load-select", "no"},
+    {"load-positioning", "no"},
+    {"load-commands", "no"},
     {"load-auto-profiles", "no"},
     {"osc", "no"},
     {"ytdl", "no"},
     {"terminal", "no"},
-    {"input-default-bindings", "no"},
+    {"input-builtin-bindings", "no"},
+    {"clipboard-backends", ""},
     {"autoload-files", "no"},
     {"access-references", "no"},
     {"demuxer-lavf-o", "protocol_whitelist=none"},  // what that file names is opened by no protocol
@@ -48,6 +53,7 @@ constexpr std::pair<const char*, const char*> kOptions[] = {
     {"video-align-x", "-1"},
     {"video-align-y", "-1"},
     {"video-rotate", "no"},
+    {"video-crop", "0x0+0+0"},  // none, not even the file's own
     {"profile", "sw-fast"},
     {"ao", "pulse,alsa"},  // newer sound servers answer to the first as well
     {"audio-fallback-to-null", "yes"},
