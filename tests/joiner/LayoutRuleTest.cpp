@@ -43,6 +43,17 @@ TEST_F(JoinerStart, TheChartsScrollBarHasItsStepsAndNoTabStop) {
   EXPECT_EQ(bar->focusPolicy() & Qt::TabFocus, 0);
 }
 
+TEST(JoinersChartScrollBar, BeginsAtNoughtAndIsNoTabStopWhateverItWasBefore) {
+  Form4 form;
+  auto& bar = form.Find<HScrollBar>(QStringLiteral("HScroll1"));
+  bar.setMin(5);
+  bar.setTabStop(true);
+  form.Load();
+  const auto* widget = bar.findChild<QScrollBar*>();
+  EXPECT_EQ(widget->minimum(), 0);
+  EXPECT_EQ(widget->focusPolicy() & Qt::TabFocus, 0);
+}
+
 TEST_F(JoinerStart, TheTableHasThreeColumnsOfTheDefaultWidthAndWholeRows) {
   const auto* table = Table().findChild<QTreeView*>();
   Texts headings;

@@ -109,6 +109,17 @@ TEST_F(Transcoding, LocksTheListAndIgnoresWhatTheToolsPrint) {
   EXPECT_EQ(Shown(TotalDurationSeconds), "01,800");
 }
 
+TEST_F(Transcoding, ASectionWhoseBlockWasBeingReadGetsARowAndNoStrip) {
+  AddSectionOf("a.mp4", "00:10:00.00");
+  Get<TextBox>("Text1").Change = [&](int) {
+    Get<TextBox>("Text1").Change = nullptr;
+    TranscodeAll();
+  };
+  AddSectionOf("b.mp4", "00:10:00.00");
+  EXPECT_EQ(Rows().size(), 2U);
+  EXPECT_EQ(Strips().size(), 1U);
+}
+
 TEST_F(Transcoding, PaintsEachOfItsCaptions) {
   AddThree();
   PumpOnce();

@@ -2,6 +2,7 @@
 #include <QApplication>
 #include <QMenu>
 #include <QMenuBar>
+#include <QTest>
 
 #include "sections/SectionWindowTest.h"
 
@@ -140,6 +141,24 @@ TEST_F(ContextMenu, RoundsThePlaceOfTheMouseHalfToEven) {
     Choose("mnu_End");
     EXPECT_EQ(NeedleBox(EndNeedle).Left(), left) << x << " seen";
   }
+}
+
+TEST_F(ContextMenu, SetsAndShowsTheStartByTheRoundedPlace) {
+  MoveOver(Strip(), 2.5);
+  Choose("mnu_Start");
+  EXPECT_EQ(NeedleBox(StartNeedle).Left(), 2);
+  EXPECT_EQ(Time(SectionStart), "00:00:02");
+}
+
+// Below the arrows' bar there is a strip of the frame itself.
+TEST_F(ContextMenu, OpensByARightClickOnTheFrameBesideTheStrip) {
+  const QPoint below(300, Frame().height() - 4);
+  const QPoint place = Frame().mapTo(form_.get(), below);
+  ASSERT_EQ(form_->childAt(place), &Frame());
+  QTest::mouseClick(form_->windowHandle(), Qt::RightButton, {}, place);
+  EXPECT_TRUE(Open());
+  Choose("mnu_End");
+  EXPECT_EQ(NeedleBox(EndNeedle).Left(), 298) << "within the frame's border of two pixels";
 }
 
 TEST_F(ContextMenu, GoesByTheFramesPlaceWhereTheFrameWasClicked) {

@@ -89,10 +89,12 @@ TEST_F(Highlight, AMoveOverATrackPutsTheOutlineRoundIt) {
 TEST_F(Highlight, AMoveOverATrackPutsTheThumbsOutlineRoundItsThumb) {
   Thumb(Accuracy).setLeft(3000);
   Thumb(Zoom).setLeft(4000);
+  Disarrange(Get<Shape>("Shape2", Accuracy));
   MoveOver(Track(Accuracy));
   EXPECT_EQ(Get<Shape>("Shape2", Accuracy).Left(), 2999);
   EXPECT_EQ(Get<Shape>("Shape2", Accuracy).Top(), -1);
   EXPECT_EQ(Get<Shape>("Shape2", Accuracy).Width(), 137);
+  EXPECT_EQ(Get<Shape>("Shape2", Accuracy).Height(), 377);
   EXPECT_EQ(Get<Shape>("Shape2", Zoom).Left(), 719) << "the others stay where they were";
 }
 

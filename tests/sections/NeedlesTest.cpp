@@ -77,6 +77,7 @@ class NeedlesDragged : public Needles, public ::testing::WithParamInterface<Drag
 TEST_P(NeedlesDragged, ReadThese) {
   const Dragged& row = GetParam();
   DragTo(NeedleBox(StartNeedle), row.start);
+  Span().SetEnds(1, 2, 3, 4);
   DragTo(NeedleBox(EndNeedle), row.end);
   EXPECT_EQ(Time(SectionStart), row.startTime);
   EXPECT_EQ(Time(SectionEnd), row.endTime);

@@ -43,6 +43,13 @@ class SectionWindowTest : public OpenWindowTest<Form3> {
   static void MoveOver(Control& control, float x = 1) {
     control.MouseMove(At(control, kNoButton, x));
   }
+  // Puts a control where no rule of the window puts one.
+  static void Disarrange(Control& control) {
+    control.setLeft(11);
+    control.setTop(22);
+    control.setWidth(33);
+    control.setHeight(44);
+  }
   void MoveOverTheWindow() const {
     MovePointerOver(*form_->findChild<Container*>(QString(), Qt::FindDirectChildrenOnly));
   }

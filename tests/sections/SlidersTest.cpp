@@ -73,6 +73,9 @@ TEST_F(Sliders, MoveWithTheLeftButtonAlone) {
 }
 
 TEST_F(Sliders, TheirOutlinesFollowAllTogether) {
+  for (int slider = StepSize; slider <= UnSharpLY; ++slider) {
+    Disarrange(Get<Shape>("Shape2", slider));
+  }
   Thumb(Shakiness).setLeft(3000);
   DragTo(Thumb(Accuracy), 5000);
   EXPECT_EQ(Get<Shape>("Shape2", Accuracy).Left(), 4999);

@@ -59,7 +59,7 @@ inline const DesignRows kDesign = {
     {"Shape1", "Shape", "", {360, 1560, 3735, 615}, "", kShown},
 };
 
-// The read-outs. They overlap nothing but the frames behind them.
+// The read-outs. Some of the fixed names reach under the number on their right.
 inline const DesignRows kReadOuts = {
     {"Label1(0)", "Label", "Width", {600, 1800, 615, 255}, "", kShown},
     {"Label1(1)", "Label", "0,000", {1200, 1800, 615, 255}, "", kShown},

@@ -25,9 +25,12 @@ class Playback : public MainWindowTest {
     ASSERT_TRUE(watch_.AwaitColour(kPlayedRed));
   }
 
+  void PushHiddenButton(int index) const {
+    Get<CommandButton>("Command1", index).findChild<QPushButton*>()->click();
+  }
   void StartFresh() const {
     const DialogAnswers answers({PressButton(QMessageBox::Yes)});
-    Get<CommandButton>("Command1", StartFreshButton).findChild<QPushButton*>()->click();
+    PushHiddenButton(StartFreshButton);
   }
 
   std::string PauseState() const {
@@ -78,6 +81,15 @@ TEST_F(Playback, RunsTheLoadedVideo) {
   EXPECT_TRUE(watch_.Moves());
   EXPECT_EQ(wmp_.pos(), QPoint(0, 0));
   EXPECT_EQ(wmp_.size(), QSize(320, 180));
+}
+
+TEST_F(Playback, IsRunAndStoppedByTheHiddenRowAsWell) {
+  const QString file = LoadRed();
+  PushHiddenButton(RunVideo);
+  EXPECT_EQ(wmp_.URL(), file);
+  EXPECT_TRUE(watch_.AwaitColour(kPlayedRed));
+  PushHiddenButton(StopVideo);
+  EXPECT_TRUE(watch_.AwaitColour(kNothingPlayed));
 }
 
 TEST_F(Playback, LiesUnderTheBars) {

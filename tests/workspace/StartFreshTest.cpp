@@ -37,8 +37,6 @@ TEST_F(HiddenRow, LoadsAndTogglesAndPreviewsAndCropsLikeTheCommands) {
   EXPECT_EQ(Path().Text(), video);
   PushButton(PauseVideo);
   EXPECT_EQ(Get<CommandButton>("Command1", PauseVideo).Caption().toStdString(), "Paused");
-  PushButton(RunVideo);
-  PushButton(StopVideo);
   PushButton(PreviewCroppedVideo);
   EXPECT_EQ(tools_.Runs().back(), "ffplay | -i | " + video.toStdString() + " | -vf | crop=0:0:0:0");
   const DialogAnswers answers({TypeFile(QStringLiteral("/tmp/out.mp4"))});

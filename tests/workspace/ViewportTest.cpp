@@ -101,6 +101,20 @@ TEST_F(Viewport, ASmallVideoSlidesOutOfTheViewportAsWell) {
   EXPECT_EQ(Canvas().Top(), -240);
 }
 
+TEST_F(Viewport, TheFarEdgeOfALargeVideoIsReachedWhereTheViewportHasRoomForTheRestAlone) {
+  LoadVideoOf(1920, 1080);
+  Across().setValue(Across().Max());
+  const auto& viewport = Get<PictureBox>("Picture1", ViewportBox);
+  const auto columnsOutOfReach = [&] {
+    return Canvas().Left() + Canvas().Width() - viewport.Width();
+  };
+  form_->setWidth((1152 + 61) * 15);
+  EXPECT_EQ(viewport.Width(), 1152);
+  EXPECT_EQ(columnsOutOfReach(), 0);
+  form_->setWidth(16665);
+  EXPECT_EQ(columnsOutOfReach(), 102) << "in the narrowest window";
+}
+
 TEST_F(Viewport, TheCanvasFollowsTheThumbWhileItIsDragged) {
   LoadVideoOf(1920, 1080);
   auto* bar = Across().findChild<QScrollBar*>();
