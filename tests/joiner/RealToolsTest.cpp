@@ -1,15 +1,18 @@
 // Clips joined and wrapped by the real tools.
+#include <QFileDialog>
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QTemporaryDir>
 
-#include "joiner/JoinerWindowTest.h"
+#include "joiner/JoinTest.h"
 #include "platform/App.h"
+#include "support/Videos.h"
 
 namespace kelvane::testing {
 namespace {
 
-class RealJoin : public JoinerWindowTest {
+class RealJoin : public JoinTest {
  protected:
   RealJoin() {
     // A folder of its own with the real tools: the list file is written there.
@@ -122,6 +125,128 @@ TEST_F(RealJoin, AnApostropheOrARemovedSectionSpoilsTheJoinAndNoFileIsTouched) {
   JoinTo(InFolder("none.mp4"));
   EXPECT_EQ(ContentOf(first) + ContentOf(second), before);
   EXPECT_FALSE(QFile::exists(InFolder("none.mp4")));
+}
+
+// What the joiner's own command lines can cost.
+class CostOfAJoin : public RealJoin {
+ protected:
+  // Files that a command line names without a folder lie there as well.
+  CostOfAJoin() { QDir::setCurrent(tools_.Path()); }
+  ~CostOfAJoin() override { QDir::setCurrent(former_); }
+
+  void WriteFile(const QString& name, const char* content) const {
+    QFile file(InFolder(name));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(content);
+  }
+
+ private:
+  const QString former_ = QDir::currentPath();
+};
+
+TEST_F(CostOfAJoin, AnOutputWhoseNameBeginsWithASectionsAndABlankEmptiesThatSection) {
+  const QString first = MakeClip("a.mp4", 1);
+  const QString second = MakeClip("b.mp4", 1);
+  const std::string before = ContentOf(second);
+  Add(first);
+  Add(second);
+  JoinTo(InFolder("a.mp4 + b.mp4"));
+  EXPECT_EQ(ContentOf(first), "");
+  EXPECT_EQ(ContentOf(second), before);
+  EXPECT_FALSE(QFile::exists(InFolder("a.mp4 + b.mp4")));
+}
+
+TEST_F(CostOfAJoin, ASectionThatIsChosenAsTheOutputIsLost) {
+  const QString first = MakeClip("a.mp4", 1);
+  const QString second = MakeClip("b.mp4", 2);
+  Add(first);
+  Add(second);
+  JoinTo(second);
+  EXPECT_EQ(PicturesIn(second), 25) << "the first section's alone";
+  JoinTo(first);
+  EXPECT_LT(PicturesIn(first), 25);
+}
+
+TEST_F(CostOfAJoin, AnApostropheAndALineBreakInANameAddALineToTheList) {
+  MakeClip("a.mp4", 1);
+  MakeClip("b.mp4", 2);
+  const QString crafted = InFolder("a.mp4'\nfile 'b.mp4");
+  WriteFile("a.mp4'\nfile 'b.mp4", "not a video");
+  const DialogAnswers answers({[&](QDialog& dialog) {
+    auto* files = qobject_cast<QFileDialog*>(&dialog);
+    ASSERT_NE(files, nullptr);
+    files->selectFile(crafted);
+    dialog.accept();
+  }});
+  Give(AddVideoSection);
+  ASSERT_EQ(PathsListed(), Texts{crafted.toStdString()});
+  const QString output = InFolder("all.mp4");
+  JoinTo(output);
+  EXPECT_EQ(PicturesIn(output), 3 * 25) << "of two files that nobody added";
+}
+
+TEST_F(CostOfAJoin, ABlankInASectionsNameCanMakeTranscodingReplaceAnotherFile) {
+  MakeClip("clip.mp4", 1);
+  WriteFile("precious.mp4", "somebody's work");
+  WriteFile("clip.mp4 -y precious.mp4", "not a video");
+  Add(InFolder("clip.mp4 -y precious.mp4"));
+  TranscodeAll();
+  EXPECT_EQ(PicturesIn(InFolder("precious.mp4")), 25);
+}
+
+TEST_F(CostOfAJoin, ABlankInAFoldersNameCanMakeTranscodingReplaceAFileAnywhere) {
+  MakeClip("clip.mp4", 1);
+  QTemporaryDir elsewhere;
+  const QString precious = elsewhere.filePath("precious.mp4");
+  QFile file(precious);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+  file.close();
+  const QString crafted = "clip.mp4 -y " + precious;
+  ASSERT_TRUE(QDir(tools_.Path()).mkpath("clip.mp4 -y " + elsewhere.path()));
+  WriteFile(crafted, "not a video");
+  Add(InFolder(crafted));
+  TranscodeAll();
+  EXPECT_EQ(PicturesIn(precious), 25);
+}
+
+TEST_F(CostOfAJoin, ASectionNamedAsATransportStreamIsReplacedBeforeItIsRead) {
+  Add(MakeClip("a.mp4", 1));
+  Add(MakeClip("intermediate01.ts", 2));
+  TranscodeAll();
+  EXPECT_EQ(PicturesIn(InFolder("intermediate01.ts")), 25) << "of the first section";
+  EXPECT_EQ(PicturesIn(InFolder("intermediate02.ts")), 25) << "the same once more";
+}
+
+TEST_F(CostOfAJoin, ASecondWindowsListReplacesTheFirstOnesDuringTheWait) {
+  Add(MakeClip("a.mp4", 1));
+  const QString other = MakeClip("b.mp4", 2);
+  Form4 second;
+  second.Load();
+  second.Show();
+  {
+    const DialogAnswers answers({TypeFile(other)});
+    Release(second.Find<Label>(Member("Label1", AddVideoSection)), Qt::LeftButton);
+  }
+  DuringTheWait([&] {
+    const DialogAnswers answers({TypeFile(InFolder("second.mp4")), PressButton(QMessageBox::Ok)});
+    Release(second.Find<Label>(Member("Label1", JoinAllSections)), Qt::LeftButton);
+  });
+  JoinTo(InFolder("first.mp4"));
+  EXPECT_EQ(PicturesIn(InFolder("second.mp4")), 2 * 25);
+  EXPECT_EQ(PicturesIn(InFolder("first.mp4")), 2 * 25) << "the second window's section";
+}
+
+// As docs/faults.md tells the user to.
+TEST_F(CostOfAJoin, AFalseSuccessIsExplainedByTheSameLineRunByHand) {
+  Add(MakeClip("it's.mp4", 1));
+  JoinTo(InFolder("all.mp4"));
+  EXPECT_EQ(Shown(ProcessLine), "Process: Video Created.");
+  QString printed;
+  EXPECT_FALSE(kelvane::RunTool("ffmpeg",
+                                {"-f", "concat", "-safe", "0", "-i", InFolder("files.txt"), "-c",
+                                 "copy", "-y", InFolder("all.mp4")},
+                                &printed));
+  EXPECT_TRUE(printed.contains("Impossible to open")) << printed.toStdString();
 }
 
 }  // namespace

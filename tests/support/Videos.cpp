@@ -94,6 +94,18 @@ bool MakeColours(const QString& path, QSize size, const QList<QRgb>& colours) {
   return MakeWithTone(path, pictures + joined + QStringLiteral("concat=n=%1").arg(count), count);
 }
 
+// FFmpeg 5.1 writes it by a word among the metadata, FFmpeg 7 by an option of the input.
+bool MakeTurned(const QString& path, const QString& turned, int degrees) {
+  const QString angle = QString::number(degrees);
+  const QStringList quiet = {"-v", "error", "-y"};
+  const QStringList copy = {"-i", path, "-c", "copy"};
+  return RunTool(QStringLiteral("ffmpeg"),
+                 quiet + QStringList{"-display_rotation", angle} + copy + QStringList{turned}) ||
+         RunTool(
+             QStringLiteral("ffmpeg"),
+             quiet + copy + QStringList{"-metadata:s:v", "rotate=" + angle} + QStringList{turned});
+}
+
 QSize VideoSize(const QString& path) {
   QString printed;
   RunTool(QStringLiteral("ffprobe"),
@@ -111,17 +123,29 @@ double VideoSeconds(const QString& path) {
   return printed.trimmed().toDouble();
 }
 
-int Pictures(const QString& path) {
+int DecodedPictures(const QString& path) {
   QString printed;
-  const bool sound =
-      RunTool(QStringLiteral("ffmpeg"), {"-v", "error", "-i", path, "-f", "null", "-"}, &printed);
-  if (!sound || !printed.isEmpty()) return -1;
   RunTool(QStringLiteral("ffprobe"),
-          {"-v", "error", "-select_streams", "v:0", "-count_frames", "-show_entries",
+          {"-v", "quiet", "-select_streams", "v:0", "-count_frames", "-show_entries",
            "stream=nb_read_frames", "-of", "csv=p=0", path},
           &printed);
   // Of a transport stream it is told once more for its programme.
   return printed.section(QLatin1Char('\n'), 0, 0).remove(QLatin1Char(',')).trimmed().toInt();
+}
+
+int Pictures(const QString& path) {
+  QString printed;
+  const bool sound =
+      RunTool(QStringLiteral("ffmpeg"), {"-v", "error", "-i", path, "-f", "null", "-"}, &printed);
+  return sound && printed.isEmpty() ? DecodedPictures(path) : -1;
+}
+
+QString PicturesSum(const QString& path) {
+  QString printed;
+  const bool made = RunTool(
+      QStringLiteral("ffmpeg"),
+      {"-v", "error", "-noautorotate", "-i", path, "-map", "0:v:0", "-f", "md5", "-"}, &printed);
+  return made ? printed.trimmed() : QString();
 }
 
 }  // namespace kelvane

@@ -27,11 +27,20 @@ bool MakeChequers(const QString& path, QSize size, int seconds);
 // pictures a second. False if it can't be made.
 bool MakeColours(const QString& path, QSize size, const QList<QRgb>& colours);
 
+// A copy of a video with a note for players to turn it so many degrees against the clock, a quarter
+// turn or a half one, as telephones write. False if it can't be made.
+bool MakeTurned(const QString& path, const QString& turned, int degrees);
+
 // The size of the file's first picture stream; empty if it has none.
 QSize VideoSize(const QString& path);
 // How long the file says it lasts; 0 if it doesn't say.
 double VideoSeconds(const QString& path);
-// The number of pictures that decode; -1 if the file doesn't decode without complaint.
+// The number of pictures that decode.
+int DecodedPictures(const QString& path);
+// The same; -1 if the file doesn't decode without complaint.
 int Pictures(const QString& path);
+
+// A sum over every picture of the file as it decodes, without any turning; empty if it doesn't.
+QString PicturesSum(const QString& path);
 
 }  // namespace kelvane

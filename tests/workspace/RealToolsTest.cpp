@@ -1,4 +1,5 @@
 // What the real probe tool says of files that trip the readings, and what becomes of it.
+#include <QDir>
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
@@ -6,6 +7,7 @@
 
 #include "platform/App.h"
 #include "shared/SharedValues.h"
+#include "support/Videos.h"
 #include "workspace/MainWindowTest.h"
 
 namespace kelvane::testing {
@@ -28,6 +30,19 @@ class RealTools : public MainWindowTest {
     ASSERT_EQ(tool.exitCode(), 0) << tool.readAllStandardError().toStdString();
     Pick(file);
     ASSERT_EQ(Path().Text(), file);
+  }
+  QString InFolder(const char* name) const {
+    return tools_.Path() + QLatin1Char('/') + QLatin1String(name);
+  }
+  // Crop Video with that output, to the job's end. The numbers are those of the next tick.
+  void CropTheRegionTo(const QString& output) const {
+    Tick(Get<Timer>("Timer2"));
+    CropTo(output);
+    ASSERT_NE(JobWindow(), nullptr);
+    RunJob(*JobWindow());
+    EXPECT_EQ(JobWindow()->Find<Label>(QStringLiteral("Label1(2)")).Caption(),
+              QStringLiteral("Progress: 100 % Complete: Status: Cropping Successful"));
+    Release(JobWindow()->Find<Label>(QStringLiteral("Label2")));
   }
   static QStringList Source(const char* size) {
     return {"-f", "lavfi", "-i", QStringLiteral("testsrc2=duration=2:size=%1").arg(size)};
@@ -80,6 +95,110 @@ TEST_F(RealTools, AFileThatCannotBeReadKeepsTheOldState) {
   EXPECT_EQ(Number(SourceWidth), "0,640");
   EXPECT_EQ(Number(SourceHeight), "0,360");
   EXPECT_EQ(VideoDuration.toStdString(), "00:00:02");
+}
+
+TEST_F(RealTools, AnOutputsNameWithABlankBehindItsExtensionMakesASecondFileUncropped) {
+  LoadMade("clip.mp4", Source("320x240"));
+  const QString former = QDir::currentPath();
+  ASSERT_TRUE(QDir(tools_.Path()).mkdir("current"));
+  QDir::setCurrent(InFolder("current"));
+  CropTheRegionTo(InFolder("my.mp4 holiday.mp4"));
+  QDir::setCurrent(former);
+  EXPECT_EQ(VideoSize(InFolder("my.mp4")), QSize(314, 234)) << "even, as its colours need";
+  EXPECT_EQ(VideoSize(InFolder("current/holiday.mp4")), QSize(320, 240));
+}
+
+// As docs/faults.md tells the user to.
+TEST_F(RealTools, AFalseSuccessIsExplainedByTheSameLineRunByHand) {
+  LoadMade("clip.mp4", Source("320x240"));
+  const QString existing = tools_.File("existing.mp4");
+  CropTheRegionTo(existing);
+  const auto shown = [&](ReadOut number) {
+    return QString::fromStdString(Number(number)).remove(',').toInt();
+  };
+  const QString filter = QStringLiteral("crop=%1:%2:%3:%4")
+                             .arg(shown(RegionWidth))
+                             .arg(shown(RegionHeight))
+                             .arg(shown(RegionLeft))
+                             .arg(shown(RegionTop));
+  EXPECT_EQ(filter, "crop=315:235:0:0");
+  QString printed;
+  EXPECT_FALSE(RunTool("ffmpeg", {"-i", Path().Text(), "-vf", filter, existing}, &printed));
+  EXPECT_TRUE(printed.contains("already exists")) << printed.toStdString();
+}
+
+TEST_F(RealTools, AListUnderAVideosNameIsReadAsTheFileThatItNames) {
+  LoadMade("other.mp4", Source("320x240"));
+  LoadMade("first.mp4", Source("640x360"));
+  QFile list(InFolder("movie.mp4"));
+  ASSERT_TRUE(list.open(QIODevice::WriteOnly));
+  list.write("ffconcat version 1.0\nfile other.mp4\n");
+  list.close();
+  Pick(list.fileName());
+  EXPECT_EQ(Number(SourceWidth), "0,320");
+  EXPECT_EQ(Number(SourceHeight), "0,240");
+}
+
+// The tool turns the picture before it crops, so that the region is another one than on show.
+class TurnedVideo : public RealTools {
+ protected:
+  TurnedVideo() {
+    EXPECT_TRUE(MakeVideo(InFolder("plain.mp4"), QSize(320, 240), 1));
+    EXPECT_TRUE(MakeTurned(InFolder("plain.mp4"), InFolder("phone.mp4"), 90));
+  }
+};
+
+TEST_F(TurnedVideo, IsShownAsItIsStoredAndATallerRegionThanTheTurnedPictureMakesNoVideo) {
+  Pick(InFolder("phone.mp4"));
+  EXPECT_EQ(Number(SourceWidth), "0,320");
+  EXPECT_EQ(Number(SourceHeight), "0,240");
+  CropTheRegionTo(InFolder("cropped.mp4"));
+  EXPECT_LE(VideoSize(InFolder("cropped.mp4")).width(), 0);
+}
+
+TEST_F(TurnedVideo, IsCroppedElsewhereThanTheRegionLies) {
+  Pick(InFolder("phone.mp4"));
+  Bar(RightBar).setLeft(100);
+  Bar(BaseBar).setTop(100);
+  CropTheRegionTo(InFolder("cropped.mp4"));
+  const QStringList crop = {"-i", InFolder("phone.mp4"), "-vf", "crop=100:100:0:0"};
+  ASSERT_TRUE(RunTool("ffmpeg", crop + QStringList{InFolder("turned.mp4")}));
+  ASSERT_TRUE(
+      RunTool("ffmpeg", QStringList{"-noautorotate"} + crop + QStringList{InFolder("marked.mp4")}));
+  EXPECT_EQ(PicturesSum(InFolder("cropped.mp4")), PicturesSum(InFolder("turned.mp4")));
+  EXPECT_NE(PicturesSum(InFolder("cropped.mp4")), "");
+  EXPECT_NE(PicturesSum(InFolder("cropped.mp4")), PicturesSum(InFolder("marked.mp4")));
+}
+
+TEST_F(TurnedVideo, IsCroppedWhereTheRegionLiesOnceItWasTurnedForGood) {
+  ASSERT_TRUE(
+      RunTool("ffmpeg", {"-i", InFolder("phone.mp4"), "-c:a", "copy", InFolder("upright.mp4")}));
+  Pick(InFolder("upright.mp4"));
+  EXPECT_EQ(Number(SourceWidth), "0,240");
+  EXPECT_EQ(Number(SourceHeight), "0,320");
+  CropTheRegionTo(InFolder("cropped.mp4"));
+  EXPECT_EQ(VideoSize(InFolder("cropped.mp4")), QSize(234, 314));
+}
+
+using Covered = RealTools;
+
+TEST_F(Covered, IsLoadedInItsOwnSizeOnceTheCoverWasLeftOut) {
+  ASSERT_TRUE(MakeVideo(InFolder("plain.mp4"), QSize(1280, 720), 1));
+  LoadMade("cover.png", {"-f", "lavfi", "-i", "color=red:size=100x100", "-frames:v", "1"});
+  ASSERT_TRUE(RunTool(
+      "ffmpeg", {"-i", InFolder("plain.mp4"), "-i", InFolder("cover.png"), "-map", "0", "-map", "1",
+                 "-c", "copy", "-disposition:v:1", "attached_pic", InFolder("video.mp4")}));
+  ASSERT_TRUE(RunTool("ffmpeg", {"-i", InFolder("video.mp4"), "-map", "0:V", "-map", "0:a", "-c",
+                                 "copy", InFolder("bare.mp4")}));
+  Pick(InFolder("bare.mp4"));
+  EXPECT_EQ(Number(SourceWidth), "1,280");
+  EXPECT_EQ(Number(SourceHeight), "0,720");
+  QString streams;
+  RunTool(
+      "ffprobe",
+      {"-v", "error", "-show_entries", "stream=codec_type", "-of", "csv=p=0", InFolder("bare.mp4")},
+      &streams);
+  EXPECT_EQ(streams.simplified(), "video audio");
 }
 
 }  // namespace
