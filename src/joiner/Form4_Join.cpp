@@ -62,8 +62,8 @@ void Form4::JoinSections(DOSOutputs& objDOS) {
   }
 }
 
-// The list stands beside the tools. Where a program is installed for everybody, its user can't
-// write there, and nobody's list may be in the way of another's: then it has a private place.
+// The list stands beside the tools. Where it can't be written whole there, as on a full disk or by
+// the user of a program that is installed for everybody, it has a private place.
 std::string Form4::WriteListFile(const std::string& tools) const {
   std::string beside = tools + "/files.txt";
   if (WriteListTo(FromNarrow(beside)) || QFileInfo(FromNarrow(beside)).isDir()) return beside;
@@ -71,15 +71,20 @@ std::string Form4::WriteListFile(const std::string& tools) const {
   return !elsewhere.empty() && WriteListTo(FromNarrow(elsewhere)) ? elsewhere : beside;
 }
 
-// Removed sections have their lines as well. What can't be written leaves what is there.
+// Removed sections have their lines as well. What can't be removed is left as it is, and of a list
+// that can't be written whole nothing is left.
 bool Form4::WriteListTo(const QString& path) const {
+  std::string lines;
+  for (int i = 0; i < List1.ListCount(); ++i) lines += ToNarrow(ListFileLine(List1.List(i)));
+  const auto size = static_cast<qint64>(lines.size());
   QFile file(path);
   file.remove();  // a link goes itself, not what it leads to
-  if (QFileInfo(path).isSymLink() || !file.open(QIODevice::WriteOnly)) return false;
-  for (int i = 0; i < List1.ListCount(); ++i) {
-    file.write(QByteArray::fromStdString(ToNarrow(ListFileLine(List1.List(i)))));
-  }
-  return true;
+  if (!file.open(QIODevice::NewOnly | QIODevice::Unbuffered)) return false;
+  const bool written = file.write(lines.data(), size) == size;
+  file.close();
+  if (written && file.error() == QFileDevice::NoError) return true;
+  file.remove();
+  return false;
 }
 
 // From now on no section comes in any more. The mode ends with the transport streams.
