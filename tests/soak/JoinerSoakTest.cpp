@@ -1,4 +1,6 @@
 // One joiner that joins over and over.
+#include <QPixmapCache>
+
 #include "joiner/JoinerWindowTest.h"
 #include "soak/ClockAhead.h"
 #include "soak/Soak.h"
@@ -39,6 +41,8 @@ TEST_F(JoinerSoak, AThousandJoins) {
   const auto round = [&](int) {
     EXPECT_EQ(JoinTo(output).size(), std::size_t{2});
     PumpOnce();
+    // Qt 6.8 caches a box's icon anew each time, until its limit of 10 MiB; Qt 6.4 doesn't.
+    QPixmapCache::clear();
   };
   ExpectFlat({.warmUp = 200, .rounds = 800, .round = round, .keptOnPurpose = [&] {
                 return static_cast<std::size_t>(Intermediates().ListCount()) * line;
