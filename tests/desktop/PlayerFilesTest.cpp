@@ -40,6 +40,19 @@ class PlayerFiles : public Playing {
     ExpectGoodFilePlays();
   }
 
+  // As it is stored: the picture reaches to the last pixel of the canvas and no farther. What was
+  // loaded before plays until then.
+  void ExpectEveryPixelOf(const QString& path, QSize size) {
+    ASSERT_NO_FATAL_FAILURE(LoadAndRun(path, size));
+    EXPECT_TRUE(WaitFor([&] {
+      const QImage inside = window.Inside(size);
+      const QRect corner(inside.width() - 40, inside.height() - 40, 40, 40);
+      return CountOf(inside, corner, kBlack) < 40 * 40 / 2;
+    }));
+    EXPECT_TRUE(AwaitMoving(size));
+    EXPECT_TRUE(BarsLieOver(size));
+  }
+
   void ExpectCleanEnd() {
     CloseAndExpectEnd();
     EXPECT_EQ(program.Printed(), "");
@@ -76,26 +89,24 @@ TEST_F(PlayerFiles, OfEveryShapePlay) {
        {336, 200},
        {"-pix_fmt", "yuv420p", "-preset", "ultrafast", "-vf", "select=lt(n\\,25)+not(mod(n\\,4))",
         "-fps_mode", "vfr"}},
-      {"rotated.mp4",
-       {352, 208},
-       {"-pix_fmt", "yuv420p", "-preset", "ultrafast", "-metadata:s:v", "rotate=90"}},
   };
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
   for (const Clip& clip : clips) {
     SCOPED_TRACE(clip.name);
     const QString path = MakeClip(clip);
     ASSERT_FALSE(path.isEmpty());
-    ASSERT_NO_FATAL_FAILURE(LoadAndRun(path, clip.size));
-    // As it is stored: the picture reaches to the last pixel of the canvas and no farther. The clip
-    // before plays until then.
-    EXPECT_TRUE(WaitFor([&] {
-      const QImage inside = window.Inside(clip.size);
-      const QRect corner(inside.width() - 40, inside.height() - 40, 40, 40);
-      return CountOf(inside, corner, kBlack) < 40 * 40 / 2;
-    }));
-    EXPECT_TRUE(AwaitMoving(clip.size));
-    EXPECT_TRUE(BarsLieOver(clip.size));
+    ExpectEveryPixelOf(path, clip.size);
   }
+  ExpectCleanEnd();
+}
+
+TEST_F(PlayerFiles, WithANoteToTurnThemPlayAsTheyAreStored) {
+  const QSize size(352, 208);
+  ASSERT_NO_FATAL_FAILURE(OpenWindow());
+  const QString path = program.PathOf("turned.mp4");
+  ASSERT_TRUE(MakeTurned(
+      MakeClip({"plain.mp4", size, {"-pix_fmt", "yuv420p", "-preset", "ultrafast"}}), path, 90));
+  ExpectEveryPixelOf(path, size);
   ExpectCleanEnd();
 }
 

@@ -91,15 +91,33 @@ TEST_F(PlayerFiles, OfPixelsThatAreNoSquaresAreShownAsTheyAreStored) {
 }
 
 TEST_F(PlayerFiles, WithANoteToTurnThemAreShownAsTheyAreStored) {
-  const QString plain = Make("plain.mp4", Plain("160x90"));
-  const QString turned =
-      Make("turned.mp4", {"-i", plain, "-c", "copy", "-metadata:s:v", "rotate=90"});
+  const QString turned = Write("turned.mp4", {});
+  ASSERT_TRUE(MakeTurned(Make("plain.mp4", Plain("160x90")), turned, 90));
   QString printed;
   ASSERT_TRUE(RunTool(QStringLiteral("ffprobe"),
                       {"-v", "error", "-show_entries", "stream_side_data=rotation", turned},
                       &printed));
-  ASSERT_TRUE(printed.contains(QLatin1String("rotation=90"))) << printed.toStdString();
+  ASSERT_TRUE(printed.contains(QLatin1String("90"))) << printed.toStdString();
   player.setURL(turned);
+  EXPECT_TRUE(AwaitBlue(QSize(160, 90)));
+  ExpectTheNextFilePlays();
+}
+
+// In the place of its shape on show the track gets a border of 32 pixels on the left and 9 at the
+// top.
+TEST_F(PlayerFiles, WithANoteToCutTheirEdgesOffAreShownAsTheyAreStored) {
+  const QString plain =
+      Make("plain.mkv",
+           Plain("160x90") + QStringList{"-vf", "setsar=2", "-write_crc32", "0"} + Lossless());
+  QByteArray content = ContentOf(plain);
+  const auto replace = [&content](const char* before, const char* after) {
+    const QByteArray display = QByteArray::fromHex(before);
+    ASSERT_EQ(content.count(display), 1) << before;
+    content.replace(display, QByteArray::fromHex(after));
+  };
+  replace("54b08120", "54cc8120");
+  replace("54ba8109", "54bb8109");
+  player.setURL(Write("cut.mkv", content));
   EXPECT_TRUE(AwaitBlue(QSize(160, 90)));
   ExpectTheNextFilePlays();
 }
@@ -139,6 +157,20 @@ TEST_F(PlayerFiles, OfAnotherSizeThanTheOneBeforeAreShownInTheirOwn) {
   EXPECT_TRUE(AwaitBlue(QSize(160, 90)));
   player.setURL(Make("two.mkv", Plain("100x140") + Lossless()));
   EXPECT_TRUE(AwaitBlue(QSize(100, 140)));
+}
+
+// As of a broadcast that was put together out of two. Not every release of the library goes back.
+TEST_F(PlayerFiles, WhoseTimesJumpBackHaveNoPositionBeforeTheBeginning) {
+  const QByteArray late = ContentOf(
+      Make("late.ts", Plain("320x180", "25", "1") + QStringList{"-output_ts_offset", "60"}));
+  const QByteArray early = ContentOf(Make("early.ts", Plain("320x180", "25", "2")));
+  player.setURL(Write("both.ts", late + early));
+  bool isNegative = false;
+  EXPECT_TRUE(PumpUntil([&] {
+    isNegative |= player.controls.currentPositionString().contains(QLatin1Char('-'));
+    return !watch.Core().Active();
+  }));
+  EXPECT_FALSE(isNegative);
 }
 
 // What is still being written can be played as far as it goes.

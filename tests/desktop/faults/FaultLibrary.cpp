@@ -81,13 +81,6 @@ Function* System(Function* /*replaced*/, const char* name) {
 
 long ClockAhead() { return plan == nullptr ? 0 : plan->clockAhead.load(); }
 
-// What is to be added to what the program reads of the calendar clock.
-long ReadAhead() {
-  const long ahead = ClockAhead();
-  if (ahead != 0 && !looking) ++plan->clockReads;
-  return ahead;
-}
-
 // The calendar clock as the system has it.
 timespec SystemClock() {
   timespec now{};
@@ -248,7 +241,7 @@ int clock_gettime(clockid_t clock, timespec* now) noexcept {
   static auto* const system = System(&::clock_gettime, "clock_gettime");
   const int result = system(clock, now);
   if (clock == CLOCK_MONOTONIC) LookAtClock();
-  if (clock == CLOCK_REALTIME || clock == CLOCK_REALTIME_COARSE) now->tv_sec += ReadAhead();
+  if (clock == CLOCK_REALTIME || clock == CLOCK_REALTIME_COARSE) now->tv_sec += ClockAhead();
   return result;
 }
 
@@ -287,13 +280,13 @@ int pthread_cond_timedwait(pthread_cond_t* condition, pthread_mutex_t* mutex,
 int gettimeofday(timeval* now, void* zone) noexcept {
   static auto* const system = System(&::gettimeofday, "gettimeofday");
   const int result = system(now, zone);
-  now->tv_sec += ReadAhead();
+  now->tv_sec += ClockAhead();
   return result;
 }
 
 time_t time(time_t* now) noexcept {
   static auto* const system = System(&::time, "time");
-  const time_t result = system(nullptr) + ReadAhead();
+  const time_t result = system(nullptr) + ClockAhead();
   if (now != nullptr) *now = result;
   return result;
 }
