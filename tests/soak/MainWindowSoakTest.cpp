@@ -60,8 +60,7 @@ TEST_F(MainWindowSoak, TwoHundredStartsOfThePlayer) {
     Give(StopVideo);
     ASSERT_TRUE(watch.AwaitColour(kNothingPlayed));
   };
-  // Of the pictures and packets that the player holds there are now more, now fewer.
-  ExpectFlat({.warmUp = 50, .rounds = 150, .round = round, .mostOfARound = 512});
+  ExpectFlat({.warmUp = 50, .rounds = 150, .round = round});
 }
 
 }  // namespace
