@@ -32,12 +32,19 @@ QSize RoomFor(const QFontMetricsF& text) {
 void LetTheNameDecide(QFileDialog& dialog) {
   const auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
   auto* files = dialog.findChild<QListView*>(QStringLiteral("listView"))->selectionModel();
-  QObject::disconnect(name, &QLineEdit::textChanged, &dialog, nullptr);
-  QObject::connect(name, &QLineEdit::textChanged, files, [files](const QString& text) {
-    const bool picked = text == files->selectedRows().value(0).data().toString();
+  const auto decide = [name, files] {
+    const bool picked = name->text() == files->selectedRows().value(0).data().toString();
     if (!picked) files->clearSelection();
+  };
+  QObject::disconnect(name, nullptr, &dialog, nullptr);
+  QObject::connect(name, &QLineEdit::textChanged, files, [decide, files] {
+    decide();
     // Makes the dialog enable or disable its button.
     emit files->currentChanged({}, {});
+  });
+  QObject::connect(name, &QLineEdit::returnPressed, &dialog, [decide, &dialog] {
+    decide();
+    static_cast<QDialog&>(dialog).accept();  // QFileDialog's, which is protected there
   });
 }
 

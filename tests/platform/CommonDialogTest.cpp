@@ -266,6 +266,23 @@ TEST_F(ATypedName, GoesBeforeWhatWasPickedInTheList) {
   EXPECT_EQ(dialog.FileName, far + QStringLiteral("/clip.mp4"));
 }
 
+TEST_F(ATypedName, GoesBeforeAFolderThatIsSelectedInTheList) {
+  const QString inner = QStringLiteral("inner");
+  ASSERT_TRUE(QDir(folder.path()).mkdir(inner));
+  EXPECT_TRUE(Open([&](QFileDialog& shown) {
+    auto* list = shown.findChild<QListView*>(QStringLiteral("listView"));
+    QTest::keyClicks(&NameOf(shown), QStringLiteral("clip.mp4"));
+    EXPECT_TRUE(PumpUntil([&] {
+      for (const QModelIndex& file : FilesOf(*list)) {
+        if (file.data().toString() == inner) list->setCurrentIndex(file);
+      }
+      return list->selectionModel()->hasSelection();
+    }));
+    QTest::keyClick(&NameOf(shown), Qt::Key_Return);
+  }));
+  EXPECT_EQ(dialog.FileName, folder.filePath(QStringLiteral("clip.mp4")));
+}
+
 TEST_F(ATypedName, IsCompletedByTheEntryThatTheArrowKeysChoose) {
   EXPECT_TRUE(Open([&](QFileDialog& shown) {
     QAbstractItemView& completions = Complete(shown, far + QStringLiteral("/c"));
