@@ -37,8 +37,6 @@ struct FaultPlan {
   // How far ahead the usual ways to read that clock showed it when the program last read the clock
   // of its timers.
   std::atomic<long> clockShown;
-  // How many times the program has read it while it was ahead.
-  std::atomic<int> clockReads;
 };
 
 constexpr const char* kPlanVariable = "KELVANE_FAULT_PLAN";

@@ -25,8 +25,6 @@ class Faults {
   // Waits until the program has read the clock of its timers since, and the usual ways to read the
   // calendar clock have shown it there. False if that doesn't come.
   bool PutClockAhead(std::chrono::seconds time);
-  // How many times the program itself has read the calendar clock since it was put ahead.
-  int ClockReads() const { return plan_->clockReads; }
 
  private:
   FaultPlan* plan_;
