@@ -101,7 +101,7 @@ std::string DOSOutputs::ExecuteCommand(const std::string& CommandLine) {
 
   std::string block;
   do {
-    block = text->NextBlock(quiet_);
+    block = text->NextBlock(blockEnd_);
     if (ReceiveOutputs) ReceiveOutputs(block);
   } while (!block.empty());
   ReapEndedChildren();

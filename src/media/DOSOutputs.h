@@ -5,10 +5,12 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
+#include <utility>
+
+#include "media/ToolText.h"
 
 namespace kelvane {
-
-class ToolText;
 
 // Runs one console tool at a time and hands on what it prints while it prints it.
 //
@@ -30,7 +32,14 @@ class DOSOutputs {
   // From the next run on, a block is raised when it is full, after `quiet` without new text, or
   // when the stream has ended. Not set, it is raised as soon as there is any text, and a tool that
   // prints a line word by word is read word by word.
-  void GatherBlocks(std::chrono::milliseconds quiet) { quiet_ = quiet; }
+  void GatherBlocks(std::chrono::milliseconds quiet) { blockEnd_ = {.quiet = quiet}; }
+
+  // From the next run on, a block is raised when `length` tells, of the text behind the last one,
+  // how long it is, or when it is full or the stream has ended. `length` returns 0 while the
+  // block's end hasn't come; it is called on the thread of the event, and must not throw.
+  void CutBlocks(std::function<std::size_t(std::string_view text)> length) {
+    blockEnd_ = {.length = std::move(length)};
+  }
 
   // A copy of everything raised so far in the current run, or in the last one between runs.
   std::string Outputs() const;
@@ -54,7 +63,7 @@ class DOSOutputs {
   std::string commandText_;
   // Of the last run that was started.
   std::shared_ptr<ToolText> text_;
-  std::chrono::milliseconds quiet_{0};
+  BlockEnd blockEnd_;
 };
 
 // A handler whose failures are dropped: a tool whose text can't be kept or shown must still run to

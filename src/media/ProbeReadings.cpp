@@ -67,6 +67,12 @@ SizeReading ReadSize(string_view block) {
   return reading;
 }
 
+size_t EndOfSize(string_view text) {
+  // Where there is no such word, there is no line break behind it either.
+  const size_t end = text.find('\n', FindIgnoringCase(text, kHeightWord));
+  return end == string_view::npos ? 0 : end + 1;
+}
+
 std::optional<string> DurationReading::Append(string_view block) {
   constexpr size_t kTextLength = 18;  // the word, a blank and "hh:mm:ss"
   constexpr size_t kValueStart = 10;  // behind the colon

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -25,6 +26,10 @@ struct SizeReading {
   bool usedUp = false;
 };
 SizeReading ReadSize(std::string_view block);
+
+// The length of the text up to the end of the line of its first "height=", line break included; 0
+// where that line hasn't ended. The probe prints a width and a height for each stream.
+std::size_t EndOfSize(std::string_view text);
 
 // The first "Duration:" of all the text ever given to it, in whichever blocks it came.
 class DurationReading {

@@ -56,18 +56,27 @@ void ToolText::End() {
   changed_.notify_one();
 }
 
-std::string ToolText::NextBlock(std::chrono::milliseconds quiet) {
+std::string ToolText::NextBlock(const BlockEnd& end) {
   std::unique_lock lock(mutex_);
-  const auto whole = [this] { return ended_ || text_.size() - cursor_ >= kBlockSize; };
-  std::size_t known = cursor_;
-  const auto more = [&] { return whole() || text_.size() > known; };
-  changed_.wait(lock, more);
-  do {
-    known = text_.size();
-  } while (!whole() && changed_.wait_for(lock, quiet, more));
-  std::string block(text_, cursor_, kBlockSize);
+  std::string_view block;
+  const auto whole = [&] {
+    block = std::string_view(text_).substr(cursor_, kBlockSize);
+    const std::size_t length = end.length ? end.length(block) : 0;
+    if (length > 0) block = block.substr(0, length);
+    return ended_ || length > 0 || block.size() == kBlockSize;
+  };
+  if (end.length) {
+    changed_.wait(lock, whole);
+  } else {
+    std::size_t known = cursor_;
+    const auto more = [&] { return whole() || text_.size() > known; };
+    changed_.wait(lock, more);
+    do {
+      known = text_.size();
+    } while (!whole() && changed_.wait_for(lock, end.quiet, more));
+  }
   cursor_ += block.size();
-  return block;
+  return std::string(block);
 }
 
 std::string ToolText::UpToCursor() const {

@@ -3,6 +3,7 @@
 #include <chrono>
 #include <condition_variable>
 #include <cstddef>
+#include <functional>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -11,6 +12,15 @@
 #include "media/Descriptor.h"
 
 namespace kelvane {
+
+// Where a block ends that isn't full.
+struct BlockEnd {
+  // Nothing has been added for this long.
+  std::chrono::milliseconds quiet{0};
+  // Behind the first so many bytes of the text, as this tells; 0 while the block's end hasn't come.
+  // Where it is set, `quiet` has no effect.
+  std::function<std::size_t(std::string_view text)> length = {};
+};
 
 // Everything that one tool prints, kept once, with a cursor that moves through it block by block.
 // Thread-safe.
@@ -22,9 +32,8 @@ class ToolText {
   void End();
 
   // Waits for the next block of 1 to 256 bytes, moves the cursor behind it and returns it. Returns
-  // an empty text at the end. A block that isn't full is returned once nothing has been added for
-  // `quiet`.
-  std::string NextBlock(std::chrono::milliseconds quiet);
+  // an empty text at the end.
+  std::string NextBlock(const BlockEnd& end);
 
   // A copy of the text up to the cursor.
   std::string UpToCursor() const;

@@ -38,8 +38,11 @@ void Form1::GetVideoData() {
     const std::shared_ptr<DOSOutputs> runner = NewRunner();
     const std::string tools = ToolsFolder(App::Path());
     if (!ProbeDimensionsDone) {
+      // The reading's offsets are those of one size; a file may have several, of a cover for one.
+      runner->CutBlocks(EndOfSize);
       runner->setCommandLine(SizeProbeCommandLine(tools, ToNarrow(VideoPath)));
       runner->ExecuteCommand();
+      runner->CutBlocks({});
     }
     ProbeDimensionsDone = true;
     runner->setCommandLine(DurationProbeCommandLine(tools, ToNarrow(VideoPath)));

@@ -127,6 +127,18 @@ TEST(SizeReading, BytesThatAreNoTextPassThrough) {
       {{"width=\xFF\x80\x01\r\nheight=\xC3\r\n", "\xFF\x80\x01\r\n", "\xC3\r\n", false}});
 }
 
+TEST(EndOfSize, IsBehindTheLineOfTheFirstHeight) {
+  EXPECT_EQ(EndOfSize("width=640\nheight=360\n"), 21U);
+  EXPECT_EQ(EndOfSize("WIDTH=640\r\nHEIGHT=360\r\nwidth=1\nheight=1\n"), 23U);
+  EXPECT_EQ(EndOfSize("x: bad\nheight=1\n\n"), 16U);
+}
+
+TEST(EndOfSize, HasNotComeBeforeThatLineEnds) {
+  for (const char* text : {"", "width=640\n", "width=640\nheight", "width=640\nheight=360", "\n"}) {
+    EXPECT_EQ(EndOfSize(text), 0U) << text;
+  }
+}
+
 TEST(WidenLineBreaks, GivesEveryBareLineFeedItsCarriageReturn) {
   EXPECT_EQ(WidenLineBreaks(""), "");
   EXPECT_EQ(WidenLineBreaks("a"), "a");

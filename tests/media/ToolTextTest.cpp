@@ -16,14 +16,30 @@ TEST(ToolText, IsTakenInBlocksOf256BytesAtMostAndThenEmpty) {
   ToolText text;
   const std::string much(600, 'x');
   text.Append(much);
-  EXPECT_EQ(text.NextBlock(0ms), much.substr(0, 256));
+  EXPECT_EQ(text.NextBlock({}), much.substr(0, 256));
   EXPECT_EQ(text.UpToCursor(), much.substr(0, 256));
   text.Append("rest");
-  EXPECT_EQ(text.NextBlock(0ms), much.substr(0, 256));
-  EXPECT_EQ(text.NextBlock(0ms), much.substr(0, 88) + "rest");
+  EXPECT_EQ(text.NextBlock({}), much.substr(0, 256));
+  EXPECT_EQ(text.NextBlock({}), much.substr(0, 88) + "rest");
   text.End();
-  EXPECT_EQ(text.NextBlock(0ms), "");
+  EXPECT_EQ(text.NextBlock({}), "");
   EXPECT_EQ(text.UpToCursor(), much + "rest");
+}
+
+TEST(ToolText, IsCutWhereTheBlocksLengthIsTold) {
+  const auto toTheDot = [](std::string_view text) { return text.find('.') + 1; };
+  ToolText text;
+  const std::string full(256, 'x');
+  text.Append("one.two." + full + "three");
+  EXPECT_EQ(text.NextBlock({.length = toTheDot}), "one.");
+  EXPECT_EQ(text.NextBlock({.length = toTheDot}), "two.");
+  EXPECT_EQ(text.NextBlock({.length = toTheDot}), full) << "256 bytes are the most";
+  text.Append(".");
+  EXPECT_EQ(text.NextBlock({.length = toTheDot}), "three.");
+  text.Append("four");
+  text.End();
+  EXPECT_EQ(text.NextBlock({.length = toTheDot}), "four") << "the end is one as well";
+  EXPECT_EQ(text.NextBlock({.length = toTheDot}), "");
 }
 
 TEST(ToolText, DropsWhatThereIsNoMemoryForAndTakesWhatComesLater) {
@@ -34,8 +50,8 @@ TEST(ToolText, DropsWhatThereIsNoMemoryForAndTakesWhatComesLater) {
   text.Append({"", kTooMuch});
   text.Append("after");
   text.End();
-  EXPECT_EQ(text.NextBlock(0ms), "before after");
-  EXPECT_EQ(text.NextBlock(0ms), "");
+  EXPECT_EQ(text.NextBlock({}), "before after");
+  EXPECT_EQ(text.NextBlock({}), "");
 }
 
 }  // namespace

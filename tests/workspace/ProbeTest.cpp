@@ -48,11 +48,12 @@ INSTANTIATE_TEST_SUITE_P(
                          "0,360", false},
         BlockAndCaptions{"WordsInCapitals", "WIDTH=640\nHEIGHT=360\n", "0,640", "0,360", false},
         BlockAndCaptions{"TwoStreamsOfThreeDigits",
-                         "width=640\nheight=360\nwidth=320\nheight=240\n", "0,640",
-                         "360\r\nwidth=320\r\nheight=240\r\n", false},
+                         "width=640\nheight=360\nwidth=320\nheight=240\n", "0,640", "0,360", false},
         BlockAndCaptions{"TwoStreamsOfFourDigits",
-                         "width=1920\nheight=1080\nwidth=1280\nheight=720\n", "1,920",
-                         "1080\r\nwidth1280\r\nheight720\r\n", true},
+                         "width=1920\nheight=1080\nwidth=1280\nheight=720\n", "1,280", "0,720",
+                         true},
+        BlockAndCaptions{"AStreamWithoutASizeBehindThreeDigits",
+                         "width=640\nheight=360\nwidth=N/A\nheight=N/A\n", "0,640", "0,360", false},
         BlockAndCaptions{"HeightMissing", "width=640\n", "", "0,000", false},
         BlockAndCaptions{"WidthMissing", "stream=1\r\nheight=360\r\n", "0,000", "0,060", false},
         BlockAndCaptions{"NoNumbers", "width=N/A\nheight=N/A\n", "N/A\r\n", "N/A\r\n", false},
@@ -81,19 +82,35 @@ TEST_F(Probe, ATextOnlyHeightKeepsTheCanvasHeight) {
   EXPECT_EQ(Canvas().Height(), 360);
 }
 
-TEST_F(Probe, LinesInSeparateBlocksLoseTheHeight) {
+TEST_F(Probe, ASizeThatIsPrintedInPiecesIsReadWhole) {
+  QString commands;
+  for (const char* piece :
+       {"wid", "th=12", "80\n", "height", "=72", "0\nwidth=", "300\nheight=3"}) {
+    commands += Print(QLatin1String(piece)) + QLatin1String("sleep 0.05\n");
+  }
+  tools_.SizeProbeDoes(commands + Print(QStringLiteral("00\n")));
+  tools_.DurationProbeDoes(QString());
+  Texts sizes;
+  After(Get<Label>("Label1", SourceHeight).Change,
+        [&](int) { sizes.push_back(Number(SourceWidth) + " x " + Number(SourceHeight)); });
+  Pick(Video());
+  EXPECT_EQ(sizes, (Texts{"1,280 x 0,720", "0,300 x 0,300"}));
+}
+
+// Only the size probe's own text is cut into sizes.
+TEST_F(Probe, LinesInSeparateBlocksOfAPreviewLoseTheHeight) {
   LoadVideoOf(320, 200);
   const Gate gate(tools_);
-  tools_.SizeProbeDoes(Print(QStringLiteral("width=640\n")) + gate.Wait() +
-                       Print(QStringLiteral("height=360\n")));
-  tools_.DurationProbeDoes(QString());
+  tools_.PreviewDoes(Print(QStringLiteral("width=640\n")) + gate.Wait() +
+                     Print(QStringLiteral("height=360\n")));
+  ProbeDimensionsDone = false;
   bool emptied = false;
   After(Get<Label>("Label1", SourceWidth).Change, [&](int) {
     emptied = Number(SourceWidth).empty();
     gate.Open();
   });
   const qsizetype before = Store().size();
-  Pick(Video());
+  Give(PreviewCroppedVideo);
   EXPECT_TRUE(emptied);
   EXPECT_EQ(Size(), (Texts{"", "0,200"}));
   EXPECT_EQ(Store().mid(before).toStdString(), "width=640\nheight=360\n");

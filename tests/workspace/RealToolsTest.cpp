@@ -1,5 +1,6 @@
 // What the real probe tool says of files that trip the readings, and what becomes of it.
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QProcess>
 #include <QStandardPaths>
@@ -69,16 +70,68 @@ TEST_F(RealTools, AWidthOfFiveDigitsLeavesTheHeightsTextAsItIs) {
   EXPECT_EQ(Canvas().Width(), 10240);
 }
 
-// The tool prints the second picture's size behind the first one's. Where both arrive in one block
-// the height is read to the block's end; where they don't, it is the first one's.
-TEST_F(RealTools, TwoPicturesInAFileMayLeaveTheHeightsTextAsItIs) {
-  LoadMade("two.mkv",
-           Source("640x360") + Source("320x240") + QStringList{"-map", "0", "-map", "1"});
-  EXPECT_EQ(Number(SourceWidth), "0,640");
-  const std::string height = Number(SourceHeight);
-  EXPECT_TRUE(height == "360\r\nwidth=320\r\nheight=240\r\n" || height == "0,360") << height;
+// A file of which the tool prints more than one size, and what becomes of it.
+struct SizesInAFile {
+  const char* name;
+  QSize size;
+  // Of a second stream, where there is one.
+  QStringList second;
+  std::string width;
+  std::string height;
+  QSize canvas;
+};
+
+void PrintTo(const SizesInAFile& file, std::ostream* out) { *out << file.name; }
+
+class RealSizes : public RealTools, public ::testing::WithParamInterface<SizesInAFile> {};
+
+TEST_P(RealSizes, AreReadOneByOne) {
+  const SizesInAFile& file = GetParam();
+  const QString subtitles = tools_.Path() + QLatin1String("/subtitles.srt");
+  QFile lines(subtitles);
+  ASSERT_TRUE(lines.open(QIODevice::WriteOnly));
+  lines.write("1\n00:00:00,000 --> 00:00:01,000\ntext\n");
+  lines.close();
+  QStringList second = file.second;
+  second.replaceInStrings("SUBTITLES", subtitles);
+  const QString size = QStringLiteral("%1x%2").arg(file.size.width()).arg(file.size.height());
+  LoadMade(file.name, Source(size.toLatin1().constData()) + second);
+  EXPECT_EQ(Number(SourceWidth), file.width);
+  EXPECT_EQ(Number(SourceHeight), file.height);
+  EXPECT_EQ(Canvas().size(), file.canvas);
   EXPECT_EQ(VideoDuration.toStdString(), "00:00:02");
 }
+
+const QStringList kSubtitles{"-i", "SUBTITLES", "-map", "0", "-map", "1"};
+const QStringList kCover{"-f",
+                         "lavfi",
+                         "-i",
+                         "color=red:size=300x200:duration=0.04",
+                         "-map",
+                         "0",
+                         "-map",
+                         "1",
+                         "-c:v:1",
+                         "png",
+                         "-disposition:v:1",
+                         "attached_pic"};
+const QStringList kSecondPicture{"-f",   "lavfi", "-i",   "testsrc2=duration=2:size=320x240",
+                                 "-map", "0",     "-map", "1"};
+
+INSTANTIATE_TEST_SUITE_P(
+    RealTools, RealSizes,
+    ::testing::Values(
+        // The tool prints its one stream twice.
+        SizesInAFile{"three.ts", {640, 360}, {}, "0,640", "0,360", {640, 360}},
+        SizesInAFile{"four.ts", {1280, 720}, {}, "1,280", "0,720", {1280, 720}},
+        SizesInAFile{"three.mkv", {640, 360}, kSubtitles, "0,640", "0,360", {640, 360}},
+        // Behind a width of four digits the next size is read as well.
+        SizesInAFile{"four.mkv", {1280, 720}, kSubtitles, "N/A\r\n", "N/A\r\n", {1280, 720}},
+        SizesInAFile{"three.mp4", {640, 360}, kCover, "0,640", "0,360", {640, 360}},
+        SizesInAFile{"four.mp4", {1280, 720}, kCover, "0,300", "0,200", {300, 200}},
+        SizesInAFile{"two_three.mkv", {640, 360}, kSecondPicture, "0,640", "0,360", {640, 360}},
+        SizesInAFile{"two_four.mkv", {1280, 720}, kSecondPicture, "0,320", "0,240", {320, 240}}),
+    [](const auto& file) { return QString(file.param.name).replace('.', '_').toStdString(); });
 
 TEST_F(RealTools, ADurationThatIsNotAvailableIsTakenAsItStands) {
   LoadMade("bare.h264", Source("640x360"));
