@@ -15,7 +15,7 @@ struct MouseEvent {
   int Index;   // of the control in its array; -1 for a control that is in none
   int Button;  // MouseButtons
   int Shift;   // 1 Shift, 2 Ctrl, 4 Alt, summed
-  float X;     // relative to the control, in its scale unit
+  float X;     // of the pixel, relative to the control, in its scale unit
   float Y;
 };
 

@@ -43,6 +43,17 @@ TEST_F(Mouse, MovesAreToldWithoutAButton) {
                             "Move -1: button 0 shift 0 at 1,2"}));
 }
 
+TEST_F(Mouse, PlacesAreWholePixelsRoundedDown) {
+  pointer.MoveTo(bar, {3.9, 4.0});
+  pointer.MoveTo(bar, {3.0, 4.999});
+  pointer.Press();
+  pointer.MoveTo(bar, {-0.1, -1.9});
+  pointer.Release();
+  EXPECT_EQ(events, (Events{"Move 2: button 0 shift 0 at 3,4", "Move 2: button 0 shift 0 at 3,4",
+                            "Down 2: button 1 shift 0 at 3,4", "Move 2: button 1 shift 0 at -1,-2",
+                            "Up 2: button 1 shift 0 at -1,-2"}));
+}
+
 TEST_F(Mouse, MovesOverTheFormItselfAreTheForms) {
   form.OnMouseMove = [&](const MouseEvent& event) { events.push_back(Describe("Form", event)); };
   pointer.MoveTo(form, {250, 7});
@@ -142,7 +153,7 @@ TEST_F(Mouse, ABarThatMovesUnderThePointerIsFollowedByIt) {
   pointer.MoveTo(bar, {3, 4});
   pointer.Press();
   for (const int x : {50, 70, 20}) {
-    pointer.MoveTo(box, {x, 30});
+    pointer.MoveTo(box, QPoint(x, 30));
     EXPECT_EQ(bar.Left(), static_cast<float>(x - 3));
   }
   EXPECT_EQ(events,
@@ -198,7 +209,7 @@ TEST(MousePlaces, AreInTheControlsScaleUnit) {
        {Case{"Label1", 7, 105}, {"Pixels", 7, 7}, {"Twips", 7, 105}, {"Label2", 11, 165}}) {
     Events events;
     Record(form.Find<Control>(QLatin1String(name)), events);
-    pointer.MoveTo(form.Find<Control>(QLatin1String(name)), {pixels, pixels});
+    pointer.MoveTo(form.Find<Control>(QLatin1String(name)), QPoint(pixels, pixels));
     const std::string place = std::to_string(units);
     EXPECT_EQ(events, (Events{"Move -1: button 0 shift 0 at " + place + "," + place})) << name;
   }
@@ -216,7 +227,7 @@ TEST(MousePlaces, InTwipsAreWholeForEveryPixel) {
   Pointer pointer(form);
   std::vector<float> expected;
   for (int x = 1; x < form.width(); ++x) {
-    pointer.MoveTo(form, {x, 1});
+    pointer.MoveTo(form, QPoint(x, 1));
     expected.push_back(static_cast<float>(x * 15));
   }
   EXPECT_EQ(places, expected);

@@ -24,7 +24,7 @@ Pointer::Pointer(QWidget& window) : window_(window), place_(-9, -9) {
   Send(QEvent::MouseMove, Qt::NoButton);
 }
 
-void Pointer::MoveTo(const QWidget& widget, QPoint place) {
+void Pointer::MoveTo(const QWidget& widget, QPointF place) {
   place_ = widget.mapTo(&window_, place);
   Send(QEvent::MouseMove, Qt::NoButton);
 }
@@ -61,9 +61,10 @@ void Pointer::TurnWheel() {
 }
 
 void Pointer::Rest() {
-  QWidget* under = window_.childAt(place_);
+  const QPoint place = place_.toPoint();
+  QWidget* under = window_.childAt(place);
   if (under == nullptr) under = &window_;
-  QHelpEvent event(QEvent::ToolTip, under->mapFrom(&window_, place_), window_.mapToGlobal(place_));
+  QHelpEvent event(QEvent::ToolTip, under->mapFrom(&window_, place), window_.mapToGlobal(place));
   QCoreApplication::sendEvent(under, &event);
 }
 

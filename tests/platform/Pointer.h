@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QEvent>
-#include <QPoint>
+#include <QPointF>
 #include <QString>
 #include <Qt>
 
@@ -20,7 +20,7 @@ class Pointer {
   void Hold(Qt::KeyboardModifiers keys) { keys_ = keys; }
 
   // `place` is relative to the widget, which is the window itself or anything in it.
-  void MoveTo(const QWidget& widget, QPoint place);
+  void MoveTo(const QWidget& widget, QPointF place);
   void Press(Qt::MouseButton button = Qt::LeftButton);
   void Release(Qt::MouseButton button = Qt::LeftButton);
   void Click(Qt::MouseButton button = Qt::LeftButton);
@@ -33,7 +33,7 @@ class Pointer {
   void Send(QEvent::Type type, Qt::MouseButton button);
 
   QWidget& window_;
-  QPoint place_;  // in the window
+  QPointF place_;  // in the window
   Qt::MouseButtons held_;
   Qt::KeyboardModifiers keys_;
 };

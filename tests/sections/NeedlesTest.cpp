@@ -25,6 +25,15 @@ TEST_F(Needles, FollowThePointerFromWhereTheyWerePressed) {
   EXPECT_EQ(NeedleBox(EndNeedle).Left(), 136) << "the other one stays";
 }
 
+TEST_F(Needles, RestUnderAPointerThatRestsBetweenTwoPixels) {
+  PictureBox& needle = NeedleBox(StartNeedle);
+  const QPointF start = needle.mapToGlobal(QPointF(2.4, 5.7));
+  const QPointF there = start + QPointF(50.5, 0);
+  DragThrough(needle, {start, start, start, there, there, there});
+  EXPECT_EQ(needle.Left(), 58);
+  EXPECT_EQ(Time(SectionStart), "00:01:00");
+}
+
 TEST_F(Needles, ThePlaceOfThePressIsRoundedHalfToEven) {
   struct Row {
     float pressedAt;

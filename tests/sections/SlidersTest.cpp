@@ -53,6 +53,15 @@ TEST_F(Sliders, MoveFromWhereTheyWerePressed) {
   EXPECT_EQ(thumb.Left(), 1005);
 }
 
+TEST_F(Sliders, RestUnderAPointerThatRestsBetweenTwoPixels) {
+  Label& thumb = Thumb(Accuracy);
+  const QPointF start = thumb.mapToGlobal(QPointF(2.4, 5.7));
+  const QPointF there = start + QPointF(50.5, 0);
+  DragThrough(thumb, {start, start, start, there, there, there});
+  EXPECT_EQ(thumb.Left(), 720 + 50 * 15);
+  EXPECT_EQ(Value(Accuracy), "06");
+}
+
 TEST_F(Sliders, ThePlaceOfThePressIsRoundedHalfToEven) {
   Label& thumb = Thumb(Accuracy);
   for (const auto& [pressedAt, left] :

@@ -34,10 +34,15 @@ class StepReceiver : public QObject {
   std::function<void()> step_;
 };
 
-void Send(QWidget& widget, QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons held) {
-  const QPointF place = widget.rect().center();
-  QMouseEvent event(type, place, widget.mapToGlobal(place), button, held, Qt::NoModifier);
+void SendAt(QWidget& widget, QPointF place, QEvent::Type type, Qt::MouseButton button,
+            Qt::MouseButtons held) {
+  QMouseEvent event(type, widget.mapFromGlobal(place), place, button, held, Qt::NoModifier);
   QApplication::sendEvent(&widget, &event);
+}
+
+void Send(QWidget& widget, QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons held) {
+  const QPointF middle = widget.rect().center();
+  SendAt(widget, widget.mapToGlobal(middle), type, button, held);
 }
 
 }  // namespace
@@ -108,6 +113,13 @@ void Release(QWidget& widget, Qt::MouseButton button) {
 void Click(QWidget& widget, Qt::MouseButton button) {
   Press(widget, button);
   Release(widget, button);
+}
+
+void DragThrough(QWidget& widget, const std::vector<QPointF>& places) {
+  SendAt(widget, places.front(), QEvent::MouseButtonPress, Qt::LeftButton, Qt::LeftButton);
+  for (const QPointF& place : places) {
+    SendAt(widget, place, QEvent::MouseMove, Qt::NoButton, Qt::LeftButton);
+  }
 }
 
 QString Member(const char* array, int index) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QPointF>
 #include <QSize>
 #include <QString>
 #include <functional>
@@ -52,6 +53,9 @@ void MovePointerOver(QWidget& widget, Qt::MouseButtons held = Qt::NoButton);
 void Press(QWidget& widget, Qt::MouseButton button = Qt::LeftButton);
 void Release(QWidget& widget, Qt::MouseButton button = Qt::LeftButton);
 void Click(QWidget& widget, Qt::MouseButton button = Qt::LeftButton);
+// Presses at a place of the screen, which may lie between two pixels, and moves on to others with
+// the button held. The widget may move meanwhile.
+void DragThrough(QWidget& widget, const std::vector<QPointF>& places);
 
 // Does something more before, or after, what is wired to an event.
 template <class... Arguments, class Step>

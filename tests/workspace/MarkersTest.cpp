@@ -260,6 +260,20 @@ TEST_F(Markers, ARealPointerMovesTheBarByAsMuchAsItself) {
   EXPECT_EQ(bar.Left(), 85);
 }
 
+TEST_F(Markers, ABarRestsUnderAPointerThatRestsBetweenTwoPixels) {
+  LoadVideoOf(640, 360);
+  PumpOnce();
+  PictureBox& bar = Bar(LeftBar);
+  const QPointF start = bar.mapToGlobal(QPointF(2.4, 100.7));
+  DragThrough(bar, {start, start, start});
+  EXPECT_EQ(bar.Left(), 0);
+  const QPointF there = start + QPointF(50.5, 0);
+  DragThrough(bar, {start, there, there, there});
+  EXPECT_EQ(bar.Left(), 50);
+  EXPECT_EQ(Bar(TopBar).Left(), 50);
+  EXPECT_EQ(Bar(TopBar).Width(), 585);
+}
+
 TEST_F(Markers, TheNumbersFollowAtTheNextTickNotDuringTheMove) {
   LoadVideoOf(640, 360);
   ASSERT_TRUE(WaitForTicks(Get<Timer>("Timer2"), 1));
@@ -349,6 +363,14 @@ TEST_F(PositionTip, StaysWhatItWasWhenTheCanvasIsScrolledBack) {
   Get<VScrollBar>("VScroll1").setValue(0);
   MoveOver(CanvasBox, 50, 60);
   EXPECT_EQ(Tip(CanvasBox), "Horizontal Position: 1 pixels Vertical Position: 32 pixels");
+}
+
+TEST_F(PositionTip, TellsTheWholePixelUnderAPointerBetweenTwo) {
+  LoadVideoOf(640, 360);
+  Get<VScrollBar>("VScroll1").setValue(3);
+  PumpOnce();
+  DragThrough(Canvas(), {Canvas().mapToGlobal(QPointF(120.9, 40.6))});
+  EXPECT_EQ(Tip(CanvasBox), "Horizontal Position: 120 pixels Vertical Position: 70 pixels");
 }
 
 TEST_F(PositionTip, TellsSevenSignificantDigits) {
