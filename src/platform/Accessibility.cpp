@@ -96,6 +96,11 @@ class Node : public QAccessibleWidget {
  public:
   using QAccessibleWidget::QAccessibleWidget;
 
+  // As the window is now: a reader may have asked for it before it was made a dialog.
+  QAccessible::Role role() const override {
+    return widget()->windowType() == Qt::Dialog ? QAccessible::Dialog : QAccessible::Window;
+  }
+
   int childCount() const override { return static_cast<int>(Children().size()); }
 
   QAccessibleInterface* child(int index) const override {
@@ -226,9 +231,7 @@ void AnnounceValue(Control& control) {
 QAccessibleInterface* NodeOf(const QString& /*className*/, QObject* object) {
   if (auto* control = qobject_cast<Control*>(object)) return new ControlNode(*control);
   auto* form = qobject_cast<Form*>(object);
-  if (form == nullptr) return nullptr;
-  return new Node(form,
-                  form->windowType() == Qt::Dialog ? QAccessible::Dialog : QAccessible::Window);
+  return form == nullptr ? nullptr : new Node(form);
 }
 
 }  // namespace
