@@ -27,6 +27,15 @@ class APopUpMenu : public ::testing::Test {
   }
   ~APopUpMenu() override { menu.close(); }
 
+  // Goes to the entry as a hand does: Qt ignores a click of a pointer that has hardly moved since
+  // the menu opened under it.
+  void Choose(int entry) {
+    const QPoint goal = menu.actionGeometry(menu.actions()[entry]).center();
+    constexpr int kSteps = 8;
+    for (int step = 1; step <= kSteps; ++step) QTest::mouseMove(&menu, goal * step / kSteps);
+    QTest::mouseClick(&menu, Qt::LeftButton, {}, goal);
+  }
+
   TestForm form{Controls{}, kMenus};
   QMenu& menu = *form.findChild<QMenuBar*>()->actions().at(0)->menu();
   Events events;
@@ -53,8 +62,7 @@ TEST_F(APopUpMenu, OpensAtThePointerAndReturnsAtOnce) {
 TEST_F(APopUpMenu, RaisesClickOfTheEntryThatIsChosenEachTime) {
   for (const int entry : {1, 0, 1}) {
     form.Find<Menu>("mnu_Context").PopUp();
-    QTest::mouseClick(&menu, Qt::LeftButton, {},
-                      menu.actionGeometry(menu.actions()[entry]).center());
+    Choose(entry);
     EXPECT_FALSE(menu.isVisible());
   }
   EXPECT_EQ(events, (Events{"mnu_End", "mnu_Start", "mnu_End"}));
