@@ -10,8 +10,10 @@
 #include <QSettings>
 #include <QUrl>
 #include <QWidget>
+#include <algorithm>
 #include <clocale>
 #include <cstdlib>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -68,20 +70,31 @@ void KeepStandardDescriptors() {
   }
 }
 
-// What the toolkit shall multiply by on each output for a pixel of its own to be one of the screen:
-// a Wayland compositor's scale comes in whatever the switch for dense screens says. Empty where no
-// output has a scale.
-QByteArray FactorsThatUndoScales() {
-  QByteArray factors;
-  bool scaled = false;
+// What Qt shall multiply by for a pixel of its own to be one of the screen: a Wayland compositor's
+// scale comes in whatever the switch for dense screens says.
+struct ScaleFactors {
+  QByteArray common;   // on every output
+  QByteArray outputs;  // and on each of them besides; Qt takes none that is less than 1
+};
+
+QByteArray FactorText(double factor) {
+  constexpr int kDigits = 17;  // as many as tell every factor from its neighbours
+  return QByteArray::number(factor, 'g', kDigits);
+}
+
+// std::nullopt where no output has a scale.
+std::optional<ScaleFactors> FactorsThatUndoScales() {
+  double largest = 1;
   for (const QScreen* screen : QGuiApplication::screens()) {
-    scaled = scaled || screen->devicePixelRatio() != 1;
-    constexpr int kDigits = 17;  // as many as tell every factor from its neighbours
-    factors += screen->name().toUtf8() + '=' +
-               QByteArray::number(1 / screen->devicePixelRatio(), 'g', kDigits);
-    factors += ';';
+    largest = std::max(largest, screen->devicePixelRatio());
   }
-  return scaled ? factors : QByteArray();
+  if (largest == 1) return std::nullopt;
+  ScaleFactors factors{.common = FactorText(1 / largest), .outputs = {}};
+  for (const QScreen* screen : QGuiApplication::screens()) {
+    const double factor = largest / screen->devicePixelRatio();
+    factors.outputs += screen->name().toUtf8() + '=' + FactorText(factor) + ';';
+  }
+  return factors;
 }
 
 // Repaints windows as wholes. Where a unit of the compositor's is several pixels, the toolkit
@@ -113,11 +126,12 @@ std::unique_ptr<QApplication> MakeApplication(int& argumentCount, char** argumen
     environment.Override("QT_QPA_PLATFORM", "xcb;wayland");
   }
   auto application = std::make_unique<QApplication>(argumentCount, arguments);
-  const QByteArray factors = FactorsThatUndoScales();
-  if (factors.isEmpty()) return application;
-  // The toolkit takes factors at its start alone.
+  const std::optional<ScaleFactors> factors = FactorsThatUndoScales();
+  if (!factors) return application;
+  // Qt takes factors at its start alone.
   application.reset();
-  environment.Override("QT_SCREEN_SCALE_FACTORS", factors);
+  environment.Override("QT_SCALE_FACTOR", factors->common);
+  environment.Override("QT_SCREEN_SCALE_FACTORS", factors->outputs);
   application = std::make_unique<QApplication>(argumentCount, arguments);
   application->installEventFilter(new WholeRepaints(application.get()));
   return application;
