@@ -1,6 +1,7 @@
 #include "platform/App.h"
 
 #include <fcntl.h>
+#include <langinfo.h>
 
 #include <QByteArray>
 #include <QDesktopServices>
@@ -70,6 +71,27 @@ void KeepStandardDescriptors() {
   }
 }
 
+// Qt takes the bytes of file names for UTF-8 in every locale, and complains on the console of one
+// that says otherwise. What else the user's locale says stays.
+void StartInUtf8(StartEnvironment& environment) {
+  if (std::setlocale(LC_CTYPE, "") != nullptr && qstrcmp(::nl_langinfo(CODESET), "UTF-8") == 0) {
+    return;
+  }
+  const QByteArray all = qgetenv("LC_ALL");
+  if (!all.isEmpty()) {
+    for (const char* category :
+         {"LC_ADDRESS", "LC_COLLATE", "LC_IDENTIFICATION", "LC_MEASUREMENT", "LC_MESSAGES",
+          "LC_MONETARY", "LC_NAME", "LC_NUMERIC", "LC_PAPER", "LC_TELEPHONE", "LC_TIME"}) {
+      environment.Override(category, all);
+    }
+    environment.Override("LC_ALL", {});
+  }
+  constexpr const char* kUtf8 = "C.UTF-8";
+  environment.Override("LC_CTYPE", kUtf8);
+  // It holds as well where Qt can't set the user's locale, which may not be installed.
+  (void)std::setlocale(LC_CTYPE, kUtf8);
+}
+
 // What Qt shall multiply by for a pixel of its own to be one of the screen: a Wayland compositor's
 // scale comes in whatever the switch for dense screens says.
 struct ScaleFactors {
@@ -118,6 +140,7 @@ class WholeRepaints : public QObject {
 
 std::unique_ptr<QApplication> MakeApplication(int& argumentCount, char** arguments) {
   StartEnvironment environment;
+  StartInUtf8(environment);
   // A pixel is a pixel of the screen.
   environment.Override("QT_ENABLE_HIGHDPI_SCALING", "0");
   environment.Override("QT_SCALE_FACTOR", {});

@@ -218,5 +218,31 @@ TEST_F(Load, TakesASecondVideoWhileTheFirstIsProbed) {
   CloseAndExpectEnd();
 }
 
+// Locales whose encoding isn't UTF-8. Names of files are bytes all the same.
+class OtherEncoding : public DesktopTest, public testing::WithParamInterface<const char*> {};
+
+TEST_P(OtherEncoding, LoadsNamesWithLettersBeyondAsciiAndIsNotMentioned) {
+  const QString locales = program.PathOf("locales");
+  const QString latin1 = QStringLiteral("de_DE.ISO-8859-1");
+  ASSERT_TRUE(QDir().mkpath(locales));
+  ASSERT_TRUE(RunTool("localedef",
+                      {"--no-archive", "-i", "de_DE", "-f", "ISO-8859-1", locales + '/' + latin1}))
+      << "the definitions of locales are missing";
+  program.SetVariable("LOCPATH", locales);
+  program.SetVariable("LC_CTYPE", GetParam());
+  ASSERT_NO_FATAL_FAILURE(OpenWindow());
+  for (const auto& [name, size] : {std::pair("M\u00e4rz.mp4", QSize(640, 360)),
+                                   {"\u00fcber M\u00e4rz.mp4", QSize(480, 270)}}) {
+    video = program.PathOf(QString::fromUtf8(name));
+    ASSERT_TRUE(MakeVideo(video, size, 1));
+    ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, video));
+    EXPECT_TRUE(window.AwaitVideo(size)) << name;
+  }
+  EXPECT_FALSE(program.Printed().contains("locale")) << program.Printed().toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(Locales, OtherEncoding,
+                         testing::Values("C", "POSIX", "de_DE.ISO-8859-1", "xx_XX"));
+
 }  // namespace
 }  // namespace kelvane::desktop

@@ -33,6 +33,9 @@ Events RunTestProgram(const QStringList& arguments, const Environment& environme
   QProcess program;
   QProcessEnvironment all = QProcessEnvironment::systemEnvironment();
   all.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+  for (const char* category : {"LC_ALL", "LC_CTYPE", "LC_NUMERIC"}) {
+    all.remove(QLatin1String(category));
+  }
   for (const auto& [name, value] : environment) all.insert(QLatin1String(name), value);
   program.setProcessEnvironment(all);
   program.start(QStringLiteral(PLATFORM_TEST_PROGRAM), arguments);
@@ -43,7 +46,9 @@ Events RunTestProgram(const QStringList& arguments, const Environment& environme
     return {"did not end"};
   }
   EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
-  EXPECT_EQ(program.exitCode(), 0) << program.readAllStandardError().toStdString();
+  const std::string complaints = program.readAllStandardError().toStdString();
+  EXPECT_EQ(program.exitCode(), 0) << complaints;
+  EXPECT_EQ(complaints.find("locale"), std::string::npos) << complaints;
   Events lines;
   for (const QByteArray& line : program.readAllStandardOutput().split('\n')) {
     if (!line.isEmpty()) lines.push_back(line.toStdString());
@@ -56,6 +61,32 @@ TEST(TheApplication, CountsInThePlainLocaleWhateverTheUsersIs) {
                            {{"LC_ALL", QStringLiteral("C.UTF-8")}, {"LANG", QString()}}),
             Events{"C"});
   EXPECT_STREQ(std::setlocale(LC_NUMERIC, nullptr), "C");
+}
+
+TEST(TheApplication, SaysNothingOfTheUsersLocale) {
+  const QTemporaryDir locales;
+  const QString latin1 = QStringLiteral("de_DE.ISO-8859-1");
+  ASSERT_EQ(QProcess::execute(
+                QStringLiteral("localedef"),
+                {QStringLiteral("--no-archive"), QStringLiteral("-i"), QStringLiteral("de_DE"),
+                 QStringLiteral("-f"), QStringLiteral("ISO-8859-1"), locales.filePath(latin1)}),
+            0)
+      << "the definitions of locales are missing";
+  for (const char* variable : {"LC_ALL", "LC_CTYPE", "LANG"}) {
+    for (const QString& locale : {QStringLiteral("C"), QStringLiteral("POSIX"), latin1,
+                                  QStringLiteral("xx_XX.not-installed")}) {
+      Environment environment{
+          {"LOCPATH", locales.path()}, {"LC_ALL", {}}, {"LC_CTYPE", {}}, {"LANG", {}}};
+      environment.emplace_back(variable, locale);
+      EXPECT_EQ(RunTestProgram({QStringLiteral("locale")}, environment), Events{"C"});
+    }
+  }
+}
+
+TEST(TheApplication, SpeaksTheNumbersOfALocaleThatIsNotInUtf8) {
+  EXPECT_EQ(RunTestProgram({QStringLiteral("decimal-point")},
+                           {{"LC_ALL", QStringLiteral("de_DE.ISO-8859-1")}}),
+            Events{","});
 }
 
 TEST(TheApplication, MeansPixelsOfTheScreenWhateverScaleTheUserHasChosen) {
@@ -74,12 +105,15 @@ TEST(TheApplication, LeavesTheEnvironmentToWhatItStartsAsItWas) {
   EXPECT_EQ(RunTestProgram({QStringLiteral("environment")},
                            {{"QT_SCALE_FACTOR", QStringLiteral("2")},
                             {"QT_SCREEN_SCALE_FACTORS", QStringLiteral("3")},
-                            {"QT_ENABLE_HIGHDPI_SCALING", QStringLiteral("1")}}),
+                            {"QT_ENABLE_HIGHDPI_SCALING", QStringLiteral("1")},
+                            {"LC_ALL", QStringLiteral("C")}}),
             (Events{"QT_SCALE_FACTOR 2", "QT_SCREEN_SCALE_FACTORS 3", "QT_ENABLE_HIGHDPI_SCALING 1",
-                    "QT_QPA_PLATFORM offscreen"}));
+                    "QT_QPA_PLATFORM offscreen", "LC_ALL C", "LC_CTYPE is not set",
+                    "LC_NUMERIC is not set"}));
   EXPECT_EQ(RunTestProgram({QStringLiteral("environment")}),
             (Events{"QT_SCALE_FACTOR is not set", "QT_SCREEN_SCALE_FACTORS is not set",
-                    "QT_ENABLE_HIGHDPI_SCALING is not set", "QT_QPA_PLATFORM offscreen"}));
+                    "QT_ENABLE_HIGHDPI_SCALING is not set", "QT_QPA_PLATFORM offscreen",
+                    "LC_ALL is not set", "LC_CTYPE is not set", "LC_NUMERIC is not set"}));
 }
 
 TEST(TheApplication, StartedWithoutStandardDescriptorsHasTheNullDeviceInTheirPlace) {

@@ -6,6 +6,7 @@
 #include <QFileDialog>
 #include <QFontInfo>
 #include <QLineEdit>
+#include <QLocale>
 #include <QTimer>
 #include <clocale>
 #include <cstdio>
@@ -39,6 +40,12 @@ int Locale() {
   return 0;
 }
 
+int DecimalPoint() {
+  const App app("program");
+  Print(QLocale().decimalPoint());
+  return 0;
+}
+
 int Scale() {
   const App app("program");
   constexpr ControlDesign kLabel{
@@ -64,8 +71,9 @@ int Names() {
 // What the programs that are started later find.
 int Environment() {
   const App app("program");
-  for (const char* name : {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS",
-                           "QT_ENABLE_HIGHDPI_SCALING", "QT_QPA_PLATFORM"}) {
+  for (const char* name :
+       {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS", "QT_ENABLE_HIGHDPI_SCALING",
+        "QT_QPA_PLATFORM", "LC_ALL", "LC_CTYPE", "LC_NUMERIC"}) {
     Print(QStringLiteral("%1 %2").arg(QLatin1String(name), qEnvironmentVariableIsSet(name)
                                                                ? qEnvironmentVariable(name)
                                                                : QStringLiteral("is not set")));
@@ -142,6 +150,7 @@ int RunWithoutAForm() {
 
 int Main(std::string_view situation) {
   if (situation == "locale") return Locale();
+  if (situation == "decimal-point") return DecimalPoint();
   if (situation == "scale") return Scale();
   if (situation == "names") return Names();
   if (situation == "environment") return Environment();
