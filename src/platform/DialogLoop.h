@@ -4,7 +4,7 @@ class QDialog;
 
 namespace kelvane {
 
-// Shows the dialog, serves events until the user answers it, and returns what QDialog::exec does.
+// Shows the dialog, serves events until the user answers it, and returns its result code.
 int RunDialog(QDialog& dialog);
 
 // Whether a dialog or message box of the program is open. One counts as open until RunDialog
