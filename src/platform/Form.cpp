@@ -2,7 +2,9 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QGuiApplication>
 #include <QMenuBar>
+#include <QScopedValueRollback>
 #include <QTimerEvent>
 #include <QWindow>
 #include <algorithm>
@@ -29,11 +31,17 @@ float AsAssigned(float twips, int pixels) {
   return PixelsOfTwips(twips) == pixels ? twips : static_cast<float>(pixels) * kTwipsPerPixel;
 }
 
+bool UnderACompositor() {
+  return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
 }  // namespace
 
 Form::Form(const FormDesign& design, std::span<const ControlDesign> controls,
            std::span<const MenuDesign> menus)
-    : area_(new Container(this, design.scale)), border_(design.border) {
+    : area_(new Container(this, design.scale)),
+      border_(design.border),
+      least_(PixelsOfTwips(design.leastWidth), PixelsOfTwips(design.leastHeight)) {
   setObjectName(QLatin1String(design.name));
   setCaption(QLatin1String(design.caption));
   if (border_ == BorderStyle::kFixedDialog) {
@@ -63,6 +71,8 @@ void Form::Load() {
 }
 
 void Form::Show(Form* owner) {
+  // Once the compositor has given a size it is too late to ask for another.
+  if (UnderACompositor()) setMinimumSize(least_.expandedTo(minimumSize()));
   if (owner != nullptr) {
     winId();  // makes the window handles
     owner->winId();
@@ -98,13 +108,13 @@ float Form::Width() const { return AsAssigned(width_, width()); }
 float Form::Height() const { return AsAssigned(height_, height()); }
 
 void Form::setWidth(float width) {
-  if (!std::isfinite(width) || width < 0) return;
+  if (!std::isfinite(width) || width < 0 || !ChoosesItsSize()) return;
   width_ = width;
   ResizeTo(QSize(PixelsOfTwips(width), height()));
 }
 
 void Form::setHeight(float height) {
-  if (!std::isfinite(height) || height < 0) return;
+  if (!std::isfinite(height) || height < 0 || !ChoosesItsSize()) return;
   height_ = height;
   ResizeTo(QSize(width(), PixelsOfTwips(height)));
 }
@@ -121,6 +131,11 @@ WindowState Form::State() const {
   if (isMinimized()) return WindowState::kMinimised;
   return isMaximized() ? WindowState::kMaximised : WindowState::kNormal;
 }
+
+// A compositor ends a program whose window exceeds the size that it was given while it is
+// maximised, as large as the screen, tiled or dragged, and Qt tells of a change of these states
+// only later, of the last two not at all.
+bool Form::ChoosesItsSize() const { return !obeys_ && !isMaximized() && !isFullScreen(); }
 
 void Form::SetSize(QSize size) {
   if (border_ == BorderStyle::kFixedDialog) {
@@ -152,7 +167,7 @@ void Form::timerEvent(QTimerEvent* event) {
     return;
   }
   --insistsLeft_;
-  if (!isVisible() || insistsLeft_ == 0 || windowHandle()->size() == size()) {
+  if (!isVisible() || !ChoosesItsSize() || insistsLeft_ == 0 || windowHandle()->size() == size()) {
     insist_.stop();
   } else {
     windowHandle()->resize(size());
@@ -183,6 +198,7 @@ void Form::RaiseResize() {
 void Form::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   LayOutArea();
+  const QScopedValueRollback<bool> obeys(obeys_, event->spontaneous() && UnderACompositor());
   RaiseResize();
 }
 

@@ -26,6 +26,9 @@ struct FormDesign {
   QRgb labelColor;  // of the text of its labels
   ScaleMode scale;
   BorderStyle border = BorderStyle::kSizable;
+  // Of the window with its menu bar, in twips: what Form_Resize holds to.
+  float leastWidth = 0;
+  float leastHeight = 0;
 };
 
 // A window. Lives by Load, Show, Unload: Load runs Form_Load and shows nothing; Unload, which
@@ -52,7 +55,9 @@ class Form : public QWidget {
   // From now on unloading also deletes the form, once no handler of it is on the stack.
   void DropWhenUnloaded() { dropWhenUnloaded_ = true; }
 
-  // Of the window with its menu bar, in twips, without what a window manager draws round it.
+  // Of the window with its menu bar, in twips, without what a window manager draws round it. Has no
+  // effect while the size isn't the window's to choose: while it is maximised or as large as the
+  // screen, and in the answer to a size that a Wayland compositor gives it.
   float Width() const;
   float Height() const;
   void setWidth(float width);
@@ -92,6 +97,7 @@ class Form : public QWidget {
 
   void BuildMenus(std::span<const MenuDesign> menus);
   void BuildControls(const FormDesign& form, std::span<const ControlDesign> controls);
+  bool ChoosesItsSize() const;
   void SetSize(QSize size);
   void ResizeTo(QSize size);
   int BarHeight(int width) const;
@@ -103,6 +109,7 @@ class Form : public QWidget {
   Container* area_;
   QMenuBar* menuBar_ = nullptr;
   BorderStyle border_;
+  QSize least_;
   float width_ = 0;  // twips, as assigned
   float height_ = 0;
   int handlers_ = 0;  // on the stack
@@ -110,6 +117,7 @@ class Form : public QWidget {
   bool unloading_ = false;
   bool dropWhenUnloaded_ = false;
   bool minimised_ = false;
+  bool obeys_ = false;  // a size that the compositor gave
   // Asks the window manager for the size that it should have.
   QBasicTimer insist_;
   int insistsLeft_ = 0;

@@ -9,13 +9,18 @@
 // of the controls at run time.
 namespace kelvane {
 
+constexpr float kLeastWidth = 16665;  // twips
+constexpr float kLeastHeight = 6500;  // twips
+
 constexpr FormDesign kForm1 = {.name = "Form1",
                                .caption = "Kelvane",
                                .clientWidth = 19335,
                                .clientHeight = 13980,
                                .backColor = kDark,
                                .labelColor = kLight,
-                               .scale = ScaleMode::kPixels};
+                               .scale = ScaleMode::kPixels,
+                               .leastWidth = kLeastWidth,
+                               .leastHeight = kLeastHeight};
 
 // Front to back.
 // clang-format off

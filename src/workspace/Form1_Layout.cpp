@@ -3,13 +3,12 @@
 #include "platform/Colours.h"
 #include "shared/SharedValues.h"
 #include "workspace/Form1.h"
+#include "workspace/Form1_Design.h"
 
 namespace kelvane {
 namespace {
 
 constexpr float kStartHeight = 11265;  // twips
-constexpr float kLeastWidth = 16665;   // twips
-constexpr float kLeastHeight = 6500;   // twips
 constexpr int kStartVolume = 30;
 constexpr float kBarThickness = 5;
 

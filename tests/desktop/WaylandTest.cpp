@@ -1,44 +1,58 @@
-// The main window under a Wayland compositor without an X server, whatever the compositor's scale.
+// The windows under a Wayland compositor without an X server, whatever its scales, on outputs of
+// any size.
 #include <memory>
 
 #include "desktop/DesktopTest.h"
 #include "desktop/driver/Compositor.h"
+#include "desktop/driver/JoinerWindow.h"
+#include "desktop/driver/SectionWindow.h"
 
 namespace kelvane::desktop {
 namespace {
 
 constexpr QSize kClip(320, 180);
 
-class UnderACompositor : public DesktopTest, public testing::WithParamInterface<int> {
+struct Situation {
+  const char* name;
+  QList<Output> outputs;  // the last of them shows the window
+};
+
+void PrintTo(const Situation& situation, std::ostream* out) { *out << situation.name; }
+
+class OnACompositor : public DesktopTest, public testing::WithParamInterface<Situation> {
  protected:
+  explicit OnACompositor(const QString& programName) : DesktopTest(programName) {}
+
   void SetUp() override {
-    compositor_ = std::make_unique<Compositor>(screen, TheDisplay(), GetParam());
+    compositor_ = std::make_unique<Compositor>(screen, TheDisplay(), GetParam().outputs);
     compositor_->Show(program);
     program.Start();
-    ASSERT_TRUE(window.AwaitFilling(compositor_->Id())) << "the main window doesn't come";
-    // The compositor adds up the pointer's ways, and may have missed the first ones: its edges set
-    // it right.
-    const QPoint corner = window.Place(MainWindow::NameOf(kLoadVideo)).topLeft() + QPoint(1, 1);
-    ASSERT_TRUE(WaitFor([&] {
-      screen.MovePointer({0, 0});
-      screen.MovePointer(screen.Place(window.Id()).bottomRight());
-      window.PointAt(kLoadVideo);
-      return WaitFor([&] { return screen.Pixel(corner) == kLit; }, 500ms);
-    })) << "no command is lit";
   }
 
   // The program first, as at a user's hands.
   void TearDown() override {
+    EXPECT_TRUE(program.Running());
     DesktopTest::TearDown();
     program.Kill();
     compositor_.reset();
   }
 
-  // Types the name into the open dialog, which has no window of its own on the display.
-  void Load(const QString& path) {
-    window.Click(kLoadVideo);
-    const QPoint middle = window.Area().center();
-    ASSERT_TRUE(WaitFor([&] { return screen.Pixel(middle) != kDark; })) << "no dialog comes";
+  WindowId OutputWindow() const { return compositor_->Id(); }
+
+  // The compositor adds up the pointer's ways, and may have missed the first ones: the edges of its
+  // outputs set it right.
+  void PointFromTheCorners(QPoint place) {
+    const QRect output = screen.Place(OutputWindow());
+    screen.MovePointer(output.topLeft());
+    screen.MovePointer(output.bottomRight());
+    screen.MovePointer(place);
+  }
+
+  // Clicks there and types the name into the file dialog that comes, which has no window of its own
+  // on the display; it covers `ground`, a place of this colour.
+  void ChooseFile(QPoint button, QPoint ground, QRgb color, const QString& path) {
+    screen.Click(button);
+    ASSERT_TRUE(WaitFor([&] { return screen.Pixel(ground) != color; })) << "no dialog comes";
     QImage last;
     ASSERT_TRUE(WaitFor([&] {
       last = screen.Picture();
@@ -46,16 +60,37 @@ class UnderACompositor : public DesktopTest, public testing::WithParamInterface<
     })) << "the dialog doesn't settle";
     screen.Type(path);
     screen.Strike(kReturn);
+    ASSERT_TRUE(WaitFor([&] { return screen.Pixel(ground) == color; })) << "the dialog stays";
   }
 
  private:
   // But for a caret that blinks.
   static bool Like(const QImage& one, const QImage& other) {
     const QRect difference = Difference(one, other);
-    return difference.width() <= 2 * GetParam();
+    return difference.width() <= 2 * GetParam().outputs.last().scale;
   }
 
   std::unique_ptr<Compositor> compositor_;
+};
+
+class UnderACompositor : public OnACompositor {
+ protected:
+  UnderACompositor() : OnACompositor(QStringLiteral("kelvane")) {}
+
+  void SetUp() override {
+    OnACompositor::SetUp();
+    ASSERT_TRUE(window.AwaitFilling(OutputWindow())) << "the main window doesn't come";
+    const QPoint corner = window.Place(MainWindow::NameOf(kLoadVideo)).topLeft() + QPoint(1, 1);
+    ASSERT_TRUE(WaitFor([&] {
+      PointFromTheCorners(window.Place(MainWindow::NameOf(kLoadVideo)).center());
+      return WaitFor([&] { return screen.Pixel(corner) == kLit; }, 500ms);
+    })) << "no command is lit";
+  }
+
+  void Load(const QString& path) {
+    ChooseFile(window.Place(MainWindow::NameOf(kLoadVideo)).center(), window.Area().center(), kDark,
+               path);
+  }
 };
 
 TEST_P(UnderACompositor, LiesInPixelsOfTheScreen) {
@@ -92,7 +127,74 @@ TEST_P(UnderACompositor, ShowsOnePixelOfTheVideoOnOneOfTheScreenAndMovesBarsByPi
   }));
 }
 
-INSTANTIATE_TEST_SUITE_P(OfScale, UnderACompositor, testing::Values(1, 2));
+class JoinerUnderACompositor : public OnACompositor {
+ protected:
+  JoinerUnderACompositor() : OnACompositor(QStringLiteral("kelvane-joiner")) {}
+
+  JoinerWindow joiner{screen};
+};
+
+TEST_P(JoinerUnderACompositor, LiesInPixelsOfTheScreenAndShowsTenSecondsAsOneOfThem) {
+  program.ReplaceTool(QStringLiteral("ffprobe"),
+                      QStringLiteral("echo '  Duration: 00:10:10.90, start: 0.0' >&2"));
+  const QString section = program.PathOf(QStringLiteral("section.mp4"));
+  WriteFile(section, "no video");
+  ASSERT_TRUE(joiner.AwaitFilling(OutputWindow())) << "the joiner window doesn't come";
+  const QRect frame = joiner.Place(QStringLiteral("Shape2"));
+  const QImage picture = screen.Picture();
+  EXPECT_TRUE(AllOf(picture, QRect(frame.bottomLeft(), QSize(frame.width(), 1)), kLit));
+  EXPECT_TRUE(AllOf(picture, QRect(frame.topLeft(), QSize(1, frame.height())), kLit));
+
+  PointFromTheCorners(joiner.BareChart());
+  ASSERT_NO_FATAL_FAILURE(ChooseFile(joiner.ButtonCentre(JoinerButton::kAddSection),
+                                     joiner.Chart().center(), JoinerWindow::kGround, section));
+  EXPECT_TRUE(WaitFor([&] { return joiner.Strip(0) == QRect(1, 1, 61, 17); }, 5s))
+      << joiner.Strip(0).width();
+}
+
+class SectionsUnderACompositor : public OnACompositor {
+ protected:
+  SectionsUnderACompositor() : OnACompositor(QStringLiteral("kelvane-sections")) {}
+
+  SectionWindow sections{screen};
+};
+
+TEST_P(SectionsUnderACompositor, MovesNeedlesAndThumbsByPixelsOfTheScreen) {
+  constexpr int kAccuracy = 2;
+  ASSERT_TRUE(sections.AwaitFilling(OutputWindow())) << "the section window doesn't come";
+  const QRect needle = sections.OnTimeLine(SectionWindow::kEndNeedle);
+  EXPECT_EQ(needle, QRect(136, 20, 5, 15));
+  const QRect thumb = sections.ThumbOutline(kAccuracy);
+  PointFromTheCorners(sections.TimeLine().center());
+  sections.DragNeedle(SectionWindow::kEndNeedle, 51);
+  // The compositor draws the pointer into its picture.
+  const QPoint aside = sections.OnScreen({10, 300, 2, 2}).center();
+  screen.MovePointer(aside);
+  EXPECT_TRUE(WaitFor(
+      [&] { return sections.OnTimeLine(SectionWindow::kEndNeedle) == needle.translated(51, 0); },
+      5s));
+  sections.DragThumb(kAccuracy, 101);
+  screen.MovePointer(aside);
+  EXPECT_TRUE(
+      WaitFor([&] { return sections.ThumbOutline(kAccuracy) == thumb.translated(101, 0); }, 5s));
+}
+
+const auto kOnOneOutput = testing::Values(
+    Situation{"Scale1", {{{1500, 900}, 1}}}, Situation{"Scale2", {{{1500, 900}, 2}}},
+    Situation{"SmallerThanTheWindow", {{{1100, 600}, 1}}},
+    Situation{"SmallerThanTheWindowAndDense", {{{1100, 700}, 2}}});
+const auto kOnOneOfTwo =
+    testing::Values(Situation{"TheDenseOneOfTwo", {{{500, 900}, 1}, {{1300, 800}, 2}}},
+                    Situation{"ThePlainOneOfTwo", {{{500, 900}, 2}, {{1300, 800}, 1}}});
+
+std::string NameOf(const testing::TestParamInfo<Situation>& situation) {
+  return situation.param.name;
+}
+
+INSTANTIATE_TEST_SUITE_P(OneOutput, UnderACompositor, kOnOneOutput, NameOf);
+INSTANTIATE_TEST_SUITE_P(TwoOutputs, UnderACompositor, kOnOneOfTwo, NameOf);
+INSTANTIATE_TEST_SUITE_P(OneOutput, JoinerUnderACompositor, kOnOneOutput, NameOf);
+INSTANTIATE_TEST_SUITE_P(OneOutput, SectionsUnderACompositor, kOnOneOutput, NameOf);
 
 }  // namespace
 }  // namespace kelvane::desktop

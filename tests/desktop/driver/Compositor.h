@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QList>
 #include <QProcess>
+#include <QSize>
 #include <QTemporaryDir>
 
 #include "desktop/driver/Program.h"
@@ -8,14 +10,18 @@
 
 namespace kelvane::desktop {
 
-// A Wayland compositor that fills a private display of 1920 by 1200 pixels and hands on its pointer
-// and keyboard. It has one output, and shows a program's first window as large as that. It ends
-// with the object.
+struct Output {
+  QSize pixels;
+  int scale;  // pixels, across and down, to a unit of the compositor's
+};
+
+// A Wayland compositor that shows its outputs as windows of a private display, side by side, and
+// hands on its pointer and keyboard. It makes a program's first window as large as the last output
+// and shows it there. It ends with the object.
 class Compositor {
  public:
-  // So many pixels of the screen, across and down, are one unit of the compositor's. Throws
-  // std::runtime_error where the compositor doesn't come up.
-  Compositor(Screen& screen, const QString& display, int scale);
+  // No two outputs are of one size. Throws std::runtime_error where the compositor doesn't come up.
+  Compositor(Screen& screen, const QString& display, const QList<Output>& outputs);
   Compositor(const Compositor&) = delete;
   Compositor& operator=(const Compositor&) = delete;
   ~Compositor();
@@ -24,11 +30,13 @@ class Compositor {
   // reach.
   void Show(Program& program) const;
 
-  // The window of the display that shows the output.
+  // The window of the display that shows the last output.
   WindowId Id() const { return window_; }
 
  private:
+  void Configure(const QList<Output>& outputs) const;
   QString Socket() const { return folder_.filePath(QStringLiteral("socket")); }
+  QString ConfigFile() const { return folder_.filePath(QStringLiteral("weston.ini")); }
 
   QTemporaryDir folder_;
   QProcess process_;

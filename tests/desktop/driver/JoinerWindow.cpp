@@ -16,6 +16,9 @@ constexpr int kTableRow = 13;
 constexpr int kListLine = 14;
 constexpr int kColumn = 96;
 
+// Of the ruler.
+constexpr QRgb kTick = 0xffc0c0c0;
+
 // Without the border.
 QRect Inside(const QRect& place) { return place.adjusted(1, 1, -1, -1); }
 
@@ -32,6 +35,16 @@ bool JoinerWindow::Await() {
     menuHeight_ = AreaUnderMenus(screen_, window_, kGround).top() - screen_.Place(window_).top();
     return menuHeight_ < screen_.Place(window_).height() &&
            ShowsProcess(QStringLiteral("Process: Compiling Video List"));
+  });
+}
+
+// Not by a caption: letters may be drawn otherwise there.
+bool JoinerWindow::AwaitFilling(WindowId window) {
+  window_ = window;
+  return WaitFor([this] {
+    menuHeight_ = AreaUnderMenus(screen_, window_, kGround).top() - screen_.Place(window_).top();
+    return menuHeight_ < screen_.Place(window_).height() &&
+           CountOf(screen_.Picture(), Ruler(), kTick) > 0;
   });
 }
 

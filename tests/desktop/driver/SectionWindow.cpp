@@ -16,6 +16,12 @@ bool SectionWindow::Await() {
   });
 }
 
+bool SectionWindow::AwaitFilling(WindowId window) {
+  window_ = window;
+  return WaitFor(
+      [this] { return !OnTimeLine(kEndNeedle).isEmpty() && !ThumbOutline(0).isEmpty(); });
+}
+
 QRect SectionWindow::OnScreen(const QRect& place) const {
   return place.translated(screen_.Place(window_).topLeft());
 }

@@ -22,6 +22,8 @@ class SectionWindow {
 
   // Waits until the window is on the screen and painted. False if that doesn't happen.
   bool Await();
+  // The same where it fills another one, as under a compositor that shows its output there.
+  bool AwaitFilling(WindowId window);
   WindowId Id() const { return window_; }
 
   // A place of the window, in pixels from its top left corner, on the screen.
