@@ -85,8 +85,9 @@ TEST_F(PlayerFiles, OfAVariableFrameRatePlay) {
 
 TEST_F(PlayerFiles, OfPixelsThatAreNoSquaresAreShownAsTheyAreStored) {
   player.setURL(
-      Make("anamorphic.mkv", Plain("160x90") + QStringList{"-vf", "setsar=64/45"} + Lossless()));
-  EXPECT_TRUE(AwaitBlue(QSize(160, 90)));
+      Make("anamorphic.mkv",
+           Plain("80x90") + QStringList{"-vf", "pad=160:90:0:0:red,setsar=64/45"} + Lossless()));
+  EXPECT_TRUE(AwaitBlue(QSize(80, 90)));
   ExpectTheNextFilePlays();
 }
 

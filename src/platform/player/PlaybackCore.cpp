@@ -48,7 +48,8 @@ constexpr std::pair<const char*, const char*> kOptions[] = {
     {"vo", "libmpv"},
     {"hwdec", "no"},
     // One stored pixel to one of the picture, which is cut where less of it is asked for.
-    {"video-aspect-override", "no"},
+    // By "no" a newer library means the file's own aspect ratio.
+    {"video-aspect-override", "0"},
     {"video-unscaled", "yes"},
     {"video-align-x", "-1"},
     {"video-align-y", "-1"},
