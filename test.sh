@@ -20,13 +20,11 @@ case "$#:${1:-}" in
   1:asan | 1:coverage) preset=$1 ;;
   1:tsan)
     install_packages build run test
-    build tsan media_tests workspace_tests player_tests desktop_test
+    build tsan media_tests player_tests desktop_test
     export TSAN_OPTIONS=suppressions=$KELVANE_ROOT/tests/platform/races.supp:history_size=7
     failed=()
     say "running the console runner's tests"
     "$(build_dir tsan)/tests/media/media_tests" || failed+=(media_tests)
-    ctest --test-dir "$(build_dir tsan)" -R '^Nesting\.' --output-on-failure --no-tests=error ||
-      failed+=(workspace_tests)
     say "running the player's tests"
     "$(build_dir tsan)/tests/platform/player_tests" \
       --gtest_filter=-APicture.RepaintsNoControlThatLiesOverIt || failed+=(player_tests)
