@@ -13,12 +13,12 @@
 
 namespace kelvane {
 
-// Where a block ends that isn't full.
+// When a block ends that isn't full.
 struct BlockEnd {
   // Nothing has been added for this long.
   std::chrono::milliseconds quiet{0};
-  // Behind the first so many bytes of the text, as this tells; 0 while the block's end hasn't come.
-  // Where it is set, `quiet` has no effect.
+  // Returns how long the next block is, given the text behind the last one; 0 while its end hasn't
+  // come. Where it is set, `quiet` has no effect.
   std::function<std::size_t(std::string_view text)> length = {};
 };
 

@@ -93,7 +93,7 @@ void PrintTo(const WayToFail& way, std::ostream* out) { *out << way.name; }
 
 class ListFileThat : public JoinTest, public ::testing::WithParamInterface<WayToFail> {
  protected:
-  // The join of three sections, where so many lists fail one after the other.
+  // The join of three sections, where several lists fail one after the other.
   void JoinFailing(int lists) {
     AddThree();
     JoinTo("/tmp/earlier.mp4");

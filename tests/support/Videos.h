@@ -27,8 +27,8 @@ bool MakeChequers(const QString& path, QSize size, int seconds);
 // pictures a second. False if it can't be made.
 bool MakeColours(const QString& path, QSize size, const QList<QRgb>& colours);
 
-// A copy of a video with a note for players to turn it so many degrees against the clock, a quarter
-// turn or a half one, as telephones write. False if it can't be made.
+// Makes a copy of a video with a note for players to turn it by 90 or 180 degrees, as telephones
+// write. Returns whether it could be made.
 bool MakeTurned(const QString& path, const QString& turned, int degrees);
 
 // The size of the file's first picture stream; empty if it has none.

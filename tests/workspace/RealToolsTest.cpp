@@ -225,8 +225,8 @@ TEST_F(TurnedVideo, IsCroppedElsewhereThanTheRegionLies) {
 
 TEST_F(TurnedVideo, IsCroppedWhereTheRegionLiesOnceItWasTurnedForGood) {
   ASSERT_TRUE(
-      RunTool("ffmpeg", {"-i", InFolder("phone.mp4"), "-c:a", "copy", InFolder("upright.mp4")}));
-  Pick(InFolder("upright.mp4"));
+      RunTool("ffmpeg", {"-i", InFolder("phone.mp4"), "-c:a", "copy", InFolder("turned.mp4")}));
+  Pick(InFolder("turned.mp4"));
   EXPECT_EQ(Number(SourceWidth), "0,240");
   EXPECT_EQ(Number(SourceHeight), "0,320");
   CropTheRegionTo(InFolder("cropped.mp4"));
