@@ -20,6 +20,7 @@
 
 #include "platform/Accessibility.h"
 #include "platform/Form.h"
+#include "platform/WholePixels.h"
 
 // Resources of a static library are taken in by name.
 static void TakeInIcons() { Q_INIT_RESOURCE(icons); }
@@ -168,6 +169,7 @@ App::App(const char* programName) : name_(programName), arguments_{name_.data(),
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
 
   application_ = MakeApplication(argumentCount_, arguments_.data());
+  RoundPointerDown(*application_);
   ServeScreenReaders();
   QApplication::setQuitOnLastWindowClosed(false);
   QGuiApplication::setDesktopFileName(QString::fromStdString(name_));

@@ -176,12 +176,9 @@ void Control::resizeEvent(QResizeEvent* event) {
 }
 
 // The place in the control is worked out from the place on the screen now: the control may have
-// been moved under the pointer since the event was sent. It is the pixel under the pointer: by
-// fractions of one, which a compositor and a pen tell, a control that follows the pointer would
-// never rest.
+// been moved under the pointer since the event was sent.
 MouseEvent Control::Arguments(const QMouseEvent& event, int button) const {
-  const QPointF exact = mapFromGlobal(event.globalPosition()) - MouseOrigin();
-  const QPointF place(std::floor(exact.x()), std::floor(exact.y()));
+  const QPointF place = mapFromGlobal(event.globalPosition()) - MouseOrigin();
   const float unitsPerPixel = MouseUnitsPerPixel();
   return {.Index = index_,
           .Button = button,

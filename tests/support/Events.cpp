@@ -6,6 +6,7 @@
 #include <QMouseEvent>
 #include <QTimer>
 #include <QWidget>
+#include <QWindow>
 #include <memory>
 
 #include "platform/Timer.h"
@@ -34,15 +35,18 @@ class StepReceiver : public QObject {
   std::function<void()> step_;
 };
 
-void SendAt(QWidget& widget, QPointF place, QEvent::Type type, Qt::MouseButton button,
-            Qt::MouseButtons held) {
-  QMouseEvent event(type, widget.mapFromGlobal(place), place, button, held, Qt::NoModifier);
+void Send(QWidget& widget, QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons held) {
+  const QPointF place = widget.rect().center();
+  QMouseEvent event(type, place, widget.mapToGlobal(place), button, held, Qt::NoModifier);
   QApplication::sendEvent(&widget, &event);
 }
 
-void Send(QWidget& widget, QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons held) {
-  const QPointF middle = widget.rect().center();
-  SendAt(widget, widget.mapToGlobal(middle), type, button, held);
+// As the system tells the window, which finds the widget that is meant.
+void SendToWindow(QWidget& window, QPointF place, QEvent::Type type, Qt::MouseButton button,
+                  Qt::MouseButtons held) {
+  const QPointF inWindow = window.mapFromGlobal(place);
+  QMouseEvent event(type, inWindow, inWindow, place, button, held, Qt::NoModifier);
+  QApplication::sendEvent(window.windowHandle(), &event);
 }
 
 }  // namespace
@@ -116,10 +120,12 @@ void Click(QWidget& widget, Qt::MouseButton button) {
 }
 
 void DragThrough(QWidget& widget, const std::vector<QPointF>& places) {
-  SendAt(widget, places.front(), QEvent::MouseButtonPress, Qt::LeftButton, Qt::LeftButton);
+  QWidget& window = *widget.window();
+  SendToWindow(window, places.front(), QEvent::MouseButtonPress, Qt::LeftButton, Qt::LeftButton);
   for (const QPointF& place : places) {
-    SendAt(widget, place, QEvent::MouseMove, Qt::NoButton, Qt::LeftButton);
+    SendToWindow(window, place, QEvent::MouseMove, Qt::NoButton, Qt::LeftButton);
   }
+  SendToWindow(window, places.back(), QEvent::MouseButtonRelease, Qt::LeftButton, Qt::NoButton);
 }
 
 QString Member(const char* array, int index) {

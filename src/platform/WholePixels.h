@@ -1,0 +1,13 @@
+#pragma once
+
+class QObject;
+
+namespace kelvane {
+
+// Rounds the pointer's place down to whole pixels in all mouse events of all windows from now on. A
+// Wayland compositor, a pen and a touch screen tell fractions of a pixel: Qt rounds them in some
+// events and not in others, and a control that follows the pointer would not rest. Ends with `owner`,
+// which must live on the user-interface thread.
+void RoundPointerDown(QObject& owner);
+
+}  // namespace kelvane
