@@ -12,12 +12,12 @@
 
 #include "platform/HandlerScope.h"
 #include "platform/Timer.h"
+#include "platform/WindowManager.h"
 
 namespace kelvane {
 namespace {
 
-constexpr int kInsistInterval = 200;  // ms
-constexpr int kMostInsists = 50;
+constexpr int kDragInterval = 200;  // ms
 
 int loadedForms = 0;
 
@@ -148,30 +148,40 @@ void Form::SetSize(QSize size) {
 void Form::ResizeTo(QSize size) {
   const QSize before = this->size();
   SetSize(size);
-  if (this->size() == before) return;
-  if (isVisible()) {
-    insistsLeft_ = kMostInsists;
-    insist_.start(kInsistInterval, this);
-    return;
-  }
+  if (isVisible() || this->size() == before) return;
   // The toolkit holds back the events of a window that isn't on the screen.
   LayOutArea();
   RaiseResize();
 }
 
-// A window manager may not hear of a new size while the user is dragging the window's edge. It is
-// asked again for a while; some never give in.
+// Qt tells of no size that the window had before it asked for another.
+bool Form::nativeEvent(const QByteArray& eventType, void* message, qintptr* result) {
+  if (TellsOfGeometry(eventType, message)) {
+    QMetaObject::invokeMethod(this, &Form::TakeAnswer, Qt::QueuedConnection);
+  }
+  return QWidget::nativeEvent(eventType, message, result);
+}
+
+// Some window managers refuse every size while the user drags the window's edge: they are asked
+// once more when it has been let go.
+void Form::TakeAnswer() {
+  if (!isVisible() || windowHandle()->size() == size()) return;
+  if (PointerButtonHeld()) {
+    dragging_.start(kDragInterval, this);
+    return;
+  }
+  const QScopedValueRollback<bool> obeys(obeys_, true);
+  SetSize(windowHandle()->size());
+}
+
 void Form::timerEvent(QTimerEvent* event) {
-  if (event->timerId() != insist_.timerId()) {
+  if (event->timerId() != dragging_.timerId()) {
     QWidget::timerEvent(event);
     return;
   }
-  --insistsLeft_;
-  if (!isVisible() || !ChoosesItsSize() || insistsLeft_ == 0 || windowHandle()->size() == size()) {
-    insist_.stop();
-  } else {
-    windowHandle()->resize(size());
-  }
+  if (PointerButtonHeld()) return;
+  dragging_.stop();
+  if (isVisible() && ChoosesItsSize()) windowHandle()->resize(size());
 }
 
 // A window whose titles are all hidden has no menu bar.
@@ -198,7 +208,8 @@ void Form::RaiseResize() {
 void Form::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
   LayOutArea();
-  const QScopedValueRollback<bool> obeys(obeys_, event->spontaneous() && UnderACompositor());
+  const bool given = event->spontaneous() && UnderACompositor();
+  const QScopedValueRollback<bool> obeys(obeys_, obeys_ || given);
   RaiseResize();
 }
 

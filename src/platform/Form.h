@@ -57,7 +57,8 @@ class Form : public QWidget {
 
   // Of the window with its menu bar, in twips, without what a window manager draws round it. Has no
   // effect while the size isn't the window's to choose: while it is maximised or as large as the
-  // screen, and in the answer to a size that a Wayland compositor gives it.
+  // screen, and in the answer to a size that a Wayland compositor gives it, or by which a window
+  // manager refuses another.
   float Width() const;
   float Height() const;
   void setWidth(float width);
@@ -91,6 +92,7 @@ class Form : public QWidget {
   void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void timerEvent(QTimerEvent* event) override;
+  bool nativeEvent(const QByteArray& eventType, void* message, qintptr* result) override;
 
  private:
   friend class HandlerScope;
@@ -100,6 +102,7 @@ class Form : public QWidget {
   bool ChoosesItsSize() const;
   void SetSize(QSize size);
   void ResizeTo(QSize size);
+  void TakeAnswer();
   int BarHeight(int width) const;
   void LayOutArea();
   void RaiseResize();
@@ -117,10 +120,8 @@ class Form : public QWidget {
   bool unloading_ = false;
   bool dropWhenUnloaded_ = false;
   bool minimised_ = false;
-  bool obeys_ = false;  // a size that the compositor gave
-  // Asks the window manager for the size that it should have.
-  QBasicTimer insist_;
-  int insistsLeft_ = 0;
+  bool obeys_ = false;    // a size that the window manager or compositor gave
+  QBasicTimer dragging_;  // runs while the window manager's refusal may be due to the user's drag
 };
 
 // The one instance that a window class has at a time: made when it is loaded, dropped when it has

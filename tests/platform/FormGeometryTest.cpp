@@ -1,8 +1,8 @@
 // The sizes of windows.
 #include <gtest/gtest.h>
 
-#include <QElapsedTimer>
 #include <QMenuBar>
+#include <QScreen>
 #include <QWindow>
 #include <limits>
 
@@ -76,46 +76,6 @@ TEST(AFormsSize, IsTheScreensOnceTheUserHasChangedIt) {
   EXPECT_EQ(form.Height(), 6000);
   EXPECT_EQ(form.ScaleWidth(), 500);
   EXPECT_EQ(form.ScaleHeight(), 400);
-}
-
-// Keeps from the toolkit what becomes of a window's size, as a window manager does that goes its
-// own way.
-class Unheard : public QObject {
- public:
-  explicit Unheard(QObject& window) { window.installEventFilter(this); }
-  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
-    return event->type() == QEvent::Resize;
-  }
-};
-
-TEST(AFormsSize, IsAskedForAgainWhereTheWindowManagerDoesNotHear) {
-  TestForm form;
-  form.Open();
-  form.setWidth(6000);
-  {
-    const Unheard unheard(*form.windowHandle());
-    form.windowHandle()->resize(350, 200);
-    DoEvents();
-  }
-  ASSERT_EQ(form.windowHandle()->width(), 350);
-  EXPECT_TRUE(PumpUntil([&] { return form.windowHandle()->width() == 400; }));
-  EXPECT_EQ(form.Width(), 6000);
-}
-
-TEST(AFormsSize, IsNotAskedForAgainOnceTheUserHasChosenAnother) {
-  TestForm form;
-  int resizes = 0;
-  form.Open();
-  form.setWidth(6000);
-  form.windowHandle()->resize(350, 200);
-  ASSERT_TRUE(PumpUntil([&] { return form.width() == 350; }));
-  form.OnResize = [&] { ++resizes; };
-  QElapsedTimer clock;
-  clock.start();
-  constexpr int kLongerThanItAsks = 500;  // ms
-  PumpUntil([&] { return clock.hasExpired(kLongerThanItAsks); });
-  EXPECT_EQ(form.Width(), 5250);
-  EXPECT_EQ(resizes, 0);
 }
 
 TEST(AFormsSize, RefusesWhatIsNegativeOrUndefined) {
@@ -266,6 +226,31 @@ TEST_F(FormResize, IsRaisedOnceWhenTheFormIsMaximisedAndOnceWhenItIsRestored) {
   ASSERT_TRUE(PumpUntil([&] { return form.width() == 300; }));
   EXPECT_EQ(events, (Events{maximised, "300x200"}));
 }
+
+class AFormThatFillsTheScreen : public ::testing::TestWithParam<Qt::WindowState> {};
+
+TEST_P(AFormThatFillsTheScreen, AsksForNoLargerSize) {
+  TestForm form;
+  form.OnResize = [&] {
+    if (form.Width() < 30000) form.setWidth(30000);
+  };
+  form.Open();
+  form.setWidth(30000);
+  ASSERT_EQ(form.width(), 2000);
+  const int screenWidth = form.screen()->size().width();
+  ASSERT_LT(screenWidth, 2000);
+  form.setWindowState(GetParam());
+  EXPECT_TRUE(PumpUntil([&] { return form.width() <= screenWidth; }));
+  DoEvents();
+  EXPECT_LE(form.width(), screenWidth);
+  EXPECT_EQ(form.windowHandle()->size(), form.size());
+}
+
+INSTANTIATE_TEST_SUITE_P(States, AFormThatFillsTheScreen,
+                         ::testing::Values(Qt::WindowMaximized, Qt::WindowFullScreen),
+                         [](const auto& tested) {
+                           return tested.param == Qt::WindowMaximized ? "Maximised" : "FullScreen";
+                         });
 
 TEST(AFormsState, IsMaximisedWhenItFillsTheScreen) {
   TestForm form;

@@ -88,10 +88,11 @@ class TrialWindow {
 }  // namespace
 
 PrivateDisplay::PrivateDisplay(const std::string& privateFolder,
-                               const std::vector<std::string>& serverOptions) {
+                               const std::vector<std::string>& serverOptions,
+                               WindowManager windowManager) {
   try {
     StartServer(serverOptions);
-    StartWindowManager(privateFolder);
+    if (windowManager == WindowManager::kOpenbox) StartWindowManager(privateFolder);
   } catch (...) {
     End(windowManager_);
     End(server_);

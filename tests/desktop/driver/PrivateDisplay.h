@@ -7,6 +7,8 @@
 
 namespace kelvane::desktop {
 
+enum class WindowManager { kOpenbox, kNone };
+
 // A private X server of 1920 by 1200 pixels without a screen, and a window manager on it, both with
 // nobody's configuration. They end with the object, and with this process however it ends.
 //
@@ -18,7 +20,8 @@ class PrivateDisplay {
   // `privateFolder` is the window manager's home; the server gets these options after its own.
   // Throws std::runtime_error where the server or the manager doesn't come up.
   explicit PrivateDisplay(const std::string& privateFolder,
-                          const std::vector<std::string>& serverOptions = {});
+                          const std::vector<std::string>& serverOptions = {},
+                          WindowManager windowManager = WindowManager::kOpenbox);
   PrivateDisplay(const PrivateDisplay&) = delete;
   PrivateDisplay& operator=(const PrivateDisplay&) = delete;
   ~PrivateDisplay();

@@ -1,0 +1,91 @@
+#include "desktop/driver/HoldingManager.h"
+
+#include <xcb/xcb.h>
+
+#include <array>
+#include <cstdlib>
+#include <memory>
+#include <string_view>
+
+namespace kelvane::desktop {
+
+HoldingManager::HoldingManager(const std::string& display, QSize held)
+    : connection_(xcb_connect(display.c_str(), nullptr)), held_(held) {
+  root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
+  constexpr std::string_view kClientList = "_NET_CLIENT_LIST";
+  const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> atom(
+      xcb_intern_atom_reply(connection_,
+                            xcb_intern_atom(connection_, 0, kClientList.size(), kClientList.data()),
+                            nullptr),
+      &std::free);
+  clientList_ = atom->atom;
+  const std::uint32_t redirect = XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT;
+  xcb_change_window_attributes(connection_, root_, XCB_CW_EVENT_MASK, &redirect);
+  xcb_flush(connection_);
+  server_ = std::jthread([this](const std::stop_token& stop) {
+    while (!stop.stop_requested()) {
+      Serve();
+      std::this_thread::sleep_for(1ms);
+    }
+  });
+}
+
+HoldingManager::~HoldingManager() {
+  server_.request_stop();
+  server_.join();
+  xcb_disconnect(connection_);
+}
+
+void HoldingManager::Give(WindowId window, QSize size) {
+  held_ = size;
+  Place(window);
+}
+
+void HoldingManager::Serve() {
+  while (xcb_generic_event_t* event = xcb_poll_for_event(connection_)) {
+    constexpr std::uint8_t kWithoutSender = 0x7f;
+    const int type = event->response_type & kWithoutSender;
+    if (type == XCB_MAP_REQUEST) {
+      TakeOn(reinterpret_cast<const xcb_map_request_event_t*>(event)->window);
+    } else if (type == XCB_CONFIGURE_REQUEST) {
+      Answer(*reinterpret_cast<const xcb_configure_request_event_t*>(event));
+    }
+    std::free(event);
+  }
+}
+
+void HoldingManager::TakeOn(WindowId window) {
+  Place(window);
+  xcb_map_window(connection_, window);
+  constexpr std::uint8_t kBits = 32;
+  xcb_change_property(connection_, XCB_PROP_MODE_APPEND, root_, clientList_, XCB_ATOM_WINDOW, kBits,
+                      1, &window);
+  xcb_flush(connection_);
+}
+
+void HoldingManager::Place(WindowId window) {
+  const QSize size = held_;
+  const std::array values = {0U, 0U, static_cast<std::uint32_t>(size.width()),
+                             static_cast<std::uint32_t>(size.height())};
+  xcb_configure_window(connection_, window,
+                       XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
+                           XCB_CONFIG_WINDOW_HEIGHT,
+                       values.data());
+  xcb_flush(connection_);
+}
+
+void HoldingManager::Answer(const xcb_configure_request_event_t& request) {
+  const QSize size = held_;
+  xcb_configure_notify_event_t answer{};
+  answer.response_type = XCB_CONFIGURE_NOTIFY;
+  answer.event = request.window;
+  answer.window = request.window;
+  answer.width = static_cast<std::uint16_t>(size.width());
+  answer.height = static_cast<std::uint16_t>(size.height());
+  xcb_send_event(connection_, 0, request.window, XCB_EVENT_MASK_STRUCTURE_NOTIFY,
+                 reinterpret_cast<const char*>(&answer));
+  xcb_flush(connection_);
+  if (QSize(request.width, request.height) != size) ++requests_;
+}
+
+}  // namespace kelvane::desktop
