@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QMenuBar>
 #include <QScopedValueRollback>
+#include <QScreen>
 #include <QTimerEvent>
 #include <QWindow>
 #include <algorithm>
@@ -33,6 +34,14 @@ float AsAssigned(float twips, int pixels) {
 
 bool UnderACompositor() {
   return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
+
+// Qt 6.4 keeps to a least size even where the compositor gives less, which ends the program.
+QSize LeastOnEveryOutput(QSize least) {
+  for (const QScreen* screen : QGuiApplication::screens()) {
+    least = least.boundedTo(screen->size());
+  }
+  return least;
 }
 
 }  // namespace
@@ -72,7 +81,7 @@ void Form::Load() {
 
 void Form::Show(Form* owner) {
   // Once the compositor has given a size it is too late to ask for another.
-  if (UnderACompositor()) setMinimumSize(least_.expandedTo(minimumSize()));
+  if (UnderACompositor()) setMinimumSize(LeastOnEveryOutput(least_).expandedTo(minimumSize()));
   if (owner != nullptr) {
     winId();  // makes the window handles
     owner->winId();
