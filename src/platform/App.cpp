@@ -7,6 +7,8 @@
 #include <QDesktopServices>
 #include <QEvent>
 #include <QFile>
+#include <QHash>
+#include <QList>
 #include <QScreen>
 #include <QSettings>
 #include <QUrl>
@@ -20,6 +22,7 @@
 
 #include "platform/Accessibility.h"
 #include "platform/Form.h"
+#include "platform/WaylandOutputs.h"
 #include "platform/WholePixels.h"
 
 // Resources of a static library are taken in by name.
@@ -107,15 +110,23 @@ QByteArray FactorText(double factor) {
 
 // std::nullopt where no output has a scale.
 std::optional<ScaleFactors> FactorsThatUndoScales() {
-  double largest = 1;
-  for (const QScreen* screen : QGuiApplication::screens()) {
-    largest = std::max(largest, screen->devicePixelRatio());
+  const QList<QScreen*> screens = QGuiApplication::screens();
+  const auto isPlain = [](const QScreen* screen) { return screen->devicePixelRatio() == 1; };
+  if (std::ranges::all_of(screens, isPlain)) return std::nullopt;
+  const QHash<QString, QSize> pixels =
+      QGuiApplication::platformName().startsWith(QLatin1String("wayland"))
+          ? PixelsOfWaylandOutputs()
+          : QHash<QString, QSize>();
+  std::vector<double> scales;
+  for (const QScreen* screen : screens) {
+    scales.push_back(
+        ScaleOfOutput(pixels.value(screen->name()), screen->size(), screen->devicePixelRatio()));
   }
-  if (largest == 1) return std::nullopt;
+  const double largest = *std::ranges::max_element(scales);
   ScaleFactors factors{.common = FactorText(1 / largest), .outputs = {}};
-  for (const QScreen* screen : QGuiApplication::screens()) {
-    const double factor = largest / screen->devicePixelRatio();
-    factors.outputs += screen->name().toUtf8() + '=' + FactorText(factor) + ';';
+  for (qsizetype i = 0; i < screens.size(); ++i) {
+    const double factor = largest / scales[static_cast<std::size_t>(i)];
+    factors.outputs += screens[i]->name().toUtf8() + '=' + FactorText(factor) + ';';
   }
   return factors;
 }

@@ -1,0 +1,92 @@
+#include "platform/WaylandOutputs.h"
+
+#include <wayland-client-protocol.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <list>
+#include <memory>
+
+namespace kelvane {
+namespace {
+
+template <typename T, void (*destroy)(T*)>
+struct Destroyer {
+  void operator()(T* object) const { destroy(object); }
+};
+
+struct Output {
+  std::unique_ptr<wl_output, Destroyer<wl_output, wl_output_destroy>> object;
+  QString name;
+  QSize mode;
+  bool onItsSide = false;
+};
+
+Output& In(void* data) { return *static_cast<Output*>(data); }
+
+constexpr wl_output_listener kOutputListener = {
+    .geometry =
+        [](void* data, wl_output*, std::int32_t, std::int32_t, std::int32_t, std::int32_t,
+           std::int32_t, const char*, const char*, std::int32_t transform) {
+          // Every second transform is by a quarter or three quarters of a turn.
+          In(data).onItsSide = transform % 2 == 1;
+        },
+    .mode =
+        [](void* data, wl_output*, std::uint32_t flags, std::int32_t width, std::int32_t height,
+           std::int32_t) {
+          if ((flags & WL_OUTPUT_MODE_CURRENT) != 0) In(data).mode = QSize(width, height);
+        },
+    .done = [](void*, wl_output*) {},
+    .scale = [](void*, wl_output*, std::int32_t) {},
+    .name = [](void* data, wl_output*,
+               const char* name) { In(data).name = QString::fromUtf8(name); },
+    .description = [](void*, wl_output*, const char*) {},
+};
+
+constexpr wl_registry_listener kRegistryListener = {
+    .global =
+        [](void* data, wl_registry* registry, std::uint32_t number, const char* interface,
+           std::uint32_t version) {
+          if (std::strcmp(interface, wl_output_interface.name) != 0 ||
+              version < WL_OUTPUT_NAME_SINCE_VERSION) {
+            return;
+          }
+          Output& output = static_cast<std::list<Output>*>(data)->emplace_back();
+          output.object.reset(static_cast<wl_output*>(wl_registry_bind(
+              registry, number, &wl_output_interface, WL_OUTPUT_NAME_SINCE_VERSION)));
+          wl_output_add_listener(output.object.get(), &kOutputListener, &output);
+        },
+    .global_remove = [](void*, wl_registry*, std::uint32_t) {},
+};
+
+}  // namespace
+
+QHash<QString, QSize> PixelsOfWaylandOutputs() {
+  const std::unique_ptr<wl_display, Destroyer<wl_display, wl_display_disconnect>> display(
+      wl_display_connect(nullptr));
+  if (!display) return {};
+  const std::unique_ptr<wl_registry, Destroyer<wl_registry, wl_registry_destroy>> registry(
+      wl_display_get_registry(display.get()));
+  std::list<Output> outputs;
+  wl_registry_add_listener(registry.get(), &kRegistryListener, &outputs);
+  wl_display_roundtrip(display.get());  // tells which outputs there are
+  wl_display_roundtrip(display.get());  // and what they are
+  QHash<QString, QSize> pixels;
+  for (const Output& output : outputs) {
+    pixels.insert(output.name, output.onItsSide ? output.mode.transposed() : output.mode);
+  }
+  return pixels;
+}
+
+double ScaleOfOutput(QSize pixels, QSize units, double whole) {
+  if (pixels.isEmpty() || units.isEmpty()) return whole;
+  constexpr double kParts = 120;  // compositors tell fractions in parts of this size
+  const double longSide = std::max(pixels.width(), pixels.height());
+  const double scale =
+      std::round(kParts * longSide / std::max(units.width(), units.height())) / kParts;
+  return std::ceil(scale) == whole ? scale : whole;
+}
+
+}  // namespace kelvane
