@@ -5,6 +5,7 @@
 #include "desktop/DesktopTest.h"
 #include "desktop/driver/Compositor.h"
 #include "desktop/driver/JoinerWindow.h"
+#include "desktop/driver/Places.h"
 #include "desktop/driver/SectionWindow.h"
 
 namespace kelvane::desktop {
@@ -127,6 +128,26 @@ TEST_P(UnderACompositor, ShowsOnePixelOfTheVideoOnOneOfTheScreenAndMovesBarsByPi
   }));
 }
 
+class UnderACompositorOfAnyFraction : public OnACompositor {
+ protected:
+  UnderACompositorOfAnyFraction() : OnACompositor(QStringLiteral("kelvane")) {}
+};
+
+// But for a pixel at the edges, which the compositor may draw from two.
+TEST_P(UnderACompositorOfAnyFraction, IsAsLargeInPixelsOfTheScreenAsAtScaleOne) {
+  EXPECT_TRUE(WaitFor([&] {
+    const QRect area = AreaUnderMenus(screen, OutputWindow(), kDark);
+    if (area.isEmpty()) return false;
+    const QRect bar = PlaceIn(area.size(), QStringLiteral("pbar")).translated(area.topLeft());
+    const QImage picture = screen.Picture();
+    return AllOf(picture, bar.adjusted(1, 1, -1, -1), kProgressBack) &&
+           AllOf(picture, QRect(bar.left(), bar.top() - 2, bar.width(), 1), kDark) &&
+           AllOf(picture, QRect(bar.left(), bar.bottom() + 2, bar.width(), 1), kDark) &&
+           AllOf(picture, QRect(bar.left() - 2, bar.top(), 1, bar.height()), kDark) &&
+           AllOf(picture, QRect(bar.right() + 2, bar.top(), 1, bar.height()), kDark);
+  }));
+}
+
 class JoinerUnderACompositor : public OnACompositor {
  protected:
   JoinerUnderACompositor() : OnACompositor(QStringLiteral("kelvane-joiner")) {}
@@ -141,9 +162,11 @@ TEST_P(JoinerUnderACompositor, LiesInPixelsOfTheScreenAndShowsTenSecondsAsOneOfT
   WriteFile(section, "no video");
   ASSERT_TRUE(joiner.AwaitFilling(OutputWindow())) << "the joiner window doesn't come";
   const QRect frame = joiner.Place(QStringLiteral("Shape2"));
-  const QImage picture = screen.Picture();
-  EXPECT_TRUE(AllOf(picture, QRect(frame.bottomLeft(), QSize(frame.width(), 1)), kLit));
-  EXPECT_TRUE(AllOf(picture, QRect(frame.topLeft(), QSize(1, frame.height())), kLit));
+  EXPECT_TRUE(WaitFor([&] {
+    const QImage picture = screen.Picture();
+    return AllOf(picture, QRect(frame.bottomLeft(), QSize(frame.width(), 1)), kLit) &&
+           AllOf(picture, QRect(frame.topLeft(), QSize(1, frame.height())), kLit);
+  }));
 
   PointFromTheCorners(joiner.BareChart());
   ASSERT_NO_FATAL_FAILURE(ChooseFile(joiner.ButtonCentre(JoinerButton::kAddSection),
@@ -183,6 +206,7 @@ const auto kOnOneOutput = testing::Values(
     Situation{"Scale1", {{{1500, 900}, 1}}}, Situation{"Scale2", {{{1500, 900}, 2}}},
     Situation{"SmallerThanTheWindow", {{{1100, 600}, 1}}},
     Situation{"SmallerThanTheWindowAndDense", {{{1100, 700}, 2}}});
+const auto kAtAFraction = testing::Values(Situation{"ScaleOneAndAHalf", {{{1500, 900}, 1.5}}});
 const auto kOnOneOfTwo =
     testing::Values(Situation{"TheDenseOneOfTwo", {{{500, 900}, 1}, {{1300, 800}, 2}}},
                     Situation{"ThePlainOneOfTwo", {{{500, 900}, 2}, {{1300, 800}, 1}}});
@@ -192,6 +216,12 @@ std::string NameOf(const testing::TestParamInfo<Situation>& situation) {
 }
 
 INSTANTIATE_TEST_SUITE_P(OneOutput, UnderACompositor, kOnOneOutput, NameOf);
+INSTANTIATE_TEST_SUITE_P(OneOutput, UnderACompositorOfAnyFraction, kAtAFraction, NameOf);
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)  // 6.4 paints at whole scales alone
+INSTANTIATE_TEST_SUITE_P(AtAFraction, UnderACompositor, kAtAFraction, NameOf);
+INSTANTIATE_TEST_SUITE_P(AtAFraction, JoinerUnderACompositor, kAtAFraction, NameOf);
+INSTANTIATE_TEST_SUITE_P(AtAFraction, SectionsUnderACompositor, kAtAFraction, NameOf);
+#endif
 INSTANTIATE_TEST_SUITE_P(TwoOutputs, UnderACompositor, kOnOneOfTwo, NameOf);
 INSTANTIATE_TEST_SUITE_P(OneOutput, JoinerUnderACompositor, kOnOneOutput, NameOf);
 INSTANTIATE_TEST_SUITE_P(OneOutput, SectionsUnderACompositor, kOnOneOutput, NameOf);

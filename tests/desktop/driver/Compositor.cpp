@@ -1,11 +1,13 @@
 #include "desktop/driver/Compositor.h"
 
 #include <sys/prctl.h>
+#include <unistd.h>
 
+#include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QProcessEnvironment>
 #include <algorithm>
+#include <cmath>
 #include <csignal>
 #include <stdexcept>
 
@@ -22,7 +24,9 @@ WindowId Showing(const Screen& screen, const QList<WindowId>& windows, QSize siz
 }  // namespace
 
 Compositor::Compositor(Screen& screen, const QString& display, const QList<Output>& outputs) {
-  Configure(outputs);
+  const Output& last = outputs.last();
+  QStringList command =
+      last.scale == std::floor(last.scale) ? ForWholeScales(outputs) : ForFractions(last);
   const QList<WindowId> known = screen.Windows();
   QProcessEnvironment environment;
   environment.insert(QStringLiteral("PATH"), QStringLiteral("/usr/bin:/bin"));
@@ -31,16 +35,18 @@ Compositor::Compositor(Screen& screen, const QString& display, const QList<Outpu
   environment.insert(QStringLiteral("DISPLAY"), display);
   process_.setProcessEnvironment(environment);
   process_.setProcessChannelMode(QProcess::MergedChannels);
-  process_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGKILL); });
-  process_.start(QStringLiteral("weston"),
-                 {"--backend=x11-backend.so", "--use-pixman", "--config=" + ConfigFile(),
-                  "--shell=kiosk-shell.so", "--idle-time=0", "--socket=socket",
-                  QStringLiteral("--output-count=%1").arg(outputs.size())});
+  GiveToOrdinaryUser(folder_.path());
+  process_.setChildProcessModifier([] {
+    constexpr int kNotStarted = 127;
+    if (!BecomeOrdinaryUser()) _exit(kNotStarted);
+    prctl(PR_SET_PDEATHSIG, SIGKILL);
+  });
+  const QString name = command.takeFirst();
+  process_.start(name, command);
   const bool shown = WaitFor([&] {
     const QList<WindowId> windows = screen.Windows();
-    window_ = Showing(screen, windows, outputs.last().pixels);
-    return QFileInfo::exists(Socket()) && window_ != 0 &&
-           windows.size() == known.size() + outputs.size();
+    window_ = Showing(screen, windows, last.pixels);
+    return !Socket().isEmpty() && window_ != 0 && windows.size() == known.size() + outputs.size();
   });
   if (!shown) {
     process_.kill();
@@ -56,22 +62,47 @@ Compositor::~Compositor() {
   process_.waitForFinished();
 }
 
-void Compositor::Configure(const QList<Output>& outputs) const {
+QStringList Compositor::ForWholeScales(const QList<Output>& outputs) const {
   QByteArray lines;
   for (qsizetype i = 0; i < outputs.size(); ++i) {
-    const Output& output = outputs[i];
+    const QSize units = outputs[i].pixels / outputs[i].scale;
     lines += QStringLiteral("[output]\nname=X%1\nmode=%2x%3\nscale=%4\n")
                  .arg(i + 1)
-                 .arg(output.pixels.width() / output.scale)
-                 .arg(output.pixels.height() / output.scale)
-                 .arg(output.scale)
+                 .arg(units.width())
+                 .arg(units.height())
+                 .arg(outputs[i].scale)
                  .toUtf8();
   }
-  lines += "app-ids=kelvane,kelvane-joiner,kelvane-sections\n";
+  Configure(lines + "app-ids=kelvane,kelvane-joiner,kelvane-sections\n");
+  return {"weston",
+          "--backend=x11-backend.so",
+          "--use-pixman",
+          "--config=" + ConfigFile(),
+          "--shell=kiosk-shell.so",
+          "--idle-time=0",
+          QStringLiteral("--output-count=%1").arg(outputs.size())};
+}
+
+QStringList Compositor::ForFractions(const Output& output) const {
+  Configure(QStringLiteral("output * mode %1x%2 scale %3\ndefault_border none\nxwayland disable\n")
+                .arg(output.pixels.width())
+                .arg(output.pixels.height())
+                .arg(output.scale)
+                .toUtf8());
+  return {"env", "WLR_BACKENDS=x11", "WLR_RENDERER=pixman", "sway", "--config", ConfigFile()};
+}
+
+void Compositor::Configure(const QByteArray& lines) const {
   QFile file(ConfigFile());
   if (!file.open(QIODevice::WriteOnly) || file.write(lines) != lines.size()) {
     throw std::runtime_error("no place for the settings of the Wayland compositor");
   }
+}
+
+QString Compositor::Socket() const {
+  const QDir folder(folder_.path());
+  const QStringList sockets = folder.entryList({QStringLiteral("wayland-?")}, QDir::System);
+  return sockets.isEmpty() ? QString() : folder.filePath(sockets.first());
 }
 
 void Compositor::Show(Program& program) const {

@@ -12,12 +12,12 @@ namespace kelvane::desktop {
 
 struct Output {
   QSize pixels;
-  int scale;  // pixels, across and down, to a unit of the compositor's
+  double scale;  // pixels, across and down, to a unit of the compositor's
 };
 
 // A Wayland compositor that shows its outputs as windows of a private display, side by side, and
 // hands on its pointer and keyboard. It makes a program's first window as large as the last output
-// and shows it there. It ends with the object.
+// and shows it there. It ends with the object. Only whole scales come on several outputs.
 class Compositor {
  public:
   // No two outputs are of one size. Throws std::runtime_error where the compositor doesn't come up.
@@ -34,9 +34,12 @@ class Compositor {
   WindowId Id() const { return window_; }
 
  private:
-  void Configure(const QList<Output>& outputs) const;
-  QString Socket() const { return folder_.filePath(QStringLiteral("socket")); }
-  QString ConfigFile() const { return folder_.filePath(QStringLiteral("weston.ini")); }
+  // Each prepares its settings and returns the command.
+  QStringList ForWholeScales(const QList<Output>& outputs) const;
+  QStringList ForFractions(const Output& output) const;
+  void Configure(const QByteArray& lines) const;
+  QString Socket() const;
+  QString ConfigFile() const { return folder_.filePath(QStringLiteral("settings")); }
 
   QTemporaryDir folder_;
   QProcess process_;

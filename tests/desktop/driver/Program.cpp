@@ -23,20 +23,15 @@
 namespace kelvane::desktop {
 namespace {
 
+// One whom nothing belongs to but what a test gives him.
+constexpr uid_t kOrdinaryUser = 65534;
+
 void WriteScript(const QString& path, const QString& script) {
   QFile::remove(path);
   QFile file(path);
   if (!file.open(QIODevice::WriteOnly)) throw std::runtime_error("a script can't be written");
   file.write(script.toUtf8());
   file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-}
-
-// One whom nothing belongs to but what a test gives him.
-constexpr uid_t kOrdinaryUser = 65534;
-
-bool BecomeOrdinaryUser() {
-  return geteuid() != 0 ||
-         (setgroups(0, nullptr) == 0 && setgid(kOrdinaryUser) == 0 && setuid(kOrdinaryUser) == 0);
 }
 
 QProcessEnvironment CleanEnvironment(const QString& folder, const QString& display) {
@@ -57,6 +52,25 @@ QProcessEnvironment CleanEnvironment(const QString& folder, const QString& displ
 }
 
 }  // namespace
+
+bool BecomeOrdinaryUser() {
+  return geteuid() != 0 ||
+         (setgroups(0, nullptr) == 0 && setgid(kOrdinaryUser) == 0 && setuid(kOrdinaryUser) == 0);
+}
+
+// Nothing of what is given is a link to follow.
+void GiveToOrdinaryUser(const QString& folder) {
+  if (geteuid() != 0) return;
+  QStringList paths = {folder};
+  QDirIterator entries(folder, QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot,
+                       QDirIterator::Subdirectories);
+  while (entries.hasNext()) paths << entries.next();
+  for (const QString& path : paths) {
+    if (lchown(QFile::encodeName(path).constData(), kOrdinaryUser, kOrdinaryUser) != 0) {
+      throw std::runtime_error("a file can't be given away: " + path.toStdString());
+    }
+  }
+}
 
 Program::Program(const QString& builtFolder, QString display, const QString& name)
     : display_(std::move(display)), name_(QLatin1Char('/') + name) {
@@ -161,20 +175,6 @@ void Program::AddCommand(const QString& name, const QString& script) const {
               QStringLiteral("#!/bin/sh\n") + script);
 }
 
-// Nothing of what is given is a link to follow.
-void Program::GiveToOrdinaryUser() const {
-  if (geteuid() != 0) return;
-  QStringList paths = {place_.path()};
-  QDirIterator entries(place_.path(), QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot,
-                       QDirIterator::Subdirectories);
-  while (entries.hasNext()) paths << entries.next();
-  for (const QString& path : paths) {
-    if (lchown(QFile::encodeName(path).constData(), kOrdinaryUser, kOrdinaryUser) != 0) {
-      throw std::runtime_error("a file can't be given away: " + path.toStdString());
-    }
-  }
-}
-
 // Only the user of a process may do so, and not even root where it is kept in a container.
 bool Program::SetLimit(int resource, std::uint64_t limit) const {
   const auto program = static_cast<pid_t>(Id());
@@ -201,7 +201,7 @@ void Program::Start() {
   QProcessEnvironment environment = CleanEnvironment(place_.path(), display_);
   for (const auto& [name, value] : variables_.asKeyValueRange()) environment.insert(name, value);
   process_.setProcessEnvironment(environment);
-  if (asOrdinaryUser_) GiveToOrdinaryUser();
+  if (asOrdinaryUser_) GiveToOrdinaryUser(place_.path());
   process_.setWorkingDirectory(place_.path());
   // A group of its own, so that its tools can be ended with it.
   process_.setChildProcessModifier([asOrdinaryUser = asOrdinaryUser_] {

@@ -12,6 +12,12 @@
 
 namespace kelvane::desktop {
 
+// Where the tests are root's, makes this process an ordinary user's. For children, before what they
+// shall run.
+bool BecomeOrdinaryUser();
+// Gives him the folder with all that is in it, likewise.
+void GiveToOrdinaryUser(const QString& folder);
+
 // The program under test: a copy of the built folder in a place of its own, so that single tools in
 // it can be exchanged, started with an environment that holds nothing of the tester's.
 class Program {
@@ -87,7 +93,6 @@ class Program {
  private:
   QString RealTool(const QString& tool) const;
   QString LogOf(const QString& tool) const;
-  void GiveToOrdinaryUser() const;
   qint64 Memory(const QByteArray& kind) const;
 
   QTemporaryDir place_;
