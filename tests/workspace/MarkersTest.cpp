@@ -369,8 +369,9 @@ TEST_F(PositionTip, TellsTheWholePixelUnderAPointerBetweenTwo) {
   LoadVideoOf(640, 360);
   Get<VScrollBar>("VScroll1").setValue(3);
   PumpOnce();
-  DragThrough(Canvas(), {Canvas().mapToGlobal(QPointF(120.9, 40.6))});
-  EXPECT_EQ(Tip(CanvasBox), "Horizontal Position: 120 pixels Vertical Position: 70 pixels");
+  auto& viewport = Get<PictureBox>("Picture1(1)");
+  DragThrough(viewport, {viewport.mapToGlobal(QPointF(700.9, 440.6))});
+  EXPECT_EQ(Tip(ViewportBox), "Horizontal Position: 700 pixels Vertical Position: 470 pixels");
 }
 
 TEST_F(PositionTip, TellsSevenSignificantDigits) {
