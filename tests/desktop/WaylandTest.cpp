@@ -225,6 +225,7 @@ INSTANTIATE_TEST_SUITE_P(AtAFraction, SectionsUnderACompositor, kAtAFraction, Na
 INSTANTIATE_TEST_SUITE_P(TwoOutputs, UnderACompositor, kOnOneOfTwo, NameOf);
 INSTANTIATE_TEST_SUITE_P(OneOutput, JoinerUnderACompositor, kOnOneOutput, NameOf);
 INSTANTIATE_TEST_SUITE_P(OneOutput, SectionsUnderACompositor, kOnOneOutput, NameOf);
+INSTANTIATE_TEST_SUITE_P(TwoOutputs, JoinerUnderACompositor, kOnOneOfTwo, NameOf);
 
 }  // namespace
 }  // namespace kelvane::desktop

@@ -25,8 +25,8 @@ WindowId Showing(const Screen& screen, const QList<WindowId>& windows, QSize siz
 
 Compositor::Compositor(Screen& screen, const QString& display, const QList<Output>& outputs) {
   const Output& last = outputs.last();
-  QStringList command =
-      last.scale == std::floor(last.scale) ? ForWholeScales(outputs) : ForFractions(last);
+  const bool plain = outputs.size() == 1 && last.scale == std::floor(last.scale);
+  QStringList command = plain ? ForWeston(last) : ForSway(outputs);
   const QList<WindowId> known = screen.Windows();
   QProcessEnvironment environment;
   environment.insert(QStringLiteral("PATH"), QStringLiteral("/usr/bin:/bin"));
@@ -62,39 +62,46 @@ Compositor::~Compositor() {
   process_.waitForFinished();
 }
 
-QStringList Compositor::ForWholeScales(const QList<Output>& outputs) const {
-  QByteArray lines;
-  for (qsizetype i = 0; i < outputs.size(); ++i) {
-    const QSize units = outputs[i].pixels / outputs[i].scale;
-    lines += QStringLiteral("[output]\nname=X%1\nmode=%2x%3\nscale=%4\n")
-                 .arg(i + 1)
-                 .arg(units.width())
-                 .arg(units.height())
-                 .arg(outputs[i].scale)
-                 .toUtf8();
-  }
-  Configure(lines + "app-ids=kelvane,kelvane-joiner,kelvane-sections\n");
+QStringList Compositor::ForWeston(const Output& output) const {
+  const QSize units = output.pixels / output.scale;
+  Configure(QStringLiteral("[output]\nname=X1\nmode=%1x%2\nscale=%3\n")
+                .arg(units.width())
+                .arg(units.height())
+                .arg(output.scale));
   return {"weston",
           "--backend=x11-backend.so",
           "--use-pixman",
           "--config=" + ConfigFile(),
           "--shell=kiosk-shell.so",
-          "--idle-time=0",
-          QStringLiteral("--output-count=%1").arg(outputs.size())};
+          "--idle-time=0"};
 }
 
-QStringList Compositor::ForFractions(const Output& output) const {
-  Configure(QStringLiteral("output * mode %1x%2 scale %3\ndefault_border none\nxwayland disable\n")
-                .arg(output.pixels.width())
-                .arg(output.pixels.height())
-                .arg(output.scale)
-                .toUtf8());
-  return {"env", "WLR_BACKENDS=x11", "WLR_RENDERER=pixman", "sway", "--config", ConfigFile()};
+QStringList Compositor::ForSway(const QList<Output>& outputs) const {
+  QString lines = QStringLiteral(
+                      "default_border none\nxwayland disable\n"
+                      "workspace last output X11-%1\nassign [app_id=\"kelvane.*\"] last\n")
+                      .arg(outputs.size());
+  for (qsizetype i = 0; i < outputs.size(); ++i) {
+    lines += QStringLiteral("output X11-%1 mode %2x%3 scale %4\n")
+                 .arg(i + 1)
+                 .arg(outputs[i].pixels.width())
+                 .arg(outputs[i].pixels.height())
+                 .arg(outputs[i].scale);
+  }
+  Configure(lines);
+  return {"env",
+          "WLR_BACKENDS=x11",
+          QStringLiteral("WLR_X11_OUTPUTS=%1").arg(outputs.size()),
+          "WLR_RENDERER=pixman",
+          "sway",
+          "--config",
+          ConfigFile()};
 }
 
-void Compositor::Configure(const QByteArray& lines) const {
+void Compositor::Configure(const QString& lines) const {
+  const QByteArray settings = lines.toUtf8();
   QFile file(ConfigFile());
-  if (!file.open(QIODevice::WriteOnly) || file.write(lines) != lines.size()) {
+  if (!file.open(QIODevice::WriteOnly) || file.write(settings) != settings.size()) {
     throw std::runtime_error("no place for the settings of the Wayland compositor");
   }
 }

@@ -17,7 +17,8 @@ struct Output {
 
 // A Wayland compositor that shows its outputs as windows of a private display, side by side, and
 // hands on its pointer and keyboard. It makes a program's first window as large as the last output
-// and shows it there. It ends with the object. Only whole scales come on several outputs.
+// and shows it there. It ends with the object. One output of a whole scale is weston's, all else is
+// sway's.
 class Compositor {
  public:
   // No two outputs are of one size. Throws std::runtime_error where the compositor doesn't come up.
@@ -35,9 +36,9 @@ class Compositor {
 
  private:
   // Each prepares its settings and returns the command.
-  QStringList ForWholeScales(const QList<Output>& outputs) const;
-  QStringList ForFractions(const Output& output) const;
-  void Configure(const QByteArray& lines) const;
+  QStringList ForWeston(const Output& output) const;
+  QStringList ForSway(const QList<Output>& outputs) const;
+  void Configure(const QString& lines) const;
   QString Socket() const;
   QString ConfigFile() const { return folder_.filePath(QStringLiteral("settings")); }
 
