@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Runs a command on a bare Debian of another release, in a fresh clone of this one's main:
+# Runs a command on a bare Debian of another release, in a fresh clone of this one's last commit:
 #   scripts/elsewhere.sh trixie ./test.sh quick
 # Needs root. Installs mmdebstrap where it is missing, makes the system in a temporary folder below
 # ${TMPDIR:-/var/tmp} with packages from this machine's own mirror, and removes it again, also when it
@@ -35,8 +35,8 @@ system=$place/$release
 say "making a bare Debian $release in $place"
 mmdebstrap --quiet --variant=apt --include=ca-certificates,git "$release" "$system" "$mirror" ||
   fail "a Debian $release can't be made from $mirror"
-git clone --quiet --branch main "$KELVANE_ROOT" "$system/root/kelvane" ||
-  fail "main can't be cloned"
+git clone --quiet "$KELVANE_ROOT" "$system/root/kelvane" ||
+  fail "$KELVANE_ROOT can't be cloned"
 cp /etc/resolv.conf "$system/etc/resolv.conf"
 
 # A bare machine's environment, but for what the network needs.
