@@ -370,8 +370,8 @@ TEST_F(PositionTip, TellsTheWholePixelUnderAPointerBetweenTwo) {
   Get<VScrollBar>("VScroll1").setValue(3);
   PumpOnce();
   auto& viewport = Get<PictureBox>("Picture1(1)");
-  DragThrough(viewport, {viewport.mapToGlobal(QPointF(700.9, 440.6))});
-  EXPECT_EQ(Tip(ViewportBox), "Horizontal Position: 700 pixels Vertical Position: 470 pixels");
+  DragThrough(viewport, {viewport.mapToGlobal(QPointF(700.9, 100.6))});
+  EXPECT_EQ(Tip(ViewportBox), "Horizontal Position: 700 pixels Vertical Position: 130 pixels");
 }
 
 TEST_F(PositionTip, TellsSevenSignificantDigits) {
