@@ -71,7 +71,7 @@ TEST_F(FaultsOfJoinersTools, AStoppedProbeHoldsTheSectionUntilItIsContinued) {
   ASSERT_NE(tool, 0);
   ASSERT_EQ(kill(tool, SIGCONT), 0);
   EXPECT_TRUE(joiner.AwaitTotals(1, "00,010", "00:00:10"));
-  EXPECT_TRUE(WaitFor([&] { return joiner.RowShows(0, "1", "clip.mp4", "10"); }, 5s));
+  EXPECT_TRUE(joiner.AwaitRow(0, "1", "clip.mp4", "10"));
   EXPECT_EQ(program.RunsOf("ffprobe").size(), 1);
   CloseJoinerAndExpectEnd();
 }
@@ -101,7 +101,7 @@ TEST_F(FaultsOfJoinersTools, AnswersWithoutALineEndAreReadAsAnyOthers) {
   ASSERT_NO_FATAL_FAILURE(WriteFile(clip, "no video"));
   ASSERT_NO_FATAL_FAILURE(Add(clip));
   EXPECT_TRUE(joiner.AwaitTotals(1, "00,200", "00:03:20"));
-  EXPECT_TRUE(WaitFor([&] { return joiner.RowShows(0, "1", "clip.mp4", "200"); }, 5s));
+  EXPECT_TRUE(joiner.AwaitRow(0, "1", "clip.mp4", "200"));
   EXPECT_EQ(joiner.Strip(0).width(), 20);
   ASSERT_NO_FATAL_FAILURE(StartJoin("printf '  Duration: 00:01:40.00'\n" + program.Gate("end")));
   ASSERT_TRUE(program.Open("end"));

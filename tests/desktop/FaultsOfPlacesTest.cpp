@@ -152,7 +152,7 @@ TEST_F(JoinersPrivateFolder, ThatFillsUpGivesALaterSectionTheLengthOfTheFileBefo
   faults.FailAll(kFilled.attempt, kFilled.error);
   ASSERT_NO_FATAL_FAILURE(Add(clip));
   EXPECT_TRUE(joiner.AwaitTotals(2, "00,020", "00:00:20"));
-  EXPECT_TRUE(WaitFor([&] { return joiner.RowShows(1, "2", "a clip.mp4", "10"); }, 5s));
+  EXPECT_TRUE(joiner.AwaitRow(1, "2", "a clip.mp4", "10"));
   EXPECT_EQ(joiner.Strip(1).width(), joiner.Strip(0).width());
   EXPECT_EQ(screen.Windows().size(), 1) << "no message";
   EXPECT_EQ(faults.Failed(kFilled.attempt), 1);

@@ -113,7 +113,7 @@ TEST_F(JoinerJoin, TheToolsWordsMakeASection) {
   ASSERT_NO_FATAL_FAILURE(AddThreePretended());
   ASSERT_NO_FATAL_FAILURE(JoinTo(Output()));
   EXPECT_TRUE(WaitFor([&] { return joiner.Strip(3) == QRect(112, 61, 10, 17); }, 5s));
-  EXPECT_TRUE(joiner.RowShows(3, "4", "c.mp4", "100"));
+  EXPECT_TRUE(joiner.AwaitRow(3, "4", "c.mp4", "100"));
   EXPECT_TRUE(joiner.AwaitTotals(3, "01,213", "00:20:13"));
 }
 

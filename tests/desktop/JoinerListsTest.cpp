@@ -35,7 +35,7 @@ TEST_F(JoinerLists, TheListScrollsSidewaysOverItsExtentWhateverItHolds) {
   screen.MovePointer(joiner.BareChart());
   const QRect list = joiner.Place("List1");
   const QPoint bar(list.center().x(), list.bottom() - 8);
-  ASSERT_TRUE(WaitFor([&] { return joiner.LineShows(0, added[0]); }, 5s));
+  ASSERT_TRUE(joiner.AwaitLine(0, added[0]));
   screen.Click({list.right() - 30, bar.y()});
   screen.Click({list.right() - 30, bar.y()});
   EXPECT_TRUE(WaitFor(
@@ -46,7 +46,7 @@ TEST_F(JoinerLists, TheListScrollsSidewaysOverItsExtentWhateverItHolds) {
       5s))
       << "nothing stands at its end";
   for (int page = 0; page < 3; ++page) screen.Click({list.left() + 30, bar.y()});
-  EXPECT_TRUE(WaitFor([&] { return joiner.LineShows(0, added[0]); }, 5s));
+  EXPECT_TRUE(joiner.AwaitLine(0, added[0]));
 }
 
 TEST_F(JoinerLists, TheLowerBarMovesChartAndRulerTogether) {

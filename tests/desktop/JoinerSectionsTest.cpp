@@ -24,6 +24,13 @@ class JoinerSections : public JoinerTest {
            AllOf(picture, QRect(0, place.height() - 1, place.width(), 1), color) &&
            AllOf(picture, QRect(place.width() - 1, 0, 1, place.height()), color);
   }
+  // Waits until the row and the line of `section` are chosen, and those of `other` aren't.
+  bool AwaitChosen(int section, int other) const {
+    return WaitFor([&] {
+      return joiner.RowChosen(section) && joiner.LineChosen(section) && !joiner.RowChosen(other) &&
+             !joiner.LineChosen(other);
+    });
+  }
 };
 
 TEST_F(JoinerSections, OpensAsTheOnlyWindowWithoutAnySection) {
@@ -43,8 +50,8 @@ TEST_F(JoinerSections, ARealClipBecomesAStripARowAndALine) {
   ASSERT_NO_FATAL_FAILURE(Add(clip));
   EXPECT_TRUE(joiner.AwaitTotals(1, "00,083", "00:01:23"));
   EXPECT_EQ(joiner.Strip(0), QRect(1, 1, 8, 17));
-  EXPECT_TRUE(joiner.RowShows(0, "1", "clip.mp4", "80"));
-  EXPECT_TRUE(joiner.LineShows(0, clip));
+  EXPECT_TRUE(joiner.AwaitRow(0, "1", "clip.mp4", "80"));
+  EXPECT_TRUE(joiner.AwaitLine(0, clip));
 }
 
 TEST_F(JoinerSections, StripsAreAStaircaseWithARuleUnderEach) {
@@ -60,8 +67,8 @@ TEST_F(JoinerSections, StripsAreAStaircaseWithARuleUnderEach) {
       AllOf(chart, QRect(0, 60, chart.width(), chart.height() - 60), JoinerWindow::kGround));
   for (const auto& [row, title, seconds] :
        {std::tuple(0, "a.mp4", "200"), {1, "b.mp4", "610"}, {2, "c.mp4", "300"}}) {
-    EXPECT_TRUE(joiner.RowShows(row, QString::number(row + 1), title, seconds)) << row;
-    EXPECT_TRUE(joiner.LineShows(row, added[row])) << row;
+    EXPECT_TRUE(joiner.AwaitRow(row, QString::number(row + 1), title, seconds)) << row;
+    EXPECT_TRUE(joiner.AwaitLine(row, added[row])) << row;
   }
 }
 
@@ -104,34 +111,29 @@ TEST_F(JoinerSections, TheProbeIsToldAShortPathForANameWithABlank) {
   EXPECT_EQ(arguments.mid(0, 3), (QStringList{"-hide_banner", "-stats", "-i"}));
   EXPECT_EQ(arguments.size(), 4);
   EXPECT_FALSE(arguments.last().contains(' '));
-  EXPECT_TRUE(joiner.RowShows(0, "1", QString::fromUtf8("it's my ü.mp4"), "200"));
-  EXPECT_TRUE(joiner.LineShows(0, file));
+  EXPECT_TRUE(joiner.AwaitRow(0, "1", QString::fromUtf8("it's my ü.mp4"), "200"));
+  EXPECT_TRUE(joiner.AwaitLine(0, file));
 }
 
 TEST_F(JoinerSections, TheStripUnderThePointerIsFramedToldAndChosen) {
   ASSERT_NO_FATAL_FAILURE(AddThreePretended());
   screen.MovePointer(OnStrip(1));
   EXPECT_TRUE(joiner.AwaitDetails("   Video Index: 02 Title: b.mp4   "));
-  EXPECT_TRUE(joiner.RowChosen(1));
-  EXPECT_TRUE(joiner.LineChosen(1));
-  EXPECT_FALSE(joiner.RowChosen(0));
-  EXPECT_FALSE(joiner.LineChosen(0));
+  EXPECT_TRUE(AwaitChosen(1, 0));
   const QRect frame(joiner.OnChart({20, 20}), QSize(63, 19));
-  EXPECT_TRUE(Framed(frame, kHoverFrame));
+  EXPECT_TRUE(WaitFor([&] { return Framed(frame, kHoverFrame); }));
 
   screen.MovePointer(OnStrip(2));
   EXPECT_TRUE(joiner.AwaitDetails("   Video Index: 03 Title: c.mp4   "));
-  EXPECT_TRUE(joiner.RowChosen(2));
-  EXPECT_TRUE(joiner.LineChosen(2));
-  EXPECT_FALSE(joiner.RowChosen(1));
-  EXPECT_FALSE(joiner.LineChosen(1));
-  EXPECT_FALSE(Framed(frame, kHoverFrame));
+  EXPECT_TRUE(AwaitChosen(2, 1));
+  EXPECT_TRUE(WaitFor([&] { return !Framed(frame, kHoverFrame); }));
 
   screen.MovePointer(joiner.BareChart());
   EXPECT_TRUE(joiner.AwaitDetails({}));
-  EXPECT_FALSE(joiner.LineChosen(2));
+  EXPECT_TRUE(WaitFor([&] { return !joiner.LineChosen(2); }));
   EXPECT_TRUE(joiner.RowChosen(2)) << "the table's row stays";
-  EXPECT_FALSE(Framed({joiner.OnChart({81, 40}), QSize(32, 19)}, kHoverFrame));
+  const QRect last(joiner.OnChart({81, 40}), QSize(32, 19));
+  EXPECT_TRUE(WaitFor([&] { return !Framed(last, kHoverFrame); }));
 }
 
 TEST_F(JoinerSections, TheCommandUnderThePointerIsFramed) {
@@ -171,14 +173,14 @@ TEST_F(JoinerSections, TheMenuMakesATombstoneOfTheStrip) {
   ASSERT_TRUE(joiner.RemoveSection(1));
   screen.MovePointer(joiner.BareChart());
   ASSERT_TRUE(joiner.AwaitDetails({}));
-  EXPECT_TRUE(AllOf(screen.Picture(joiner.Chart()), QRect(21, 21, 61, 17), JoinerWindow::kRemoved))
+  EXPECT_TRUE(AllOf(screen.Still(joiner.Chart()), QRect(21, 21, 61, 17), JoinerWindow::kRemoved))
       << "without its number";
-  EXPECT_TRUE(joiner.LineShows(1, " Deleted Section "));
+  EXPECT_TRUE(joiner.AwaitLine(1, " Deleted Section "));
   EXPECT_EQ(joiner.Strip(0), QRect(1, 1, 20, 17));
   EXPECT_EQ(joiner.Strip(2), QRect(82, 41, 30, 17)) << "the later ones stay where they are";
   EXPECT_TRUE(joiner.AwaitTotals(3, "01,113", "00:18:33"));
   EXPECT_TRUE(AwaitTip(joiner.OnChart({50, 30}), " Deleted Section "));
-  EXPECT_TRUE(joiner.LineChosen(1));
+  EXPECT_TRUE(WaitFor([&] { return joiner.LineChosen(1); }));
 }
 
 TEST_F(JoinerSections, TheTablesMenuRemovesTheStripLastRightClicked) {
@@ -189,8 +191,8 @@ TEST_F(JoinerSections, TheTablesMenuRemovesTheStripLastRightClicked) {
   ASSERT_FALSE(entry.isNull());
   screen.Click(entry);
   screen.MovePointer(joiner.BareChart());
-  EXPECT_TRUE(WaitFor([&] { return joiner.LineShows(2, " Deleted Section "); }, 5s));
-  EXPECT_TRUE(joiner.LineShows(0, added[0]));
+  EXPECT_TRUE(joiner.AwaitLine(2, " Deleted Section "));
+  EXPECT_TRUE(joiner.AwaitLine(0, added[0]));
   EXPECT_EQ(joiner.Strip(0).width(), 20);
 }
 
@@ -205,12 +207,12 @@ TEST_F(JoinerSections, TheMenuBarsEntryRemovesNothingBeforeARightClick) {
     screen.Click(entry);
   };
   ASSERT_NO_FATAL_FAILURE(choose());
-  EXPECT_TRUE(HoldsFor([&] { return joiner.LineShows(0, added[0]); }, 300ms));
+  EXPECT_TRUE(HoldsFor([&] { return joiner.AwaitLine(0, added[0]); }, 300ms));
   ASSERT_FALSE(joiner.OpenMenuAt(OnStrip(0)).isNull());
   screen.Strike(kEscape);
   ASSERT_NO_FATAL_FAILURE(choose());
   screen.MovePointer(joiner.BareChart());
-  EXPECT_TRUE(WaitFor([&] { return joiner.LineShows(0, " Deleted Section "); }, 5s));
+  EXPECT_TRUE(joiner.AwaitLine(0, " Deleted Section "));
 }
 
 }  // namespace

@@ -39,9 +39,9 @@ void JoinerTest::AddThreePretended() {
 }
 
 void JoinerTest::ExpectPathWithoutStripOrRow(int section) const {
-  EXPECT_TRUE(WaitFor([&] { return joiner.LineShows(section, added[section]); }, 5s));
+  EXPECT_TRUE(joiner.AwaitLine(section, added[section]));
   EXPECT_TRUE(HoldsFor([&] { return joiner.Strip(section).isEmpty(); }, 300ms));
-  EXPECT_TRUE(joiner.RowShows(section, {}, {}, {}));
+  EXPECT_TRUE(joiner.AwaitRow(section, {}, {}, {}));
 }
 
 void JoinerTest::JoinTo(const QString& output) {

@@ -192,8 +192,8 @@ class JoinerInColours : public DesktopTest, public Themed {
 TEST_P(JoinerInColours, HasListsToReadAndWhatIsChosenInThem) {
   joiner.PointAtSection(0);
   ASSERT_TRUE(WaitFor([&] { return joiner.LineChosen(0) && joiner.RowChosen(0); }));
-  EXPECT_TRUE(joiner.LineShows(1, program.PathOf(QStringLiteral("b.mp4"))));
-  EXPECT_TRUE(joiner.RowShows(1, "2", "b.mp4", "600"));
+  EXPECT_TRUE(joiner.AwaitLine(1, program.PathOf(QStringLiteral("b.mp4"))));
+  EXPECT_TRUE(joiner.AwaitRow(1, "2", "b.mp4", "600"));
   for (const QRect& chosen : {joiner.Line(0), joiner.Row(0)}) {
     const QImage picture = screen.Picture(chosen.adjusted(0, 1, -60, -1));
     EXPECT_NE(Ground(picture), JoinerWindow::kGround);

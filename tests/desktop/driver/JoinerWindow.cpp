@@ -177,19 +177,21 @@ QRect JoinerWindow::Line(int line) const {
   return {list.left(), list.top() + line * kListLine, list.width(), kListLine};
 }
 
-bool JoinerWindow::RowShows(int row, const QString& number, const QString& title,
+bool JoinerWindow::AwaitRow(int row, const QString& number, const QString& title,
                             const QString& seconds) const {
   const QRect place = Row(row);
   const auto cell = [&](int left, int right, const QString& text) {
     const QRect inside(place.left() + left, place.top(), right - left, place.height());
     return ShowsText(screen_.Picture(inside), text, kGround);
   };
-  return cell(0, kColumn, number) && cell(kColumn, 2 * kColumn, title) &&
-         cell(2 * kColumn, place.width(), seconds);
+  return WaitFor([&] {
+    return cell(0, kColumn, number) && cell(kColumn, 2 * kColumn, title) &&
+           cell(2 * kColumn, place.width(), seconds);
+  });
 }
 
-bool JoinerWindow::LineShows(int line, const QString& text) const {
-  return ShowsText(screen_.Picture(Line(line)), text, kGround);
+bool JoinerWindow::AwaitLine(int line, const QString& text) const {
+  return WaitFor([&] { return ShowsText(screen_.Picture(Line(line)), text, kGround); });
 }
 
 bool JoinerWindow::Chosen(const QRect& entry) const {

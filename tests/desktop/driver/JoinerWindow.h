@@ -69,8 +69,8 @@ class JoinerWindow {
   // A row of the table and a line of the list, as far as they can be seen.
   QRect Row(int row) const;
   QRect Line(int line) const;
-  bool RowShows(int row, const QString& number, const QString& title, const QString& seconds) const;
-  bool LineShows(int line, const QString& text) const;
+  bool AwaitRow(int row, const QString& number, const QString& title, const QString& seconds) const;
+  bool AwaitLine(int line, const QString& text) const;
   bool RowChosen(int row) const { return Chosen(Row(row)); }
   bool LineChosen(int line) const { return Chosen(Line(line)); }
   // The table's headers.
