@@ -175,10 +175,11 @@ void Control::resizeEvent(QResizeEvent* event) {
   if (stockWidget_ != nullptr) stockWidget_->setGeometry(rect());
 }
 
-// The place in the control is worked out from the place on the screen now: the control may have
-// been moved under the pointer since the event was sent.
+// The place in the control is worked out from the place in the window now: the control may have been
+// moved under the pointer since the event was sent. The place on the screen can't serve: Qt's screens
+// overlap where the outputs of a Wayland compositor have unlike scales.
 MouseEvent Control::Arguments(const QMouseEvent& event, int button) const {
-  const QPointF place = mapFromGlobal(event.globalPosition()) - MouseOrigin();
+  const QPointF place = mapFrom(window(), event.scenePosition()) - MouseOrigin();
   const float unitsPerPixel = MouseUnitsPerPixel();
   return {.Index = index_,
           .Button = button,

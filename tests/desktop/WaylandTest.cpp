@@ -226,6 +226,7 @@ INSTANTIATE_TEST_SUITE_P(TwoOutputs, UnderACompositor, kOnOneOfTwo, NameOf);
 INSTANTIATE_TEST_SUITE_P(OneOutput, JoinerUnderACompositor, kOnOneOutput, NameOf);
 INSTANTIATE_TEST_SUITE_P(OneOutput, SectionsUnderACompositor, kOnOneOutput, NameOf);
 INSTANTIATE_TEST_SUITE_P(TwoOutputs, JoinerUnderACompositor, kOnOneOfTwo, NameOf);
+INSTANTIATE_TEST_SUITE_P(TwoOutputs, SectionsUnderACompositor, kOnOneOfTwo, NameOf);
 
 }  // namespace
 }  // namespace kelvane::desktop

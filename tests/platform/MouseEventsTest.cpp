@@ -8,6 +8,7 @@
 #include "platform/PictureBox.h"
 #include "platform/Pointer.h"
 #include "platform/TestForm.h"
+#include "support/Events.h"
 
 namespace kelvane::testing {
 namespace {
@@ -164,10 +165,9 @@ TEST_F(Mouse, ABarThatMovesUnderThePointerIsFollowedByIt) {
 
 // The event says where in the control the pointer was when it was sent; by then the control has
 // been moved.
-TEST_F(Mouse, PlacesAreWorkedOutFromTheScreenWhenTheEventIsHandled) {
-  const QPoint onScreen = bar.mapToGlobal(QPoint(15, 9));
-  QMouseEvent late(QEvent::MouseMove, QPointF(15, 9), onScreen, Qt::NoButton, Qt::LeftButton,
-                   Qt::NoModifier);
+TEST_F(Mouse, PlacesAreWorkedOutFromTheWindowWhenTheEventIsHandled) {
+  QMouseEvent late =
+      PointerEvent(bar, QEvent::MouseMove, QPointF(15, 9), Qt::NoButton, Qt::LeftButton);
   bar.setLeft(bar.Left() + 10);
   box.setTop(box.Top() + 2);
   QCoreApplication::sendEvent(&bar, &late);

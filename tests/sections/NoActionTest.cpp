@@ -58,9 +58,8 @@ class NoAction : public SectionWindowTest {
     for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
       Click(control, button);
     }
-    QMouseEvent again(QEvent::MouseButtonDblClick, QPointF(2, 2),
-                      control.mapToGlobal(QPointF(2, 2)), Qt::LeftButton, Qt::LeftButton,
-                      Qt::NoModifier);
+    QMouseEvent again = PointerEvent(control, QEvent::MouseButtonDblClick, QPointF(2, 2),
+                                     Qt::LeftButton, Qt::LeftButton);
     QApplication::sendEvent(&control, &again);
     Release(control);
     PumpOnce();
