@@ -11,6 +11,7 @@
 #include "joiner/JoinTexts.h"
 #include "media/CommandLines.h"
 #include "media/Module1.h"
+#include "media/ProbeReadings.h"
 #include "platform/MsgBox.h"
 #include "shared/TextHelpers.h"
 
@@ -109,8 +110,7 @@ void Form4::TranscodeSections(DOSOutputs& objDOS) {
 void Form4::HearFrom(DOSOutputs& objDOS) {
   // The tools print the word and its value one after the other; a handler that looks at one block
   // alone must find them together.
-  constexpr std::chrono::milliseconds kQuiet{20};
-  objDOS.GatherBlocks(kQuiet);
+  objDOS.CutBlocks(EndOfLine);
   objDOS.ReceiveOutputs =
       Unfailing([this](const std::string& block) { objDOS_ReceiveOutputs(block); });
 }

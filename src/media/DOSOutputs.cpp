@@ -99,9 +99,10 @@ std::string DOSOutputs::ExecuteCommand(const std::string& CommandLine) {
   reader->CloseWriteEnd();
   text_ = text;
 
+  const BlockLength length = blockLength_;
   std::string block;
   do {
-    block = text->NextBlock(blockEnd_);
+    block = text->NextBlock(length);
     if (ReceiveOutputs) ReceiveOutputs(block);
   } while (!block.empty());
   ReapEndedChildren();

@@ -1,11 +1,9 @@
 #pragma once
 
-#include <chrono>
 #include <exception>
 #include <functional>
 #include <memory>
 #include <string>
-#include <string_view>
 #include <utility>
 
 #include "media/ToolText.h"
@@ -29,17 +27,10 @@ class DOSOutputs {
   const std::string& CommandLine() const { return commandText_; }
   void setCommandLine(const std::string& DosCommand) { commandText_ = DosCommand; }
 
-  // From the next run on, a block is raised when it is full, after `quiet` without new text, or
-  // when the stream has ended. Not set, it is raised as soon as there is any text, and a tool that
-  // prints a line word by word is read word by word.
-  void GatherBlocks(std::chrono::milliseconds quiet) { blockEnd_ = {.quiet = quiet}; }
-
-  // From the next run on, a block is raised when `length` tells, of the text behind the last one,
-  // how long it is, or when it is full or the stream has ended. `length` returns 0 while the
-  // block's end hasn't come; it is called on the thread of the event, and must not throw.
-  void CutBlocks(std::function<std::size_t(std::string_view text)> length) {
-    blockEnd_ = {.length = std::move(length)};
-  }
+  // From the next run on, `length`, which is called on the thread of the event, says where a block
+  // ends that isn't full. Without one, a block is raised as soon as there is any text, and a tool
+  // that prints a line word by word is read word by word.
+  void CutBlocks(BlockLength length) { blockLength_ = std::move(length); }
 
   // A copy of everything raised so far in the current run, or in the last one between runs.
   std::string Outputs() const;
@@ -63,7 +54,7 @@ class DOSOutputs {
   std::string commandText_;
   // Of the last run that was started.
   std::shared_ptr<ToolText> text_;
-  BlockEnd blockEnd_;
+  BlockLength blockLength_;
 };
 
 // A handler whose failures are dropped: a tool whose text can't be kept or shown must still run to

@@ -67,10 +67,13 @@ SizeReading ReadSize(string_view block) {
   return reading;
 }
 
+size_t EndOfLine(string_view text) { return text.find_first_of("\r\n") + 1; }
+
 size_t EndOfSize(string_view text) {
+  const size_t width = FindIgnoringCase(text, kWidthWord);
+  if (width != 0 && width != string_view::npos) return width;
   // Where there is no such word, there is no line break behind it either.
-  const size_t end = text.find('\n', FindIgnoringCase(text, kHeightWord));
-  return end == string_view::npos ? 0 : end + 1;
+  return text.find('\n', FindIgnoringCase(text, kHeightWord)) + 1;  // npos is the largest size
 }
 
 std::optional<string> DurationReading::Append(string_view block) {

@@ -27,8 +27,13 @@ struct SizeReading {
 };
 SizeReading ReadSize(std::string_view block);
 
-// The length of the text up to the end of the line of its first "height=", line break included; 0
-// where that line hasn't ended. The probe prints a width and a height for each stream.
+// The length of the text's first line, its line feed or carriage return included; 0 where it hasn't
+// ended.
+std::size_t EndOfLine(std::string_view text);
+
+// The length of what comes first in the text: a size up to the end of the line of its "height=",
+// line break included, or what stands before a "width="; 0 where neither has ended. The probe prints
+// a width and a height for each stream, and what it has to complain of in between.
 std::size_t EndOfSize(std::string_view text);
 
 // The first "Duration:" of all the text ever given to it, in whichever blocks it came.

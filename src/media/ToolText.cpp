@@ -56,25 +56,15 @@ void ToolText::End() {
   changed_.notify_one();
 }
 
-std::string ToolText::NextBlock(const BlockEnd& end) {
+std::string ToolText::NextBlock(const BlockLength& length) {
   std::unique_lock lock(mutex_);
   std::string_view block;
-  const auto whole = [&] {
+  changed_.wait(lock, [&] {
     block = std::string_view(text_).substr(cursor_, kBlockSize);
-    const std::size_t length = end.length ? end.length(block) : 0;
-    if (length > 0) block = block.substr(0, length);
-    return ended_ || length > 0 || block.size() == kBlockSize;
-  };
-  if (end.length) {
-    changed_.wait(lock, whole);
-  } else {
-    std::size_t known = cursor_;
-    const auto more = [&] { return whole() || text_.size() > known; };
-    changed_.wait(lock, more);
-    do {
-      known = text_.size();
-    } while (!whole() && changed_.wait_for(lock, end.quiet, more));
-  }
+    const std::size_t end = length ? length(block) : block.size();
+    if (end > 0) block = block.substr(0, end);
+    return ended_ || end > 0 || block.size() == kBlockSize;
+  });
   cursor_ += block.size();
   return std::string(block);
 }
@@ -106,8 +96,9 @@ void ToolReader::ReadToTheEnd() {
   std::array<pollfd, 2> awaited = {pollfd{readEnd_.number(), POLLIN, 0},
                                    pollfd{stop_.number(), POLLIN, 0}};
   for (;;) {
-    if (poll(awaited.data(), awaited.size(), -1) < 0) continue;
-    if (awaited[1].revents != 0) break;
+    const int ready = poll(awaited.data(), awaited.size(), -1);
+    if (ready < 0 && errno == EINTR) continue;
+    if (ready < 0 || awaited[1].revents != 0) break;
     const ssize_t count = read(readEnd_.number(), buffer.data(), buffer.size());
     if (count <= 0) break;
     text_.Append({buffer.data(), static_cast<std::size_t>(count)});

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <functional>
@@ -13,14 +12,9 @@
 
 namespace kelvane {
 
-// When a block ends that isn't full.
-struct BlockEnd {
-  // Nothing has been added for this long.
-  std::chrono::milliseconds quiet{0};
-  // Returns how long the next block is, given the text behind the last one; 0 while its end hasn't
-  // come. Where it is set, `quiet` has no effect.
-  std::function<std::size_t(std::string_view text)> length = {};
-};
+// Returns how long the next block is, given the text behind the last one, 256 bytes of it at most;
+// 0 while the block's end hasn't come. Must not throw.
+using BlockLength = std::function<std::size_t(std::string_view text)>;
 
 // Everything that one tool prints, kept once, with a cursor that moves through it block by block.
 // Thread-safe.
@@ -31,9 +25,10 @@ class ToolText {
   // Nothing is added after this.
   void End();
 
-  // Waits for the next block of 1 to 256 bytes, moves the cursor behind it and returns it. Returns
-  // an empty text at the end.
-  std::string NextBlock(const BlockEnd& end);
+  // Waits for the next block of 1 to 256 bytes, moves the cursor behind it and returns it. The block
+  // ends where `length` says, or when it is full or the text has ended; without a `length` it is
+  // whatever there is. Returns an empty text at the end.
+  std::string NextBlock(const BlockLength& length);
 
   // A copy of the text up to the cursor.
   std::string UpToCursor() const;

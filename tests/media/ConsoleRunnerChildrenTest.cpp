@@ -206,6 +206,8 @@ TEST(ConsoleRunnerChildren, TheToolStartsWithNoSignalBlockedAndABrokenPipeEndsIt
 
 // So that handlers run on the program's own threads.
 TEST(ConsoleRunnerChildren, TheThreadThatReadsBlocksEverySignalThatCanBeBlocked) {
+  const TemporaryFolder folder;
+  const Gate gate(folder / "gate");
   const std::vector<pid_t> before = Threads();
   DOSOutputs outputs;
   std::vector<pid_t> readers;
@@ -219,9 +221,10 @@ TEST(ConsoleRunnerChildren, TheThreadThatReadsBlocksEverySignalThatCanBeBlocked)
     if (readers.size() == 1) {
       status = ReadFile("/proc/self/task/" + std::to_string(readers.front()) + "/status");
     }
+    gate.Open();
   };
   // It is there for as long as its tool runs.
-  outputs.ExecuteCommand("/bin/sh -c \"echo text; sleep 0.2\"");
+  outputs.ExecuteCommand(folder.Script("tool", "echo text; read go < '" + gate.path() + "'"));
   ASSERT_EQ(readers.size(), 1U);
   for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGALRM, SIGCHLD, SIGPIPE, SIGUSR1, SIGIO}) {
     EXPECT_NE(SignalsIn(status, "SigBlk") & (1ULL << (number - 1)), 0U) << number;

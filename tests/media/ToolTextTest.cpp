@@ -3,14 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include <chrono>
 #include <string>
 #include <string_view>
 
 namespace kelvane {
 namespace {
-
-using namespace std::chrono_literals;
 
 TEST(ToolText, IsTakenInBlocksOf256BytesAtMostAndThenEmpty) {
   ToolText text;
@@ -31,15 +28,15 @@ TEST(ToolText, IsCutWhereTheBlocksLengthIsTold) {
   ToolText text;
   const std::string full(256, 'x');
   text.Append("one.two." + full + "three");
-  EXPECT_EQ(text.NextBlock({.length = toTheDot}), "one.");
-  EXPECT_EQ(text.NextBlock({.length = toTheDot}), "two.");
-  EXPECT_EQ(text.NextBlock({.length = toTheDot}), full) << "256 bytes are the most";
+  EXPECT_EQ(text.NextBlock(toTheDot), "one.");
+  EXPECT_EQ(text.NextBlock(toTheDot), "two.");
+  EXPECT_EQ(text.NextBlock(toTheDot), full) << "256 bytes are the most";
   text.Append(".");
-  EXPECT_EQ(text.NextBlock({.length = toTheDot}), "three.");
+  EXPECT_EQ(text.NextBlock(toTheDot), "three.");
   text.Append("four");
   text.End();
-  EXPECT_EQ(text.NextBlock({.length = toTheDot}), "four") << "the end is one as well";
-  EXPECT_EQ(text.NextBlock({.length = toTheDot}), "");
+  EXPECT_EQ(text.NextBlock(toTheDot), "four") << "the end is one as well";
+  EXPECT_EQ(text.NextBlock(toTheDot), "");
 }
 
 TEST(ToolText, DropsWhatThereIsNoMemoryForAndTakesWhatComesLater) {

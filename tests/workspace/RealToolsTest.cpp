@@ -133,6 +133,26 @@ INSTANTIATE_TEST_SUITE_P(
         SizesInAFile{"two_four.mkv", {1280, 720}, kSecondPicture, "0,320", "0,240", {320, 240}}),
     [](const auto& file) { return QString(file.param.name).replace('.', '_').toStdString(); });
 
+// A recording that begins in the middle of a picture.
+TEST_F(RealTools, AComplaintBeforeTheSizeKeepsTheOldSizeAndACopyOfTheStreamsHasNone) {
+  LoadMade("whole.ts", Source("1280x720") + QStringList{"-c:v", "mpeg2video"});
+  QFile whole(InFolder("whole.ts"));
+  QFile cut(InFolder("cut.ts"));
+  ASSERT_TRUE(whole.open(QIODevice::ReadOnly) && cut.open(QIODevice::WriteOnly));
+  constexpr qint64 kPacket = 188;
+  ASSERT_TRUE(whole.seek(300 * kPacket));
+  cut.write(whole.readAll());
+  cut.close();
+  LoadMade("clip.mp4", Source("640x360"));
+  Pick(InFolder("cut.ts"));
+  EXPECT_TRUE(Store().contains(QLatin1String("Invalid frame dimensions")));
+  EXPECT_EQ(Number(SourceWidth), "0,640");
+  EXPECT_EQ(Number(SourceHeight), "0,360");
+  LoadMade("copy.mkv", {"-i", InFolder("cut.ts"), "-c", "copy"});
+  EXPECT_EQ(Number(SourceWidth), "1,280");
+  EXPECT_EQ(Number(SourceHeight), "0,720");
+}
+
 TEST_F(RealTools, ADurationThatIsNotAvailableIsTakenAsItStands) {
   LoadMade("bare.h264", Source("640x360"));
   EXPECT_EQ(Number(SourceWidth), "0,640");
