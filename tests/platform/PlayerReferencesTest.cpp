@@ -8,6 +8,8 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <QtEndian>
 #include <array>
 #include <atomic>
 #include <ostream>
@@ -114,7 +116,8 @@ class FilesBesideOthers : public PlayerTest {
 
   void ExpectNothingButBlackOf(const QString& name) const {
     const int binds = networkBinds;
-    const Openings opened(files.path());
+    const QFileInfo file(InFolder(name));
+    const Openings opened(file.path());
     bool shows = false;
     player.setURL(InFolder(name));
     EXPECT_TRUE(PumpUntil([&] {
@@ -122,7 +125,7 @@ class FilesBesideOthers : public PlayerTest {
       return !watch.Core().Active();
     }));
     EXPECT_FALSE(shows);
-    EXPECT_EQ(opened.Names(), QStringList{name});
+    EXPECT_EQ(opened.Names(), QStringList{file.fileName()});
     EXPECT_FALSE(server.WasConnectedTo());
     EXPECT_EQ(networkBinds, binds);
   }
@@ -217,6 +220,54 @@ TEST_F(FilesBesideOthers, AreNotLookedForByTheIndexOfADisc) {
   constexpr int kTwoSectors = 4096;
   Write("VIDEO_TS.IFO", QByteArray("DVDVIDEO-VMG").leftJustified(kTwoSectors, '\0'));
   ExpectNothingButBlackOf("VIDEO_TS.IFO");
+}
+
+// The two files by either of which a disc of that kind is known, in their folder.
+TEST_F(FilesBesideOthers, AreNotLookedForByTheIndexOfABluRay) {
+  ASSERT_TRUE(QDir(files.path()).mkpath("BDMV/PLAYLIST"));
+  Write("BDMV/index.bdmv", QByteArray("INDX0200").leftJustified(200, '\0'));
+  Write("BDMV/MovieObject.bdmv", QByteArray("MOBJ0200").leftJustified(200, '\0'));
+  ExpectNothingButBlackOf("BDMV/index.bdmv");
+  ExpectNothingButBlackOf("BDMV/MovieObject.bdmv");
+}
+
+QByteArray BigEndian(qsizetype value, int bytes) {
+  QByteArray big;
+  for (int byte = bytes - 1; byte >= 0; --byte) big += static_cast<char>(value >> (8 * byte));
+  return big;
+}
+
+// What a QuickTime movie consists of.
+QByteArray Box(const QByteArray& name, const QByteArray& content) {
+  return BigEndian(4 + name.size() + content.size(), 4) + name + content;
+}
+
+// A movie may refer for its pictures to another file, which is known by its path.
+TEST_F(FilesBesideOthers, AreNotOpenedForPicturesThatLieInThem) {
+  Make("other.mov", {"-i", InFolder("other.mp4"), "-an", "-c", "copy"});
+  QByteArray movie = ContentOf("other.mov");
+  movie.remove(0, movie.indexOf("moov") - 4);
+  const QByteArray path = "/other.mov";
+  const QByteArray inIt = Box("url ", BigEndian(1, 4));
+  const QByteArray names(134, '\0');  // of volume and file, and dates: the path alone counts
+  const QByteArray levels = BigEndian(1, 2) + BigEndian(1, 2) + QByteArray(16, '\0');
+  const QByteArray elsewhere =
+      Box("alis", names + levels + BigEndian(2, 2) + BigEndian(path.size(), 2) + path +
+                      BigEndian(0xFFFF, 2) + BigEndian(0, 2));
+  ASSERT_EQ(movie.count(inIt), 1);
+  movie.replace(inIt, elsewhere);
+  for (const char* around : {"moov", "trak", "mdia", "minf", "dinf", "dref"}) {
+    ASSERT_EQ(movie.count(around), 1) << around;
+    const qsizetype length = movie.indexOf(around) - 4;
+    const auto before = qFromBigEndian<quint32>(movie.constData() + length);
+    movie.replace(length, 4, BigEndian(before + elsewhere.size() - inIt.size(), 4));
+  }
+  Write("movie.mov", movie);
+  QString printed;
+  ASSERT_TRUE(RunTool(
+      "ffmpeg", {"-enable_drefs", "1", "-i", InFolder("movie.mov"), "-f", "null", "-"}, &printed))
+      << printed.toStdString();
+  ExpectNothingButBlackOf("movie.mov");
 }
 
 TEST_F(FilesBesideOthers, AreNotPlayedForTheirFolder) {
