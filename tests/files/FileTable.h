@@ -26,8 +26,8 @@ struct KnownFile {
   int turned = 0;
 };
 
-// Two seconds of a still picture with a tone. Its colours say where a pixel lies, and have no edges,
-// which one encoding keeps and another doesn't.
+// Two seconds of a still picture with a tone. Its colours say where a pixel lies, and have no
+// edges, which one encoding keeps and another doesn't.
 inline constexpr const char* kMakers = R"(
 set -e
 tool() { ffmpeg -nostdin -v error "$@"; }
@@ -45,6 +45,7 @@ with_subtitles() {
   printf '1\n00:00:00,000 --> 00:00:01,000\nWords\n' > words.srt
   tool -i "$1" -i words.srt -map 0 -map 1 -c copy "$2"
 }
+packets_of_192() { ! od -An -v -tx1 -w192 -j4 "$1" | cut -c 1-3 | grep -qv 47; }
 half() { head -c $(($(stat -c %s "$1") / 2)) "$1" > "$2"; }
 )";
 
@@ -63,7 +64,8 @@ inline const auto kFiles = std::to_array<KnownFile>({
      "0,160 by 0,120, 00:00:02", Played::kAsItIsStored, {138, 106}, Joined::kBoth},
     {"interlaced.ts", "MPEG-2, interlaced, in a transport stream", "video -c:v mpeg2video -flags +ildct+ilme -c:a mp2 interlaced.ts",
      "0,160 by 0,120, 00:00:02", Played::kAsItIsStored, {138, 106}, Joined::kBoth},
-    {"interlaced.mts", "the same in a camera's `.mts`", "video -c:v mpeg2video -flags +ildct+ilme -c:a ac3 interlaced.mts",
+    {"camera.mts", "H.264, interlaced, in a camera's `.mts`, with packets of 192 bytes",
+     "h264 -flags +ildct+ilme -c:a ac3 -mpegts_m2ts_mode 1 camera.mts; packets_of_192 camera.mts",
      "0,160 by 0,120, 00:00:02", Played::kAsItIsStored, {138, 106}, Joined::kBoth},
     {"wide.ts", "H.264 in a transport stream, 1000 pixels wide", "wide wide.ts",
      "1,000 by 0,120, 00:00:02", Played::kAsItIsStored, {978, 106}, Joined::kBoth},
@@ -79,7 +81,9 @@ inline const auto kFiles = std::to_array<KnownFile>({
      "0,160 by 0,120, 00:00:02", Played::kAsItIsStored, {138, 106}, Joined::kBoth},
     {"prores.mov", "ProRes in MOV", "video -c:v prores_ks -pix_fmt yuv422p10le prores.mov",
      "0,160 by 0,120, 00:00:02", Played::kAsItIsStored, {138, 107}, Joined::kBoth},
-    {"odd.mp4", "4:4:4 of odd sizes", "h264 -vf crop=155:115:0:0:exact=1,format=yuv444p -pix_fmt yuv444p odd.mp4",
+    {"full.mp4", "H.264 in 4:4:4", "h264 -pix_fmt yuv444p full.mp4",
+     "0,160 by 0,120, 00:00:02", Played::kAsItIsStored, {139, 107}, Joined::kBoth},
+    {"odd.mp4", "the same of odd sizes", "h264 -vf crop=155:115:0:0:exact=1,format=yuv444p -pix_fmt yuv444p odd.mp4",
      "0,155 by 0,115, 00:00:02", Played::kAsItIsStored, {134, 102}, Joined::kBoth},
     {"portrait.mp4", "portrait, stored so", "h264 -vf transpose=1 portrait.mp4",
      "0,120 by 0,160, 00:00:02", Played::kAsItIsStored, {98, 146}, Joined::kBoth},
