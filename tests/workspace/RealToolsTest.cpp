@@ -253,25 +253,65 @@ TEST_F(TurnedVideo, IsCroppedWhereTheRegionLiesOnceItWasTurnedForGood) {
   EXPECT_EQ(VideoSize(InFolder("cropped.mp4")), QSize(234, 314));
 }
 
-using Covered = RealTools;
+class Covered : public RealTools {
+ protected:
+  Covered() {
+    EXPECT_TRUE(MakeVideo(InFolder("plain.mp4"), QSize(1280, 720), 1));
+    Make({"-f", "lavfi", "-i", "color=red:size=100x100", "-frames:v", "1"}, "cover.png");
+  }
+
+  void Make(const QStringList& arguments, const char* name) const {
+    EXPECT_TRUE(RunTool("ffmpeg", arguments + QStringList{InFolder(name)}));
+  }
+  void Cover(const char* plain, const char* name) const {
+    Make({"-i", InFolder(plain), "-i", InFolder("cover.png"), "-map", "0", "-map", "1", "-c",
+          "copy", "-disposition:v:1", "attached_pic"},
+         name);
+  }
+  // As docs/files.md tells the user to.
+  void LoadBare(const char* video, const char* bare) const {
+    Make({"-i", InFolder(video), "-map", "0:V", "-map", "0:a?", "-c", "copy"}, bare);
+    Pick(InFolder(bare));
+    EXPECT_EQ(Number(SourceWidth), "1,280");
+    EXPECT_EQ(Number(SourceHeight), "0,720");
+  }
+  std::string Streams(const char* name) const {
+    QString printed;
+    RunTool("ffprobe",
+            {"-v", "error", "-show_entries", "stream=codec_type", "-of", "csv=p=0", InFolder(name)},
+            &printed);
+    return printed.simplified().toStdString();
+  }
+};
 
 TEST_F(Covered, IsLoadedInItsOwnSizeOnceTheCoverWasLeftOut) {
-  ASSERT_TRUE(MakeVideo(InFolder("plain.mp4"), QSize(1280, 720), 1));
-  LoadMade("cover.png", {"-f", "lavfi", "-i", "color=red:size=100x100", "-frames:v", "1"});
-  ASSERT_TRUE(RunTool(
-      "ffmpeg", {"-i", InFolder("plain.mp4"), "-i", InFolder("cover.png"), "-map", "0", "-map", "1",
-                 "-c", "copy", "-disposition:v:1", "attached_pic", InFolder("video.mp4")}));
-  ASSERT_TRUE(RunTool("ffmpeg", {"-i", InFolder("video.mp4"), "-map", "0:V", "-map", "0:a", "-c",
-                                 "copy", InFolder("bare.mp4")}));
-  Pick(InFolder("bare.mp4"));
-  EXPECT_EQ(Number(SourceWidth), "1,280");
-  EXPECT_EQ(Number(SourceHeight), "0,720");
-  QString streams;
-  RunTool(
-      "ffprobe",
-      {"-v", "error", "-show_entries", "stream=codec_type", "-of", "csv=p=0", InFolder("bare.mp4")},
-      &streams);
-  EXPECT_EQ(streams.simplified(), "video audio");
+  Cover("plain.mp4", "video.mp4");
+  ASSERT_EQ(Streams("video.mp4"), "video audio video");
+  LoadBare("video.mp4", "bare.mp4");
+  EXPECT_EQ(Streams("bare.mp4"), "video audio");
+}
+
+TEST_F(Covered, IsSoWithoutSoundAsWell) {
+  Make({"-i", InFolder("plain.mp4"), "-an", "-c", "copy"}, "silent.mp4");
+  Cover("silent.mp4", "video.mp4");
+  ASSERT_EQ(Streams("video.mp4"), "video video");
+  LoadBare("video.mp4", "bare.mp4");
+  EXPECT_EQ(Streams("bare.mp4"), "video");
+}
+
+class Subtitled : public Covered {};
+
+TEST_F(Subtitled, IsLoadedInItsOwnSizeOnceTheSubtitlesWereLeftOut) {
+  QFile lines(InFolder("words.srt"));
+  ASSERT_TRUE(lines.open(QIODevice::WriteOnly));
+  lines.write("1\n00:00:00,000 --> 00:00:01,000\nWords\n");
+  lines.close();
+  Make(
+      {"-i", InFolder("plain.mp4"), "-i", lines.fileName(), "-map", "0", "-map", "1", "-c", "copy"},
+      "video.mkv");
+  ASSERT_EQ(Streams("video.mkv"), "video audio subtitle");
+  LoadBare("video.mkv", "bare.mkv");
+  EXPECT_EQ(Streams("bare.mkv"), "video audio");
 }
 
 }  // namespace
