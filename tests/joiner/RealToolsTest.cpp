@@ -124,12 +124,22 @@ TEST_F(RealJoin, AnApostropheOrARemovedSectionSpoilsTheJoinAndNoFileIsTouched) {
   const std::string before = ContentOf(first) + ContentOf(second);
   Add(first);
   Add(second);
+  Add(first);
   JoinTo(InFolder("all.mp4"));
+  EXPECT_EQ(PicturesIn(InFolder("all.mp4")), 25) << "up to the apostrophe";
   EXPECT_EQ(ContentOf(first) + ContentOf(second), before);
   Remove(2);
   JoinTo(InFolder("none.mp4"));
   EXPECT_EQ(ContentOf(first) + ContentOf(second), before);
   EXPECT_FALSE(QFile::exists(InFolder("none.mp4")));
+}
+
+TEST_F(RealJoin, ANameWithAnApostropheMeansTheFileThatBearsItWithoutOne) {
+  Add(MakeClip("it's.mp4", 1));
+  MakeClip("its.mp4", 2);
+  Add(MakeClip("b.mp4", 3));
+  JoinTo(InFolder("all.mp4"));
+  EXPECT_EQ(PicturesIn(InFolder("all.mp4")), (2 + 3) * 25);
 }
 
 // What the joiner's own command lines can cost.
@@ -159,6 +169,34 @@ TEST_F(CostOfAJoin, AnOutputWhoseNameBeginsWithASectionsAndABlankEmptiesThatSect
   EXPECT_EQ(ContentOf(first), "");
   EXPECT_EQ(ContentOf(second), before);
   EXPECT_FALSE(QFile::exists(InFolder("a.mp4 + b.mp4")));
+}
+
+TEST_F(CostOfAJoin, AnOutputWithABlankReplacesTheFileThatBearsThePartBeforeIt) {
+  Add(MakeClip("a.mp4", 1));
+  Add(MakeClip("b.mp4", 2));
+  WriteFile("old.mp4", "no section");
+  JoinTo(InFolder("old.mp4 holiday.mp4"));
+  EXPECT_EQ(PicturesIn(InFolder("old.mp4")), 3 * 25);
+}
+
+TEST_F(CostOfAJoin, AnOutputWithABlankReplacesTheFileInTheCurrentFolderThatALaterPartNames) {
+  Add(MakeClip("a.mp4", 1));
+  Add(MakeClip("b.mp4", 2));
+  ASSERT_TRUE(QDir::current().mkdir("current"));
+  WriteFile("current/holiday.mp4", "no section");
+  QDir::setCurrent(InFolder("current"));
+  JoinTo(InFolder("new.mp4 holiday.mp4"));
+  EXPECT_NEAR(DurationOf(InFolder("current/holiday.mp4")), 3, 0.1) << "encoded anew";
+}
+
+TEST_F(CostOfAJoin, ABlankInTheOutputsFolderCanReplaceAFileAnywhere) {
+  const QTemporaryDir elsewhere;
+  const QString precious = elsewhere.filePath("precious.mp4");
+  ASSERT_TRUE(QFile::copy(MakeClip("a.mp4", 1), precious));
+  ASSERT_TRUE(QDir(tools_.Path()).mkpath("new.mp4 " + elsewhere.path()));
+  Add(MakeClip("b.mp4", 2));
+  JoinTo(InFolder("new.mp4 " + precious));
+  EXPECT_NEAR(DurationOf(precious), 2, 0.1);
 }
 
 TEST_F(CostOfAJoin, ASectionThatIsChosenAsTheOutputIsLost) {
@@ -193,8 +231,8 @@ TEST_F(CostOfAJoin, AnApostropheAndALineBreakInANameAddALineToTheList) {
 TEST_F(CostOfAJoin, ABlankInASectionsNameCanMakeTranscodingReplaceAnotherFile) {
   MakeClip("clip.mp4", 1);
   WriteFile("precious.mp4", "somebody's work");
-  WriteFile("clip.mp4 -y precious.mp4", "not a video");
-  Add(InFolder("clip.mp4 -y precious.mp4"));
+  WriteFile("clip.mp4 precious.mp4", "not a video");
+  Add(InFolder("clip.mp4 precious.mp4"));
   TranscodeAll();
   EXPECT_EQ(PicturesIn(InFolder("precious.mp4")), 25);
 }
@@ -206,12 +244,19 @@ TEST_F(CostOfAJoin, ABlankInAFoldersNameCanMakeTranscodingReplaceAFileAnywhere) 
   QFile file(precious);
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   file.close();
-  const QString crafted = "clip.mp4 -y " + precious;
-  ASSERT_TRUE(QDir(tools_.Path()).mkpath("clip.mp4 -y " + elsewhere.path()));
+  const QString crafted = "clip.mp4 " + precious;
+  ASSERT_TRUE(QDir(tools_.Path()).mkpath("clip.mp4 " + elsewhere.path()));
   WriteFile(crafted, "not a video");
   Add(InFolder(crafted));
   TranscodeAll();
   EXPECT_EQ(PicturesIn(precious), 25);
+}
+
+TEST_F(CostOfAJoin, AFileNamedAsATransportStreamGivesWayToIt) {
+  Add(MakeClip("a.mp4", 1));
+  WriteFile("intermediate01.ts", "of an earlier time");
+  TranscodeAll();
+  EXPECT_EQ(PicturesIn(InFolder("intermediate01.ts")), 25);
 }
 
 TEST_F(CostOfAJoin, ASectionNamedAsATransportStreamIsReplacedBeforeItIsRead) {

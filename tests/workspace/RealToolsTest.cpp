@@ -5,6 +5,7 @@
 #include <QProcess>
 #include <QStandardPaths>
 #include <QStringList>
+#include <QTemporaryDir>
 
 #include "platform/App.h"
 #include "shared/SharedValues.h"
@@ -170,20 +171,12 @@ TEST_F(RealTools, AFileThatCannotBeReadKeepsTheOldState) {
   EXPECT_EQ(VideoDuration.toStdString(), "00:00:02");
 }
 
-TEST_F(RealTools, AnOutputsNameWithABlankBehindItsExtensionMakesASecondFileUncropped) {
-  LoadMade("clip.mp4", Source("320x240"));
-  const QString former = QDir::currentPath();
-  ASSERT_TRUE(QDir(tools_.Path()).mkdir("current"));
-  QDir::setCurrent(InFolder("current"));
-  CropTheRegionTo(InFolder("my.mp4 holiday.mp4"));
-  QDir::setCurrent(former);
-  EXPECT_EQ(VideoSize(InFolder("my.mp4")), QSize(314, 234)) << "even, as its colours need";
-  EXPECT_EQ(VideoSize(InFolder("current/holiday.mp4")), QSize(320, 240));
-}
-
 // As docs/faults.md tells the user to.
 TEST_F(RealTools, AFalseSuccessIsExplainedByTheSameLineRunByHand) {
   LoadMade("clip.mp4", Source("320x240"));
+  ASSERT_TRUE(QFile::copy(InFolder("clip.mp4"), InFolder("my clip.mp4")));
+  Pick(InFolder("my clip.mp4"));
+  EXPECT_TRUE(QFileInfo(Path().Text()).isSymLink());
   const QString existing = tools_.File("existing.mp4");
   CropTheRegionTo(existing);
   const auto shown = [&](ReadOut number) {
@@ -210,6 +203,70 @@ TEST_F(RealTools, AListUnderAVideosNameIsReadAsTheFileThatItNames) {
   Pick(list.fileName());
   EXPECT_EQ(Number(SourceWidth), "0,320");
   EXPECT_EQ(Number(SourceHeight), "0,240");
+}
+
+// A new file whose name or folder has a blank. What the line names without a folder lies in
+// "current".
+class CostOfACrop : public RealTools {
+ protected:
+  CostOfACrop() {
+    EXPECT_TRUE(QDir(tools_.Path()).mkdir("current"));
+    QDir::setCurrent(InFolder("current"));
+  }
+  ~CostOfACrop() override { QDir::setCurrent(former_); }
+
+  void SetUp() override { LoadMade("clip.mp4", Source("320x240")); }
+
+  static constexpr QSize kWhole{320, 240};
+  // Even, as its colours need.
+  static constexpr QSize kCropped{314, 234};
+
+ private:
+  const QString former_ = QDir::currentPath();
+};
+
+TEST_F(CostOfACrop, ABlankBehindAnExtensionMakesASecondFileUncropped) {
+  CropTheRegionTo(InFolder("my.mp4 holiday.mp4"));
+  EXPECT_EQ(VideoSize(InFolder("my.mp4")), kCropped);
+  EXPECT_EQ(VideoSize(InFolder("current/holiday.mp4")), kWhole);
+}
+
+TEST_F(CostOfACrop, WhereThereIsSuchASecondFileItIsKeptAndTheFirstOneEmpty) {
+  QFile existing(tools_.File("current/holiday.mp4"));
+  CropTheRegionTo(InFolder("my.mp4 holiday.mp4"));
+  ASSERT_TRUE(existing.open(QIODevice::ReadOnly));
+  EXPECT_EQ(existing.readAll(), "contents");
+  ASSERT_TRUE(QFile::exists(InFolder("my.mp4")));
+  EXPECT_EQ(QFileInfo(InFolder("my.mp4")).size(), 0);
+}
+
+TEST_F(CostOfACrop, TheSwitchBehindABlankReplacesBothFiles) {
+  tools_.File("new.mp4");
+  tools_.File("current/precious.mp4");
+  CropTheRegionTo(InFolder("new.mp4 -y precious.mp4"));
+  EXPECT_EQ(VideoSize(InFolder("new.mp4")), kCropped);
+  EXPECT_EQ(VideoSize(InFolder("current/precious.mp4")), kWhole);
+}
+
+TEST_F(CostOfACrop, TheSwitchInAFoldersNameReplacesAFileAnywhere) {
+  const QTemporaryDir elsewhere;
+  QFile precious(elsewhere.filePath("precious.mp4"));
+  ASSERT_TRUE(precious.open(QIODevice::WriteOnly));
+  precious.close();
+  const QString folder = "new.mp4 -y " + elsewhere.path();
+  ASSERT_TRUE(QDir(tools_.Path()).mkpath(folder));
+  CropTheRegionTo(tools_.Path() + '/' + folder + "/precious.mp4");
+  EXPECT_EQ(VideoSize(precious.fileName()), kWhole);
+}
+
+TEST_F(CostOfACrop, ABlankInAFoldersNameMakesNoFile) {
+  const QDir folder(tools_.Path());
+  ASSERT_TRUE(folder.mkdir("My Videos"));
+  const QStringList before = folder.entryList();
+  CropTheRegionTo(InFolder("My Videos/new.mp4"));
+  EXPECT_EQ(folder.entryList(), before);
+  EXPECT_TRUE(QDir(InFolder("My Videos")).isEmpty());
+  EXPECT_TRUE(QDir::current().isEmpty());
 }
 
 // The tool turns the picture before it crops, so that the region is another one than on show.
