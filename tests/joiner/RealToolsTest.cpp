@@ -267,6 +267,13 @@ TEST_F(CostOfAJoin, ASectionNamedAsATransportStreamIsReplacedBeforeItIsRead) {
   EXPECT_EQ(PicturesIn(InFolder("intermediate02.ts")), 25) << "the same once more";
 }
 
+TEST_F(CostOfAJoin, AFileOfTheListsNameInTheProgramsFolderIsLost) {
+  WriteFile("files.txt", "somebody's notes");
+  Add(MakeClip("a.mp4", 1));
+  JoinTo(InFolder("all.mp4"));
+  EXPECT_EQ(ListFile(), "file '" + Path("a.mp4") + "'\r\n");
+}
+
 TEST_F(CostOfAJoin, ASecondWindowsListReplacesTheFirstOnesDuringTheWait) {
   Add(MakeClip("a.mp4", 1));
   const QString other = MakeClip("b.mp4", 2);
