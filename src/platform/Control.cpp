@@ -175,11 +175,12 @@ void Control::resizeEvent(QResizeEvent* event) {
   if (stockWidget_ != nullptr) stockWidget_->setGeometry(rect());
 }
 
-// The place in the control is worked out from the place in the window now: the control may have been
-// moved under the pointer since the event was sent. The place on the screen can't serve: Qt's screens
-// overlap where the outputs of a Wayland compositor have unlike scales.
+// The place in the control is worked out from the place on the screen now: the control may have
+// been moved under the pointer since the event was sent. mapFromGlobal may take that for a place on
+// another screen: under a Wayland compositor Qt doesn't know where its windows are.
 MouseEvent Control::Arguments(const QMouseEvent& event, int button) const {
-  const QPointF place = mapFrom(window(), event.scenePosition()) - MouseOrigin();
+  const QPointF inWindow = event.globalPosition() - window()->mapToGlobal(QPointF());
+  const QPointF place = mapFrom(window(), inWindow) - MouseOrigin();
   const float unitsPerPixel = MouseUnitsPerPixel();
   return {.Index = index_,
           .Button = button,

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QMouseEvent>
+#include <QWindow>
 #include <cmath>
 
 namespace kelvane {
@@ -17,21 +18,26 @@ class WholePixels : public QObject {
       case QEvent::MouseButtonRelease:
       case QEvent::MouseButtonDblClick:
       case QEvent::MouseMove:
-        return SendRounded(*watched, *static_cast<QMouseEvent*>(event));
+        // Qt makes the press of a double click for itself, and no widget gets it.
+        if (static_cast<QMouseEvent*>(event)->flags().testFlag(Qt::MouseEventCreatedDoubleClick)) {
+          return false;
+        }
+        return SendRounded(*static_cast<QWindow*>(watched), *static_cast<QMouseEvent*>(event));
       default:
         return false;
     }
   }
 
  private:
-  // Returns whether there was anything to round.
-  static bool SendRounded(QObject& window, QMouseEvent& event) {
+  // Returns whether there was anything to put right.
+  static bool SendRounded(QWindow& window, QMouseEvent& event) {
     const QPointF place = event.scenePosition();
     const QPointF whole(std::floor(place.x()), std::floor(place.y()));
-    const QPointF way = whole - place;
-    if (way.isNull()) return false;
-    QMouseEvent rounded(event.type(), event.position() + way, whole, event.globalPosition() + way,
-                        event.button(), event.buttons(), event.modifiers(), event.pointingDevice());
+    const QPointF onScreen = window.mapToGlobal(QPointF()) + whole;
+    if (whole == place && onScreen == event.globalPosition()) return false;
+    QMouseEvent rounded(event.type(), event.position() + whole - place, whole, onScreen,
+                        event.button(), event.buttons(), event.modifiers(), event.source(),
+                        event.pointingDevice());
     rounded.setTimestamp(event.timestamp());
     QCoreApplication::sendEvent(&window, &rounded);
     event.setAccepted(rounded.isAccepted());

@@ -27,8 +27,8 @@ class JoinerHover : public JoinerWindowTest {
     return 0;
   }
   void MoveOver(QWidget& widget, QPointF place) const {
-    QMouseEvent event =
-        PointerEvent(widget, QEvent::MouseMove, place, Qt::NoButton, Qt::NoButton);
+    QMouseEvent event(QEvent::MouseMove, place, widget.mapToGlobal(place), Qt::NoButton,
+                      Qt::NoButton, Qt::NoModifier);
     QApplication::sendEvent(&widget, &event);
   }
 };

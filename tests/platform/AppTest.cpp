@@ -193,8 +193,8 @@ TEST(DoEventsIs, ServingWhatWaitsForAllWindows) {
     auto& label = form.Find<Label>(QLatin1String(name));
     label.MouseUp = [&events, name](const MouseEvent&) { events.emplace_back(name); };
     QCoreApplication::postEvent(
-        &label, new QMouseEvent(PointerEvent(label, QEvent::MouseButtonRelease, QPointF(1, 1),
-                                             Qt::LeftButton, Qt::NoButton)));
+        &label, new QMouseEvent(QEvent::MouseButtonRelease, QPointF(1, 1), QPointF(1, 1),
+                                Qt::LeftButton, Qt::NoButton, Qt::NoModifier));
   }
   EXPECT_EQ(events, Events{});
   DoEvents();

@@ -8,7 +8,6 @@
 #include "platform/PictureBox.h"
 #include "platform/Pointer.h"
 #include "platform/TestForm.h"
-#include "support/Events.h"
 
 namespace kelvane::testing {
 namespace {
@@ -53,6 +52,15 @@ TEST_F(Mouse, PlacesAreWholePixelsRoundedDown) {
   EXPECT_EQ(events, (Events{"Move 2: button 0 shift 0 at 3,4", "Move 2: button 0 shift 0 at 3,4",
                             "Down 2: button 1 shift 0 at 3,4", "Move 2: button 1 shift 0 at -1,-2",
                             "Up 2: button 1 shift 0 at -1,-2"}));
+}
+
+TEST_F(Mouse, ADoubleClickBetweenTwoPixelsIsOneOfThePixelUnderIt) {
+  pointer.MoveTo(bar, {3, 4});
+  pointer.DoubleClick();
+  const Events whole = std::exchange(events, {});
+  pointer.MoveTo(bar, {3.4, 4.7});
+  pointer.DoubleClick();
+  EXPECT_EQ(events, whole);
 }
 
 TEST_F(Mouse, MovesOverTheFormItselfAreTheForms) {
@@ -165,9 +173,10 @@ TEST_F(Mouse, ABarThatMovesUnderThePointerIsFollowedByIt) {
 
 // The event says where in the control the pointer was when it was sent; by then the control has
 // been moved.
-TEST_F(Mouse, PlacesAreWorkedOutFromTheWindowWhenTheEventIsHandled) {
-  QMouseEvent late =
-      PointerEvent(bar, QEvent::MouseMove, QPointF(15, 9), Qt::NoButton, Qt::LeftButton);
+TEST_F(Mouse, PlacesAreWorkedOutFromTheScreenWhenTheEventIsHandled) {
+  const QPoint onScreen = bar.mapToGlobal(QPoint(15, 9));
+  QMouseEvent late(QEvent::MouseMove, QPointF(15, 9), onScreen, Qt::NoButton, Qt::LeftButton,
+                   Qt::NoModifier);
   bar.setLeft(bar.Left() + 10);
   box.setTop(box.Top() + 2);
   QCoreApplication::sendEvent(&bar, &late);

@@ -58,8 +58,9 @@ class NoAction : public SectionWindowTest {
     for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
       Click(control, button);
     }
-    QMouseEvent again = PointerEvent(control, QEvent::MouseButtonDblClick, QPointF(2, 2),
-                                     Qt::LeftButton, Qt::LeftButton);
+    QMouseEvent again(QEvent::MouseButtonDblClick, QPointF(2, 2),
+                      control.mapToGlobal(QPointF(2, 2)), Qt::LeftButton, Qt::LeftButton,
+                      Qt::NoModifier);
     QApplication::sendEvent(&control, &again);
     Release(control);
     PumpOnce();

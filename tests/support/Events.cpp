@@ -36,7 +36,8 @@ class StepReceiver : public QObject {
 };
 
 void Send(QWidget& widget, QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons held) {
-  QMouseEvent event = PointerEvent(widget, type, widget.rect().center(), button, held);
+  const QPointF place = widget.rect().center();
+  QMouseEvent event(type, place, widget.mapToGlobal(place), button, held, Qt::NoModifier);
   QApplication::sendEvent(&widget, &event);
 }
 
@@ -99,17 +100,6 @@ void Tick(Timer& timer) {
 
 void AtNextDoEvents(std::function<void()> step) {
   QCoreApplication::postEvent(new StepReceiver(std::move(step)), new QEvent(QEvent::User));
-}
-
-QMouseEvent PointerEvent(const QWidget& widget, QEvent::Type type, QPointF place,
-                         Qt::MouseButton button, Qt::MouseButtons held) {
-  return {type,
-          place,
-          widget.mapTo(widget.window(), place),
-          widget.mapToGlobal(place),
-          button,
-          held,
-          Qt::NoModifier};
 }
 
 void MovePointerOver(QWidget& widget, Qt::MouseButtons held) {

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QMouseEvent>
 #include <QPointF>
 #include <QSize>
 #include <QString>
@@ -49,9 +48,6 @@ void Tick(Timer& timer);
 // To be run by the next one to serve events, and by nobody before.
 void AtNextDoEvents(std::function<void()> step);
 
-// An event of the pointer at `place` of the widget, as the widget gets it from its window.
-QMouseEvent PointerEvent(const QWidget& widget, QEvent::Type type, QPointF place,
-                         Qt::MouseButton button, Qt::MouseButtons held);
 // What the pointer does, in the widget's middle.
 void MovePointerOver(QWidget& widget, Qt::MouseButtons held = Qt::NoButton);
 void Press(QWidget& widget, Qt::MouseButton button = Qt::LeftButton);

@@ -247,9 +247,8 @@ TEST_F(Markers, ARealPointerMovesTheBarByAsMuchAsItself) {
   PictureBox& bar = Bar(LeftBar);
   const QPoint start = bar.mapToGlobal(QPoint(2, 100));
   const auto send = [&](QEvent::Type type, QPoint place, Qt::MouseButton button) {
-    QMouseEvent event =
-        PointerEvent(bar, type, bar.mapFromGlobal(place), button,
-                     type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton);
+    QMouseEvent event(type, bar.mapFromGlobal(place), place, button,
+                      type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton, {});
     QApplication::sendEvent(&bar, &event);
   };
   send(QEvent::MouseButtonPress, start, Qt::LeftButton);
