@@ -114,9 +114,7 @@ std::optional<ScaleFactors> FactorsThatUndoScales() {
   const auto isPlain = [](const QScreen* screen) { return screen->devicePixelRatio() == 1; };
   if (std::ranges::all_of(screens, isPlain)) return std::nullopt;
   const QHash<QString, QSize> pixels =
-      QGuiApplication::platformName().startsWith(QLatin1String("wayland"))
-          ? PixelsOfWaylandOutputs()
-          : QHash<QString, QSize>();
+      UnderACompositor() ? PixelsOfWaylandOutputs() : QHash<QString, QSize>();
   std::vector<double> scales;
   for (const QScreen* screen : screens) {
     scales.push_back(

@@ -2,23 +2,24 @@
 
 #include <QAction>
 #include <QCloseEvent>
-#include <QGuiApplication>
+#include <QCoreApplication>
 #include <QMenuBar>
 #include <QScopedValueRollback>
-#include <QScreen>
 #include <QTimerEvent>
 #include <QWindow>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "platform/HandlerScope.h"
 #include "platform/Timer.h"
+#include "platform/WaylandOutputs.h"
 #include "platform/WindowManager.h"
 
 namespace kelvane {
 namespace {
 
-constexpr int kDragInterval = 200;  // ms
+constexpr int kAnswersRest = 200;  // ms
 
 int loadedForms = 0;
 
@@ -30,18 +31,6 @@ int PixelsOfTwips(float twips) {
 // A size in twips as it was assigned, unless the window's size in pixels is no longer that.
 float AsAssigned(float twips, int pixels) {
   return PixelsOfTwips(twips) == pixels ? twips : static_cast<float>(pixels) * kTwipsPerPixel;
-}
-
-bool UnderACompositor() {
-  return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
-}
-
-// Qt 6.4 keeps to a least size even where the compositor gives less, which ends the program.
-QSize LeastOnEveryOutput(QSize least) {
-  for (const QScreen* screen : QGuiApplication::screens()) {
-    least = least.boundedTo(screen->size());
-  }
-  return least;
 }
 
 }  // namespace
@@ -80,8 +69,11 @@ void Form::Load() {
 }
 
 void Form::Show(Form* owner) {
-  // Once the compositor has given a size it is too late to ask for another.
-  if (UnderACompositor()) setMinimumSize(LeastOnEveryOutput(least_).expandedTo(minimumSize()));
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
+  // Once the compositor has given a size it is too late to ask for another. Qt 6.4 would keep to this
+  // one even where the compositor gives less, which ends the program.
+  if (UnderACompositor()) setMinimumSize(least_.expandedTo(minimumSize()));
+#endif
   if (owner != nullptr) {
     winId();  // makes the window handles
     owner->winId();
@@ -163,34 +155,38 @@ void Form::ResizeTo(QSize size) {
   RaiseResize();
 }
 
-// Qt tells of no size that the window had before it asked for another.
+// Where a window manager refuses a size by telling the one that the window had, Qt tells of nothing.
 bool Form::nativeEvent(const QByteArray& eventType, void* message, qintptr* result) {
-  if (TellsOfGeometry(eventType, message)) {
-    QMetaObject::invokeMethod(this, &Form::TakeAnswer, Qt::QueuedConnection);
-  }
+  if (TellsOfGeometry(eventType, message)) answering_.start(kAnswersRest, this);
   return QWidget::nativeEvent(eventType, message, result);
 }
 
-// Some window managers refuse every size while the user drags the window's edge: they are asked
-// once more when it has been let go.
-void Form::TakeAnswer() {
-  if (!isVisible() || windowHandle()->size() == size()) return;
-  if (PointerButtonHeld()) {
-    dragging_.start(kDragInterval, this);
-    return;
-  }
-  const QScopedValueRollback<bool> obeys(obeys_, true);
-  SetSize(windowHandle()->size());
-}
-
 void Form::timerEvent(QTimerEvent* event) {
-  if (event->timerId() != dragging_.timerId()) {
+  if (event->timerId() != answering_.timerId()) {
     QWidget::timerEvent(event);
     return;
   }
-  if (PointerButtonHeld()) return;
-  dragging_.stop();
-  if (isVisible() && ChoosesItsSize()) windowHandle()->resize(size());
+  const bool refused = isVisible() && windowHandle()->size() != size();
+  if (refused && PointerButtonHeld()) {
+    dragged_ = true;
+    return;
+  }
+  answering_.stop();
+  const bool dragged = std::exchange(dragged_, false);
+  if (!refused) return;
+  // Some window managers refuse every size while the user drags the window's edge.
+  if (dragged && ChoosesItsSize()) {
+    windowHandle()->resize(size());
+  } else {
+    TakeGivenSize();
+  }
+}
+
+// Without asking for it.
+void Form::TakeGivenSize() {
+  const QScopedValueRollback<bool> obeys(obeys_, true);
+  QResizeEvent given(windowHandle()->size(), size());
+  QCoreApplication::sendEvent(windowHandle(), &given);
 }
 
 // A window whose titles are all hidden has no menu bar.

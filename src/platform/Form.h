@@ -102,7 +102,7 @@ class Form : public QWidget {
   bool ChoosesItsSize() const;
   void SetSize(QSize size);
   void ResizeTo(QSize size);
-  void TakeAnswer();
+  void TakeGivenSize();
   int BarHeight(int width) const;
   void LayOutArea();
   void RaiseResize();
@@ -120,8 +120,9 @@ class Form : public QWidget {
   bool unloading_ = false;
   bool dropWhenUnloaded_ = false;
   bool minimised_ = false;
-  bool obeys_ = false;    // a size that the window manager or compositor gave
-  QBasicTimer dragging_;  // runs while the window manager's refusal may be due to the user's drag
+  bool obeys_ = false;     // a size that the window manager or compositor gave
+  QBasicTimer answering_;  // runs while the window manager may have more to say
+  bool dragged_ = false;   // by an edge, while the window manager refused a size
 };
 
 // The one instance that a window class has at a time: made when it is loaded, dropped when it has

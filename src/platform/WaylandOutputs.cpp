@@ -2,6 +2,7 @@
 
 #include <wayland-client-protocol.h>
 
+#include <QGuiApplication>
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -62,6 +63,10 @@ constexpr wl_registry_listener kRegistryListener = {
 };
 
 }  // namespace
+
+bool UnderACompositor() {
+  return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
+}
 
 QHash<QString, QSize> PixelsOfWaylandOutputs() {
   const std::unique_ptr<wl_display, Destroyer<wl_display, wl_display_disconnect>> display(

@@ -85,7 +85,7 @@ void HoldingManager::Answer(const xcb_configure_request_event_t& request) {
   xcb_send_event(connection_, 0, request.window, XCB_EVENT_MASK_STRUCTURE_NOTIFY,
                  reinterpret_cast<const char*>(&answer));
   xcb_flush(connection_);
-  if (QSize(request.width, request.height) != size) ++requests_;
+  ++requests_;
 }
 
 }  // namespace kelvane::desktop
