@@ -32,8 +32,18 @@ trap 'exit 130' INT
 trap 'exit 143' TERM HUP
 system=$place/$release
 
+# Runs a command whose mounts and processes end with it.
+apart() {
+  unshare --mount --mount-proc --pid --fork --kill-child "$@" </dev/null &
+  inside=$!
+  local status=0
+  wait "$inside" || status=$?
+  inside=
+  return "$status"
+}
+
 say "making a bare Debian $release in $place"
-mmdebstrap --quiet --variant=apt --include=ca-certificates,git "$release" "$system" "$mirror" ||
+apart mmdebstrap --quiet --variant=apt --include=ca-certificates,git "$release" "$system" "$mirror" ||
   fail "a Debian $release can't be made from $mirror"
 git clone --quiet "$KELVANE_ROOT" "$system/root/kelvane" ||
   fail "$KELVANE_ROOT can't be cloned"
@@ -45,18 +55,12 @@ for name in http_proxy https_proxy no_proxy; do
   [[ -z ${!name:-} ]] || environment+=("$name=${!name}")
 done
 
-# Its mounts and its processes end with the command.
 say "running there: $*"
-unshare --mount --pid --fork --kill-child bash -euc '
+apart bash -euc '
   system=$1
   shift
   mount -t proc proc "$system/proc"
   mount --rbind /sys "$system/sys"
   mount --rbind /dev "$system/dev"
   exec chroot "$system" /usr/bin/env --default-signal -i "$@"' bash "$system" "${environment[@]}" \
-  bash -c 'cd /root/kelvane && exec "$@"' bash "$@" </dev/null &
-inside=$!
-status=0
-wait "$inside" || status=$?
-inside=
-exit "$status"
+  bash -c 'cd /root/kelvane && exec "$@"' bash "$@"
