@@ -38,6 +38,8 @@ TEST_F(JoinerSoak, AThousandJoins) {
     AtNextDoEvents([] { MoveSteadyClockOn(std::chrono::seconds(1)); });
   };
   const QString output = tools_.Path() + QLatin1String("/all.mp4");
+  constexpr int kIconsAtMost = 10240;  // KiB
+  ASSERT_LE(QPixmapCache::cacheLimit(), kIconsAtMost);
   const auto round = [&](int) {
     EXPECT_EQ(JoinTo(output).size(), std::size_t{2});
     PumpOnce();
