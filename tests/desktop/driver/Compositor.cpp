@@ -53,6 +53,8 @@ Compositor::Compositor(Screen& screen, const QString& display, const QList<Outpu
     process_.waitForFinished();
     throw std::runtime_error("no Wayland compositor: " + process_.readAll().toStdString());
   }
+  // Another output's window may lie over it.
+  screen.Activate(window_);
 }
 
 Compositor::~Compositor() {

@@ -18,8 +18,12 @@ bool SectionWindow::Await() {
 
 bool SectionWindow::AwaitFilling(WindowId window) {
   window_ = window;
-  return WaitFor(
-      [this] { return !OnTimeLine(kEndNeedle).isEmpty() && !ThumbOutline(0).isEmpty(); });
+  const auto isFilled = [this] {
+    return !OnTimeLine(kEndNeedle).isEmpty() && !ThumbOutline(0).isEmpty();
+  };
+  if (!WaitFor(isFilled)) return false;
+  screen_.Still(screen_.Place(window_));  // a compositor may show a first picture in another scale
+  return isFilled();
 }
 
 QRect SectionWindow::OnScreen(const QRect& place) const {
