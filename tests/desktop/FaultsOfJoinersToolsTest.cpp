@@ -81,7 +81,10 @@ TEST_F(FaultsOfJoinersTools, AFloodInAJoinTakesTwiceItsSizeOfMemoryAtMost) {
   constexpr qint64 kFlood = 256 * 1024;  // KiB
   const qint64 before = program.Memory();
   ASSERT_GT(before, 0);
-  ASSERT_NO_FATAL_FAILURE(StartJoin("yes | head -c 256M\n" + program.Gate("end")));
+  ASSERT_NO_FATAL_FAILURE(
+      StartJoin("yes 'Non-monotonous DTS in output stream 0:0; changing to 9' | "
+                "head -c 256M\n" +
+                program.Gate("end")));
   EXPECT_TRUE(WaitFor([&] { return program.Memory() - before > kFlood; }, 100s))
       << "it is kept whole";
   EXPECT_EQ(screen.Windows(), QList{joiner.Id()}) << "its text hasn't ended";
