@@ -3,8 +3,7 @@
 #   ./test.sh quick     those that need neither a display server nor a minute
 #   ./test.sh asan      all of them, with AddressSanitizer and UndefinedBehaviorSanitizer
 #   ./test.sh tsan      those of the player and of the console runner, which have threads, with
-#                       ThreadSanitizer; among them those in process on a private display, where
-#                       pictures have their short way
+#                       ThreadSanitizer
 #   ./test.sh coverage  all of them, and tells which lines and branches of src/ they run
 #   ./test.sh sharpness the quick ones against small faults, one at a time (--help says more)
 set -euo pipefail
@@ -20,17 +19,14 @@ case "$#:${1:-}" in
   1:asan | 1:coverage) preset=$1 ;;
   1:tsan)
     install_packages build run test
-    build tsan media_tests player_tests desktop_test
+    build tsan media_tests player_tests
     export TSAN_OPTIONS=suppressions=$KELVANE_ROOT/tests/platform/races.supp:history_size=7
     failed=()
     say "running the console runner's tests"
     "$(build_dir tsan)/tests/media/media_tests" || failed+=(media_tests)
     say "running the player's tests"
     "$(build_dir tsan)/tests/platform/player_tests" \
-      --gtest_filter=-APicture.RepaintsNoControlThatLiesOverIt || failed+=(player_tests)
-    say "running those of its pictures' way to the screen"
-    ctest --test-dir "$(build_dir tsan)" -R '^APlayerInAWindow\.' -E OnAScreenOfSixteenBits \
-      --output-on-failure --no-tests=error || failed+=(desktop_test)
+      --gtest_filter=-APlayer.RepaintsNoControlThatLiesBesideOrOverIt || failed+=(player_tests)
     ((${#failed[@]} == 0)) || fail "failed: ${failed[*]}"
     exit
     ;;

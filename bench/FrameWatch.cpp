@@ -6,7 +6,6 @@
 #include <chrono>
 #include <ctime>
 
-#include "SentPictures.h"
 #include "platform/Form.h"
 #include "platform/PictureBox.h"
 #include "platform/WindowsMediaPlayer.h"
@@ -50,20 +49,7 @@ void FrameWatch::Watch(const Form* form, const WindowsMediaPlayer* player, const
   player_ = player;
   bar_ = bar;
   Begin();
-  {
-    const std::lock_guard lock(mutex_);
-    frames_.clear();
-  }
-  if (player == nullptr) {
-    LookAtSentPictures({});
-  } else {
-    LookAtSentPictures([this](const QImage& picture) { TakeNumber(picture, {}); });
-  }
-}
-
-std::set<int> FrameWatch::Frames() const {
-  const std::lock_guard lock(mutex_);
-  return frames_;
+  frames_.clear();
 }
 
 void FrameWatch::Begin() {
@@ -101,31 +87,25 @@ bool FrameWatch::notify(QObject* receiver, QEvent* event) {
   if (type == QEvent::MouseMove && receiver == bar_) movesBar_ = true;
   if (type == QEvent::UpdateRequest) repaints_ = true;
   if (type == QEvent::MetaCall && receiver->parent() == player_) servesPlayer_ = true;
-  if (type == QEvent::Paint && receiver == player_ && TakePaintedNumber()) servesPlayer_ = true;
+  if (type == QEvent::Paint && receiver == player_ && TakeNumber()) servesPlayer_ = true;
   if (depth_ == 0) EndHandling(Now() - begin, OnProcessor() - beginOnProcessor);
   return handled;
 }
 
-// Read where the window is put together, as it goes to the screen.
-bool FrameWatch::TakePaintedNumber() {
-  const QBackingStore* store = form_->backingStore();
-  if (store == nullptr) return false;
-  const auto* window =
-      dynamic_cast<const QImage*>(const_cast<QBackingStore*>(store)->paintDevice());
-  return window != nullptr && TakeNumber(*window, player_->mapTo(form_, QPoint()));
-}
-
-// Whether a new picture, whose corner lies there in the image, was seen.
-bool FrameWatch::TakeNumber(const QImage& image, QPoint corner) {
+// Whether a new picture is seen where the window is put together, as it goes to the screen.
+bool FrameWatch::TakeNumber() {
+  QBackingStore* store = form_->backingStore();
+  const auto* window = store == nullptr ? nullptr : dynamic_cast<QImage*>(store->paintDevice());
+  if (window == nullptr) return false;
+  const QPoint corner = player_->mapTo(form_, QPoint());
   const QPoint first = corner + kFirstSquare + QPoint(kSquare / 2, kSquare / 2);
   int number = 0;
   for (int digit = 0; digit < kDigits; ++digit) {
     constexpr int kHalf = 128;
     const QPoint square = first + QPoint(digit * kSquare, 0);
-    if (!image.rect().contains(square)) return false;
-    if (qGray(image.pixel(square)) > kHalf) number |= 1 << digit;
+    if (!window->rect().contains(square)) return false;
+    if (qGray(window->pixel(square)) > kHalf) number |= 1 << digit;
   }
-  const std::lock_guard lock(mutex_);
   return frames_.insert(number).second;
 }
 

@@ -4,7 +4,6 @@
 #include <QList>
 #include <QString>
 #include <QTimer>
-#include <mutex>
 #include <optional>
 #include <set>
 
@@ -47,9 +46,8 @@ class FrameWatch : public QApplication {
   void Begin();
 
   const Busy& Seen() const { return busy_; }
-  // The numbers of the pictures that were painted, or sent to the screen without, since the player
-  // has been watched.
-  std::set<int> Frames() const;
+  // The numbers of the pictures that were painted since the player has been watched.
+  const std::set<int>& Frames() const { return frames_; }
   // When the repaint ended that shows the bar where it is now, in milliseconds of the clock; none
   // where there was none yet.
   std::optional<double> BarPaintedAt() const;
@@ -73,17 +71,14 @@ class FrameWatch : public QApplication {
  private:
   static constexpr int kLongestWait = 10;  // ms
 
-  bool TakeNumber(const QImage& image, QPoint corner);
-  bool TakePaintedNumber();
+  bool TakeNumber();
   void EndHandling(double took, double onProcessor);
 
   const Form* form_ = nullptr;
   const WindowsMediaPlayer* player_ = nullptr;
   const PictureBox* bar_ = nullptr;
   Busy busy_;
-  mutable std::mutex mutex_;  // guards what follows
   std::set<int> frames_;
-  // The user-interface thread's alone.
   float barLeft_ = 0;
   double barPaintedAt_ = 0;
   // Of the handling that runs.

@@ -40,7 +40,6 @@ constexpr double kMeasured = 10'000;  // ms
 // By so much a picture may be late, and still comes.
 constexpr double kLate = 100;             // ms
 constexpr double kLongestStart = 10'000;  // ms
-constexpr double kLongestHold = 4;        // ms
 constexpr double kOneFrame = 16.7;        // ms
 
 // A pointer on a connection and a thread of its own, which nothing in the window holds up.
@@ -102,15 +101,12 @@ class Playback {
     std::printf("  %d handlings for pictures among %d of the user-interface thread\n",
                 static_cast<int>(seen.frames.size()), static_cast<int>(seen.handlings.size()));
     PrintRow("any handling holds it, ms", ToVector(seen.handlings));
-    if (!seen.frames.isEmpty()) {
-      PrintRow("one for a picture, ms", ToVector(seen.frames));
-      PrintRow("of which it runs itself, ms", ToVector(seen.framesOnProcessor));
-    }
+    PrintRow("one for a picture, ms", ToVector(seen.frames));
+    PrintRow("of which it runs itself, ms", ToVector(seen.framesOnProcessor));
     const std::string clip = std::string(clip_.name) + ": ";
     PrintVerdict(clip + "pictures that never came to the screen", missing, 0);
-    // None of them where pictures go to the screen without the thread.
-    PrintVerdict(clip + "longest hold by a picture",
-                 seen.frames.isEmpty() ? 0 : At(ToVector(seen.frames), 1), kLongestHold, " ms");
+    PrintVerdict(clip + "longest hold by a picture", At(ToVector(seen.frames), 1), kOneFrame,
+                 " ms");
     PrintFigure(clip + "longest hold by anything else meanwhile", At(ToVector(seen.others), 1),
                 " ms");
   }
@@ -214,7 +210,7 @@ void Run() {
   constexpr int kPairs = 3;
   for (const Clip& clip : clips) {
     Compare(
-        (std::string("processor time of 10 s of ") + clip.name).c_str(), kPairs, 1.00,
+        (std::string("processor time of 10 s of ") + clip.name).c_str(), kPairs, 0.90,
         {"kelvane",
          [&] { return ProcessorTimeInProgram(screen, displayName, clip.path, clip.size); }},
         {"mpv --vo=x11", [&] { return ProcessorTimeOfPlayer(screen, displayName, clip.path); }});

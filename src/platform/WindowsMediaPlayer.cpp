@@ -4,7 +4,6 @@
 #include <QMenu>
 #include <QPaintEvent>
 #include <QPainter>
-#include <QWindow>
 #include <algorithm>
 
 #include "platform/Colours.h"
@@ -35,12 +34,6 @@ void WindowsMediaPlayer::MakeCore() {
   core_->setVolume(settings.volume());
   core_->setBalance(settings.balance());
   connect(core_, &PlaybackCore::PictureChanged, this, [this] { update(visibleRegion()); });
-  for (QWidget* box = this; !box->isWindow(); box = box->parentWidget()) {
-    box->installEventFilter(this);
-  }
-  window()->winId();  // makes its handle, where it hasn't been shown yet
-  window()->installEventFilter(this);
-  window()->windowHandle()->installEventFilter(this);
 }
 
 void WindowsMediaPlayer::Controls::play() {
@@ -102,62 +95,6 @@ QSize WindowsMediaPlayer::VisibleExtent() const {
     if (box->isWindow()) break;
   }
   return {std::max(visible.right() + 1, 0), std::max(visible.bottom() + 1, 0)};
-}
-
-// What the window moves, or brings back where something covered it, is what it painted last, which
-// may be long ago.
-bool WindowsMediaPlayer::eventFilter(QObject* watched, QEvent* event) {
-  switch (event->type()) {
-    case QEvent::UpdateRequest:
-      if (watched == window()) PlacePicture();
-      break;
-    case QEvent::Expose:
-      update(visibleRegion());
-      PlacePicture();
-      break;
-    case QEvent::Move:
-      if (watched->isWidgetType() && watched != window()) update(visibleRegion());
-      break;
-    case QEvent::Resize:
-      // The window is laid out anew and painted at once.
-      if (watched == window()) core_->setPlace(WindowNumber(), {}, {});
-      break;
-    case QEvent::PlatformSurface:
-      core_->setPlace(0, {}, {});
-      break;
-    default:
-      break;
-  }
-  return Control::eventFilter(watched, event);
-}
-
-std::uint32_t WindowsMediaPlayer::WindowNumber() const {
-  return static_cast<std::uint32_t>(window()->internalWinId());
-}
-
-void WindowsMediaPlayer::PlacePicture() {
-  const QPoint corner = mapTo(window(), QPoint());
-  QRegion region;
-  if (window()->devicePixelRatio() == 1 && !IsSeenThroughOthers()) {
-    region = visibleRegion().translated(corner);
-  }
-  core_->setPlace(WindowNumber(), corner, region);
-}
-
-// Whether something lies over the picture without hiding it.
-bool WindowsMediaPlayer::IsSeenThroughOthers() const {
-  const QRegion seen = visibleRegion();
-  for (const QWidget* box = this; !box->isWindow(); box = box->parentWidget()) {
-    const QObjectList& all = box->parentWidget()->children();
-    for (qsizetype index = all.indexOf(box) + 1; index < all.size(); ++index) {
-      const auto* other = qobject_cast<const QWidget*>(all[index]);
-      if (other == nullptr || other->isHidden() || other->isWindow()) continue;
-      const QRegion shape = other->mask().isEmpty() ? QRegion(other->rect()) : other->mask();
-      const QPoint place = mapFrom(box->parentWidget(), other->pos());
-      if (seen.intersects(shape.translated(place))) return true;
-    }
-  }
-  return false;
 }
 
 // Not waited for: a menu of its own loop would hold up the handler at whose DoEvents it came up.

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <optional>
 
 #include "platform/Control.h"
@@ -64,17 +63,11 @@ class WindowsMediaPlayer : public Control {
  protected:
   void paintEvent(QPaintEvent* event) override;
   void contextMenuEvent(QContextMenuEvent* event) override;
-  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void MakeCore();
   // Of the picture, from its top left corner to the last pixel that no box cuts off.
   QSize VisibleExtent() const;
-  // Before the window paints: what it lays over the picture isn't drawn over any more.
-  void PlacePicture();
-  bool IsSeenThroughOthers() const;
-  // The display server's for it.
-  std::uint32_t WindowNumber() const;
 
   QString url_;
   PlaybackCore* core_ = nullptr;

@@ -12,7 +12,7 @@ constexpr QSize kTooNarrowAsWell(1000, 650);
 class HeldDisplay {
  protected:
   QTemporaryDir home_;
-  PrivateDisplay display_{home_.path().toStdString(), {}, WindowManager::kNone};
+  PrivateDisplay display_{home_.path().toStdString(), WindowManager::kNone};
   Screen heldScreen_{display_.Name()};
   HoldingManager manager{display_.Name(), kTooNarrow};
 };

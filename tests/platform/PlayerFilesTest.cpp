@@ -160,6 +160,20 @@ TEST_F(PlayerFiles, OfAnotherSizeThanTheOneBeforeAreShownInTheirOwn) {
   EXPECT_TRUE(AwaitBlue(QSize(100, 140)));
 }
 
+TEST_F(PlayerFiles, WhosePicturesBecomeSmallerAreBlackAroundThem) {
+  const QString large = files.filePath("large.ts");
+  const QString small = files.filePath("small.ts");
+  ASSERT_TRUE(MakeColours(large, QSize(320, 180), {0xffff0000, 0xffff0000}));
+  ASSERT_TRUE(MakeColours(small, QSize(160, 90), QList<QRgb>(20, 0xff0000ff)));
+  player.setURL(Make("both.ts", {"-i", "concat:" + large + "|" + small, "-c", "copy"}));
+  EXPECT_TRUE(watch.AwaitColour(kPlayedRed));
+  EXPECT_TRUE(PumpUntil([&] {
+    const QImage picture = Picture(player);
+    return BlueExtent() == QSize(160, 90) && picture.pixel(165, 45) == 0xff000000 &&
+           picture.pixel(80, 95) == 0xff000000 && picture.pixel(315, 175) == 0xff000000;
+  }));
+}
+
 // As of a broadcast that was put together out of two. Not every release of the library goes back.
 TEST_F(PlayerFiles, WhoseTimesJumpBackHaveNoPositionBeforeTheBeginning) {
   const QByteArray late = ContentOf(

@@ -6,6 +6,9 @@
 #include <QFile>
 #include <QMenu>
 
+#include "platform/ScrollBars.h"
+#include "support/PaintsOf.h"
+
 namespace kelvane::testing {
 
 namespace {
@@ -14,6 +17,27 @@ class APlayer : public PlayerTest {
  protected:
   static constexpr int kAWhile = 300;  // ms
 };
+
+TEST_F(APlayer, RepaintsNoControlThatLiesBesideOrOverIt) {
+  TestForm window(Controls{{.name = "HScroll1",
+                                  .controlClass = ControlClass::kHScrollBar,
+                                  .place = {0, 2400, 4000, 255}},
+                                 {.name = "Picture1",
+                                  .controlClass = ControlClass::kPictureBox,
+                                  .place = {300, 300, 75, 1500}},
+                                 {.name = "wmp",
+                                  .controlClass = ControlClass::kWindowsMediaPlayer,
+                                  .place = {0, 0, 4800, 2700}}});
+  window.Open();
+  const PaintsOf pictures("wmp");
+  const PaintsOf scrollBars("HScroll1");
+  const PaintsOf bars("Picture1");
+  window.Find<WindowsMediaPlayer>("wmp").setURL(MakePlain("red.mp4", "red", 3));
+  constexpr int kSome = 20;
+  ASSERT_TRUE(PumpUntil([&] { return pictures.Count() > kSome; }));
+  EXPECT_EQ(scrollBars.Count(), 0);
+  EXPECT_EQ(bars.Count(), 0);
+}
 
 TEST_F(APlayer, StartsAFileByItself) {
   player.setURL(MakePlain("red.mp4", "red", 5));

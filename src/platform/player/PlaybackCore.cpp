@@ -1,7 +1,6 @@
 #include "platform/player/PlaybackCore.h"
 
 #include <alsa/asoundlib.h>
-#include <sched.h>
 
 #include <QDir>
 #include <QPainter>
@@ -87,26 +86,6 @@ bool HasRoomForThreads() {
   return threads.size() == kMostOfAFile;
 }
 
-// While it lives, the threads that this one starts are such as work through a load: they get their
-// whole share of the processor, but when they wake they don't cut in on the user-interface thread
-// in the middle of a paint, nor on the display server that it waits for. A policy that somebody has
-// chosen for the whole program stays.
-class StartsLoadThreads {
- public:
-  StartsLoadThreads() : chooses_(sched_getscheduler(0) == SCHED_OTHER) { Choose(SCHED_BATCH); }
-  StartsLoadThreads(const StartsLoadThreads&) = delete;
-  StartsLoadThreads& operator=(const StartsLoadThreads&) = delete;
-  ~StartsLoadThreads() { Choose(SCHED_OTHER); }
-
- private:
-  void Choose(int policy) const {
-    const sched_param noPriority{};
-    if (chooses_) (void)sched_setscheduler(0, policy, &noPriority);
-  }
-
-  const bool chooses_;
-};
-
 // The player may leave anything in the byte beside a pixel's colours.
 void MakeOpaque(QImage& image) {
   for (int y = 0; y < image.height(); ++y) {
@@ -121,7 +100,6 @@ constexpr std::uint64_t kStartAnswer = 1;
 }  // namespace
 
 PlaybackCore::PlaybackCore(QObject* parent) : QObject(parent), mpv_(PlayerLibrary::Get()) {
-  const StartsLoadThreads load;
   if (mpv_ == nullptr || !HasRoomForThreads() || !MakePlayer()) return;
   ObserveProperties();
   try {
@@ -233,8 +211,6 @@ void PlaybackCore::ObserveProperties() {
       [](void* core) { static_cast<PlaybackCore*>(core)->Wake(&PlaybackCore::eventsWait_); }, this);
 }
 
-// What comes with every picture ends here: to wake the user-interface thread for it would be to
-// wake it in the middle of the player's work, which it would have to wait for.
 void PlaybackCore::DrainEvents() {
   for (const mpv_event* event = mpv_->wait_event(player_, 0); event->event_id != MPV_EVENT_NONE;
        event = mpv_->wait_event(player_, 0)) {
@@ -303,11 +279,6 @@ void PlaybackCore::setVisible(QSize visible) {
   wake_.notify_one();
 }
 
-void PlaybackCore::setPlace(std::uint32_t window, QPoint corner, const QRegion& region) {
-  const std::lock_guard lock(mutex_);
-  output_.setPlace(window, corner, region);
-}
-
 void PlaybackCore::Wake(bool PlaybackCore::*waits) {
   {
     const std::lock_guard lock(mutex_);
@@ -339,50 +310,25 @@ void PlaybackCore::RenderFrame() {
     size = size_.boundedTo(wanted_);
   }
   int skips = size.isEmpty() ? 1 : 0;
-  output_.AwaitTaken();
-  QImage& image = drawing_.image;
-  if (skips == 0 && image.size() != size) drawing_ = output_.MakePicture(size);
-  std::array<int, 2> extent{image.width(), image.height()};
+  if (skips == 0 && drawing_.size() != size) drawing_ = QImage(size, QImage::Format_RGB32);
+  std::array<int, 2> extent{drawing_.width(), drawing_.height()};
   std::string format = "bgr0";
-  auto stride = static_cast<std::size_t>(image.bytesPerLine());
+  auto stride = static_cast<std::size_t>(drawing_.bytesPerLine());
   std::array<mpv_render_param, 6> parameters{{{MPV_RENDER_PARAM_SW_SIZE, extent.data()},
                                               {MPV_RENDER_PARAM_SW_FORMAT, format.data()},
                                               {MPV_RENDER_PARAM_SW_STRIDE, &stride},
-                                              {MPV_RENDER_PARAM_SW_POINTER, image.bits()},
+                                              {MPV_RENDER_PARAM_SW_POINTER, drawing_.bits()},
                                               {MPV_RENDER_PARAM_SKIP_RENDERING, &skips},
                                               {MPV_RENDER_PARAM_INVALID, nullptr}}};
   mpv_->render_context_render(renderer_, parameters.data());
   if (skips != 0) return;
-  // A surface may have an alpha where the display isn't one that shares memory.
-  if (drawing_.segment == 0) MakeOpaque(image);
-  bool puts = false;
+  MakeOpaque(drawing_);
   {
     const std::lock_guard lock(mutex_);
     if (size_.boundedTo(wanted_) != size) return;
     std::swap(shown_, drawing_);
-    // Around the first of its size the window has to paint as well.
-    puts = drawing_.image.size() == size && output_.Put(shown_);
-    if (puts) ++sent_;
   }
-  if (puts) {
-    output_.Send();
-  } else {
-    TellChange();
-  }
-}
-
-void PlaybackCore::SendAgainAfter(std::uint64_t sent) {
-  bool puts = false;
-  {
-    const std::lock_guard lock(mutex_);
-    if (sent == sent_) return;
-    puts = output_.Put(shown_);
-  }
-  if (puts) {
-    output_.Send();
-  } else {
-    emit PictureChanged();
-  }
+  TellChange();
 }
 
 void PlaybackCore::TellChange() {
@@ -400,12 +346,9 @@ void PlaybackCore::Tell(News news) {
 
 QRegion PlaybackCore::Draw(QPainter& painter, const QRegion& region) {
   const std::lock_guard lock(mutex_);
-  const QImage& image = shown_.image;
-  if (image.isNull()) return region;
-  const QRegion covered = region & image.rect();
-  for (const QRect& part : covered) painter.drawImage(part, image, part);
-  // What goes to the screen before the window does lies under what was drawn now.
-  if (!covered.isEmpty()) Tell([this, sent = sent_] { SendAgainAfter(sent); });
+  if (shown_.isNull()) return region;
+  const QRegion covered = region & shown_.rect();
+  for (const QRect& part : covered) painter.drawImage(part, shown_, part);
   return region - covered;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QImage>
 #include <QObject>
 #include <QSize>
 #include <QString>
@@ -9,8 +10,6 @@
 #include <initializer_list>
 #include <mutex>
 #include <thread>
-
-#include "platform/player/ScreenOutput.h"
 
 class QPainter;
 class QRegion;
@@ -55,17 +54,12 @@ class PlaybackCore : public QObject {
 
   // How much of the picture can be seen, from its top left corner: little more than that is made.
   void setVisible(QSize visible);
-  // Where it can be seen, in pixels of the window of that number, which has to be there until
-  // another place, or none, is given: the region lies on top of all that the window shows. Pictures
-  // to come go there straight from the thread that makes them, wherever the display has such a way.
-  void setPlace(std::uint32_t window, QPoint corner, const QRegion& region);
   // Draws the current picture, its top left corner at (0, 0), where it lies in `region`; returns
-  // the part of the region that it doesn't cover. For a paint of the window: once that is over, a
-  // picture that has come meanwhile is shown.
+  // the part of the region that it doesn't cover.
   QRegion Draw(QPainter& painter, const QRegion& region);
 
  signals:
-  // The picture, or whether there is one, has changed, and the screen doesn't show it yet.
+  // The picture, or whether there is one, has changed since it was last drawn.
   void PictureChanged();
 
  private:
@@ -73,8 +67,6 @@ class PlaybackCore : public QObject {
   // Whether the player takes it up, and will answer.
   bool Command(std::initializer_list<const char*> words, std::uint64_t answer = 0);
   void ObserveProperties();
-  // Sends the current picture once more where others than those have gone to the screen.
-  void SendAgainAfter(std::uint64_t sent);
   // From any thread of the player: sets what waits.
   void Wake(bool PlaybackCore::*waits);
 
@@ -108,10 +100,8 @@ class PlaybackCore : public QObject {
   bool ending_ = false;
   QSize size_;    // of the pictures to come, whole; empty while unknown
   QSize wanted_;  // the part of them to make, which may be larger than they are
-  ScreenOutput output_;
-  ScreenOutput::Picture shown_;    // null while there is none
-  ScreenOutput::Picture drawing_;  // the serving thread's alone between two swaps
-  std::uint64_t sent_ = 0;         // how many have gone to the screen past the window
+  QImage shown_;    // null while there is none
+  QImage drawing_;  // the serving thread's alone between two swaps
   std::atomic<bool> changeTold_ = false;
 };
 

@@ -37,8 +37,7 @@ pid_t StartCompanion(const std::vector<std::string>& arguments, int inherited = 
 
 // The server and its screen. Xephyr's option takes no screen number.
 std::vector<std::string> ServerAndScreen() {
-  const char* depth = std::getenv("KELVANE_TEST_DEPTH");
-  const std::string screen = std::string("1920x1200x") + (depth == nullptr ? "24" : depth);
+  const std::string screen = "1920x1200x24";
   const char* shown = std::getenv("KELVANE_TEST_DISPLAY_SERVER");
   if (shown == nullptr || *shown == '\0') return {"Xvfb", "-screen", "0", screen};
   return {shown, "-screen", screen};
@@ -88,10 +87,9 @@ class TrialWindow {
 }  // namespace
 
 PrivateDisplay::PrivateDisplay(const std::string& privateFolder,
-                               const std::vector<std::string>& serverOptions,
                                WindowManager windowManager) {
   try {
-    StartServer(serverOptions);
+    StartServer();
     if (windowManager == WindowManager::kOpenbox) StartWindowManager(privateFolder);
   } catch (...) {
     End(windowManager_);
@@ -114,14 +112,13 @@ void PrivateDisplay::UseForToolkit(const std::string& privateFolder) const {
 }
 
 // The server says its number on a pipe once it takes connections.
-void PrivateDisplay::StartServer(const std::vector<std::string>& options) {
+void PrivateDisplay::StartServer() {
   std::array<int, 2> ends{};
   if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe for the X server");
   std::vector<std::string> arguments = ServerAndScreen();
   const std::string server = arguments.front();
   arguments.insert(arguments.end(),
                    {"-displayfd", std::to_string(ends[1]), "-nolisten", "tcp", "-noreset"});
-  arguments.insert(arguments.end(), options.begin(), options.end());
   server_ = StartCompanion(arguments, ends[1]);
   close(ends[1]);
   std::string number;

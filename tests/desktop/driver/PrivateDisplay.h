@@ -13,14 +13,11 @@ enum class WindowManager { kOpenbox, kNone };
 // nobody's configuration. They end with the object, and with this process however it ends.
 //
 // To watch, name Xephyr in KELVANE_TEST_DISPLAY_SERVER: it then takes Xvfb's place and shows its
-// screen in a window of the display in DISPLAY. KELVANE_TEST_DEPTH says how many bits the screen
-// has to a pixel, where not 24.
+// screen in a window of the display in DISPLAY.
 class PrivateDisplay {
  public:
-  // `privateFolder` is the window manager's home; the server gets these options after its own.
-  // Throws std::runtime_error where the server or the manager doesn't come up.
+  // `privateFolder` is the window manager's home. Throws std::runtime_error where the server or the manager doesn't come up.
   explicit PrivateDisplay(const std::string& privateFolder,
-                          const std::vector<std::string>& serverOptions = {},
                           WindowManager windowManager = WindowManager::kOpenbox);
   PrivateDisplay(const PrivateDisplay&) = delete;
   PrivateDisplay& operator=(const PrivateDisplay&) = delete;
@@ -34,7 +31,7 @@ class PrivateDisplay {
   void UseForToolkit(const std::string& privateFolder) const;
 
  private:
-  void StartServer(const std::vector<std::string>& options);
+  void StartServer();
   void StartWindowManager(const std::string& privateFolder);
 
   std::string name_;

@@ -233,11 +233,6 @@ void* dlopen(const char* name, int flags) noexcept {
   PASS_ON(dlopen, name, flags);
 }
 
-int memfd_create(const char* name, unsigned flags) noexcept {
-  if (std::strcmp(name, "picture") == 0) FAIL_WITH_ERROR_OF(kSharePicture, -1);
-  PASS_ON(memfd_create, name, flags);
-}
-
 int clock_gettime(clockid_t clock, timespec* now) noexcept {
   static auto* const system = System(&::clock_gettime, "clock_gettime");
   const int result = system(clock, now);

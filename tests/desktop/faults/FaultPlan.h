@@ -13,7 +13,6 @@ enum class Attempt : int {
   kFillFolder,    // to make a short name or a list in such a folder
   kStartThread,
   kLoadPlayer,    // to load the player's library
-  kSharePicture,  // to make memory for a picture that the display server reads as well
   kCount
 };
 
