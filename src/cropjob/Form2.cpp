@@ -14,6 +14,9 @@
 #include "shared/TextHelpers.h"
 
 namespace kelvane {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr std::int16_t kStartTick = 2;
@@ -25,7 +28,7 @@ constexpr float kWindowHeight = 2400;  // twips
 QString TimeText(const QString& block) {
   constexpr qsizetype kOffset = 5;
   constexpr qsizetype kLength = 8;
-  const qsizetype word = block.indexOf(QLatin1String("time"), 0, Qt::CaseInsensitive);
+  const qsizetype word = block.indexOf("time"_L1, 0, Qt::CaseInsensitive);
   return word < 0 ? QString() : block.mid(word + kOffset, kLength);
 }
 
@@ -72,23 +75,23 @@ void Form2::Form_Load() {
 void Form2::Timer1_Timer() {
   if (TimerTicks < std::numeric_limits<std::int16_t>::max()) ++TimerTicks;
   if (TimerTicks != kStartTick) return;
-  Label1(2).setCaption(QStringLiteral("Progress: 000 % Complete: Status: Starting..."));
+  Label1(2).setCaption(u"Progress: 000 % Complete: Status: Starting..."_s);
   CropVideo();
   Timer1.setEnabled(false);
 }
 
 void Form2::CropVideo() {
   try {
-    Label1(2).setCaption(QStringLiteral("Progress: 00.00 % Complete: Status: Cropping..."));
+    Label1(2).setCaption(u"Progress: 00.00 % Complete: Status: Cropping..."_s);
     setMousePointer(MousePointer::kHourglass);
     objDOS->setCommandLine(CropCommandLine(ToolsFolder(App::Path()),
                                            ToNarrow(mainWindow_.ShownVideo()), ToNarrow(CropFilter),
                                            ToNarrow(OutputPath)));
     objDOS->ExecuteCommand();
     setMousePointer(MousePointer::kDefault);
-    Label1(2).setCaption(QStringLiteral("Progress: 100 % Complete: Status: Cropping Successful"));
+    Label1(2).setCaption(u"Progress: 100 % Complete: Status: Cropping Successful"_s);
   } catch (const std::exception&) {
-    MsgBox(QStringLiteral("An Error Occurred trying to crop the Video."));
+    MsgBox(u"An Error Occurred trying to crop the Video."_s);
   }
   objDOS.reset();
 }
@@ -106,11 +109,9 @@ void Form2::objDOS_ReceiveOutputs(const std::string& CommandOutputs) {
     pbar.setValue(static_cast<float>(*seconds));
   }
   const QString percent = FormatTwoDecimals(double{old} / (double{top} / 100));
-  Label1(2).setCaption(
-      QStringLiteral("Progress: %1% Complete: Status: Cropping Video").arg(percent));
+  Label1(2).setCaption(u"Progress: %1% Complete: Status: Cropping Video"_s.arg(percent));
   mainWindow_.JobProgress().setValue(pbar.Value());
-  mainWindow_.SetTitle(MainWindowMinimised ? QStringLiteral("Crop: %1%").arg(percent)
-                                           : QStringLiteral("Kelvane"));
+  mainWindow_.SetTitle(MainWindowMinimised ? u"Crop: %1%"_s.arg(percent) : u"Kelvane"_s);
 }
 
 void Form2::Label2_MouseUp(const MouseEvent& /*event*/) { Unload(); }

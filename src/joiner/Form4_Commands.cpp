@@ -9,6 +9,8 @@
 
 namespace kelvane {
 
+using namespace Qt::StringLiterals;
+
 // Any mouse button fires a command.
 void Form4::Label1_MouseUp(const MouseEvent& event) {
   switch (event.Index) {
@@ -17,7 +19,7 @@ void Form4::Label1_MouseUp(const MouseEvent& event) {
       break;
     case JoinAllSections:
       ListIntermediates();
-      Label3(ProcessLine).setCaption(QStringLiteral("Process: Creating List Index"));
+      Label3(ProcessLine).setCaption(u"Process: Creating List Index"_s);
       DoTheJoin();
       break;
     case SaveVideoFileList:
@@ -30,9 +32,9 @@ void Form4::Label1_MouseUp(const MouseEvent& event) {
 
 void Form4::AddSection() {
   if (TranscodeLock) return;
-  CDialog.DialogTitle = QStringLiteral("Add Video");
+  CDialog.DialogTitle = u"Add Video"_s;
   CDialog.FileName.clear();
-  CDialog.Filter = QStringLiteral("*.*");
+  CDialog.Filter = u"*.*"_s;
   CDialog.ShowOpen();
   if (CDialog.FileName.isEmpty()) return;
   SelectedFile = Trim(CDialog.FileName);
@@ -44,8 +46,7 @@ void Form4::AddSection() {
     }
   }
   List1.AddItem(Trim(CDialog.FileName));
-  Label3(TotalSections)
-      .setCaption(QStringLiteral("Total Sections: ") + FormatDigits(List1.ListCount(), 2));
+  Label3(TotalSections).setCaption(u"Total Sections: "_s + FormatDigits(List1.ListCount(), 2));
   GetVideoData();
 }
 
@@ -62,9 +63,9 @@ void Form4::ListIntermediates() {
 }
 
 void Form4::SaveList() {
-  CDialog.DialogTitle = QStringLiteral("Save Video File List");
+  CDialog.DialogTitle = u"Save Video File List"_s;
   CDialog.FileName.clear();
-  CDialog.Filter = QStringLiteral("Text File (*.txt)|*.txt");
+  CDialog.Filter = u"Text File (*.txt)|*.txt"_s;
   CDialog.ShowSave();
   if (CDialog.FileName.isEmpty()) return;
   QFile file(CDialog.FileName);

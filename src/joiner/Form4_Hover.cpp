@@ -5,6 +5,9 @@
 #include "shared/TextHelpers.h"
 
 namespace kelvane {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr QLatin1String kDetailsHeading("Video Details: ");
@@ -20,10 +23,9 @@ void Form4::Picture3_MouseMove(const MouseEvent& /*event*/) { Shape1.setVisible(
 
 void Form4::Option1_MouseMove(const MouseEvent& event) {
   Option1(event.Index)
-      .setToolTipText(
-          event.Index == NoTranscode
-              ? QStringLiteral(" Used when all video sections have the same properties / codecs ")
-              : QStringLiteral(" Used when video sections have different properties / codecs "));
+      .setToolTipText(event.Index == NoTranscode
+                          ? u" Used when all video sections have the same properties / codecs "_s
+                          : u" Used when video sections have different properties / codecs "_s);
 }
 
 void Form4::Picture1_MouseMove(const MouseEvent& event) {

@@ -16,6 +16,9 @@
 #include "shared/TextHelpers.h"
 
 namespace kelvane {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // The windows live meanwhile; even a second join may begin.
@@ -40,21 +43,20 @@ void Form4::DoTheJoin() {
   } else {
     JoinSections(objDOS);
   }
-  Label3(ProcessLine).setCaption(QStringLiteral("Process: Video Created."));
-  MsgBox(QStringLiteral("Your Videos have been joined successfully."), kOKCancel | kExclamation,
-         QStringLiteral("Kelvane"));
+  Label3(ProcessLine).setCaption(u"Process: Video Created."_s);
+  MsgBox(u"Your Videos have been joined successfully."_s, kOKCancel | kExclamation, u"Kelvane"_s);
 }
 
 // A cancelled dialog stops nothing: the tool is run without a name for its output.
 void Form4::JoinSections(DOSOutputs& objDOS) {
-  CDialog.DialogTitle = QStringLiteral("Save Video As");
+  CDialog.DialogTitle = u"Save Video As"_s;
   CDialog.FileName.clear();
-  CDialog.Filter = QStringLiteral("MP4 File (*.mp4)|*.mp4");
+  CDialog.Filter = u"MP4 File (*.mp4)|*.mp4"_s;
   CDialog.ShowSave();
   const QString OutputFile = Trim(CDialog.FileName);
 
   DoEvents();
-  Label3(ProcessLine).setCaption(QStringLiteral("Process: Joining Your Videos..."));
+  Label3(ProcessLine).setCaption(u"Process: Joining Your Videos..."_s);
   const std::string tools = ToolsFolder(App::Path());
   const std::string ListFile = WriteListFile(tools);
   WaitOneSecond();
@@ -93,8 +95,7 @@ void Form4::TranscodeSections(DOSOutputs& objDOS) {
   TranscodeLock = true;
   const std::string tools = ToolsFolder(App::Path());
   for (int i = 0; i < List1.ListCount(); ++i) {
-    Label3(ProcessLine)
-        .setCaption(QStringLiteral("Process: Transcoding Video ") + FormatDigits(i, 2));
+    Label3(ProcessLine).setCaption(u"Process: Transcoding Video "_s + FormatDigits(i, 2));
     // Nothing is served before the next one.
     Label3(ProcessLine).repaint();
     const QString SectionPath = Trim(List1.List(i));

@@ -6,6 +6,9 @@
 #include "shared/TextHelpers.h"
 
 namespace kelvane {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr float kChartWidth = 7000;
@@ -60,7 +63,7 @@ void Form4::InitGUI() {
 void Form4::DrawRuler() {
   const float base = Picture5.ScaleHeight() / 2 + 8;
   Picture5.DrawLine(0, base, Picture5.ScaleWidth(), base, kLight);
-  Picture5.SetPrintFont(QStringLiteral("Arial"), kRulerFontSize);
+  Picture5.SetPrintFont(u"Arial"_s, kRulerFontSize);
   const std::int16_t last = ToInteger16(Picture5.ScaleWidth()).value_or(0);
   float printX = 0;
   for (int k = 0; k <= last; ++k) {

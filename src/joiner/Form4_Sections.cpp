@@ -9,6 +9,9 @@
 #include "shared/TextHelpers.h"
 
 namespace kelvane {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr float kStripHeight = 17;
@@ -61,7 +64,7 @@ void Form4::AddVideoObject(std::int32_t StripWidth) {
   }
   strip.setHeight(kStripHeight);
   strip.setVisible(true);
-  strip.SetPrintFont(QStringLiteral("Arial"), kStripFontSize);
+  strip.SetPrintFont(u"Arial"_s, kStripFontSize);
   strip.setForeColor(kWhite);
   strip.PrintAt(5, 1, number);
 
@@ -70,7 +73,7 @@ void Form4::AddVideoObject(std::int32_t StripWidth) {
   details.setTop(1);
   details.setHeight(10);
   details.setWidth(1);
-  details.setCaption(QStringLiteral("   Video Index: %1 Title: %2   ").arg(number, FileTitle));
+  details.setCaption(u"   Video Index: %1 Title: %2   "_s.arg(number, FileTitle));
   details.setVisible(false);
   strip.setMeaning(details.Caption().trimmed());
 

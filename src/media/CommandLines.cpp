@@ -1,16 +1,8 @@
 #include "media/CommandLines.h"
 
+#include "media/Trim.h"
+
 namespace kelvane {
-namespace {
-
-// Blanks only: tabs and line breaks stay.
-std::string Trim(const std::string& text) {
-  const std::size_t first = text.find_first_not_of(' ');
-  if (first == std::string::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
-}  // namespace
 
 std::vector<std::string> SplitCommandLine(const std::string& commandLine) {
   std::vector<std::string> arguments;
@@ -52,12 +44,13 @@ std::string DurationProbeCommandLine(const std::string& toolsFolder, const std::
 
 std::string PreviewCommandLine(const std::string& toolsFolder, const std::string& video,
                                const std::string& cropFilter) {
-  return toolsFolder + "/ffplay -i " + Trim(video) + " -vf crop=" + cropFilter;
+  return toolsFolder + "/ffplay -i " + std::string(Trim(video)) + " -vf crop=" + cropFilter;
 }
 
 std::string CropCommandLine(const std::string& toolsFolder, const std::string& video,
                             const std::string& cropFilter, const std::string& output) {
-  return toolsFolder + "/ffmpeg -i " + Trim(video) + " -vf crop=" + cropFilter + ' ' + output;
+  return toolsFolder + "/ffmpeg -i " + std::string(Trim(video)) + " -vf crop=" + cropFilter + ' ' +
+         output;
 }
 
 std::string JoinCommandLine(const std::string& toolsFolder, const std::string& listFile,
@@ -68,7 +61,7 @@ std::string JoinCommandLine(const std::string& toolsFolder, const std::string& l
 std::string TransportStreamCommandLine(const std::string& toolsFolder, const std::string& section,
                                        const std::string& intermediate) {
   return toolsFolder + "/ffmpeg -i " + section +
-         " -c copy -bsf:v h264_mp4toannexb -f mpegts -y \"" + Trim(intermediate) + '"';
+         " -c copy -bsf:v h264_mp4toannexb -f mpegts -y \"" + std::string(Trim(intermediate)) + '"';
 }
 
 }  // namespace kelvane

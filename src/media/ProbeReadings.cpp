@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "media/Trim.h"
+
 namespace kelvane {
 namespace {
 
@@ -25,13 +27,6 @@ size_t FindIgnoringCase(string_view text, string_view word) {
 // The text from its `position`-th character on, counted from 1; empty where it is shorter.
 string_view FromCharacter(string_view text, size_t position) {
   return text.substr(std::min(position - 1, text.size()));
-}
-
-// Blanks only: line breaks stay.
-string_view Trim(string_view text) {
-  const size_t first = text.find_first_not_of(' ');
-  if (first == string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
 }  // namespace

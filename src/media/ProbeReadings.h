@@ -32,8 +32,8 @@ SizeReading ReadSize(std::string_view block);
 std::size_t EndOfLine(std::string_view text);
 
 // The length of what comes first in the text: a size up to the end of the line of its "height=",
-// line break included, or what stands before a "width="; 0 where neither has ended. The probe prints
-// a width and a height for each stream, and what it has to complain of in between.
+// line break included, or what stands before a "width="; 0 where neither has ended. The probe
+// prints a width and a height for each stream, and what it has to complain of in between.
 std::size_t EndOfSize(std::string_view text);
 
 // The first "Duration:" of all the text ever given to it, in whichever blocks it came.

@@ -25,9 +25,9 @@ class ToolText {
   // Nothing is added after this.
   void End();
 
-  // Waits for the next block of 1 to 256 bytes, moves the cursor behind it and returns it. The block
-  // ends where `length` says, or when it is full or the text has ended; without a `length` it is
-  // whatever there is. Returns an empty text at the end.
+  // Waits for the next block of 1 to 256 bytes, moves the cursor behind it and returns it. The
+  // block ends where `length` says, or when it is full or the text has ended; without a `length` it
+  // is whatever there is. Returns an empty text at the end.
   std::string NextBlock(const BlockLength& length);
 
   // A copy of the text up to the cursor.

@@ -29,6 +29,9 @@
 static void TakeInIcons() { Q_INIT_RESOURCE(icons); }
 
 namespace kelvane {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 std::string& PathStore() {
@@ -175,7 +178,7 @@ std::unique_ptr<QApplication> MakeApplication(int& argumentCount, char** argumen
 App::App(const char* programName) : name_(programName), arguments_{name_.data(), nullptr} {
   KeepStandardDescriptors();
   // The toolkit's file dialogs keep their history in the user's settings: there is no such place.
-  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, QStringLiteral("/dev/null"));
+  QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, u"/dev/null"_s);
 
   application_ = MakeApplication(argumentCount_, arguments_.data());
   RoundPointerDown(*application_);
@@ -195,13 +198,13 @@ const std::string& App::Path() { return PathStore(); }
 
 void App::setPath(const std::string& path) { PathStore() = path; }
 
-QString App::Title() { return QStringLiteral("Kelvane"); }
+QString App::Title() { return u"Kelvane"_s; }
 
 QIcon App::Icon() {
   TakeInIcons();
   QIcon icon;
   for (const char* size : {"16", "32", "48", "128"}) {
-    icon.addFile(QStringLiteral(":/icons/kelvane-%1.png").arg(QLatin1String(size)));
+    icon.addFile(u":/icons/kelvane-%1.png"_s.arg(QLatin1String(size)));
   }
   return icon;
 }

@@ -14,6 +14,8 @@
 
 namespace kelvane {
 
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // The dialog's text grows with the density of the screen, and what it has room for shall not
@@ -30,8 +32,8 @@ QSize RoomFor(const QFontMetricsF& text) {
 // gives the focus to the closed list: files that were typed on the way stay selected then, and
 // overwrite the typed name.
 void LetTheNameDecide(QFileDialog& dialog) {
-  const auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
-  auto* files = dialog.findChild<QListView*>(QStringLiteral("listView"))->selectionModel();
+  const auto* name = dialog.findChild<QLineEdit*>(u"fileNameEdit"_s);
+  auto* files = dialog.findChild<QListView*>(u"listView"_s)->selectionModel();
   const auto decide = [name, files] {
     const bool picked = name->text() == files->selectedRows().value(0).data().toString();
     if (!picked) files->clearSelection();

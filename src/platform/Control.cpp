@@ -11,6 +11,9 @@
 #include "platform/HandlerScope.h"
 
 namespace kelvane {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 int WholePixels(float pixels) {
@@ -39,13 +42,13 @@ int ShiftOf(Qt::KeyboardModifiers modifiers) {
 
 // "Label14(3)" is 3; "pbar" is -1.
 int IndexOf(const QString& name) {
-  const qsizetype open = name.indexOf(QLatin1Char('('));
+  const qsizetype open = name.indexOf(u'(');
   return open < 0 ? -1 : name.mid(open + 1, name.size() - open - 2).toInt();
 }
 
 // The markup that shows a text letter for letter, blanks and line breaks as well.
 QString AsItStands(const QString& text) {
-  return QStringLiteral("<p style='white-space:pre'>%1</p>").arg(text.toHtmlEscaped());
+  return u"<p style='white-space:pre'>%1</p>"_s.arg(text.toHtmlEscaped());
 }
 
 }  // namespace

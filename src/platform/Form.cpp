@@ -70,8 +70,8 @@ void Form::Load() {
 
 void Form::Show(Form* owner) {
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
-  // Once the compositor has given a size it is too late to ask for another. Qt 6.4 would keep to this
-  // one even where the compositor gives less, which ends the program.
+  // Once the compositor has given a size it is too late to ask for another. Qt 6.4 would keep to
+  // this one even where the compositor gives less, which ends the program.
   if (UnderACompositor()) setMinimumSize(least_.expandedTo(minimumSize()));
 #endif
   if (owner != nullptr) {
@@ -155,7 +155,8 @@ void Form::ResizeTo(QSize size) {
   RaiseResize();
 }
 
-// Where a window manager refuses a size by telling the one that the window had, Qt tells of nothing.
+// Where a window manager refuses a size by telling the one that the window had, Qt tells of
+// nothing.
 bool Form::nativeEvent(const QByteArray& eventType, void* message, qintptr* result) {
   if (TellsOfGeometry(eventType, message)) answering_.start(kAnswersRest, this);
   return QWidget::nativeEvent(eventType, message, result);

@@ -18,11 +18,14 @@
 #include "platform/WindowsMediaPlayer.h"
 
 namespace kelvane {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 QFont FormFont() {
   constexpr float kPoints = 8.25F;
-  QFont font(QStringLiteral("Arial"));
+  QFont font(u"Arial"_s);
   font.setPixelSize(FontPixels(kPoints));
   return font;
 }

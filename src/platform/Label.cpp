@@ -12,6 +12,8 @@
 
 namespace kelvane {
 
+using namespace Qt::StringLiterals;
+
 Label::Label(Container* container, const QString& name) : Control(container, name) {
   setRole(SpokenRole::kText);
 }
@@ -39,9 +41,7 @@ void Label::setCaption(const QString& caption) {
   Raise(this, Change, Index());
 }
 
-QString Label::ShownCaption() const {
-  return QString(caption_).replace(QLatin1String("&&"), QLatin1String("&"));
-}
+QString Label::ShownCaption() const { return QString(caption_).replace("&&"_L1, "&"_L1); }
 
 void Label::FitCaption() {
   const float unitsPerPixel = container()->UnitsPerPixel();

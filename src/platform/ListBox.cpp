@@ -7,6 +7,7 @@
 
 #include "platform/Container.h"
 #include "platform/PixelSized.h"
+#include "platform/StockColours.h"
 
 namespace kelvane {
 namespace {
@@ -78,16 +79,11 @@ ListBox::ListBox(Container* container, const QString& name)
   FillWith(lines_);
 }
 
-QRgb ListBox::BackColor() const { return lines_->palette().color(QPalette::Base).rgb() & RGB_MASK; }
+QRgb ListBox::BackColor() const { return GroundOf(*lines_); }
 
-QRgb ListBox::ForeColor() const { return lines_->palette().color(QPalette::Text).rgb() & RGB_MASK; }
+QRgb ListBox::ForeColor() const { return TextColourOf(*lines_); }
 
-void ListBox::SetColours(QRgb back, QRgb text) {
-  QPalette colours = lines_->palette();
-  colours.setColor(QPalette::Base, QColor(back));
-  colours.setColor(QPalette::Text, QColor(text));
-  lines_->setPalette(colours);
-}
+void ListBox::SetColours(QRgb back, QRgb text) { SetStockColours(*lines_, back, text); }
 
 void ListBox::AddItem(const QString& text) { lines_->addItem(text); }
 

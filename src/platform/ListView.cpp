@@ -10,6 +10,7 @@
 #include "platform/Container.h"
 #include "platform/Fonts.h"
 #include "platform/PixelSized.h"
+#include "platform/StockColours.h"
 
 namespace kelvane {
 namespace {
@@ -83,20 +84,13 @@ ListView::ListView(Container* container, const QString& name)
   setFocusProxy(table_);
 }
 
-QRgb ListView::BackColor() const {
-  return table_->palette().color(QPalette::Base).rgb() & RGB_MASK;
-}
+QRgb ListView::BackColor() const { return GroundOf(*table_); }
 
-QRgb ListView::ForeColor() const {
-  return table_->palette().color(QPalette::Text).rgb() & RGB_MASK;
-}
+QRgb ListView::ForeColor() const { return TextColourOf(*table_); }
 
 void ListView::SetColours(QRgb back, QRgb text) {
-  QPalette colours = table_->palette();
-  colours.setColor(QPalette::Base, QColor(back));
-  colours.setColor(QPalette::Text, QColor(text));
-  table_->setPalette(colours);
-  table_->header()->setPalette(colours);
+  SetStockColours(*table_, back, text);
+  table_->header()->setPalette(table_->palette());
 }
 
 bool ListView::HeaderButtons() const { return table_->header()->sectionsClickable(); }

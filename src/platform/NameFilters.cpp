@@ -2,15 +2,17 @@
 
 namespace kelvane {
 
+using namespace Qt::StringLiterals;
+
 // The toolkit takes the pattern from the last parentheses, and is told not to show these.
 QStringList NameFilters(const QString& filter) {
   if (filter.isEmpty()) return {};
-  const QStringList parts = filter.split(QLatin1Char('|'));
+  const QStringList parts = filter.split(u'|');
   QStringList filters;
   for (qsizetype description = 0; description < parts.size(); description += 2) {
     QString pattern = parts[description + 1 < parts.size() ? description + 1 : description];
-    if (pattern == QLatin1String("*.*")) pattern = QStringLiteral("*");
-    filters << QStringLiteral("%1 (%2)").arg(parts[description], pattern);
+    if (pattern == "*.*"_L1) pattern = u"*"_s;
+    filters << u"%1 (%2)"_s.arg(parts[description], pattern);
   }
   return filters;
 }

@@ -7,6 +7,9 @@
 #include "platform/Container.h"
 
 namespace kelvane {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 constexpr int kSteps = 100000;  // more than a screen has columns
 }
@@ -46,9 +49,10 @@ void ProgressBar::ShowValue() {
 }
 
 void ProgressBar::SetColours(QRgb bar, QRgb back) {
-  bar_->setStyleSheet(QStringLiteral("QProgressBar { border: none; background-color: %1; }"
-                                     "QProgressBar::chunk { background-color: %2; }")
-                          .arg(QColor(back).name(), QColor(bar).name()));
+  bar_->setStyleSheet(
+      u"QProgressBar { border: none; background-color: %1; }"
+      "QProgressBar::chunk { background-color: %2; }"_s.arg(QColor(back).name(),
+                                                            QColor(bar).name()));
 }
 
 }  // namespace kelvane

@@ -8,6 +8,7 @@
 #include "platform/Container.h"
 #include "platform/HandlerScope.h"
 #include "platform/PixelSized.h"
+#include "platform/StockColours.h"
 
 namespace kelvane {
 
@@ -50,10 +51,7 @@ void TextBox::MakeLine() {
   const int margin = bordered_ ? Border::kWidth : 0;
   line_->setTextMargins(margin, 0, margin, 0);
   line_->setFocusPolicy(Qt::ClickFocus);
-  QPalette colours = line_->palette();
-  colours.setColor(QPalette::Base, QColor(kDark));
-  colours.setColor(QPalette::Text, QColor(kLight));
-  line_->setPalette(colours);
+  SetStockColours(*line_, kDark, kLight);
   FillWith(line_);
   line_->show();
   connect(line_, &QLineEdit::textChanged, this, [this](const QString& text) {

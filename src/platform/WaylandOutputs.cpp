@@ -11,6 +11,9 @@
 #include <memory>
 
 namespace kelvane {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 template <typename T, void (*destroy)(T*)>
@@ -64,9 +67,7 @@ constexpr wl_registry_listener kRegistryListener = {
 
 }  // namespace
 
-bool UnderACompositor() {
-  return QGuiApplication::platformName().startsWith(QLatin1String("wayland"));
-}
+bool UnderACompositor() { return QGuiApplication::platformName().startsWith("wayland"_L1); }
 
 QHash<QString, QSize> PixelsOfWaylandOutputs() {
   const std::unique_ptr<wl_display, Destroyer<wl_display, wl_display_disconnect>> display(

@@ -6,7 +6,8 @@
 
 namespace kelvane {
 
-// Whether Qt shows the program's windows by a Wayland compositor. Asked once there is an application.
+// Whether Qt shows the program's windows by a Wayland compositor. Asked once there is an
+// application.
 bool UnderACompositor();
 
 // What each output of the Wayland compositor has across and down, in pixels of the screen, by its

@@ -8,6 +8,8 @@
 
 namespace kelvane {
 
+using namespace Qt::StringLiterals;
+
 bool TellsOfGeometry(const QByteArray& eventType, const void* message) {
   if (eventType != "xcb_generic_event_t") return false;
   constexpr std::uint8_t kWithoutSender = 0x7f;
@@ -16,7 +18,7 @@ bool TellsOfGeometry(const QByteArray& eventType, const void* message) {
 }
 
 bool PointerButtonHeld() {
-  if (QGuiApplication::platformName() != QLatin1String("xcb")) return false;
+  if (QGuiApplication::platformName() != "xcb"_L1) return false;
   xcb_connection_t* connection =
       qGuiApp->nativeInterface<QNativeInterface::QX11Application>()->connection();
   const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;

@@ -12,6 +12,9 @@
 #include "shared/TextHelpers.h"
 
 namespace kelvane {
+
+using namespace Qt::StringLiterals;
+
 WindowsMediaPlayer::WindowsMediaPlayer(Container* container, const QString& name)
     : Control(container, name) {
   setAttribute(Qt::WA_OpaquePaintEvent);
@@ -102,9 +105,9 @@ void WindowsMediaPlayer::contextMenuEvent(QContextMenuEvent* event) {
   if (url_.isEmpty()) return;
   auto* menu = new QMenu(this);
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  menu->addAction(QStringLiteral("Play"), this, [this] { controls.play(); });
-  menu->addAction(QStringLiteral("Pause"), this, [this] { controls.pause(); });
-  menu->addAction(QStringLiteral("Stop"), this, [this] { controls.stop(); });
+  menu->addAction(u"Play"_s, this, [this] { controls.play(); });
+  menu->addAction(u"Pause"_s, this, [this] { controls.pause(); });
+  menu->addAction(u"Stop"_s, this, [this] { controls.stop(); });
   menu->popup(event->globalPos());
 }
 

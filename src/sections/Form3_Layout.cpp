@@ -9,6 +9,8 @@
 
 namespace kelvane {
 
+using namespace Qt::StringLiterals;
+
 void Form3::Form_Load() {
   constexpr float kWindowWidth = 14610;   // twips
   constexpr float kWindowHeight = 11955;  // twips
@@ -62,10 +64,9 @@ void Form3::Form_MouseMove(const MouseEvent& /*event*/) {
 
 void Form3::Label6_MouseUp(const MouseEvent& event) {
   if (event.Index != 0) return;
-  cdialog.DialogTitle = QStringLiteral("Extract Section From Video");
+  cdialog.DialogTitle = u"Extract Section From Video"_s;
   cdialog.FileName.clear();
-  cdialog.Filter =
-      QStringLiteral("MP4 Files (*.mp4)|*.mp4|AVI Files (*.avi)|*.avi|All Files (*.*)|*.*");
+  cdialog.Filter = u"MP4 Files (*.mp4)|*.mp4|AVI Files (*.avi)|*.avi|All Files (*.*)|*.*"_s;
   cdialog.FilterIndex = 1;
   cdialog.ShowOpen();
   if (cdialog.FileName.isEmpty()) return;

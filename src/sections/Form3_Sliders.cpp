@@ -7,6 +7,9 @@
 #include "shared/TextHelpers.h"
 
 namespace kelvane {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // How a thumb's place reads.
@@ -48,9 +51,9 @@ void Form3::DragThumb(const MouseEvent& event) {
   Label& zoom = Label2(OptionReadOut(Zoom));
   const double value = LeadingNumber(zoom.Caption());
   if (value > kMostZoom) {
-    zoom.setCaption(QStringLiteral("100"));
+    zoom.setCaption(u"100"_s);
   } else if (value < kLeastZoom) {
-    zoom.setCaption(QStringLiteral("001"));
+    zoom.setCaption(u"001"_s);
   }
 }
 
@@ -66,7 +69,7 @@ void Form3::Label2_Change(int Index) {
   if (Index != OptionReadOut(StepSize)) return;
   Label& stepSize = Label2(Index);
   if (LeadingNumber(stepSize.Caption()) > kMostStepSize) {
-    stepSize.setCaption(QStringLiteral("30"));
+    stepSize.setCaption(u"30"_s);
   }
 }
 
@@ -90,7 +93,7 @@ void Form3::PutStepSizeAtItsEnd() {
 void Form3::HoldStepSizeAtItsEnd() {
   if (!StepSizeIsBeyondItsTrack()) return;
   PutStepSizeAtItsEnd();
-  Label2(OptionReadOut(StepSize)).setCaption(QStringLiteral("30"));
+  Label2(OptionReadOut(StepSize)).setCaption(u"30"_s);
 }
 
 // A thumb's width away from the track's start.
@@ -98,7 +101,7 @@ void Form3::HoldStepSizeAtItsStart() {
   Label& thumb = Label1(StepSize);
   if (thumb.Left() - thumb.Width() >= 0) return;
   thumb.setLeft(thumb.Width());
-  Label2(OptionReadOut(StepSize)).setCaption(QStringLiteral("1"));
+  Label2(OptionReadOut(StepSize)).setCaption(u"1"_s);
 }
 
 }  // namespace kelvane

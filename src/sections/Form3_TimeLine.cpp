@@ -6,6 +6,8 @@
 
 namespace kelvane {
 
+using namespace Qt::StringLiterals;
+
 // Pressing, releasing and double-clicking an arrow are a step each, so that a plain click is two.
 // The steps of the two directions are unlike each other on purpose.
 void Form3::StepTimeLine(const MouseEvent& event) {
@@ -75,10 +77,9 @@ void Form3::Picture4_MouseMove(const MouseEvent& event) {
   PictureBox& needle = Picture4(event.Index);
   if (Screen::Pointer() == MousePointer::kSizeWestEast) needle.SetFocus();
   if (event.Button != kLeftButton) return;
-  needle.setToolTipText(
-      event.Index == StartNeedle
-          ? QStringLiteral(" Move slider to the start of the section to be extracted ")
-          : QStringLiteral(" Move slider to the end of the section to be extracted "));
+  needle.setToolTipText(event.Index == StartNeedle
+                            ? u" Move slider to the start of the section to be extracted "_s
+                            : u" Move slider to the end of the section to be extracted "_s);
   needle.setLeft(needle.Left() + event.X - NeedleGrabX);
   Label8(event.Index == StartNeedle ? SectionStart : SectionEnd)
       .setCaption(FormatTimeText(needle.Left() + kNeedleMiddle));
@@ -111,7 +112,7 @@ void Form3::DrawSpanLine() {
 void Form3::mnu_Start_Click() {
   Picture4(StartNeedle).setLeft(static_cast<float>(TimeLineMouseX));
   Label& readOut = Label8(SectionStart);
-  if (readOut.Caption() == QLatin1String("00:00:00")) {
+  if (readOut.Caption() == "00:00:00"_L1) {
     readOut.setCaption(FormatTimeText(TimeLineMouseX));
   }
 }

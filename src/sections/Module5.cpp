@@ -6,6 +6,8 @@
 
 namespace kelvane {
 
+using namespace Qt::StringLiterals;
+
 void ResetTimeLinePosition(Form3& form) {
   form.Picture3(TimeLineStrip).setLeft(0);
   form.Picture3(TimeLineStrip).setTop(0);
@@ -22,7 +24,7 @@ void DrawTimeLabels(Form3& form) {
   PictureBox& strip = form.Picture3(TimeLineStrip);
   form.Text3.setText(FormatSingle(strip.Width()));
   strip.Cls();
-  strip.SetPrintFont(QStringLiteral("Arial"), kPrintSize);
+  strip.SetPrintFont(u"Arial"_s, kPrintSize);
   strip.setForeColor(kLight);
   const float W = strip.ScaleWidth();
   const float H = strip.ScaleHeight();

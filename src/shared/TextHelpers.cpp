@@ -8,6 +8,9 @@
 #include <limits>
 
 namespace kelvane {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int kGroupDigits = 3;
@@ -20,7 +23,7 @@ QString WithoutSpaceRound(const QString& text) { return text.trimmed(); }
 // The captions' own zero, "0,000", is a number in every locale: a comma that divides nothing there
 // groups where three digits stand behind it.
 void RemoveGroupingCommas(QString& text) {
-  static const QRegularExpression comma(QStringLiteral("(?<=[0-9]),(?=[0-9]{3}(?![0-9]))"));
+  static const QRegularExpression comma(u"(?<=[0-9]),(?=[0-9]{3}(?![0-9]))"_s);
   text.remove(comma);
 }
 
@@ -28,8 +31,8 @@ std::optional<double> NumberFromText(const QString& text) {
   const QLocale locale;
   QString plain = WithoutSpaceRound(text);
   plain.remove(locale.groupSeparator());
-  if (locale.decimalPoint() != QLatin1String(",")) RemoveGroupingCommas(plain);
-  plain.replace(locale.decimalPoint(), QStringLiteral("."));
+  if (locale.decimalPoint() != ","_L1) RemoveGroupingCommas(plain);
+  plain.replace(locale.decimalPoint(), u"."_s);
   bool converts = false;
   const double number = plain.toDouble(&converts);
   if (!converts || !std::isfinite(number)) return std::nullopt;
@@ -51,19 +54,17 @@ std::optional<int> TimePart(const QString& text, int limit) {
   if (text.isEmpty() || text.size() > kMostDigits) return std::nullopt;
   int value = 0;
   for (const QChar c : text) {
-    if (c < QLatin1Char('0') || c > QLatin1Char('9')) return std::nullopt;
+    if (c < u'0' || c > u'9') return std::nullopt;
     value = value * 10 + c.digitValue();
   }
   return value < limit ? std::optional(value) : std::nullopt;
 }
 
-QString TwoDigits(std::int64_t number) {
-  return QString::number(number).rightJustified(2, QLatin1Char('0'));
-}
+QString TwoDigits(std::int64_t number) { return QString::number(number).rightJustified(2, u'0'); }
 
 // Without the hours.
 QString MinutesAndSeconds(std::int64_t seconds) {
-  return TwoDigits(seconds / kSixty % kSixty) + QLatin1Char(':') + TwoDigits(seconds % kSixty);
+  return TwoDigits(seconds / kSixty % kSixty) + u':' + TwoDigits(seconds % kSixty);
 }
 
 }  // namespace
@@ -74,11 +75,11 @@ QString FromNarrow(const std::string& bytes) { return QString::fromLocal8Bit(byt
 
 QString FormatGrouped(double number, int leastDigits) {
   QString digits = QString::number(std::abs(std::round(number)), 'f', 0);
-  digits = digits.rightJustified(leastDigits, QLatin1Char('0'));
+  digits = digits.rightJustified(leastDigits, u'0');
   for (qsizetype place = digits.size() - kGroupDigits; place > 0; place -= kGroupDigits) {
     digits.insert(place, QLocale().groupSeparator());
   }
-  return std::round(number) < 0 ? QLatin1Char('-') + digits : digits;
+  return std::round(number) < 0 ? u'-' + digits : digits;
 }
 
 QString FormatGroupedText(const QString& text) {
@@ -98,53 +99,52 @@ QString FormatTwoDecimals(double number) {
   // What has no room for decimals is whole.
   const double rounded = size < kLargestFraction ? std::round(hundredths) / kHundredths : size;
   QString digits = QString::number(rounded, 'f', kDecimals);
-  digits = digits.rightJustified(kLeastLength, QLatin1Char('0'));
-  digits.replace(QLatin1Char('.'), QLocale().decimalPoint());
-  return number < 0 && rounded > 0 ? QLatin1Char('-') + digits : digits;
+  digits = digits.rightJustified(kLeastLength, u'0');
+  digits.replace(u'.', QLocale().decimalPoint());
+  return number < 0 && rounded > 0 ? u'-' + digits : digits;
 }
 
 QString FormatTimeOfDay(double seconds) {
   constexpr double kDay = 86400;
   constexpr std::int64_t kHours = 24;
   const std::int64_t whole = std::llround(std::fmod(std::abs(seconds), kDay));
-  return QString::number(whole / kHour % kHours) + QLatin1Char(':') + MinutesAndSeconds(whole);
+  return QString::number(whole / kHour % kHours) + u':' + MinutesAndSeconds(whole);
 }
 
 QString FormatPosition(double seconds) {
   constexpr double kLongest = 1e15;  // is whole and fits
   const auto whole = static_cast<std::int64_t>(std::clamp(seconds, 0.0, kLongest));
   return whole < kHour ? MinutesAndSeconds(whole)
-                       : TwoDigits(whole / kHour) + QLatin1Char(':') + MinutesAndSeconds(whole);
+                       : TwoDigits(whole / kHour) + u':' + MinutesAndSeconds(whole);
 }
 
 QString FormatTimeText(double seconds) {
   constexpr int kLength = 8;
-  return FormatTimeOfDay(seconds).rightJustified(kLength, QLatin1Char('0'));
+  return FormatTimeOfDay(seconds).rightJustified(kLength, u'0');
 }
 
 QString FormatDigits(double number, int leastDigits) {
   const double rounded = std::round(number);
   const QString digits =
-      QString::number(std::abs(rounded), 'f', 0).rightJustified(leastDigits, QLatin1Char('0'));
-  return rounded < 0 ? QLatin1Char('-') + digits : digits;
+      QString::number(std::abs(rounded), 'f', 0).rightJustified(leastDigits, u'0');
+  return rounded < 0 ? u'-' + digits : digits;
 }
 
 QString FormatSingle(float number) {
   constexpr int kSignificantDigits = 7;
   return QString::number(static_cast<double>(number), 'G', kSignificantDigits)
-      .replace(QLatin1Char('.'), QLocale().decimalPoint());
+      .replace(u'.', QLocale().decimalPoint());
 }
 
 QString Trim(const QString& text) {
-  static const QRegularExpression blanksRound(QStringLiteral("^ +| +\\z"));
+  static const QRegularExpression blanksRound(u"^ +| +\\z"_s);
   return QString(text).remove(blanksRound);
 }
 
 double LeadingNumber(const QString& text) {
-  static const QRegularExpression space(QStringLiteral("[ \\t\\r\\n]"));
-  static const QRegularExpression number(
-      QStringLiteral("^[+-]?([0-9]+\\.?[0-9]*|\\.[0-9]+)(e[+-]?[0-9]+)?"),
-      QRegularExpression::CaseInsensitiveOption);
+  static const QRegularExpression space(u"[ \\t\\r\\n]"_s);
+  static const QRegularExpression number(u"^[+-]?([0-9]+\\.?[0-9]*|\\.[0-9]+)(e[+-]?[0-9]+)?"_s,
+                                         QRegularExpression::CaseInsensitiveOption);
   const double value = number.match(QString(text).remove(space)).captured().toDouble();
   return std::isfinite(value) ? value : 0;
 }
@@ -157,7 +157,7 @@ std::optional<float> SingleFromText(const QString& text) {
 
 std::optional<int> SecondsFromTimeText(const QString& text) {
   constexpr int kHours = 24;
-  const QStringList parts = WithoutSpaceRound(text).split(QLatin1Char(':'));
+  const QStringList parts = WithoutSpaceRound(text).split(u':');
   if (parts.size() < 2 || parts.size() > 3) return std::nullopt;
   const std::optional<int> hours = TimePart(parts[0], kHours);
   const std::optional<int> minutes = TimePart(parts[1], kSixty);

@@ -12,6 +12,8 @@
 
 namespace kelvane {
 
+using namespace Qt::StringLiterals;
+
 // Any mouse button fires a command.
 void Form1::Label14_MouseUp(const MouseEvent& event) {
   if (event.Index == ResetMarkers) {
@@ -61,11 +63,11 @@ void Form1::RunCommand(int command) {
 // The hidden button's caption is the pause state; no other command touches it.
 void Form1::TogglePause() {
   CommandButton& state = Command1(PauseVideo);
-  if (state.Caption() == QLatin1String("Pause")) {
-    state.setCaption(QStringLiteral("Paused"));
+  if (state.Caption() == "Pause"_L1) {
+    state.setCaption(u"Paused"_s);
     wmp.controls.pause();
-  } else if (state.Caption() == QLatin1String("Paused")) {
-    state.setCaption(QStringLiteral("Pause"));
+  } else if (state.Caption() == "Paused"_L1) {
+    state.setCaption(u"Pause"_s);
     wmp.controls.play();
   }
 }
@@ -81,17 +83,16 @@ void Form1::PreviewCrop() {
                                               ToNarrow(CropFilter)));
     runner->ExecuteCommand();
   } catch (const std::exception&) {
-    MsgBox(QStringLiteral("An Error Occurred trying to create Video preview."));
+    MsgBox(u"An Error Occurred trying to create Video preview."_s);
   }
 }
 
 // The job starts from the window's own timer.
 void Form1::StartCrop() {
   if (!Text1(1).Text().isEmpty()) wmp.controls.pause();
-  CDialog.DialogTitle = QStringLiteral("Save Cropped Video As");
+  CDialog.DialogTitle = u"Save Cropped Video As"_s;
   CDialog.FileName.clear();
-  CDialog.Filter =
-      QStringLiteral("MP4 Files (*.mp4)|*.mp4|AVI Files (*.avi)|*.avi|All Files (*.*)|*.*");
+  CDialog.Filter = u"MP4 Files (*.mp4)|*.mp4|AVI Files (*.avi)|*.avi|All Files (*.*)|*.*"_s;
   CDialog.FilterIndex = 1;
   CDialog.ShowSave();
   if (CDialog.FileName.isEmpty()) return;
@@ -101,16 +102,16 @@ void Form1::StartCrop() {
 }
 
 void Form1::AskToStartFresh() {
-  switch (MsgBox(QStringLiteral("Are you sure that you want to start over again ?"),
-                 kYesNoCancel | kExclamation, QStringLiteral("Start Fresh"))) {
+  switch (MsgBox(u"Are you sure that you want to start over again ?"_s, kYesNoCancel | kExclamation,
+                 u"Start Fresh"_s)) {
     case MsgBoxResult::kYes:
       ResetEverything(*this);
       break;
     case MsgBoxResult::kNo:
-      MsgBox(QStringLiteral("no change"));
+      MsgBox(u"no change"_s);
       break;
     default:
-      MsgBox(QStringLiteral("cancel"));
+      MsgBox(u"cancel"_s);
       break;
   }
 }
@@ -118,12 +119,8 @@ void Form1::AskToStartFresh() {
 void Form1::mnu_Extract_Click() { form3_.Load(windowIcon()).Show(); }
 void Form1::mnu_JoinMultiple_Click() { form4_.Load(windowIcon()).Show(); }
 
-void Form1::mnu_Updates_Click() {
-  App::OpenWebPage(QStringLiteral("https://kelvane.example/updates"));
-}
+void Form1::mnu_Updates_Click() { App::OpenWebPage(u"https://kelvane.example/updates"_s); }
 
-void Form1::mnu_PayPalwebsite_Click() {
-  App::OpenWebPage(QStringLiteral("https://kelvane.example/donate"));
-}
+void Form1::mnu_PayPalwebsite_Click() { App::OpenWebPage(u"https://kelvane.example/donate"_s); }
 
 }  // namespace kelvane

@@ -6,6 +6,9 @@
 #include "workspace/Form1_Design.h"
 
 namespace kelvane {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr float kStartHeight = 11265;  // twips
@@ -22,7 +25,7 @@ void Form1::Form_Load() {
   Timer2.setEnabled(false);
   Slider2.setValue(kStartVolume);
   Slider3.setValue(0);
-  Label9.setCaption(QStringLiteral("Audio Balance 100% Left : 100% Right"));
+  Label9.setCaption(u"Audio Balance 100% Left : 100% Right"_s);
   ProbeDimensionsDone = false;
   wmp.setLeft(0);
   wmp.setTop(0);

@@ -4,26 +4,27 @@
 
 namespace kelvane {
 
+using namespace Qt::StringLiterals;
+
 void Form1::Timer3_Timer() {
   const double duration = wmp.currentMediaDuration().value_or(0);
   const QString position = wmp.controls.currentPositionString();
-  Label13.setCaption(position.isEmpty() ? QStringLiteral("00:00") : position);
+  Label13.setCaption(position.isEmpty() ? u"00:00"_s : position);
   Label12.setCaption(FormatTimeOfDay(duration));
 }
 
 void Form1::Slider2_Change() {
   wmp.settings.setVolume(Slider2.Value());
-  Label8.setCaption(QStringLiteral("Audio Volume %1%").arg(Slider2.Value()));
+  Label8.setCaption(u"Audio Volume %1%"_s.arg(Slider2.Value()));
 }
 
 // The minus signs stand as drawn.
 void Form1::Slider3_Change() {
   wmp.settings.setBalance(Slider3.Value());
   const QString value = QString::number(Slider3.Value());
-  const QString part = value.startsWith(QLatin1Char('-'))
-                           ? QStringLiteral("100% Left : %1% Right").arg(value)
-                           : QStringLiteral("-%1% Left : 100% Right").arg(value);
-  Label9.setCaption(QStringLiteral("Audio Balance ") + part);
+  const QString part = value.startsWith(u'-') ? u"100% Left : %1% Right"_s.arg(value)
+                                              : u"-%1% Left : 100% Right"_s.arg(value);
+  Label9.setCaption(u"Audio Balance "_s + part);
 }
 
 }  // namespace kelvane

@@ -12,13 +12,15 @@
 
 namespace kelvane {
 
+using namespace Qt::StringLiterals;
+
 // What stands before the dialog also stands after a cancelled one.
 void Form1::mnu_openVideo_Click() {
   const QString desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
   ProbeDimensionsDone = false;
   Timer2.setEnabled(true);
   CDialog.FileName.clear();
-  CDialog.Filter = QStringLiteral("*.*");
+  CDialog.Filter = u"*.*"_s;
   CDialog.InitDir = desktop;
   CDialog.ShowOpen();
   if (CDialog.FileName.isEmpty()) return;
@@ -49,7 +51,7 @@ void Form1::GetVideoData() {
     runner->ExecuteCommand();
     objDOS.reset();
   } catch (const std::exception&) {
-    MsgBox(QStringLiteral("An Error Occurred trying to get Video Dimensions."));
+    MsgBox(u"An Error Occurred trying to get Video Dimensions."_s);
   }
 }
 

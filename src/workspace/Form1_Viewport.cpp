@@ -4,6 +4,9 @@
 #include "workspace/Form1.h"
 
 namespace kelvane {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // Of the canvas's size in pixels to one unit of a scroll bar.
@@ -61,8 +64,8 @@ void Form1::ShowPosition(const MouseEvent& event) {
   const std::optional<float> scrolled = SingleFromText(extra);
   if (!scrolled) return;
   Picture1(event.Index)
-      .setToolTipText(QStringLiteral("Horizontal Position: %1 pixels Vertical Position: %2 pixels")
-                          .arg(FormatSingle(event.X), FormatSingle(event.Y + *scrolled)));
+      .setToolTipText(u"Horizontal Position: %1 pixels Vertical Position: %2 pixels"_s.arg(
+          FormatSingle(event.X), FormatSingle(event.Y + *scrolled)));
 }
 
 }  // namespace kelvane

@@ -5,6 +5,8 @@
 
 namespace kelvane {
 
+using namespace Qt::StringLiterals;
+
 void ResetEverything(Form1& form) {
   if (form.form2_.Visible()) form.form2_.Unload();
 
@@ -15,7 +17,7 @@ void ResetEverything(Form1& form) {
   form.Text1(1).setText(QString());
   form.pbar.setValue(0);
 
-  const QString zero = QStringLiteral("0,000");
+  const QString zero = u"0,000"_s;
   for (int index = RegionLeft; index <= form.Label1.UBound(); index += 2) {
     form.Label1(index).setCaption(zero);
   }
@@ -27,7 +29,7 @@ void ResetEverything(Form1& form) {
   CropHeight = 0;
   CropLeft = 0;
   CropTop = 0;
-  CropFilter = QStringLiteral("0");
+  CropFilter = u"0"_s;
   VideoDuration.clear();
   VideoPath.clear();
 }

@@ -18,6 +18,9 @@
 #include "shared/TextHelpers.h"
 
 namespace kelvane {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // No file, script, key or window of the player's own: it plays the file that it is given, opens no
@@ -193,10 +196,8 @@ void PlaybackCore::setBalance(int balance) {
   const double left = balance > 0 ? 1 - balance / kFull : 1;
   const double right = balance < 0 ? 1 + balance / kFull : 1;
   const QByteArray filter = balance == 0 ? QByteArray()
-                                         : QStringLiteral(
-                                               "lavfi=[aformat=channel_layouts=stereo,"
-                                               "pan=stereo|c0=%1*c0|c1=%2*c1]")
-                                               .arg(left)
+                                         : u"lavfi=[aformat=channel_layouts=stereo,"
+                                           "pan=stereo|c0=%1*c0|c1=%2*c1]"_s.arg(left)
                                                .arg(right)
                                                .toLatin1();
   Command({"af", "set", filter.constData()});

@@ -98,8 +98,8 @@ class PlaybackCore : public QObject {
   bool eventsWait_ = false;
   bool redraw_ = false;
   bool ending_ = false;
-  QSize size_;    // of the pictures to come, whole; empty while unknown
-  QSize wanted_;  // the part of them to make, which may be larger than they are
+  QSize size_;      // of the pictures to come, whole; empty while unknown
+  QSize wanted_;    // the part of them to make, which may be larger than they are
   QImage shown_;    // null while there is none
   QImage drawing_;  // the serving thread's alone between two swaps
   std::atomic<bool> changeTold_ = false;

@@ -5,6 +5,9 @@
 #include <optional>
 
 namespace kelvane {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 // False where the library lacks one of them.
@@ -35,7 +38,7 @@ bool ResolveAll(QLibrary& library, PlayerLibrary& functions) {
 std::optional<PlayerLibrary> Load() {
   // Of the interface that this is compiled for.
   constexpr int kMajorVersion = MPV_CLIENT_API_VERSION >> 16;
-  QLibrary library(QStringLiteral("mpv"), kMajorVersion);
+  QLibrary library(u"mpv"_s, kMajorVersion);
   PlayerLibrary functions;
   if (!library.load() || !ResolveAll(library, functions)) return std::nullopt;
   return functions;

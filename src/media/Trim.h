@@ -1,0 +1,14 @@
+#pragma once
+
+#include <string_view>
+
+namespace kelvane {
+
+// `text` without the blanks at its ends. Tabs and line breaks stay.
+inline std::string_view Trim(std::string_view text) {
+  const std::size_t first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+}  // namespace kelvane
