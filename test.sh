@@ -5,7 +5,7 @@
 #   ./test.sh tsan      those of the player and of the console runner, which have threads, with
 #                       ThreadSanitizer
 #   ./test.sh coverage  all of them, and tells which lines and branches of src/ they run
-#   ./test.sh sharpness the quick ones against small faults, one at a time (--help says more)
+#   ./test.sh sharpness the quick ones against small faults, drawn at random (--help says more)
 set -euo pipefail
 
 # shellcheck source=scripts/setup.sh
@@ -44,5 +44,5 @@ install_packages build run test
 build "$preset"
 if [[ $preset == coverage ]]; then find "$(build_dir coverage)" -name '*.gcda' -delete; fi
 say "running the tests"
-ctest --preset "$preset" --output-on-failure --no-tests=error --parallel "$(nproc)" "${chosen[@]}"
+ctest --preset "$preset" --output-on-failure --no-tests=error --parallel $((2 * $(nproc))) "${chosen[@]}"
 if [[ $preset == coverage ]]; then python3 "$KELVANE_ROOT/scripts/coverage.py"; fi
