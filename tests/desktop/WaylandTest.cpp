@@ -185,13 +185,14 @@ class SectionsUnderACompositor : public OnACompositor {
 TEST_P(SectionsUnderACompositor, MovesNeedlesAndThumbsByPixelsOfTheScreen) {
   constexpr int kAccuracy = 2;
   ASSERT_TRUE(sections.AwaitFilling(OutputWindow())) << "the section window doesn't come";
+  // The compositor draws the pointer into its picture.
+  const QPoint aside = sections.OnScreen({10, 300, 2, 2}).center();
+  PointFromTheCorners(aside);
+  screen.Still(screen.Place(OutputWindow()));
   const QRect needle = sections.OnTimeLine(SectionWindow::kEndNeedle);
   EXPECT_EQ(needle, QRect(136, 20, 5, 15));
   const QRect thumb = sections.ThumbOutline(kAccuracy);
-  PointFromTheCorners(sections.TimeLine().center());
   sections.DragNeedle(SectionWindow::kEndNeedle, 51);
-  // The compositor draws the pointer into its picture.
-  const QPoint aside = sections.OnScreen({10, 300, 2, 2}).center();
   screen.MovePointer(aside);
   EXPECT_TRUE(WaitFor(
       [&] { return sections.OnTimeLine(SectionWindow::kEndNeedle) == needle.translated(51, 0); },
