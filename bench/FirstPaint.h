@@ -12,8 +12,8 @@
 
 namespace kelvane::bench {
 
-// Stops the toolkit's complaints of what a platform without a screen can't do.
-inline void QuietToolkit() { QLoggingCategory::setFilterRules(QStringLiteral("*.warning=false")); }
+// Stops Qt's complaints of what a platform without a screen can't do.
+inline void QuietQt() { QLoggingCategory::setFilterRules(QStringLiteral("*.warning=false")); }
 
 // Sees the paint events of a widget and of all that lies in it.
 class Paints : public QObject {

@@ -11,7 +11,7 @@
 #include "Pairs.h"
 #include "desktop/driver/JoinerWindow.h"
 #include "desktop/driver/Program.h"
-#include "desktop/driver/Toolkit.h"
+#include "desktop/driver/QtOnDisplay.h"
 #include "support/Videos.h"
 
 namespace {
@@ -110,7 +110,7 @@ void Run() {
   const QTemporaryDir home;
   const std::string folder = home.path().toStdString();
   const PrivateDisplay display(folder);
-  const Toolkit toolkit(display, folder);
+  const QtOnDisplay qt(display, folder);
   Screen screen(display.Name());
   JoinBench join(screen, QString::fromStdString(display.Name()));
   // Once each, so that neither pays for reading the disk.

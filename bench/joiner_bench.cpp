@@ -149,7 +149,7 @@ void MeasureGrowth() {
 
 int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  QuietToolkit();
+  QuietQt();
   const App app("kelvane");
   return ToEnd([&] {
     if (argc == 2) return BeOtherList(std::atoi(argv[1]));

@@ -184,7 +184,7 @@ void Run() {
   const QTemporaryDir home;
   const std::string folder = home.path().toStdString();
   const PrivateDisplay display(folder);
-  display.UseForToolkit(folder);
+  display.UseForQt(folder);
   std::string name = "kelvane";
   std::array<char*, 2> arguments = {name.data(), nullptr};
   int argumentCount = 1;

@@ -18,7 +18,7 @@
 
 #include "Pairs.h"
 #include "desktop/driver/Program.h"
-#include "desktop/driver/Toolkit.h"
+#include "desktop/driver/QtOnDisplay.h"
 #include "desktop/driver/Windows.h"
 #include "support/Videos.h"
 
@@ -215,7 +215,7 @@ void Run() {
   const QTemporaryDir home;
   const std::string folder = home.path().toStdString();
   const PrivateDisplay display(folder);
-  const Toolkit toolkit(display, folder);
+  const QtOnDisplay qt(display, folder);
 
   StartBench start(display.Name(), folder);
   const std::string program = std::string(kProgramFolder) + "/kelvane";

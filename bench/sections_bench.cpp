@@ -42,7 +42,7 @@ void MeasureMoves(const char* name, Control& control, float units) {
 
 void Run() {
   qputenv("QT_QPA_PLATFORM", "offscreen");
-  QuietToolkit();
+  QuietQt();
   const App app("kelvane");
   CompareOpening<Form3>("section window", 1.5);
 

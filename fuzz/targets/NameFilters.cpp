@@ -1,4 +1,4 @@
-// The filter text of a file dialog becomes the toolkit's name filters, and the dialog shows its
+// The filter text of a file dialog becomes Qt's name filters, and the dialog shows its
 // descriptions.
 #include "platform/NameFilters.h"
 
@@ -36,7 +36,7 @@ std::vector<Filter> Read(const QString& text) {
   return filters;
 }
 
-// Whether the toolkit reads the text as a pattern, and leaves it out of what it shows.
+// Whether Qt reads the text as a pattern, and leaves it out of what it shows.
 bool IsPattern(const QString& text) {
   const QString signs = QStringLiteral("_.,*? +;#-[]@{}/!<>$%&=^~:");
   for (const QChar c : text) {

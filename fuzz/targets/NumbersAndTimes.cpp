@@ -20,7 +20,7 @@ struct FuzzedLocale {
   Separators separators;
 };
 
-// Written out: what the toolkit says of a locale is part of what is looked at.
+// Written out: what Qt says of a locale is part of what is looked at.
 const std::vector<FuzzedLocale>& Locales() {
   static const std::vector<FuzzedLocale> locales = {
       {QLocale::c(), PlainSeparators()},

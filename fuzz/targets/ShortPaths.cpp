@@ -50,7 +50,7 @@ std::string ShortPath(const std::string& path) {
   return GetShortFileName(path, fail, links.path());
 }
 
-// Whether the path comes whole through a text box of the toolkit.
+// Whether the path comes whole through a text box of Qt.
 bool IsText(const std::string& path) {
   const auto text = QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size()));
   return text.toUtf8().toStdString() == path;

@@ -50,7 +50,7 @@ void Form2::WireEvents() {
 void Form2::Form_Load() {
   objDOS = std::make_unique<DOSOutputs>();
   objDOS->ReceiveOutputs =
-      Unfailing([this](const std::string& block) { objDOS_ReceiveOutputs(block); });
+      IgnoringExceptions([this](const std::string& block) { objDOS_ReceiveOutputs(block); });
   pbar.SetColours(kGrey, kProgressBack);
   setWindowIcon(mainWindow_.Icon());
   setHeight(kWindowHeight);

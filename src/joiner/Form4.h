@@ -91,7 +91,7 @@ class Form4 : public Form {
   void TranscodeSections(DOSOutputs& objDOS);
 
   // The tools, for the join and for a section that comes in.
-  void HearFrom(DOSOutputs& objDOS);
+  void ConnectRunner(DOSOutputs& objDOS);
   static void Run(DOSOutputs& objDOS, const std::string& commandLine);
 
   // Hover, tool tips and the context menu.

@@ -15,7 +15,7 @@ constexpr QLatin1String kDetailsHeading("Video Details: ");
 }  // namespace
 
 void Form4::Label1_MouseMove(const MouseEvent& event) {
-  Shape1.PutRound(Label1(event.Index), 2);
+  Shape1.Outline(Label1(event.Index), 2);
   Shape1.setVisible(true);
 }
 
@@ -47,7 +47,7 @@ void Form4::Picture2_MouseMove(const MouseEvent& event) {
   List1.setListIndex(event.Index - 2);
   Label3(VideoDetails).setCaption(kDetailsHeading + details);
   Shape8.setWidth(Label3(VideoDetails).Width() + 5);
-  Shape3.PutRound(strip, 1);
+  Shape3.Outline(strip, 1);
   Shape3.setVisible(true);
 }
 

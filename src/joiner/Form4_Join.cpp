@@ -37,7 +37,7 @@ void WaitOneSecond() {
 // A join or a section that comes in during the wait has a runner of its own.
 void Form4::DoTheJoin() {
   DOSOutputs objDOS;
-  HearFrom(objDOS);
+  ConnectRunner(objDOS);
   if (Option1(TranscodeAllSections).Value()) {
     TranscodeSections(objDOS);
   } else {
@@ -108,12 +108,12 @@ void Form4::TranscodeSections(DOSOutputs& objDOS) {
   static_cast<void>(ConcatListText(List1.ListCount()));
 }
 
-void Form4::HearFrom(DOSOutputs& objDOS) {
+void Form4::ConnectRunner(DOSOutputs& objDOS) {
   // The tools print the word and its value one after the other; a handler that looks at one block
   // alone must find them together.
   objDOS.CutBlocks(EndOfLine);
   objDOS.ReceiveOutputs =
-      Unfailing([this](const std::string& block) { objDOS_ReceiveOutputs(block); });
+      IgnoringExceptions([this](const std::string& block) { objDOS_ReceiveOutputs(block); });
 }
 
 // The command goes on after a run that fails as after any other.

@@ -22,7 +22,7 @@ constexpr float kStripFontSize = 8;  // points
 
 void Form4::GetVideoData() {
   DOSOutputs objDOS;
-  HearFrom(objDOS);
+  ConnectRunner(objDOS);
   Run(objDOS, DurationProbeCommandLine(ToolsFolder(App::Path()), ToNarrow(FileShortPath)));
 }
 

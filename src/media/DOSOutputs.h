@@ -60,7 +60,7 @@ class DOSOutputs {
 // A handler whose failures are dropped: a tool whose text can't be kept or shown must still run to
 // its end.
 template <class Handler>
-auto Unfailing(Handler handler) {
+auto IgnoringExceptions(Handler handler) {
   return [handler](const std::string& CommandOutputs) {
     try {
       handler(CommandOutputs);

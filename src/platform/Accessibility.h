@@ -2,8 +2,8 @@
 
 #include <QAccessible>
 
-// Screen readers, and other programs that read windows and press their buttons by way of the
-// toolkit. Nothing here does anything until one of them asks.
+// Screen readers, and other programs that read windows and press their buttons by way of Qt.
+// Nothing here does anything until one of them asks.
 namespace kelvane {
 
 class Control;

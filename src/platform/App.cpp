@@ -39,8 +39,8 @@ std::string& PathStore() {
   return path;
 }
 
-// What the toolkit shall find in the environment when it starts. At the end of its life everything
-// is as it was: what the program starts later is none of the toolkit's.
+// What Qt shall find in the environment when it starts. At the end of its life everything
+// is as it was: what the program starts later is none of Qt's.
 class StartEnvironment {
  public:
   StartEnvironment() = default;
@@ -132,7 +132,7 @@ std::optional<ScaleFactors> FactorsThatUndoScales() {
   return factors;
 }
 
-// Repaints windows as wholes. Where a unit of the compositor's is several pixels, the toolkit
+// Repaints windows as wholes. Where a unit of the compositor's is several pixels, Qt
 // rounds a part that is to be painted to whole units after it has been told what to paint in it,
 // and would leave a seam of blank pixels around the part.
 class WholeRepaints : public QObject {
@@ -177,7 +177,7 @@ std::unique_ptr<QApplication> MakeApplication(int& argumentCount, char** argumen
 
 App::App(const char* programName) : name_(programName), arguments_{name_.data(), nullptr} {
   KeepStandardDescriptors();
-  // The toolkit's file dialogs keep their history in the user's settings: there is no such place.
+  // Qt's file dialogs keep their history in the user's settings: there is no such place.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, u"/dev/null"_s);
 
   application_ = MakeApplication(argumentCount_, arguments_.data());
@@ -185,7 +185,7 @@ App::App(const char* programName) : name_(programName), arguments_{name_.data(),
   ServeScreenReaders();
   QApplication::setQuitOnLastWindowClosed(false);
   QGuiApplication::setDesktopFileName(QString::fromStdString(name_));
-  // The toolkit has set the user's locale for the whole process; media libraries count on this one.
+  // Qt has set the user's locale for the whole process; media libraries count on this one.
   (void)std::setlocale(LC_NUMERIC, "C");
   setPath(QFile::encodeName(QCoreApplication::applicationDirPath()).toStdString());
 }

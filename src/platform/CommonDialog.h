@@ -6,7 +6,7 @@ class QWidget;
 
 namespace kelvane {
 
-// The toolkit's dialogs that ask for a file. They ask no question about overwriting, add no
+// Qt's dialogs that ask for a file. They ask no question about overwriting, add no
 // extension and remember nothing from one run of the program to the next.
 class CommonDialog {
  public:
@@ -23,7 +23,7 @@ class CommonDialog {
   // Where to begin: the folder of the file last chosen if empty, and the user's home folder if
   // there is none.
   QString InitDir;
-  // The title of the next dialog alone; the toolkit's default if empty.
+  // The title of the next dialog alone; Qt's default if empty.
   QString DialogTitle;
 
   // Return false, with FileName as it was, if the user cancels.

@@ -144,7 +144,7 @@ void Control::FillWith(QWidget* stockWidget) {
   stockWidget_->setGeometry(rect());
   // What lies behind an opaque control needn't be painted for it, nor it for what lies behind.
   setAttribute(Qt::WA_OpaquePaintEvent, stockWidget_->testAttribute(Qt::WA_OpaquePaintEvent));
-  // A menu of the toolkit's would serve the queue, and hold up the handler at whose DoEvents it
+  // A menu of Qt's would serve the queue, and hold up the handler at whose DoEvents it
   // came up.
   stockWidget_->setContextMenuPolicy(Qt::NoContextMenu);
   for (QWidget* part : stockWidget_->findChildren<QWidget*>()) {
@@ -152,7 +152,7 @@ void Control::FillWith(QWidget* stockWidget) {
   }
 }
 
-// A control without a tip of its own would ask its container for one, and the toolkit takes a tip
+// A control without a tip of its own would ask its container for one, and Qt takes a tip
 // that looks like markup for such.
 bool Control::event(QEvent* event) {
   switch (event->type()) {

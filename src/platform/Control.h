@@ -34,7 +34,7 @@ enum class SpokenRole {
   kNothing,  // passed over
   kText,     // says its caption, which its meaning explains
   kBox,      // a group if it has a meaning; if not, its controls stand in its place
-  kStock,    // what the toolkit's widget in it is
+  kStock,    // what Qt's widget in it is
   kPicture,
   kCommand,   // a button that a click presses
   kBar,       // a slider whose value is its own place, along the way that its pointer's shape shows
@@ -90,7 +90,7 @@ class Control : public QWidget {
   void setRole(SpokenRole role) { role_ = role; }
   QString Meaning() const { return accessibleName(); }
   void setMeaning(const QString& meaning);
-  // The toolkit's widget that is its inside; none in most classes.
+  // Qt's widget that is its inside; none in most classes.
   QWidget* StockWidget() const { return stockWidget_; }
   // The name of the label in which a thumb's value stands.
   const QString& ReadOut() const { return readOut_; }
@@ -115,7 +115,7 @@ class Control : public QWidget {
   virtual float MouseUnitsPerPixel() const;
   // Where in the widget X and Y begin.
   virtual QPoint MouseOrigin() const { return {}; }
-  // Makes a stock widget of the toolkit the whole inside of this control. The mouse is that
+  // Makes a stock widget of Qt the whole inside of this control. The mouse is that
   // widget's; the control gets what it leaves. Neither it nor a part of it has a context menu.
   void FillWith(QWidget* stockWidget);
 

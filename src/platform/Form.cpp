@@ -150,7 +150,7 @@ void Form::ResizeTo(QSize size) {
   const QSize before = this->size();
   SetSize(size);
   if (isVisible() || this->size() == before) return;
-  // The toolkit holds back the events of a window that isn't on the screen.
+  // Qt holds back the events of a window that isn't on the screen.
   LayOutArea();
   RaiseResize();
 }

@@ -42,14 +42,14 @@ class ListBox::Lines : public PixelSized<QListWidget> {
   }
 
  protected:
-  // The toolkit would make the first line the current one where none is selected.
+  // Qt would make the first line the current one where none is selected.
   void focusInEvent(QFocusEvent* event) override {
     const int line = currentRow();
     QListWidget::focusInEvent(event);
     setCurrentRow(line);
   }
 
-  // The toolkit would have the range follow what the list holds.
+  // Qt would have the range follow what the list holds.
   void updateGeometries() override {
     const int across = horizontalScrollBar()->value();
     QListWidget::updateGeometries();

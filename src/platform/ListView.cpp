@@ -19,7 +19,7 @@ constexpr int kColumnWidth = 96;
 
 }  // namespace
 
-// Drawn by the toolkit while it is a row of buttons, and plainly in the table's colours when not.
+// Drawn by Qt while it is a row of buttons, and plainly in the table's colours when not.
 class ListView::Header : public PixelSized<QHeaderView> {
  public:
   Header() : PixelSized(Qt::Horizontal) {

@@ -4,7 +4,7 @@ namespace kelvane {
 
 using namespace Qt::StringLiterals;
 
-// The toolkit takes the pattern from the last parentheses, and is told not to show these.
+// Qt takes the pattern from the last parentheses, and is told not to show these.
 QStringList NameFilters(const QString& filter) {
   if (filter.isEmpty()) return {};
   const QStringList parts = filter.split(u'|');

@@ -99,7 +99,7 @@ void PictureBox::SetPrintFont(const QString& family, float points) {
 }
 
 // That the window is in front, or behind a dialog, is nothing to what lies in a box, which may be
-// thousands of controls: the toolkit would tell each of them.
+// thousands of controls: Qt would tell each of them.
 bool PictureBox::event(QEvent* event) {
   switch (event->type()) {
     case QEvent::WindowActivate:

@@ -26,7 +26,7 @@ void Shape::setFillColor(QRgb color) {
   update();
 }
 
-void Shape::PutRound(const Control& control, float gap) {
+void Shape::Outline(const Control& control, float gap) {
   setLeft(control.Left() - gap);
   setTop(control.Top() - gap);
   setWidth(control.Width() + 2 * gap);

@@ -25,7 +25,7 @@ class Shape : public Control {
   void setFillColor(QRgb color);
 
   // Goes so many of the container's units outside another control of it.
-  void PutRound(const Control& control, float gap);
+  void Outline(const Control& control, float gap);
 
  protected:
   void paintEvent(QPaintEvent* event) override;

@@ -7,7 +7,7 @@ class QLineEdit;
 namespace kelvane {
 
 // A text that the user may read and copy, and change where the box is editable. The box holds the
-// text itself and shows it in a line of the toolkit's only while it is visible, so that a hidden
+// text itself and shows it in a line of Qt's only while it is visible, so that a hidden
 // box takes a text of any length and more of it at the cost of the addition alone.
 class TextBox : public Control {
   Q_OBJECT

@@ -17,7 +17,7 @@ class ThumbControl : public Control {
   std::function<void()> Scroll;
 
  protected:
-  // Takes over the toolkit's `thumb`.
+  // Takes over Qt's `thumb`.
   ThumbControl(Container* container, const QString& name, QAbstractSlider* thumb);
 
   QAbstractSlider& thumb() const { return *thumb_; }

@@ -19,7 +19,7 @@ void Timer::setEnabled(bool enabled) {
   }
 }
 
-// The toolkit holds back a timer's events while one of them is being handled. Starting the timer
+// Qt holds back a timer's events while one of them is being handled. Starting the timer
 // anew lets them come at a DoEvents.
 void Timer::timerEvent(QTimerEvent* /*event*/) {
   timer_.start(interval_, this);

@@ -75,7 +75,7 @@ class Form3 : public Form {
   void StepTimeLine(const MouseEvent& event);
   void Label7_MouseMove(const MouseEvent& event);
   void Picture5_MouseMove(const MouseEvent& event);
-  void PutOutArrows();
+  void ClearArrowHighlights();
   void Picture6_MouseDown(const MouseEvent& event);
   void Picture6_MouseMove(const MouseEvent& event);
 

@@ -31,7 +31,7 @@ void Form3::Form_Load() {
     needle->setHeight(kNeedleHeight);
     needle->setTop(kNeedleTop);
   }
-  for (const Label* thumb : Label1) Shape2(thumb->Index()).PutRound(*thumb, 1);
+  for (const Label* thumb : Label1) Shape2(thumb->Index()).Outline(*thumb, 1);
   ResetTimeLinePosition(*this);
   DrawOptionScales(*this);
   for (ProgressBar* bar : pbar) bar->SetColours(kGrey, kProgressBack);
@@ -59,7 +59,7 @@ void Form3::Form_MouseMove(const MouseEvent& /*event*/) {
     Label3(i).setForeColor(kLight);
     Label2(i).setForeColor(kLight);
   }
-  PutOutArrows();
+  ClearArrowHighlights();
 }
 
 void Form3::Label6_MouseUp(const MouseEvent& event) {

@@ -44,7 +44,7 @@ void Form3::DragThumb(const MouseEvent& event) {
   if (StepSizeIsBeyondItsTrack()) PutStepSizeAtItsEnd();
   Label& thumb = Label1(event.Index);
   thumb.setLeft(thumb.Left() + event.X - SliderGrabX);
-  for (const Label* each : Label1) Shape2(each->Index()).PutRound(*each, 1);
+  for (const Label* each : Label1) Shape2(each->Index()).Outline(*each, 1);
   ShowOption(event.Index);
   Label2(OptionName(event.Index)).setForeColor(kWhite);
   if (event.Index != Zoom) return;
@@ -76,8 +76,8 @@ void Form3::Label2_Change(int Index) {
 void Form3::Picture2_MouseMove(const MouseEvent& event) {
   Shape1.setVisible(true);
   for (Label* thumb : Label1) thumb->setBackColor(kCanvasGrey);
-  Shape1.PutRound(Picture2(event.Index), 1);
-  Shape2(event.Index).PutRound(Label1(event.Index), 1);
+  Shape1.Outline(Picture2(event.Index), 1);
+  Shape2(event.Index).Outline(Label1(event.Index), 1);
   HoldStepSizeAtItsEnd();
   HoldStepSizeAtItsStart();
 }

@@ -25,15 +25,15 @@ void Form3::StepTimeLine(const MouseEvent& event) {
 
 void Form3::Label7_MouseMove(const MouseEvent& event) {
   constexpr float kLitSize = 10;
-  PutOutArrows();
+  ClearArrowHighlights();
   Label7(event.Index).setForeColor(kWhite);
   Label7(event.Index).setFontBold(true);
   Label7(event.Index).setFontSize(kLitSize);
 }
 
-void Form3::Picture5_MouseMove(const MouseEvent& /*event*/) { PutOutArrows(); }
+void Form3::Picture5_MouseMove(const MouseEvent& /*event*/) { ClearArrowHighlights(); }
 
-void Form3::PutOutArrows() {
+void Form3::ClearArrowHighlights() {
   constexpr float kRestSize = 8;
   for (Label* arrow : Label7) {
     arrow->setForeColor(kLight);

@@ -89,7 +89,7 @@ class Form1 : public Form, public MainWindow {
   // Hover: lights one command or none.
   void Label14_MouseMove(const MouseEvent& event);
   void Picture1_MouseMove(const MouseEvent& event);
-  void PutOutCommands();
+  void ClearHighlights();
 
   // A video comes in.
   void mnu_openVideo_Click();

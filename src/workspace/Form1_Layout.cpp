@@ -93,18 +93,18 @@ void Form1::Form_Resize() {
 }
 
 void Form1::Label14_MouseMove(const MouseEvent& event) {
-  PutOutCommands();
+  ClearHighlights();
   Label14(event.Index).setBackColor(kGrey);
 }
 
-void Form1::Form_MouseMove(const MouseEvent& /*event*/) { PutOutCommands(); }
+void Form1::Form_MouseMove(const MouseEvent& /*event*/) { ClearHighlights(); }
 
 void Form1::Picture1_MouseMove(const MouseEvent& event) {
-  PutOutCommands();
+  ClearHighlights();
   if (event.Index == ViewportBox || event.Index == CanvasBox) ShowPosition(event);
 }
 
-void Form1::PutOutCommands() {
+void Form1::ClearHighlights() {
   for (Label* command : Label14) command->setBackColor(kDark);
 }
 

@@ -58,7 +58,7 @@ void Form1::GetVideoData() {
 std::shared_ptr<DOSOutputs> Form1::NewRunner() {
   objDOS = std::make_shared<DOSOutputs>();
   objDOS->ReceiveOutputs =
-      Unfailing([this](const std::string& block) { objDOS_ReceiveOutputs(block); });
+      IgnoringExceptions([this](const std::string& block) { objDOS_ReceiveOutputs(block); });
   return objDOS;
 }
 

@@ -16,7 +16,7 @@
 #include "desktop/DemoPart.h"
 #include "desktop/DemoSections.h"
 #include "desktop/driver/Program.h"
-#include "desktop/driver/Toolkit.h"
+#include "desktop/driver/QtOnDisplay.h"
 #include "desktop/driver/Windows.h"
 #include "support/Videos.h"
 
@@ -243,7 +243,7 @@ void Show(const QString& programFolder, const QString& outputFolder) {
 
   const QTemporaryDir home;
   const PrivateDisplay display(home.path().toStdString());
-  const Toolkit toolkit(display, home.path().toStdString());
+  const QtOnDisplay qt(display, home.path().toStdString());
   Screen screen(display.Name());
   Program program(programFolder, QString::fromStdString(display.Name()));
   Demo(screen, program, QDir(output.absolutePath())).Run();

@@ -4,7 +4,7 @@
 #include <QFile>
 #include <memory>
 
-#include "desktop/driver/Toolkit.h"
+#include "desktop/driver/QtOnDisplay.h"
 
 namespace kelvane::desktop {
 namespace {
@@ -15,13 +15,13 @@ class DisplayEnvironment : public testing::Environment {
   void SetUp() override {
     const std::string folder = home_.path().toStdString();
     display_ = std::make_unique<PrivateDisplay>(folder);
-    toolkit_ = std::make_unique<Toolkit>(*display_, folder);
+    qt_ = std::make_unique<QtOnDisplay>(*display_, folder);
     screen_ = std::make_unique<Screen>(display_->Name());
   }
 
   void TearDown() override {
     screen_.reset();
-    toolkit_.reset();
+    qt_.reset();
     display_.reset();
   }
 
@@ -31,7 +31,7 @@ class DisplayEnvironment : public testing::Environment {
  private:
   QTemporaryDir home_;
   std::unique_ptr<PrivateDisplay> display_;
-  std::unique_ptr<Toolkit> toolkit_;
+  std::unique_ptr<QtOnDisplay> qt_;
   std::unique_ptr<Screen> screen_;
 };
 

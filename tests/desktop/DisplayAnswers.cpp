@@ -1,4 +1,4 @@
-// Prints the toolkit's name for the way to the display server that answers, "xcb" or "wayland", and
+// Prints Qt's name for the way to the display server that answers, "xcb" or "wayland", and
 // ends with 0; with 1 if none answers.
 #include <sys/socket.h>
 #include <sys/un.h>

@@ -63,7 +63,7 @@ class APrivateFolder : public FaultsOfPlaces {
     const SpokenNode spoken = reader.AwaitWindow("Error");
     EXPECT_EQ(ScreenReader::Find(spoken, "label", text).Name(), text)
         << ScreenReader::HeardIn(spoken).toStdString();
-    // Not by a key: the toolkit loses a little memory with a key that closes what it tells of.
+    // Not by a key: Qt loses a little memory with a key that closes what it tells of.
     ASSERT_TRUE(ScreenReader::Find(spoken, "push button", "OK").Do("Press"));
     EXPECT_TRUE(WaitFor([&] { return screen.Windows().size() == 1; }));
     EXPECT_TRUE(WaitFor([&] { return AllOf(screen.Picture(), window.Place("Text1(1)"), kDark); }))

@@ -29,7 +29,7 @@ class FaultsOfProcesses : public DesktopTest {
     ASSERT_NO_FATAL_FAILURE(ExpectCrops(program.PathOf("first.mp4"), QSize(634, 354)));
   }
 
-  // No window may be opened meanwhile: the toolkit waits for its memory, which comes as a
+  // No window may be opened meanwhile: Qt waits for its memory, which comes as a
   // descriptor.
   bool UseUpDescriptors() const {
     return program.SetLimit(RLIMIT_NOFILE,

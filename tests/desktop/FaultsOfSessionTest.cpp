@@ -15,12 +15,12 @@ namespace kelvane::desktop {
 namespace {
 
 constexpr QSize kSize(320, 240);
-// What the toolkit ends a program with that has lost its display.
+// What Qt ends a program with that has lost its display.
 constexpr int kDisplayLost = 1;
 
 class ADisplay : public Playing {
  protected:
-  // The toolkit ends the program in the middle of what it does: what is in use then is no leak.
+  // Qt ends the program in the middle of what it does: what is in use then is no leak.
   ADisplay() {
     program.SetVariable("ASAN_OPTIONS", qEnvironmentVariable("ASAN_OPTIONS") + ":detect_leaks=0");
   }
@@ -218,8 +218,8 @@ class AClockThatJumps : public Playing, public testing::WithParamInterface<Jump>
 
 INSTANTIATE_TEST_SUITE_P(FaultsOfSession, AClockThatJumps, kJumps, kNameOfJump);
 
-// The player's library of Debian 12 waits for moments of this clock, and may stand still after a jump
-// back; the one of Debian 13 doesn't read it.
+// The player's library of Debian 12 waits for moments of this clock, and may stand still after a
+// jump back; the one of Debian 13 doesn't read it.
 TEST_P(AClockThatJumps, LeavesTheWindowAliveAndAVideoThatMovesOrCanBeRunAgain) {
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 60));
   window.Click(kRunVideo);

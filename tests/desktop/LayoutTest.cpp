@@ -49,7 +49,7 @@ class Layout : public DesktopTest {
            picture.pixel(place.topLeft()) == color;
   }
 
-  // The toolkit draws a scroll bar as it likes, but in none of the window's dark colours.
+  // Qt draws a scroll bar as it likes, but in none of the window's dark colours.
   static bool ScrollBarStands(const QImage& picture, const QRect& place) {
     const QRect inside = place.adjusted(1, 1, -1, -1);
     return CountOf(picture, inside, kDark) == 0 && CountOf(picture, inside, kMarker) == 0;

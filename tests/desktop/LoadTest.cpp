@@ -45,7 +45,7 @@ TEST_F(Load, ReadsSizesOfFourDigits) {
       << "the right and the base bar lie out of view";
 }
 
-TEST_F(Load, OpensADialogWithTheToolkitsTitle) {
+TEST_F(Load, OpensADialogWithQtsTitle) {
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
   const QList<WindowId> known = screen.Windows();
   window.Click(kLoadVideo);

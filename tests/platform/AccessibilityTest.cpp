@@ -141,7 +141,7 @@ TEST(ReadingAWindow, GoesFromLeftToRightAndFromTheTopDownWhateverLiesInFront) {
       "  StaticText \"fourth\"\n");
 }
 
-TEST(ReadingAWindow, HasTheToolkitsOwnNodesUnderTheControlsMeanings) {
+TEST(ReadingAWindow, HasQtsOwnNodesUnderTheControlsMeanings) {
   EXPECT_EQ(HeardIn({{.name = "1",
                       .controlClass = kProgressBar,
                       .place = {0, 0, 1500, 300},

@@ -162,7 +162,7 @@ class AFileDialog : public ::testing::Test {
   User waiting;
 };
 
-TEST_F(AFileDialog, HasTheToolkitsTitleUnlessItIsGivenOneForOnce) {
+TEST_F(AFileDialog, HasQtsTitleUnlessItIsGivenOneForOnce) {
   Events titles;
   const User readTitle = [&](QFileDialog& shown) {
     titles.push_back(shown.windowTitle().toStdString());
@@ -182,7 +182,7 @@ TEST_F(AFileDialog, HasTheToolkitsTitleUnlessItIsGivenOneForOnce) {
   EXPECT_EQ(dialog.DialogTitle, QString());
 }
 
-TEST_F(AFileDialog, IsTheToolkitsOwnAndWaitsForItsWindow) {
+TEST_F(AFileDialog, IsQtsOwnAndWaitsForItsWindow) {
   Open([this](QFileDialog& shown) {
     EXPECT_TRUE(shown.testOption(QFileDialog::DontUseNativeDialog));
     EXPECT_EQ(shown.parentWidget(), &form);

@@ -12,7 +12,7 @@
 namespace kelvane::testing {
 namespace {
 
-// Writes down the events of the mouse that the toolkit brings to a widget.
+// Writes down the events of the mouse that Qt brings to a widget.
 class Arrivals : public QObject {
  public:
   explicit Arrivals(QObject& watched) { watched.installEventFilter(this); }

@@ -18,7 +18,7 @@ constexpr int kLongAfter = 5000;
 
 }  // namespace
 
-// The toolkit passes over a move to the place where the pointer is, which may be where it was left
+// Qt passes over a move to the place where the pointer is, which may be where it was left
 // over another window.
 Pointer::Pointer(QWidget& window) : window_(window), place_(-9, -9) {
   Send(QEvent::MouseMove, Qt::NoButton);

@@ -10,7 +10,7 @@ class QWidget;
 namespace kelvane::testing {
 
 // The user's pointer over a window that is on the screen. What it does goes in where the window
-// system's own events do, so that the toolkit finds the widget under it.
+// system's own events do, so that Qt finds the widget under it.
 class Pointer {
  public:
   // Comes from outside the window.

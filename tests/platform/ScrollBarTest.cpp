@@ -12,7 +12,7 @@
 namespace kelvane::testing {
 namespace {
 
-// Where the toolkit draws the bar's parts, and with that, takes the mouse.
+// Where Qt draws the bar's parts, and with that, takes the mouse.
 struct Parts : QScrollBar {
   static QPoint MiddleOf(const QScrollBar& bar, QStyle::SubControl part) {
     QStyleOptionSlider option;

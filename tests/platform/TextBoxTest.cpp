@@ -177,7 +177,7 @@ TEST_F(ATextBox, IsDarkWithLightTextAndNoBorder) {
   EXPECT_GT(CountOf(Picture(shown), 0xC0C0C0), 0);
 }
 
-TEST_F(ATextBox, OutOfSightHasNoLineOfTheToolkits) {
+TEST_F(ATextBox, OutOfSightHasNoLineOfQts) {
   for (TextBox* box : {&inHiddenBox, &hidden}) {
     box->setText(QStringLiteral("a"));
     box->AppendText(QStringLiteral("b"));

@@ -22,7 +22,7 @@ class AToolTip : public ::testing::Test {
     pointer.MoveTo(box_, {5, 6});
     pointer.Rest();
   }
-  // As it is read: the toolkit takes a text with markup in it for such.
+  // As it is read: Qt takes a text with markup in it for such.
   static std::string Shown() {
     const QString text = QToolTip::text();
     if (!Qt::mightBeRichText(text)) return text.toStdString();

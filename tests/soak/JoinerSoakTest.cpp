@@ -11,7 +11,7 @@ namespace {
 class JoinerSoak : public JoinerWindowTest {
  protected:
   ListBox& Intermediates() const { return Get<ListBox>("List2"); }
-  // The path, and what the toolkit holds of a line.
+  // The path, and what Qt holds of a line.
   static constexpr std::size_t kMostOfALine = 512;
 
   // Each join lists its intermediate files once more.

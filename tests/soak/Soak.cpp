@@ -26,7 +26,7 @@ struct Counts {
   qsizetype descriptors = 0;
   qsizetype threads = 0;
   qsizetype timers = 0;   // that run
-  qsizetype objects = 0;  // of the toolkit's, widgets and all that hangs on them
+  qsizetype objects = 0;  // of Qt's, widgets and all that hangs on them
   qsizetype widgets = 0;
 
   bool NoMoreThan(const Counts& other) const {

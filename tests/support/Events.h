@@ -12,7 +12,7 @@
 
 class QWidget;
 
-// How the toolkit's values look in a failure.
+// How Qt's values look in a failure.
 inline void PrintTo(const QString& text, std::ostream* out) {
   *out << '"' << text.toStdString() << '"';
 }

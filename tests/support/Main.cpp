@@ -4,7 +4,7 @@
 
 #include "platform/App.h"
 
-// The windows under test stand on the toolkit's own screen that isn't there, and read and write
+// The windows under test stand on Qt's own screen that isn't there, and read and write
 // numbers with a comma between the thousands unless a test says otherwise.
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);

@@ -23,7 +23,7 @@ bool MakeWithTone(const QString& path, const QString& pictures, double seconds) 
 
 }  // namespace
 
-// Not by the toolkit's own class: the process that it makes lives for a moment in this one's
+// Not by Qt's own class: the process that it makes lives for a moment in this one's
 // memory, where ThreadSanitizer's keeping of locks doesn't survive it.
 bool RunTool(const QString& tool, const QStringList& arguments, QString* printed) {
   QTemporaryFile output;

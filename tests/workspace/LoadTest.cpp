@@ -48,7 +48,7 @@ TEST_F(Load, TheDialogComesWithTheTimerOnAndTheSizeUnknown) {
   EXPECT_EQ(seen, (Texts{"timer on", "size unknown"}));
 }
 
-TEST_F(Load, TheDialogHasTheToolkitsTitleAndTakesEveryFile) {
+TEST_F(Load, TheDialogHasQtsTitleAndTakesEveryFile) {
   Texts seen;
   const DialogAnswers answers({[&](QDialog& dialog) {
     const auto& files = dynamic_cast<QFileDialog&>(dialog);
@@ -92,7 +92,7 @@ TEST_F(Load, TheDialogListsFilesWithoutAnExtensionAsWell) {
   EXPECT_TRUE(listed);
 }
 
-TEST_F(Load, TheDialogKeepsTheToolkitsTitleAfterASaveDialogWithItsOwn) {
+TEST_F(Load, TheDialogKeepsQtsTitleAfterASaveDialogWithItsOwn) {
   const DialogAnswers answers({CancelDialog(), CancelDialog()});
   Give(CropVideo);
   Give(LoadVideo);

@@ -86,8 +86,7 @@ class TrialWindow {
 
 }  // namespace
 
-PrivateDisplay::PrivateDisplay(const std::string& privateFolder,
-                               WindowManager windowManager) {
+PrivateDisplay::PrivateDisplay(const std::string& privateFolder, WindowManager windowManager) {
   try {
     StartServer();
     if (windowManager == WindowManager::kOpenbox) StartWindowManager(privateFolder);
@@ -103,7 +102,7 @@ PrivateDisplay::~PrivateDisplay() {
   End(server_);
 }
 
-void PrivateDisplay::UseForToolkit(const std::string& privateFolder) const {
+void PrivateDisplay::UseForQt(const std::string& privateFolder) const {
   setenv("DISPLAY", name_.c_str(), 1);
   setenv("QT_QPA_PLATFORM", "xcb", 1);
   setenv("QT_ENABLE_HIGHDPI_SCALING", "0", 1);

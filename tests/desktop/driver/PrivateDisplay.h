@@ -16,7 +16,8 @@ enum class WindowManager { kOpenbox, kNone };
 // screen in a window of the display in DISPLAY.
 class PrivateDisplay {
  public:
-  // `privateFolder` is the window manager's home. Throws std::runtime_error where the server or the manager doesn't come up.
+  // `privateFolder` is the window manager's home. Throws std::runtime_error where the server or the
+  // manager doesn't come up.
   explicit PrivateDisplay(const std::string& privateFolder,
                           WindowManager windowManager = WindowManager::kOpenbox);
   PrivateDisplay(const PrivateDisplay&) = delete;
@@ -26,9 +27,9 @@ class PrivateDisplay {
   // ":7"
   const std::string& Name() const { return name_; }
 
-  // Has this process's own toolkit, started later, look at the display as the program under test
+  // Has this process's own Qt, started later, look at the display as the program under test
   // does.
-  void UseForToolkit(const std::string& privateFolder) const;
+  void UseForQt(const std::string& privateFolder) const;
 
  private:
   void StartServer();

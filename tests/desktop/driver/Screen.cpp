@@ -295,7 +295,7 @@ void Screen::Ask(WindowId window, const char* request, std::uint32_t first, std:
 }
 
 // No hand is faster than this. The window manager holds each press back until it has looked at it,
-// and the toolkit leaves out every move that another one follows.
+// and Qt leaves out every move that another one follows.
 void Screen::Handle(std::uint8_t type, std::uint8_t detail, QPoint place) {
   constexpr auto kHandsPace = 20ms;
   Send(type, detail, place);

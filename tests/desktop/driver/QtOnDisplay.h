@@ -9,16 +9,16 @@
 
 namespace kelvane::desktop {
 
-// This process's own toolkit, looking at a private display as the program under test does. Needed
+// This process's own Qt, looking at a private display as the program under test does. Needed
 // for the clipboard, and for windows of this process; one at a time.
-class Toolkit {
+class QtOnDisplay {
  public:
-  Toolkit(const PrivateDisplay& display, const std::string& privateFolder) {
-    display.UseForToolkit(privateFolder);
+  QtOnDisplay(const PrivateDisplay& display, const std::string& privateFolder) {
+    display.UseForQt(privateFolder);
     application_ = std::make_unique<QApplication>(argumentCount_, arguments_.data());
   }
-  Toolkit(const Toolkit&) = delete;
-  Toolkit& operator=(const Toolkit&) = delete;
+  QtOnDisplay(const QtOnDisplay&) = delete;
+  QtOnDisplay& operator=(const QtOnDisplay&) = delete;
 
  private:
   std::string name_ = "desktop_driver";
