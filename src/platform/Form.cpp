@@ -69,11 +69,12 @@ void Form::Load() {
 }
 
 void Form::Show(Form* owner) {
-#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)
   // Once the compositor has given a size it is too late to ask for another. Qt 6.4 would keep to
   // this one even where the compositor gives less, which ends the program.
-  if (UnderACompositor()) setMinimumSize(least_.expandedTo(minimumSize()));
-#endif
+  constexpr bool kObeysCompositors = QT_VERSION >= QT_VERSION_CHECK(6, 8, 0);
+  if (kObeysCompositors && UnderACompositor()) {
+    setMinimumSize(least_.expandedTo(minimumSize()));
+  }
   if (owner != nullptr) {
     winId();  // makes the window handles
     owner->winId();
@@ -158,7 +159,10 @@ void Form::ResizeTo(QSize size) {
 // Where a window manager refuses a size by telling the one that the window had, Qt tells of
 // nothing.
 bool Form::nativeEvent(const QByteArray& eventType, void* message, qintptr* result) {
-  if (TellsOfGeometry(eventType, message)) answering_.start(kAnswersRest, this);
+  if (TellsOfGeometry(eventType, message)) {
+    dragged_ = dragged_ || PointerButtonHeld();
+    answering_.start(kAnswersRest, this);
+  }
   return QWidget::nativeEvent(eventType, message, result);
 }
 
@@ -168,10 +172,7 @@ void Form::timerEvent(QTimerEvent* event) {
     return;
   }
   const bool refused = isVisible() && windowHandle()->size() != size();
-  if (refused && PointerButtonHeld()) {
-    dragged_ = true;
-    return;
-  }
+  if (refused && PointerButtonHeld()) return;
   answering_.stop();
   const bool dragged = std::exchange(dragged_, false);
   if (!refused) return;

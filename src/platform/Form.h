@@ -122,7 +122,7 @@ class Form : public QWidget {
   bool minimised_ = false;
   bool obeys_ = false;     // a size that the window manager or compositor gave
   QBasicTimer answering_;  // runs while the window manager may have more to say
-  bool dragged_ = false;   // by an edge, while the window manager refused a size
+  bool dragged_ = false;   // the user may have dragged an edge since the last answers rested
 };
 
 // The one instance that a window class has at a time: made when it is loaded, dropped when it has

@@ -75,5 +75,18 @@ TEST_F(AHeldWindow, AsksOnceMoreWhenTheUserLetsGoOfItsEdge) {
   EXPECT_EQ(manager.Requests(), requests + 1);
 }
 
+TEST_F(AHeldWindow, AsksOnceMoreWhenTheUserLetsGoOfItsEdgeAtOnce) {
+  ASSERT_NO_FATAL_FAILURE(OpenAndAsk());
+  ASSERT_TRUE(AwaitLaidOutIn(kTooNarrow));
+  screen.MovePointer(QPoint(kTooNarrowAsWell.width() + 20, 100));
+  screen.Press(kLeftButton);
+  const int requests = manager.Requests();
+  manager.Give(window.Id(), kTooNarrowAsWell);
+  ASSERT_TRUE(WaitFor([&] { return manager.Requests() > requests; }));
+  screen.Release(kLeftButton);
+  EXPECT_TRUE(WaitFor([&] { return manager.Requests() > requests + 1; }));
+  EXPECT_TRUE(AwaitLaidOutIn(kTooNarrowAsWell));
+}
+
 }  // namespace
 }  // namespace kelvane::desktop

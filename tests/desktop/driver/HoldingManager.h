@@ -20,7 +20,7 @@ class HoldingManager {
 
   // Gives the window another size, as a user who moves its edge does.
   void Give(WindowId window, QSize size);
-  // How many requests for a size other than the present one have been answered.
+  // How many requests have been answered.
   int Requests() const { return requests_; }
 
  private:
