@@ -41,14 +41,11 @@ bool JoinerWindow::Await() {
 // Not by a caption: letters may be drawn otherwise there.
 bool JoinerWindow::AwaitFilling(WindowId window) {
   window_ = window;
-  const auto isFilled = [this] {
+  return WaitFor([this] {
     menuHeight_ = AreaUnderMenus(screen_, window_, kGround).top() - screen_.Place(window_).top();
     return menuHeight_ < screen_.Place(window_).height() &&
            CountOf(screen_.Picture(), Ruler(), kTick) > 0;
-  };
-  if (!WaitFor(isFilled)) return false;
-  screen_.Still(screen_.Place(window_));  // a compositor may show a first picture in another scale
-  return isFilled();
+  });
 }
 
 QRect JoinerWindow::Area() const { return screen_.Place(window_).adjusted(0, menuHeight_, 0, 0); }

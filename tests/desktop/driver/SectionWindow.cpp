@@ -18,12 +18,8 @@ bool SectionWindow::Await() {
 
 bool SectionWindow::AwaitFilling(WindowId window) {
   window_ = window;
-  const auto isFilled = [this] {
-    return !OnTimeLine(kEndNeedle).isEmpty() && !ThumbOutline(0).isEmpty();
-  };
-  if (!WaitFor(isFilled)) return false;
-  screen_.Still(screen_.Place(window_));  // a compositor may show a first picture in another scale
-  return isFilled();
+  return WaitFor(
+      [this] { return !OnTimeLine(kEndNeedle).isEmpty() && !ThumbOutline(0).isEmpty(); });
 }
 
 QRect SectionWindow::OnScreen(const QRect& place) const {
