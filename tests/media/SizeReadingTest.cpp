@@ -132,9 +132,16 @@ TEST(EndOfSize, IsBehindTheLineOfTheFirstHeight) {
   EXPECT_EQ(EndOfSize("WIDTH=640\r\nHEIGHT=360\r\nwidth=1\nheight=1\n"), 23U);
   EXPECT_EQ(EndOfSize("x: bad\nheight=1\n\n"), 16U);
 }
+
 TEST(EndOfSize, IsBeforeAWidthThatSomethingStandsBefore) {
   EXPECT_EQ(EndOfSize("[x] Bad frame.\nwidth=640\nheight=360\n"), 15U);
   EXPECT_EQ(EndOfSize("[x] Bad frame.\nwidth="), 15U);
+}
+
+TEST(EndOfSize, HasNotComeBeforeThatLineEnds) {
+  for (const char* text : {"", "width=640\n", "width=640\nheight", "width=640\nheight=360", "\n"}) {
+    EXPECT_EQ(EndOfSize(text), 0U) << text;
+  }
 }
 
 TEST(EndOfLine, IsBehindItsBreak) {
@@ -142,11 +149,6 @@ TEST(EndOfLine, IsBehindItsBreak) {
   EXPECT_EQ(EndOfLine("one\rtwo\n"), 4U);
   EXPECT_EQ(EndOfLine("\n"), 1U);
   EXPECT_EQ(EndOfLine("one"), 0U);
-}
-TEST(EndOfSize, HasNotComeBeforeThatLineEnds) {
-  for (const char* text : {"", "width=640\n", "width=640\nheight", "width=640\nheight=360", "\n"}) {
-    EXPECT_EQ(EndOfSize(text), 0U) << text;
-  }
 }
 
 TEST(WidenLineBreaks, GivesEveryBareLineFeedItsCarriageReturn) {

@@ -20,14 +20,14 @@ class APlayer : public PlayerTest {
 
 TEST_F(APlayer, RepaintsNoControlThatLiesBesideOrOverIt) {
   TestForm window(Controls{{.name = "HScroll1",
-                                  .controlClass = ControlClass::kHScrollBar,
-                                  .place = {0, 2400, 4000, 255}},
-                                 {.name = "Picture1",
-                                  .controlClass = ControlClass::kPictureBox,
-                                  .place = {300, 300, 75, 1500}},
-                                 {.name = "wmp",
-                                  .controlClass = ControlClass::kWindowsMediaPlayer,
-                                  .place = {0, 0, 4800, 2700}}});
+                            .controlClass = ControlClass::kHScrollBar,
+                            .place = {0, 2400, 4000, 255}},
+                           {.name = "Picture1",
+                            .controlClass = ControlClass::kPictureBox,
+                            .place = {300, 300, 75, 1500}},
+                           {.name = "wmp",
+                            .controlClass = ControlClass::kWindowsMediaPlayer,
+                            .place = {0, 0, 4800, 2700}}});
   window.Open();
   const PaintsOf pictures("wmp");
   const PaintsOf scrollBars("HScroll1");
