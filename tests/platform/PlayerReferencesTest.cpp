@@ -189,7 +189,7 @@ INSTANTIATE_TEST_SUITE_P(Player, AFileThatNames, ::testing::ValuesIn(kReferences
 // The tool that packs isn't among those that the tests need: a file that is stored in an archive
 // stands there between two headers, by its length and checksum.
 TEST_F(FilesBesideOthers, AreNotUnpackedFromAnArchive) {
-  const auto number = [](quint32 value, int bytes) {
+  const auto number = [](quint64 value, int bytes) {
     QByteArray little;
     for (int byte = 0; byte < bytes; ++byte) little += static_cast<char>(value >> (8 * byte));
     return little;
