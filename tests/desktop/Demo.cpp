@@ -241,16 +241,24 @@ void Show(const QString& programFolder, const QString& outputFolder) {
   output.removeRecursively();
   if (!output.mkpath(QStringLiteral("."))) throw std::runtime_error("no place for the pictures");
 
+  // A blank in a new file's path would cut it: the windows get the folder by a name without one.
+  const QTemporaryDir links;
+  QDir shown(output.absolutePath());
+  if (shown.path().contains(QLatin1Char(' '))) {
+    if (!QFile::link(shown.path(), links.filePath(QStringLiteral("demo")))) {
+      throw std::runtime_error("no place for a link to the pictures' folder");
+    }
+    shown.setPath(links.filePath(QStringLiteral("demo")));
+  }
+
   const QTemporaryDir home;
   const PrivateDisplay display(home.path().toStdString());
   const QtOnDisplay qt(display, home.path().toStdString());
   Screen screen(display.Name());
   Program program(programFolder, QString::fromStdString(display.Name()));
-  Demo(screen, program, QDir(output.absolutePath())).Run();
-  ShowSections(screen, programFolder, QString::fromStdString(display.Name()),
-               QDir(output.absolutePath()));
-  ShowJoiner(screen, programFolder, QString::fromStdString(display.Name()),
-             QDir(output.absolutePath()));
+  Demo(screen, program, shown).Run();
+  ShowSections(screen, programFolder, QString::fromStdString(display.Name()), shown);
+  ShowJoiner(screen, programFolder, QString::fromStdString(display.Name()), shown);
   std::printf("demo: done; the pictures, the cropped and the joined file lie in %s\n",
               qUtf8Printable(output.absolutePath()));
 }
