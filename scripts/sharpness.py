@@ -15,11 +15,12 @@ import shutil
 import signal
 import subprocess
 import sys
+import tempfile
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
 FOLDER = ROOT / "build" / "sharpness"
-TREE, OBJECTS, TEMPORARY = FOLDER / "tree", FOLDER / "objects", FOLDER / "tmp"
+TREE, OBJECTS = FOLDER / "tree", FOLDER / "objects"
 LEAST = 95  # in a hundred
 SLOW_LABELS = "^(desktop|long)$"
 
@@ -68,10 +69,10 @@ def room_of(source):
 
 def run(*command):
     """Whether it succeeds. Nothing of it is left afterwards, neither processes nor files."""
-    TEMPORARY.mkdir(parents=True, exist_ok=True)
+    temporary = tempfile.mkdtemp()  # a short path, as the tests have it
     process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                                stderr=subprocess.DEVNULL, start_new_session=True,
-                               env={**os.environ, "TMPDIR": str(TEMPORARY)})
+                               env={**os.environ, "TMPDIR": temporary})
     try:
         return process.wait() == 0
     finally:
@@ -79,7 +80,7 @@ def run(*command):
             os.killpg(process.pid, signal.SIGKILL)
         except ProcessLookupError:
             pass
-        shutil.rmtree(TEMPORARY, ignore_errors=True)
+        shutil.rmtree(temporary, ignore_errors=True)
 
 
 def build(target):
