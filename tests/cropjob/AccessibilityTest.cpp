@@ -7,18 +7,6 @@ namespace {
 
 class JobWindowReading : public JobWindowTest {};
 
-TEST_F(JobWindowReading, TellsEverythingThatShowsAndNothingElse) {
-  LoadJob();
-  EXPECT_EQ(HeardIn(Job()), R"(
-Dialog "Saving Video"
-  StaticText "Saving As"
-  Button "Cancel"
-  StaticText "/tmp/out.mp4" (Saving As)
-  StaticText "Progress: 00.00 % Complete: Status: Getting Crop Regions"
-  ProgressBar "Progress of the crop" = 0
-)");
-}
-
 TEST_F(JobWindowReading, TellsHowFarTheJobHasCome) {
   LoadJob();
   Run(PrintBlocks({"time=00:00:02.00", "time=00:00:05.00"}));

@@ -220,7 +220,7 @@ TEST_F(Crop, PutsTheBarsBackWithoutAVideo) {
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
   window.Click(kResetMarkers);
   window.PointAtGround();
-  EXPECT_TRUE(WaitFor([&] { return window.Shows("Label14(6)", "Reset Markers"); }));
+  EXPECT_TRUE(WaitFor([&] { return window.ShowsAsDrawn("Label14(6)"); }));
   EXPECT_TRUE(window.Bars().isEmpty()) << "the canvas stays hidden";
   EXPECT_EQ(screen.Windows().size(), 1);
   CloseAndExpectEnd();

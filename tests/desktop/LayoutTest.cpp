@@ -16,18 +16,11 @@ class Layout : public DesktopTest {
     for (const char* shape : {"Shape5", "Shape6", "Picture1(0)"}) {
       if (!FrameStands(picture, window.Place(shape), kLit)) return shape;
     }
-    const QList<std::pair<const char*, const char*>> captions = {
-        {"Label14(0)", "Load Video"},
-        {"Label14(4)", "Preview Cropped Video"},
-        {"Label14(6)", "Reset Markers"},
-        {"Label10", "Video Duration"},
-        {"Label11", "Current Position"},
-        {"Label12", "0:00:00"},
-        {"Label13", "00:00"},
-        {"Label1(14)", "Right"}};
-    for (const auto& [control, caption] : captions) {
-      if (!window.Shows(control, caption)) return control;
+    for (const char* control :
+         {"Label14(0)", "Label14(4)", "Label14(6)", "Label10", "Label11", "Label1(14)"}) {
+      if (!window.ShowsAsDrawn(control)) return control;
     }
+    if (!window.Shows("Label12", "0:00:00") || !window.Shows("Label13", "00:00")) return "times";
     if (!AllOf(picture, window.Place("pbar"), kProgressBack)) return "pbar";
     const QRect viewport = window.Place("Picture1(1)").adjusted(0, 0, 0, -4);
     if (!AllOf(picture, viewport, kDark)) return "Picture1(1)";

@@ -128,7 +128,8 @@ TEST_F(SectionsFile, OfACancelledDialogIsNone) {
   ASSERT_TRUE(WaitFor([&] { return screen.Active(dialog); }));
   screen.Strike(kEscape);
   EXPECT_TRUE(WaitFor([&] { return !screen.Exists(dialog); }, 5s));
-  EXPECT_TRUE(AllOf(screen.Picture(), sections.OnScreen({282, 18, 637, 21}), kDark));
+  EXPECT_TRUE(AllOf(screen.Picture(),
+                    sections.Place(QStringLiteral("Text1")).adjusted(2, 2, -2, -2), kDark));
 }
 
 TEST_F(SectionsFile, IsNotAskedForByTheRimOfTheButton) {

@@ -35,18 +35,11 @@ TEST_F(StartUp, IsDarkFlatAndEmpty) {
 
 TEST_F(StartUp, ShowsEveryCaptionWhereItWasDrawn) {
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
-  const QList<std::pair<QString, QString>> captions = {
-      {"Label1(0)", "Width"},         {"Label1(2)", "Height"},
-      {"Label1(4)", "Left"},          {"Label1(6)", "Top"},
-      {"Label1(8)", "Width"},         {"Label1(10)", "Height"},
-      {"Label1(12)", "Base"},         {"Label1(14)", "Right"},
-      {"Label10", "Video Duration"},  {"Label11", "Current Position"},
-      {"Label14(0)", "Load Video"},   {"Label14(1)", "Run Video"},
-      {"Label14(2)", "Pause Video"},  {"Label14(3)", "Stop Video"},
-      {"Label14(5)", "Crop Video"},   {"Label14(4)", "Preview Cropped Video"},
-      {"Label14(6)", "Reset Markers"}};
-  for (const auto& [control, caption] : captions) {
-    EXPECT_TRUE(window.Shows(control, caption)) << control.toStdString();
+  for (const char* control :
+       {"Label1(0)", "Label1(2)", "Label1(4)", "Label1(6)", "Label1(8)", "Label1(10)", "Label1(12)",
+        "Label1(14)", "Label10", "Label11", "Label14(0)", "Label14(1)", "Label14(2)", "Label14(3)",
+        "Label14(4)", "Label14(5)", "Label14(6)"}) {
+    EXPECT_TRUE(window.ShowsAsDrawn(control)) << control;
   }
 }
 
@@ -101,10 +94,10 @@ TEST_F(StartUp, ShowsThreeMenusAndNoMore) {
 TEST_F(StartUp, LightsTheCommandUnderThePointer) {
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
   window.PointAt(kRunVideo);
-  EXPECT_TRUE(WaitFor([&] { return window.Shows("Label14(1)", "Run Video", kLit); }));
+  EXPECT_TRUE(WaitFor([&] { return window.ShowsAsDrawn("Label14(1)", kLit); }));
   window.PointAt(kStopVideo);
-  EXPECT_TRUE(WaitFor([&] { return window.Shows("Label14(3)", "Stop Video", kLit); }));
-  EXPECT_TRUE(window.Shows("Label14(1)", "Run Video")) << "one light at a time";
+  EXPECT_TRUE(WaitFor([&] { return window.ShowsAsDrawn("Label14(3)", kLit); }));
+  EXPECT_TRUE(window.ShowsAsDrawn("Label14(1)")) << "one light at a time";
 }
 
 TEST_F(StartUp, PutsTheLightOutOnTheGroundAndOnTheWorkspace) {
@@ -114,9 +107,9 @@ TEST_F(StartUp, PutsTheLightOutOnTheGroundAndOnTheWorkspace) {
   const QPoint ground = window.Area().topLeft() + QPoint(10, 60);
   for (const QPoint place : {ground, workspace, corner}) {
     window.PointAt(kLoadVideo);
-    ASSERT_TRUE(WaitFor([&] { return window.Shows("Label14(0)", "Load Video", kLit); }));
+    ASSERT_TRUE(WaitFor([&] { return window.ShowsAsDrawn("Label14(0)", kLit); }));
     screen.MovePointer(place);
-    EXPECT_TRUE(WaitFor([&] { return window.Shows("Label14(0)", "Load Video"); }))
+    EXPECT_TRUE(WaitFor([&] { return window.ShowsAsDrawn("Label14(0)"); }))
         << place.x() << ", " << place.y();
   }
 }
@@ -129,9 +122,9 @@ TEST_F(StartUp, LeavesTheLightOnWhereAnotherControlOrTheOutsideIsEntered) {
   const QPoint outside(5, 5);
   for (const QPoint place : {heading, readOut, progress, outside}) {
     window.PointAt(kLoadVideo);
-    ASSERT_TRUE(WaitFor([&] { return window.Shows("Label14(0)", "Load Video", kLit); }));
+    ASSERT_TRUE(WaitFor([&] { return window.ShowsAsDrawn("Label14(0)", kLit); }));
     screen.MovePointer(place);
-    EXPECT_TRUE(HoldsFor([&] { return window.Shows("Label14(0)", "Load Video", kLit); }, 300ms))
+    EXPECT_TRUE(HoldsFor([&] { return window.ShowsAsDrawn("Label14(0)", kLit); }, 300ms))
         << place.x() << ", " << place.y();
   }
 }

@@ -127,11 +127,8 @@ TEST_P(MainInColours, KeepsItsOwn) {
   EXPECT_TRUE(AllOf(picture, window.Place("Picture1(1)").adjusted(0, 0, 0, -4), kDark));
   EXPECT_TRUE(AllOf(picture, window.Place("Text1(1)"), kDark));
   EXPECT_TRUE(AllOf(picture, window.Place("pbar"), kProgressBack));
-  for (const auto& [control, caption] : {std::pair("Label14(0)", "Load Video"),
-                                         {"Label1(0)", "Width"},
-                                         {"Label1(1)", "0,000"},
-                                         {"Label10", "Video Duration"}}) {
-    EXPECT_TRUE(window.Shows(control, caption)) << control;
+  for (const char* control : {"Label14(0)", "Label1(0)", "Label1(1)", "Label10"}) {
+    EXPECT_TRUE(window.ShowsAsDrawn(control)) << control;
   }
 }
 

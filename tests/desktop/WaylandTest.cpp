@@ -138,7 +138,8 @@ TEST_P(UnderACompositorOfAnyFraction, IsAsLargeInPixelsOfTheScreenAsAtScaleOne) 
   EXPECT_TRUE(WaitFor([&] {
     const QRect area = AreaUnderMenus(screen, OutputWindow(), kDark);
     if (area.isEmpty()) return false;
-    const QRect bar = PlaceIn(area.size(), QStringLiteral("pbar")).translated(area.topLeft());
+    const QRect bar = PlaceIn(QStringLiteral("Form1"), area.size(), QStringLiteral("pbar"))
+                          .translated(area.topLeft());
     const QImage picture = screen.Picture();
     return AllOf(picture, bar.adjusted(1, 1, -1, -1), kProgressBack) &&
            AllOf(picture, QRect(bar.left(), bar.top() - 2, bar.width(), 1), kDark) &&

@@ -5,7 +5,6 @@
 #include <set>
 
 #include "platform/WindowsMediaPlayer.h"
-#include "sections/DesignTable.h"
 #include "sections/SectionWindowTest.h"
 
 namespace kelvane::testing {
@@ -16,14 +15,6 @@ const std::set<std::string> kLive = {"Label6",   "Picture3", "Picture4", "Label7
                                      "Picture5", "Picture6", "Label1",   "Picture2"};
 
 std::string ArrayOf(const std::string& name) { return name.substr(0, name.find('(')); }
-
-std::vector<std::string> ControlsWithoutAction() {
-  std::vector<std::string> names;
-  for (const char* name : kAllNames) {
-    if (!kLive.contains(ArrayOf(name))) names.emplace_back(name);
-  }
-  return names;
-}
 
 class NoAction : public SectionWindowTest {
  protected:
@@ -51,6 +42,15 @@ class NoAction : public SectionWindowTest {
     state.push_back("player: " + Get<WindowsMediaPlayer>("wmp").URL().toStdString());
     state.push_back("short path: " + SectionSourceShortPath.toStdString());
     return state;
+  }
+
+  std::vector<std::string> ControlsWithoutAction() const {
+    std::vector<std::string> names;
+    for (const Control* control : form_->findChildren<Control*>()) {
+      const std::string name = control->objectName().toStdString();
+      if (!name.empty() && !kLive.contains(ArrayOf(name))) names.push_back(name);
+    }
+    return names;
   }
 
   static void UseTheMouseOn(Control& control) {

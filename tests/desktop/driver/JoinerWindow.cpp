@@ -2,7 +2,7 @@
 
 #include <QPainter>
 
-#include "desktop/driver/JoinerPlaces.h"
+#include "desktop/driver/Places.h"
 #include "desktop/driver/Windows.h"
 
 namespace kelvane::desktop {
@@ -57,7 +57,7 @@ QRect JoinerWindow::Menus() const {
 
 QRect JoinerWindow::Place(const QString& control) const {
   const QRect area = Area();
-  return JoinerPlaceIn(area.size(), control).translated(area.topLeft());
+  return PlaceIn(QStringLiteral("Form4"), area.size(), control).translated(area.topLeft());
 }
 
 QPoint JoinerWindow::ButtonCentre(JoinerButton button) const {

@@ -3,16 +3,16 @@
 #include <QRect>
 #include <QString>
 
-// Where the main window's controls lie, worked out anew from the drawing and the rule by which the
-// window lays itself out, so that the tests don't ask the program under test.
 namespace kelvane::desktop {
 
-// The control's place in a main window whose area under the menus has the size `area`, in pixels
-// from that area's top left corner. Names as in "Label14(3)"; the name must be known here. What
-// lies inside the picture frame is given as it shows when nothing has been scrolled.
-QRect PlaceIn(QSize area, const QString& control);
+// What is to be seen of a control, in pixels from the corner of its window's content area under the
+// menu bar, while that area has the size `area` and nothing has been scrolled. The place is looked
+// up in tests/windows/<form>.txt; for sizes that aren't told there it follows from those that are,
+// since every edge keeps its distance from an edge or from the middle of the window. Throws
+// std::invalid_argument for a control that the text doesn't show. `control` as in "Label14(3)".
+QRect PlaceIn(const QString& form, QSize area, const QString& control);
 
-// A place drawn in twips, in pixels.
-QRect Drawn(int left, int top, int width, int height);
+// The caption, or the text, with which the control is drawn.
+QString CaptionIn(const QString& form, const QString& control);
 
 }  // namespace kelvane::desktop

@@ -3,13 +3,15 @@
 #include <stdexcept>
 #include <string>
 
+#include "desktop/driver/Places.h"
+
 namespace kelvane::desktop {
 
 bool SectionWindow::Await() {
   window_ = screen_.Await(QStringLiteral("Advanced 2-Pass Video Stabilization"));
   if (window_ == 0) return false;
   return WaitFor([this] {
-    const QImage button = screen_.Picture(OnScreen({41, 20, 231, 17}));
+    const QImage button = screen_.Picture(Place(QStringLiteral("Label6(0)")).adjusted(1, 0, -1, 0));
     return ShowsCaption(button, QStringLiteral("Select Video To Extract Section From"), kDark,
                         Justify::kCentre) &&
            ShowsOption(kSliders - 1, QStringLiteral("06"));
@@ -26,8 +28,12 @@ QRect SectionWindow::OnScreen(const QRect& place) const {
   return place.translated(screen_.Place(window_).topLeft());
 }
 
-// Inside the frame's border.
-QRect SectionWindow::TimeLine() const { return OnScreen({42, 58, 877, 41}); }
+QRect SectionWindow::Place(const QString& control) const {
+  const QRect window = screen_.Place(window_);
+  return PlaceIn(QStringLiteral("Form3"), window.size(), control).translated(window.topLeft());
+}
+
+QRect SectionWindow::TimeLine() const { return Place(QStringLiteral("Picture3(1)")); }
 
 QRect SectionWindow::OnTimeLine(QRgb color) const {
   const QImage picture = TimeLinePicture();
@@ -35,7 +41,7 @@ QRect SectionWindow::OnTimeLine(QRgb color) const {
 }
 
 QPoint SectionWindow::ArrowCentre(TimeLineArrow arrow) const {
-  return OnScreen({arrow == TimeLineArrow::kTowardsStart ? 50 : 898, 106, 17, 17}).center();
+  return Place(QStringLiteral("Label7(%1)").arg(static_cast<int>(arrow))).center();
 }
 
 void SectionWindow::ClickArrow(TimeLineArrow arrow, PointerButton button) {
@@ -47,8 +53,10 @@ void SectionWindow::DragNeedle(QRgb needle, int way) {
 }
 
 bool SectionWindow::ShowsTime(TimeReadOut readOut, const QString& time) const {
-  const int left = readOut == TimeReadOut::kStart ? 432 : readOut == TimeReadOut::kEnd ? 600 : 872;
-  return ShowsCaption(screen_.Picture(OnScreen({left, 136, 49, 15})), time, kDark, Justify::kLeft);
+  // The line below the read-outs goes through their last row.
+  const QRect place =
+      Place(QStringLiteral("Label8(%1)").arg(static_cast<int>(readOut))).adjusted(0, 0, 0, -2);
+  return ShowsCaption(screen_.Picture(place), time, kDark, Justify::kLeft);
 }
 
 bool SectionWindow::AwaitTime(TimeReadOut readOut, const QString& time) const {
@@ -66,7 +74,9 @@ void SectionWindow::ChooseAt(QPoint onTimeLine, int entry) {
   screen_.Click(OpenMenuAt(onTimeLine, entry));
 }
 
-QRect SectionWindow::Track(int slider) const { return OnScreen({208, 240 + 32 * slider, 537, 25}); }
+QRect SectionWindow::Track(int slider) const {
+  return Place(QStringLiteral("Picture2(%1)").arg(slider));
+}
 
 QRect SectionWindow::ThumbOutline(int slider) const {
   constexpr QRgb kOutline = 0xffe0e0e0;
@@ -87,18 +97,20 @@ void SectionWindow::DragThumb(int slider, int way) {
 }
 
 bool SectionWindow::ShowsOption(int slider, const QString& value) const {
-  const QRect inside(873, 243 + 32 * slider, 31, 18);
-  return ShowsCaption(screen_.Picture(OnScreen(inside)), value, kDark, Justify::kCentre);
+  const QRect place = Place(QStringLiteral("Label2(%1)").arg(2 * slider + 1));
+  return ShowsCaption(screen_.Picture(place.adjusted(1, 1, -1, -1)), value, kDark,
+                      Justify::kCentre);
 }
 
 bool SectionWindow::AwaitOption(int slider, const QString& value) const {
   return WaitFor([&] { return ShowsOption(slider, value); }, 5s);
 }
 
-QPoint SectionWindow::FileButton() const { return OnScreen({40, 20, 233, 17}).center(); }
+QPoint SectionWindow::FileButton() const { return Place(QStringLiteral("Label6(0)")).center(); }
 
 bool SectionWindow::ShowsFile(const QString& path) const {
-  return ShowsText(screen_.Picture(OnScreen({282, 18, 637, 21})), path, kDark);
+  const QRect place = Place(QStringLiteral("Text1")).adjusted(2, 2, -2, -2);
+  return ShowsText(screen_.Picture(place), path, kDark);
 }
 
 // Under everything.

@@ -8,7 +8,7 @@
 namespace kelvane::desktop {
 
 enum class TimeLineArrow { kTowardsStart, kTowardsEnd };
-enum class TimeReadOut { kStart, kEnd, kSpan };
+enum class TimeReadOut { kStart = 1, kEnd = 3, kSpan = 6 };
 
 // The section window as a user finds and uses it. Sliders are numbered from the top, from 0.
 class SectionWindow {
@@ -28,6 +28,8 @@ class SectionWindow {
 
   // A place of the window, in pixels from its top left corner, on the screen.
   QRect OnScreen(const QRect& place) const;
+  // A control's place in screen pixels.
+  QRect Place(const QString& control) const;
 
   // What can be seen of the time line, on the screen.
   QRect TimeLine() const;

@@ -26,7 +26,7 @@ int Filled(const QImage& picture) {
 bool MainWindow::Await() {
   window_ = screen_.Await(QStringLiteral("Kelvane"));
   if (window_ == 0) return false;
-  return WaitFor([this] { return Shows(NameOf(kLoadVideo), QStringLiteral("Load Video")); });
+  return WaitFor([this] { return ShowsAsDrawn(NameOf(kLoadVideo)); });
 }
 
 // Not by a caption: letters may be drawn otherwise there.
@@ -47,7 +47,7 @@ QRect MainWindow::Menus() const {
 
 QRect MainWindow::Place(const QString& control) const {
   const QRect area = Area();
-  return PlaceIn(area.size(), control).translated(area.topLeft());
+  return PlaceIn(QStringLiteral("Form1"), area.size(), control).translated(area.topLeft());
 }
 
 QString MainWindow::NameOf(Command command) { return QStringLiteral("Label14(%1)").arg(command); }
@@ -84,6 +84,10 @@ bool MainWindow::Shows(const QString& control, const QString& caption, QRgb back
   const bool centred = control.startsWith(QLatin1String("Label14("));
   return ShowsCaption(screen_.Picture(place), caption, background,
                       centred ? Justify::kCentre : Justify::kLeft);
+}
+
+bool MainWindow::ShowsAsDrawn(const QString& control, QRgb background) const {
+  return Shows(control, CaptionIn(QStringLiteral("Form1"), control), background);
 }
 
 bool MainWindow::AwaitCaption(const QString& control, const QString& caption) const {
@@ -178,17 +182,19 @@ bool JobWindow::Await() {
   window_ = screen_.Await(QStringLiteral("Saving Video"));
   if (window_ == 0) return false;
   return WaitFor([this] {
-    const QImage heading = screen_.Picture(Place({16, 16, 65, 17}));
+    const QImage heading = screen_.Picture(Place("Label1(0)"));
     return ShowsCaption(heading, QStringLiteral("Saving As"), kDark, Justify::kLeft);
   });
 }
 
-QRect JobWindow::Place(const QRect& place) const {
-  return place.translated(screen_.Place(window_).topLeft());
+QRect JobWindow::Place(const char* control) const {
+  const QRect area = screen_.Place(window_);
+  return PlaceIn(QStringLiteral("Form2"), area.size(), QLatin1String(control))
+      .translated(area.topLeft());
 }
 
 bool JobWindow::ShowsStatus(const QString& status) const {
-  const QRect place = Place({24, 80, 249, 17});
+  const QRect place = Place("Label1(2)");
   return ShowsCaption(screen_.Picture(place), status, kDark, Justify::kLeft);
 }
 
@@ -202,13 +208,13 @@ bool JobWindow::AwaitSuccess(std::chrono::milliseconds patience) const {
 }
 
 bool JobWindow::ShowsOutput(const QString& output) const {
-  const QRect place = Place({16, 40, 321, 17});
+  const QRect place = Place("Label1(1)");
   return ShowsCaption(screen_.Picture(place), output, kDark, Justify::kLeft);
 }
 
-int JobWindow::Progress() const { return Filled(screen_.Picture(Place({24, 101, 409, 9}))); }
+int JobWindow::Progress() const { return Filled(screen_.Picture(Place("pbar"))); }
 
-QPoint JobWindow::CancelButton() const { return Place({344, 22, 97, 17}).center(); }
+QPoint JobWindow::CancelButton() const { return Place("Label2").center(); }
 
 void JobWindow::Cancel(PointerButton button) { screen_.Click(CancelButton(), button); }
 

@@ -45,7 +45,9 @@ class MainWindow {
 
   // True if the label shows this caption at this moment, pixel for pixel.
   bool Shows(const QString& control, const QString& caption, QRgb background = kDark) const;
-  // Waits for that.
+  // The same of the caption with which it is drawn.
+  bool ShowsAsDrawn(const QString& control, QRgb background = kDark) const;
+  // Waits until the label shows this caption.
   bool AwaitCaption(const QString& control, const QString& caption) const;
   // Waits for the times of a player that plays nothing, which come a moment after the window: the
   // last that it shows by itself.
@@ -103,7 +105,7 @@ class JobWindow {
   void Cancel(PointerButton button = kLeftButton);
 
  private:
-  QRect Place(const QRect& place) const;
+  QRect Place(const char* control) const;
 
   Screen& screen_;
   WindowId window_ = 0;
