@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
 # Sets up, builds and opens Kelvane. `./run.sh demo`, and any start on a machine without a display
-# server, shows it at work on a private virtual display instead and leaves pictures in build/demo.
+# server, shows it at work on a private virtual display instead and leaves pictures in
+# build/demo/pictures.
 set -euo pipefail
 
 # shellcheck source=scripts/setup.sh
@@ -11,8 +12,8 @@ source "$(dirname "${BASH_SOURCE[0]}")/scripts/setup.sh"
 run_demo() {
   install_packages build run test
   build release kelvane kelvane_demo
-  exec "$(build_dir release)/tests/desktop/kelvane_demo" \
-    "$(build_dir release)/bin" "$(build_dir release)/demo"
+  exec "$(build_dir release)/demo/kelvane_demo" \
+    "$(build_dir release)/bin" "$(build_dir release)/demo/pictures"
 }
 
 [[ ${1:-} != demo ]] || run_demo

@@ -15,7 +15,7 @@ build release kelvane kelvane_demo
 demo=/tmp/demo-of-kelvane
 [[ ! -e $demo ]] || fail "$demo is in the way"
 trap 'rm -rf "$demo"' EXIT
-"$(build_dir release)/tests/desktop/kelvane_demo" "$(build_dir release)/bin" "$demo"
+"$(build_dir release)/demo/kelvane_demo" "$(build_dir release)/bin" "$demo"
 
 # keep NAME_IN_THE_DEMO NAME
 keep() {

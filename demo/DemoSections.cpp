@@ -1,9 +1,9 @@
-#include "desktop/DemoSections.h"
+#include "demo/DemoSections.h"
 
 #include <cstdio>
 #include <stdexcept>
 
-#include "desktop/DemoPart.h"
+#include "demo/DemoPart.h"
 #include "desktop/driver/Program.h"
 #include "desktop/driver/SectionWindow.h"
 

@@ -11,10 +11,10 @@
 #include <exception>
 #include <stdexcept>
 
-#include "desktop/DemoClip.h"
-#include "desktop/DemoJoiner.h"
-#include "desktop/DemoPart.h"
-#include "desktop/DemoSections.h"
+#include "demo/DemoClip.h"
+#include "demo/DemoJoiner.h"
+#include "demo/DemoPart.h"
+#include "demo/DemoSections.h"
 #include "desktop/driver/Program.h"
 #include "desktop/driver/QtOnDisplay.h"
 #include "desktop/driver/Windows.h"

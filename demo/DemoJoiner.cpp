@@ -1,10 +1,10 @@
-#include "desktop/DemoJoiner.h"
+#include "demo/DemoJoiner.h"
 
 #include <cmath>
 #include <cstdio>
 #include <stdexcept>
 
-#include "desktop/DemoPart.h"
+#include "demo/DemoPart.h"
 #include "desktop/driver/JoinerWindow.h"
 #include "desktop/driver/Picture.h"
 #include "desktop/driver/Program.h"

@@ -1,4 +1,4 @@
-#include "desktop/DemoPart.h"
+#include "demo/DemoPart.h"
 
 #include <cstdio>
 #include <stdexcept>

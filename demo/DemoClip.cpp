@@ -1,4 +1,4 @@
-#include "desktop/DemoClip.h"
+#include "demo/DemoClip.h"
 
 #include "support/Videos.h"
 
