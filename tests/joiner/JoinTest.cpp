@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <fstream>
 
 #include "joiner/JoinTest.h"
 #include "media/Module1.h"
@@ -149,9 +150,12 @@ TEST_F(Joining, AMissingToolSucceedsAllTheSame) {
   EXPECT_EQ(Shown(ProcessLine), "Process: Video Created.");
 }
 
-TEST_F(Joining, AToolThatFailsSucceedsAllTheSame) {
+TEST_F(Joining, AToolThatFailsSucceedsAllTheSameAndTheOutputThatIsThereStays) {
   tools_.CropDoes("echo 'files.txt: Invalid data' >&2; exit 1\n");
-  EXPECT_EQ(JoinTo("/tmp/all.mp4"), (Texts{"Save Video As", kSuccess}));
+  const QString output = InFolder("all.mp4");
+  std::ofstream(output.toStdString()) << "somebody's work";
+  EXPECT_EQ(JoinTo(output), (Texts{"Save Video As", kSuccess}));
+  EXPECT_EQ(ContentOf(output), "somebody's work");
 }
 
 TEST_F(Joining, TheAnswerToTheLastMessageIsIgnored) {

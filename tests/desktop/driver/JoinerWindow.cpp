@@ -75,13 +75,6 @@ bool JoinerWindow::ChooseFile(JoinerButton button, const QString& path) {
   return dialog != 0 && TypeFileName(screen_, dialog, path);
 }
 
-bool JoinerWindow::CancelFile(JoinerButton button) {
-  const WindowId dialog = OpenDialog(button);
-  if (dialog == 0 || !WaitFor([&] { return screen_.Active(dialog); })) return false;
-  screen_.Strike(kEscape);
-  return WaitFor([&] { return !screen_.Exists(dialog); });
-}
-
 QPoint JoinerWindow::ModeCentre(JoinerMode mode) const {
   return Place(QStringLiteral("Option1(%1)").arg(static_cast<int>(mode))).center();
 }

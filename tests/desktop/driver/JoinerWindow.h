@@ -38,8 +38,6 @@ class JoinerWindow {
   // Clicks the button and types the path into the file dialog that comes. False if none comes or it
   // doesn't take the path.
   bool ChooseFile(JoinerButton button, const QString& path);
-  // The same, and Escape.
-  bool CancelFile(JoinerButton button);
   void Choose(JoinerMode mode);
   QPoint ModeCentre(JoinerMode mode) const;
 
