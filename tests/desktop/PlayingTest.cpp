@@ -265,19 +265,6 @@ TEST_F(Ending, IsCleanWhileTheVideoIsBeingOpened) {
   EXPECT_EQ(program.Printed(), "");
 }
 
-TEST_F(Ending, IsCleanWhileAPausedVideoIsDraggedOver) {
-  ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kVideo, 30));
-  window.Click(kRunVideo);
-  ASSERT_TRUE(AwaitMoving(kVideo));
-  window.Click(kPauseVideo);
-  screen.MovePointer(window.OnCanvas({2, 180}));
-  screen.Press(kLeftButton);
-  screen.MovePointer(window.OnCanvas({50, 180}));
-  CloseAndExpectEnd();
-  screen.Release(kLeftButton);
-  EXPECT_EQ(program.Printed(), "");
-}
-
 TEST_F(Ending, IsCleanWhileTheVideoPlaysBesideAJob) {
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kVideo, 30));
   program.ReplaceTool("ffmpeg", program.TalkingGate("end"));

@@ -1,6 +1,7 @@
 // One road through the section window with a real pointer: time line, sliders, and the choice of a
 // video.
-#include "desktop/SectionsTest.h"
+#include "desktop/DesktopTest.h"
+#include "desktop/driver/SectionWindow.h"
 
 namespace kelvane::desktop {
 namespace {
@@ -9,8 +10,28 @@ constexpr QRgb kStart = SectionWindow::kStartNeedle;
 constexpr QRgb kEnd = SectionWindow::kEndNeedle;
 constexpr QRgb kWhite = 0xffffffff;
 
-class Sections : public SectionsTest {
+// The program of the section window, opened.
+class Sections : public DesktopTest {
  protected:
+  Sections() : DesktopTest(QStringLiteral("kelvane-sections")) {}
+
+  void SetUp() override {
+    for (const char* tool : {"ffmpeg", "ffprobe", "ffplay"}) {
+      program.ReplaceTool(QLatin1String(tool), QStringLiteral("exit 1"));
+    }
+    program.Start();
+    ASSERT_TRUE(sections.Await()) << "the section window doesn't come";
+  }
+  // The window starts no tool, whatever the user does.
+  void TearDown() override {
+    for (const char* tool : {"ffmpeg", "ffprobe", "ffplay"}) {
+      EXPECT_TRUE(program.RunsOf(QLatin1String(tool)).isEmpty()) << tool;
+    }
+    DesktopTest::TearDown();
+  }
+
+  SectionWindow sections{screen};
+
   bool AwaitNeedle(QRgb needle, int left) const {
     return WaitFor([&] { return sections.OnTimeLine(needle) == QRect(left, 20, 5, 15); }, 5s);
   }
@@ -93,7 +114,8 @@ TEST_F(Sections, TakeTheFileThatIsTypedIntoTheDialog) {
   EXPECT_EQ(screen.Title(dialog).toStdString(), "Extract Section From Video");
   ASSERT_TRUE(TypeFileName(screen, dialog, video));
   EXPECT_TRUE(WaitFor([&] { return sections.ShowsFile(video); }, 5s));
-  CloseSectionsAndExpectEnd();
+  screen.Close(sections.Id());
+  EXPECT_EQ(program.AwaitExit(), 0);
 }
 
 }  // namespace
