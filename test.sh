@@ -2,8 +2,8 @@
 # Sets up, builds and runs the tests. Without an argument: all of them.
 #   ./test.sh quick     those that need neither a display server nor a minute
 #   ./test.sh asan      all of them, with AddressSanitizer and UndefinedBehaviorSanitizer
-#   ./test.sh tsan      those of the player and of the console runner, which have threads, with
-#                       ThreadSanitizer
+#   ./test.sh tsan      those of the player and of the console runner, which have threads, and of runs
+#                       inside each other, with ThreadSanitizer
 #   ./test.sh coverage  all of them, and tells which lines and branches of src/ they run
 #   ./test.sh sharpness the quick ones against small faults, drawn at random (--help says more)
 set -euo pipefail
@@ -19,14 +19,21 @@ case "$#:${1:-}" in
   1:asan | 1:coverage) preset=$1 ;;
   1:tsan)
     install_packages build run test
-    build tsan media_tests player_tests
-    export TSAN_OPTIONS=suppressions=$KELVANE_ROOT/tests/platform/races.supp:history_size=7
+    build tsan media_tests player_tests workspace_tests
+    races=$KELVANE_ROOT/tests/platform/races.supp
+    export TSAN_OPTIONS=suppressions=$races:history_size=7
     failed=()
     say "running the console runner's tests"
     "$(build_dir tsan)/tests/media/media_tests" || failed+=(media_tests)
     say "running the player's tests"
     "$(build_dir tsan)/tests/platform/player_tests" \
       --gtest_filter=-APlayer.RepaintsNoControlThatLiesBesideOrOverIt || failed+=(player_tests)
+    say "running the main window's tests of runs inside each other"
+    # Qt paints with threads of its own.
+    (cat "$races" && echo called_from_lib:libQt6Gui.so) >"$(build_dir tsan)/windows.supp"
+    TSAN_OPTIONS=suppressions=$(build_dir tsan)/windows.supp:history_size=7 \
+      "$(build_dir tsan)/tests/workspace/workspace_tests" --gtest_filter='Nesting.*:Served.*' ||
+      failed+=(workspace_tests)
     ((${#failed[@]} == 0)) || fail "failed: ${failed[*]}"
     exit
     ;;

@@ -28,7 +28,9 @@ bool AllocationHasFailed() {
 
 }  // namespace kelvane::testing
 
-// The replacements of the language's own.
+// The replacements of the language's own. ThreadSanitizer goes without them, since it has to see which
+// library an allocation is made by.
+#ifndef __SANITIZE_THREAD__
 
 void* operator new(std::size_t size) {
   if (ordered && size >= leastSize && size <= mostSize) {
@@ -53,3 +55,5 @@ void operator delete(void* memory) noexcept { std::free(memory); }
 void operator delete[](void* memory) noexcept { std::free(memory); }
 void operator delete(void* memory, std::size_t /*size*/) noexcept { std::free(memory); }
 void operator delete[](void* memory, std::size_t /*size*/) noexcept { std::free(memory); }
+
+#endif
