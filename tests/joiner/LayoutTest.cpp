@@ -19,37 +19,6 @@ TEST(JoinerLayout, IsAsTheWindowTextSays) {
 
 class JoinerStart : public JoinerWindowTest {};
 
-TEST_F(JoinerStart, TheStripTemplateIsAHiddenPixelWithItsDrawnHeight) {
-  EXPECT_EQ(Strip(0).Left(), 1);
-  EXPECT_EQ(Strip(0).Top(), 1);
-  EXPECT_EQ(Strip(0).Width(), 1);
-  EXPECT_EQ(Strip(0).Height(), 25);
-  EXPECT_FALSE(Strip(0).Visible());
-}
-
-TEST_F(JoinerStart, TheRuleTemplateSpansTheChartAsItWasDrawnBecauseItComesFirst) {
-  const auto& rule = Get<Line>("Line1", 0);
-  EXPECT_EQ(rule.X1(), 0);
-  EXPECT_EQ(rule.X2(), 761);
-  EXPECT_EQ(rule.Y1(), 27);
-  EXPECT_EQ(rule.Y2(), 27);
-  EXPECT_FALSE(rule.Visible());
-}
-
-TEST_F(JoinerStart, NoHoverFrameIsOnShow) {
-  EXPECT_FALSE(Get<Shape>("Shape1").Visible());
-  EXPECT_FALSE(Get<Shape>("Shape3").Visible());
-}
-
-TEST_F(JoinerStart, TheChartsScrollBarHasItsStepsAndNoTabStop) {
-  const auto* bar = Get<HScrollBar>("HScroll1").findChild<QScrollBar*>();
-  EXPECT_EQ(bar->pageStep(), 100);
-  EXPECT_EQ(bar->singleStep(), 2);
-  EXPECT_EQ(bar->minimum(), 0);
-  EXPECT_EQ(bar->maximum(), 32767);
-  EXPECT_EQ(bar->focusPolicy() & Qt::TabFocus, 0);
-}
-
 TEST(JoinersChartScrollBar, BeginsAtNoughtAndIsNoTabStopWhateverItWasBefore) {
   Form4 form;
   auto& bar = form.Find<HScrollBar>(QStringLiteral("HScroll1"));
@@ -88,17 +57,6 @@ TEST_F(JoinerStart, TheHeaderIsFlatAndTheListOfPathsScrollsOver900Pixels) {
   EXPECT_EQ(Paths().HorizontalExtent(), 900);
   form_->Load();
   EXPECT_FALSE(Table().HeaderButtons()) << "a second load does nothing";
-}
-
-TEST_F(JoinerStart, TheLockIsOpenTheTotalsAreNoughtAndTheListsEmpty) {
-  EXPECT_EQ(PathsListed(), Texts{});
-  EXPECT_EQ(Rows(), Texts{});
-  EXPECT_EQ(Strips(), Texts{});
-  EXPECT_EQ(Shown(TotalSections), "Total Sections: 00");
-  EXPECT_EQ(Shown(TotalDurationSeconds), "00,000");
-  EXPECT_EQ(Shown(TotalRuntime), "00:00:00");
-  EXPECT_EQ(Shown(ProcessLine), "Process: Compiling Video List");
-  EXPECT_EQ(Shown(VideoDetails), "Video Details:");
 }
 
 TEST(JoinerStartAlone, TakesOverTheIconThatItIsGivenAtTheLoad) {

@@ -110,13 +110,6 @@ INSTANTIATE_TEST_SUITE_P(
         Dragged{"BeyondMidnight", 100, 86408, "00:01:42", "00:00:10", "00:01:32"}),
     [](const auto& test) { return test.param.name; });
 
-TEST_F(Needles, ReadTheirMiddleWhichLiesTwoPixelsIn) {
-  DragTo(NeedleBox(StartNeedle), 0);
-  EXPECT_EQ(Time(SectionStart), "00:00:02");
-  DragTo(NeedleBox(StartNeedle), -2);
-  EXPECT_EQ(Time(SectionStart), "00:00:00");
-}
-
 TEST_F(Needles, TheSpanIsCountedFromTheTextOfAReadOutThatIsStillAtNought) {
   DragTo(NeedleBox(EndNeedle), 358);
   EXPECT_EQ(Time(SectionStart), "00:00:00") << "though the needle stands at 8";
@@ -195,18 +188,6 @@ TEST_F(Needles, StayAsTheyAreWithTheirReadOutsWhenTheTimeLineScrolls) {
   EXPECT_EQ(Time(SectionStart), "00:01:40");
   DragTo(NeedleBox(StartNeedle), 99);
   EXPECT_EQ(Time(SectionStart), "00:01:41");
-}
-
-TEST(NeedlesOfASecondWindow, BeginAtTheirDesignPlaces) {
-  for (int round = 0; round < 2; ++round) {
-    Form3 form;
-    form.Load();
-    EXPECT_EQ(form.Find<PictureBox>("Picture4(0)").Left(), 8);
-    EXPECT_EQ(form.Find<Label>("Label8(1)").Caption().toStdString(), "00:00:00");
-    form.Find<PictureBox>("Picture4(0)").setLeft(77);
-    form.Find<Label>("Label8(1)").setCaption(QStringLiteral("00:00:01"));
-    form.Unload();
-  }
 }
 
 }  // namespace

@@ -81,29 +81,6 @@ TEST_F(NoAction, NothingFollowsFromAnythingThatHasNoAction) {
   }
 }
 
-TEST_F(NoAction, TheButtonsThatAreNoneAreAmongThem) {
-  const std::vector<std::string> names = ControlsWithoutAction();
-  for (const char* name :
-       {"Label12(0)", "Label12(2)", "Label12(3)", "Label12(4)", "Label14(0)", "Label14(1)",
-        "Label10(0)", "Label10(1)", "Label10(2)", "Label10(3)", "Text1",      "Text5",
-        "wmp",        "pbar(0)",    "pbar(1)",    "pbar(2)",    "HScroll1",   "Label9(0)",
-        "Label11(0)", "Label13",    "Label15(0)"}) {
-    EXPECT_EQ(std::count(names.begin(), names.end(), name), 1) << name;
-  }
-}
-
-TEST_F(NoAction, TheyLookTheSameUnderTheMouse) {
-  for (const char* name : {"Label12(0)", "Label12(2)", "Label12(3)", "Label12(4)", "Label14(0)",
-                           "Label14(1)", "Label10(0)", "Label10(3)"}) {
-    auto& label = Get<Label>(name);
-    const QImage before = Picture(label);
-    MovePointerOver(label);
-    Press(label);
-    EXPECT_EQ(Picture(label), before) << name;
-    Release(label);
-  }
-}
-
 TEST_F(NoAction, NobodyHearsOfTheirEvents) {
   for (const std::string& name : ControlsWithoutAction()) {
     const auto& control = Get<Control>(name.c_str());

@@ -34,78 +34,9 @@ TEST(StartUpWithAnIcon, TheProgramsOwnIsTakenWhereNoneIsGiven) {
   form.Unload();
 }
 
-TEST_F(StartUp, TheOutlineOfTheTracksIsHidden) { EXPECT_FALSE(Get<Shape>("Shape1").Visible()); }
-
-TEST_F(StartUp, TheScrollBarPagesBy50AndHasTheLargestRange) {
-  auto& bar = Get<HScrollBar>("HScroll1");
-  EXPECT_EQ(bar.findChild<QScrollBar*>()->pageStep(), 50);
-  EXPECT_EQ(bar.Max(), 32767);
-}
-
 TEST_F(StartUp, ThePlayerHasNoFile) {
   EXPECT_EQ(Get<WindowsMediaPlayer>("wmp").URL().toStdString(), "");
   EXPECT_EQ(Get<WindowsMediaPlayer>("wmp").currentMediaDuration(), std::nullopt);
-}
-
-TEST_F(StartUp, TheHiddenThumbIsFittedIntoItsBar) {
-  EXPECT_EQ(Get<PictureBox>("Picture6").Top(), 2);
-  EXPECT_EQ(Get<PictureBox>("Picture6").Height(), 25 - 6);
-  EXPECT_FALSE(Get<PictureBox>("Picture6").Visible());
-}
-
-TEST_F(StartUp, TheNeedlesStandAtTheirDesignPlaces) {
-  for (const Needle needle : {StartNeedle, EndNeedle}) {
-    EXPECT_EQ(NeedleBox(needle).Top(), 20);
-    EXPECT_EQ(NeedleBox(needle).Height(), 15);
-    EXPECT_EQ(NeedleBox(needle).Width(), 5);
-  }
-  EXPECT_EQ(NeedleBox(StartNeedle).Left(), 8);
-  EXPECT_EQ(NeedleBox(EndNeedle).Left(), 136);
-}
-
-TEST_F(StartUp, AllReadOutsOfTheSectionAreAtNought) {
-  for (const SectionReadOut readOut : {SectionStart, SectionEnd, SectionSpan}) {
-    EXPECT_EQ(Time(readOut), "00:00:00");
-  }
-}
-
-TEST_F(StartUp, TheThumbsHaveTheirOutlinesRoundThem) {
-  for (int slider = StepSize; slider <= UnSharpLY; ++slider) {
-    const auto& outline = Get<Shape>("Shape2", slider);
-    EXPECT_EQ(outline.Left(), 719);
-    EXPECT_EQ(outline.Top(), -1);
-    EXPECT_EQ(outline.Width(), 137);
-    EXPECT_EQ(outline.Height(), 377);
-  }
-}
-
-TEST_F(StartUp, ThumbsAndReadOutsDisagree) {
-  const std::vector<std::string> values = {"04", "03", "05", "010", "025", "06", "06"};
-  for (int slider = StepSize; slider <= UnSharpLY; ++slider) {
-    EXPECT_EQ(Thumb(slider).Left(), 720);
-    EXPECT_EQ(Value(slider), values.at(static_cast<std::size_t>(slider)));
-  }
-}
-
-TEST_F(StartUp, TheTimeLineIsAsLongAsTheCaptionSaysAndAtTheStart) {
-  EXPECT_EQ(Strip().Width(), 1825);
-  EXPECT_EQ(Strip().Left(), 0);
-  EXPECT_EQ(Strip().Top(), 0);
-  EXPECT_EQ(Get<TextBox>("Text3").Text().toStdString(), "1825");
-  EXPECT_EQ(Frame().Width(), 881);
-}
-
-TEST_F(StartUp, TheLinesOfTheTimeLineRunBelowItsMiddle) {
-  const auto& whole = Get<Line>("Line7");
-  EXPECT_EQ(whole.X1(), 0);
-  EXPECT_EQ(whole.X2(), 1825);
-  EXPECT_EQ(whole.Y1(), 30.5);
-  EXPECT_EQ(whole.Y2(), 30.5);
-  const auto& span = Get<Line>("Line8");
-  EXPECT_EQ(span.X1(), 8);
-  EXPECT_EQ(span.X2(), 136);
-  EXPECT_EQ(span.Y1(), 30.5);
-  EXPECT_EQ(span.Y2(), 30.5);
 }
 
 // The bar's two colours, and what the bar fills of them.
@@ -234,12 +165,6 @@ class WindowFrame : public SectionWindowTest {
     return {line.X1(), line.Y1(), line.X2(), line.Y2()};
   }
 };
-
-TEST_F(WindowFrame, HasThreeSidesFromTheStart) {
-  EXPECT_EQ(Of("Line4"), (Ends{2, 4, 2, 793}));
-  EXPECT_EQ(Of("Line5"), (Ends{2, 793, 970, 793}));
-  EXPECT_EQ(Of("Line6"), (Ends{970, 4, 970, 793}));
-}
 
 TEST_F(WindowFrame, FollowsTheWindowAndNothingElseMoves) {
   std::vector<std::pair<Control*, QRect>> others;

@@ -137,47 +137,6 @@ TEST_F(TimeLine, ShowsItsLastRowInTheFrame) {
             strip.copy(lastRow));
 }
 
-TEST_F(TimeLine, HasItsTicksAt64AndAThirdPixelsAndAtEighthsOfThat) {
-  const QImage strip = StripOf(*form_);
-  const std::vector<int> major = Columns(strip, 3, kLabel);
-  EXPECT_EQ(std::vector<int>(major.begin(), major.begin() + 4),
-            (std::vector<int>{0, 64, 129, 193}));
-  EXPECT_EQ(major.back(), 1801);
-  const std::vector<int> minor = Columns(strip, 0, kOlive);
-  EXPECT_EQ(std::vector<int>(minor.begin(), minor.begin() + 14),
-            (std::vector<int>{0, 8, 16, 24, 32, 40, 48, 56, 64, 72, 80, 88, 96, 105}));
-  EXPECT_EQ(minor.back(), 1817);
-}
-
-TEST_F(TimeLine, HasItsBaseLineFromEdgeToEdge) {
-  EXPECT_EQ(Columns(StripOf(*form_), 26, kBase).size(), 1825U);
-}
-
-// Shades come in with the letters alone.
-TEST_F(TimeLine, HasFourColoursOutsideTheRowOfTheLabels) {
-  const QImage strip = StripOf(*form_);
-  std::set<QRgb> colours;
-  for (int y = 0; y < kHeight; ++y) {
-    if (y >= 7 && y < 22) continue;
-    for (int x = 0; x < kLength; ++x) colours.insert(strip.pixel(x, y));
-  }
-  EXPECT_EQ(colours, (std::set<QRgb>{kBack, kBase, kLabel, kOlive}));
-}
-
-TEST_F(TimeLine, BeginsWithNoughtAtItsLeftEdge) {
-  QImage expected(60, 41, QImage::Format_RGB32);
-  expected.fill(QColor(kBack));
-  QPainter painter(&expected);
-  QFont font(QStringLiteral("Arial"));
-  font.setPixelSize(11);
-  painter.setFont(font);
-  painter.setPen(QColor(kLabel));
-  painter.drawText(QRect(0, 7, 60, 20), Qt::AlignLeft | Qt::AlignTop, QStringLiteral("00:00:00"));
-  painter.end();
-  const QRect row(0, 7, 60, 15);
-  EXPECT_EQ(StripOf(*form_).copy(row), expected.copy(row));
-}
-
 TEST_F(TimeLine, IsNotDrawnAnewByScrollingResizingOrAChangedPreset) {
   const QImage before = StripOf(*form_);
   Get<TextBox>("Text4").setText(QStringLiteral("300"));
@@ -237,41 +196,6 @@ TEST(ATimeLineThatWasDrawnOn, IsClearedFirst) {
   form.Load();
   ExpectSamePicture(StripOf(form), ExpectedTimeLine(kLength, 4825).picture());
   form.Unload();
-}
-
-// The picture in words, for those of the presets above that say most.
-TEST(ATimeLineOfNought, ShowsOneLabelAndOneTick) {
-  Form3 form;
-  form.Find<TextBox>("Text4").setText(QStringLiteral("0"));
-  form.Load();
-  const QImage strip = StripOf(form);
-  for (int y = 0; y < kHeight; ++y) {
-    for (int x = 60; x < kLength; ++x) {
-      ASSERT_EQ(strip.pixel(x, y), y == 26 ? kBase : kBack) << x << ", " << y;
-    }
-  }
-  EXPECT_EQ(strip.pixel(0, 0), kOlive);
-  EXPECT_EQ(strip.pixel(0, 5), kLabel);
-  EXPECT_EQ(strip.pixel(0, 40), kOlive);
-  form.Unload();
-}
-
-TEST(ATimeLineBelowSixHundred, HasNoMinorTickBehindItsLastPass) {
-  Form3 form;
-  form.Find<TextBox>("Text4").setText(QStringLiteral("500"));
-  form.Load();
-  const QImage strip = StripOf(form);
-  // 1825 passes of 500 / 600 pixels.
-  EXPECT_EQ(strip.pixel(1521, 39), kOlive);
-  int behind = 0;
-  for (int x = 1522; x < kLength; ++x) behind += strip.pixel(x, 0) == kOlive ? 1 : 0;
-  EXPECT_EQ(behind, 0);
-  form.Unload();
-}
-
-TEST(ATimeLineOfADay, BeginsAnewAtMidnight) {
-  EXPECT_EQ(FormatTimeText(86400), QStringLiteral("00:00:00"));
-  EXPECT_EQ(FormatTimeText(90000), QStringLiteral("01:00:00"));
 }
 
 }  // namespace

@@ -10,6 +10,7 @@
 #include <QMenuBar>
 #include <QMetaEnum>
 #include <QScrollBar>
+#include <QSlider>
 #include <QStringList>
 #include <utility>
 
@@ -87,6 +88,8 @@ QString Look(const Control& control) {
     words << Color(shape->BorderColor());
     if (shape->BorderWidth() != 1) words << "of" << QString::number(shape->BorderWidth());
     if (shape->FillColor()) words << "filled" << Color(*shape->FillColor());
+  } else if (const auto* slider = control.findChild<QSlider*>()) {
+    words << u"%1..%2 at %3"_s.arg(slider->minimum()).arg(slider->maximum()).arg(slider->value());
   } else if (const auto* field = qobject_cast<const TextBox*>(&control)) {
     words << Quoted(field->Text());
   }
@@ -107,6 +110,7 @@ class Description {
     WriteMenus();
     WriteControls(ContentArea(), 0);
     form_.Load();
+    AddWhatTheLoadChanges();
     form_.Show();
     for (Timer* timer : form_.findChildren<Timer*>()) timer->setEnabled(false);
     for (const QSize& area : areas) {
@@ -155,13 +159,38 @@ class Description {
       const auto* control = qobject_cast<const Control*>(*child);
       if (control == nullptr) continue;
       rows_.emplace_back(control->objectName(), lines_.size());
-      lines_ << QString(2 * level, ' '_L1) + u"%1 %2 %3 %4"_s
-                                                 .arg(control->objectName(),
-                                                      control->metaObject()->className() + 9,
-                                                      Place(*control), Look(*control))
-                                                 .trimmed();
+      lines_ << QString(2 * level, ' '_L1) + RowOf(*control);
       WriteControls(*control, level + 1);
     }
+  }
+
+  // Behind "=>", where a timer, or what a control shows, isn't as drawn any more; and the place of
+  // what is hidden, which AddPlaces doesn't tell.
+  void AddWhatTheLoadChanges() {
+    qsizetype line = 1;
+    for (const Timer* timer : form_.findChildren<Timer*>()) {
+      if (lines_[line].endsWith("off"_L1) == timer->Enabled()) {
+        lines_[line] += timer->Enabled() ? " => on"_L1 : " => off"_L1;
+      }
+      ++line;
+    }
+    for (const auto& [name, row] : rows_) {
+      const auto& control = form_.Find<Control>(name);
+      const bool hidden = !control.isVisibleTo(&ContentArea());
+      const QString before = lines_[row].trimmed();
+      const QString now = RowOf(control);
+      const QString place = hidden ? Place(control) + ' '_L1 : QString();
+      if (hidden ? before != now : !before.endsWith(Look(control))) {
+        lines_[row] += (u" => "_s + place + Look(control)).trimmed().prepend(' '_L1);
+      }
+    }
+  }
+
+  static QString RowOf(const Control& control) {
+    return u"%1 %2 %3 %4"_s
+        .arg(control.objectName(), control.metaObject()->className() + 9, Place(control),
+             Look(control))
+        .trimmed();
   }
 
   void AddPlaces() {

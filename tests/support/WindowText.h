@@ -16,9 +16,10 @@ namespace kelvane::testing {
 // if there are none, it is the size that the load leaves. The timers are off afterwards.
 //
 // A line describes a control, under its container and from front to back: name, class, place in the
-// container's unit, look, and, after each '|', what its containers show of it at one of the sizes,
-// in pixels from the content area's corner, or '-' if it is hidden. What isn't said is the class's
-// default. What a screen reader is told follows, at the last of the sizes.
+// container's unit, look; after "=>" what of that the load has changed; and, after each '|', what
+// its containers show of it at one of the sizes, in pixels from the content area's corner, or '-' if
+// it is hidden. What isn't said is the class's default. What a screen reader is told follows, at the
+// last of the sizes.
 std::string DescribeWindow(Form& form, const std::vector<QSize>& areas = {});
 
 // Fails the test with a diff unless the description is the text in tests/windows/<name of the

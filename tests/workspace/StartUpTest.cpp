@@ -22,12 +22,6 @@ TEST_F(StartUp, TheWindowIs11265TwipsHighAndAsWideAsDrawn) {
   EXPECT_EQ(form_->size(), QSize(1289, 751));
 }
 
-TEST_F(StartUp, TheLayoutRuleHasRun) {
-  EXPECT_EQ(Get<Control>("Shape6").Left(), 2);
-  EXPECT_EQ(Get<Control>("Shape6").Width(), 1289 - 4);
-  EXPECT_EQ(Get<Control>("Picture1(0)").Width(), 1289 - 40);
-}
-
 TEST(StartUpBeforeTheScreen, TheLayoutRuleRunsAtTheLoadAndNotOnlyAtTheShow) {
   ForgetSharedValues();
   Form1 form;
@@ -66,57 +60,6 @@ TEST(StartUpBeforeTheScreen, TheTimersAreTurnedOffAndTheBalanceIsPutInTheMiddle)
   form.Unload();
 }
 
-TEST_F(StartUp, TheCanvasIsHiddenAndOfItsDesignSize) {
-  EXPECT_FALSE(Canvas().Visible());
-  EXPECT_EQ(Canvas().Width(), 417);
-  EXPECT_EQ(Canvas().Height(), 249);
-}
-
-TEST_F(StartUp, TheBarsAreFiveThickAtTheEdgesOfTheCanvas) {
-  struct Place {
-    MarkerBar bar;
-    float left, top, width, height;
-  };
-  for (const auto& [bar, left, top, width, height] :
-       std::vector<Place>{{LeftBar, 0, 0, 5, 249},
-                          {TopBar, 0, 0, 417, 5},
-                          {RightBar, 417 - 5, 0, 5, 249},
-                          {BaseBar, 0, 249 - 5, 417, 5}}) {
-    EXPECT_EQ(Bar(bar).Left(), left) << bar;
-    EXPECT_EQ(Bar(bar).Top(), top) << bar;
-    EXPECT_EQ(Bar(bar).Width(), width) << bar;
-    EXPECT_EQ(Bar(bar).Height(), height) << bar;
-  }
-}
-
-TEST_F(StartUp, TimersOneAndTwoAreOffAndTheThirdIsOn) {
-  EXPECT_FALSE(Get<Timer>("Timer1").Enabled());
-  EXPECT_FALSE(Get<Timer>("Timer2").Enabled());
-  EXPECT_TRUE(Get<Timer>("Timer3").Enabled());
-}
-
-TEST_F(StartUp, TheSlidersStandAtThirtyAndNought) {
-  EXPECT_EQ(Get<Slider>("Slider2").Value(), 30);
-  EXPECT_EQ(Get<Slider>("Slider3").Value(), 0);
-  const auto* volume = Get<Control>("Slider2").findChild<QSlider*>();
-  const auto* balance = Get<Control>("Slider3").findChild<QSlider*>();
-  EXPECT_EQ(volume->minimum(), 0);
-  EXPECT_EQ(volume->maximum(), 100);
-  EXPECT_EQ(balance->minimum(), -100);
-  EXPECT_EQ(balance->maximum(), 100);
-}
-
-TEST_F(StartUp, TheBalanceHasItsCaption) {
-  EXPECT_EQ(Get<Label>("Label9").Caption().toStdString(), "Audio Balance 100% Left : 100% Right");
-}
-
-TEST_F(StartUp, ThePlayersPlaceIsTheCornerOfItsHolder) {
-  EXPECT_EQ(Get<Control>("wmp").Left(), 0);
-  EXPECT_EQ(Get<Control>("wmp").Top(), 0);
-  EXPECT_EQ(Get<Control>("wmp").Width(), 201);
-  EXPECT_EQ(Get<Control>("wmp").Height(), 201);
-}
-
 TEST_F(StartUp, TheProgressBarIsGreyOnSlate) {
   auto& pbar = Get<ProgressBar>("pbar");
   EXPECT_EQ(pbar.Min(), 0);
@@ -129,16 +72,6 @@ TEST_F(StartUp, TheProgressBarIsGreyOnSlate) {
   EXPECT_EQ(Hex(picture.pixel(picture.width() - 4, middle)), "0x3d464c");
 }
 
-TEST_F(StartUp, TheReadOutsSayNoughtAndNoVideoIsOnShow) {
-  for (const ReadOut number : {SourceWidth, SourceHeight, RegionLeft, RegionTop, RegionWidth,
-                               RegionHeight, RegionBase, RegionRight}) {
-    EXPECT_EQ(Number(number), "0,000") << number;
-  }
-  EXPECT_EQ(Path().Text().toStdString(), "");
-  EXPECT_EQ(Store().toStdString(), "");
-  EXPECT_TRUE(tools_.Runs().empty());
-}
-
 TEST_F(StartUp, TheTextBoxesCanBeReadAndNotWrittenAndHaveNoBorder) {
   for (const char* name : {"Text1(0)", "Text1(1)"}) {
     const auto* line = Get<Control>(name).findChild<QLineEdit*>();
@@ -147,14 +80,6 @@ TEST_F(StartUp, TheTextBoxesCanBeReadAndNotWrittenAndHaveNoBorder) {
     EXPECT_FALSE(line->hasFrame()) << name;
     EXPECT_EQ(Hex(line->palette().color(QPalette::Base).rgb()), "0x232323") << name;
     EXPECT_EQ(Hex(line->palette().color(QPalette::Text).rgb()), "0xc0c0c0") << name;
-  }
-}
-
-TEST_F(StartUp, HiddenControlsAreNotOnTheScreen) {
-  for (const char* name : {"Slider2", "Slider3", "Picture3", "Text2", "Command1(0)", "Command1(1)",
-                           "Command1(2)", "Command1(3)", "Command1(4)", "Command1(5)",
-                           "Command1(6)", "Label7", "Label8", "Label9", "Picture1(2)", "wmp"}) {
-    EXPECT_FALSE(Get<Control>(name).isVisible()) << name;
   }
 }
 
