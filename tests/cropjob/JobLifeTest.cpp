@@ -125,7 +125,7 @@ TEST_F(JobLife, CancelBeforeTheSecondTickStopsTheTimer) {
 
 TEST_F(JobLife, CancelDuringAJobLeavesTheToolToItsEndAndTheMainWindowFed) {
   const QString output = tools_.Path() + QLatin1String("/whole");
-  const Gate gate(tools_);
+  const Gate gate(tools_.PathOf("gate"));
   LoadJob("00:00:10");
   Texts titles;
   mainWindow_.TitleSet = [&] { titles.push_back(Title()); };
@@ -137,7 +137,7 @@ TEST_F(JobLife, CancelDuringAJobLeavesTheToolToItsEndAndTheMainWindowFed) {
     EXPECT_FALSE(QFile::exists(output));
     gate.Open();
   });
-  Run(PrintBlocks({"time=00:00:02.00"}) + gate.Wait() +
+  Run(PrintBlocks({"time=00:00:02.00"}) + Wait(gate) +
       PrintBlocks({"time=00:00:05.00", "time=00:00:07.00"}) +
       QStringLiteral("echo whole > '%1'\n").arg(output));
   EXPECT_TRUE(QFile::exists(output));
@@ -148,7 +148,7 @@ TEST_F(JobLife, CancelDuringAJobLeavesTheToolToItsEndAndTheMainWindowFed) {
 }
 
 TEST_F(JobLife, ClosingDuringAJobIsLikeCancel) {
-  const Gate gate(tools_);
+  const Gate gate(tools_.PathOf("gate"));
   LoadJob("00:00:10");
   AtNextDoEvents([&] {
     Job().close();
@@ -156,14 +156,14 @@ TEST_F(JobLife, ClosingDuringAJobIsLikeCancel) {
     EXPECT_TRUE(JobIsThere()) << "dropped while its handler runs";
     gate.Open();
   });
-  Run(Print(QStringLiteral("one\n")) + gate.Wait() + Print(QStringLiteral("time=00:00:05.00\n")));
+  Run(Print(QStringLiteral("one\n")) + Wait(gate) + Print(QStringLiteral("time=00:00:05.00\n")));
   EXPECT_EQ(MainBar().Value(), 5);
   PumpOnce();
   EXPECT_FALSE(JobIsThere());
 }
 
 TEST_F(JobLife, TwoJobsMayRunAtTheSameTimeTheOneInsideTheOther) {
-  const Gate gate(tools_);
+  const Gate gate(tools_.PathOf("gate"));
   LoadJob("00:00:10");
   const QPointer<Form2> first = shown_;
   AtNextDoEvents([&] {
@@ -176,7 +176,7 @@ TEST_F(JobLife, TwoJobsMayRunAtTheSameTimeTheOneInsideTheOther) {
     EXPECT_EQ(Bar().Value(), 15);
     gate.Open();
   });
-  tools_.CropDoes(Print(QStringLiteral("one\n")) + gate.Wait() +
+  tools_.CropDoes(Print(QStringLiteral("one\n")) + Wait(gate) +
                   Print(QStringLiteral("time=00:00:09.00\n")));
   Timer& timer = JobTimer();
   Tick(timer);

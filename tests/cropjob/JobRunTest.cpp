@@ -28,7 +28,7 @@ TEST_F(JobRun, StartsAtTheSecondTick) {
 TEST_F(JobRun, StartsByItselfTwoSecondsAfterTheLoad) {
   ASSERT_TRUE(WaitForTicks(JobTimer(), 1));
   EXPECT_TRUE(tools_.Runs().empty());
-  ASSERT_TRUE(PumpUntil([this] { return !JobTimer().Enabled(); }));
+  ASSERT_TRUE(WaitFor([this] { return !JobTimer().Enabled(); }));
   EXPECT_EQ(tools_.Runs(), Texts{kRun});
   EXPECT_EQ(Status(), kSuccessful);
 }
@@ -143,13 +143,13 @@ TEST_F(JobRun, TicksDuringItOnlyCountOn) {
 }
 
 TEST_F(JobRun, TicksByTheClockComeWhileItLasts) {
-  const Gate gate(tools_);
-  tools_.CropDoes(Print(QStringLiteral("one\n")) + gate.Wait());
+  const Gate gate(tools_.PathOf("gate"));
+  tools_.CropDoes(Print(QStringLiteral("one\n")) + Wait(gate));
   int ticks = 0;
   Before(JobTimer().Tick, [&ticks] { ++ticks; });
   Tick(JobTimer());
   AtNextDoEvents([&] {
-    EXPECT_TRUE(PumpUntil([&] { return ticks == 3; }));
+    EXPECT_TRUE(WaitFor([&] { return ticks == 3; }));
     gate.Open();
   });
   Tick(JobTimer());

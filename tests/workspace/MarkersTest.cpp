@@ -302,7 +302,7 @@ TEST_F(Markers, AReleaseWithinThatSecondDoesNotPutItOff) {
   Timer& recovery = Get<Timer>("Timer1");
   QElapsedTimer sinceTheFirst;
   sinceTheFirst.start();
-  ASSERT_TRUE(HoldsFor(600, [&] { return recovery.Enabled(); }));
+  ASSERT_TRUE(HoldsFor([&] { return recovery.Enabled(); }, 600ms));
   Drag(TopBar, 0, 3);
   ASSERT_TRUE(WaitForTicks(recovery, 1));
   EXPECT_LT(sinceTheFirst.elapsed(), 1500);
