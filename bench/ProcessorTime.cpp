@@ -4,6 +4,7 @@
 
 #include <QFile>
 #include <QProcess>
+#include <thread>
 
 #include "Pairs.h"
 #include "desktop/driver/Program.h"

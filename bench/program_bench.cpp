@@ -170,18 +170,15 @@ class StartBench {
 
   // The moment at which a window of some size was put on the screen; 0 if none is.
   double AwaitWindow() {
-    double moment = 0;
-    WaitFor(
-        [&] {
-          while (xcb_generic_event_t* event = xcb_poll_for_event(connection_)) {
-            if (IsWindow(*event)) moment = Now();
-            free(event);
-            if (moment > 0) return true;
-          }
-          return false;
-        },
-        kPatience, 100us);
-    return moment;
+    pollfd display{.fd = xcb_get_file_descriptor(connection_), .events = POLLIN, .revents = 0};
+    for (;;) {
+      while (xcb_generic_event_t* event = xcb_poll_for_event(connection_)) {
+        const double moment = IsWindow(*event) ? Now() : 0;
+        free(event);
+        if (moment > 0) return moment;
+      }
+      if (poll(&display, 1, static_cast<int>(kPatience.count())) != 1) return 0;
+    }
   }
 
   bool IsWindow(const xcb_generic_event_t& event) {

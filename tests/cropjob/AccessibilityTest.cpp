@@ -20,7 +20,7 @@ TEST_F(JobWindowReading, ClosesTheWindowByThePressOfCancel) {
   FindHeard(Job(), "Button \"Cancel\"")
       ->actionInterface()
       ->doAction(QAccessibleActionInterface::pressAction());
-  EXPECT_TRUE(PumpUntil([this] { return !JobIsThere(); }));
+  EXPECT_TRUE(WaitFor([this] { return !JobIsThere(); }));
 }
 
 }  // namespace

@@ -28,9 +28,9 @@ std::string Progress(const char* figure) {
 
 struct BlocksAndUpdates {
   const char* name;
-  const char* duration;
   Texts blocks;
   std::vector<std::pair<const char*, float>> updates;  // figure, value
+  const char* duration = "00:00:10";
 };
 
 void PrintTo(const BlocksAndUpdates& row, std::ostream* out) { *out << row.name; }
@@ -53,88 +53,63 @@ TEST_P(JobUpdates, ComeFromTheTimeInEachBlock) {
   EXPECT_EQ(Status(), kSuccessful);
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    Job, JobUpdates,
-    ::testing::Values(
-        BlocksAndUpdates{"TheFigureTrailsTheBarByOne",
-                         "00:00:10",
-                         {"size=    1024kB time=00:00:01.00 bitrate= 838.9kbits/s speed=2.0x",
-                          "size=    2048kB time=00:00:05.99 bitrate= 838.9kbits/s speed=2.0x",
-                          "size=    4096kB time=00:00:10.00 bitrate= 838.9kbits/s speed=2.0x"},
-                         {{"00.00", 1}, {"10.00", 5}, {"50.00", 10}}},
-        BlocksAndUpdates{"FiguresHaveTwoDecimals",
-                         "00:00:07",
-                         {"time=00:00:01", "time=00:00:02", "time=00:00:07", "time=00:00:07"},
-                         {{"00.00", 1}, {"14.29", 2}, {"28.57", 7}, {"100.00", 7}}},
-        BlocksAndUpdates{"AHalfOfAHundredthIsRoundedUp",
-                         "01:06:40",
-                         {"time=00:00:07", "time=00:00:08"},
-                         {{"00.00", 7}, {"00.18", 8}}},
-        BlocksAndUpdates{"HoursAndMinutesCount",
-                         "02:00:00",
-                         {"time=01:00:00.00", "time=01:30:00.00"},
-                         {{"00.00", 3600}, {"50.00", 5400}}},
-        BlocksAndUpdates{"TheWordInAnyCase",
-                         "00:00:10",
-                         {"TIME=00:00:02", "Time=00:00:04", "tImE=00:00:06"},
-                         {{"00.00", 2}, {"20.00", 4}, {"40.00", 6}}},
-        BlocksAndUpdates{"TheBarGoesBackWithTheTime",
-                         "00:00:10",
-                         {"time=00:00:08", "time=00:00:03"},
-                         {{"00.00", 8}, {"80.00", 3}}},
-        BlocksAndUpdates{"BlocksWithoutTheWordPassThrough",
-                         "00:00:10",
-                         {"ffmpeg version 5", "size=    1024kB bitrate= 838.9kbits/s speed=2.0x"},
-                         {}},
-        BlocksAndUpdates{"OfTwoTimesInABlockTheFirstCounts",
-                         "00:00:10",
-                         {"time=00:00:02.00 time=00:00:09.00"},
-                         {{"00.00", 2}}},
-        BlocksAndUpdates{
-            "ACreationTimeIsNoTimeAndHidesOneBehindIt",
-            "00:00:10",
-            {"time=00:00:04.00", "creation_time   : 2020-01-01T00:00:00.0Z time=00:00:08.00"},
-            {{"00.00", 4}, {"40.00", 4}}},
-        BlocksAndUpdates{"NotAvailableIsNoTime",
-                         "00:00:10",
-                         {"time=00:00:04.00", "size=N/A time=N/A bitrate=N/A"},
-                         {{"00.00", 4}, {"40.00", 4}}},
-        BlocksAndUpdates{"ATimeBeyondTheRangeLeavesTheBar",
-                         "00:00:10",
-                         {"time=00:00:04.00", "time=00:00:11.00", "time=00:00:10.00"},
-                         {{"00.00", 4}, {"40.00", 4}, {"40.00", 10}}},
-        BlocksAndUpdates{
-            "WithoutADurationASecondIsAHundredth",
-            "",
-            {"time=00:00:01.00", "time=00:01:39.00", "time=00:01:40.00", "time=00:01:41.00",
-             "time=00:02:00.00"},
-            {{"00.00", 1}, {"01.00", 99}, {"99.00", 100}, {"100.00", 100}, {"100.00", 100}}},
-        BlocksAndUpdates{"ANegativeTimeIsNoTime",
-                         "00:00:10",
-                         {"time=-00:00:00.02", "time=00:00:02.00"},
-                         {{"00.00", 0}, {"00.00", 2}}},
-        BlocksAndUpdates{"TheBlockEndsBehindTheWord",
-                         "00:00:10",
-                         {std::string(252, '.') + "time", "=00:00:04.00"},
-                         {}},
-        BlocksAndUpdates{"TheBlockEndsBehindTheEqualsSign",
-                         "00:00:10",
-                         {std::string(251, '.') + "time=", "00:00:04.00"},
-                         {}},
-        BlocksAndUpdates{"TheBlockEndsInTheWord",
-                         "00:00:10",
-                         {std::string(254, '.') + "ti", "me=00:00:04.00"},
-                         {}},
-        BlocksAndUpdates{"TheBlockEndsBehindTheFirstDigit",
-                         "00:00:10",
-                         {std::string(250, '.') + "time=0", "0:00:04.00"},
-                         {{"00.00", 0}}},
-        BlocksAndUpdates{
-            "TheBlockEndsBeforeTheLastDigitAndTheNextPutsItRight",
-            "00:01:00",
-            {"time=00:00:35.00", std::string(244, '.') + "time=00:00:3", "6.00 time=00:00:37.00"},
-            {{"00.00", 35}, {"58.33", 3}, {"05.00", 37}}}),
-    [](const auto& row) { return std::string(row.param.name); });
+const BlocksAndUpdates kCases[] = {
+    {"TheFigureTrailsTheBarByOne",
+     {"size=    1024kB time=00:00:01.00 bitrate= 838.9kbits/s speed=2.0x",
+      "size=    2048kB time=00:00:05.99 bitrate= 838.9kbits/s speed=2.0x",
+      "size=    4096kB time=00:00:10.00 bitrate= 838.9kbits/s speed=2.0x"},
+     {{"00.00", 1}, {"10.00", 5}, {"50.00", 10}}},
+    {"FiguresHaveTwoDecimals",
+     {"time=00:00:01", "time=00:00:02", "time=00:00:07", "time=00:00:07"},
+     {{"00.00", 1}, {"14.29", 2}, {"28.57", 7}, {"100.00", 7}},
+     "00:00:07"},
+    {"AHalfOfAHundredthIsRoundedUp",
+     {"time=00:00:07", "time=00:00:08"},
+     {{"00.00", 7}, {"00.18", 8}},
+     "01:06:40"},
+    {"HoursAndMinutesCount",
+     {"time=01:00:00.00", "time=01:30:00.00"},
+     {{"00.00", 3600}, {"50.00", 5400}},
+     "02:00:00"},
+    {"TheWordInAnyCase",
+     {"TIME=00:00:02", "Time=00:00:04", "tImE=00:00:06"},
+     {{"00.00", 2}, {"20.00", 4}, {"40.00", 6}}},
+    {"TheBarGoesBackWithTheTime", {"time=00:00:08", "time=00:00:03"}, {{"00.00", 8}, {"80.00", 3}}},
+    {"BlocksWithoutTheWordPassThrough",
+     {"ffmpeg version 5", "size=    1024kB bitrate= 838.9kbits/s speed=2.0x"},
+     {}},
+    {"OfTwoTimesInABlockTheFirstCounts", {"time=00:00:02.00 time=00:00:09.00"}, {{"00.00", 2}}},
+    {"ACreationTimeIsNoTimeAndHidesOneBehindIt",
+     {"time=00:00:04.00", "creation_time   : 2020-01-01T00:00:00.0Z time=00:00:08.00"},
+     {{"00.00", 4}, {"40.00", 4}}},
+    {"NotAvailableIsNoTime",
+     {"time=00:00:04.00", "size=N/A time=N/A bitrate=N/A"},
+     {{"00.00", 4}, {"40.00", 4}}},
+    {"ATimeBeyondTheRangeLeavesTheBar",
+     {"time=00:00:04.00", "time=00:00:11.00", "time=00:00:10.00"},
+     {{"00.00", 4}, {"40.00", 4}, {"40.00", 10}}},
+    {"WithoutADurationASecondIsAHundredth",
+     {"time=00:00:01.00", "time=00:01:39.00", "time=00:01:40.00", "time=00:01:41.00",
+      "time=00:02:00.00"},
+     {{"00.00", 1}, {"01.00", 99}, {"99.00", 100}, {"100.00", 100}, {"100.00", 100}},
+     ""},
+    {"ANegativeTimeIsNoTime",
+     {"time=-00:00:00.02", "time=00:00:02.00"},
+     {{"00.00", 0}, {"00.00", 2}}},
+    {"TheBlockEndsBehindTheWord", {std::string(252, '.') + "time", "=00:00:04.00"}, {}},
+    {"TheBlockEndsBehindTheEqualsSign", {std::string(251, '.') + "time=", "00:00:04.00"}, {}},
+    {"TheBlockEndsInTheWord", {std::string(254, '.') + "ti", "me=00:00:04.00"}, {}},
+    {"TheBlockEndsBehindTheFirstDigit",
+     {std::string(250, '.') + "time=0", "0:00:04.00"},
+     {{"00.00", 0}}},
+    {"TheBlockEndsBeforeTheLastDigitAndTheNextPutsItRight",
+     {"time=00:00:35.00", std::string(244, '.') + "time=00:00:3", "6.00 time=00:00:37.00"},
+     {{"00.00", 35}, {"58.33", 3}, {"05.00", 37}},
+     "00:01:00"},
+};
+
+INSTANTIATE_TEST_SUITE_P(Job, JobUpdates, ::testing::ValuesIn(kCases),
+                         [](const auto& row) { return std::string(row.param.name); });
 
 class JobProgress : public JobWindowTest {};
 
@@ -194,11 +169,13 @@ TEST_F(JobProgress, TheMainWindowsTitleTellsTheFigureOnlyWhileItIsMinimised) {
   EXPECT_EQ(titles, (Texts{"Kelvane", "Crop: 10.00%", "Crop: 20.00%", "Kelvane"}));
 }
 
-TEST_F(JobProgress, AMinimisedMainWindowKeepsItsLastTitleAfterTheJob) {
+TEST_F(JobProgress, ItsLastTitleAndTheBarsLastValuesStayAfterTheJob) {
   LoadJob("00:00:10");
   MainWindowMinimised = true;
   Run(PrintBlocks({"time=00:00:05.00", "time=00:00:06.00"}));
   EXPECT_EQ(Title(), "Crop: 50.00%");
+  EXPECT_EQ(Bar().Value(), 6);
+  EXPECT_EQ(MainBar().Value(), 6);
   EXPECT_EQ(Status(), kSuccessful);
 }
 
@@ -208,13 +185,6 @@ TEST_F(JobProgress, ATitleOfItsOwnStaysWhereNothingIsUpdated) {
   MainWindowMinimised = true;
   Run(PrintBlocks({"no word in here"}));
   EXPECT_EQ(Title(), "as before");
-}
-
-TEST_F(JobProgress, TheBarsKeepTheirLastValueAfterTheJob) {
-  LoadJob("00:00:10");
-  Run(PrintBlocks({"time=00:00:06.00"}));
-  EXPECT_EQ(Bar().Value(), 6);
-  EXPECT_EQ(MainBar().Value(), 6);
 }
 
 TEST_F(JobProgress, AnErrorWhileABlockIsTakenIsSkippedAndTheToolRunsToItsEnd) {

@@ -36,11 +36,15 @@ class MainWindowStandIn : public Form, public MainWindow {
     setCaption(title);
     if (TitleSet) TitleSet();
   }
-  QString ShownVideo() const override { return video; }
+  QString ShownVideo() const override {
+    if (VideoAsked) VideoAsked();
+    return video;
+  }
   QIcon Icon() const override { return icon_; }
 
   QString video;
   std::function<void()> TitleSet;
+  std::function<void()> VideoAsked;
 
  private:
   QIcon icon_;

@@ -12,7 +12,7 @@ class Crop : public DesktopTest {
  protected:
   // The tool prints the time of a frame, and goes on printing until the gate of this name is
   // opened.
-  QString PrintTime(const QString& time, const QString& gate) const {
+  QString PrintTime(const QString& time, const QString& gate) {
     return QStringLiteral("printf 'size=    1kB time=%1.00 bitrate= 8.0kbits/s speed=2x\\r' >&2\n")
                .arg(time) +
            program.TalkingGate(gate);

@@ -147,7 +147,7 @@ TEST_F(DenseScreen, ShowsTheJoinerPixelForPixel) {
   ExpectTheSameEverywhere([this](Density density) { return JoinerPicture(density); });
 }
 
-class VideoOnDenseScreen : public Dense, public testing::WithParamInterface<Density> {};
+class VideoOnDenseScreen : public Dense, public ::testing::WithParamInterface<Density> {};
 
 TEST_P(VideoOnDenseScreen, HasEachOfItsPixelsOnOneOfTheScreen) {
   constexpr QSize kClip(320, 180);
@@ -162,7 +162,7 @@ TEST_P(VideoOnDenseScreen, HasEachOfItsPixelsOnOneOfTheScreen) {
   EXPECT_TRUE(WaitFor([&] { return ShowsChequers(window.Inside(kClip)); }, 5s));
 }
 
-INSTANTIATE_TEST_SUITE_P(Densities, VideoOnDenseScreen, testing::ValuesIn(kDensities),
+INSTANTIATE_TEST_SUITE_P(Densities, VideoOnDenseScreen, ::testing::ValuesIn(kDensities),
                          [](const auto& tested) { return NameOf(tested.param); });
 
 class DenseDialogs : public Dense {

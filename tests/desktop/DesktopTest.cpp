@@ -10,7 +10,7 @@ namespace kelvane::desktop {
 namespace {
 
 // Made when the first test starts, so that listing the tests needs no display.
-class DisplayEnvironment : public testing::Environment {
+class DisplayEnvironment : public ::testing::Environment {
  public:
   void SetUp() override {
     const std::string folder = home_.path().toStdString();
@@ -58,7 +58,7 @@ void DesktopTest::TearDown() {
                printed.contains(QLatin1String("runtime error")))
       << printed.toStdString();
   if (!HasFailure()) return;
-  const testing::TestInfo* test = testing::UnitTest::GetInstance()->current_test_info();
+  const ::testing::TestInfo* test = ::testing::UnitTest::GetInstance()->current_test_info();
   QDir().mkpath(QStringLiteral(KELVANE_FAILURES_FOLDER));
   // The names of a table's tests have the separator of paths in them.
   const QString name = QStringLiteral("%1.%2").arg(test->test_suite_name(), test->name());
@@ -170,8 +170,8 @@ void DesktopTest::WriteFile(const QString& path, const QByteArray& content) cons
 }  // namespace kelvane::desktop
 
 int main(int argc, char** argv) {
-  testing::InitGoogleTest(&argc, argv);
+  ::testing::InitGoogleTest(&argc, argv);
   kelvane::desktop::environment = new kelvane::desktop::DisplayEnvironment;
-  testing::AddGlobalTestEnvironment(kelvane::desktop::environment);
+  ::testing::AddGlobalTestEnvironment(kelvane::desktop::environment);
   return RUN_ALL_TESTS();
 }

@@ -20,7 +20,7 @@ QString TheDisplay();
 
 // A program of its own for each test, not yet started. At the end the program must be sound: what
 // is left of it is ended, and a sanitizer's report fails the test. A failed test leaves a picture.
-class DesktopTest : public testing::Test {
+class DesktopTest : public ::testing::Test {
  protected:
   explicit DesktopTest(const QString& programName = QStringLiteral("kelvane"));
   // On another display than the shared one.

@@ -38,7 +38,7 @@ void PrintTo(const Shortage& shortage, std::ostream* stream) { *stream << shorta
 // The program's private folder can be made in the place, and nothing in that folder.
 constexpr Shortage kFilled{"FullOnceTheFolderStands", Attempt::kFillFolder, ENOSPC,
                            "No space left on device"};
-const auto kShortages = testing::Values(
+const auto kShortages = ::testing::Values(
     Shortage{"Missing", Attempt::kUseTemporary, ENOENT, "No such file or directory"},
     Shortage{"Full", Attempt::kUseTemporary, ENOSPC, "No space left on device"},
     Shortage{"ReadOnly", Attempt::kUseTemporary, EROFS, "Read-only file system"}, kFilled);
@@ -76,7 +76,7 @@ class APrivateFolder : public FaultsOfPlaces {
   Faults faults{program};
 };
 
-class ATemporaryPlace : public APrivateFolder, public testing::WithParamInterface<Shortage> {};
+class ATemporaryPlace : public APrivateFolder, public ::testing::WithParamInterface<Shortage> {};
 
 INSTANTIATE_TEST_SUITE_P(FaultsOfPlaces, ATemporaryPlace, kShortages, kNameOfShortage);
 
@@ -120,7 +120,7 @@ class JoinersPrivateFolder : public JoinerTest {
 };
 
 class JoinersTemporaryPlace : public JoinersPrivateFolder,
-                              public testing::WithParamInterface<Shortage> {};
+                              public ::testing::WithParamInterface<Shortage> {};
 
 INSTANTIATE_TEST_SUITE_P(FaultsOfPlaces, JoinersTemporaryPlace, kShortages, kNameOfShortage);
 
@@ -231,14 +231,15 @@ TEST_F(JoinersProgramFolder, ThatCannotBeWrittenToLeavesTheEarlierListAndJoinsBy
 }
 
 // Where the private place fails as well, on the way to it or in it.
-class JoinersTwoPlaces : public JoinersProgramFolder, public testing::WithParamInterface<Attempt> {
+class JoinersTwoPlaces : public JoinersProgramFolder,
+                         public ::testing::WithParamInterface<Attempt> {
  protected:
   JoinersTwoPlaces() : faults(program) {}
   Faults faults;
 };
 
 INSTANTIATE_TEST_SUITE_P(FaultsOfPlaces, JoinersTwoPlaces,
-                         testing::Values(Attempt::kUseTemporary, Attempt::kFillFolder),
+                         ::testing::Values(Attempt::kUseTemporary, Attempt::kFillFolder),
                          [](const auto& place) {
                            return place.param == Attempt::kUseTemporary ? "WithoutAFolder"
                                                                         : "WithAFolderThatIsFull";

@@ -201,11 +201,11 @@ struct Jump {
 
 void PrintTo(const Jump& jump, std::ostream* stream) { *stream << jump.name; }
 
-const auto kJumps = testing::Values(Jump{"Ahead", 365 * kDay}, Jump{"Back", -kDay});
+const auto kJumps = ::testing::Values(Jump{"Ahead", 365 * kDay}, Jump{"Back", -kDay});
 constexpr auto kNameOfJump = [](const auto& jump) { return jump.param.name; };
 
 // The program itself times what it does by another clock, and only its libraries read this one.
-class AClockThatJumps : public Playing, public testing::WithParamInterface<Jump> {
+class AClockThatJumps : public Playing, public ::testing::WithParamInterface<Jump> {
  protected:
   // The times that are shown of a video go on.
   void ExpectPositionMoves() {
@@ -250,7 +250,7 @@ TEST_P(AClockThatJumps, HoldsUpNoJob) {
   CloseAndExpectEnd();
 }
 
-class AJoinersClockThatJumps : public JoinerTest, public testing::WithParamInterface<Jump> {
+class AJoinersClockThatJumps : public JoinerTest, public ::testing::WithParamInterface<Jump> {
  protected:
   AJoinersClockThatJumps() : faults(program) {}
   Faults faults;

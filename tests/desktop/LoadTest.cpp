@@ -42,7 +42,7 @@ TEST_F(Load, TakesNamesWithBlanksAndLettersOfAnyKind) {
 }
 
 // Locales whose encoding isn't UTF-8. Names of files are bytes all the same.
-class OtherEncoding : public DesktopTest, public testing::WithParamInterface<const char*> {};
+class OtherEncoding : public DesktopTest, public ::testing::WithParamInterface<const char*> {};
 
 TEST_P(OtherEncoding, LoadsNamesWithLettersBeyondAsciiAndIsNotMentioned) {
   const QString locales = program.PathOf("locales");
@@ -65,7 +65,7 @@ TEST_P(OtherEncoding, LoadsNamesWithLettersBeyondAsciiAndIsNotMentioned) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Locales, OtherEncoding,
-                         testing::Values("C", "POSIX", "de_DE.ISO-8859-1", "xx_XX"));
+                         ::testing::Values("C", "POSIX", "de_DE.ISO-8859-1", "xx_XX"));
 
 }  // namespace
 }  // namespace kelvane::desktop

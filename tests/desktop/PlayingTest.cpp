@@ -21,12 +21,7 @@ double Distance(const QImage& one, const QImage& other) {
   return static_cast<double>(sum) / (3.0 * one.width() * one.height());
 }
 
-bool IsNear(QRgb pixel, QRgb colour) {
-  constexpr int kRounding = 12;
-  return std::abs(qRed(pixel) - qRed(colour)) <= kRounding &&
-         std::abs(qGreen(pixel) - qGreen(colour)) <= kRounding &&
-         std::abs(qBlue(pixel) - qBlue(colour)) <= kRounding;
-}
+constexpr int kRounding = 12;  // of colours, by encodings and conversions
 
 TEST_F(Playing, ShowsTheVideoPixelForPixelBeneathTheBars) {
   // One picture without two equal neighbours, again and again.
@@ -47,9 +42,9 @@ TEST_F(Playing, ShowsTheVideoPixelForPixelBeneathTheBars) {
   const QImage shown = window.Inside(kVideo);
   // The tool and the player round colours each in its own way; a picture one pixel off, or one that
   // has been scaled, is much farther away.
-  constexpr double kRounding = 3;
+  constexpr double kRoundedOff = 3;
   constexpr double kOnePixelOff = 30;
-  EXPECT_LT(Distance(shown, expected.copy(inside)), kRounding);
+  EXPECT_LT(Distance(shown, expected.copy(inside)), kRoundedOff);
   for (const QPoint off : {QPoint(1, 0), QPoint(-1, 0), QPoint(0, 1), QPoint(0, -1)}) {
     EXPECT_GT(Distance(shown, expected.copy(inside.translated(off))), kOnePixelOff);
   }
@@ -62,7 +57,8 @@ TEST_F(Playing, ShowsEachSecondInItsTurn) {
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
   ASSERT_NO_FATAL_FAILURE(LoadAndRun(video, kVideo));
   for (const QRgb colour : kColours) {
-    EXPECT_TRUE(WaitFor([&] { return IsNear(window.Inside(kVideo).pixel(300, 100), colour); }, 5s))
+    EXPECT_TRUE(WaitFor(
+        [&] { return IsNear(window.Inside(kVideo).pixel(300, 100), colour, kRounding); }, 5s))
         << colour;
     const QImage inside = window.Inside(kVideo);
     EXPECT_TRUE(AllOf(inside, inside.rect(), inside.pixel(0, 0)));
@@ -156,7 +152,7 @@ TEST_F(Playing, GoesOnBeneathDraggedAndScrolledBars) {
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
   ASSERT_NO_FATAL_FAILURE(LoadAndRun(video, kVideo));
   const auto isRed = [&](QPoint place) {
-    return IsNear(screen.Pixel(window.OnCanvas(place)), 0xffff0000);
+    return IsNear(screen.Pixel(window.OnCanvas(place)), 0xffff0000, kRounding);
   };
   ASSERT_TRUE(WaitFor([&] { return isRed({300, 100}); }));
   screen.Drag(window.OnCanvas({2, 180}), {100, 0});
@@ -242,7 +238,7 @@ TEST_F(Playing, TakesASecondVideoOfAnotherSize) {
   window.Click(kRunVideo);
   EXPECT_TRUE(WaitFor([&] {
     const QImage inside = window.Inside(smaller);
-    return IsNear(inside.pixel(0, 0), 0xff0000ff) &&
+    return IsNear(inside.pixel(0, 0), 0xff0000ff, kRounding) &&
            AllOf(inside, inside.rect(), inside.pixel(0, 0));
   }));
   EXPECT_TRUE(window.AwaitBarsAround(smaller));

@@ -67,7 +67,7 @@ double Contrast(const QImage& picture) {
 constexpr double kLegible = 4.5;
 
 // The desktop's colours, as the program finds them in its user's home.
-class Themed : public testing::WithParamInterface<Theme> {
+class Themed : public ::testing::WithParamInterface<Theme> {
  protected:
   static void Dress(Program& program) {
     const auto entry = [](const char* key, QRgb color) {
@@ -100,7 +100,7 @@ class Themed : public testing::WithParamInterface<Theme> {
   }
 };
 
-std::string NameOf(const testing::TestParamInfo<Theme>& tested) { return tested.param.name; }
+std::string NameOf(const ::testing::TestParamInfo<Theme>& tested) { return tested.param.name; }
 
 // What has changed on the screen since, once it stays the same.
 QRect ChangedSince(const QImage& before) {
@@ -226,8 +226,8 @@ TEST_P(JoinerInColours, HasBoxesToRead) {
       5s));
 }
 
-INSTANTIATE_TEST_SUITE_P(Themes, MainInColours, testing::ValuesIn(kThemes), NameOf);
-INSTANTIATE_TEST_SUITE_P(Themes, JoinerInColours, testing::ValuesIn(kThemes), NameOf);
+INSTANTIATE_TEST_SUITE_P(Themes, MainInColours, ::testing::ValuesIn(kThemes), NameOf);
+INSTANTIATE_TEST_SUITE_P(Themes, JoinerInColours, ::testing::ValuesIn(kThemes), NameOf);
 
 }  // namespace
 }  // namespace kelvane::desktop

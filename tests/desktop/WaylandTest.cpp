@@ -20,7 +20,7 @@ struct Situation {
 
 void PrintTo(const Situation& situation, std::ostream* out) { *out << situation.name; }
 
-class OnACompositor : public DesktopTest, public testing::WithParamInterface<Situation> {
+class OnACompositor : public DesktopTest, public ::testing::WithParamInterface<Situation> {
  protected:
   explicit OnACompositor(const QString& programName) : DesktopTest(programName) {}
 
@@ -205,16 +205,16 @@ TEST_P(SectionsUnderACompositor, MovesNeedlesAndThumbsByPixelsOfTheScreen) {
       WaitFor([&] { return sections.ThumbOutline(kAccuracy) == thumb.translated(101, 0); }));
 }
 
-const auto kOnOneOutput = testing::Values(
+const auto kOnOneOutput = ::testing::Values(
     Situation{"Scale1", {{{1500, 900}, 1}}}, Situation{"Scale2", {{{1500, 900}, 2}}},
     Situation{"SmallerThanTheWindow", {{{1100, 600}, 1}}},
     Situation{"SmallerThanTheWindowAndDense", {{{1100, 700}, 2}}});
-const auto kAtAFraction = testing::Values(Situation{"ScaleOneAndAHalf", {{{1500, 900}, 1.5}}});
+const auto kAtAFraction = ::testing::Values(Situation{"ScaleOneAndAHalf", {{{1500, 900}, 1.5}}});
 const auto kOnOneOfTwo =
-    testing::Values(Situation{"TheDenseOneOfTwo", {{{500, 900}, 1}, {{1300, 800}, 2}}},
-                    Situation{"ThePlainOneOfTwo", {{{500, 900}, 2}, {{1300, 800}, 1}}});
+    ::testing::Values(Situation{"TheDenseOneOfTwo", {{{500, 900}, 1}, {{1300, 800}, 2}}},
+                      Situation{"ThePlainOneOfTwo", {{{500, 900}, 2}, {{1300, 800}, 1}}});
 
-std::string NameOf(const testing::TestParamInfo<Situation>& situation) {
+std::string NameOf(const ::testing::TestParamInfo<Situation>& situation) {
   return situation.param.name;
 }
 

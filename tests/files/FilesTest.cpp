@@ -51,13 +51,7 @@ class Files : public MainWindowTest, public ::testing::WithParamInterface<KnownF
     constexpr int kRounding = 12;
     for (int y = 0; y < stored.height(); ++y) {
       for (int x = 0; x < stored.width(); ++x) {
-        const QRgb a = shown.pixel(x, y);
-        const QRgb b = stored.pixel(x, y);
-        if (std::abs(qRed(a) - qRed(b)) > kRounding ||
-            std::abs(qGreen(a) - qGreen(b)) > kRounding ||
-            std::abs(qBlue(a) - qBlue(b)) > kRounding) {
-          return false;
-        }
+        if (!IsNear(shown.pixel(x, y), stored.pixel(x, y), kRounding)) return false;
       }
     }
     return true;
@@ -85,14 +79,14 @@ TEST_P(Files, Play) {
   if (GetParam().played == Played::kAsItIsStored) {
     const QImage stored = DecodedPicture();
     ASSERT_FALSE(stored.isNull());
-    EXPECT_TRUE(PumpUntil([&] {
+    EXPECT_TRUE(WaitFor([&] {
       const QImage shown = Picture(player);
       const QRect common = shown.rect() & stored.rect();
       return Alike(shown.copy(common), stored.copy(common));
     }));
     return;
   }
-  EXPECT_TRUE(PumpUntil([&] { return watch.Core().Position() > 0.1 || !watch.Core().Active(); }));
+  EXPECT_TRUE(WaitFor([&] { return watch.Core().Position() > 0.1 || !watch.Core().Active(); }));
   const QImage shown = Picture(player);
   EXPECT_EQ(CountOf(shown, kNothingPlayed), shown.width() * shown.height());
 }

@@ -32,7 +32,7 @@ struct Naming {
 
 void PrintTo(const Naming& naming, std::ostream* out) { *out << naming.file; }
 
-class Licence : public testing::TestWithParam<Naming> {};
+class Licence : public ::testing::TestWithParam<Naming> {};
 
 TEST_P(Licence, IsNamedAsTheProjectsOwn) {
   const QString text = TextOf(InSource(GetParam().file));
@@ -42,19 +42,20 @@ TEST_P(Licence, IsNamedAsTheProjectsOwn) {
 
 INSTANTIATE_TEST_SUITE_P(
     In, Licence,
-    testing::Values(Naming{"TheNotice", "LICENSE", "SPDX-License-Identifier: " KELVANE_LICENSE},
-                    Naming{"TheReadme", "README.md", "(`" KELVANE_LICENSE "`): [LICENSE](LICENSE)"},
-                    Naming{"TheMetadata", "packaging/desktop/org.kelvane.kelvane.metainfo.xml",
-                           "<project_license>" KELVANE_LICENSE "</project_license>"},
-                    Naming{"ThePackage", "packaging/debian/copyright",
-                           "\"GPL-3+\" is this format's name for " KELVANE_LICENSE},
-                    Naming{"ThePackagesFiles", "packaging/debian/copyright",
-                           "Files: * Copyright: 2026 The Kelvane developers License: GPL-3+"},
-                    Naming{"TheManual", "packaging/man/kelvane.1", "Licence " KELVANE_LICENSE ":"},
-                    Naming{"TheJoinersManual", "packaging/man/kelvane-joiner.1",
-                           "Licence " KELVANE_LICENSE ":"},
-                    Naming{"TheSectionWindowsManual", "packaging/man/kelvane-sections.1",
-                           "Licence " KELVANE_LICENSE ":"}),
+    ::testing::Values(
+        Naming{"TheNotice", "LICENSE", "SPDX-License-Identifier: " KELVANE_LICENSE},
+        Naming{"TheReadme", "README.md", "(`" KELVANE_LICENSE "`): [LICENSE](LICENSE)"},
+        Naming{"TheMetadata", "packaging/desktop/org.kelvane.kelvane.metainfo.xml",
+               "<project_license>" KELVANE_LICENSE "</project_license>"},
+        Naming{"ThePackage", "packaging/debian/copyright",
+               "\"GPL-3+\" is this format's name for " KELVANE_LICENSE},
+        Naming{"ThePackagesFiles", "packaging/debian/copyright",
+               "Files: * Copyright: 2026 The Kelvane developers License: GPL-3+"},
+        Naming{"TheManual", "packaging/man/kelvane.1", "Licence " KELVANE_LICENSE ":"},
+        Naming{"TheJoinersManual", "packaging/man/kelvane-joiner.1",
+               "Licence " KELVANE_LICENSE ":"},
+        Naming{"TheSectionWindowsManual", "packaging/man/kelvane-sections.1",
+               "Licence " KELVANE_LICENSE ":"}),
     [](const auto& test) { return test.param.name; });
 
 TEST(LicencesText, LiesWhereTheNoticesSay) {

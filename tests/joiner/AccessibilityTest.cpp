@@ -46,7 +46,7 @@ TEST_F(JoinerReading, OpensASectionsMenu) {
   AddSectionOf("first.mp4", "00:03:20.00");
   AddSectionOf("second.mp4", "00:01:00.00");
   Do(Strip(3), QAccessibleActionInterface::showMenuAction());
-  EXPECT_TRUE(PumpUntil([] { return QApplication::activePopupWidget() != nullptr; }));
+  EXPECT_TRUE(WaitFor([] { return QApplication::activePopupWidget() != nullptr; }));
   QApplication::activePopupWidget()->close();
   ChooseRemove();
   EXPECT_EQ(PathsListed().at(1), " Deleted Section ");
@@ -56,7 +56,7 @@ TEST_F(JoinerReading, AddsASectionByThePressOfItsCommand) {
   tools_.DurationProbeDoes(Print(DurationText("00:03:20.00")));
   const DialogAnswers answers({TypeFile(tools_.File("first.mp4"))});
   Do(Get<Label>("Label1", AddVideoSection), QAccessibleActionInterface::pressAction());
-  EXPECT_TRUE(PumpUntil([this] { return Paths().ListCount() == 1; }));
+  EXPECT_TRUE(WaitFor([this] { return Paths().ListCount() == 1; }));
 }
 
 }  // namespace

@@ -88,7 +88,7 @@ TEST_F(JoinerHover, AStripShowsItsDetailsAndItsFrameAndSelectsItsEntries) {
 TEST_F(JoinerHover, AStripGivesTheTableTheFocusAndTheChartTakesIt) {
   AddThree();
   form_->activateWindow();
-  ASSERT_TRUE(PumpUntil([&] { return form_->isActiveWindow(); }));
+  ASSERT_TRUE(WaitFor([&] { return form_->isActiveWindow(); }));
   MoveOverStrip(3);
   EXPECT_TRUE(Table().isAncestorOf(QApplication::focusWidget()));
   MoveOverChart();
@@ -110,7 +110,7 @@ TEST_F(JoinerHover, TheStepsOfAStripComeInTheirOrder) {
 TEST_F(JoinerHover, OfAStripMovesTheFocusBeforeItSaysWhatItIs) {
   AddThree();
   form_->activateWindow();
-  ASSERT_TRUE(PumpUntil([&] { return form_->isActiveWindow(); }));
+  ASSERT_TRUE(WaitFor([&] { return form_->isActiveWindow(); }));
   MoveOverChart();
   const float width = Get<Shape>("Shape8").Width();
   int told = 0;
@@ -126,7 +126,7 @@ TEST_F(JoinerHover, OfAStripMovesTheFocusBeforeItSaysWhatItIs) {
 TEST_F(JoinerHover, OfTheChartHidesTheFramesAndTakesTheFocusBeforeItClearsTheDetails) {
   AddThree();
   form_->activateWindow();
-  ASSERT_TRUE(PumpUntil([&] { return form_->isActiveWindow(); }));
+  ASSERT_TRUE(WaitFor([&] { return form_->isActiveWindow(); }));
   MovePointerOver(Get<Label>("Label1", JoinAllSections));
   MoveOverStrip(3);
   const float width = Get<Shape>("Shape8").Width();

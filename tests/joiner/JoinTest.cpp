@@ -283,8 +283,8 @@ TEST_F(Joining, RunsTheToolsOfAFolderWithABlankInItsNameUnderAShortName) {
 }
 
 TEST_F(Joining, ABlockThatCannotBeReadForLackOfMemoryDoesNotStopTheTool) {
-  const Gate gate(tools_);
-  tools_.CropDoes(Print(BlockEndingIn("Duration: 00:10:00.00, start ")) + gate.Wait() +
+  const Gate gate(tools_.PathOf("gate"));
+  tools_.CropDoes(Print(BlockEndingIn("Duration: 00:10:00.00, start ")) + Wait(gate) +
                   Print("Duration: 00:05:00.00, start\n"));
   Get<TextBox>("Text1").Change = [&](int) {
     if (Get<TextBox>("Text1").Text().size() != 256) return;

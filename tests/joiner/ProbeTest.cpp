@@ -109,34 +109,33 @@ TEST_F(Probe, TheFirstWordOfABlockCounts) {
 }
 
 TEST_F(Probe, TheScratchBoxHoldsTheLastBlockAlone) {
-  const Gate gate(tools_);
+  const Gate gate(tools_.PathOf("gate"));
   Texts blocks;
   Get<TextBox>("Text1").Change = [&](int) {
     blocks.push_back(Get<TextBox>("Text1").Text().toStdString());
     gate.Open();
   };
-  tools_.DurationProbeDoes(Print("one\n") + gate.Wait() + Print("two\n"));
+  tools_.DurationProbeDoes(Print("one\n") + Wait(gate) + Print("two\n"));
   Add(tools_.File("a.mp4"));
   EXPECT_EQ(blocks, (Texts{"one\n", "two\n", ""}));
 }
 
 // So much later that they are read one by one.
 TEST_F(Probe, AWordAndItsValueThatAreWrittenOneAfterTheOtherMakeOneSection) {
-  tools_.DurationProbeDoes(
-      "printf '  Duration: '; sleep 0.2; printf '00:00:40.00, start: 0\\n'\n");
+  tools_.DurationProbeDoes("printf '  Duration: '; sleep 0.2; printf '00:00:40.00, start: 0\\n'\n");
   Add(tools_.File("a.mp4"));
   EXPECT_EQ(Rows(), Texts{"1 | a.mp4 | 40"});
 }
 
 TEST_F(Probe, AStripIsPaintedWhileTheToolStillRuns) {
   const PaintsOf paints(QStringLiteral("Picture2(2)"));
-  const Gate gate(tools_);
+  const Gate gate(tools_.PathOf("gate"));
   int atTheSecondBlock = -1;
   Get<TextBox>("Text1").Change = [&](int) {
     if (Get<TextBox>("Text1").Text().startsWith("end")) atTheSecondBlock = paints.Count();
     gate.Open();
   };
-  tools_.DurationProbeDoes(Print(DurationText("00:10:00.00")) + gate.Wait() + Print("end\n"));
+  tools_.DurationProbeDoes(Print(DurationText("00:10:00.00")) + Wait(gate) + Print("end\n"));
   Add(tools_.File("a.mp4"));
   EXPECT_EQ(atTheSecondBlock, 1);
 }
@@ -218,7 +217,7 @@ TEST_F(Probe, TheReadOutsAreWrittenAtEveryBlock) {
 }
 
 TEST_F(Probe, TheWindowIsNotServedWhileTheToolRuns) {
-  const Gate gate(tools_);
+  const Gate gate(tools_.PathOf("gate"));
   bool served = false;
   bool servedInside = false;
   Get<TextBox>("Text1").Change = [&](int) {
@@ -229,7 +228,7 @@ TEST_F(Probe, TheWindowIsNotServedWhileTheToolRuns) {
       servedInside = served;
     }
   };
-  tools_.DurationProbeDoes(Print("one\n") + gate.Wait() + Print("two\n"));
+  tools_.DurationProbeDoes(Print("one\n") + Wait(gate) + Print("two\n"));
   Add(tools_.File("a.mp4"));
   EXPECT_FALSE(servedInside);
   PumpOnce();

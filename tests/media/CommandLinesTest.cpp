@@ -16,26 +16,26 @@ struct LineAndArguments {
   Arguments arguments;
 };
 
+void ExpectArguments(const std::vector<LineAndArguments>& cases) {
+  for (const auto& [line, arguments] : cases) EXPECT_EQ(SplitCommandLine(line), arguments) << line;
+}
+
 TEST(SplitCommandLine, CutsAtBlanksAndTabs) {
-  const std::vector<LineAndArguments> cases = {
+  ExpectArguments({
       {"/t/ffprobe", {"/t/ffprobe"}},
       {"/t/ffprobe -v error", {"/t/ffprobe", "-v", "error"}},
       {"a\tb c\t d", {"a", "b", "c", "d"}},
       {"a    b", {"a", "b"}},
       {"  a b  ", {"a", "b"}},
       {"\ta\t", {"a"}},
-  };
-  for (const auto& [line, arguments] : cases) EXPECT_EQ(SplitCommandLine(line), arguments) << line;
-}
-
-TEST(SplitCommandLine, AnEmptyOrBlankLineHasNoArgument) {
-  for (const char* line : {"", " ", "\t", " \t  \t"}) {
-    EXPECT_EQ(SplitCommandLine(line), Arguments()) << line;
-  }
+      {"", {}},
+      {" ", {}},
+      {" \t  \t", {}},
+  });
 }
 
 TEST(SplitCommandLine, DoubleQuotesGroupAndVanish) {
-  const std::vector<LineAndArguments> cases = {
+  ExpectArguments({
       {R"(a "b c" d)", {"a", "b c", "d"}},
       {R"("a b")", {"a b"}},
       {R"(a"b c"d)", {"ab cd"}},
@@ -45,35 +45,26 @@ TEST(SplitCommandLine, DoubleQuotesGroupAndVanish) {
       {R"("")", {""}},
       {R"(a """" b)", {"a", "", "b"}},
       {R"(a " " b)", {"a", " ", "b"}},
-  };
-  for (const auto& [line, arguments] : cases) EXPECT_EQ(SplitCommandLine(line), arguments) << line;
-}
-
-TEST(SplitCommandLine, AnOpenQuoteGroupsToTheEnd) {
-  EXPECT_EQ(SplitCommandLine(R"(a "b c d)"), (Arguments{"a", "b c d"}));
-  EXPECT_EQ(SplitCommandLine(R"(a ")"), (Arguments{"a", ""}));
+      // An open quote groups to the end.
+      {R"(a "b c d)", {"a", "b c d"}},
+      {R"(a ")", {"a", ""}},
+  });
 }
 
 TEST(SplitCommandLine, NothingElseIsSpecial) {
-  const std::vector<LineAndArguments> cases = {
+  ExpectArguments({
       {R"(a \"b c\")", {"a", R"(\b c\)"}},
       {"a 'b c'", {"a", "'b", "c'"}},
       {"a $HOME * ? ; | & > < ` # ~ b",
        {"a", "$HOME", "*", "?", ";", "|", "&", ">", "<", "`", "#", "~", "b"}},
       {"a b\nc\rd", {"a", "b\nc\rd"}},
       {"a\u00A0b \xFF\xFE", {"a\u00A0b", "\xFF\xFE"}},
-  };
-  for (const auto& [line, arguments] : cases) EXPECT_EQ(SplitCommandLine(line), arguments) << line;
+  });
 }
 
-TEST(CropFilterText, IsWidthHeightLeftTopInPlainDigits) {
-  EXPECT_EQ(CropFilterText(640, 360, 100, 50), "640:360:100:50");
-  EXPECT_EQ(CropFilterText(1920, 1080, 0, 0), "1920:1080:0:0");
+TEST(CropFilterText, IsWidthHeightLeftTopInPlainDigitsNegativeAndOddNumbersIncluded) {
+  EXPECT_EQ(CropFilterText(1920, 1080, 100, 50), "1920:1080:100:50");
   EXPECT_EQ(CropFilterText(0, 0, 0, 0), "0:0:0:0");
-  EXPECT_EQ(CropFilterText(1234567, 8, 9, 10), "1234567:8:9:10");
-}
-
-TEST(CropFilterText, LetsNegativeAndOddNumbersThrough) {
   EXPECT_EQ(CropFilterText(-5, 355, -1, 7), "-5:355:-1:7");
   constexpr std::int32_t kLeast = std::numeric_limits<std::int32_t>::min();
   constexpr std::int32_t kMost = std::numeric_limits<std::int32_t>::max();
@@ -81,38 +72,31 @@ TEST(CropFilterText, LetsNegativeAndOddNumbersThrough) {
             "-2147483648:2147483647:-2147483648:2147483647");
 }
 
-TEST(CommandLines, TheSizeProbeAsksForWidthAndHeightOfTheStreams) {
+TEST(CommandLines, AreThoseOfTheDesign) {
   EXPECT_EQ(SizeProbeCommandLine("/opt/kelvane", "/clips/a.mp4"),
             "/opt/kelvane/ffprobe -v error -show_entries stream=width,height "
             "-of default=noprint_wrappers=1 /clips/a.mp4");
-}
-
-TEST(CommandLines, TheDurationProbeAsksForTheBanner) {
   EXPECT_EQ(DurationProbeCommandLine("/opt/kelvane", "/clips/a.mp4"),
             "/opt/kelvane/ffprobe -hide_banner -stats -i /clips/a.mp4");
-}
-
-TEST(CommandLines, AProbeWithoutAVideoEndsInABlank) {
-  EXPECT_EQ(SizeProbeCommandLine("/t", "").back(), ' ');
-  EXPECT_EQ(DurationProbeCommandLine("/t", ""), "/t/ffprobe -hide_banner -stats -i ");
-}
-
-TEST(CommandLines, ThePreviewPlaysThroughTheCropFilter) {
   EXPECT_EQ(PreviewCommandLine("/tools", "/clips/1.mp4", "640:360:100:50"),
             "/tools/ffplay -i /clips/1.mp4 -vf crop=640:360:100:50");
-}
-
-TEST(CommandLines, ThePreviewWithoutAVideoHasNothingBetweenItsTwoBlanks) {
-  EXPECT_EQ(PreviewCommandLine("/tools", "", "0:0:0:0"), "/tools/ffplay -i  -vf crop=0:0:0:0");
-  EXPECT_EQ(PreviewCommandLine("/tools", "   ", "0:0:0:0"), "/tools/ffplay -i  -vf crop=0:0:0:0");
-}
-
-TEST(CommandLines, TheCropWritesThroughTheCropFilterAndNeverOverwrites) {
   EXPECT_EQ(CropCommandLine("/tools", "/clips/1.mp4", "640:360:100:50", "/clips/out.mp4"),
-            "/tools/ffmpeg -i /clips/1.mp4 -vf crop=640:360:100:50 /clips/out.mp4");
+            "/tools/ffmpeg -i /clips/1.mp4 -vf crop=640:360:100:50 /clips/out.mp4")
+      << "without -y: nothing is overwritten";
+  EXPECT_EQ(JoinCommandLine("/tools", "/tools/files.txt", "/out/all.mp4"),
+            "/tools/ffmpeg -f concat -safe 0 -i /tools/files.txt -c copy -y /out/all.mp4");
 }
 
-TEST(CommandLines, BlanksRoundTheVideoAreDroppedAndOtherSpaceIsNot) {
+TEST(CommandLines, WithoutAPathKeepTheBlanksAroundIt) {
+  EXPECT_EQ(SizeProbeCommandLine("/t", "").back(), ' ');
+  EXPECT_EQ(DurationProbeCommandLine("/t", ""), "/t/ffprobe -hide_banner -stats -i ");
+  EXPECT_EQ(PreviewCommandLine("/t", "", "0:0:0:0"), "/t/ffplay -i  -vf crop=0:0:0:0");
+  EXPECT_EQ(PreviewCommandLine("/t", "   ", "0:0:0:0"), "/t/ffplay -i  -vf crop=0:0:0:0");
+  EXPECT_EQ(JoinCommandLine("/t", "/t/files.txt", ""),
+            "/t/ffmpeg -f concat -safe 0 -i /t/files.txt -c copy -y ");
+}
+
+TEST(CommandLines, DropTheBlanksAroundTheVideoAndNoOtherSpace) {
   EXPECT_EQ(PreviewCommandLine("/t", "  /a.mp4  ", "1:2:3:4"),
             "/t/ffplay -i /a.mp4 -vf crop=1:2:3:4");
   EXPECT_EQ(CropCommandLine("/t", "  /a.mp4  ", "1:2:3:4", "/o"),
@@ -121,18 +105,11 @@ TEST(CommandLines, BlanksRoundTheVideoAreDroppedAndOtherSpaceIsNot) {
             "/t/ffmpeg -i \t/a.mp4\n -vf crop=1:2:3:4 /o");
 }
 
-TEST(CommandLines, TheOutputGoesOnTheLineAsItIsSoThatABlankInItCutsIt) {
+TEST(CommandLines, ABlankCutsTheCropsOutput) {
   const std::string line = CropCommandLine("/t", "/a.mp4", "1:2:3:4", " /my clips/out put.mp4 ");
   EXPECT_EQ(line, "/t/ffmpeg -i /a.mp4 -vf crop=1:2:3:4  /my clips/out put.mp4 ");
   EXPECT_EQ(SplitCommandLine(line), (Arguments{"/t/ffmpeg", "-i", "/a.mp4", "-vf", "crop=1:2:3:4",
                                                "/my", "clips/out", "put.mp4"}));
-}
-
-TEST(CommandLines, TheJoinCopiesWhatTheListFileNames) {
-  EXPECT_EQ(JoinCommandLine("/tools", "/tools/files.txt", "/out/all.mp4"),
-            "/tools/ffmpeg -f concat -safe 0 -i /tools/files.txt -c copy -y /out/all.mp4");
-  EXPECT_EQ(JoinCommandLine("/t", "/t/files.txt", ""),
-            "/t/ffmpeg -f concat -safe 0 -i /t/files.txt -c copy -y ");
 }
 
 TEST(CommandLines, TheTransportStreamIsTheOneFileInQuotes) {

@@ -1,14 +1,13 @@
-// The tools as processes: what ends a run, who is reaped and when, and what signals do.
+// The tools as processes: what ends a run, which are reaped and when, and what signals do.
 
 #include <gtest/gtest.h>
-#include <sys/time.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <atomic>
 #include <cerrno>
 #include <csignal>
+#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -16,43 +15,21 @@
 #include "TestTools.h"
 #include "media/DOSOutputs.h"
 
-namespace kelvane {
+namespace kelvane::testing {
 namespace {
-
-using testing::Gate;
-using testing::ProcessState;
-using testing::ReadFile;
-using testing::RunLine;
-using testing::TemporaryFolder;
-using testing::Threads;
-using testing::ToolRun;
-using testing::WaitUntil;
-
-using Events = std::vector<std::string>;
 
 constexpr char kNone = ' ';
 constexpr char kEndedAndNotReaped = 'Z';
 
 bool IsReapedInTime(pid_t process) {
-  return WaitUntil([process] {
+  return WaitFor([process] {
     DOSOutputs::ReapEndedChildren();
     return ProcessState(process) == kNone;
   });
 }
 
-bool EndsInTime(pid_t process) {
-  return WaitUntil([process] {
-    return ProcessState(process) == kEndedAndNotReaped || ProcessState(process) == kNone;
-  });
-}
-
-// Whether the program comes to have no child at all, neither running nor ended.
-bool LosesEveryChildInTime() {
-  return WaitUntil([] {
-    DOSOutputs::ReapEndedChildren();
-    siginfo_t found{};
-    return ::waitid(P_ALL, 0, &found, WEXITED | WNOHANG | WNOWAIT) != 0 && errno == ECHILD;
-  });
+bool HasEnded(pid_t process) {
+  return ProcessState(process) == kEndedAndNotReaped || ProcessState(process) == kNone;
 }
 
 // The set of that name in the text of a process's "status".
@@ -62,41 +39,34 @@ unsigned long long SignalsIn(const std::string& status, const std::string& name)
                      kHexadecimal);
 }
 
-TEST(ConsoleRunnerChildren, NoEndedToolStaysBehind) {
-  std::vector<pid_t> tools(20);
-  for (pid_t& tool : tools) tool = std::stoi(RunLine("/bin/sh -c \"echo $$\"").result);
-  for (const pid_t tool : tools) EXPECT_TRUE(IsReapedInTime(tool)) << tool;
-  EXPECT_TRUE(LosesEveryChildInTime());
-}
+pid_t ProcessOf(const std::string& tool) { return std::stoi(RunLine(tool).front()); }
 
-TEST(ConsoleRunnerChildren, TheEndOfALaterRunTakesLeaveOfEarlierTools) {
-  const pid_t earlier = std::stoi(RunLine("/bin/sh -c \"echo $$\"").result);
-  ASSERT_TRUE(EndsInTime(earlier));
-  RunLine("/bin/true");
-  EXPECT_EQ(ProcessState(earlier), kNone);
-}
-
-TEST(ConsoleRunnerChildren, AMissingToolLeavesNoProcessBehind) {
+TEST(ConsoleRunnerChildren, AreReapedWithoutExceptionSoonAfterTheirEnd) {
   const TemporaryFolder folder;
   RunLine(folder / "missing");
-  EXPECT_TRUE(LosesEveryChildInTime());
+  for (int tool = 0; tool < 20; ++tool) RunLine("/bin/true");
+  // The program comes to have no child at all, neither running nor ended.
+  EXPECT_TRUE(WaitFor([] {
+    DOSOutputs::ReapEndedChildren();
+    siginfo_t found{};
+    return ::waitid(P_ALL, 0, &found, WEXITED | WNOHANG | WNOWAIT) != 0 && errno == ECHILD;
+  }));
+}
+
+TEST(ConsoleRunnerChildren, AreReapedByTheEndOfALaterRun) {
+  const pid_t earlier = ProcessOf("/bin/sh -c \"echo $$\"");
+  ASSERT_TRUE(WaitFor([&] { return HasEnded(earlier); }));
+  RunLine("/bin/true");
+  EXPECT_EQ(ProcessState(earlier), kNone);
 }
 
 TEST(ConsoleRunnerChildren, AToolThatClosesItsOutputEndsItsRunAndIsReapedWhenItEnds) {
   const TemporaryFolder folder;
   const Gate gate(folder / "gate");
-  const std::string tool =
-      folder.Script("tool", "echo $$; exec >&- 2>&-; read go < " + gate.path());
-  const ToolRun run = RunLine(tool);
-  ASSERT_EQ(run.events.size(), 2U);
-  const pid_t process = std::stoi(run.result);
-
+  const pid_t process = ProcessOf(folder.Script("tool", "echo $$; exec >&- 2>&-\n" + gate.Wait()));
   DOSOutputs::ReapEndedChildren();
   RunLine("/bin/true");
-  const char state = ProcessState(process);
-  EXPECT_NE(state, kNone);
-  EXPECT_NE(state, kEndedAndNotReaped);
-
+  EXPECT_FALSE(HasEnded(process));
   gate.Open();
   EXPECT_TRUE(IsReapedInTime(process));
 }
@@ -104,21 +74,19 @@ TEST(ConsoleRunnerChildren, AToolThatClosesItsOutputEndsItsRunAndIsReapedWhenItE
 TEST(ConsoleRunnerChildren, AProcessOfTheToolsThatHoldsTheOutputKeepsTheRunGoing) {
   const TemporaryFolder folder;
   const Gate gate(folder / "gate");
-  const std::string tool =
-      folder.Script("tool", "( read go < " + gate.path() + "; echo late ) & echo $$");
+  const std::string tool = folder.Script("tool", "( " + gate.Wait() + "echo late ) & echo $$");
   DOSOutputs outputs;
   Events events;
   outputs.ReceiveOutputs = [&](const std::string& block) {
     events.push_back(block);
     if (events.size() > 1) return;
     // The tool itself has ended before the one that it left behind goes on.
-    EXPECT_TRUE(EndsInTime(std::stoi(block)));
+    EXPECT_TRUE(WaitFor([&] { return HasEnded(std::stoi(block)); }));
     gate.Open();
   };
   outputs.ExecuteCommand(tool);
   ASSERT_EQ(events.size(), 3U);
   EXPECT_EQ(events[1], "late\n");
-  EXPECT_EQ(events[2], "");
 }
 
 TEST(ConsoleRunnerChildren, OtherProcessesOfTheProgramAreNotReaped) {
@@ -126,8 +94,7 @@ TEST(ConsoleRunnerChildren, OtherProcessesOfTheProgramAreNotReaped) {
   const pid_t other = ::fork();
   ASSERT_GE(other, 0);
   if (other == 0) ::_exit(kExitCode);
-  ASSERT_TRUE(WaitUntil([other] { return ProcessState(other) == kEndedAndNotReaped; }));
-
+  ASSERT_TRUE(WaitFor([other] { return ProcessState(other) == kEndedAndNotReaped; }));
   RunLine("/bin/true");
   DOSOutputs::ReapEndedChildren();
   int status = 0;
@@ -139,52 +106,52 @@ TEST(ConsoleRunnerChildren, OtherProcessesOfTheProgramAreNotReaped) {
 TEST(ConsoleRunnerChildren, AToolThatSomeoneElseReapedDisturbsNoLaterRun) {
   const TemporaryFolder folder;
   const Gate gate(folder / "gate");
-  const pid_t process = std::stoi(
-      RunLine(folder.Script("tool", "echo $$; exec >&- 2>&-; read go < " + gate.path())).result);
+  const pid_t process = ProcessOf(folder.Script("tool", "echo $$; exec >&- 2>&-\n" + gate.Wait()));
   gate.Open();
   ASSERT_EQ(::waitpid(process, nullptr, 0), process);
   DOSOutputs::ReapEndedChildren();
-  EXPECT_EQ(RunLine("/bin/echo on").result, "on\n");
+  EXPECT_EQ(Joined(RunLine("/bin/echo on")), "on\n");
 }
 
-TEST(ConsoleRunnerChildren, WhereAHandlerThrowsTheExceptionPassesAndTheToolLosesItsReader) {
-  const TemporaryFolder folder;
-  const std::string tool = folder.Script("tool", "echo $$; exec /usr/bin/yes");
-  DOSOutputs outputs;
-  outputs.ReceiveOutputs = [](const std::string&) { throw std::runtime_error("stop"); };
-  EXPECT_THROW(outputs.ExecuteCommand(tool), std::runtime_error);
-  ASSERT_FALSE(outputs.Outputs().empty());
+class ConsoleRunnerWhoseHandlerThrows : public ::testing::Test {
+ protected:
+  ConsoleRunnerWhoseHandlerThrows() {
+    outputs_.ReceiveOutputs = [](const std::string&) { throw std::runtime_error("stop"); };
+  }
+  TemporaryFolder folder_;
+  DOSOutputs outputs_;
+};
+
+TEST_F(ConsoleRunnerWhoseHandlerThrows, PassesTheExceptionOnAndLeavesTheToolWithoutAReader) {
+  const std::string tool = folder_.Script("tool", "echo $$; exec /usr/bin/yes");
+  EXPECT_THROW(outputs_.ExecuteCommand(tool), std::runtime_error);
+  ASSERT_FALSE(outputs_.Outputs().empty());
   // It would print for ever, were there still a reader.
-  EXPECT_TRUE(IsReapedInTime(std::stoi(outputs.Outputs())));
-
-  EXPECT_EQ(RunLine(outputs, "/bin/echo again").result, "again\n");
+  EXPECT_TRUE(IsReapedInTime(std::stoi(outputs_.Outputs())));
+  EXPECT_EQ(Joined(RunLine(outputs_, "/bin/echo again")), "again\n");
 }
 
-TEST(ConsoleRunnerChildren, WhereAHandlerThrowsTheRunEndsThoughTheToolIsSilent) {
-  const TemporaryFolder folder;
-  const Gate gate(folder / "gate");
-  const std::string tool = folder.Script("tool", "echo $$; read go < " + gate.path());
+TEST_F(ConsoleRunnerWhoseHandlerThrows, EndsItsThreadThoughTheToolIsSilent) {
+  const Gate gate(folder_ / "gate");
+  const std::string tool = folder_.Script("tool", "echo $$\n" + gate.Wait());
   const std::size_t threads = Threads().size();
-  DOSOutputs outputs;
-  outputs.ReceiveOutputs = [](const std::string&) { throw std::runtime_error("stop"); };
-  EXPECT_THROW(outputs.ExecuteCommand(tool), std::runtime_error);
+  EXPECT_THROW(outputs_.ExecuteCommand(tool), std::runtime_error);
   EXPECT_EQ(Threads().size(), threads);
-  const pid_t process = std::stoi(outputs.Outputs());
-  EXPECT_FALSE(ProcessState(process) == kNone || ProcessState(process) == kEndedAndNotReaped);
+  const pid_t process = std::stoi(outputs_.Outputs());
+  EXPECT_FALSE(HasEnded(process));
   gate.Open();
   EXPECT_TRUE(IsReapedInTime(process));
 }
 
-TEST(ConsoleRunnerChildren, AHandlerMayThrowAtTheLastEvent) {
-  DOSOutputs outputs;
-  outputs.ReceiveOutputs = [](const std::string& block) {
+TEST_F(ConsoleRunnerWhoseHandlerThrows, AtTheLastEventHasKeptTheText) {
+  outputs_.ReceiveOutputs = [](const std::string& block) {
     if (block.empty()) throw std::runtime_error("stop");
   };
-  EXPECT_THROW(outputs.ExecuteCommand("/bin/echo text"), std::runtime_error);
-  EXPECT_EQ(outputs.Outputs(), "text\n");
+  EXPECT_THROW(outputs_.ExecuteCommand("/bin/echo text"), std::runtime_error);
+  EXPECT_EQ(outputs_.Outputs(), "text\n");
 }
 
-TEST(ConsoleRunnerChildren, TheToolStartsWithNoSignalBlockedAndABrokenPipeEndsIt) {
+TEST(ConsoleRunnerSignals, NoneIsBlockedInTheToolAndABrokenPipeEndsIt) {
   struct sigaction ignore {};
   struct sigaction former {};
   ignore.sa_handler = SIG_IGN;
@@ -196,7 +163,7 @@ TEST(ConsoleRunnerChildren, TheToolStartsWithNoSignalBlockedAndABrokenPipeEndsIt
   sigaddset(&blocked, SIGTERM);
   ASSERT_EQ(::sigprocmask(SIG_BLOCK, &blocked, &formerMask), 0);
 
-  const std::string status = RunLine("/bin/cat /proc/self/status").result;
+  const std::string status = DOSOutputs().ExecuteCommand("/bin/cat /proc/self/status");
   ::sigprocmask(SIG_SETMASK, &formerMask, nullptr);
   ::sigaction(SIGPIPE, &former, nullptr);
 
@@ -204,8 +171,8 @@ TEST(ConsoleRunnerChildren, TheToolStartsWithNoSignalBlockedAndABrokenPipeEndsIt
   EXPECT_EQ(SignalsIn(status, "SigIgn") & (1ULL << (SIGPIPE - 1)), 0U);
 }
 
-// So that handlers run on the program's own threads.
-TEST(ConsoleRunnerChildren, TheThreadThatReadsBlocksEverySignalThatCanBeBlocked) {
+// So that handlers run on the program's own threads, and no signal interrupts a read.
+TEST(ConsoleRunnerSignals, AllThatCanBeAreBlockedInTheReadingThread) {
   const TemporaryFolder folder;
   const Gate gate(folder / "gate");
   const std::vector<pid_t> before = Threads();
@@ -214,60 +181,20 @@ TEST(ConsoleRunnerChildren, TheThreadThatReadsBlocksEverySignalThatCanBeBlocked)
   std::string status;
   outputs.ReceiveOutputs = [&](const std::string& block) {
     if (block.empty()) return;
-    for (const pid_t thread : Threads()) {
-      if (std::find(before.begin(), before.end(), thread) == before.end())
-        readers.push_back(thread);
-    }
-    if (readers.size() == 1) {
-      status = ReadFile("/proc/self/task/" + std::to_string(readers.front()) + "/status");
-    }
+    std::ranges::copy_if(Threads(), std::back_inserter(readers), [&](pid_t thread) {
+      return std::ranges::find(before, thread) == before.end();
+    });
+    ASSERT_EQ(readers.size(), 1U);
+    status = ReadFile("/proc/self/task/" + std::to_string(readers.front()) + "/status");
     gate.Open();
   };
-  // It is there for as long as its tool runs.
-  outputs.ExecuteCommand(folder.Script("tool", "echo text; read go < '" + gate.path() + "'"));
-  ASSERT_EQ(readers.size(), 1U);
+  // The thread is there for as long as its tool runs.
+  outputs.ExecuteCommand(folder.Script("tool", "echo text\n" + gate.Wait()));
   for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGALRM, SIGCHLD, SIGPIPE, SIGUSR1, SIGIO}) {
     EXPECT_NE(SignalsIn(status, "SigBlk") & (1ULL << (number - 1)), 0U) << number;
   }
   EXPECT_EQ(SignalsIn(ReadFile("/proc/thread-self/status"), "SigBlk"), 0U);
 }
 
-// Signals at short intervals, of which enough open a gate.
-std::atomic<int> signalCount = 0;
-std::atomic<int> gateEnd = -1;
-constexpr int kSignals = 20;
-
-extern "C" void CountSignal(int /*number*/) {
-  const int saved = errno;
-  if (++signalCount == kSignals) {
-    [[maybe_unused]] const ssize_t written = ::write(gateEnd, "go\n", 3);
-  }
-  errno = saved;
-}
-
-TEST(ConsoleRunnerChildren, AnInterruptedReadIsNoEvent) {
-  const TemporaryFolder folder;
-  const Gate gate(folder / "gate");
-  const std::string tool = folder.Script("tool", "read go < " + gate.path() + "; echo done");
-  gateEnd = gate.number();
-  signalCount = 0;
-  struct sigaction count {};
-  struct sigaction former {};
-  count.sa_handler = CountSignal;  // without SA_RESTART, so that a read returns
-  ASSERT_EQ(::sigaction(SIGALRM, &count, &former), 0);
-  constexpr suseconds_t kMicroseconds = 2000;
-  const itimerval often{{0, kMicroseconds}, {0, kMicroseconds}};
-  ASSERT_EQ(::setitimer(ITIMER_REAL, &often, nullptr), 0);
-
-  const ToolRun run = RunLine("/usr/bin/timeout 30 " + tool);
-
-  const itimerval never{};
-  ::setitimer(ITIMER_REAL, &never, nullptr);
-  ::sigaction(SIGALRM, &former, nullptr);
-  EXPECT_GE(signalCount, kSignals);
-  EXPECT_EQ(run.events, (Events{"done\n", ""}));
-  EXPECT_EQ(run.result, "done\n");
-}
-
 }  // namespace
-}  // namespace kelvane
+}  // namespace kelvane::testing

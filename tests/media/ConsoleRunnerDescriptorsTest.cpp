@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <functional>
 #include <set>
 #include <stdexcept>
 #include <string>
@@ -13,14 +14,8 @@
 #include "media/DOSOutputs.h"
 #include "media/Descriptor.h"
 
-namespace kelvane {
+namespace kelvane::testing {
 namespace {
-
-using testing::OpenDescriptors;
-using testing::ReadFile;
-using testing::RunLine;
-using testing::StartedProgram;
-using testing::TemporaryFolder;
 
 // What `ls` shows of its own descriptors: the three standard ones, and the one with which it looks.
 constexpr const char* kStandardOnes = "0\n1\n2\n3\n";
@@ -29,17 +24,13 @@ TEST(ConsoleRunnerDescriptors, TheToolGetsTheThreeStandardOnesAndNoOther) {
   // One that doesn't close by itself at the start of another program.
   const Descriptor stray(::open("/dev/null", O_RDONLY));
   ASSERT_TRUE(stray);
-  EXPECT_EQ(RunLine("/bin/ls /proc/self/fd").result, kStandardOnes);
-}
-
-TEST(ConsoleRunnerDescriptors, AToolStartedInsideAnotherRunGetsNoneOfThatRun) {
   DOSOutputs outer;
   std::string inner;
   outer.ReceiveOutputs = [&inner](const std::string& block) {
-    if (!block.empty()) inner = RunLine("/bin/ls /proc/self/fd").result;
+    if (!block.empty()) inner = Joined(RunLine("/bin/ls /proc/self/fd"));
   };
-  outer.ExecuteCommand("/bin/echo text");
-  EXPECT_EQ(inner, kStandardOnes);
+  EXPECT_EQ(outer.ExecuteCommand("/bin/ls /proc/self/fd"), kStandardOnes);
+  EXPECT_EQ(inner, kStandardOnes) << "a tool inside another run";
 }
 
 TEST(ConsoleRunnerDescriptors, TheRunsOwnOnesAreNotHandedToProgramsThatOthersStart) {
@@ -57,42 +48,30 @@ TEST(ConsoleRunnerDescriptors, TheRunsOwnOnesAreNotHandedToProgramsThatOthersSta
   EXPECT_EQ(flags, std::vector<int>(2, FD_CLOEXEC));
 }
 
-TEST(ConsoleRunnerDescriptors, StandardInputIsTheNullDevice) {
-  EXPECT_EQ(RunLine("/bin/readlink /proc/self/fd/0").result, "/dev/null\n");
-}
-
-TEST(ConsoleRunnerDescriptors, AHundredRunsLoseNone) {
-  const std::set<int> before = OpenDescriptors();
-  for (int run = 0; run < 100; ++run) RunLine("/bin/echo text");
-  EXPECT_EQ(OpenDescriptors(), before);
-}
-
-TEST(ConsoleRunnerDescriptors, AHundredToolsThatCannotStartLoseNone) {
+TEST(ConsoleRunnerDescriptors, AHundredRunsLoseNoneHoweverTheyEnd) {
   const TemporaryFolder folder;
   const std::string notExecutable = folder.File("not-executable");
-  const std::set<int> before = OpenDescriptors();
-  for (int run = 0; run < 100; ++run) {
-    RunLine(folder / "missing");
-    RunLine(notExecutable);
-    RunLine(" ");
-  }
-  EXPECT_EQ(OpenDescriptors(), before);
-}
-
-TEST(ConsoleRunnerDescriptors, AHundredHandlersThatThrowLoseNone) {
-  const std::set<int> before = OpenDescriptors();
-  for (int run = 0; run < 100; ++run) {
+  const auto throwInHandler = [] {
     DOSOutputs outputs;
     outputs.ReceiveOutputs = [](const std::string&) { throw std::runtime_error("stop"); };
     EXPECT_THROW(outputs.ExecuteCommand("/bin/echo text"), std::runtime_error);
+  };
+  const std::set<int> before = OpenDescriptors();
+  for (int run = 0; run < 100; ++run) {
+    for (const std::string& line :
+         {std::string("/bin/echo text"), folder / "missing", notExecutable, std::string(" ")}) {
+      RunLine(line);
+      ASSERT_EQ(OpenDescriptors(), before) << line;
+    }
+    throwInHandler();
+    ASSERT_EQ(OpenDescriptors(), before) << "a handler that throws";
   }
-  EXPECT_EQ(OpenDescriptors(), before);
 }
 
 // The standard descriptors that are closed where the program starts, one digit each.
 class ConsoleRunnerWithoutDescriptors : public ::testing::TestWithParam<const char*> {};
 
-TEST_P(ConsoleRunnerWithoutDescriptors, RunsAToolAllTheSame) {
+TEST_P(ConsoleRunnerWithoutDescriptors, RunsAToolWithTheNullDeviceForItsInput) {
   const TemporaryFolder folder;
   const std::string tool =
       folder.Script("tool",
@@ -100,7 +79,7 @@ TEST_P(ConsoleRunnerWithoutDescriptors, RunsAToolAllTheSame) {
                     "ls /proc/self/fd\n"
                     "if read answer; then echo got $answer; else echo none; fi");
   const std::string found = folder / "found";
-  StartedProgram program({"run-without-descriptors", GetParam(), found, tool});
+  Process program = StartTestProgram({"run-without-descriptors", GetParam(), found, tool});
   EXPECT_EQ(program.Wait(), 0);
   EXPECT_EQ(ReadFile(found),
             "out\nerr\n/dev/null\n" + std::string(kStandardOnes) + "none\nand no descriptor lost");
@@ -108,31 +87,23 @@ TEST_P(ConsoleRunnerWithoutDescriptors, RunsAToolAllTheSame) {
 
 INSTANTIATE_TEST_SUITE_P(Closed, ConsoleRunnerWithoutDescriptors,
                          ::testing::Values("", "0", "1", "2", "01", "02", "12", "012"),
-                         [](const ::testing::TestParamInfo<const char*>& closed) {
-                           return *closed.param == '\0' ? std::string("None")
-                                                        : std::string(closed.param);
+                         [](const auto& closed) {
+                           const std::string digits = closed.param;
+                           return digits.empty() ? "None" : digits;
                          });
 
-TEST(ConsoleRunnerDescriptors, WhereTheyAreUsedUpARunYieldsNothingAndALaterOneWorks) {
-  for (const char* free : {"0", "1", "2"}) {
-    StartedProgram program({"run-with-free-descriptors", free, "/bin/echo text"});
-    EXPECT_EQ(program.ReadToTheEnd(),
-              "events 2, result [text before\n], held [text before\n]\n"
-              "events 0, result [], held [text before\n]\n"
-              "events 2, result [text after\n], held [text after\n]\n")
+TEST(ConsoleRunnerDescriptors, ARunNeedsThreeFreeOnesAndYieldsNothingWithFewer) {
+  for (const char* free : {"0", "1", "2", "3"}) {
+    Process program = StartTestProgram({"run-with-free-descriptors", free, "/bin/echo text"});
+    const std::string amid = *free == '3' ? "events 2, result [text amid\n], held [text amid\n]\n"
+                                          : "events 0, result [], held [text before\n]\n";
+    EXPECT_EQ(program.ReadToTheEnd(), "events 2, result [text before\n], held [text before\n]\n" +
+                                          amid +
+                                          "events 2, result [text after\n], held [text after\n]\n")
         << free;
     EXPECT_EQ(program.Wait(), 0);
   }
 }
 
-TEST(ConsoleRunnerDescriptors, ThreeFreeOnesAreEnoughForARun) {
-  StartedProgram program({"run-with-free-descriptors", "3", "/bin/echo text"});
-  EXPECT_EQ(program.ReadToTheEnd(),
-            "events 2, result [text before\n], held [text before\n]\n"
-            "events 2, result [text amid\n], held [text amid\n]\n"
-            "events 2, result [text after\n], held [text after\n]\n");
-  EXPECT_EQ(program.Wait(), 0);
-}
-
 }  // namespace
-}  // namespace kelvane
+}  // namespace kelvane::testing

@@ -1,7 +1,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
 #include <random>
 #include <string>
 #include <vector>
@@ -43,60 +42,46 @@ std::vector<Reading> ReadAll(const std::vector<std::string>& blocks) {
   return readings;
 }
 
-TEST(DurationReading, ReadsTheWholeSecondsBehindTheWord) {
-  EXPECT_EQ(ReadAll({"Input #0, mov, from 'a.mp4':\n  Duration: 00:01:23.45, start: 0.000000\n"}),
-            (std::vector<Reading>{"00:01:23"}));
+struct Case {
+  const char* name;
+  std::vector<std::string> blocks;
+  std::vector<Reading> readings;
+};
+
+TEST(DurationReading, IsTheTextBehindTheFirstDurationOfAllBlocks) {
+  const std::vector<Case> cases = {
+      {"banner", {"Input #0, mov:\n  Duration: 00:01:23.45, start: 0.000000\n"}, {"00:01:23"}},
+      {"no word", {"", "a.mp4: No such file\n", "Duration", ""}, {{}, {}, {}, {}}},
+      {"word cut in two", {"  Dura", "tion: 00:00:10.00", ""}, {{}, "00:00:10", "00:00:10"}},
+      {"value cut in three",
+       {"Duration: 00:0", "1:2", "3.45, bitrate", ""},
+       {"00:0", "00:01:2", "00:01:23", "00:01:23"}},
+      {"word alone", {"Duration:", " ", ""}, {"", "", ""}},
+      {"second word in a later block",
+       {"Duration: 00:00:10.00\n", "", "Duration: 00:00:20.00\n"},
+       {"00:00:10", "00:00:10", "00:00:10"}},
+      {"second word in the block",
+       {"Duration: 00:00:10.00\nDuration: 00:00:20.00\n"},
+       {"00:00:10"}},
+      {"unknown duration", {"  Duration: N/A, bitrate: N/A\n"}, {"N/A, bit"}},
+      {"upper case", {"DURATION: 00:00:05.00"}, {"00:00:05"}},
+      {"lower case", {"duration: 00:00:05.00"}, {"00:00:05"}},
+      {"line feed before the value", {"Duration:\n00:00:05.00"}, {"\n00:00:05"}},
+      {"blanks around the value", {"Duration:   1:2    x"}, {"1:2"}},
+  };
+  for (const auto& [name, blocks, readings] : cases) {
+    EXPECT_EQ(ReadAll(blocks), readings) << name;
+  }
 }
 
-TEST(DurationReading, WithoutTheWordThereIsNoReading) {
-  EXPECT_EQ(ReadAll({"", "a.mp4: No such file or directory\n", "Duration", ""}),
-            (std::vector<Reading>{std::nullopt, std::nullopt, std::nullopt, std::nullopt}));
-}
-
-TEST(DurationReading, AWordCutByABlocksEndIsFoundWithTheNextBlock) {
-  EXPECT_EQ(ReadAll({"  Dura", "tion: 00:00:10.00", ""}),
-            (std::vector<Reading>{std::nullopt, "00:00:10", "00:00:10"}));
-}
-
-TEST(DurationReading, AValueCutByABlocksEndIsPutRightByTheNextBlock) {
-  EXPECT_EQ(ReadAll({"Duration: 00:0", "1:2", "3.45, bitrate", ""}),
-            (std::vector<Reading>{"00:0", "00:01:2", "00:01:23", "00:01:23"}));
-}
-
-TEST(DurationReading, AWordThatComesByteByByteIsFound) {
+TEST(DurationReading, FindsAWordThatComesByteByByte) {
   DurationReading reading;
   Reading last;
-  for (const char c : std::string("xDurDuration: 00:00:07.99"))
-    last = reading.Append(std::string(1, c));
+  for (const char c : std::string("xDurDuration: 00:00:07.99")) last = reading.Append({&c, 1});
   EXPECT_EQ(last, "00:00:07");
 }
 
-TEST(DurationReading, TheWordAloneReadsAsEmpty) {
-  EXPECT_EQ(ReadAll({"Duration:", " ", ""}), (std::vector<Reading>{"", "", ""}));
-}
-
-TEST(DurationReading, TheFirstWordOfAllTheTextWins) {
-  EXPECT_EQ(ReadAll({"Duration: 00:00:10.00\n", "", "Duration: 00:00:20.00\n", ""}),
-            (std::vector<Reading>{"00:00:10", "00:00:10", "00:00:10", "00:00:10"}));
-  EXPECT_EQ(ReadAll({"Duration: 00:00:10.00\nDuration: 00:00:20.00\n"}),
-            (std::vector<Reading>{"00:00:10"}));
-}
-
-TEST(DurationReading, AnUnknownDurationReadsAsTheTextThatStandsThere) {
-  EXPECT_EQ(ReadAll({"  Duration: N/A, bitrate: N/A\n"}), (std::vector<Reading>{"N/A, bit"}));
-}
-
-TEST(DurationReading, TheWordIsFoundInAnyCase) {
-  EXPECT_EQ(ReadAll({"DURATION: 00:00:05.00"}), (std::vector<Reading>{"00:00:05"}));
-  EXPECT_EQ(ReadAll({"duration: 00:00:05.00"}), (std::vector<Reading>{"00:00:05"}));
-}
-
-TEST(DurationReading, OnlyBlanksAreDroppedRoundTheValue) {
-  EXPECT_EQ(ReadAll({"Duration:\n00:00:05.00"}), (std::vector<Reading>{"\n00:00:05"}));
-  EXPECT_EQ(ReadAll({"Duration:   1:2    x"}), (std::vector<Reading>{"1:2"}));
-}
-
-TEST(DurationReading, ReadsAsAStoreOfAllTheTextDoesHoweverItIsCut) {
+TEST(DurationReading, ReadsTheSameHoweverTheTextIsCut) {
   constexpr int kTexts = 3000;
   const std::vector<std::string> pieces = {
       "Duration:", "duration:", "DURATION:", "Duration",          "Durati", "D",
@@ -126,17 +111,15 @@ TEST(DurationReading, ReadsAsAStoreOfAllTheTextDoesHoweverItIsCut) {
   EXPECT_GT(found, kTexts) << "the texts must hold the word often enough to say something";
 }
 
+// A hundred megabytes in small blocks take a moment where each block costs the same, and outlast
+// any test's time-out where each searches all that came before.
 TEST(DurationReading, ItsCostDoesNotGrowWithWhatCameBefore) {
-  // A hundred megabytes in small blocks: done at once where each block costs the same, hours where
-  // each searches all that came before.
   constexpr int kBlocks = 400'000;
   DurationReading reading;
   const std::string block(256, 'D');
-  const auto start = std::chrono::steady_clock::now();
   for (int count = 0; count < kBlocks; ++count) ASSERT_EQ(reading.Append(block), std::nullopt);
   EXPECT_EQ(reading.Append("Duration: 00:00:10"), "00:00:10");
   for (int count = 0; count < kBlocks; ++count) ASSERT_EQ(reading.Append(block), "00:00:10");
-  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(60));
 }
 
 }  // namespace

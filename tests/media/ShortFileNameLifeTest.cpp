@@ -14,15 +14,10 @@
 #include "TestTools.h"
 #include "media/Module1.h"
 
-namespace kelvane {
+namespace kelvane::testing {
 namespace {
 
 namespace fs = std::filesystem;
-
-using testing::ReadFile;
-using testing::RunLine;
-using testing::StartedProgram;
-using testing::TemporaryFolder;
 
 using Names = std::vector<std::string>;
 
@@ -31,13 +26,13 @@ class ShortFileNameLife : public ::testing::Test {
   std::string Short() const { return GetShortFileName(file_, {}, links_.path()); }
 
   // A program that has a short path of the file and then ends in that way.
-  StartedProgram Program(const std::string& end) const {
-    return StartedProgram({"short-paths", links_.path(), end, file_});
+  Process Program(const std::string& end) const {
+    return StartTestProgram({"short-paths", links_.path(), end, file_});
   }
 
   // The folder that a program left behind by being killed.
   std::string FolderLeftBehind() const {
-    StartedProgram program = Program("crash");
+    Process program = Program("crash");
     const std::string shortPath = program.ReadLine();
     EXPECT_TRUE(WIFSIGNALED(program.Wait()));
     EXPECT_TRUE(fs::is_symlink(shortPath)) << shortPath;
@@ -73,19 +68,16 @@ TEST_F(ShortFileNameLife, TheFolderIsOpenToItsUserAlone) {
   ::umask(former);
 }
 
-TEST_F(ShortFileNameLife, ALinkThatVanishedIsMadeAgainUnderItsName) {
+TEST_F(ShortFileNameLife, KeepsItsNameWhereTheLinkOrTheFolderVanishedOrOthersAreCleared) {
   const std::string shortPath = Short();
+  ClearShortPathsLeftBehind(links().path());
+  EXPECT_EQ(ReadFile(shortPath), "the clip");
   fs::remove(shortPath);
   EXPECT_EQ(Short(), shortPath);
   EXPECT_EQ(ReadFile(shortPath), "the clip");
-}
-
-TEST_F(ShortFileNameLife, AFolderThatVanishedIsMadeAgainUnderItsName) {
-  const std::string shortPath = Short();
   fs::remove_all(fs::path(shortPath).parent_path());
   EXPECT_EQ(Short(), shortPath);
-  EXPECT_EQ(ReadFile(shortPath), "the clip");
-  // It is as safe from clearing as the first one was.
+  // The new folder is as safe from clearing as the first one was.
   ClearShortPathsLeftBehind(links().path());
   EXPECT_EQ(ReadFile(shortPath), "the clip");
 }
@@ -103,7 +95,7 @@ TEST_F(ShortFileNameLife, AFolderWhoseNameIsTakenMeanwhileGivesWayToAnother) {
 
 TEST_F(ShortFileNameLife, TheFolderGoesWhenTheProgramEnds) {
   for (const char* end : {"return", "exit"}) {
-    StartedProgram program = Program(end);
+    Process program = Program(end);
     EXPECT_TRUE(program.ReadLine().starts_with(links().path() + "/kelvane-"));
     EXPECT_EQ(program.Wait(), 0);
     EXPECT_EQ(links().Names(), Names()) << end;
@@ -112,28 +104,20 @@ TEST_F(ShortFileNameLife, TheFolderGoesWhenTheProgramEnds) {
 }
 
 TEST_F(ShortFileNameLife, AtTheProgramsEndWhatItDidNotMakeStays) {
-  StartedProgram program = Program("wait");
-  const fs::path folder = fs::path(program.ReadLine()).parent_path();
+  Process program = Program("wait");
+  const fs::path shortPath = program.ReadLine();
+  const fs::path folder = shortPath.parent_path();
   links().File(folder.filename().string() + "/foreign", "foreign");
+  fs::create_symlink(file(), folder / "foreign.mp4");
   program.CloseInput();
   EXPECT_EQ(program.Wait(), 0);
   EXPECT_EQ(ReadFile(folder / "foreign"), "foreign");
-  EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 1);
-}
-
-TEST_F(ShortFileNameLife, AtTheProgramsEndAForeignLinkInItsFolderStays) {
-  StartedProgram program = Program("wait");
-  const fs::path shortPath = program.ReadLine();
-  const fs::path foreign = shortPath.parent_path() / "foreign.mp4";
-  fs::create_symlink(file(), foreign);
-  program.CloseInput();
-  EXPECT_EQ(program.Wait(), 0);
-  EXPECT_EQ(ReadFile(foreign), "the clip");
+  EXPECT_EQ(ReadFile(folder / "foreign.mp4"), "the clip");
   EXPECT_FALSE(fs::is_symlink(fs::symlink_status(shortPath)));
 }
 
 TEST_F(ShortFileNameLife, AtTheProgramsEndAFolderThatTookTheNameOfItsOwnStays) {
-  StartedProgram program = Program("wait");
+  Process program = Program("wait");
   const fs::path folder = fs::path(program.ReadLine()).parent_path();
   fs::remove_all(folder);
   fs::create_directory(folder);
@@ -143,7 +127,7 @@ TEST_F(ShortFileNameLife, AtTheProgramsEndAFolderThatTookTheNameOfItsOwnStays) {
 }
 
 TEST_F(ShortFileNameLife, TheEndOfAForkedCopyLeavesTheProgramsFolder) {
-  StartedProgram program = Program("fork");
+  Process program = Program("fork");
   const std::string shortPath = program.ReadLine();
   EXPECT_EQ(program.ReadLine(), "copy ended");
   EXPECT_EQ(ReadFile(shortPath), "the clip");
@@ -155,20 +139,15 @@ TEST_F(ShortFileNameLife, TheEndOfAForkedCopyLeavesTheProgramsFolder) {
 TEST_F(ShortFileNameLife, WhatACrashLeftBehindIsCleared) {
   FolderLeftBehind();
   FolderLeftBehind();
-  ASSERT_EQ(links().Names().size(), 2U);
+  fs::create_directory(links() / FolderName("abcDE7"));
+  ASSERT_EQ(links().Names().size(), 3U);
   ClearShortPathsLeftBehind(links().path());
   EXPECT_EQ(links().Names(), Names());
   EXPECT_EQ(ReadFile(file()), "the clip");
 }
 
-TEST_F(ShortFileNameLife, AnEmptyFolderLeftBehindIsCleared) {
-  fs::create_directory(links() / FolderName("abcDE7"));
-  ClearShortPathsLeftBehind(links().path());
-  EXPECT_EQ(links().Names(), Names());
-}
-
 TEST_F(ShortFileNameLife, TheFolderOfAProgramThatStillRunsIsKept) {
-  StartedProgram program = Program("wait");
+  Process program = Program("wait");
   const std::string shortPath = program.ReadLine();
   FolderLeftBehind();
   ClearShortPathsLeftBehind(links().path());
@@ -179,14 +158,8 @@ TEST_F(ShortFileNameLife, TheFolderOfAProgramThatStillRunsIsKept) {
   EXPECT_EQ(links().Names(), Names());
 }
 
-TEST_F(ShortFileNameLife, AProgramsOwnFolderIsKept) {
-  const std::string shortPath = Short();
-  ClearShortPathsLeftBehind(links().path());
-  EXPECT_EQ(ReadFile(shortPath), "the clip");
-}
-
 TEST_F(ShortFileNameLife, AProgramStartedBesideDoesNotHoldTheFolder) {
-  StartedProgram program = Program("crash beside another program");
+  Process program = Program("crash beside another program");
   EXPECT_TRUE(fs::is_symlink(program.ReadLine()));
   const pid_t other = std::stoi(program.ReadLine());
   EXPECT_TRUE(WIFSIGNALED(program.Wait()));
@@ -208,14 +181,16 @@ TEST_F(ShortFileNameLife, AForeignThingInAFolderLeftBehindIsKeptAndSoIsTheFolder
   EXPECT_FALSE(fs::is_symlink(fs::symlink_status(folder + "/1.mp4")));
 }
 
-TEST_F(ShortFileNameLife, ALinkUnderAFoldersNameIsNotFollowed) {
+TEST_F(ShortFileNameLife, WhatIsNoFolderIsKeptUnderAFoldersName) {
   const TemporaryFolder elsewhere;
   fs::create_symlink(file(), elsewhere / "link");
-  const std::string name = FolderName("abcdef");
-  fs::create_symlink(elsewhere.path(), links() / name);
+  fs::create_symlink(elsewhere.path(), links() / FolderName("aLink0"));
+  links().File(FolderName("aFile0"));
+  ASSERT_EQ(::mkfifo((links() / FolderName("aPipe0")).c_str(), S_IRWXU), 0);
   ClearShortPathsLeftBehind(links().path());
-  EXPECT_EQ(elsewhere.Names(), Names{"link"});
-  EXPECT_EQ(links().Names(), Names{name});
+  EXPECT_EQ(links().Names(),
+            (Names{FolderName("aFile0"), FolderName("aLink0"), FolderName("aPipe0")}));
+  EXPECT_EQ(elsewhere.Names(), Names{"link"}) << "the link isn't followed";
 }
 
 TEST_F(ShortFileNameLife, ThingsOfOtherNamesAreKept) {
@@ -232,13 +207,6 @@ TEST_F(ShortFileNameLife, ThingsOfOtherNamesAreKept) {
   }
   ClearShortPathsLeftBehind(links().path());
   for (const std::string& name : names) EXPECT_EQ(ReadFile(links() / name + "/1.mp4"), "the clip");
-}
-
-TEST_F(ShortFileNameLife, WhatIsNoFolderIsKeptAndHoldsNothingUp) {
-  links().File(FolderName("aFile0"));
-  ASSERT_EQ(::mkfifo((links() / FolderName("aPipe0")).c_str(), S_IRWXU), 0);
-  ClearShortPathsLeftBehind(links().path());
-  EXPECT_EQ(links().Names(), (Names{FolderName("aFile0"), FolderName("aPipe0")}));
 }
 
 TEST_F(ShortFileNameLife, AFolderLeftBehindIsClearedOnlyWhereItIsTheUsersOwn) {
@@ -260,9 +228,9 @@ TEST_F(ShortFileNameLife, ClearingLosesNoDescriptor) {
   FolderLeftBehind();
   links().File(FolderName("aFile0"));
   Short();
-  const std::set<int> before = testing::OpenDescriptors();
+  const std::set<int> before = OpenDescriptors();
   for (int time = 0; time < 10; ++time) ClearShortPathsLeftBehind(links().path());
-  EXPECT_EQ(testing::OpenDescriptors(), before);
+  EXPECT_EQ(OpenDescriptors(), before);
 }
 
 TEST_F(ShortFileNameLife, AFolderJustMadeIsSafeFromClearingAtTheSameTime) {
@@ -274,7 +242,7 @@ TEST_F(ShortFileNameLife, AFolderJustMadeIsSafeFromClearingAtTheSameTime) {
     for (;;) ClearShortPathsLeftBehind(links().path());
   }
   for (int start = 0; start < 100; ++start) {
-    StartedProgram program = Program("wait");
+    Process program = Program("wait");
     const std::string shortPath = program.ReadLine();
     EXPECT_EQ(ReadFile(shortPath), "the clip") << shortPath;
     program.CloseInput();
@@ -288,7 +256,7 @@ TEST_F(ShortFileNameLife, AFolderJustMadeIsSafeFromClearingAtTheSameTime) {
 
 TEST(PrivateListFile, StandsBareInAFolderOfItsUserAloneAndGoesWhenTheProgramEnds) {
   const TemporaryFolder links;
-  StartedProgram program({"list-files", links.path(), "wait"});
+  Process program = StartTestProgram({"list-files", links.path(), "wait"});
   const fs::path list = program.ReadLine();
   EXPECT_EQ(list.filename(), "files.txt");
   EXPECT_EQ(list.string().find(' '), std::string::npos);
@@ -301,7 +269,7 @@ TEST(PrivateListFile, StandsBareInAFolderOfItsUserAloneAndGoesWhenTheProgramEnds
 
 TEST(PrivateListFile, LeftBehindByACrashIsClearedByALaterStart) {
   const TemporaryFolder links;
-  StartedProgram program({"list-files", links.path(), "crash"});
+  Process program = StartTestProgram({"list-files", links.path(), "crash"});
   const std::string list = program.ReadLine();
   program.Wait();
   EXPECT_EQ(ReadFile(list), "the list");
@@ -309,38 +277,33 @@ TEST(PrivateListFile, LeftBehindByACrashIsClearedByALaterStart) {
   EXPECT_EQ(links.Names(), Names());
 }
 
-TEST(PrivateListFile, IsTheSameForEveryJoin) {
+TEST(PrivateListFile, IsTheSameForEveryJoinAndNoneWhereItsFolderCannotBeMade) {
   const TemporaryFolder links;
   const std::string list = PrivateListFile(links.path());
   EXPECT_EQ(PrivateListFile(links.path()), list);
-}
-
-TEST(PrivateListFile, IsNoneWhereItsFolderCannotBeMade) {
   EXPECT_EQ(PrivateListFile("/missing folder"), "");
 }
 
-TEST(ToolsFolder, IsTheProgramsFolderWhereThatCanStandBare) {
+TEST(ToolsFolder, IsTheProgramsFolderWhereThatCanStandBareOrHasNoShortPath) {
   const TemporaryFolder folder;
-  EXPECT_EQ(ToolsFolder(folder.path()), folder.path());
-}
-
-TEST(ToolsFolder, IsTheProgramsFolderWhereThereIsNoShortPath) {
-  EXPECT_EQ(ToolsFolder("/missing folder/of nothing"), "/missing folder/of nothing");
-  EXPECT_EQ(ToolsFolder(""), "");
+  for (const std::string& path :
+       {folder.path(), std::string("/missing folder/of nothing"), std::string()}) {
+    EXPECT_EQ(ToolsFolder(path), path);
+  }
 }
 
 TEST(ToolsFolder, StandsBareForAFolderWithABlankAndGoesWhenTheProgramEnds) {
   const TemporaryFolder folder;
   fs::create_directory(folder / "my programs");
   folder.Script("my programs/tool", "echo ran");
-  StartedProgram program({"tools-folders", folder / "my programs"});
+  Process program = StartTestProgram({"tools-folders", folder / "my programs"});
   const std::string toolsFolder = program.ReadLine();
   EXPECT_EQ(toolsFolder.find(' '), std::string::npos);
-  EXPECT_EQ(RunLine(toolsFolder + "/tool").result, "ran\n");
+  EXPECT_EQ(Joined(RunLine(toolsFolder + "/tool")), "ran\n");
   program.CloseInput();
   EXPECT_EQ(program.Wait(), 0);
   EXPECT_FALSE(fs::exists(fs::path(toolsFolder).parent_path()));
 }
 
 }  // namespace
-}  // namespace kelvane
+}  // namespace kelvane::testing

@@ -5,20 +5,16 @@
 
 #include <filesystem>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "TestTools.h"
 #include "media/Module1.h"
 
-namespace kelvane {
+namespace kelvane::testing {
 namespace {
 
 namespace fs = std::filesystem;
-
-using testing::CurrentFolder;
-using testing::ReadFile;
-using testing::RunLine;
-using testing::TemporaryFolder;
 
 constexpr std::size_t kLongestShortPath = 254;
 
@@ -58,41 +54,25 @@ class ShortFileName : public ::testing::Test {
   TemporaryFolder links_;
 };
 
-TEST_F(ShortFileName, APathThatCanStandBareIsItsOwn) {
+TEST_F(ShortFileName, OfAPathThatCanStandBareIsThePath) {
   for (const char* name :
        {"a.mp4", "clip", "-clip.mp4", ".hidden", "a-b_c+d=e,f@g~1.mp4", "a'b.mp4", "a\\b.mp4",
-        "$HOME.mp4", "*.mp4", "a;b|c&d.mp4", "(1)[2]{3}.mp4", "#!.mp4", "a:b.mp4"}) {
+        "$HOME.mp4", "*.mp4", "a;b|c&d.mp4", "(1)[2]{3}.mp4", "#!.mp4", "a:b.mp4",
+        // Letters of every script.
+        "M\u00E4rz.mp4", "\u65E5\u672C.mp4", "\U0001F3AC.mp4", "\u0416.mp4", "\uFFFD.mp4",
+        "\uD7FF\uE000.mp4", "\U0010FFFD.mp4"}) {
     const std::string path = files().File(name);
     EXPECT_EQ(Short(path), path);
   }
-  EXPECT_EQ(links().Names(), std::vector<std::string>())
-      << "no folder is made where none is needed";
+  EXPECT_EQ(links().Names(), Events()) << "no folder is made where none is needed";
 }
 
-TEST_F(ShortFileName, LettersOfEveryScriptStandBare) {
-  for (const char* name : {"M\u00E4rz.mp4", "\u65E5\u672C.mp4", "\U0001F3AC.mp4", "\u0416.mp4",
-                           "\uFFFD.mp4", "\uD7FF\uE000.mp4", "\U0010FFFD.mp4"}) {
-    const std::string path = files().File(name);
-    EXPECT_EQ(Short(path), path);
-  }
-}
-
-TEST_F(ShortFileName, ABlankATabOrALineBreakInANameTakesALink) {
-  for (const char* name :
-       {"my clip.mp4", " a.mp4", "a b c d.mp4", "a\tb.mp4", "a\nb.mp4", "a\rb.mp4", "a\r\nb.mp4"}) {
-    ExpectLink(files().File(name), ".mp4");
-  }
-}
-
-TEST_F(ShortFileName, AQuoteAPercentSignOrAControlCharacterInANameTakesALink) {
-  for (const char* name : {"a\"b.mp4", "\"a b\".mp4", "a%03d.mp4", "100%.mp4", "a\x01.mp4",
-                           "a\x1B.mp4", "a\x7F.mp4"}) {
-    ExpectLink(files().File(name), ".mp4");
-  }
-}
-
-TEST_F(ShortFileName, BytesThatAreNoTextTakeALink) {
+TEST_F(ShortFileName, OfANameThatCannotStandBareIsALink) {
   for (const char* name : {
+           "my clip.mp4", " a.mp4", "a b c d.mp4", "a\tb.mp4", "a\nb.mp4", "a\rb.mp4", "a\r\nb.mp4",
+           "a\"b.mp4", "\"a b\".mp4", "a%03d.mp4", "100%.mp4", "a\x01.mp4", "a\x1B.mp4",
+           "a\x7F.mp4",
+           // Bytes that are no UTF-8.
            "a\xFF.mp4",              // no byte of any character
            "M\xE4rz.mp4",            // a letter of another code page
            "a\x80.mp4",              // a continuation of nothing
@@ -111,52 +91,43 @@ TEST_F(ShortFileName, BytesThatAreNoTextTakeALink) {
   ExpectLink(files().File("mp4.\xC3"), "");
 }
 
-TEST_F(ShortFileName, ABlankInAFolderOnTheWayTakesALink) {
+TEST_F(ShortFileName, OfABlankInAFolderOnTheWayIsALink) {
   fs::create_directory(files() / "my clips");
   ExpectLink(files().File("my clips/a.mp4"), ".mp4");
 }
 
-TEST_F(ShortFileName, ANameOf255BytesTakesALink) {
-  ExpectLink(files().File(std::string(255, 'n')), "");
-  ExpectLink(files().File(std::string(251, 'n') + ".mp4"), ".mp4");
-}
-
-TEST_F(ShortFileName, APathOf254BytesIsItsOwnAndALongerOneTakesALink) {
+TEST_F(ShortFileName, OfAPathOf254BytesIsThePathAndOfALongerOneALink) {
   const std::size_t left = kLongestShortPath - files().path().size() - 1;
   const std::string longest = files().File(std::string(left, 'n'));
   ASSERT_EQ(longest.size(), kLongestShortPath);
   EXPECT_EQ(Short(longest), longest);
   ExpectLink(files().File(std::string(left + 1, 'n')), "");
-}
-
-TEST_F(ShortFileName, ADeepPathOfManyBareNamesTakesALink) {
+  // The longest names that the system has, and a deep path of bare names.
+  ExpectLink(files().File(std::string(255, 'n')), "");
+  ExpectLink(files().File(std::string(251, 'n') + ".mp4"), ".mp4");
   std::string deep;
   for (int depth = 0; depth < 40; ++depth) deep += "a-folder-on-the-way-down/";
   fs::create_directories(files() / deep);
   ExpectLink(files().File(deep + "a.mp4"), ".mp4");
 }
 
-TEST_F(ShortFileName, AFileThatIsNotThereHasNone) {
+TEST_F(ShortFileName, OfAFileThatIsNotThereIsEmpty) {
   const std::string file = files().File("file");
-  for (const std::string& path :
-       {std::string(), files() / "missing.mp4", files() / "missing clip.mp4",
-        files() / "missing folder/a.mp4", file + "/below.mp4", file + "/", std::string(" "),
-        files() / std::string(256, 'n'), "/" + std::string(5000, 'n'), std::string("/\0tmp", 5)}) {
-    EXPECT_EQ(Short(path), "") << path;
-  }
-  EXPECT_EQ(links().Names(), std::vector<std::string>());
-}
-
-TEST_F(ShortFileName, ALinkToNothingHasNone) {
   fs::create_symlink(files() / "missing", files() / "dangling");
   fs::create_symlink(files() / "missing", files() / "dangling link");
   fs::create_symlink(files() / "circle", files() / "circle");
-  EXPECT_EQ(Short(files() / "dangling"), "");
-  EXPECT_EQ(Short(files() / "dangling link"), "");
-  EXPECT_EQ(Short(files() / "circle"), "");
+  for (const std::string& path :
+       {std::string(), files() / "missing.mp4", files() / "missing clip.mp4",
+        files() / "missing folder/a.mp4", file + "/below.mp4", file + "/", std::string(" "),
+        files() / std::string(256, 'n'), "/" + std::string(5000, 'n'), std::string("/\0tmp", 5),
+        files() / "dangling", files() / "dangling link", files() / "circle"}) {
+    EXPECT_EQ(Short(path), "") << path;
+    EXPECT_EQ(ShortIn(links() / "missing", path), "") << path;
+  }
+  EXPECT_EQ(links().Names(), Events());
 }
 
-TEST_F(ShortFileName, ALinkToAFileIsTakenAsTheFile) {
+TEST_F(ShortFileName, OfALinkToAFileIsThatOfAFile) {
   const std::string target = files().File("my clip.mp4");
   fs::create_symlink(target, files() / "link.mp4");
   fs::create_symlink(target, files() / "my link.mp4");
@@ -164,7 +135,7 @@ TEST_F(ShortFileName, ALinkToAFileIsTakenAsTheFile) {
   ExpectLink(files() / "my link.mp4", ".mp4");
 }
 
-TEST_F(ShortFileName, AFolderHasOneLikeAFile) {
+TEST_F(ShortFileName, OfAFolderIsThatOfAFile) {
   EXPECT_EQ(Short("/"), "/");
   EXPECT_EQ(Short(files().path()), files().path());
   EXPECT_EQ(Short(files().path() + "/"), files().path() + "/");
@@ -174,7 +145,7 @@ TEST_F(ShortFileName, AFolderHasOneLikeAFile) {
   EXPECT_EQ(ReadFile(Short(files() / "my clips") + "/a.mp4"), "in the folder");
 }
 
-TEST_F(ShortFileName, ARelativePathIsMadeAbsoluteAgainstTheCurrentFolder) {
+TEST_F(ShortFileName, OfARelativePathIsAbsolute) {
   const CurrentFolder current(files().path());
   files().File("a.mp4");
   files().File("-i");
@@ -188,12 +159,8 @@ TEST_F(ShortFileName, ARelativePathIsMadeAbsoluteAgainstTheCurrentFolder) {
   EXPECT_EQ(Short(files() / "my clip.mp4"), shortPath);
 }
 
-TEST_F(ShortFileName, APlainExtensionIsKeptAndAnyOtherIsNot) {
-  struct NameAndExtension {
-    const char* name;
-    const char* extension;
-  };
-  const std::vector<NameAndExtension> cases = {
+TEST_F(ShortFileName, KeepsAPlainExtensionAndNoOther) {
+  const std::vector<std::pair<const char*, const char*>> cases = {
       {"a b.MKV", ".MKV"},
       {"a b.tar.gz", ".gz"},
       {"a b.m2ts", ".m2ts"},
@@ -213,7 +180,7 @@ TEST_F(ShortFileName, APlainExtensionIsKeptAndAnyOtherIsNot) {
   ExpectLink(files().File("my clips.old/clip"), "");
 }
 
-TEST_F(ShortFileName, TheSameFileGetsTheSameNameEachTimeAndAnotherGetsAnother) {
+TEST_F(ShortFileName, IsTheSameEachTimeAndAnotherForAnotherFile) {
   const std::string first = files().File("my first.mp4");
   const std::string second = files().File("my second.mp4");
   const std::string firstShort = Short(first);
@@ -228,63 +195,49 @@ TEST_F(ShortFileName, TheSameFileGetsTheSameNameEachTimeAndAnotherGetsAnother) {
   EXPECT_EQ(ReadFile(firstShort), "replaced");
 }
 
-TEST_F(ShortFileName, AToolReadsTheFileThroughItsShortPath) {
+TEST_F(ShortFileName, LeadsAToolToTheFile) {
   for (const char* name : {"clip.mp4", "-clip.mp4", "my clip.mp4", "a\tb.mp4", "a\nb.mp4",
                            "a\"b\".mp4", "a\xFF.mp4", "%d.mp4", "M\u00E4rz.mp4"}) {
     const std::string text = std::string("text of ") + name;
-    EXPECT_EQ(RunLine("/bin/cat " + Short(files().File(name, text))).result, text);
+    EXPECT_EQ(Joined(RunLine("/bin/cat " + Short(files().File(name, text)))), text);
   }
 }
 
-TEST_F(ShortFileName, WhereNoLinkCanBeMadeTheReasonIsShownWithItsNumber) {
-  struct PlaceAndText {
-    std::string place;
-    std::string text;
-  };
-  const std::vector<PlaceAndText> cases = {
-      {links() / "missing",
-       "An error occurred while obtaining the file path.\n\nThe error number was:\t2\n"
-       "The error description:\tNo such file or directory"},
-      {links().File("a-file"),
-       "An error occurred while obtaining the file path.\n\nThe error number was:\t20\n"
-       "The error description:\tNot a directory"},
-  };
-  for (const auto& [place, text] : cases) {
-    std::vector<std::string> shown;
-    const ShowError show = [&shown](const std::string& message, const std::string& title) {
-      shown.push_back(title);
-      shown.push_back(message);
-    };
-    EXPECT_EQ(GetShortFileName(files().File("my clip.mp4"), show, place), "");
-    EXPECT_EQ(shown, (std::vector<std::string>{"Error", text}));
-  }
-}
-
-TEST_F(ShortFileName, WhereTheLinksNameIsTakenTheReasonIsShownWithItsNumber) {
+TEST_F(ShortFileName, IsEmptyAndTheReasonIsShownWhereNoLinkCanBeMade) {
   const std::string path = files().File("my clip.mp4");
-  const std::string shortPath = Short(path);
-  fs::remove(shortPath);
-  links().File(fs::path(shortPath).lexically_relative(links().path()), "foreign");
-  std::string shown;
-  const ShowError show = [&shown](const std::string& text, const std::string&) { shown = text; };
-  EXPECT_EQ(GetShortFileName(path, show, links().path()), "");
-  EXPECT_EQ(shown,
-            "An error occurred while obtaining the file path.\n\nThe error number was:\t17\n"
-            "The error description:\tFile exists");
-  EXPECT_EQ(ReadFile(shortPath), "foreign");
+  const std::string taken = Short(path);
+  fs::remove(taken);
+  links().File(fs::path(taken).lexically_relative(links().path()), "foreign");
+  struct PlaceAndReason {
+    std::string place;
+    std::string reason;
+  };
+  const std::vector<PlaceAndReason> cases = {
+      {links() / "missing", "2\nThe error description:\tNo such file or directory"},
+      {links().File("a-file"), "20\nThe error description:\tNot a directory"},
+      {links().path(), "17\nThe error description:\tFile exists"},
+  };
+  for (const auto& [place, reason] : cases) {
+    Events shown;
+    const ShowError show = [&shown](const std::string& message, const std::string& title) {
+      shown = {title, message};
+    };
+    EXPECT_EQ(GetShortFileName(path, show, place), "");
+    EXPECT_EQ(shown, (Events{"Error",
+                             "An error occurred while obtaining the file path.\n\n"
+                             "The error number was:\t" +
+                                 reason}));
+    EXPECT_EQ(GetShortFileName(path, {}, place), "") << "without a way to show it";
+  }
+  EXPECT_EQ(ReadFile(taken), "foreign");
 }
 
-TEST_F(ShortFileName, APlaceWhereNoLinkCanBeMadeDoesNotMatterToAPathThatStandsBare) {
+TEST_F(ShortFileName, OfAPathThatStandsBareNeedsNoPlaceForLinks) {
   const std::string path = files().File("a.mp4");
   EXPECT_EQ(ShortIn(links() / "missing", path), path);
-  EXPECT_EQ(ShortIn(links() / "missing", files() / "missing clip.mp4"), "");
 }
 
-TEST_F(ShortFileName, WithoutAWayToShowTheReasonThereIsStillNoShortPath) {
-  EXPECT_EQ(GetShortFileName(files().File("my clip.mp4"), {}, links() / "missing"), "");
-}
-
-TEST_F(ShortFileName, APlaceThatCameToBeAfterAFailureIsUsed) {
+TEST_F(ShortFileName, UsesAPlaceThatCameToBeAfterAFailure) {
   const std::string path = files().File("my clip.mp4");
   EXPECT_EQ(GetShortFileName(path, {}, links() / "later"), "");
   fs::create_directory(links() / "later");
@@ -292,4 +245,4 @@ TEST_F(ShortFileName, APlaceThatCameToBeAfterAFailureIsUsed) {
 }
 
 }  // namespace
-}  // namespace kelvane
+}  // namespace kelvane::testing

@@ -1,131 +1,75 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
 #include "media/ProbeReadings.h"
 
 namespace kelvane {
 namespace {
 
-struct BlockAndReading {
+struct Case {
+  const char* name;
   std::string block;
   std::optional<std::string> width;
   std::optional<std::string> height;
-  bool usedUp;
+  bool usedUp = false;
 };
 
-void ExpectReadings(const std::vector<BlockAndReading>& cases) {
-  for (const auto& [block, width, height, usedUp] : cases) {
-    const SizeReading reading = ReadSize(block);
-    EXPECT_EQ(reading.width, width) << block;
-    EXPECT_EQ(reading.height, height) << block;
-    EXPECT_EQ(reading.usedUp, usedUp) << block;
-  }
+void PrintTo(const Case& shown, std::ostream* out) { *out << shown.block; }
+
+class SizeProbeBlock : public ::testing::TestWithParam<Case> {};
+
+TEST_P(SizeProbeBlock, IsCutAtFixedOffsets) {
+  const SizeReading reading = ReadSize(GetParam().block);
+  EXPECT_EQ(reading.width, GetParam().width);
+  EXPECT_EQ(reading.height, GetParam().height);
+  EXPECT_EQ(reading.usedUp, GetParam().usedUp);
 }
 
-TEST(SizeReading, AWidthOfThreeDigitsIsReadAndTheBlockGoesOn) {
-  ExpectReadings({
-      {"width=720\r\nheight=576\r\n", "720\r\n", "576\r\n", false},
-      {"width=640\r\nheight=1080\r\n", "640\r\n", "1080\r\n", false},
-      {"width=100\r\nheight=8\r\n", "100\r\n", "8\r\n", false},
-  });
-}
+constexpr std::nullopt_t kNone = std::nullopt;
 
-TEST(SizeReading, AWidthOfFourDigitsIsReadAndUsesTheBlockUp) {
-  ExpectReadings({
-      {"width=1920\r\nheight=1080\r\n", "1920\r\n", "1080\r\n", true},
-      {"width=1280\r\nheight=720\r\n", "1280\r\n", "720\r\n", true},
-  });
-}
+// Only a width of four digits uses its block up.
+const Case kCases[] = {
+    {"WidthOfThreeDigits", "width=720\r\nheight=576\r\n", "720\r\n", "576\r\n"},
+    {"ShorterWidthThanHeight", "width=640\r\nheight=1080\r\n", "640\r\n", "1080\r\n"},
+    {"HeightOfOneDigit", "width=100\r\nheight=8\r\n", "100\r\n", "8\r\n"},
+    {"WidthOfFourDigits", "width=1920\r\nheight=1080\r\n", "1920\r\n", "1080\r\n", true},
+    {"LongerWidthThanHeight", "width=1280\r\nheight=720\r\n", "1280\r\n", "720\r\n", true},
+    {"WidthOfFiveDigits", "width=10240\r\nheight=4320\r\n", "10240\r\n", "t=4320\r\n"},
+    {"WidthOfTwoDigits", "width=64\r\nheight=48\r\n", "64\r\n", "8\r\n"},
+    {"WidthOfOneDigit", "width=8\r\nheight=480\r\n", "8\r\n", "0\r\n"},
+    {"BareLineFeeds", "width=720\nheight=576\n", "720\n", "76\n"},
+    {"BareLineFeedsBehindFourDigits", "width=1920\nheight=1080\n", "1920\n", "1080\n"},
+    {"WidenedLineFeeds", WidenLineBreaks("width=720\nheight=576\n"), "720\r\n", "576\r\n"},
+    {"WidenedLineFeedsBehindFourDigits", WidenLineBreaks("width=1920\nheight=1080\n"), "1920\r\n",
+     "1080\r\n", true},
+    {"TwoStreamsOfFourDigits", "width=1920\r\nheight=1080\r\nwidth=1280\r\nheight=720\r\n",
+     "1920\r\n", "1080\r\nwidth1280\r\nheight720\r\n", true},
+    {"TwoStreamsOfThreeDigits", "width=720\r\nheight=576\r\nwidth=640\r\nheight=480\r\n", "720\r\n",
+     "576\r\nwidth=640\r\nheight=480\r\n"},
+    {"WidthWithoutHeight", "width=1920\r\n", "", kNone},
+    {"WidthAlone", "width=", "", kNone},
+    {"WidthBeforeHalfAWord", "width=1920\r\nheigh", "", kNone},
+    {"HeightAlone", "height=1080\r\n", kNone, ""},
+    {"HeightBehindOtherWords", "some words height=1080\r\n", kNone, "1080\r\n"},
+    {"HeightBeforeWidth", "height=1080\r\nwidth=1920\r\n", "", "1920\r\n", true},
+    {"Nothing", "", kNone, kNone},
+    {"LineBreak", "\r\n", kNone, kNone},
+    {"Complaint", "/clips/a.mp4: Invalid data found when processing input\r\n", kNone, kNone},
+    {"WordsWithoutEqualsSigns", "width 1920 height 1080", kNone, kNone},
+    {"HalfAWord", "widt", kNone, kNone},
+    {"UpperCase", "WIDTH=1920\r\nHEIGHT=1080\r\n", "1920\r\n", "1080\r\n", true},
+    {"MixedCase", "Width=720\r\nheiGHT=576\r\n", "720\r\n", "576\r\n"},
+    {"TextBeforeTheWidth", "xx width=1920\r\nheight=1080\r\n", "th=1920\r\n", "ght=1080\r\n"},
+    // Blanks at the ends are dropped and line breaks aren't.
+    {"BlanksAroundTheHeight", "width=720\r\n   height=576   ", "720\r\n   ", "576"},
+    {"BlanksBeforeLineBreaks", "width=72 \r\n height=576\r\n ", "72 \r\n ", "576\r\n"},
+    {"TwoLineBreaks", "width=7200\r\n\r\nheight=576", "7200\r\n\r\n", "ht=576"},
+    {"BytesThatAreNoText", "width=\xFF\x80\x01\r\nheight=\xC3\r\n", "\xFF\x80\x01\r\n", "\xC3\r\n"},
+};
 
-TEST(SizeReading, AWidthOfFiveDigitsLeavesAHeightThatIsNoNumber) {
-  ExpectReadings({{"width=10240\r\nheight=4320\r\n", "10240\r\n", "t=4320\r\n", false}});
-}
-
-TEST(SizeReading, AWidthOfTwoDigitsLeavesTheHeightsLastDigits) {
-  ExpectReadings({
-      {"width=64\r\nheight=48\r\n", "64\r\n", "8\r\n", false},
-      {"width=8\r\nheight=480\r\n", "8\r\n", "0\r\n", false},
-  });
-}
-
-TEST(SizeReading, WithABareLineFeedTheOffsetsMissByOne) {
-  ExpectReadings({
-      {"width=720\nheight=576\n", "720\n", "76\n", false},
-      {"width=1920\nheight=1080\n", "1920\n", "1080\n", false},
-  });
-}
-
-TEST(SizeReading, WithItsLineBreaksWidenedABareLineFeedReadsRight) {
-  ExpectReadings({
-      {WidenLineBreaks("width=720\nheight=576\n"), "720\r\n", "576\r\n", false},
-      {WidenLineBreaks("width=1920\nheight=1080\n"), "1920\r\n", "1080\r\n", true},
-  });
-}
-
-TEST(SizeReading, TwoStreamsBoundTheWidthAtTheFirstHeightAndLeaveBothPairsInTheHeight) {
-  ExpectReadings({
-      {"width=1920\r\nheight=1080\r\nwidth=1280\r\nheight=720\r\n", "1920\r\n",
-       "1080\r\nwidth1280\r\nheight720\r\n", true},
-      {"width=720\r\nheight=576\r\nwidth=640\r\nheight=480\r\n", "720\r\n",
-       "576\r\nwidth=640\r\nheight=480\r\n", false},
-  });
-}
-
-TEST(SizeReading, WithoutItsHeightAWidthIsEmpty) {
-  ExpectReadings({
-      {"width=1920\r\n", "", std::nullopt, false},
-      {"width=", "", std::nullopt, false},
-      {"width=1920\r\nheigh", "", std::nullopt, false},
-  });
-}
-
-TEST(SizeReading, AHeightInABlockOfItsOwnIsCutAtTheSameOffsets) {
-  ExpectReadings({
-      {"height=1080\r\n", std::nullopt, "", false},
-      {"some words height=1080\r\n", std::nullopt, "1080\r\n", false},
-  });
-}
-
-TEST(SizeReading, AHeightBeforeTheWidthLeavesTheWidthEmpty) {
-  ExpectReadings({{"height=1080\r\nwidth=1920\r\n", "", "1920\r\n", true}});
-}
-
-TEST(SizeReading, TextThatIsNoAnswerReadsAsNothing) {
-  ExpectReadings({
-      {"", std::nullopt, std::nullopt, false},
-      {"\r\n", std::nullopt, std::nullopt, false},
-      {"/clips/a.mp4: Invalid data found when processing input\r\n", std::nullopt, std::nullopt,
-       false},
-      {"width 1920 height 1080", std::nullopt, std::nullopt, false},
-      {"widt", std::nullopt, std::nullopt, false},
-  });
-}
-
-TEST(SizeReading, TheWordsAreFoundInAnyCase) {
-  ExpectReadings({
-      {"WIDTH=1920\r\nHEIGHT=1080\r\n", "1920\r\n", "1080\r\n", true},
-      {"Width=720\r\nheiGHT=576\r\n", "720\r\n", "576\r\n", false},
-  });
-}
-
-TEST(SizeReading, ACutBeforeTheWidthIsStillAtTheSeventhCharacter) {
-  ExpectReadings({{"xx width=1920\r\nheight=1080\r\n", "th=1920\r\n", "ght=1080\r\n", false}});
-}
-
-TEST(SizeReading, BlanksRoundTheHeightLineAreDroppedButLineBreaksAreNot) {
-  ExpectReadings({
-      {"width=720\r\n   height=576   ", "720\r\n   ", "576", false},
-      {"width=72 \r\n height=576\r\n ", "72 \r\n ", "576\r\n", false},
-      {"width=7200\r\n\r\nheight=576", "7200\r\n\r\n", "ht=576", false},
-  });
-}
-
-TEST(SizeReading, BytesThatAreNoTextPassThrough) {
-  ExpectReadings(
-      {{"width=\xFF\x80\x01\r\nheight=\xC3\r\n", "\xFF\x80\x01\r\n", "\xC3\r\n", false}});
-}
+INSTANTIATE_TEST_SUITE_P(Text, SizeProbeBlock, ::testing::ValuesIn(kCases),
+                         [](const auto& tested) { return std::string(tested.param.name); });
 
 TEST(EndOfSize, IsBehindTheLineOfTheFirstHeight) {
   EXPECT_EQ(EndOfSize("width=640\nheight=360\n"), 21U);
@@ -138,7 +82,7 @@ TEST(EndOfSize, IsBeforeAWidthThatSomethingStandsBefore) {
   EXPECT_EQ(EndOfSize("[x] Bad frame.\nwidth="), 15U);
 }
 
-TEST(EndOfSize, HasNotComeBeforeThatLineEnds) {
+TEST(EndOfSize, IsZeroBeforeThatLineEnds) {
   for (const char* text : {"", "width=640\n", "width=640\nheight", "width=640\nheight=360", "\n"}) {
     EXPECT_EQ(EndOfSize(text), 0U) << text;
   }
@@ -151,15 +95,11 @@ TEST(EndOfLine, IsBehindItsBreak) {
   EXPECT_EQ(EndOfLine("one"), 0U);
 }
 
-TEST(WidenLineBreaks, GivesEveryBareLineFeedItsCarriageReturn) {
+TEST(WidenLineBreaks, GivesEveryBareLineFeedItsCarriageReturnAndLeavesTheRestAlone) {
   EXPECT_EQ(WidenLineBreaks(""), "");
   EXPECT_EQ(WidenLineBreaks("a"), "a");
-  EXPECT_EQ(WidenLineBreaks("\n"), "\r\n");
   EXPECT_EQ(WidenLineBreaks("a\nb\n"), "a\r\nb\r\n");
   EXPECT_EQ(WidenLineBreaks("\n\n"), "\r\n\r\n");
-}
-
-TEST(WidenLineBreaks, LeavesWideLineBreaksAndCarriageReturnsAlone) {
   EXPECT_EQ(WidenLineBreaks("a\r\nb\r\n"), "a\r\nb\r\n");
   EXPECT_EQ(WidenLineBreaks("a\rb\r"), "a\rb\r");
   EXPECT_EQ(WidenLineBreaks("a\r\r\n\nb"), "a\r\r\n\r\nb");

@@ -2,42 +2,21 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <algorithm>
-#include <array>
-#include <cerrno>
-#include <chrono>
-#include <csignal>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <numeric>
 #include <stdexcept>
 #include <system_error>
-#include <thread>
 
 namespace kelvane::testing {
-namespace {
 
 namespace fs = std::filesystem;
-
-void Require(bool done, const char* what) {
-  if (!done) throw std::system_error(errno, std::generic_category(), what);
-}
-
-// The read end first.
-std::array<Descriptor, 2> Pipe() {
-  std::array<int, 2> ends{};
-  Require(::pipe2(ends.data(), O_CLOEXEC) == 0, "pipe2");
-  return {Descriptor(ends[0]), Descriptor(ends[1])};
-}
-
-}  // namespace
-
 TemporaryFolder::TemporaryFolder() : path_("/tmp/media-test-XXXXXX") {
-  Require(::mkdtemp(path_.data()) != nullptr, "mkdtemp");
+  if (::mkdtemp(path_.data()) == nullptr) throw std::runtime_error("no temporary folder");
 }
 
 TemporaryFolder::~TemporaryFolder() {
@@ -78,84 +57,28 @@ CurrentFolder::~CurrentFolder() {
   fs::current_path(former_, ignored);
 }
 
-Gate::Gate(const std::string& path) : path_(path) {
-  Require(::mkfifo(path.c_str(), S_IRUSR | S_IWUSR) == 0, "mkfifo");
-  // Both ways, so that neither this nor the tool's opening waits for the other.
-  end_ = Descriptor(::open(path.c_str(), O_RDWR | O_CLOEXEC));
-  Require(static_cast<bool>(end_), "open");
+Process StartTestProgram(std::vector<std::string> arguments) {
+  arguments.insert(arguments.begin(), MEDIA_TEST_PROGRAM);
+  return Process(std::move(arguments));
 }
 
-void Gate::Open() const { Require(::write(end_.number(), "go\n", 3) == 3, "write"); }
-
-StartedProgram::StartedProgram(const std::vector<std::string>& arguments) {
-  std::vector<std::string> all = {MEDIA_TEST_PROGRAM};
-  all.insert(all.end(), arguments.begin(), arguments.end());
-  std::vector<char*> pointers;
-  pointers.reserve(all.size() + 1);
-  for (std::string& argument : all) pointers.push_back(argument.data());
-  pointers.push_back(nullptr);
-
-  std::array<Descriptor, 2> in = Pipe();
-  std::array<Descriptor, 2> out = Pipe();
-  process_ = ::fork();
-  Require(process_ >= 0, "fork");
-  if (process_ == 0) {
-    constexpr int kCannotStart = 127;
-    ::dup2(in[0].number(), STDIN_FILENO);
-    ::dup2(out[1].number(), STDOUT_FILENO);
-    ::execv(pointers.front(), pointers.data());
-    ::_exit(kCannotStart);
-  }
-  input_ = std::move(in[1]);
-  output_ = std::move(out[0]);
-}
-
-StartedProgram::~StartedProgram() {
-  if (process_ == 0) return;
-  ::kill(process_, SIGKILL);
-  ::waitpid(process_, nullptr, 0);
-}
-
-std::string StartedProgram::ReadLine() const {
-  std::string line;
-  for (char c = 0; ::read(output_.number(), &c, 1) == 1 && c != '\n';) line += c;
-  return line;
-}
-
-std::string StartedProgram::ReadToTheEnd() const {
-  std::string text;
-  for (char c = 0; ::read(output_.number(), &c, 1) == 1;) text += c;
-  return text;
-}
-
-int StartedProgram::Wait() {
-  int status = 0;
-  Require(::waitpid(process_, &status, 0) == process_, "waitpid");
-  process_ = 0;
-  return status;
-}
-
-ToolRun RunLine(DOSOutputs& outputs, const std::string& commandLine) {
-  ToolRun run;
-  outputs.ReceiveOutputs = [&run](const std::string& block) { run.events.push_back(block); };
-  run.result = outputs.ExecuteCommand(commandLine);
+Events RunLine(DOSOutputs& outputs, const std::string& commandLine) {
+  Events events;
+  outputs.ReceiveOutputs = [&events](const std::string& block) { events.push_back(block); };
+  const std::string result = outputs.ExecuteCommand(commandLine);
   outputs.ReceiveOutputs = nullptr;
-  return run;
+  EXPECT_TRUE(result == Joined(events));
+  EXPECT_TRUE(events.empty() || result == outputs.Outputs());
+  return events;
 }
 
-ToolRun RunLine(const std::string& commandLine) {
+Events RunLine(const std::string& commandLine) {
   DOSOutputs outputs;
   return RunLine(outputs, commandLine);
 }
 
-bool WaitUntil(const std::function<bool()>& condition) {
-  using Clock = std::chrono::steady_clock;
-  const Clock::time_point deadline = Clock::now() + std::chrono::seconds(30);
-  while (!condition()) {
-    if (Clock::now() > deadline) return false;
-    std::this_thread::sleep_for(std::chrono::milliseconds(1));
-  }
-  return true;
+std::string Joined(const Events& events) {
+  return std::accumulate(events.begin(), events.end(), std::string());
 }
 
 char ProcessState(pid_t process) {

@@ -2,13 +2,14 @@
 
 #include <sys/types.h>
 
-#include <functional>
 #include <set>
 #include <string>
 #include <vector>
 
 #include "media/DOSOutputs.h"
-#include "media/Descriptor.h"
+#include "support/Gate.h"
+#include "support/Process.h"
+#include "support/Wait.h"
 
 // What the tests of this room stand on: files and folders of their own, small tools to run, and a
 // look at the system's view of processes and descriptors.
@@ -48,53 +49,16 @@ class CurrentFolder {
   std::string former_;
 };
 
-// A named pipe at which a tool waits for the test: `read go < path` goes on after Open().
-class Gate {
- public:
-  explicit Gate(const std::string& path);
+// Starts the test program of this room.
+Process StartTestProgram(std::vector<std::string> arguments);
 
-  const std::string& path() const { return path_; }
-  int number() const { return end_.number(); }
-  void Open() const;
+using Events = std::vector<std::string>;
 
- private:
-  std::string path_;
-  Descriptor end_;
-};
-
-// A run of the test program, its standard input and output on pipes. Killed and reaped at the end
-// of its life where it still runs.
-class StartedProgram {
- public:
-  explicit StartedProgram(const std::vector<std::string>& arguments);
-  StartedProgram(const StartedProgram&) = delete;
-  StartedProgram& operator=(const StartedProgram&) = delete;
-  ~StartedProgram();
-
-  // The next line that it prints, without its line break.
-  std::string ReadLine() const;
-  // Everything that it still prints.
-  std::string ReadToTheEnd() const;
-  void CloseInput() { input_.Close(); }
-  // Waits for its end and returns the status as waitpid() tells it.
-  int Wait();
-
- private:
-  pid_t process_ = 0;
-  Descriptor input_;
-  Descriptor output_;
-};
-
-// The events and the result of one run.
-struct ToolRun {
-  std::vector<std::string> events;
-  std::string result;
-};
-ToolRun RunLine(DOSOutputs& outputs, const std::string& commandLine);
-ToolRun RunLine(const std::string& commandLine);
-
-// Waits for a condition. False where it doesn't come true in good time.
-bool WaitUntil(const std::function<bool()>& condition);
+// The events of one run. The test fails where the result, or the text held after a run that raised
+// an event, isn't theirs together.
+Events RunLine(DOSOutputs& outputs, const std::string& commandLine);
+Events RunLine(const std::string& commandLine);
+std::string Joined(const Events& events);
 
 // The letter of a process's state as the system shows it, 'Z' for one that ended and isn't reaped;
 // a blank for none.

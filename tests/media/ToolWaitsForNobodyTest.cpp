@@ -10,15 +10,8 @@
 #include "media/DOSOutputs.h"
 #include "support/Sanitized.h"
 
-namespace kelvane {
+namespace kelvane::testing {
 namespace {
-
-using testing::ReadFile;
-using testing::RunLine;
-using testing::StartedProgram;
-using testing::TemporaryFolder;
-using testing::ToolRun;
-using testing::WaitUntil;
 
 // More than a pipe holds.
 constexpr std::size_t kMuch = 400'000;
@@ -31,7 +24,7 @@ class ToolWaitsForNobody : public ::testing::Test {
                                                   " /dev/zero\necho end\ntouch " + folder_ / file);
   }
   bool IsMadeInTime(const std::string& file) const {
-    return WaitUntil([&] { return std::filesystem::exists(folder_ / file); });
+    return WaitFor([&] { return std::filesystem::exists(folder_ / file); });
   }
   const std::string text_ = "begin\n" + std::string(kMuch, '\0') + "end\n";
   TemporaryFolder folder_;
@@ -84,23 +77,22 @@ TEST_F(ToolWaitsForNobody, AndWithoutAThreadToReadItIsNotStarted) {
   DOSOutputs outputs;
   RunLine(outputs, "/bin/echo earlier");
   ASSERT_EQ(pthread_setattr_default_np(&tooLarge), 0);
-  const ToolRun run = RunLine(outputs, TalkingTool("ended"));
+  const Events events = RunLine(outputs, TalkingTool("ended"));
   pthread_setattr_default_np(&former);
   pthread_attr_destroy(&former);
   pthread_attr_destroy(&tooLarge);
 
-  EXPECT_EQ(run.events, std::vector<std::string>{});
-  EXPECT_EQ(run.result, "");
+  EXPECT_EQ(events, Events{});
   EXPECT_EQ(outputs.Outputs(), "earlier\n");
   EXPECT_FALSE(std::filesystem::exists(folder_ / "ended"));
-  EXPECT_EQ(RunLine(outputs, "/bin/echo later").result, "later\n");
+  EXPECT_EQ(Joined(RunLine(outputs, "/bin/echo later")), "later\n");
 }
 
 // In a process of its own, whose memory is the run's alone.
 TEST_F(ToolWaitsForNobody, AndItsTextTakesTwiceItsSizeOfMemoryAtMost) {
   if (kSanitized) GTEST_SKIP() << "a sanitizer has memory of its own";
   constexpr long kFlood = 256 * 1024;  // KiB
-  StartedProgram program({"flood", std::to_string(kFlood)});
+  Process program = StartTestProgram({"flood", std::to_string(kFlood)});
   const long most = std::stol(program.ReadLine());
   EXPECT_EQ(program.Wait(), 0);
   EXPECT_GT(most, kFlood) << "it is kept whole";
@@ -108,4 +100,4 @@ TEST_F(ToolWaitsForNobody, AndItsTextTakesTwiceItsSizeOfMemoryAtMost) {
 }
 
 }  // namespace
-}  // namespace kelvane
+}  // namespace kelvane::testing

@@ -72,7 +72,7 @@ class AFileDialog : public ::testing::Test {
     NameOf(shown).clearFocus();  // as the pointer does
     // The list goes on being put in order for a while, and forgets what is picked.
     auto* list = shown.findChild<QListView*>(QStringLiteral("listView"));
-    EXPECT_TRUE(PumpUntil([&] {
+    EXPECT_TRUE(WaitFor([&] {
       for (const QModelIndex& file : FilesOf(*list)) {
         if (file.data().toString() != name) continue;
         list->scrollTo(file);
@@ -114,7 +114,7 @@ class AFileDialog : public ::testing::Test {
   }
 
   void ExpectFiles(const QFileDialog& shown, const QStringList& expected) {
-    PumpUntil([&] { return Files(shown) == expected; });
+    WaitFor([&] { return Files(shown) == expected; });
     EXPECT_EQ(Files(shown).join(QLatin1String(", ")).toStdString(),
               expected.join(QLatin1String(", ")).toStdString());
   }
@@ -229,7 +229,7 @@ class ATypedName : public AFileDialog {
   static QAbstractItemView& Complete(QFileDialog& shown, const QString& beginning) {
     QTest::keyClicks(&NameOf(shown), beginning);
     QAbstractItemView& completions = *NameOf(shown).completer()->popup();
-    EXPECT_TRUE(PumpUntil([&] { return completions.isVisible(); }));
+    EXPECT_TRUE(WaitFor([&] { return completions.isVisible(); }));
     return completions;
   }
 
@@ -272,7 +272,7 @@ TEST_F(ATypedName, GoesBeforeAFolderThatIsSelectedInTheList) {
   EXPECT_TRUE(Open([&](QFileDialog& shown) {
     auto* list = shown.findChild<QListView*>(QStringLiteral("listView"));
     QTest::keyClicks(&NameOf(shown), QStringLiteral("clip.mp4"));
-    EXPECT_TRUE(PumpUntil([&] {
+    EXPECT_TRUE(WaitFor([&] {
       for (const QModelIndex& file : FilesOf(*list)) {
         if (file.data().toString() == inner) list->setCurrentIndex(file);
       }

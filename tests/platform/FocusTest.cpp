@@ -55,7 +55,7 @@ TEST(AControl, TakesTheKeyboardWhenItIsGivenIt) {
       {{.name = "One", .controlClass = ControlClass::kPictureBox, .place = {0, 0, 300, 300}},
        {.name = "Two", .controlClass = ControlClass::kPictureBox, .place = {300, 0, 300, 300}}});
   form.Open();
-  ASSERT_TRUE(PumpUntil([&] { return form.isActiveWindow(); }));
+  ASSERT_TRUE(WaitFor([&] { return form.isActiveWindow(); }));
   for (const char* name : {"One", "Two"}) {
     form.Find<PictureBox>(QLatin1String(name)).SetFocus();
     EXPECT_EQ(QApplication::focusWidget(), &form.Find<PictureBox>(QLatin1String(name)));

@@ -71,7 +71,7 @@ TEST(AFormsSize, IsTheScreensOnceTheUserHasChangedIt) {
   form.Open();
   form.setWidth(16667);
   form.windowHandle()->resize(500, 400);
-  ASSERT_TRUE(PumpUntil([&] { return form.width() == 500; }));
+  ASSERT_TRUE(WaitFor([&] { return form.width() == 500; }));
   EXPECT_EQ(form.Width(), 7500);
   EXPECT_EQ(form.Height(), 6000);
   EXPECT_EQ(form.ScaleWidth(), 500);
@@ -169,7 +169,7 @@ TEST_F(FormResize, IsRaisedWhenTheUserResizes) {
   form.Open();
   events.clear();
   form.windowHandle()->resize(500, 400);
-  ASSERT_TRUE(PumpUntil([&] { return !events.empty(); }));
+  ASSERT_TRUE(WaitFor([&] { return !events.empty(); }));
   EXPECT_EQ(events, Events{"500x400"});
 }
 
@@ -195,8 +195,8 @@ TEST_F(FormResize, SnapsBackWhatTheUserMadeTooSmall) {
   };
   form.Open();
   form.windowHandle()->resize(100, 400);
-  EXPECT_TRUE(PumpUntil([&] { return form.height() == 400; }));
-  EXPECT_TRUE(PumpUntil([&] { return form.windowHandle()->width() == 300; }));
+  EXPECT_TRUE(WaitFor([&] { return form.height() == 400; }));
+  EXPECT_TRUE(WaitFor([&] { return form.windowHandle()->width() == 300; }));
   EXPECT_EQ(form.Width(), 4500);
   EXPECT_EQ(form.ScaleWidth(), 300);
 }
@@ -208,11 +208,11 @@ TEST_F(FormResize, IsRaisedWhenTheFormIsMinimisedAndWhenItIsRestored) {
   std::vector<WindowState> states;
   form.OnResize = [&] { states.push_back(form.State()); };
   form.showMinimized();
-  ASSERT_TRUE(PumpUntil([&] { return !states.empty(); }));
+  ASSERT_TRUE(WaitFor([&] { return !states.empty(); }));
   EXPECT_EQ(states, std::vector{WindowState::kMinimised});
   EXPECT_EQ(form.State(), WindowState::kMinimised);
   form.showNormal();
-  ASSERT_TRUE(PumpUntil([&] { return states.size() >= 2; }));
+  ASSERT_TRUE(WaitFor([&] { return states.size() >= 2; }));
   EXPECT_EQ(states.back(), WindowState::kNormal);
 }
 
@@ -220,10 +220,10 @@ TEST_F(FormResize, IsRaisedOnceWhenTheFormIsMaximisedAndOnceWhenItIsRestored) {
   form.Open();
   events.clear();
   form.showMaximized();
-  ASSERT_TRUE(PumpUntil([&] { return form.width() != 300; }));
+  ASSERT_TRUE(WaitFor([&] { return form.width() != 300; }));
   const std::string maximised = std::to_string(form.width()) + "x" + std::to_string(form.height());
   form.showNormal();
-  ASSERT_TRUE(PumpUntil([&] { return form.width() == 300; }));
+  ASSERT_TRUE(WaitFor([&] { return form.width() == 300; }));
   EXPECT_EQ(events, (Events{maximised, "300x200"}));
 }
 
@@ -240,7 +240,7 @@ TEST_P(AFormThatFillsTheScreen, AsksForNoLargerSize) {
   const int screenWidth = form.screen()->size().width();
   ASSERT_LT(screenWidth, 2000);
   form.setWindowState(GetParam());
-  EXPECT_TRUE(PumpUntil([&] { return form.width() <= screenWidth; }));
+  EXPECT_TRUE(WaitFor([&] { return form.width() <= screenWidth; }));
   DoEvents();
   EXPECT_LE(form.width(), screenWidth);
   EXPECT_EQ(form.windowHandle()->size(), form.size());
@@ -256,9 +256,9 @@ TEST(AFormsState, IsMaximisedWhenItFillsTheScreen) {
   TestForm form;
   form.Open();
   form.showMaximized();
-  EXPECT_TRUE(PumpUntil([&] { return form.State() == WindowState::kMaximised; }));
+  EXPECT_TRUE(WaitFor([&] { return form.State() == WindowState::kMaximised; }));
   form.showNormal();
-  EXPECT_TRUE(PumpUntil([&] { return form.State() == WindowState::kNormal; }));
+  EXPECT_TRUE(WaitFor([&] { return form.State() == WindowState::kNormal; }));
 }
 
 TEST(AFixedDialog, IsResizedByTheProgramAndNotByTheUser) {

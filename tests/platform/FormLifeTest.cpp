@@ -105,7 +105,7 @@ TEST_F(AFormsLife, UnloadingAFormThatIsNotLoadedDoesNothing) {
 TEST_F(AFormsLife, ClosingTheWindowIsUnloading) {
   form.Open();
   form.windowHandle()->close();
-  ASSERT_TRUE(PumpUntil([this] { return !form.Loaded(); }));
+  ASSERT_TRUE(WaitFor([this] { return !form.Loaded(); }));
   EXPECT_FALSE(form.isVisible());
   EXPECT_EQ(events, (Events{"Load", "QueryUnload", "Unload"}));
 }
@@ -209,13 +209,13 @@ class ADroppedForm : public ::testing::Test {
     };
   }
 
-  void WaitFor(const char* event) {
-    ASSERT_TRUE(PumpUntil([&] { return std::count(events.begin(), events.end(), event) > 0; }));
+  void WaitForEvent(const char* event) {
+    ASSERT_TRUE(WaitFor([&] { return std::count(events.begin(), events.end(), event) > 0; }));
     DeleteWhatMayBeDeleted();
   }
 
   void ExpectDeletionAfterTheHandler() {
-    WaitFor("end");
+    WaitForEvent("end");
     EXPECT_EQ(events, (Events{"Load", "begin", "QueryUnload", "Unload", "end", "deleted"}));
   }
 
@@ -233,7 +233,7 @@ TEST_F(ADroppedForm, OutlivesItsUnloadingInATickUntilTheHandlerReturns) {
 TEST_F(ADroppedForm, OutlivesItsUnloadingByTheMouseUntilTheHandlerReturns) {
   Dropped& form = instance.Load(events);
   form.Show();
-  ASSERT_TRUE(PumpUntil([&] { return form.windowHandle()->isExposed(); }));
+  ASSERT_TRUE(WaitFor([&] { return form.windowHandle()->isExposed(); }));
   form.label.MouseUp = [run = Handler()](const MouseEvent&) { run(); };
   Pointer pointer(form);
   pointer.MoveTo(form.label, {5, 5});
@@ -284,7 +284,7 @@ TEST_F(ADroppedForm, OutlivesItsUnloadingByTheUserInANestedDoEvents) {
     events.emplace_back("end");
   };
   form.timer.setEnabled(true);
-  WaitFor("end");
+  WaitForEvent("end");
   EXPECT_EQ(events,
             (Events{"Load", "begin", "QueryUnload", "Unload", "not loaded", "end", "deleted"}));
 }
@@ -296,7 +296,7 @@ TEST_F(ADroppedForm, WaitsForTheOutermostOfItsHandlers) {
     const int mine = ++depth;
     events.push_back("begin " + std::to_string(mine));
     if (mine == 1) {
-      PumpUntil([&] { return depth == 2; });
+      WaitFor([&] { return depth == 2; });
     } else {
       form.Unload();
     }
@@ -304,7 +304,7 @@ TEST_F(ADroppedForm, WaitsForTheOutermostOfItsHandlers) {
     events.push_back("end " + std::to_string(mine));
   };
   form.timer.setEnabled(true);
-  WaitFor("end 1");
+  WaitForEvent("end 1");
   EXPECT_EQ(events, (Events{"Load", "begin 1", "begin 2", "QueryUnload", "Unload", "end 2", "end 1",
                             "deleted"}));
 }
@@ -340,7 +340,7 @@ TEST_F(ADroppedForm, LivesBesideItsSuccessorWhileItsHandlerRuns) {
     events.push_back("first: " + first.label.Caption().toStdString());
   };
   first.timer.setEnabled(true);
-  WaitFor("first: ");
+  WaitForEvent("first: ");
   EXPECT_EQ(events, (Events{"Load", "QueryUnload", "Unload", "Load", "first: ", "deleted"}));
   EXPECT_TRUE(instance.Loaded());
 }

@@ -81,7 +81,7 @@ TEST_F(AListBox, HasOneLineSelectedAtMost) {
 TEST_F(AListBox, TakesTheFocusWithoutSelectingALine) {
   AddMany(3);
   inside.setFocus();
-  ASSERT_TRUE(PumpUntil([&] { return inside.hasFocus(); }));
+  ASSERT_TRUE(WaitFor([&] { return inside.hasFocus(); }));
   EXPECT_EQ(list.ListIndex(), -1);
   list.setListIndex(1);
   inside.clearFocus();

@@ -111,7 +111,7 @@ TEST_F(AListView, ScrollsTheSelectedRowIntoView) {
 
 TEST_F(AListView, TakesTheFocusForItsRows) {
   form.activateWindow();
-  ASSERT_TRUE(PumpUntil([&] { return form.isActiveWindow(); }));
+  ASSERT_TRUE(WaitFor([&] { return form.isActiveWindow(); }));
   list.SetFocus();
   EXPECT_EQ(QApplication::focusWidget(), &inside);
 }

@@ -34,7 +34,7 @@ class PlayerFiles : public PlayerTest {
     return extent;
   }
   bool AwaitBlue(QSize extent) const {
-    return PumpUntil([&] { return BlueExtent() == extent; });
+    return WaitFor([&] { return BlueExtent() == extent; });
   }
   void ExpectTheNextFilePlays() const {
     player.setURL(MakePlain("good.mp4", "red", 5));
@@ -167,7 +167,7 @@ TEST_F(PlayerFiles, WhosePicturesBecomeSmallerAreBlackAroundThem) {
   ASSERT_TRUE(MakeColours(small, QSize(160, 90), QList<QRgb>(20, 0xff0000ff)));
   player.setURL(Make("both.ts", {"-i", "concat:" + large + "|" + small, "-c", "copy"}));
   EXPECT_TRUE(watch.AwaitColour(kPlayedRed));
-  EXPECT_TRUE(PumpUntil([&] {
+  EXPECT_TRUE(WaitFor([&] {
     const QImage picture = Picture(player);
     return BlueExtent() == QSize(160, 90) && picture.pixel(165, 45) == 0xff000000 &&
            picture.pixel(80, 95) == 0xff000000 && picture.pixel(315, 175) == 0xff000000;
@@ -181,7 +181,7 @@ TEST_F(PlayerFiles, WhoseTimesJumpBackHaveNoPositionBeforeTheBeginning) {
   const QByteArray early = ContentOf(Make("early.ts", Plain("320x180", "25", "2")));
   player.setURL(Write("both.ts", late + early));
   bool isNegative = false;
-  EXPECT_TRUE(PumpUntil([&] {
+  EXPECT_TRUE(WaitFor([&] {
     isNegative |= player.controls.currentPositionString().contains(QLatin1Char('-'));
     return !watch.Core().Active();
   }));
@@ -242,7 +242,7 @@ TEST_F(PlayerFiles, ThatCannotBePlayedEndAndAreBlack) {
 TEST_F(PlayerFiles, ThatCannotBePlayedEndTheOneBefore) {
   player.setURL(MakePlain("red.mp4", "red", 20));
   ASSERT_TRUE(watch.AwaitColour(kPlayedRed));
-  ASSERT_TRUE(PumpUntil([&] { return player.currentMediaDuration() > 0.0; }));
+  ASSERT_TRUE(WaitFor([&] { return player.currentMediaDuration() > 0.0; }));
   player.setURL(Write("notes.txt", "no video\n"));
   EXPECT_TRUE(watch.AwaitColour(kNothingPlayed));
   EXPECT_TRUE(watch.AwaitEnd());

@@ -50,14 +50,14 @@ class ALibrary : public PlayerTest {
     player.controls.play();
     player.settings.setVolume(70);
     player.settings.setBalance(-40);
-    EXPECT_TRUE(HoldsFor(kAWhile, [&] { return watch.Colour() == kNothingPlayed; }));
+    EXPECT_TRUE(HoldsFor([&] { return watch.Colour() == kNothingPlayed; }, kAWhile));
     EXPECT_EQ(player.controls.currentPositionString(), QStringLiteral("00:00"));
     player.controls.stop();
     EXPECT_TRUE(watch.AwaitEnd());
     form.reset();
   }
 
-  static constexpr int kAWhile = 200;  // ms
+  static constexpr auto kAWhile = 200ms;
 };
 
 TEST_F(ALibrary, ThatMakesNoPlayerLeavesItBlack) {
@@ -105,13 +105,13 @@ TEST_F(ALibrary, ThatHasNoAnswerHowLongAFileIsLeavesTheDurationAsItWas) {
     return event;
   });
   player.setURL(MakePlain("red.mp4", "red", 20));
-  EXPECT_TRUE(PumpUntil([&] { return player.currentMediaDuration().value_or(0) > 19.9; }));
+  EXPECT_TRUE(WaitFor([&] { return player.currentMediaDuration().value_or(0) > 19.9; }));
   player.controls.stop();
-  EXPECT_TRUE(PumpUntil([] {
+  EXPECT_TRUE(WaitFor([] {
     PlayerLibrary::Get()->get_property_async(handle, 0, "duration", MPV_FORMAT_DOUBLE);
     return refusals > 0;
   }));
-  EXPECT_TRUE(HoldsFor(kAWhile, [&] { return player.currentMediaDuration().value_or(0) > 19.9; }));
+  EXPECT_TRUE(HoldsFor([&] { return player.currentMediaDuration().value_or(0) > 19.9; }, kAWhile));
   form.reset();
 }
 
@@ -162,7 +162,7 @@ TEST_F(ALibrary, ThatTellsOfNoChangeOfTheDurationIsAskedForIt) {
     return event;
   });
   player.setURL(MakePlain("red.mp4", "red", 20));
-  EXPECT_TRUE(PumpUntil([&] { return player.currentMediaDuration().value_or(0) > 19.9; }));
+  EXPECT_TRUE(WaitFor([&] { return player.currentMediaDuration().value_or(0) > 19.9; }));
   form.reset();
 }
 

@@ -120,7 +120,7 @@ class FilesBesideOthers : public PlayerTest {
     const Openings opened(file.path());
     bool shows = false;
     player.setURL(InFolder(name));
-    EXPECT_TRUE(PumpUntil([&] {
+    EXPECT_TRUE(WaitFor([&] {
       shows |= watch.Colour() != kNothingPlayed;
       return !watch.Core().Active();
     }));

@@ -15,7 +15,7 @@ namespace {
 
 class APlayer : public PlayerTest {
  protected:
-  static constexpr int kAWhile = 300;  // ms
+  static constexpr auto kAWhile = 300ms;
 };
 
 TEST_F(APlayer, RepaintsNoControlThatLiesBesideOrOverIt) {
@@ -34,7 +34,7 @@ TEST_F(APlayer, RepaintsNoControlThatLiesBesideOrOverIt) {
   const PaintsOf bars("Picture1");
   window.Find<WindowsMediaPlayer>("wmp").setURL(MakePlain("red.mp4", "red", 3));
   constexpr int kSome = 20;
-  ASSERT_TRUE(PumpUntil([&] { return pictures.Count() > kSome; }));
+  ASSERT_TRUE(WaitFor([&] { return pictures.Count() > kSome; }));
   EXPECT_EQ(scrollBars.Count(), 0);
   EXPECT_EQ(bars.Count(), 0);
 }
@@ -57,7 +57,7 @@ TEST_F(APlayer, ShowsEveryPixelOfTheFileAsItIsFromTheTopLeftCorner) {
   const QImage expected(reinterpret_cast<const uchar*>(bytes.constData()), 300, 170,
                         QImage::Format_RGB32);
   player.setURL(file);
-  EXPECT_TRUE(PumpUntil([&] { return Picture(player).copy(0, 0, 300, 170) == expected; }));
+  EXPECT_TRUE(WaitFor([&] { return Picture(player).copy(0, 0, 300, 170) == expected; }));
   EXPECT_EQ(CountOf(Picture(player).copy(300, 0, 20, 180), 0x000000), 20 * 180);
   EXPECT_EQ(CountOf(Picture(player).copy(0, 170, 320, 10), 0x000000), 320 * 10);
 }
@@ -107,13 +107,13 @@ TEST_F(APlayer, TellsThePositionInMinutesAndSeconds) {
   player.setURL(MakePlain("red.mp4", "red", 5));
   EXPECT_EQ(player.controls.currentPositionString(), QStringLiteral("00:00"));
   EXPECT_TRUE(
-      PumpUntil([&] { return player.controls.currentPositionString() == QLatin1String("00:01"); }));
+      WaitFor([&] { return player.controls.currentPositionString() == QLatin1String("00:01"); }));
 }
 
 TEST_F(APlayer, TellsTheDurationInSecondsOnceItIsKnown) {
   player.setURL(MakePlain("red.mp4", "red", 5));
   EXPECT_EQ(player.currentMediaDuration(), 0.0);
-  EXPECT_TRUE(PumpUntil([&] { return player.currentMediaDuration() != 0.0; }));
+  EXPECT_TRUE(WaitFor([&] { return player.currentMediaDuration() != 0.0; }));
   EXPECT_NEAR(*player.currentMediaDuration(), 5, 0.1);
   player.controls.stop();
   ASSERT_TRUE(watch.AwaitColour(kNothingPlayed));
@@ -126,7 +126,7 @@ TEST_F(APlayer, PlaysAFileOnceAndIsBlackThen) {
   ASSERT_TRUE(watch.AwaitColour(kNothingPlayed));
   EXPECT_EQ(player.controls.currentPositionString(), QStringLiteral("00:00"));
   EXPECT_TRUE(HoldsFor(
-      kAWhile, [&] { return watch.Colour() == kNothingPlayed && watch.Core().Position() == 0; }));
+      [&] { return watch.Colour() == kNothingPlayed && watch.Core().Position() == 0; }, kAWhile));
 }
 
 TEST_F(APlayer, PlaysAFileThatHasEndedFromItsBeginning) {
@@ -176,7 +176,7 @@ TEST_F(APlayer, StoppedAndStartedAtOnceGoesOnPlaying) {
   ASSERT_TRUE(watch.AwaitPosition(1));
   player.controls.stop();
   player.controls.play();
-  EXPECT_TRUE(PumpUntil([&] { return watch.Core().Position() < 1; }));
+  EXPECT_TRUE(WaitFor([&] { return watch.Core().Position() < 1; }));
   ASSERT_TRUE(watch.AwaitColour(kPlayedRed));
   EXPECT_TRUE(watch.Moves());
   player.controls.pause();
@@ -201,7 +201,7 @@ TEST_F(APlayer, StartsTheSameFileAgainFromItsBeginningEvenWhilePaused) {
   ASSERT_TRUE(watch.AwaitPosition(1));
   player.controls.pause();
   player.setURL(file);
-  EXPECT_TRUE(PumpUntil([&] { return watch.Core().Position() < 0.9; }));
+  EXPECT_TRUE(WaitFor([&] { return watch.Core().Position() < 0.9; }));
   EXPECT_TRUE(watch.Moves());
   EXPECT_NEAR(player.currentMediaDuration().value_or(0), 20, 0.1);
 }
@@ -214,7 +214,7 @@ TEST_F(APlayer, ShowsTheLastOfSeveralFilesGivenAtOnce) {
     player.setURL(blue);
   }
   ASSERT_TRUE(watch.AwaitColour(kPlayedBlue));
-  EXPECT_TRUE(HoldsFor(kAWhile, [&] { return PlayerWatch::Like(watch.Colour(), kPlayedBlue); }));
+  EXPECT_TRUE(HoldsFor([&] { return PlayerWatch::Like(watch.Colour(), kPlayedBlue); }, kAWhile));
   EXPECT_TRUE(watch.Moves());
 }
 
@@ -226,7 +226,7 @@ TEST_F(APlayer, UnloadsWithAnEmptyFile) {
   EXPECT_EQ(player.currentMediaDuration(), std::nullopt);
   EXPECT_TRUE(watch.AwaitColour(kNothingPlayed));
   player.controls.play();
-  EXPECT_TRUE(HoldsFor(kAWhile, [&] { return watch.Colour() == kNothingPlayed; }));
+  EXPECT_TRUE(HoldsFor([&] { return watch.Colour() == kNothingPlayed; }, kAWhile));
 }
 
 TEST_F(APlayer, PlaysAFileWithBlanksAndForeignLettersInItsName) {
@@ -261,7 +261,7 @@ TEST_F(APlayer, OffersAMenuOnThePicture) {
       if (action->text() == QLatin1String(entry)) action->trigger();
     }
     menu->close();
-    EXPECT_TRUE(PumpUntil([&] { return player.findChild<QMenu*>() == nullptr; }));
+    EXPECT_TRUE(WaitFor([&] { return player.findChild<QMenu*>() == nullptr; }));
   };
   choose("Pause");
   EXPECT_TRUE(watch.StandsStill());

@@ -16,6 +16,12 @@ void Call(const Step& step, const Arguments&... arguments) {
 
 }  // namespace
 
+QRect InkOf(const QImage& picture, QRgb color) {
+  const QRect ink = Extent(picture, picture.rect(), color);
+  EXPECT_TRUE(AllOf(picture, ink, color));
+  return ink;
+}
+
 TestForm::TestForm(const Controls& controls, const Menus& menus)
     : TestForm(kPixelForm, controls, menus) {}
 
@@ -25,7 +31,7 @@ TestForm::TestForm(const FormDesign& design, const Controls& controls, const Men
 void TestForm::Open() {
   Load();
   Show();
-  ASSERT_TRUE(PumpUntil([this] { return windowHandle()->isExposed(); }));
+  ASSERT_TRUE(WaitFor([this] { return windowHandle()->isExposed(); }));
 }
 
 void TestForm::Form_Load() { Call(OnLoad); }

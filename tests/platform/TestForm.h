@@ -59,4 +59,7 @@ std::string Describe(const char* what, const MouseEvent& event);
 // Writes a control's mouse events down in `events`.
 void Record(Control& control, Events& events);
 
+// Where the picture has the colour, empty if nowhere. The test fails if the place isn't full of it.
+QRect InkOf(const QImage& picture, QRgb color);
+
 }  // namespace kelvane::testing

@@ -25,7 +25,7 @@ class ATimer : public ::testing::Test {
   static void PumpFor(int milliseconds) {
     QElapsedTimer clock;
     clock.start();
-    PumpUntil([&] { return clock.hasExpired(milliseconds); });
+    WaitFor([&] { return clock.hasExpired(milliseconds); });
   }
   // Keeps the thread busy for that long, without serving any event.
   static void WorkFor(int milliseconds) {
@@ -56,13 +56,13 @@ TEST_F(ATimer, TicksAgainAndAgainWhileItIsEnabled) {
   timer.setEnabled(true);
   EXPECT_TRUE(timer.Enabled());
   EXPECT_EQ(ticks, 0);
-  EXPECT_TRUE(PumpUntil([&] { return ticks == 4; }));
+  EXPECT_TRUE(WaitFor([&] { return ticks == 4; }));
   EXPECT_GE(clock.elapsed(), 4 * kInterval - 4);
 }
 
 TEST_F(ATimer, TicksNoMoreOnceItIsDisabled) {
   timer.setEnabled(true);
-  ASSERT_TRUE(PumpUntil([&] { return ticks == 1; }));
+  ASSERT_TRUE(WaitFor([&] { return ticks == 1; }));
   timer.setEnabled(false);
   EXPECT_FALSE(timer.Enabled());
   PumpFor(5 * kInterval);
@@ -76,7 +76,7 @@ TEST_F(ATimer, WaitsAWholeIntervalWhenItIsEnabledAnew) {
   timer.setEnabled(true);
   QElapsedTimer clock;
   clock.start();
-  ASSERT_TRUE(PumpUntil([&] { return ticks == 1; }));
+  ASSERT_TRUE(WaitFor([&] { return ticks == 1; }));
   EXPECT_GE(clock.elapsed(), kInterval - 1);
 }
 
@@ -84,7 +84,7 @@ TEST_F(ATimer, IsNotHeldBackByBeingEnabledWhileItIs) {
   timer.setEnabled(true);
   QElapsedTimer clock;
   clock.start();
-  EXPECT_TRUE(PumpUntil([&] {
+  EXPECT_TRUE(WaitFor([&] {
     timer.setEnabled(true);
     return ticks == 3 || clock.hasExpired(100 * kInterval);
   }));
@@ -97,11 +97,11 @@ TEST_F(ATimer, MayDisableItselfInItsTick) {
     timer.setEnabled(false);
   };
   timer.setEnabled(true);
-  ASSERT_TRUE(PumpUntil([&] { return ticks == 1; }));
+  ASSERT_TRUE(WaitFor([&] { return ticks == 1; }));
   PumpFor(5 * kInterval);
   EXPECT_EQ(ticks, 1);
   timer.setEnabled(true);
-  EXPECT_TRUE(PumpUntil([&] { return ticks == 2; }));
+  EXPECT_TRUE(WaitFor([&] { return ticks == 2; }));
 }
 
 TEST_F(ATimer, TicksAtTheDoEventsOfItsOwnHandler) {
@@ -119,7 +119,7 @@ TEST_F(ATimer, TicksAtTheDoEventsOfItsOwnHandler) {
     events.push_back("end " + std::to_string(tick));
   };
   timer.setEnabled(true);
-  ASSERT_TRUE(PumpUntil([&] { return events.size() >= 6; }));
+  ASSERT_TRUE(WaitFor([&] { return events.size() >= 6; }));
   EXPECT_EQ(events, (Events{"begin 1", "begin 2", "begin 3", "end 3", "end 2", "end 1"}));
 }
 
@@ -130,7 +130,7 @@ TEST_F(ATimer, TicksOnceForAllTheTicksThatFoundNobodyPumping) {
   EXPECT_EQ(ticks, 1);
   DoEvents();
   EXPECT_EQ(ticks, 1);
-  EXPECT_TRUE(PumpUntil([&] { return ticks == 2; }));
+  EXPECT_TRUE(WaitFor([&] { return ticks == 2; }));
 }
 
 TEST_F(ATimer, WithNobodyToTellIsNoTrouble) {
@@ -142,9 +142,9 @@ TEST_F(ATimer, WithNobodyToTellIsNoTrouble) {
 
 TEST_F(ATimer, TicksWhetherItsFormIsOnTheScreenOrNot) {
   timer.setEnabled(true);
-  EXPECT_TRUE(PumpUntil([&] { return ticks == 1; }));
+  EXPECT_TRUE(WaitFor([&] { return ticks == 1; }));
   form.Show();
-  EXPECT_TRUE(PumpUntil([&] { return ticks == 3; }));
+  EXPECT_TRUE(WaitFor([&] { return ticks == 3; }));
 }
 
 TEST_F(ATimer, IsStoppedByTheUnloadingOfItsForm) {
@@ -161,7 +161,7 @@ TEST_F(ATimer, DoesNotTickForAFormThatIsNotLoaded) {
   PumpFor(5 * kInterval);
   EXPECT_EQ(ticks, 0);
   form.Load();
-  EXPECT_TRUE(PumpUntil([&] { return ticks == 1; }));
+  EXPECT_TRUE(WaitFor([&] { return ticks == 1; }));
 }
 
 TEST_F(ATimer, EnabledByAHandlerThatOutlivesTheUnloadingDoesNotTick) {
@@ -173,7 +173,7 @@ TEST_F(ATimer, EnabledByAHandlerThatOutlivesTheUnloadingDoesNotTick) {
     second.setEnabled(true);
   };
   timer.setEnabled(true);
-  ASSERT_TRUE(PumpUntil([&] { return !form.Loaded(); }));
+  ASSERT_TRUE(WaitFor([&] { return !form.Loaded(); }));
   PumpFor(5 * kInterval);
   EXPECT_EQ(other, 0);
 }
@@ -184,7 +184,7 @@ TEST_F(ATimer, RunsBesideOthersOfTheSameForm) {
   second.Tick = [&] { ++other; };
   second.setEnabled(true);
   timer.setEnabled(true);
-  ASSERT_TRUE(PumpUntil([&] { return other == 2; }));
+  ASSERT_TRUE(WaitFor([&] { return other == 2; }));
   EXPECT_GE(ticks, 3);
   EXPECT_LE(ticks, 7);
 }

@@ -59,7 +59,7 @@ TEST_F(AToolTip, WithoutATextIsNone) {
   RestOnTheBox();
   EXPECT_TRUE(QToolTip::isVisible());
   QToolTip::hideText();
-  ASSERT_TRUE(PumpUntil([] { return !QToolTip::isVisible(); }));
+  ASSERT_TRUE(WaitFor([] { return !QToolTip::isVisible(); }));
   box_.setToolTipText(QString());
   RestOnTheBox();
   EXPECT_FALSE(QToolTip::isVisible());

@@ -25,7 +25,7 @@ TEST_F(SectionWindowReading, TellsOfAnOptionWhatItsReadOutSays) {
 
 TEST_F(SectionWindowReading, DragsANeedleThatIsGivenAValue) {
   NodeOf(NeedleBox(StartNeedle)).valueInterface()->setCurrentValue(100);
-  EXPECT_TRUE(PumpUntil([this] { return Time(SectionStart) == "00:01:42"; }));
+  EXPECT_TRUE(WaitFor([this] { return Time(SectionStart) == "00:01:42"; }));
   EXPECT_EQ(NeedleBox(StartNeedle).Left(), 100);
 }
 
@@ -33,7 +33,7 @@ TEST_F(SectionWindowReading, StepsTheTimeLineByThePressOfAnArrow) {
   NodeOf(Get<Label>("Label7", TowardsEnd))
       .actionInterface()
       ->doAction(QAccessibleActionInterface::pressAction());
-  EXPECT_TRUE(PumpUntil([this] { return Strip().Left() == -40; }));
+  EXPECT_TRUE(WaitFor([this] { return Strip().Left() == -40; }));
 }
 
 }  // namespace

@@ -167,7 +167,7 @@ TEST_F(Needles, TheSpanRunsBackwardsWhereTheEndLiesBeforeTheStart) {
 }
 
 TEST_F(Needles, TakeTheKeyboardWhereTheScreensPointerIsTheSizingArrowAndNotElse) {
-  ASSERT_TRUE(PumpUntil([this] { return form_->isActiveWindow(); }));
+  ASSERT_TRUE(WaitFor([this] { return form_->isActiveWindow(); }));
   MoveOver(NeedleBox(StartNeedle));
   EXPECT_NE(QApplication::focusWidget(), &NeedleBox(StartNeedle));
   Screen::setMousePointer(MousePointer::kSizeWestEast);

@@ -179,7 +179,7 @@ TEST_F(WindowFrame, FollowsTheWindowAndNothingElseMoves) {
     form_->resize(size);
     const auto S = static_cast<float>(size.width());
     const auto H = static_cast<float>(size.height());
-    ASSERT_TRUE(PumpUntil([&] { return Of("Line4").y2 == H - 4; }));
+    ASSERT_TRUE(WaitFor([&] { return Of("Line4").y2 == H - 4; }));
     EXPECT_EQ(Of("Line4"), (Ends{2, 4, 2, H - 4}));
     EXPECT_EQ(Of("Line5"), (Ends{2, H - 4, S - 4, H - 4}));
     EXPECT_EQ(Of("Line6"), (Ends{S - 4, 4, S - 4, H - 4}));

@@ -66,7 +66,7 @@ qsizetype Children() {
 // Whether the runner takes leave of all that it has started, as it does at the end of each run. The
 // tool of the run itself may end a moment later, and then stays until the next.
 bool ChildrenAreReaped() {
-  return PumpUntil([] {
+  return WaitFor([] {
     DOSOutputs().ExecuteCommand("/bin/true");
     return Children() <= 1;
   });
@@ -89,11 +89,11 @@ Counts Count() {
 
 // Once the threads that are ending have gone.
 Counts Settled() {
-  constexpr int kQuiet = 200;  // ms
+  constexpr auto kQuiet = 200ms;
   Counts counts;
-  EXPECT_TRUE(PumpUntil([&counts] {
+  EXPECT_TRUE(WaitFor([&counts] {
     counts = Count();
-    return HoldsFor(kQuiet, [&counts] { return Count() == counts; });
+    return HoldsFor([&counts] { return Count() == counts; }, kQuiet);
   }));
   return counts;
 }
@@ -162,7 +162,7 @@ void ExpectFlat(const Soak& soak) {
   ASSERT_NO_FATAL_FAILURE(Run(soak, soak.warmUp, soak.warmUp + soak.rounds));
   EXPECT_TRUE(ChildrenAreReaped()) << Children() << " children";
   Counts after;
-  EXPECT_TRUE(PumpUntil([&] {
+  EXPECT_TRUE(WaitFor([&] {
     after = Settled();
     return after.NoMoreThan(before);
   }));

@@ -1,10 +1,7 @@
 #include "support/Events.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
-#include <QEventLoop>
 #include <QMouseEvent>
-#include <QTimer>
 #include <QWidget>
 #include <QWindow>
 #include <memory>
@@ -14,9 +11,6 @@
 
 namespace kelvane::testing {
 namespace {
-
-constexpr int kGoodTime = 20000;  // ms
-constexpr int kLook = 2;          // ms from one look at the condition to the next
 
 // Does its step at the event that is posted to it, once.
 class StepReceiver : public QObject {
@@ -51,33 +45,10 @@ void SendToWindow(QWidget& window, QPointF place, QEvent::Type type, Qt::MouseBu
 
 }  // namespace
 
-bool PumpUntil(const std::function<bool()>& condition) {
-  QElapsedTimer clock;
-  clock.start();
-  while (!condition()) {
-    if (clock.hasExpired(kGoodTime)) return false;
-    QTimer look;
-    look.start(kLook);
-    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-  }
-  return true;
-}
-
-bool HoldsFor(int milliseconds, const std::function<bool()>& condition) {
-  QElapsedTimer clock;
-  clock.start();
-  bool held = true;
-  PumpUntil([&] {
-    held = condition();
-    return !held || clock.hasExpired(milliseconds);
-  });
-  return held;
-}
-
 void PumpOnce() {
   bool served = false;
   AtNextDoEvents([&served] { served = true; });
-  PumpUntil([&served] { return served; });
+  WaitFor([&served] { return served; });
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
@@ -88,7 +59,7 @@ bool WaitForTicks(Timer& timer, int count) {
     if (wired) wired();
     ++*ticks;
   };
-  const bool came = PumpUntil([&] { return *ticks >= count; });
+  const bool came = WaitFor([&] { return *ticks >= count; });
   timer.Tick = wired;
   return came;
 }

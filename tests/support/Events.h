@@ -10,6 +10,8 @@
 #include <utility>
 #include <vector>
 
+#include "support/Wait.h"
+
 class QWidget;
 
 // How Qt's values look in a failure.
@@ -32,11 +34,6 @@ namespace kelvane::testing {
 
 using Texts = std::vector<std::string>;
 
-// Serves events until the condition is true; false if it isn't in good time.
-bool PumpUntil(const std::function<bool()>& condition);
-// Serves events for `milliseconds`, or less if the condition doesn't hold all the while: then
-// false.
-bool HoldsFor(int milliseconds, const std::function<bool()>& condition);
 // Serves everything that waits, deletions as well.
 void PumpOnce();
 // Waits for `count` ticks of a timer by the clock; false if they don't come in good time.

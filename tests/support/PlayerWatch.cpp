@@ -1,11 +1,11 @@
 #include "support/PlayerWatch.h"
 
 #include <QImage>
-#include <cstdlib>
 
 #include "platform/WindowsMediaPlayer.h"
 #include "platform/player/PlaybackCore.h"
-#include "support/Events.h"
+#include "support/Pictures.h"
+#include "support/Wait.h"
 
 namespace kelvane::testing {
 
@@ -14,11 +14,11 @@ PlaybackCore& PlayerWatch::Core() const { return *player_.findChild<PlaybackCore
 bool PlayerWatch::Made() const { return player_.findChild<PlaybackCore*>() != nullptr; }
 
 bool PlayerWatch::AwaitPosition(double seconds) const {
-  return PumpUntil([&] { return Core().Position() >= seconds; });
+  return WaitFor([&] { return Core().Position() >= seconds; });
 }
 
 bool PlayerWatch::AwaitEnd() const {
-  return PumpUntil([&] { return !Core().Active(); });
+  return WaitFor([&] { return !Core().Active(); });
 }
 
 bool PlayerWatch::Moves() const {
@@ -27,10 +27,10 @@ bool PlayerWatch::Moves() const {
 }
 
 bool PlayerWatch::StandsStill() const {
-  constexpr int kAWhile = 500;  // ms
-  const bool still = PumpUntil([&] {
+  constexpr auto kAWhile = 500ms;
+  const bool still = WaitFor([&] {
     const double position = Core().Position();
-    return HoldsFor(kAWhile, [&] { return Core().Position() == position; });
+    return HoldsFor([&] { return Core().Position() == position; }, kAWhile);
   });
   return still && Core().Active();
 }
@@ -41,13 +41,12 @@ QRgb PlayerWatch::Colour() const {
 }
 
 bool PlayerWatch::AwaitColour(QRgb colour) const {
-  return PumpUntil([&] { return Like(Colour(), colour); });
+  return WaitFor([&] { return Like(Colour(), colour); });
 }
 
 bool PlayerWatch::Like(QRgb one, QRgb other) {
-  constexpr int kOff = 8;
-  return std::abs(qRed(one) - qRed(other)) < kOff && std::abs(qGreen(one) - qGreen(other)) < kOff &&
-         std::abs(qBlue(one) - qBlue(other)) < kOff;
+  constexpr int kRounding = 7;
+  return IsNear(one, other, kRounding);
 }
 
 }  // namespace kelvane::testing

@@ -1,9 +1,6 @@
 #include "support/RecordingTools.h"
 
-#include <fcntl.h>
 #include <gtest/gtest.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <QDir>
 #include <QFile>
@@ -67,6 +64,10 @@ QString RecordingTools::File(const QString& name) const {
   return Path() + QLatin1Char('/') + name;
 }
 
+std::string RecordingTools::PathOf(const char* name) const {
+  return folder_.filePath(QLatin1String(name)).toStdString();
+}
+
 void RecordingTools::SizeProbeDoes(const QString& commands) const {
   Write(QStringLiteral("size.commands"), commands);
 }
@@ -107,19 +108,6 @@ QString BlockEndingIn(const QString& end) {
   return QString(kBlock - end.size(), QLatin1Char('.')) + end;
 }
 
-Gate::Gate(const RecordingTools& tools, const QString& name)
-    : path_((tools.Path() + QLatin1Char('/') + name).toStdString()) {
-  EXPECT_EQ(::mkfifo(path_.c_str(), S_IRUSR | S_IWUSR), 0);
-  end_ = ::open(path_.c_str(), O_RDWR | O_CLOEXEC);
-  EXPECT_GE(end_, 0);
-}
-
-Gate::~Gate() { ::close(end_); }
-
-QString Gate::Wait() const {
-  return QStringLiteral("read go < '%1'\n").arg(QString::fromStdString(path_));
-}
-
-void Gate::Open() const { EXPECT_EQ(::write(end_, "\n", 1), 1); }
+QString Wait(const Gate& gate) { return QString::fromStdString(gate.Wait()); }
 
 }  // namespace kelvane::testing

@@ -5,6 +5,8 @@
 #include <string>
 #include <vector>
 
+#include "support/Gate.h"
+
 namespace kelvane::testing {
 
 // A folder with tools that write down how they were started, and the program's folder for as long
@@ -18,6 +20,7 @@ class RecordingTools {
 
   // Of the tools; without a blank.
   QString Path() const { return folder_.path(); }
+  std::string PathOf(const char* name) const;
   // Makes a file, for instance a video, and returns its path.
   QString File(const QString& name) const;
 
@@ -44,21 +47,7 @@ QString Print(const QString& text);
 // A block of 256 bytes that ends as given.
 QString BlockEndingIn(const QString& end);
 
-// A gate at which a tool waits for the test.
-class Gate {
- public:
-  explicit Gate(const RecordingTools& tools, const QString& name = QStringLiteral("gate"));
-  Gate(const Gate&) = delete;
-  Gate& operator=(const Gate&) = delete;
-  ~Gate();
-
-  // The shell commands that wait, until the gate has been opened once for each.
-  QString Wait() const;
-  void Open() const;
-
- private:
-  std::string path_;
-  int end_ = -1;
-};
+// The shell commands that wait at the gate.
+QString Wait(const Gate& gate);
 
 }  // namespace kelvane::testing

@@ -1,14 +1,11 @@
 #include "support/Videos.h"
 
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include <QFile>
-#include <QTemporaryFile>
 #include <string>
+#include <utility>
 #include <vector>
+
+#include "support/Process.h"
 
 namespace kelvane {
 namespace {
@@ -23,34 +20,16 @@ bool MakeWithTone(const QString& path, const QString& pictures, double seconds) 
 
 }  // namespace
 
-// Not by Qt's own class: the process that it makes lives for a moment in this one's
-// memory, where ThreadSanitizer's keeping of locks doesn't survive it.
 bool RunTool(const QString& tool, const QStringList& arguments, QString* printed) {
-  QTemporaryFile output;
-  if (!output.open()) return false;
   std::vector<std::string> words{"timeout", "60", tool.toStdString()};
-  for (const QString& argument : arguments)
+  for (const QString& argument : arguments) {
     words.push_back(QFile::encodeName(argument).toStdString());
-  std::vector<char*> pointers;
-  for (std::string& word : words) pointers.push_back(word.data());
-  pointers.push_back(nullptr);
-
-  posix_spawn_file_actions_t files;
-  posix_spawn_file_actions_init(&files);
-  posix_spawn_file_actions_addopen(&files, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
-  posix_spawn_file_actions_adddup2(&files, output.handle(), STDOUT_FILENO);
-  posix_spawn_file_actions_adddup2(&files, STDOUT_FILENO, STDERR_FILENO);
-  pid_t child = 0;
-  const bool started =
-      posix_spawnp(&child, pointers.front(), &files, nullptr, pointers.data(), environ) == 0;
-  posix_spawn_file_actions_destroy(&files);
-  int status = 0;
-  const bool ended = started && waitpid(child, &status, 0) == child;
-  if (printed != nullptr) {
-    QFile written(output.fileName());
-    if (written.open(QIODevice::ReadOnly)) *printed = QString::fromUtf8(written.readAll());
   }
-  return ended && WIFEXITED(status) && WEXITSTATUS(status) == 0;
+  testing::Process process(std::move(words), testing::Process::Errors::kInOutput);
+  process.CloseInput();
+  const std::string text = process.ReadToTheEnd();
+  if (printed != nullptr) *printed = QString::fromStdString(text);
+  return process.Wait() == 0;
 }
 
 bool MakeVideo(const QString& path, QSize size, int seconds) {

@@ -2,21 +2,31 @@
 # which makes the application object.
 include_guard(GLOBAL)
 
-add_library(kelvane_test_videos STATIC ${CMAKE_CURRENT_LIST_DIR}/Videos.cpp)
-target_include_directories(kelvane_test_videos PUBLIC ${PROJECT_SOURCE_DIR}/tests)
-target_link_libraries(kelvane_test_videos PUBLIC Qt6::Gui PRIVATE kelvane_options)
+# The kit that needs no window: gates, waiting, processes.
+add_library(kelvane_test_kit STATIC
+  ${CMAKE_CURRENT_LIST_DIR}/Gate.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Process.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Wait.cpp)
+target_include_directories(kelvane_test_kit
+  PUBLIC ${PROJECT_SOURCE_DIR}/tests ${PROJECT_SOURCE_DIR}/src)
+target_link_libraries(kelvane_test_kit PUBLIC Qt6::Core PRIVATE kelvane_options)
+
+add_library(kelvane_test_videos STATIC
+  ${CMAKE_CURRENT_LIST_DIR}/Pictures.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Videos.cpp)
+target_link_libraries(kelvane_test_videos
+  PUBLIC kelvane_test_kit Qt6::Widgets
+  PRIVATE kelvane_options)
 
 add_library(kelvane_test_support STATIC
   ${CMAKE_CURRENT_LIST_DIR}/AllocationFailure.cpp
   ${CMAKE_CURRENT_LIST_DIR}/DialogAnswers.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Events.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Main.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/Pictures.cpp
   ${CMAKE_CURRENT_LIST_DIR}/PlayerWatch.cpp
   ${CMAKE_CURRENT_LIST_DIR}/RecordingTools.cpp
   ${CMAKE_CURRENT_LIST_DIR}/ScreenReader.cpp
   ${CMAKE_CURRENT_LIST_DIR}/WindowText.cpp)
-target_include_directories(kelvane_test_support PUBLIC ${PROJECT_SOURCE_DIR}/tests)
 target_link_libraries(kelvane_test_support
   PUBLIC kelvane_test_videos kelvane_platform kelvane_shared GTest::gtest
   PRIVATE kelvane_options)

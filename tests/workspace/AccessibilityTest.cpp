@@ -40,7 +40,7 @@ TEST_F(MainWindowReading, TellsTheProgressOfACrop) {
 TEST_F(MainWindowReading, DragsABarThatIsGivenAValueWithItsPartners) {
   LoadVideoOf(640, 360);
   NodeOf(Bar(LeftBar)).valueInterface()->setCurrentValue(100);
-  EXPECT_TRUE(PumpUntil([this] { return Bar(LeftBar).Left() == 100; }));
+  EXPECT_TRUE(WaitFor([this] { return Bar(LeftBar).Left() == 100; }));
   EXPECT_EQ(Bar(TopBar).Left(), 100);
   EXPECT_EQ(Bar(TopBar).Width(), 535);
 }
@@ -52,7 +52,7 @@ TEST_F(MainWindowReading, LoadsAVideoByThePressOfItsCommand) {
   NodeOf(Get<Label>("Label14", LoadVideo))
       .actionInterface()
       ->doAction(QAccessibleActionInterface::pressAction());
-  EXPECT_TRUE(PumpUntil([&] { return Path().Text() == file; }));
+  EXPECT_TRUE(WaitFor([&] { return Path().Text() == file; }));
 }
 
 }  // namespace

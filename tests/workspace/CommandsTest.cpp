@@ -170,8 +170,8 @@ TEST_F(Commands, ThePathOnShowGoesOnTheLinesAndNotTheOneLoaded) {
 
 TEST_F(Commands, ThePreviewWaitsForThePlayerAndKeepsItsText) {
   LoadVideoOf(1920, 1080);
-  const Gate gate(tools_);
-  tools_.PreviewDoes(Print(QStringLiteral("playing\n")) + gate.Wait() +
+  const Gate gate(tools_.PathOf("gate"));
+  tools_.PreviewDoes(Print(QStringLiteral("playing\n")) + Wait(gate) +
                      Print(QStringLiteral("done\n")));
   const QString before = Store();
   QString during;

@@ -61,13 +61,13 @@ TEST_F(MainWindowSize, IsLaidOutAgainWhenRestoredButNotWhenMinimised) {
   frame.setWidth(7);
 
   form_->showMinimized();
-  ASSERT_TRUE(PumpUntil([&] { return MainWindowMinimised; }));
+  ASSERT_TRUE(WaitFor([&] { return MainWindowMinimised; }));
   EXPECT_EQ(form_->State(), WindowState::kMinimised);
   EXPECT_EQ(command.Top(), 1);
   EXPECT_EQ(frame.Width(), 7);
 
   form_->showNormal();
-  ASSERT_TRUE(PumpUntil([&] { return !MainWindowMinimised; }));
+  ASSERT_TRUE(WaitFor([&] { return !MainWindowMinimised; }));
   EXPECT_EQ(form_->State(), WindowState::kNormal);
   EXPECT_EQ(command.Top(), commandTop);
   EXPECT_EQ(frame.Width(), frameWidth);

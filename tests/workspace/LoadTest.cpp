@@ -79,7 +79,7 @@ TEST_F(Load, TheDialogListsFilesWithoutAnExtensionAsWell) {
   const DialogAnswers answers({[&](QDialog& dialog) {
     dynamic_cast<QFileDialog&>(dialog).setDirectory(tools_.Path());
     const auto* list = dialog.findChild<QListView*>(QStringLiteral("listView"));
-    listed = PumpUntil([&] {
+    listed = WaitFor([&] {
       const QModelIndex folder = list->rootIndex();
       return !list->model()
                   ->match(list->model()->index(0, 0, folder), Qt::DisplayRole,
@@ -262,10 +262,10 @@ TEST_F(Trap, ALoadThatCannotMakeItsRunnerSaysSoAndProbesNothing) {
 }
 
 TEST_F(Trap, AnErrorWhileABlockIsTakenIsSkippedAndTheToolRunsToItsEnd) {
-  const Gate gate(tools_);
+  const Gate gate(tools_.PathOf("gate"));
   const QString whole = tools_.Path() + QLatin1String("/whole");
   tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
-  tools_.DurationProbeDoes(Print(BlockEndingIn(QStringLiteral("one\n"))) + gate.Wait() +
+  tools_.DurationProbeDoes(Print(BlockEndingIn(QStringLiteral("one\n"))) + Wait(gate) +
                            Print(QStringLiteral("Duration: 00:00:05.00\n")) +
                            QStringLiteral("echo whole > '%1'\n").arg(whole));
   bool failed = false;

@@ -9,8 +9,8 @@ namespace kelvane::testing {
 namespace {
 
 TEST_F(Nesting, ASecondCropWhileTheFirstRunsStartsNothingAndReplacesTheSharedValues) {
-  const Gate gate(tools_);
-  tools_.CropDoes(Print(QStringLiteral("one\n")) + gate.Wait() + Print(QStringLiteral("two\n")));
+  const Gate gate(tools_.PathOf("gate"));
+  tools_.CropDoes(Print(QStringLiteral("one\n")) + Wait(gate) + Print(QStringLiteral("two\n")));
   CropWidth = 111;
   CropTo("/tmp/first.mp4");
   Form2* const job = JobWindow();
@@ -75,9 +75,9 @@ TEST_F(Nesting, ACropWhileTheFinishedJobsWindowIsOpenBringsItUpAndStartsNothing)
 }
 
 TEST_F(Nesting, CancelDuringAJobAndANewCropInsideIt) {
-  const Gate gate(tools_);
+  const Gate gate(tools_.PathOf("gate"));
   const QString output = tools_.Path() + QLatin1String("/whole");
-  tools_.CropDoes(Print(QStringLiteral("time=00:00:01.00 ")) + gate.Wait() +
+  tools_.CropDoes(Print(QStringLiteral("time=00:00:01.00 ")) + Wait(gate) +
                   Print(QStringLiteral("time=00:00:07.00 ")) +
                   QStringLiteral("echo whole > '%1'\n").arg(output));
   CropTo("/tmp/first.mp4");
@@ -145,8 +145,8 @@ TEST_F(Nesting, CancelBeforeTheSecondTickRunsNoTool) {
 
 TEST_F(Nesting, ALoadDuringAJobIsPossibleAndChangesTheJobsLineNoMore) {
   const QString video = tools_.File(QStringLiteral("other.mp4"));
-  const Gate gate(tools_);
-  tools_.CropDoes(Print(QStringLiteral("one\n")) + gate.Wait());
+  const Gate gate(tools_.PathOf("gate"));
+  tools_.CropDoes(Print(QStringLiteral("one\n")) + Wait(gate));
   CropTo("/tmp/out.mp4");
   AtNextDoEvents([&] {
     Pick(video, SizeText(1920, 1080), DurationText("00:00:10.00"));
@@ -167,7 +167,7 @@ TEST_F(Nesting, AJobGoesOnWhileADialogIsOpen) {
   bool endedMeanwhile = false;
   AtNextDoEvents([&] {
     const DialogAnswers answers({[&](QDialog& dialog) {
-      endedMeanwhile = PumpUntil([&] { return QFile::exists(ended); });
+      endedMeanwhile = WaitFor([&] { return QFile::exists(ended); });
       CancelDialog()(dialog);
     }});
     Give(LoadVideo);
@@ -179,9 +179,9 @@ TEST_F(Nesting, AJobGoesOnWhileADialogIsOpen) {
 }
 
 TEST_F(Nesting, StartingFreshDuringAJobUnloadsItsWindowAndLeavesTheToolToItsEnd) {
-  const Gate gate(tools_);
+  const Gate gate(tools_.PathOf("gate"));
   const QString output = tools_.Path() + QLatin1String("/whole");
-  tools_.CropDoes(Print(QStringLiteral("time=00:00:05.00 ")) + gate.Wait() +
+  tools_.CropDoes(Print(QStringLiteral("time=00:00:05.00 ")) + Wait(gate) +
                   Print(QStringLiteral("time=00:00:09.00 ")) +
                   QStringLiteral("echo whole > '%1'\n").arg(output));
   CropTo("/tmp/out.mp4");
@@ -201,9 +201,9 @@ TEST_F(Nesting, StartingFreshDuringAJobUnloadsItsWindowAndLeavesTheToolToItsEnd)
 }
 
 TEST_F(Nesting, ClosingTheMainWindowDuringAJobLeavesTheJobToItsEnd) {
-  const Gate gate(tools_);
+  const Gate gate(tools_.PathOf("gate"));
   const QString output = tools_.Path() + QLatin1String("/whole");
-  tools_.CropDoes(Print(QStringLiteral("time=00:00:05.00 ")) + gate.Wait() +
+  tools_.CropDoes(Print(QStringLiteral("time=00:00:05.00 ")) + Wait(gate) +
                   Print(QStringLiteral("time=00:00:09.00 ")) +
                   QStringLiteral("echo whole > '%1'\n").arg(output));
   CropTo("/tmp/out.mp4");
@@ -222,11 +222,11 @@ TEST_F(Nesting, ClosingTheMainWindowDuringAJobLeavesTheJobToItsEnd) {
 }
 
 TEST_F(Nesting, WithItsWindowsClosedDuringAJobTheProgramEndsByItselfAfterTheTool) {
-  const Gate gate(tools_);
+  const Gate gate(tools_.PathOf("gate"));
   const QString output = tools_.Path() + QLatin1String("/whole");
   CropTo("/tmp/out.mp4");
   Texts events;
-  tools_.CropDoes(Print(QStringLiteral("one\n")) + gate.Wait() + Print(QStringLiteral("two\n")) +
+  tools_.CropDoes(Print(QStringLiteral("one\n")) + Wait(gate) + Print(QStringLiteral("two\n")) +
                   QStringLiteral("echo whole > '%1'\n").arg(output));
   Timer& timer = TimerOf(*JobWindow());
   const std::function<void()> wired = timer.Tick;

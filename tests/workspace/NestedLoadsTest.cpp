@@ -10,10 +10,10 @@ namespace {
 TEST_F(Nesting, ASecondLoadInsideTheFirstOnesDurationProbe) {
   const QString first = tools_.File(QStringLiteral("first.mp4"));
   const QString second = tools_.File(QStringLiteral("second.mp4"));
-  const Gate gate(tools_);
+  const Gate gate(tools_.PathOf("gate"));
   tools_.SizeProbeDoes(Print(SizeText(640, 360)));
-  tools_.DurationProbeDoes(Print(QStringLiteral("one\n")) + gate.Wait() +
-                           Print(QStringLiteral("two, Duration: 00:00:11.00\n")) + gate.Wait() +
+  tools_.DurationProbeDoes(Print(QStringLiteral("one\n")) + Wait(gate) +
+                           Print(QStringLiteral("two, Duration: 00:00:11.00\n")) + Wait(gate) +
                            Print(QStringLiteral("three\n")));
   Texts inside;
   AfterBlock(QStringLiteral("one\n"), [&] {
@@ -66,9 +66,9 @@ TEST_F(Nesting, ASecondLoadInsideTheFirstOnesSizeProbe) {
 }
 
 TEST_F(Nesting, ALoadInsideAPreviewLeavesThePreviewsLaterBlocksTheirWayToTheStore) {
-  const Gate gate(tools_);
+  const Gate gate(tools_.PathOf("gate"));
   ProbeDimensionsDone = true;
-  tools_.PreviewDoes(Print(QStringLiteral("one\n")) + gate.Wait() + Print(QStringLiteral("two\n")));
+  tools_.PreviewDoes(Print(QStringLiteral("one\n")) + Wait(gate) + Print(QStringLiteral("two\n")));
   AfterBlock(QStringLiteral("one\n"), [&] {
     Pick(tools_.File(QStringLiteral("a.mp4")), SizeText(1920, 1080), QStringLiteral("loaded\n"));
   });
@@ -108,10 +108,10 @@ TEST_F(Served, BeforeTheBlockOfASizeIsKeptAsText) {
 }
 
 TEST_F(Served, OnceForEachBlockOfTextBeforeItIsTaken) {
-  const Gate gate(tools_);
+  const Gate gate(tools_.PathOf("gate"));
   tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
-  tools_.DurationProbeDoes(Print(QStringLiteral("one\n")) + gate.Wait() +
-                           Print(QStringLiteral("Duration: 00:00:01")) + gate.Wait() +
+  tools_.DurationProbeDoes(Print(QStringLiteral("one\n")) + Wait(gate) +
+                           Print(QStringLiteral("Duration: 00:00:01")) + Wait(gate) +
                            Print(QStringLiteral("\nthree\n")));
   Texts served;
   Get<TextBox>("Text2").Change = [&](int) {
@@ -137,9 +137,9 @@ TEST_F(Nesting, TheWindowsAreServedBeforeABlockIsKept) {
 
 TEST_F(Nesting, APreviewInsideADurationProbe) {
   const QString video = tools_.File(QStringLiteral("a.mp4"));
-  const Gate gate(tools_);
+  const Gate gate(tools_.PathOf("gate"));
   tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
-  tools_.DurationProbeDoes(Print(QStringLiteral("one\n")) + gate.Wait() +
+  tools_.DurationProbeDoes(Print(QStringLiteral("one\n")) + Wait(gate) +
                            Print(QStringLiteral("Duration: 00:00:11.00\n")));
   tools_.PreviewDoes(Print(QStringLiteral("playing\n")));
   AfterBlock(QStringLiteral("one\n"), [&] { Give(PreviewCroppedVideo); });
@@ -153,9 +153,9 @@ TEST_F(Nesting, APreviewInsideADurationProbe) {
 
 TEST_F(Nesting, APreviewEndsWhileAJobRunsOnTopOfItThoughNobodyTakesItsText) {
   const QString ended = tools_.Path() + QLatin1String("/ended");
-  const Gate gate(tools_);
+  const Gate gate(tools_.PathOf("gate"));
   ProbeDimensionsDone = true;
-  tools_.PreviewDoes(Print(QStringLiteral("playing\n")) + gate.Wait() + MuchTextAndThen(ended));
+  tools_.PreviewDoes(Print(QStringLiteral("playing\n")) + Wait(gate) + MuchTextAndThen(ended));
   tools_.CropDoes(WaitForFile(ended));
   bool endedDuringTheJob = false;
   AfterBlock(QStringLiteral("playing\n"), [&] {

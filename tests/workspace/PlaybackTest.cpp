@@ -62,7 +62,7 @@ TEST_F(Playback, GoesOnUntouchedByCommandsThatFindNoPathOnShow) {
     EXPECT_EQ(wmp_.URL(), former) << command;
     EXPECT_TRUE(watch_.Moves()) << command;
     EXPECT_GT(watch_.Core().Position(), position) << command;
-    EXPECT_TRUE(HoldsFor(300, [&] { return watch_.Core().Position() > position; })) << command;
+    EXPECT_TRUE(HoldsFor([&] { return watch_.Core().Position() > position; }, 300ms)) << command;
   }
   EXPECT_EQ(PauseState(), "Pause");
 }
@@ -118,7 +118,7 @@ TEST_F(Playback, RunWhilePausedStartsAnewAndThePauseStateStays) {
   Give(PauseVideo);
   Give(RunVideo);
   EXPECT_EQ(PauseState(), "Paused");
-  EXPECT_TRUE(PumpUntil([&] { return watch_.Core().Position() < 1; }));
+  EXPECT_TRUE(WaitFor([&] { return watch_.Core().Position() < 1; }));
   EXPECT_TRUE(watch_.Moves());
   Give(PauseVideo);
   EXPECT_EQ(PauseState(), "Pause");
@@ -201,8 +201,8 @@ TEST_F(Playback, EndsWithAFreshStart) {
   ASSERT_TRUE(watch_.AwaitPosition(0.3));
   StartFresh();
   EXPECT_TRUE(wmp_.URL().isEmpty());
-  EXPECT_TRUE(PumpUntil([&] { return watch_.Core().Position() == 0; }));
-  EXPECT_TRUE(HoldsFor(300, [&] { return watch_.Core().Position() == 0; }));
+  EXPECT_TRUE(WaitFor([&] { return watch_.Core().Position() == 0; }));
+  EXPECT_TRUE(HoldsFor([&] { return watch_.Core().Position() == 0; }, 300ms));
 }
 
 TEST_F(Playback, EndsWithTheWindow) {
@@ -245,7 +245,7 @@ TEST_F(Playback, ReadOutsTellDurationAndPosition) {
   Pick(file, SizeText(320, 180), DurationText("00:01:15.00"));
   Give(RunVideo);
   ASSERT_TRUE(watch_.AwaitPosition(1));
-  ASSERT_TRUE(PumpUntil([&] { return wmp_.currentMediaDuration() > 0.0; }));
+  ASSERT_TRUE(WaitFor([&] { return wmp_.currentMediaDuration() > 0.0; }));
   Tick(Get<Timer>("Timer3"));
   EXPECT_EQ(Duration(), "0:01:15");
   EXPECT_EQ(Position(), "00:01");

@@ -100,8 +100,8 @@ TEST_F(Probe, ASizeThatIsPrintedInPiecesIsReadWhole) {
 // Only the size probe's own text is cut into sizes.
 TEST_F(Probe, LinesInSeparateBlocksOfAPreviewLoseTheHeight) {
   LoadVideoOf(320, 200);
-  const Gate gate(tools_);
-  tools_.PreviewDoes(Print(QStringLiteral("width=640\n")) + gate.Wait() +
+  const Gate gate(tools_.PathOf("gate"));
+  tools_.PreviewDoes(Print(QStringLiteral("width=640\n")) + Wait(gate) +
                      Print(QStringLiteral("height=360\n")));
   ProbeDimensionsDone = false;
   bool emptied = false;
@@ -118,8 +118,8 @@ TEST_F(Probe, LinesInSeparateBlocksOfAPreviewLoseTheHeight) {
 }
 
 TEST_F(Probe, AfterAWidthOfFourDigitsTheNextBlockIsReadAsASizeToo) {
-  const Gate gate(tools_);
-  tools_.SizeProbeDoes(Print(SizeText(1920, 1080)) + gate.Wait() + Print(SizeText(1280, 720)));
+  const Gate gate(tools_.PathOf("gate"));
+  tools_.SizeProbeDoes(Print(SizeText(1920, 1080)) + Wait(gate) + Print(SizeText(1280, 720)));
   bool opened = false;
   After(Get<Label>("Label1", SourceHeight).Change, [&](int) {
     if (!opened) gate.Open();
@@ -141,10 +141,10 @@ void PrintTo(const TextAndDuration& row, std::ostream* out) { *out << row.name; 
 class DurationProbe : public Probe, public ::testing::WithParamInterface<TextAndDuration> {};
 
 TEST_P(DurationProbe, PrintsBlocksThatBecomeTheDuration) {
-  const Gate gate(tools_);
+  const Gate gate(tools_.PathOf("gate"));
   QString commands;
   for (const char* block : GetParam().blocks) {
-    commands += Print(QLatin1String(block)) + gate.Wait();
+    commands += Print(QLatin1String(block)) + Wait(gate);
   }
   tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
   tools_.DurationProbeDoes(commands);

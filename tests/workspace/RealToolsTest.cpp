@@ -2,7 +2,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QProcess>
 #include <QStandardPaths>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -25,11 +24,10 @@ class RealTools : public MainWindowTest {
   // Makes a file with ffmpeg and loads it.
   void LoadMade(const QString& name, const QStringList& arguments) const {
     const QString file = tools_.Path() + QLatin1Char('/') + name;
-    QProcess tool;
-    tool.start(QStringLiteral("ffmpeg"),
-               QStringList{"-v", "error"} + arguments + QStringList{file});
-    ASSERT_TRUE(tool.waitForFinished());
-    ASSERT_EQ(tool.exitCode(), 0) << tool.readAllStandardError().toStdString();
+    QString printed;
+    ASSERT_TRUE(RunTool(QStringLiteral("ffmpeg"),
+                        QStringList{"-v", "error"} + arguments + QStringList{file}, &printed))
+        << printed.toStdString();
     Pick(file);
     ASSERT_EQ(Path().Text(), file);
   }

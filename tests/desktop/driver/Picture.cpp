@@ -2,7 +2,6 @@
 
 #include <QLabel>
 #include <QPixmap>
-#include <QSet>
 #include <QToolTip>
 #include <cstdlib>
 
@@ -10,8 +9,9 @@
 #include "platform/Label.h"
 
 namespace kelvane::desktop {
-
 namespace {
+
+using testing::Ink;
 
 // How a label of this size draws a caption.
 QImage CaptionPicture(const QString& caption, QSize size, QRgb background, Justify justify) {
@@ -30,16 +30,6 @@ QImage CaptionPicture(const QString& caption, QSize size, QRgb background, Justi
   label.setHeight(static_cast<float>(size.height()));
   label.setCaption(caption);
   return behind.grab().toImage().convertToFormat(QImage::Format_RGB32);
-}
-
-QRect Ink(const QImage& picture, QRgb background) {
-  QRect ink;
-  for (int y = 0; y < picture.height(); ++y) {
-    for (int x = 0; x < picture.width(); ++x) {
-      if (picture.pixel(x, y) != background) ink |= QRect(x, y, 1, 1);
-    }
-  }
-  return ink;
 }
 
 }  // namespace
@@ -74,32 +64,6 @@ bool ShowsTip(const QImage& picture, const QString& text) {
   return tip.copy(Ink(tip, background)) == expected.copy(Ink(expected, background));
 }
 
-bool AllOf(const QImage& picture, const QRect& part, QRgb color) {
-  return CountOf(picture, part, color) == part.width() * part.height();
-}
-
-int CountOf(const QImage& picture, const QRect& part, QRgb color) {
-  int count = 0;
-  const QRect inside = part & picture.rect();
-  for (int y = inside.top(); y <= inside.bottom(); ++y) {
-    for (int x = inside.left(); x <= inside.right(); ++x) {
-      if (picture.pixel(x, y) == color) ++count;
-    }
-  }
-  return count;
-}
-
-QRect Extent(const QImage& picture, const QRect& part, QRgb color) {
-  QRect extent;
-  const QRect inside = part & picture.rect();
-  for (int y = inside.top(); y <= inside.bottom(); ++y) {
-    for (int x = inside.left(); x <= inside.right(); ++x) {
-      if (picture.pixel(x, y) == color) extent |= QRect(x, y, 1, 1);
-    }
-  }
-  return extent;
-}
-
 bool ShowsChequers(const QImage& picture) {
   constexpr int kRounding = 8;
   constexpr int kWhite = 255;
@@ -112,25 +76,6 @@ bool ShowsChequers(const QImage& picture) {
     }
   }
   return true;
-}
-
-QRect Difference(const QImage& one, const QImage& other) {
-  if (one.size() != other.size()) return one.rect() | other.rect();
-  QRect difference;
-  for (int y = 0; y < one.height(); ++y) {
-    for (int x = 0; x < one.width(); ++x) {
-      if (one.pixel(x, y) != other.pixel(x, y)) difference |= QRect(x, y, 1, 1);
-    }
-  }
-  return difference;
-}
-
-int Colours(const QImage& picture) {
-  QSet<QRgb> colours;
-  for (int y = 0; y < picture.height(); ++y) {
-    for (int x = 0; x < picture.width(); ++x) colours.insert(picture.pixel(x, y));
-  }
-  return static_cast<int>(colours.size());
 }
 
 }  // namespace kelvane::desktop

@@ -4,8 +4,17 @@
 #include <QRect>
 #include <QString>
 
+#include "support/Pictures.h"
+
 // What is to be seen in a picture of the screen.
 namespace kelvane::desktop {
+
+using testing::AllOf;
+using testing::Colours;
+using testing::CountOf;
+using testing::Difference;
+using testing::Extent;
+using testing::IsNear;
 
 // The program's own colours, as a user sees them.
 constexpr QRgb kDark = 0xff232323;
@@ -28,22 +37,8 @@ bool ShowsText(const QImage& picture, const QString& text, QRgb background);
 // True if the picture holds a tip, and this is its text.
 bool ShowsTip(const QImage& picture, const QString& text);
 
-// True if all of `part` has the one colour.
-bool AllOf(const QImage& picture, const QRect& part, QRgb color);
-// How many pixels of `part` have the colour.
-int CountOf(const QImage& picture, const QRect& part, QRgb color);
-// The smallest rectangle that holds all pixels of `part` with the colour.
-QRect Extent(const QImage& picture, const QRect& part, QRgb color);
-
 // True if every pixel is black or white, give or take what a conversion of colours rounds off, and
 // unlike its neighbours beside, above and below it.
 bool ShowsChequers(const QImage& picture);
-
-// The smallest rectangle that holds all pixels in which the two differ; all of both where they
-// aren't of one size.
-QRect Difference(const QImage& one, const QImage& other);
-
-// How many different colours the picture has.
-int Colours(const QImage& picture);
 
 }  // namespace kelvane::desktop

@@ -141,13 +141,20 @@ QList<QStringList> Program::RunsOf(const QString& tool) const {
   return runs;
 }
 
-QString Program::Gate(const QString& name) const {
-  const QString gate = place_.filePath(QStringLiteral("gate-") + name);
-  mkfifo(QFile::encodeName(gate).constData(), 0600);
-  return QStringLiteral("timeout 120 cat '%1' > /dev/null\n").arg(gate);
+testing::Gate& Program::GateNamed(const QString& name) {
+  std::unique_ptr<testing::Gate>& gate = gates_[name];
+  if (!gate) {
+    const QString path = place_.filePath(QStringLiteral("gate-") + name);
+    gate = std::make_unique<testing::Gate>(path.toStdString());
+  }
+  return *gate;
 }
 
-QString Program::TalkingGate(const QString& name) const {
+QString Program::Gate(const QString& name) {
+  return QString::fromStdString(GateNamed(name).Wait());
+}
+
+QString Program::TalkingGate(const QString& name) {
   return QStringLiteral(
              "passed=$(mktemp -u)\n"
              "{ %1touch \"$passed\"; } > /dev/null 2>&1 &\n"
@@ -156,18 +163,10 @@ QString Program::TalkingGate(const QString& name) const {
       .arg(Gate(name));
 }
 
-// A pipe without a reader can't be opened for writing without waiting: that is how the script's
-// coming is seen.
-bool Program::Open(const QString& name) const {
-  const QByteArray gate = QFile::encodeName(place_.filePath(QStringLiteral("gate-") + name));
-  int writer = -1;
-  WaitFor([&] {
-    writer = open(gate.constData(), O_WRONLY | O_NONBLOCK | O_CLOEXEC);
-    return writer >= 0;
-  });
-  if (writer < 0) return false;
-  close(writer);
-  return true;
+bool Program::Open(const QString& name) {
+  const testing::Gate& gate = GateNamed(name);
+  gate.Open();
+  return WaitFor([&] { return gate.IsPassed(); });
 }
 
 void Program::AddCommand(const QString& name, const QString& script) const {

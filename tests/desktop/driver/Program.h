@@ -7,8 +7,11 @@
 #include <QStringList>
 #include <QTemporaryDir>
 #include <cstdint>
+#include <map>
+#include <memory>
 
 #include "desktop/driver/Wait.h"
+#include "support/Gate.h"
 
 namespace kelvane::desktop {
 
@@ -44,13 +47,12 @@ class Program {
   // The arguments of each run of a replaced tool, in order.
   QList<QStringList> RunsOf(const QString& tool) const;
 
-  // Lines of shell script that wait until Open of the same name; at most two minutes. Each run of
-  // them needs a name of its own.
-  QString Gate(const QString& name) const;
+  // Lines of shell script that wait until Open of the same name, once for each run of them.
+  QString Gate(const QString& name);
   // The same, printing a little all the while: the program's windows live while a tool prints.
-  QString TalkingGate(const QString& name) const;
+  QString TalkingGate(const QString& name);
   // Lets one script through, and waits until it has come to its gate. False if none comes.
-  bool Open(const QString& name) const;
+  bool Open(const QString& name);
 
   // Programs of the desktop, found before the system's own.
   void AddCommand(const QString& name, const QString& script) const;
@@ -91,11 +93,13 @@ class Program {
   QList<qint64> Children(const QByteArray& states) const;
 
  private:
+  testing::Gate& GateNamed(const QString& name);
   QString RealTool(const QString& tool) const;
   QString LogOf(const QString& tool) const;
   qint64 Memory(const QByteArray& kind) const;
 
   QTemporaryDir place_;
+  std::map<QString, std::unique_ptr<testing::Gate>> gates_;
   QString display_;
   QString name_;
   QProcess process_;

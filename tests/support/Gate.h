@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+
+#include "media/Descriptor.h"
+
+namespace kelvane::testing {
+
+// A named pipe at which a tool's shell script waits for the test.
+class Gate {
+ public:
+  // Makes the pipe under that path. Throws std::system_error where it can't be made.
+  explicit Gate(std::string path);
+
+  // The shell commands that wait until the gate has been opened once for each run of them, or the
+  // test program has ended.
+  std::string Wait() const { return "read go < '" + path_ + "'\n"; }
+  // Lets one script through, now or when it comes. Async-signal-safe.
+  void Open() const;
+  // Whether a script has come for each call of Open().
+  bool IsPassed() const;
+
+ private:
+  std::string path_;
+  Descriptor end_;
+};
+
+}  // namespace kelvane::testing

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <chrono>
+
+// Waiting for a condition. No test sleeps for a time and hopes.
+namespace kelvane::testing {
+
+using namespace std::chrono_literals;
+
+// Long enough for the slowest machine and a sanitizer; a test that passes never waits this long.
+constexpr std::chrono::milliseconds kPatience = 20s;
+
+// The pause between two looks at a condition, of 5 ms at most: ends early at an event of this
+// process's application object, which is served. Sleeps where there is no application object.
+void ServeEventsOrSleep();
+
+// Serves events until `condition` holds. False if it doesn't hold in time.
+template <class Condition>
+bool WaitFor(Condition condition, std::chrono::milliseconds patience = kPatience) {
+  const auto deadline = std::chrono::steady_clock::now() + patience;
+  while (!condition()) {
+    if (std::chrono::steady_clock::now() > deadline) return false;
+    ServeEventsOrSleep();
+  }
+  return true;
+}
+
+// Serves events for `time`, or less if `condition` doesn't hold all the while: then false.
+template <class Condition>
+bool HoldsFor(Condition condition, std::chrono::milliseconds time) {
+  return !WaitFor([&] { return !condition(); }, time);
+}
+
+}  // namespace kelvane::testing
