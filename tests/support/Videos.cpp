@@ -21,7 +21,7 @@ bool MakeWithTone(const QString& path, const QString& pictures, double seconds) 
 }  // namespace
 
 bool RunTool(const QString& tool, const QStringList& arguments, QString* printed) {
-  std::vector<std::string> words{"timeout", "60", tool.toStdString()};
+  std::vector<std::string> words{"timeout", "300", tool.toStdString()};
   for (const QString& argument : arguments) {
     words.push_back(QFile::encodeName(argument).toStdString());
   }
