@@ -18,8 +18,12 @@
 namespace kelvane {
 namespace {
 
+bool IsBar(const Control& control) {
+  return control.Role() == SpokenRole::kHorizontalBar || control.Role() == SpokenRole::kVerticalBar;
+}
+
 bool IsSlider(const Control& control) {
-  return control.Role() == SpokenRole::kBar || control.Role() == SpokenRole::kThumb;
+  return IsBar(control) || control.Role() == SpokenRole::kThumb;
 }
 
 QString CaptionOf(const Control& control) {
@@ -37,7 +41,8 @@ QAccessible::Role RoleOf(const Control& control) {
       return QAccessible::Graphic;
     case SpokenRole::kCommand:
       return QAccessible::Button;
-    case SpokenRole::kBar:
+    case SpokenRole::kHorizontalBar:
+    case SpokenRole::kVerticalBar:
     case SpokenRole::kThumb:
       return QAccessible::Slider;
     case SpokenRole::kList:
@@ -183,7 +188,7 @@ class ControlNode : public Node, public QAccessibleValueInterface {
   }
 
   QVariant currentValue() const override {
-    if (control_.Role() == SpokenRole::kBar) return static_cast<double>(Place());
+    if (IsBar(control_)) return static_cast<double>(Place());
     const auto* readOut = control_.window()->findChild<Label*>(control_.ReadOut());
     return readOut == nullptr ? QVariant() : LeadingNumber(readOut->Caption());
   }
@@ -191,31 +196,29 @@ class ControlNode : public Node, public QAccessibleValueInterface {
   // A bar is dragged there from where it then is, in sight or not. What a thumb's place comes to is
   // its form's own business.
   void setCurrentValue(const QVariant& value) override {
-    if (control_.Role() != SpokenRole::kBar) return;
+    if (!IsBar(control_)) return;
     if (!std::isfinite(value.toDouble())) return;
     const double goal = std::clamp(value.toDouble(), 0.0, Length());
     DoLater(control_, [this, goal] {
       const int way = qRound((goal - static_cast<double>(Place())) /
                              static_cast<double>(Box().UnitsPerPixel()));
-      Handle(control_, Qt::LeftButton, IsLevelWay() ? QPoint(way, 0) : QPoint(0, way));
+      Handle(control_, Qt::LeftButton, IsHorizontal() ? QPoint(way, 0) : QPoint(0, way));
     });
   }
 
-  QVariant minimumValue() const override {
-    return control_.Role() == SpokenRole::kBar ? QVariant(0.0) : QVariant();
-  }
+  QVariant minimumValue() const override { return IsBar(control_) ? QVariant(0.0) : QVariant(); }
 
   QVariant maximumValue() const override {
-    return control_.Role() == SpokenRole::kBar ? QVariant(Length()) : QVariant();
+    return IsBar(control_) ? QVariant(Length()) : QVariant();
   }
 
   QVariant minimumStepSize() const override { return {}; }
 
  private:
-  bool IsLevelWay() const { return control_.cursor().shape() == Qt::SizeHorCursor; }
-  float Place() const { return IsLevelWay() ? control_.Left() : control_.Top(); }
+  bool IsHorizontal() const { return control_.Role() == SpokenRole::kHorizontalBar; }
+  float Place() const { return IsHorizontal() ? control_.Left() : control_.Top(); }
   double Length() const {
-    return static_cast<double>(IsLevelWay() ? Box().ScaleWidth() : Box().ScaleHeight());
+    return static_cast<double>(IsHorizontal() ? Box().ScaleWidth() : Box().ScaleHeight());
   }
   const Container& Box() const { return *qobject_cast<const Container*>(control_.parentWidget()); }
 
@@ -239,7 +242,7 @@ QAccessibleInterface* NodeOf(const QString& /*className*/, QObject* object) {
 void ServeScreenReaders() { QAccessible::installFactory(NodeOf); }
 
 void AnnouncePlace(Control& control) {
-  if (QAccessible::isActive() && control.Role() == SpokenRole::kBar) AnnounceValue(control);
+  if (QAccessible::isActive() && IsBar(control)) AnnounceValue(control);
 }
 
 void AnnounceCaption(Label& label) {

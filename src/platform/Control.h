@@ -36,11 +36,12 @@ enum class SpokenRole {
   kBox,      // a group if it has a meaning; if not, its controls stand in its place
   kStock,    // what Qt's widget in it is
   kPicture,
-  kCommand,   // a button that a click presses
-  kBar,       // a slider whose value is its own place, along the way that its pointer's shape shows
-  kThumb,     // a slider whose value stands in another control, its read-out
-  kList,      // a box
-  kListItem,  // in such a box; a right click opens its menu
+  kCommand,        // a button that a click presses
+  kHorizontalBar,  // a slider that is dragged horizontally and whose value is its own Left
+  kVerticalBar,    // a slider that is dragged vertically and whose value is its own Top
+  kThumb,          // a slider whose value stands in another control, its read-out
+  kList,           // a box
+  kListItem,       // in such a box; a right click opens its menu
 };
 
 // The base of all controls of a form: a place in its container, in the container's scale unit, and
