@@ -9,26 +9,15 @@
 #include <functional>
 #include <utility>
 
-#include "platform/AccessibleTree.h"
 #include "platform/Container.h"
 #include "platform/Form.h"
-#include "platform/Label.h"
 #include "shared/TextHelpers.h"
 
 namespace kelvane {
 namespace {
 
-bool IsBar(const Control& control) {
-  return control.Role() == SpokenRole::kHorizontalBar || control.Role() == SpokenRole::kVerticalBar;
-}
-
 bool IsSlider(const Control& control) {
-  return IsBar(control) || control.Role() == SpokenRole::kThumb;
-}
-
-QString CaptionOf(const Control& control) {
-  const auto* label = qobject_cast<const Label*>(&control);
-  return label == nullptr ? QString() : label->ShownCaption().trimmed();
+  return control.IsBar() || control.Role() == SpokenRole::kThumb;
 }
 
 QAccessible::Role RoleOf(const Control& control) {
@@ -132,7 +121,7 @@ class Node : public QAccessibleWidget {
   }
 
  private:
-  QList<QWidget*> Children() const { return SpokenChildren(*widget()); }
+  QList<QWidget*> Children() const { return SpokenWidget::SpokenChildren(*widget()); }
 };
 
 class ControlNode : public Node, public QAccessibleValueInterface {
@@ -142,7 +131,7 @@ class ControlNode : public Node, public QAccessibleValueInterface {
   QAccessible::Role role() const override { return RoleOf(control_); }
 
   QAccessibleInterface* parent() const override {
-    return QAccessible::queryAccessibleInterface(SpokenParent(control_));
+    return QAccessible::queryAccessibleInterface(control_.SpokenParent());
   }
 
   QString text(QAccessible::Text kind) const override {
@@ -150,7 +139,8 @@ class ControlNode : public Node, public QAccessibleValueInterface {
     switch (kind) {
       case QAccessible::Name:
         if (control_.Role() == SpokenRole::kStock) return {};
-        return isText || control_.Meaning().isEmpty() ? CaptionOf(control_) : control_.Meaning();
+        return isText || control_.Meaning().isEmpty() ? control_.SpokenCaption()
+                                                      : control_.Meaning();
       case QAccessible::Description:
         return isText ? control_.Meaning() : Node::text(kind);
       case QAccessible::Value:
@@ -188,15 +178,15 @@ class ControlNode : public Node, public QAccessibleValueInterface {
   }
 
   QVariant currentValue() const override {
-    if (IsBar(control_)) return static_cast<double>(Place());
-    const auto* readOut = control_.window()->findChild<Label*>(control_.ReadOut());
-    return readOut == nullptr ? QVariant() : LeadingNumber(readOut->Caption());
+    if (control_.IsBar()) return static_cast<double>(Place());
+    const auto* readOut = control_.window()->findChild<SpokenWidget*>(control_.ReadOut());
+    return readOut == nullptr ? QVariant() : LeadingNumber(readOut->SpokenCaption());
   }
 
   // A bar is dragged there from where it then is, in sight or not. What a thumb's place comes to is
   // its form's own business.
   void setCurrentValue(const QVariant& value) override {
-    if (!IsBar(control_)) return;
+    if (!control_.IsBar()) return;
     if (!std::isfinite(value.toDouble())) return;
     const double goal = std::clamp(value.toDouble(), 0.0, Length());
     DoLater(control_, [this, goal] {
@@ -206,10 +196,10 @@ class ControlNode : public Node, public QAccessibleValueInterface {
     });
   }
 
-  QVariant minimumValue() const override { return IsBar(control_) ? QVariant(0.0) : QVariant(); }
+  QVariant minimumValue() const override { return control_.IsBar() ? QVariant(0.0) : QVariant(); }
 
   QVariant maximumValue() const override {
-    return IsBar(control_) ? QVariant(Length()) : QVariant();
+    return control_.IsBar() ? QVariant(Length()) : QVariant();
   }
 
   QVariant minimumStepSize() const override { return {}; }
@@ -225,12 +215,6 @@ class ControlNode : public Node, public QAccessibleValueInterface {
   Control& control_;
 };
 
-void AnnounceValue(Control& control) {
-  const QAccessibleInterface* node = QAccessible::queryAccessibleInterface(&control);
-  QAccessibleValueChangeEvent event(&control, node->text(QAccessible::Value));
-  QAccessible::updateAccessibility(&event);
-}
-
 QAccessibleInterface* NodeOf(const QString& /*className*/, QObject* object) {
   if (auto* control = qobject_cast<Control*>(object)) return new ControlNode(*control);
   auto* form = qobject_cast<Form*>(object);
@@ -240,26 +224,5 @@ QAccessibleInterface* NodeOf(const QString& /*className*/, QObject* object) {
 }  // namespace
 
 void ServeScreenReaders() { QAccessible::installFactory(NodeOf); }
-
-void AnnouncePlace(Control& control) {
-  if (QAccessible::isActive() && IsBar(control)) AnnounceValue(control);
-}
-
-void AnnounceCaption(Label& label) {
-  if (!QAccessible::isActive()) return;
-  QAccessibleEvent event(&label, QAccessible::NameChanged);
-  QAccessible::updateAccessibility(&event);
-  for (Control* control : label.window()->findChildren<Control*>()) {
-    if (control->ReadOut() == label.objectName()) AnnounceValue(*control);
-  }
-}
-
-void AnnounceControls(Control& control, QAccessible::Event change) {
-  if (!QAccessible::isActive() || !control.window()->isVisible()) return;
-  for (QWidget* part : SpokenParts(control)) {
-    QAccessibleEvent event(part, change);
-    QAccessible::updateAccessibility(&event);
-  }
-}
 
 }  // namespace kelvane

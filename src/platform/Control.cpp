@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/Accessibility.h"
 #include "platform/Container.h"
 #include "platform/HandlerScope.h"
 
@@ -69,7 +68,7 @@ QCursor CursorOf(MousePointer pointer) {
 }
 
 Control::Control(Container* container, const QString& name)
-    : QWidget(container), container_(container), index_(IndexOf(name)) {
+    : SpokenWidget(container), container_(container), index_(IndexOf(name)) {
   setObjectName(name);
   setMouseTracking(true);
 }
@@ -104,13 +103,8 @@ void Control::setContainer(Container& container) {
   Place();
 }
 
-void Control::setMeaning(const QString& meaning) {
-  setAccessibleName(meaning);
-  if (stockWidget_ != nullptr) stockWidget_->setAccessibleName(meaning);
-}
-
 void Control::TakeAfter(const Control& model) {
-  role_ = model.role_;
+  setRole(model.Role());
   left_ = model.left_;
   top_ = model.top_;
   width_ = model.width_;
@@ -131,23 +125,22 @@ void Control::Place() {
   setGeometry(
       QRect(container_->ContentOrigin() + corner,
             QSize(WholePixels(width_ / unitsPerPixel), WholePixels(height_ / unitsPerPixel))));
-  if (pos() != before.topLeft()) AnnouncePlace(*this);
+  if (pos() != before.topLeft() && IsBar()) AnnounceValue();
   if (size() != before.size()) SizeChanged();
 }
 
 float Control::MouseUnitsPerPixel() const { return container_->UnitsPerPixel(); }
 
 void Control::FillWith(QWidget* stockWidget) {
-  stockWidget_ = stockWidget;
-  stockWidget_->setAccessibleName(Meaning());
-  stockWidget_->setParent(this);
-  stockWidget_->setGeometry(rect());
+  SpeakAs(stockWidget);
+  stockWidget->setParent(this);
+  stockWidget->setGeometry(rect());
   // What lies behind an opaque control needn't be painted for it, nor it for what lies behind.
-  setAttribute(Qt::WA_OpaquePaintEvent, stockWidget_->testAttribute(Qt::WA_OpaquePaintEvent));
+  setAttribute(Qt::WA_OpaquePaintEvent, stockWidget->testAttribute(Qt::WA_OpaquePaintEvent));
   // A menu of Qt's would serve the queue, and hold up the handler at whose DoEvents it
   // came up.
-  stockWidget_->setContextMenuPolicy(Qt::NoContextMenu);
-  for (QWidget* part : stockWidget_->findChildren<QWidget*>()) {
+  stockWidget->setContextMenuPolicy(Qt::NoContextMenu);
+  for (QWidget* part : stockWidget->findChildren<QWidget*>()) {
     part->setContextMenuPolicy(Qt::NoContextMenu);
   }
 }
@@ -159,13 +152,13 @@ bool Control::event(QEvent* event) {
     case QEvent::ToolTip:
       break;
     case QEvent::ShowToParent:
-      AnnounceControls(*this, QAccessible::ObjectCreated);
-      return QWidget::event(event);
+      AnnounceParts(QAccessible::ObjectCreated);
+      return SpokenWidget::event(event);
     case QEvent::HideToParent:
-      AnnounceControls(*this, QAccessible::ObjectDestroyed);
-      return QWidget::event(event);
+      AnnounceParts(QAccessible::ObjectDestroyed);
+      return SpokenWidget::event(event);
     default:
-      return QWidget::event(event);
+      return SpokenWidget::event(event);
   }
   if (!toolTip().isEmpty()) {
     QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), AsItStands(toolTip()), this);
@@ -174,8 +167,8 @@ bool Control::event(QEvent* event) {
 }
 
 void Control::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
-  if (stockWidget_ != nullptr) stockWidget_->setGeometry(rect());
+  SpokenWidget::resizeEvent(event);
+  if (StockWidget() != nullptr) StockWidget()->setGeometry(rect());
 }
 
 // The place in the control is worked out from the place on the screen now: the control may have

@@ -1,7 +1,8 @@
 #pragma once
 
-#include <QWidget>
 #include <functional>
+
+#include "platform/SpokenWidget.h"
 
 namespace kelvane {
 
@@ -29,27 +30,12 @@ enum class MousePointer : int {
 };
 QCursor CursorOf(MousePointer pointer);
 
-// What a screen reader takes a control for.
-enum class SpokenRole {
-  kNothing,  // passed over
-  kText,     // says its caption, which its meaning explains
-  kBox,      // a group if it has a meaning; if not, its controls stand in its place
-  kStock,    // what Qt's widget in it is
-  kPicture,
-  kCommand,        // a button that a click presses
-  kHorizontalBar,  // a slider that is dragged horizontally and whose value is its own Left
-  kVerticalBar,    // a slider that is dragged vertically and whose value is its own Top
-  kThumb,          // a slider whose value stands in another control, its read-out
-  kList,           // a box
-  kListItem,       // in such a box; a right click opens its menu
-};
-
 // The base of all controls of a form: a place in its container, in the container's scale unit, and
 // the mouse. Belongs to the user-interface thread and to its container.
 //
 // The object name is the control's name in the design with the index of a control array:
 // "Label14(3)".
-class Control : public QWidget {
+class Control : public SpokenWidget {
   Q_OBJECT
  public:
   // A null container is for a window's own area alone.
@@ -84,18 +70,6 @@ class Control : public QWidget {
   // empty.
   QString ToolTipText() const { return toolTip(); }
   void setToolTipText(const QString& text) { setToolTip(text); }
-
-  // What a screen reader is told. The meaning says what the control is where no caption of its own
-  // does. Each class of controls has a role of its own from the beginning.
-  SpokenRole Role() const { return role_; }
-  void setRole(SpokenRole role) { role_ = role; }
-  QString Meaning() const { return accessibleName(); }
-  void setMeaning(const QString& meaning);
-  // Qt's widget that is its inside; none in most classes.
-  QWidget* StockWidget() const { return stockWidget_; }
-  // The name of the label in which a thumb's value stands.
-  const QString& ReadOut() const { return readOut_; }
-  void setReadOut(const QString& label) { readOut_ = label; }
 
   // Every control tracks the mouse without a button, and none of its events travels on to its
   // container, nor does the container's tool tip show over it. A double-click brings press,
@@ -134,9 +108,6 @@ class Control : public QWidget {
   MouseEvent Arguments(const QMouseEvent& event, int button) const;
 
   Container* container_;
-  QWidget* stockWidget_ = nullptr;
-  SpokenRole role_ = SpokenRole::kStock;
-  QString readOut_;
   int index_ = -1;
   float left_ = 0;
   float top_ = 0;

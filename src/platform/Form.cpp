@@ -11,7 +11,6 @@
 #include <cmath>
 #include <utility>
 
-#include "platform/HandlerScope.h"
 #include "platform/Timer.h"
 #include "platform/WaylandOutputs.h"
 #include "platform/WindowManager.h"
@@ -20,8 +19,6 @@ namespace kelvane {
 namespace {
 
 constexpr int kAnswersRest = 200;  // ms
-
-int loadedForms = 0;
 
 int PixelsOfTwips(float twips) {
   constexpr float kWidest = 32767;  // that a window system takes
@@ -56,14 +53,9 @@ Form::Form(const FormDesign& design, std::span<const ControlDesign> controls,
   LayOutArea();
 }
 
-Form::~Form() {
-  if (loaded_) --loadedForms;
-}
-
 void Form::Load() {
-  if (loaded_) return;
-  loaded_ = true;
-  ++loadedForms;
+  if (Loaded()) return;
+  SetLoaded();
   const HandlerScope scope(this);
   Form_Load();
 }
@@ -86,23 +78,15 @@ void Form::Show(Form* owner) {
 }
 
 void Form::Unload() {
-  if (!loaded_ || unloading_) return;
+  if (!Loaded() || unloading_) return;
   const HandlerScope scope(this);
   unloading_ = true;
   Form_QueryUnload();
   Form_Unload();
   unloading_ = false;
-  loaded_ = false;
-  --loadedForms;
+  SetUnloaded();
   for (Timer* timer : findChildren<Timer*>()) timer->setEnabled(false);
   hide();
-}
-
-bool Form::AnyLoaded() { return loadedForms > 0; }
-
-void Form::HandlerEnds() {
-  --handlers_;
-  if (dropWhenUnloaded_ && !loaded_ && handlers_ == 0) deleteLater();
 }
 
 float Form::Width() const { return AsAssigned(width_, width()); }
@@ -163,12 +147,12 @@ bool Form::nativeEvent(const QByteArray& eventType, void* message, qintptr* resu
     dragged_ = dragged_ || PointerButtonHeld();
     answering_.start(kAnswersRest, this);
   }
-  return QWidget::nativeEvent(eventType, message, result);
+  return HandlerOwner::nativeEvent(eventType, message, result);
 }
 
 void Form::timerEvent(QTimerEvent* event) {
   if (event->timerId() != answering_.timerId()) {
-    QWidget::timerEvent(event);
+    HandlerOwner::timerEvent(event);
     return;
   }
   const bool refused = isVisible() && windowHandle()->size() != size();
@@ -207,13 +191,13 @@ void Form::LayOutArea() {
 }
 
 void Form::RaiseResize() {
-  if (!loaded_) return;
+  if (!Loaded()) return;
   const HandlerScope scope(this);
   Form_Resize();
 }
 
 void Form::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
+  HandlerOwner::resizeEvent(event);
   LayOutArea();
   const bool given = event->spontaneous() && UnderACompositor();
   const QScopedValueRollback<bool> obeys(obeys_, obeys_ || given);
@@ -221,7 +205,7 @@ void Form::resizeEvent(QResizeEvent* event) {
 }
 
 void Form::changeEvent(QEvent* event) {
-  QWidget::changeEvent(event);
+  HandlerOwner::changeEvent(event);
   if (event->type() != QEvent::WindowStateChange || isMinimized() == minimised_) return;
   minimised_ = isMinimized();
   RaiseResize();

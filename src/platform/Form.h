@@ -1,12 +1,11 @@
 #pragma once
 
 #include <QBasicTimer>
-#include <QPointer>
-#include <QWidget>
 #include <span>
 
 #include "platform/Container.h"
 #include "platform/ControlDesign.h"
+#include "platform/HandlerScope.h"
 
 class QMenuBar;
 
@@ -37,23 +36,18 @@ struct FormDesign {
 // returned.
 //
 // Belongs to the user-interface thread.
-class Form : public QWidget {
+class Form : public HandlerOwner {
   Q_OBJECT
  public:
   Form(const FormDesign& design, std::span<const ControlDesign> controls,
        std::span<const MenuDesign> menus = {});
-  ~Form() override;
 
   // Loading a loaded form does nothing.
   void Load();
-  bool Loaded() const { return loaded_; }
-  static bool AnyLoaded();
   // Brings the window up, modeless; in front of `owner` if there is one.
   void Show(Form* owner = nullptr);
   // Unloading a form that isn't loaded, or is being unloaded, does nothing.
   void Unload();
-  // From now on unloading also deletes the form, once no handler of it is on the stack.
-  void DropWhenUnloaded() { dropWhenUnloaded_ = true; }
 
   // Of the window with its menu bar, in twips, without what a window manager draws round it. Has no
   // effect while the size isn't the window's to choose: while it is maximised or as large as the
@@ -95,8 +89,6 @@ class Form : public QWidget {
   bool nativeEvent(const QByteArray& eventType, void* message, qintptr* result) override;
 
  private:
-  friend class HandlerScope;
-
   void BuildMenus(std::span<const MenuDesign> menus);
   void BuildControls(const FormDesign& form, std::span<const ControlDesign> controls);
   bool ChoosesItsSize() const;
@@ -106,8 +98,6 @@ class Form : public QWidget {
   int BarHeight(int width) const;
   void LayOutArea();
   void RaiseResize();
-  void HandlerBegins() { ++handlers_; }
-  void HandlerEnds();
 
   Container* area_;
   QMenuBar* menuBar_ = nullptr;
@@ -115,10 +105,7 @@ class Form : public QWidget {
   QSize least_;
   float width_ = 0;  // twips, as assigned
   float height_ = 0;
-  int handlers_ = 0;  // on the stack
-  bool loaded_ = false;
   bool unloading_ = false;
-  bool dropWhenUnloaded_ = false;
   bool minimised_ = false;
   bool obeys_ = false;     // a size that the window manager or compositor gave
   QBasicTimer answering_;  // runs while the window manager may have more to say

@@ -4,7 +4,6 @@
 #include <QPainter>
 #include <cmath>
 
-#include "platform/Accessibility.h"
 #include "platform/Colours.h"
 #include "platform/Container.h"
 #include "platform/Fonts.h"
@@ -35,10 +34,14 @@ Label& Label::Duplicate(const QString& name) const {
 void Label::setCaption(const QString& caption) {
   if (caption == caption_) return;
   caption_ = caption;
-  AnnounceCaption(*this);
+  AnnounceCaption();
   if (sizesItself_) FitCaption();
   update();
   Raise(this, Change, Index());
+}
+
+bool Label::SaysSomething() const {
+  return Control::SaysSomething() && !(Meaning().isEmpty() && SpokenCaption().isEmpty());
 }
 
 QString Label::ShownCaption() const { return QString(caption_).replace("&&"_L1, "&"_L1); }

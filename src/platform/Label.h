@@ -22,6 +22,8 @@ class Label : public Control {
   const QString& Caption() const { return caption_; }
   void setCaption(const QString& caption);
   QString ShownCaption() const;
+  QString SpokenCaption() const override { return ShownCaption().trimmed(); }
+  bool SaysSomething() const override;
 
   // Unset while the label is transparent.
   std::optional<QRgb> BackColor() const { return backColor_; }

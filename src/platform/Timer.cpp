@@ -1,11 +1,10 @@
 #include "platform/Timer.h"
 
-#include "platform/Form.h"
 #include "platform/HandlerScope.h"
 
 namespace kelvane {
 
-Timer::Timer(Form& form, const char* name, int interval)
+Timer::Timer(HandlerOwner& form, const char* name, int interval)
     : QObject(&form), form_(form), interval_(interval) {
   setObjectName(QLatin1String(name));
 }
