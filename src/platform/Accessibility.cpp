@@ -10,6 +10,7 @@
 #include <utility>
 
 #include "platform/Container.h"
+#include "platform/Control.h"
 #include "platform/Form.h"
 #include "shared/TextHelpers.h"
 
@@ -191,7 +192,7 @@ class ControlNode : public Node, public QAccessibleValueInterface {
     const double goal = std::clamp(value.toDouble(), 0.0, Length());
     DoLater(control_, [this, goal] {
       const int way = qRound((goal - static_cast<double>(Place())) /
-                             static_cast<double>(Box().UnitsPerPixel()));
+                             static_cast<double>(control_.container().UnitsPerPixel()));
       Handle(control_, Qt::LeftButton, IsHorizontal() ? QPoint(way, 0) : QPoint(0, way));
     });
   }
@@ -208,9 +209,9 @@ class ControlNode : public Node, public QAccessibleValueInterface {
   bool IsHorizontal() const { return control_.Role() == SpokenRole::kHorizontalBar; }
   float Place() const { return IsHorizontal() ? control_.Left() : control_.Top(); }
   double Length() const {
-    return static_cast<double>(IsHorizontal() ? Box().ScaleWidth() : Box().ScaleHeight());
+    return static_cast<double>(IsHorizontal() ? control_.container().ScaleWidth()
+                                              : control_.container().ScaleHeight());
   }
-  const Container& Box() const { return *qobject_cast<const Container*>(control_.parentWidget()); }
 
   Control& control_;
 };

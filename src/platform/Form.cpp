@@ -34,7 +34,7 @@ float AsAssigned(float twips, int pixels) {
 
 Form::Form(const FormDesign& design, std::span<const ControlDesign> controls,
            std::span<const MenuDesign> menus)
-    : area_(new Container(this, design.scale)),
+    : area_(new ContentArea(this, design.scale)),
       border_(design.border),
       least_(PixelsOfTwips(design.leastWidth), PixelsOfTwips(design.leastHeight)) {
   setObjectName(QLatin1String(design.name));
@@ -105,13 +105,9 @@ void Form::setHeight(float height) {
   ResizeTo(QSize(width(), PixelsOfTwips(height)));
 }
 
-float Form::ScaleWidth() const {
-  return static_cast<float>(area_->width()) * area_->UnitsPerPixel();
-}
+float Form::ScaleWidth() const { return area_->ScaleWidth(); }
 
-float Form::ScaleHeight() const {
-  return static_cast<float>(area_->height()) * area_->UnitsPerPixel();
-}
+float Form::ScaleHeight() const { return area_->ScaleHeight(); }
 
 WindowState Form::State() const {
   if (isMinimized()) return WindowState::kMinimised;

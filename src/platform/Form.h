@@ -3,7 +3,7 @@
 #include <QBasicTimer>
 #include <span>
 
-#include "platform/Container.h"
+#include "platform/ContentArea.h"
 #include "platform/ControlDesign.h"
 #include "platform/HandlerScope.h"
 
@@ -99,7 +99,7 @@ class Form : public HandlerOwner {
   void LayOutArea();
   void RaiseResize();
 
-  Container* area_;
+  ContentArea* area_;
   QMenuBar* menuBar_ = nullptr;
   BorderStyle border_;
   QSize least_;

@@ -13,7 +13,7 @@ namespace kelvane {
 
 using namespace Qt::StringLiterals;
 
-Label::Label(Container* container, const QString& name) : Control(container, name) {
+Label::Label(Container& container, const QString& name) : Control(container, name) {
   setRole(SpokenRole::kText);
 }
 
@@ -47,7 +47,7 @@ bool Label::SaysSomething() const {
 QString Label::ShownCaption() const { return QString(caption_).replace("&&"_L1, "&"_L1); }
 
 void Label::FitCaption() {
-  const float unitsPerPixel = container()->UnitsPerPixel();
+  const float unitsPerPixel = container().UnitsPerPixel();
   // Whole pixels, and not one too few for the caption to be drawn as it is.
   const QFontMetricsF metrics(font());
   const double width = std::ceil(metrics.horizontalAdvance(ShownCaption()));

@@ -12,7 +12,7 @@ namespace kelvane {
 class Label : public Control {
   Q_OBJECT
  public:
-  Label(Container* container, const QString& name);
+  Label(Container& container, const QString& name);
 
   // A label like this one in the same container, not yet on show; the container's own.
   Label& Duplicate(const QString& name) const;

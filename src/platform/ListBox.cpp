@@ -5,7 +5,6 @@
 #include <QStyledItemDelegate>
 #include <algorithm>
 
-#include "platform/Container.h"
 #include "platform/PixelSized.h"
 #include "platform/StockColours.h"
 
@@ -74,7 +73,7 @@ class ListBox::Lines : public PixelSized<QListWidget> {
   int extent_ = 0;
 };
 
-ListBox::ListBox(Container* container, const QString& name)
+ListBox::ListBox(Container& container, const QString& name)
     : Control(container, name), lines_(new Lines) {
   FillWith(lines_);
 }

@@ -8,7 +8,7 @@ namespace kelvane {
 class ListBox : public Control {
   Q_OBJECT
  public:
-  ListBox(Container* container, const QString& name);
+  ListBox(Container& container, const QString& name);
 
   QRgb BackColor() const;
   QRgb ForeColor() const;

@@ -7,7 +7,6 @@
 #include <QTreeWidget>
 
 #include "platform/Colours.h"
-#include "platform/Container.h"
 #include "platform/Fonts.h"
 #include "platform/PixelSized.h"
 #include "platform/StockColours.h"
@@ -78,7 +77,7 @@ class ListView::Table : public PixelSized<QTreeWidget> {
   }
 };
 
-ListView::ListView(Container* container, const QString& name)
+ListView::ListView(Container& container, const QString& name)
     : Control(container, name), table_(new Table) {
   FillWith(table_);
   setFocusProxy(table_);

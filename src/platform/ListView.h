@@ -11,7 +11,7 @@ namespace kelvane {
 class ListView : public Control {
   Q_OBJECT
  public:
-  ListView(Container* container, const QString& name);
+  ListView(Container& container, const QString& name);
 
   QRgb BackColor() const;
   QRgb ForeColor() const;

@@ -10,15 +10,15 @@ namespace kelvane {
 namespace {
 
 QButtonGroup& GroupOf(Container& container) {
-  auto* group = container.findChild<QButtonGroup*>(QString(), Qt::FindDirectChildrenOnly);
-  return *(group == nullptr ? new QButtonGroup(&container) : group);
+  auto* group = container.Widget().findChild<QButtonGroup*>(QString(), Qt::FindDirectChildrenOnly);
+  return *(group == nullptr ? new QButtonGroup(&container.Widget()) : group);
 }
 
 }  // namespace
 
-OptionButton::OptionButton(Container* container, const QString& name)
+OptionButton::OptionButton(Container& container, const QString& name)
     : Control(container, name), button_(new PixelSized<QRadioButton>) {
-  GroupOf(*container).addButton(button_);
+  GroupOf(container).addButton(button_);
   // The button tracks the pointer, and leaves the control the moves of one that hasn't pressed it.
   FillWith(button_);
 }

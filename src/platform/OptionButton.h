@@ -10,7 +10,7 @@ namespace kelvane {
 class OptionButton : public Control {
   Q_OBJECT
  public:
-  OptionButton(Container* container, const QString& name);
+  OptionButton(Container& container, const QString& name);
 
   QString Caption() const;
   void setCaption(const QString& caption);

@@ -27,6 +27,11 @@ QRect PixelsOf(QPoint first, QPoint last) {
 
 }  // namespace
 
+PictureBox::PictureBox(Container& container, const QString& name, ScaleMode scale)
+    : Control(container, name), Container(*this, scale) {
+  setRole(SpokenRole::kBox);
+}
+
 PictureBox& PictureBox::Duplicate(const QString& name) const {
   auto* copy = new PictureBox(container(), name, Scale());
   copy->TakeAfter(*this);
@@ -50,10 +55,6 @@ std::optional<QPoint> PictureBox::PixelOf(float x, float y) const {
         std::nearbyint(std::clamp(place / UnitsPerPixel(), -kFarthest, kFarthest)));
   };
   return QPoint(whole(x), whole(y));
-}
-
-QSize PictureBox::InnerSize() const {
-  return size() - 2 * QSize(ContentOrigin().x(), ContentOrigin().y());
 }
 
 // As large as the inside of the box has been, so that nothing is lost where it shrinks for a while.
@@ -108,14 +109,14 @@ bool PictureBox::event(QEvent* event) {
     case QEvent::WindowUnblocked:
       return true;
     default:
-      return Container::event(event);
+      return Control::event(event);
   }
 }
 
 void PictureBox::SizeChanged() { Raise(this, Resize, Index()); }
 
 void PictureBox::paintEvent(QPaintEvent* event) {
-  Container::paintEvent(event);
+  PaintGround(*event);
   if (!drawing_.isNull()) QPainter(this).drawImage(ContentOrigin(), drawing_);
 }
 

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "platform/Container.h"
+#include "platform/Control.h"
 
 namespace kelvane {
 
@@ -12,10 +13,10 @@ namespace kelvane {
 //
 // Places of a drawing are in the box's scale unit and rounded to whole pixels, half to even; what
 // falls outside the box, or is no number, leaves no mark.
-class PictureBox : public Container {
+class PictureBox : public Control, public Container {
   Q_OBJECT
  public:
-  using Container::Container;
+  PictureBox(Container& container, const QString& name, ScaleMode scale);
 
   // A box like this one in the same container, empty and not yet on show; the container's own.
   PictureBox& Duplicate(const QString& name) const;
@@ -42,6 +43,8 @@ class PictureBox : public Container {
   std::function<void(int Index)> Resize;
 
  protected:
+  float MouseUnitsPerPixel() const override { return UnitsPerPixel(); }
+  QPoint MouseOrigin() const override { return ContentOrigin(); }
   bool event(QEvent* event) override;
   void SizeChanged() override;
   void paintEvent(QPaintEvent* event) override;
@@ -49,7 +52,6 @@ class PictureBox : public Container {
  private:
   // No value where a coordinate is no number.
   std::optional<QPoint> PixelOf(float x, float y) const;
-  QSize InnerSize() const;
   QImage& Drawing();
 
   QImage drawing_;  // of the inside; null while nothing has been drawn

@@ -12,7 +12,7 @@ namespace kelvane {
 class ProgressBar : public Control {
   Q_OBJECT
  public:
-  ProgressBar(Container* container, const QString& name);
+  ProgressBar(Container& container, const QString& name);
 
   float Min() const { return min_; }
   float Max() const { return max_; }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Control.h"
+#include "platform/MouseArea.h"
 
 namespace kelvane {
 

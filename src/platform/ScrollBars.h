@@ -24,20 +24,20 @@ class ScrollBar : public ThumbControl {
   void setTabStop(bool stop);
 
  protected:
-  ScrollBar(Container* container, const QString& name, Qt::Orientation orientation);
+  ScrollBar(Container& container, const QString& name, Qt::Orientation orientation);
 };
 
 class HScrollBar : public ScrollBar {
   Q_OBJECT
  public:
-  HScrollBar(Container* container, const QString& name)
+  HScrollBar(Container& container, const QString& name)
       : ScrollBar(container, name, Qt::Horizontal) {}
 };
 
 class VScrollBar : public ScrollBar {
   Q_OBJECT
  public:
-  VScrollBar(Container* container, const QString& name)
+  VScrollBar(Container& container, const QString& name)
       : ScrollBar(container, name, Qt::Vertical) {}
 };
 

@@ -11,7 +11,7 @@ namespace kelvane {
 class Shape : public Control {
   Q_OBJECT
  public:
-  Shape(Container* container, const QString& name);
+  Shape(Container& container, const QString& name);
 
   bool Windowless() const override { return true; }
 
@@ -41,7 +41,7 @@ class Shape : public Control {
 class Line : public Control {
   Q_OBJECT
  public:
-  Line(Container* container, const QString& name);
+  Line(Container& container, const QString& name);
 
   bool Windowless() const override { return true; }
 

@@ -7,7 +7,7 @@ namespace kelvane {
 class Slider : public ThumbControl {
   Q_OBJECT
  public:
-  Slider(Container* container, const QString& name);
+  Slider(Container& container, const QString& name);
 
   int Value() const;
   void setValue(int value) { SetThumbValue(value); }

@@ -5,14 +5,13 @@
 
 #include "platform/Border.h"
 #include "platform/Colours.h"
-#include "platform/Container.h"
 #include "platform/HandlerScope.h"
 #include "platform/PixelSized.h"
 #include "platform/StockColours.h"
 
 namespace kelvane {
 
-TextBox::TextBox(Container* container, const QString& name) : Control(container, name) {}
+TextBox::TextBox(Container& container, const QString& name) : Control(container, name) {}
 
 void TextBox::setText(const QString& text) {
   if (text == text_) return;

@@ -12,7 +12,7 @@ namespace kelvane {
 class TextBox : public Control {
   Q_OBJECT
  public:
-  TextBox(Container* container, const QString& name);
+  TextBox(Container& container, const QString& name);
 
   const QString& Text() const { return text_; }
   void setText(const QString& text);

@@ -18,7 +18,7 @@ class ThumbControl : public Control {
 
  protected:
   // Takes over Qt's `thumb`.
-  ThumbControl(Container* container, const QString& name, QAbstractSlider* thumb);
+  ThumbControl(Container& container, const QString& name, QAbstractSlider* thumb);
 
   QAbstractSlider& thumb() const { return *thumb_; }
   void SetThumbValue(int value);

@@ -7,7 +7,6 @@
 #include <algorithm>
 
 #include "platform/Colours.h"
-#include "platform/Container.h"
 #include "platform/player/PlaybackCore.h"
 #include "shared/TextHelpers.h"
 
@@ -15,7 +14,7 @@ namespace kelvane {
 
 using namespace Qt::StringLiterals;
 
-WindowsMediaPlayer::WindowsMediaPlayer(Container* container, const QString& name)
+WindowsMediaPlayer::WindowsMediaPlayer(Container& container, const QString& name)
     : Control(container, name) {
   setAttribute(Qt::WA_OpaquePaintEvent);
   setRole(SpokenRole::kPicture);

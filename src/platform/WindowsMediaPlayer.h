@@ -18,7 +18,7 @@ class PlaybackCore;
 class WindowsMediaPlayer : public Control {
   Q_OBJECT
  public:
-  WindowsMediaPlayer(Container* container, const QString& name);
+  WindowsMediaPlayer(Container& container, const QString& name);
 
   // The path of the file; a new one, and the same one again, starts by itself, from the beginning
   // and for one pass. An empty one unloads.

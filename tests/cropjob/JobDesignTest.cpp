@@ -3,6 +3,7 @@
 #include <array>
 
 #include "cropjob/JobWindowTest.h"
+#include "platform/PictureBox.h"
 #include "platform/Shapes.h"
 
 namespace kelvane::testing {
@@ -85,10 +86,10 @@ TEST_F(JobDesign, ColoursAreTheDesigns) {
   }
   EXPECT_EQ(Hex(Get<Label>("Label2").BackColor()), "transparent");
   EXPECT_EQ(Hex(Get<Label>("Label3").BackColor()), "0x232323");
-  EXPECT_EQ(Hex(Get<Container>("Picture1").BackColor()), "0x232323");
+  EXPECT_EQ(Hex(Get<PictureBox>("Picture1").BackColor()), "0x232323");
   EXPECT_EQ(Hex(Get<Line>("Line1").BorderColor()), "0x808080");
   EXPECT_EQ(Hex(Get<Shape>("Shape1").BorderColor()), "0x808080");
-  EXPECT_EQ(Hex(Job().findChild<Container*>(QString(), Qt::FindDirectChildrenOnly)->BackColor()),
+  EXPECT_EQ(Hex(Job().findChild<ContentArea*>(QString(), Qt::FindDirectChildrenOnly)->BackColor()),
             "0x232323");
 }
 

@@ -63,7 +63,7 @@ TEST_F(JobLife, ThePointerOverCancelDarkensItsPlateAndOverTheWindowPutsItBack) {
   auto& plate = Get<Label>("Label3");
   MovePointerOver(Get<Label>("Label2"));
   EXPECT_EQ(Hex(plate.BackColor()), "0x000000");
-  MovePointerOver(*Job().findChild<Container*>(QString(), Qt::FindDirectChildrenOnly));
+  MovePointerOver(*Job().findChild<ContentArea*>(QString(), Qt::FindDirectChildrenOnly));
   EXPECT_EQ(Hex(plate.BackColor()), "0x232323");
 }
 

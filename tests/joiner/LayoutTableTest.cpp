@@ -79,7 +79,7 @@ TEST_F(JoinerLayoutTable, BoxesAndListsHaveTheirColours) {
   EXPECT_EQ(Hex(Get<ListBox>("List1").ForeColor()), "0xc0c0c0");
   EXPECT_EQ(Hex(Get<ListView>("ListView1").BackColor()), "0x404040");
   EXPECT_EQ(Hex(Get<ListView>("ListView1").ForeColor()), "0xc0c0c0");
-  EXPECT_EQ(Hex(form_.findChild<Container*>(QString(), Qt::FindDirectChildrenOnly)->BackColor()),
+  EXPECT_EQ(Hex(form_.findChild<ContentArea*>(QString(), Qt::FindDirectChildrenOnly)->BackColor()),
             "0x404040");
 }
 

@@ -92,7 +92,7 @@ TEST_F(SectionsLayoutTable, BoxesHaveTheirBackColour) {
       EXPECT_EQ(Hex(box->BackColor()), Hex(static_cast<unsigned int>(row.backColour))) << row.name;
     }
   }
-  EXPECT_EQ(Hex(form_.findChild<Container*>(QString(), Qt::FindDirectChildrenOnly)->BackColor()),
+  EXPECT_EQ(Hex(form_.findChild<ContentArea*>(QString(), Qt::FindDirectChildrenOnly)->BackColor()),
             "0x232323");
 }
 

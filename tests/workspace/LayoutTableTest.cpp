@@ -95,7 +95,7 @@ TEST_F(LayoutTable, BoxesHaveTheirBackColour) {
   for (const auto& [name, colour] : colours) {
     EXPECT_EQ(Hex(Get<PictureBox>(name).BackColor()), colour) << name;
   }
-  EXPECT_EQ(Hex(form_.findChild<Container*>(QString(), Qt::FindDirectChildrenOnly)->BackColor()),
+  EXPECT_EQ(Hex(form_.findChild<ContentArea*>(QString(), Qt::FindDirectChildrenOnly)->BackColor()),
             "0x232323");
 }
 

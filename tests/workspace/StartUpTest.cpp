@@ -172,7 +172,7 @@ class Light : public MainWindowTest {
   }
   void LightCommand(int index) const { MovePointerOver(Get<Label>("Label14", index)); }
   QWidget& Window() const {
-    return *form_->findChild<Container*>(QString(), Qt::FindDirectChildrenOnly);
+    return *form_->findChild<ContentArea*>(QString(), Qt::FindDirectChildrenOnly);
   }
 };
 
