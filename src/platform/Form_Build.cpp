@@ -85,7 +85,10 @@ Control* BuildLine(const ControlDesign& design, Container& container) {
 template <class List>
 Control* BuildList(const ControlDesign& design, Container& container, QRgb textColor) {
   auto* list = new List(container, QLatin1String(design.name));
-  if (design.color) list->SetColours(*design.color, textColor);
+  if (design.color) {
+    list->setBackColor(*design.color);
+    list->setForeColor(textColor);
+  }
   return list;
 }
 

@@ -6,7 +6,6 @@
 #include <algorithm>
 
 #include "platform/PixelSized.h"
-#include "platform/StockColours.h"
 
 namespace kelvane {
 namespace {
@@ -74,15 +73,9 @@ class ListBox::Lines : public PixelSized<QListWidget> {
 };
 
 ListBox::ListBox(Container& container, const QString& name)
-    : Control(container, name), lines_(new Lines) {
+    : TextControl(container, name), lines_(new Lines) {
   FillWith(lines_);
 }
-
-QRgb ListBox::BackColor() const { return GroundOf(*lines_); }
-
-QRgb ListBox::ForeColor() const { return TextColourOf(*lines_); }
-
-void ListBox::SetColours(QRgb back, QRgb text) { SetStockColours(*lines_, back, text); }
 
 void ListBox::AddItem(const QString& text) { lines_->addItem(text); }
 

@@ -1,18 +1,14 @@
 #pragma once
 
-#include "platform/Control.h"
+#include "platform/TextControl.h"
 
 namespace kelvane {
 
 // A list of texts, one to a line, at most one of them selected. Lines are numbered from 0.
-class ListBox : public Control {
+class ListBox : public TextControl {
   Q_OBJECT
  public:
   ListBox(Container& container, const QString& name);
-
-  QRgb BackColor() const;
-  QRgb ForeColor() const;
-  void SetColours(QRgb back, QRgb text);
 
   void AddItem(const QString& text);
   int ListCount() const;

@@ -9,7 +9,6 @@
 #include "platform/Colours.h"
 #include "platform/Fonts.h"
 #include "platform/PixelSized.h"
-#include "platform/StockColours.h"
 
 namespace kelvane {
 namespace {
@@ -78,18 +77,9 @@ class ListView::Table : public PixelSized<QTreeWidget> {
 };
 
 ListView::ListView(Container& container, const QString& name)
-    : Control(container, name), table_(new Table) {
+    : TextControl(container, name), table_(new Table) {
   FillWith(table_);
   setFocusProxy(table_);
-}
-
-QRgb ListView::BackColor() const { return GroundOf(*table_); }
-
-QRgb ListView::ForeColor() const { return TextColourOf(*table_); }
-
-void ListView::SetColours(QRgb back, QRgb text) {
-  SetStockColours(*table_, back, text);
-  table_->header()->setPalette(table_->palette());
 }
 
 bool ListView::HeaderButtons() const { return table_->header()->sectionsClickable(); }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Control.h"
+#include "platform/TextControl.h"
 
 class QTreeWidgetItem;
 
@@ -8,14 +8,10 @@ namespace kelvane {
 
 // A table with a header over its columns, whose rows are selected whole and one at a time. Columns
 // and rows are numbered from 1.
-class ListView : public Control {
+class ListView : public TextControl {
   Q_OBJECT
  public:
   ListView(Container& container, const QString& name);
-
-  QRgb BackColor() const;
-  QRgb ForeColor() const;
-  void SetColours(QRgb back, QRgb text);
 
   // Whether the header looks and acts like a row of push buttons, as it does at first: raised, and
   // answering to hover, press and click.

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Control.h"
+#include "platform/TextControl.h"
 
 class QLineEdit;
 
@@ -9,7 +9,7 @@ namespace kelvane {
 // A text that the user may read and copy, and change where the box is editable. The box holds the
 // text itself and shows it in a line of Qt's only while it is visible, so that a hidden
 // box takes a text of any length and more of it at the cost of the addition alone.
-class TextBox : public Control {
+class TextBox : public TextControl {
   Q_OBJECT
  public:
   TextBox(Container& container, const QString& name);
