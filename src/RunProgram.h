@@ -5,6 +5,7 @@
 #include "media/DOSOutputs.h"
 #include "media/Module1.h"
 #include "platform/App.h"
+#include "shared/Product.h"
 
 namespace kelvane {
 
@@ -12,7 +13,7 @@ namespace kelvane {
 // `programName` is the program's name as the window system shall know it.
 template <class Window>
 int RunProgram(const char* programName) {
-  App app(programName);
+  App app(programName, kProductName);
   ClearShortPathsLeftBehind();
 
   // Tools that outlive their output are taken leave of here. No form's timer: the last ones may end

@@ -25,9 +25,6 @@
 #include "platform/WaylandOutputs.h"
 #include "platform/WholePixels.h"
 
-// Resources of a static library are taken in by name.
-static void TakeInIcons() { Q_INIT_RESOURCE(icons); }
-
 namespace kelvane {
 
 using namespace Qt::StringLiterals;
@@ -37,6 +34,11 @@ namespace {
 std::string& PathStore() {
   static std::string path;
   return path;
+}
+
+QString& TitleStore() {
+  static QString title;
+  return title;
 }
 
 // What Qt shall find in the environment when it starts. At the end of its life everything
@@ -175,7 +177,9 @@ std::unique_ptr<QApplication> MakeApplication(int& argumentCount, char** argumen
 
 }  // namespace
 
-App::App(const char* programName) : name_(programName), arguments_{name_.data(), nullptr} {
+App::App(const char* programName, const QString& title)
+    : name_(programName), arguments_{name_.data(), nullptr} {
+  TitleStore() = title;
   KeepStandardDescriptors();
   // Qt's file dialogs keep their history in the user's settings: there is no such place.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, u"/dev/null"_s);
@@ -198,16 +202,7 @@ const std::string& App::Path() { return PathStore(); }
 
 void App::setPath(const std::string& path) { PathStore() = path; }
 
-QString App::Title() { return u"Kelvane"_s; }
-
-QIcon App::Icon() {
-  TakeInIcons();
-  QIcon icon;
-  for (const char* size : {"16", "32", "48", "128"}) {
-    icon.addFile(u":/icons/kelvane-%1.png"_s.arg(QLatin1String(size)));
-  }
-  return icon;
-}
+QString App::Title() { return TitleStore(); }
 
 void App::OpenWebPage(const QString& address) { QDesktopServices::openUrl(QUrl(address)); }
 

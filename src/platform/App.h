@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QApplication>
-#include <QIcon>
 #include <QString>
 #include <array>
 #include <memory>
@@ -12,8 +11,9 @@ namespace kelvane {
 // The application object: made first of all, and once. Takes nothing from the command line.
 class App {
  public:
-  // `programName` is the program's name as the window system shall know it.
-  explicit App(const char* programName);
+  // `programName` is the program's name as the window system shall know it, `title` the title of
+  // message boxes that have none of their own.
+  explicit App(const char* programName, const QString& title = {});
   ~App();
   App(const App&) = delete;
   App& operator=(const App&) = delete;
@@ -28,11 +28,7 @@ class App {
   // Gives the tools another folder: for a test that brings its own.
   static void setPath(const std::string& path);
 
-  // The title of message boxes that have none of their own.
   static QString Title();
-
-  // The program's icon, in every size.
-  static QIcon Icon();
 
   // Hands a web page to the system; whether somebody shows it isn't looked at.
   static void OpenWebPage(const QString& address);

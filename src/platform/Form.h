@@ -22,7 +22,7 @@ struct FormDesign {
   float clientWidth;  // twips
   float clientHeight;
   QRgb backColor;
-  QRgb labelColor;  // of the text of its labels
+  QRgb labelColor;  // of the text of its labels, lists, text boxes and choices
   ScaleMode scale;
   BorderStyle border = BorderStyle::kSizable;
   // Of the window with its menu bar, in twips: what Form_Resize holds to.

@@ -54,11 +54,18 @@ Control* BuildPictureBox(const ControlDesign& design, Container& container) {
   return box;
 }
 
-Control* BuildTextBox(const ControlDesign& design, Container& container) {
+void SetColours(TextControl& control, const ControlDesign& design, QRgb textColor) {
+  if (!design.color) return;
+  control.setBackColor(*design.color);
+  control.setForeColor(textColor);
+}
+
+Control* BuildTextBox(const ControlDesign& design, Container& container, QRgb textColor) {
   auto* box = new TextBox(container, QLatin1String(design.name));
   box->setText(QLatin1String(design.caption));
   if (design.bordered) box->setBordered();
   if (design.editable) box->setEditable();
+  SetColours(*box, design, textColor);
   return box;
 }
 
@@ -85,10 +92,7 @@ Control* BuildLine(const ControlDesign& design, Container& container) {
 template <class List>
 Control* BuildList(const ControlDesign& design, Container& container, QRgb textColor) {
   auto* list = new List(container, QLatin1String(design.name));
-  if (design.color) {
-    list->setBackColor(*design.color);
-    list->setForeColor(textColor);
-  }
+  SetColours(*list, design, textColor);
   return list;
 }
 
@@ -125,7 +129,7 @@ Control* Build(const ControlDesign& design, Container& container, QRgb labelColo
     case ControlClass::kSlider:
       return new Slider(container, QLatin1String(design.name));
     case ControlClass::kTextBox:
-      return BuildTextBox(design, container);
+      return BuildTextBox(design, container, labelColor);
     case ControlClass::kVScrollBar:
       return new VScrollBar(container, QLatin1String(design.name));
     case ControlClass::kWindowsMediaPlayer:

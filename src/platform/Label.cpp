@@ -4,7 +4,6 @@
 #include <QPainter>
 #include <cmath>
 
-#include "platform/Colours.h"
 #include "platform/Container.h"
 #include "platform/Fonts.h"
 #include "platform/HandlerScope.h"
@@ -97,7 +96,7 @@ void Label::paintEvent(QPaintEvent* /*event*/) {
   if (backColor_) painter.fillRect(rect(), QColor(*backColor_));
   QRect place = rect();
   if (bordered_) {
-    painter.setPen(QColor(kGrey));
+    painter.setPen(Qt::darkGray);
     painter.drawRect(place.adjusted(0, 0, -1, -1));
     place.adjust(1, 1, -1, -1);
   }

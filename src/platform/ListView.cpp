@@ -6,7 +6,6 @@
 #include <QScrollBar>
 #include <QTreeWidget>
 
-#include "platform/Colours.h"
 #include "platform/Fonts.h"
 #include "platform/PixelSized.h"
 
@@ -42,7 +41,7 @@ class ListView::Header : public PixelSized<QHeaderView> {
     }
     constexpr int kTextMargin = 4;
     painter->fillRect(place, palette().color(QPalette::Base));
-    painter->setPen(QColor(kGrey));
+    painter->setPen(Qt::darkGray);
     painter->drawLine(place.bottomLeft(), place.bottomRight());
     painter->drawLine(place.topRight(), place.bottomRight());
     painter->setPen(palette().color(QPalette::Text));

@@ -4,16 +4,12 @@
 #include <QShowEvent>
 
 #include "platform/Border.h"
-#include "platform/Colours.h"
 #include "platform/HandlerScope.h"
 #include "platform/PixelSized.h"
 
 namespace kelvane {
 
-TextBox::TextBox(Container& container, const QString& name) : TextControl(container, name) {
-  setBackColor(kDark);
-  setForeColor(kLight);
-}
+TextBox::TextBox(Container& container, const QString& name) : TextControl(container, name) {}
 
 void TextBox::setText(const QString& text) {
   if (text == text_) return;

@@ -6,7 +6,6 @@
 #include <QPainter>
 #include <algorithm>
 
-#include "platform/Colours.h"
 #include "platform/player/PlaybackCore.h"
 #include "shared/TextHelpers.h"
 
@@ -32,7 +31,7 @@ void WindowsMediaPlayer::setURL(const QString& url) {
 
 void WindowsMediaPlayer::MakeCore() {
   delete core_;
-  core_ = new PlaybackCore(this);
+  core_ = new PlaybackCore(this, settings.clientName());
   core_->setVolume(settings.volume());
   core_->setBalance(settings.balance());
   connect(core_, &PlaybackCore::PictureChanged, this, [this] { update(visibleRegion()); });
@@ -86,7 +85,7 @@ void WindowsMediaPlayer::paintEvent(QPaintEvent* event) {
     core_->setVisible(VisibleExtent());
     uncovered = core_->Draw(painter, uncovered);
   }
-  for (const QRect& part : uncovered) painter.fillRect(part, QColor(kBlack));
+  for (const QRect& part : uncovered) painter.fillRect(part, Qt::black);
 }
 
 // Controls that lie over the picture don't count: they are moved about.

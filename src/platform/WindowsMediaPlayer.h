@@ -47,11 +47,15 @@ class WindowsMediaPlayer : public Control {
     int balance() const { return balance_; }
     // -100 to 100; another is refused.
     void setBalance(int balance);
+    // The name by which the sound system knows the player; to be set before the first URL.
+    const QString& clientName() const { return clientName_; }
+    void setClientName(const QString& name) { clientName_ = name; }
 
    private:
     WindowsMediaPlayer& player_;
     int volume_ = 50;
     int balance_ = 0;
+    QString clientName_;
   };
 
   Controls controls{*this};

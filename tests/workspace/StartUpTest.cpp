@@ -6,7 +6,7 @@
 #include <QUrl>
 #include <algorithm>
 
-#include "platform/Colours.h"
+#include "shared/Colours.h"
 #include "platform/Menu.h"
 #include "shared/SharedValues.h"
 #include "workspace/MainWindowTest.h"

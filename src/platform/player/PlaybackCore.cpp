@@ -60,7 +60,6 @@ constexpr std::pair<const char*, const char*> kOptions[] = {
     {"profile", "sw-fast"},
     {"ao", "pulse,alsa"},  // newer sound servers answer to the first as well
     {"audio-fallback-to-null", "yes"},
-    {"audio-client-name", "Kelvane"},
 };
 
 constexpr const char* kPosition = "time-pos";
@@ -102,8 +101,8 @@ constexpr std::uint64_t kStartAnswer = 1;
 
 }  // namespace
 
-PlaybackCore::PlaybackCore(QObject* parent) : QObject(parent), mpv_(PlayerLibrary::Get()) {
-  if (mpv_ == nullptr || !HasRoomForThreads() || !MakePlayer()) return;
+PlaybackCore::PlaybackCore(QObject* parent, const QString& clientName) : QObject(parent), mpv_(PlayerLibrary::Get()) {
+  if (mpv_ == nullptr || !HasRoomForThreads() || !MakePlayer(clientName)) return;
   ObserveProperties();
   try {
     serving_ = std::thread([this] { ServePlayer(); });
@@ -112,13 +111,14 @@ PlaybackCore::PlaybackCore(QObject* parent) : QObject(parent), mpv_(PlayerLibrar
   }
 }
 
-bool PlaybackCore::MakePlayer() {
+bool PlaybackCore::MakePlayer(const QString& clientName) {
   // The player refuses to be made under another locale's numbers.
   (void)std::setlocale(LC_NUMERIC, "C");
   snd_lib_error_set_handler(Silence);
   player_ = mpv_->create();
   if (player_ == nullptr) return false;
   for (const auto& [name, value] : kOptions) mpv_->set_option_string(player_, name, value);
+  mpv_->set_option_string(player_, "audio-client-name", clientName.toUtf8().constData());
   if (mpv_->initialize(player_) < 0) return false;
   std::string software = MPV_RENDER_API_TYPE_SW;
   std::array<mpv_render_param, 2> parameters{

@@ -29,7 +29,7 @@ class PlaybackCore : public QObject {
   Q_OBJECT
  public:
   // Where the player can't be made, isn't usable.
-  explicit PlaybackCore(QObject* parent);
+  PlaybackCore(QObject* parent, const QString& clientName);
   // Waits for the player's threads to end.
   ~PlaybackCore() override;
 
@@ -63,7 +63,7 @@ class PlaybackCore : public QObject {
   void PictureChanged();
 
  private:
-  bool MakePlayer();
+  bool MakePlayer(const QString& clientName);
   // Whether the player takes it up, and will answer.
   bool Command(std::initializer_list<const char*> words, std::uint64_t answer = 0);
   void ObserveProperties();
