@@ -30,9 +30,6 @@ class App {
 
   static QString Title();
 
-  // Hands a web page to the system; whether somebody shows it isn't looked at.
-  static void OpenWebPage(const QString& address);
-
  private:
   std::string name_;
   std::array<char*, 2> arguments_;

@@ -3,12 +3,15 @@
 #include <wayland-client-protocol.h>
 
 #include <QGuiApplication>
+#include <QList>
+#include <QScreen>
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <list>
 #include <memory>
+#include <vector>
 
 namespace kelvane {
 
@@ -65,6 +68,11 @@ constexpr wl_registry_listener kRegistryListener = {
     .global_remove = [](void*, wl_registry*, std::uint32_t) {},
 };
 
+QByteArray FactorText(double factor) {
+  constexpr int kDigits = 17;  // as many as tell every factor from its neighbours
+  return QByteArray::number(factor, 'g', kDigits);
+}
+
 }  // namespace
 
 bool UnderACompositor() { return QGuiApplication::platformName().startsWith("wayland"_L1); }
@@ -93,6 +101,26 @@ double ScaleOfOutput(QSize pixels, QSize units, double whole) {
   const double scale =
       std::round(kParts * longSide / std::max(units.width(), units.height())) / kParts;
   return std::ceil(scale) == whole ? scale : whole;
+}
+
+std::optional<ScaleFactors> FactorsThatUndoScales() {
+  const QList<QScreen*> screens = QGuiApplication::screens();
+  const auto isPlain = [](const QScreen* screen) { return screen->devicePixelRatio() == 1; };
+  if (std::ranges::all_of(screens, isPlain)) return std::nullopt;
+  const QHash<QString, QSize> pixels =
+      UnderACompositor() ? PixelsOfWaylandOutputs() : QHash<QString, QSize>();
+  std::vector<double> scales;
+  for (const QScreen* screen : screens) {
+    scales.push_back(
+        ScaleOfOutput(pixels.value(screen->name()), screen->size(), screen->devicePixelRatio()));
+  }
+  const double largest = *std::ranges::max_element(scales);
+  ScaleFactors factors{.common = FactorText(1 / largest), .outputs = {}};
+  for (qsizetype i = 0; i < screens.size(); ++i) {
+    const double factor = largest / scales[static_cast<std::size_t>(i)];
+    factors.outputs += screens[i]->name().toUtf8() + '=' + FactorText(factor) + ';';
+  }
+  return factors;
 }
 
 }  // namespace kelvane

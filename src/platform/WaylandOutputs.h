@@ -1,8 +1,10 @@
 #pragma once
 
+#include <QByteArray>
 #include <QHash>
 #include <QSize>
 #include <QString>
+#include <optional>
 
 namespace kelvane {
 
@@ -10,12 +12,22 @@ namespace kelvane {
 // application.
 bool UnderACompositor();
 
-// What each output of the Wayland compositor has across and down, in pixels of the screen, by its
-// name. Empty without a compositor.
+// Returns how many pixels of the screen each output of the Wayland compositor has horizontally and
+// vertically, by its name. Empty without a compositor.
 QHash<QString, QSize> PixelsOfWaylandOutputs();
 
 // The scale of an output by its sizes in pixels and in the compositor's units. `whole` is the scale
 // rounded up, and what is returned where the sizes don't agree with that.
 double ScaleOfOutput(QSize pixels, QSize units, double whole);
+
+// What Qt shall multiply by for a pixel of its own to be one of the screen: a Wayland compositor's
+// scale comes in whatever the switch for dense screens says.
+struct ScaleFactors {
+  QByteArray common;   // on every output
+  QByteArray outputs;  // and on each of them besides; Qt takes none that is less than 1
+};
+
+// std::nullopt where no output has a scale. Asked once there is an application.
+std::optional<ScaleFactors> FactorsThatUndoScales();
 
 }  // namespace kelvane
