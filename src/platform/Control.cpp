@@ -28,27 +28,21 @@ QString AsItStands(const QString& text) {
 Control::Control(Container& container, const QString& name)
     : MouseArea(&container.Widget(), name), container_(&container) {}
 
-void Control::setLeft(float left) {
-  if (!std::isfinite(left)) return;
-  left_ = left;
-  Place();
-}
+void Control::setLeft(float left) { Assign(left_, left); }
 
-void Control::setTop(float top) {
-  if (!std::isfinite(top)) return;
-  top_ = top;
-  Place();
-}
+void Control::setTop(float top) { Assign(top_, top); }
 
 void Control::setWidth(float width) {
-  if (!std::isfinite(width) || width < 0) return;
-  width_ = width;
-  Place();
+  if (width >= 0) Assign(width_, width);
 }
 
 void Control::setHeight(float height) {
-  if (!std::isfinite(height) || height < 0) return;
-  height_ = height;
+  if (height >= 0) Assign(height_, height);
+}
+
+void Control::Assign(float& part, float value) {
+  if (!std::isfinite(value)) return;
+  part = value;
   Place();
 }
 

@@ -57,6 +57,7 @@ class Control : public MouseArea {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
+  void Assign(float& part, float value);
   void Place();
 
   Container* container_;

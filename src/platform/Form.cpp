@@ -174,9 +174,7 @@ void Form::TakeGivenSize() {
 // A window whose titles are all hidden has no menu bar.
 int Form::BarHeight(int width) const {
   if (menuBar_ == nullptr) return 0;
-  const QList<QAction*> titles = menuBar_->actions();
-  const bool anyVisible = std::any_of(titles.begin(), titles.end(),
-                                      [](const QAction* title) { return title->isVisible(); });
+  const bool anyVisible = std::ranges::any_of(menuBar_->actions(), &QAction::isVisible);
   return anyVisible ? menuBar_->heightForWidth(width) : 0;
 }
 

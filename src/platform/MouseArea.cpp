@@ -8,22 +8,13 @@ namespace kelvane {
 namespace {
 
 int ButtonsOf(Qt::MouseButtons buttons) {
-  int sum = kNoButton;
-  if (buttons.testFlag(Qt::LeftButton)) sum += kLeftButton;
-  if (buttons.testFlag(Qt::RightButton)) sum += kRightButton;
-  if (buttons.testFlag(Qt::MiddleButton)) sum += kMiddleButton;
-  return sum;
+  return static_cast<int>(buttons & (Qt::LeftButton | Qt::RightButton | Qt::MiddleButton));
 }
 
+// Qt has Shift, Ctrl and Alt in three neighbouring bits, in that order.
 int ShiftOf(Qt::KeyboardModifiers modifiers) {
-  constexpr int kShift = 1;
-  constexpr int kCtrl = 2;
-  constexpr int kAlt = 4;
-  int sum = 0;
-  if (modifiers.testFlag(Qt::ShiftModifier)) sum += kShift;
-  if (modifiers.testFlag(Qt::ControlModifier)) sum += kCtrl;
-  if (modifiers.testFlag(Qt::AltModifier)) sum += kAlt;
-  return sum;
+  constexpr auto kTold = Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier;
+  return static_cast<int>((modifiers & kTold).toInt() / Qt::ShiftModifier);
 }
 
 // "Label14(3)" is 3; "pbar" is -1.

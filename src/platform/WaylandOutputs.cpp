@@ -4,6 +4,7 @@
 
 #include <QGuiApplication>
 #include <QList>
+#include <QLocale>
 #include <QScreen>
 #include <algorithm>
 #include <cmath>
@@ -69,8 +70,7 @@ constexpr wl_registry_listener kRegistryListener = {
 };
 
 QByteArray FactorText(double factor) {
-  constexpr int kDigits = 17;  // as many as tell every factor from its neighbours
-  return QByteArray::number(factor, 'g', kDigits);
+  return QByteArray::number(factor, 'g', QLocale::FloatingPointShortest);
 }
 
 }  // namespace
