@@ -16,8 +16,8 @@ int RunProgram(const char* programName) {
   App app(programName, kProductName);
   ClearShortPathsLeftBehind();
 
-  // Tools that outlive their output are taken leave of here. No form's timer: the last ones may end
-  // when the first window is closed already.
+  // Reaps tools that outlive their output. This is no form's timer, since the last of them may end
+  // after the first window has been closed.
   constexpr int kReapInterval = 1000;  // ms
   QTimer reaper;
   reaper.callOnTimeout(&DOSOutputs::ReapEndedChildren);

@@ -46,8 +46,8 @@ QAccessible::Role RoleOf(const Control& control) {
   return QAccessible::Client;
 }
 
-// What the user's hand does on the control: a press in its middle, a move with the button held, and
-// the release. The control's handlers are told, whatever they do with the control meanwhile.
+// Sends the control a press in its middle, a move by `way` with the button held, and the release.
+// Its handlers may delete the control in between.
 void Handle(Control& control, Qt::MouseButton button, QPoint way) {
   const QPointer<Control> alive(&control);
   const QPoint begin = control.mapToGlobal(control.rect().center());
@@ -62,8 +62,8 @@ void Handle(Control& control, Qt::MouseButton button, QPoint way) {
   send(QEvent::MouseButtonRelease, begin + way, button, Qt::NoButton);
 }
 
-// Whether its boxes and its window leave anything of it. What lies in front of it doesn't count:
-// one who can't see it has no way to move that aside.
+// Whether its containers and its window leave a part of the control unclipped. What lies in front
+// of it doesn't count: a user who can't see it has no way to move that aside.
 bool IsInSight(const Control& control) {
   QRect part = control.rect();
   for (const QWidget* each = &control; !each->isWindow(); each = each->parentWidget()) {
@@ -72,8 +72,8 @@ bool IsInSight(const Control& control) {
   return !part.isEmpty();
 }
 
-// From the message loop, as the user's own events come: the one who asks isn't kept waiting by what
-// follows, and a window behind a dialog or a menu gets none.
+// Runs `deed` from the event loop, as a user's event would: the screen reader doesn't wait for the
+// handlers, and a window behind a dialog or a menu gets nothing.
 void DoLater(Control& control, std::function<void()> deed) {
   QMetaObject::invokeMethod(
       &control,
@@ -91,7 +91,7 @@ class Node : public QAccessibleWidget {
  public:
   using QAccessibleWidget::QAccessibleWidget;
 
-  // As the window is now: a reader may have asked for it before it was made a dialog.
+  // Asked anew each time: a reader may ask before the window is made a dialog.
   QAccessible::Role role() const override {
     return widget()->windowType() == Qt::Dialog ? QAccessible::Dialog : QAccessible::Window;
   }
@@ -109,7 +109,7 @@ class Node : public QAccessibleWidget {
     return found == children.end() ? -1 : static_cast<int>(found - children.begin());
   }
 
-  // What lies in front there, or what that stands in.
+  // The child that is in front at that place of the screen, or that contains what is.
   QAccessibleInterface* childAt(int x, int y) const override {
     const QList<QWidget*> children = Children();
     const QWidget* part = widget()->childAt(widget()->mapFromGlobal(QPoint(x, y)));
@@ -184,8 +184,8 @@ class ControlNode : public Node, public QAccessibleValueInterface {
     return readOut == nullptr ? QVariant() : LeadingNumber(readOut->SpokenCaption());
   }
 
-  // A bar is dragged there from where it then is, in sight or not. What a thumb's place comes to is
-  // its form's own business.
+  // Drags a bar there, clipped or not. A thumb can't be set: only its form knows which value a
+  // place stands for.
   void setCurrentValue(const QVariant& value) override {
     if (!control_.IsBar()) return;
     if (!std::isfinite(value.toDouble())) return;

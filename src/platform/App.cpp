@@ -28,8 +28,8 @@ QString& TitleStore() {
   return title;
 }
 
-// Under the numbers of standard descriptors that the program was started without, what it opens
-// would be taken for them.
+// Opens the null device in the place of each standard descriptor that the program was started
+// without. A file that the program opens would get that number otherwise, and be taken for it.
 void KeepStandardDescriptors() {
   for (const int standard : {0, 1, 2}) {
     if (::fcntl(standard, F_GETFD) < 0) (void)::open("/dev/null", O_RDWR);
@@ -42,7 +42,7 @@ App::App(const char* programName, const QString& title)
     : name_(programName), arguments_{name_.data(), nullptr} {
   TitleStore() = title;
   KeepStandardDescriptors();
-  // Qt's file dialogs keep their history in the user's settings: there is no such place.
+  // Qt's file dialogs would keep their history in the user's settings. This path can hold none.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, u"/dev/null"_s);
 
   application_ = StartQt(argumentCount_, arguments_.data());

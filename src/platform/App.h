@@ -8,7 +8,8 @@
 
 namespace kelvane {
 
-// The application object: made first of all, and once. Takes nothing from the command line.
+// The application object. It is made before anything else of the program, once, on the thread that
+// is the user-interface thread from then on. It takes nothing from the command line.
 class App {
  public:
   // `programName` is the program's name as the window system shall know it, `title` the title of
@@ -18,14 +19,14 @@ class App {
   App(const App&) = delete;
   App& operator=(const App&) = delete;
 
-  // Runs the message loop until the last form is unloaded, which may have happened before; returns
+  // Runs the event loop until the last form is unloaded; returns at once if none is loaded. Returns
   // the program's exit status.
   int Run();
 
   // The program's own folder, without a closing separator, in the system's narrow encoding. The
   // media tools lie there.
   static const std::string& Path();
-  // Gives the tools another folder: for a test that brings its own.
+  // Sets another folder for the tools, for a test that brings its own.
   static void setPath(const std::string& path);
 
   static QString Title();
@@ -37,7 +38,7 @@ class App {
   std::unique_ptr<QApplication> application_;
 };
 
-// Serves the pending events of all windows and returns. Nothing else in the program does so.
+// Processes the pending events of all windows and returns. Nothing else in the program does so.
 void DoEvents();
 
 }  // namespace kelvane

@@ -29,8 +29,8 @@ class Container {
   virtual void setBackColor(QRgb color);
 
   // A border of two pixels, inside which the places of the controls begin and the mouse counts. It
-  // lies over controls of the design that reach beyond the inside. To be called after
-  // setBackColor, whose colour it keeps between its lines, and before any control is placed.
+  // lies over controls of the design that reach beyond the inside. To be called after setBackColor,
+  // whose colour it keeps between its lines, and before any control is placed.
   void setBordered();
   QPoint ContentOrigin() const { return {borderWidth_, borderWidth_}; }
 

@@ -86,16 +86,16 @@ void Control::FillWith(QWidget* stockWidget) {
   stockWidget->setGeometry(rect());
   // What lies behind an opaque control needn't be painted for it, nor it for what lies behind.
   setAttribute(Qt::WA_OpaquePaintEvent, stockWidget->testAttribute(Qt::WA_OpaquePaintEvent));
-  // A menu of Qt's would serve the queue, and hold up the handler at whose DoEvents it
-  // came up.
+  // A context menu of Qt's runs an event loop: a handler whose DoEvents opens one wouldn't go on
+  // before it is closed.
   stockWidget->setContextMenuPolicy(Qt::NoContextMenu);
   for (QWidget* part : stockWidget->findChildren<QWidget*>()) {
     part->setContextMenuPolicy(Qt::NoContextMenu);
   }
 }
 
-// A control without a tip of its own would ask its container for one, and Qt takes a tip
-// that looks like markup for such.
+// Without this a control that has no tip would show its container's, and Qt would take a text that
+// looks like markup for markup.
 bool Control::event(QEvent* event) {
   switch (event->type()) {
     case QEvent::ToolTip:

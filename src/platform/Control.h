@@ -13,8 +13,9 @@ class Control : public MouseArea {
  public:
   Control(Container& container, const QString& name);
 
-  // Single precision, and read back as assigned; only the widget on the screen is rounded to whole
-  // pixels. A negative or undefined width or height is refused: the control keeps its last size.
+  // In the container's scale unit and single precision. They read back as assigned; only the widget
+  // on the screen is rounded to whole pixels. Assigning a negative width or height, or a value that
+  // isn't finite, has no effect.
   float Left() const { return left_; }
   float Top() const { return top_; }
   float Width() const { return width_; }
@@ -31,14 +32,13 @@ class Control : public MouseArea {
   bool Visible() const { return !isHidden(); }
   void setMousePointer(MousePointer pointer) { setCursor(CursorOf(pointer)); }
 
-  // Gives the control the keyboard.
+  // Gives the control the keyboard focus.
   void SetFocus() { setFocus(); }
 
-  // Labels, shapes and lines have no window of their own: they lie behind the controls that have.
+  // True of labels, shapes and lines, which lie behind all other controls of their container.
   virtual bool Windowless() const { return false; }
 
-  // The text that is shown, as it stands, beside a pointer that rests on the control; none if
-  // empty.
+  // The text of the tool tip, shown without markup; there is no tip if it is empty.
   QString ToolTipText() const { return toolTip(); }
   void setToolTipText(const QString& text) { setToolTip(text); }
 
@@ -49,8 +49,9 @@ class Control : public MouseArea {
   // Called when an assignment has changed the widget's size on the screen, before it returns.
   virtual void SizeChanged() {}
   float MouseUnitsPerPixel() const override;
-  // Makes a stock widget of Qt the whole inside of this control. The mouse is that
-  // widget's; the control gets what it leaves. Neither it nor a part of it has a context menu.
+  // Makes a stock widget of Qt's the whole inside of this control, which then owns it. The stock
+  // widget gets the mouse events first, and the control those that it ignores. It has no context
+  // menu.
   void FillWith(QWidget* stockWidget);
 
   bool event(QEvent* event) override;

@@ -61,8 +61,8 @@ void Form::Load() {
 }
 
 void Form::Show(Form* owner) {
-  // Once the compositor has given a size it is too late to ask for another. Qt 6.4 would keep to
-  // this one even where the compositor gives less, which ends the program.
+  // Once the compositor has given a size it is too late to ask for another. Qt 6.4 would insist on
+  // this one even if the compositor gives less, which ends the program.
   constexpr bool kObeysCompositors = QT_VERSION >= QT_VERSION_CHECK(6, 8, 0);
   if (kObeysCompositors && UnderACompositor()) {
     setMinimumSize(least_.expandedTo(minimumSize()));
@@ -131,13 +131,13 @@ void Form::ResizeTo(QSize size) {
   const QSize before = this->size();
   SetSize(size);
   if (isVisible() || this->size() == before) return;
-  // Qt holds back the events of a window that isn't on the screen.
+  // Qt sends no resize event to a window that isn't shown.
   LayOutArea();
   RaiseResize();
 }
 
-// Where a window manager refuses a size by telling the one that the window had, Qt tells of
-// nothing.
+// A window manager may refuse a size by repeating the one that the window has; Qt sends no event
+// then.
 bool Form::nativeEvent(const QByteArray& eventType, void* message, qintptr* result) {
   if (TellsOfGeometry(eventType, message)) {
     dragged_ = dragged_ || PointerButtonHeld();
@@ -164,7 +164,7 @@ void Form::timerEvent(QTimerEvent* event) {
   }
 }
 
-// Without asking for it.
+// Takes the size that the window has on the screen without requesting it.
 void Form::TakeGivenSize() {
   const QScopedValueRollback<bool> obeys(obeys_, true);
   QResizeEvent given(windowHandle()->size(), size());

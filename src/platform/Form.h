@@ -25,7 +25,7 @@ struct FormDesign {
   QRgb labelColor;  // of the text of its labels, lists, text boxes and choices
   ScaleMode scale;
   BorderStyle border = BorderStyle::kSizable;
-  // Of the window with its menu bar, in twips: what Form_Resize holds to.
+  // The least size of the window with its menu bar, in twips, which Form_Resize enforces.
   float leastWidth = 0;
   float leastHeight = 0;
 };
@@ -44,14 +44,14 @@ class Form : public HandlerOwner {
 
   // Loading a loaded form does nothing.
   void Load();
-  // Brings the window up, modeless; in front of `owner` if there is one.
+  // Shows the window, modeless, and in front of `owner` unless that is null.
   void Show(Form* owner = nullptr);
   // Unloading a form that isn't loaded, or is being unloaded, does nothing.
   void Unload();
 
-  // Of the window with its menu bar, in twips, without what a window manager draws round it. Has no
-  // effect while the size isn't the window's to choose: while it is maximised or as large as the
-  // screen, and in the answer to a size that a Wayland compositor gives it, or by which a window
+  // The size of the window with its menu bar and without the window manager's frame, in twips.
+  // Setting it has no effect while the window doesn't choose its own size: while it is maximised or
+  // full screen, and while it takes a size that a Wayland compositor gives it, or by which a window
   // manager refuses another.
   float Width() const;
   float Height() const;
@@ -67,7 +67,7 @@ class Form : public HandlerOwner {
   void setCaption(const QString& caption) { setWindowTitle(caption); }
   void setMousePointer(MousePointer pointer) { setCursor(CursorOf(pointer)); }
 
-  // The control, menu or timer of that name, which must be one of the design's.
+  // Returns the control, menu or timer of that name, which must be one of the design's.
   template <class Kind>
   Kind& Find(const QString& name) const {
     Kind* found = findChild<Kind*>(name);
@@ -112,14 +112,15 @@ class Form : public HandlerOwner {
   bool dragged_ = false;   // the user may have dragged an edge since the last answers rested
 };
 
-// The one instance that a window class has at a time: made when it is loaded, dropped when it has
-// been unloaded.
+// The one instance that a window class has at a time. It is made when it is loaded and deleted
+// after it has been unloaded. Belongs to the user-interface thread.
 template <class FormClass>
 class FormInstance {
  public:
   ~FormInstance() { delete form_; }
 
-  // Makes and loads the form if none is loaded. `arguments` go to its constructor.
+  // Makes and loads the form, with `arguments` for its constructor, if none is loaded. Returns the
+  // loaded one.
   template <class... Arguments>
   FormClass& Load(Arguments&&... arguments) {
     if (!Loaded()) {

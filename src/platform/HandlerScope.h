@@ -5,8 +5,8 @@
 
 namespace kelvane {
 
-// A window as the handlers that run in it see it: whether it is loaded, and how many of them are
-// on the stack.
+// A window as the handlers that run in it see it: whether it is loaded, and how many of them are on
+// the stack.
 class HandlerOwner : public QWidget {
   Q_OBJECT
  public:
@@ -30,12 +30,12 @@ class HandlerOwner : public QWidget {
   bool dropWhenUnloaded_ = false;
 };
 
-// Stands on the stack while an event handler of a window runs. A window that is unloaded meanwhile
-// is deleted no earlier than when its last handler has returned, and the program ends no earlier
-// than when the last handler of all has.
+// Lives on the stack while an event handler of a window runs. A window that is unloaded meanwhile
+// is deleted only after its last handler has returned, and the program ends only after the last
+// handler of all windows has. Belongs to the user-interface thread.
 class HandlerScope {
  public:
-  // `sender` is the window itself or anything that lives in it.
+  // `sender` is the window itself or one of its descendants.
   explicit HandlerScope(QObject* sender);
   ~HandlerScope();
   HandlerScope(const HandlerScope&) = delete;
@@ -45,7 +45,7 @@ class HandlerScope {
   QPointer<HandlerOwner> owner_;
 };
 
-// Runs `handler` if one is wired.
+// Runs `handler` in a HandlerScope if one is wired.
 template <class Handler, class... Arguments>
 void Raise(QObject* sender, const Handler& handler, const Arguments&... arguments) {
   if (!handler) return;

@@ -47,7 +47,7 @@ QString Label::ShownCaption() const { return QString(caption_).replace("&&"_L1, 
 
 void Label::FitCaption() {
   const float unitsPerPixel = container().UnitsPerPixel();
-  // Whole pixels, and not one too few for the caption to be drawn as it is.
+  // Rounded up, so that the caption needn't be condensed.
   const QFontMetricsF metrics(font());
   const double width = std::ceil(metrics.horizontalAdvance(ShownCaption()));
   setWidth(static_cast<float>(width) * unitsPerPixel);

@@ -68,7 +68,7 @@ class ListView::Table : public PixelSized<QTreeWidget> {
   }
 
  protected:
-  // The control hears of the release as well.
+  // The control gets the release as well.
   void mouseReleaseEvent(QMouseEvent* event) override {
     QTreeWidget::mouseReleaseEvent(event);
     event->ignore();

@@ -21,14 +21,14 @@ class ListView : public TextControl {
   class ColumnHeaderList {
    public:
     explicit ColumnHeaderList(ListView& list) : list_(list) {}
-    // Adds a column of 96 pixels behind the others; returns its number.
+    // Adds a column of 96 pixels behind the others and returns its number.
     int Add(const QString& text);
 
    private:
     ListView& list_;
   };
 
-  // A row, or none: then it has no text and takes nothing.
+  // A row, or none, whose texts are empty and can't be set. It is valid as long as the list.
   class ListItem {
    public:
     explicit ListItem(QTreeWidgetItem* row = nullptr) : row_(row) {}
@@ -37,7 +37,7 @@ class ListView : public TextControl {
     QString SubItems(int index) const;
     void setSubItems(int index, const QString& text);
     bool Selected() const;
-    // In the place of the row that was. The row is scrolled into view.
+    // Selects this row instead of the one that was, and scrolls it into view.
     void Select();
 
    private:
@@ -50,7 +50,7 @@ class ListView : public TextControl {
     int Count() const;
     // Adds a row behind the others.
     ListItem Add(const QString& text);
-    // No row for a number that isn't there.
+    // Returns no row if there is none of that number.
     ListItem operator()(int number) const;
 
    private:

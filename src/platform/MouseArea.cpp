@@ -46,8 +46,8 @@ MouseArea::MouseArea(QWidget* parent, const QString& name)
   setMouseTracking(true);
 }
 
-// The place in the widget is worked out from the place on the screen now: the widget may have
-// been moved under the pointer since the event was sent. mapFromGlobal may take that for a place on
+// The place in the widget is worked out from the place on the screen now: the widget may have been
+// moved under the pointer since the event was sent. mapFromGlobal may take that for a place on
 // another screen: under a Wayland compositor Qt doesn't know where its windows are.
 MouseEvent MouseArea::Arguments(const QMouseEvent& event, int button) const {
   const QPointF inWindow = event.globalPosition() - window()->mapToGlobal(QPointF());

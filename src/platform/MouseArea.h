@@ -51,9 +51,9 @@ class MouseArea : public SpokenWidget {
   std::function<void(const MouseEvent&)> DblClick;
 
  protected:
-  // Of X and Y.
+  // The unit of X and Y.
   virtual float MouseUnitsPerPixel() const = 0;
-  // Where in the widget X and Y begin.
+  // The place in the widget, in pixels, at which X and Y are 0.
   virtual QPoint MouseOrigin() const { return {}; }
 
   void mousePressEvent(QMouseEvent* event) override;

@@ -17,7 +17,7 @@ class OptionButton : public TextControl {
 
   // True of the chosen one.
   bool Value() const;
-  // Chooses it in the place of the one that was.
+  // Chooses this one instead of the one that was.
   void Choose();
 
  private:

@@ -12,7 +12,8 @@
 namespace kelvane {
 namespace {
 
-// The pixels of a level or upright line without its last one; nothing of a slanting line.
+// Returns the pixels of a horizontal or vertical line without its last one; none of a slanting
+// line.
 QRect PixelsOf(QPoint first, QPoint last) {
   if (first.y() == last.y()) {
     const int left = first.x() < last.x() ? first.x() : last.x() + 1;
@@ -99,8 +100,8 @@ void PictureBox::SetPrintFont(const QString& family, float points) {
   printFont_.setPixelSize(FontPixels(points));
 }
 
-// That the window is in front, or behind a dialog, is nothing to what lies in a box, which may be
-// thousands of controls: Qt would tell each of them.
+// Qt would tell each control in the box, and there may be thousands, that the window is in front or
+// behind a dialog. None of them needs to know.
 bool PictureBox::event(QEvent* event) {
   switch (event->type()) {
     case QEvent::WindowActivate:

@@ -15,8 +15,8 @@
 namespace kelvane {
 namespace {
 
-// What Qt shall find in the environment when it starts. At the end of its life everything
-// is as it was: what the program starts later is none of Qt's.
+// Changes of the environment for Qt's start. The destructor undoes them, so that no program that is
+// started later sees them.
 class StartEnvironment {
  public:
   StartEnvironment() = default;
@@ -28,7 +28,7 @@ class StartEnvironment {
     }
   }
 
-  // A null value is none.
+  // Removes the variable if `value` is null.
   void Override(const char* name, const QByteArray& value) {
     former_.emplace_back(name, qEnvironmentVariableIsSet(name) ? qgetenv(name) : QByteArray());
     Set(name, value);
@@ -63,13 +63,13 @@ void StartInUtf8(StartEnvironment& environment) {
   }
   constexpr const char* kUtf8 = "C.UTF-8";
   environment.Override("LC_CTYPE", kUtf8);
-  // It holds as well where Qt can't set the user's locale, which may not be installed.
+  // Where the user's locale isn't installed, Qt can't set it, and this one stays.
   (void)std::setlocale(LC_CTYPE, kUtf8);
 }
 
-// Repaints windows as wholes. Where a unit of the compositor's is several pixels, Qt
-// rounds a part that is to be painted to whole units after it has been told what to paint in it,
-// and would leave a seam of blank pixels around the part.
+// Repaints windows as wholes. Where a unit of the compositor's is several pixels, Qt rounds a part
+// that is to be painted to whole units after it has been told what to paint in it, and would leave
+// a seam of blank pixels around the part.
 class WholeRepaints : public QObject {
  public:
   using QObject::QObject;

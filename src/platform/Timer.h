@@ -8,9 +8,9 @@ namespace kelvane {
 
 class HandlerOwner;
 
-// Ticks on the user-interface thread while it is enabled and its form is loaded. A tick may come
-// while the handler of an earlier one is still running, at that handler's DoEvents; ticks that find
-// nobody pumping come once, late.
+// Ticks on the user-interface thread while it is enabled and its form is loaded. The form owns it.
+// A tick may come while the handler of an earlier one is still running, at that handler's DoEvents.
+// Ticks that fall due while no events are processed come as one, late.
 class Timer : public QObject {
   Q_OBJECT
  public:

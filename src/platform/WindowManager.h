@@ -4,8 +4,8 @@
 
 namespace kelvane {
 
-// Whether this event of a window, as QWidget::nativeEvent gets it, is word from an X server or a
-// window manager of the place and size that the window has.
+// Whether this event, as QWidget::nativeEvent gets it, tells which place and size the X server or
+// the window manager has given the window.
 bool TellsOfGeometry(const QByteArray& eventType, const void* message);
 
 // Whether a button of the pointer is held down at this moment, in whatever window: the user may be

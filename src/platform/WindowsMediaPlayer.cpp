@@ -98,7 +98,7 @@ QSize WindowsMediaPlayer::VisibleExtent() const {
   return {std::max(visible.right() + 1, 0), std::max(visible.bottom() + 1, 0)};
 }
 
-// Not waited for: a menu of its own loop would hold up the handler at whose DoEvents it came up.
+// Doesn't wait for the menu: a handler whose DoEvents opened it would be held up.
 void WindowsMediaPlayer::contextMenuEvent(QContextMenuEvent* event) {
   if (url_.isEmpty()) return;
   auto* menu = new QMenu(this);

@@ -42,7 +42,7 @@ std::optional<Integer> ToInteger(double number) {
   return static_cast<Integer>(rounded);
 }
 
-// Begins anew after 24 hours.
+// Wraps after 24 hours.
 QTime TimeOfDay(double seconds) {
   constexpr double kDay = 86400;
   return QTime(0, 0).addSecs(static_cast<int>(std::lround(std::fmod(std::abs(seconds), kDay))));

@@ -49,8 +49,8 @@ constexpr std::pair<const char*, const char*> kOptions[] = {
     {"idle", "yes"},
     {"vo", "libmpv"},
     {"hwdec", "no"},
-    // One stored pixel to one of the picture, which is cut where less of it is asked for.
-    // By "no" a newer library means the file's own aspect ratio.
+    // One stored pixel to one of the picture, which is cut where less of it is asked for. By "no" a
+    // newer library means the file's own aspect ratio.
     {"video-aspect-override", "0"},
     {"video-unscaled", "yes"},
     {"video-align-x", "-1"},
@@ -72,8 +72,8 @@ constexpr const char* kStoredHeight = "video-params/h";
 void Silence(const char* /*file*/, int /*line*/, const char* /*function*/, int /*error*/,
              const char* /*format*/, ...) {}
 
-// Whether the system would start as many threads as a file takes. The player ends the program, or
-// never comes back, where it can't start one of its own.
+// Whether the system would start as many threads as a file takes. The player aborts the program, or
+// never returns, if it can't start one of its own.
 bool HasRoomForThreads() {
   constexpr std::size_t kMostOfAFile = 16;
   std::latch counted(1);
@@ -101,7 +101,8 @@ constexpr std::uint64_t kStartAnswer = 1;
 
 }  // namespace
 
-PlaybackCore::PlaybackCore(QObject* parent, const QString& clientName) : QObject(parent), mpv_(PlayerLibrary::Get()) {
+PlaybackCore::PlaybackCore(QObject* parent, const QString& clientName)
+    : QObject(parent), mpv_(PlayerLibrary::Get()) {
   if (mpv_ == nullptr || !HasRoomForThreads() || !MakePlayer(clientName)) return;
   ObserveProperties();
   try {
@@ -251,7 +252,7 @@ void PlaybackCore::TakeProperty(const char* name, const double* number) {
   }
 }
 
-// The frame that is on its way was there before its size: it is drawn again.
+// The frame that is being drawn is older than its size: it is drawn again.
 void PlaybackCore::TakeSize() {
   const QSize size(storedWidth_, storedHeight_);
   {
