@@ -18,16 +18,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-std::string& PathStore() {
-  static std::string path;
-  return path;
-}
-
-QString& TitleStore() {
-  static QString title;
-  return title;
-}
-
 // Opens the null device in the place of each standard descriptor that the program was started
 // without. A file that the program opens would get that number otherwise, and be taken for it.
 void KeepStandardDescriptors() {
@@ -40,7 +30,7 @@ void KeepStandardDescriptors() {
 
 App::App(const char* programName, const QString& title)
     : name_(programName), arguments_{name_.data(), nullptr} {
-  TitleStore() = title;
+  title_ = title;
   KeepStandardDescriptors();
   // Qt's file dialogs would keep their history in the user's settings. This path can hold none.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, u"/dev/null"_s);
@@ -55,15 +45,7 @@ App::App(const char* programName, const QString& title)
   setPath(QFile::encodeName(QCoreApplication::applicationDirPath()).toStdString());
 }
 
-App::~App() = default;
-
 int App::Run() { return HandlerOwner::AnyLoaded() ? QApplication::exec() : EXIT_SUCCESS; }
-
-const std::string& App::Path() { return PathStore(); }
-
-void App::setPath(const std::string& path) { PathStore() = path; }
-
-QString App::Title() { return TitleStore(); }
 
 void DoEvents() { QCoreApplication::processEvents(); }
 

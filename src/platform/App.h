@@ -15,7 +15,6 @@ class App {
   // `programName` is the program's name as the window system shall know it, `title` the title of
   // message boxes that have none of their own.
   explicit App(const char* programName, const QString& title = {});
-  ~App();
   App(const App&) = delete;
   App& operator=(const App&) = delete;
 
@@ -25,13 +24,16 @@ class App {
 
   // The program's own folder, without a closing separator, in the system's narrow encoding. The
   // media tools lie there.
-  static const std::string& Path();
+  static const std::string& Path() { return path_; }
   // Sets another folder for the tools, for a test that brings its own.
-  static void setPath(const std::string& path);
+  static void setPath(const std::string& path) { path_ = path; }
 
-  static QString Title();
+  static const QString& Title() { return title_; }
 
  private:
+  inline static std::string path_;
+  inline static QString title_;
+
   std::string name_;
   std::array<char*, 2> arguments_;
   int argumentCount_ = 1;

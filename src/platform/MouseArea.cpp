@@ -7,6 +7,7 @@
 namespace kelvane {
 namespace {
 
+// The numbers are Qt's own.
 int ButtonsOf(Qt::MouseButtons buttons) {
   return static_cast<int>(buttons & (Qt::LeftButton | Qt::RightButton | Qt::MiddleButton));
 }

@@ -8,12 +8,7 @@ namespace kelvane {
 
 // Mouse buttons of an event: the one that caused a press or release, the sum of those held in a
 // move.
-enum MouseButtons : int {
-  kNoButton = Qt::NoButton,
-  kLeftButton = Qt::LeftButton,
-  kRightButton = Qt::RightButton,
-  kMiddleButton = Qt::MiddleButton
-};
+enum MouseButtons : int { kNoButton = 0, kLeftButton = 1, kRightButton = 2, kMiddleButton = 4 };
 
 struct MouseEvent {
   int Index;   // of the control in its array; -1 for a control that is in none

@@ -13,12 +13,10 @@ void SortForReading(QList<SpokenWidget*>& widgets) {
   std::ranges::stable_sort(widgets, {}, middle);
   for (auto first = widgets.begin(); first != widgets.end();) {
     const int bottom = (*first)->geometry().bottom();
-    const auto end = std::find_if(
-        first, widgets.end(), [&](const SpokenWidget* widget) { return middle(widget) > bottom; });
+    const auto end = std::ranges::find_if(
+        first, widgets.end(), [&](int below) { return below > bottom; }, middle);
     const auto next = end == first ? std::next(first) : end;
-    std::stable_sort(first, next, [&](const SpokenWidget* one, const SpokenWidget* other) {
-      return left(one) < left(other);
-    });
+    std::ranges::stable_sort(first, next, {}, left);
     first = next;
   }
 }
