@@ -48,7 +48,7 @@ QAccessible::Role RoleOf(const Control& control) {
 
 // Sends the control a press in its middle, a move by `way` with the button held, and the release.
 // Its handlers may delete the control in between.
-void Handle(Control& control, Qt::MouseButton button, QPoint way) {
+void SendMouse(Control& control, Qt::MouseButton button, QPoint way) {
   const QPointer<Control> alive(&control);
   const QPoint begin = control.mapToGlobal(control.rect().center());
   const auto send = [&](QEvent::Type type, QPoint place, Qt::MouseButton cause,
@@ -64,7 +64,7 @@ void Handle(Control& control, Qt::MouseButton button, QPoint way) {
 
 // Whether its containers and its window leave a part of the control unclipped. What lies in front
 // of it doesn't count: a user who can't see it has no way to move that aside.
-bool IsInSight(const Control& control) {
+bool HasUnclippedPart(const Control& control) {
   QRect part = control.rect();
   for (const QWidget* each = &control; !each->isWindow(); each = each->parentWidget()) {
     part = part.translated(each->pos()) & each->parentWidget()->rect();
@@ -72,15 +72,15 @@ bool IsInSight(const Control& control) {
   return !part.isEmpty();
 }
 
-// Runs `deed` from the event loop, as a user's event would: the screen reader doesn't wait for the
-// handlers, and a window behind a dialog or a menu gets nothing.
-void DoLater(Control& control, std::function<void()> deed) {
+// Runs `action` from the event loop, as a user's event would: the screen reader doesn't wait for
+// the handlers, and a window behind a dialog or a menu gets nothing.
+void RunFromEventLoop(Control& control, std::function<void()> action) {
   QMetaObject::invokeMethod(
       &control,
-      [&control, deed = std::move(deed)] {
+      [&control, action = std::move(action)] {
         if (control.isVisible() && QApplication::activeModalWidget() == nullptr &&
             QApplication::activePopupWidget() == nullptr) {
-          deed();
+          action();
         }
       },
       Qt::QueuedConnection);
@@ -173,8 +173,8 @@ class ControlNode : public Node, public QAccessibleValueInterface {
   void doAction(const QString& action) override {
     if (!actionNames().contains(action)) return;
     const Qt::MouseButton button = action == pressAction() ? Qt::LeftButton : Qt::RightButton;
-    DoLater(control_, [&control = control_, button] {
-      if (IsInSight(control)) Handle(control, button, {});
+    RunFromEventLoop(control_, [&control = control_, button] {
+      if (HasUnclippedPart(control)) SendMouse(control, button, {});
     });
   }
 
@@ -190,10 +190,10 @@ class ControlNode : public Node, public QAccessibleValueInterface {
     if (!control_.IsBar()) return;
     if (!std::isfinite(value.toDouble())) return;
     const double goal = std::clamp(value.toDouble(), 0.0, Length());
-    DoLater(control_, [this, goal] {
+    RunFromEventLoop(control_, [this, goal] {
       const int way = qRound((goal - static_cast<double>(Place())) /
                              static_cast<double>(control_.container().UnitsPerPixel()));
-      Handle(control_, Qt::LeftButton, IsHorizontal() ? QPoint(way, 0) : QPoint(0, way));
+      SendMouse(control_, Qt::LeftButton, IsHorizontal() ? QPoint(way, 0) : QPoint(0, way));
     });
   }
 

@@ -20,7 +20,7 @@ namespace {
 
 // Opens the null device in the place of each standard descriptor that the program was started
 // without. A file that the program opens would get that number otherwise, and be taken for it.
-void KeepStandardDescriptors() {
+void OpenMissingStandardDescriptors() {
   for (const int standard : {0, 1, 2}) {
     if (::fcntl(standard, F_GETFD) < 0) (void)::open("/dev/null", O_RDWR);
   }
@@ -31,7 +31,7 @@ void KeepStandardDescriptors() {
 App::App(const char* programName, const QString& title)
     : name_(programName), arguments_{name_.data(), nullptr} {
   title_ = title;
-  KeepStandardDescriptors();
+  OpenMissingStandardDescriptors();
   // Qt's file dialogs would keep their history in the user's settings. This path can hold none.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, u"/dev/null"_s);
 

@@ -29,7 +29,7 @@ QSize RoomFor(const QFontMetricsF& text) {
 // prefers the selected file to the typed name, and tells by the focus which of the two follows the
 // other. When the list of completions closes quickly, X gives the focus to that list: a file whose
 // name was typed on the way then stays selected and replaces the typed name.
-void LetTheNameDecide(QFileDialog& dialog) {
+void PreferTypedName(QFileDialog& dialog) {
   const auto* name = dialog.findChild<QLineEdit*>(u"fileNameEdit"_s);
   auto* files = dialog.findChild<QListView*>(u"listView"_s)->selectionModel();
   const auto decide = [name, files] {
@@ -69,7 +69,7 @@ bool CommonDialog::Show(Purpose purpose) {
   dialog.selectNameFilter(filters.value(FilterIndex - 1));
   const QString& begin = InitDir.isEmpty() ? lastFolder_ : InitDir;
   dialog.setDirectory(!begin.isEmpty() && QDir(begin).exists() ? begin : QDir::homePath());
-  LetTheNameDecide(dialog);
+  PreferTypedName(dialog);
   dialog.resize(dialog.sizeHint()
                     .expandedTo(RoomFor(QFontMetricsF(dialog.font())))
                     .boundedTo(dialog.screen()->availableSize()));

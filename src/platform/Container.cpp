@@ -34,7 +34,7 @@ void Container::setBordered() {
   new Border(widget_, backColor_);
 }
 
-void Container::PaintGround(const QPaintEvent& event) {
+void Container::PaintBackground(const QPaintEvent& event) {
   QPainter(&widget_).fillRect(event.rect(), QColor(backColor_));
 }
 

@@ -40,7 +40,7 @@ class Container {
 
   // Of the inside, in pixels.
   QSize InnerSize() const;
-  void PaintGround(const QPaintEvent& event);
+  void PaintBackground(const QPaintEvent& event);
 
  private:
   QWidget& widget_;

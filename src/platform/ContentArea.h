@@ -15,7 +15,7 @@ class ContentArea : public MouseArea, public Container {
 
  protected:
   float MouseUnitsPerPixel() const override { return UnitsPerPixel(); }
-  void paintEvent(QPaintEvent* event) override { PaintGround(*event); }
+  void paintEvent(QPaintEvent* event) override { PaintBackground(*event); }
 };
 
 }  // namespace kelvane

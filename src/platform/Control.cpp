@@ -19,7 +19,7 @@ int WholePixels(float pixels) {
 }
 
 // The markup that shows a text letter for letter, blanks and line breaks as well.
-QString AsItStands(const QString& text) {
+QString AsMarkup(const QString& text) {
   return u"<p style='white-space:pre'>%1</p>"_s.arg(text.toHtmlEscaped());
 }
 
@@ -52,7 +52,7 @@ void Control::setContainer(Container& container) {
   Place();
 }
 
-void Control::TakeAfter(const Control& model) {
+void Control::CopyFrom(const Control& model) {
   setRole(model.Role());
   left_ = model.left_;
   top_ = model.top_;
@@ -110,7 +110,7 @@ bool Control::event(QEvent* event) {
       return MouseArea::event(event);
   }
   if (!toolTip().isEmpty()) {
-    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), AsItStands(toolTip()), this);
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), AsMarkup(toolTip()), this);
   }
   return true;
 }

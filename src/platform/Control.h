@@ -44,7 +44,7 @@ class Control : public MouseArea {
 
  protected:
   // Takes over the place, the pointer's shape, the tool tip and the handlers of another control.
-  void TakeAfter(const Control& model);
+  void CopyFrom(const Control& model);
 
   // Called when an assignment has changed the widget's size on the screen, before it returns.
   virtual void SizeChanged() {}

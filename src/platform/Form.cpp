@@ -18,7 +18,7 @@
 namespace kelvane {
 namespace {
 
-constexpr int kAnswersRest = 200;  // ms
+constexpr int kGeometrySettles = 200;  // ms
 
 int PixelsOfTwips(float twips) {
   constexpr float kWidest = 32767;  // that a window system takes
@@ -64,7 +64,7 @@ void Form::Show(Form* owner) {
   // Once the compositor has given a size it is too late to ask for another. Qt 6.4 would insist on
   // this one even if the compositor gives less, which ends the program.
   constexpr bool kObeysCompositors = QT_VERSION >= QT_VERSION_CHECK(6, 8, 0);
-  if (kObeysCompositors && UnderACompositor()) {
+  if (kObeysCompositors && RunsOnWayland()) {
     setMinimumSize(least_.expandedTo(minimumSize()));
   }
   if (owner != nullptr) {
@@ -117,7 +117,7 @@ WindowState Form::State() const {
 // A compositor ends a program whose window exceeds the size that it was given while it is
 // maximised, as large as the screen, tiled or dragged, and Qt tells of a change of these states
 // only later, of the last two not at all.
-bool Form::ChoosesItsSize() const { return !obeys_ && !isMaximized() && !isFullScreen(); }
+bool Form::ChoosesItsSize() const { return !takesGivenSize_ && !isMaximized() && !isFullScreen(); }
 
 void Form::SetSize(QSize size) {
   if (border_ == BorderStyle::kFixedDialog) {
@@ -139,21 +139,21 @@ void Form::ResizeTo(QSize size) {
 // A window manager may refuse a size by repeating the one that the window has; Qt sends no event
 // then.
 bool Form::nativeEvent(const QByteArray& eventType, void* message, qintptr* result) {
-  if (TellsOfGeometry(eventType, message)) {
+  if (IsGeometryNotice(eventType, message)) {
     dragged_ = dragged_ || PointerButtonHeld();
-    answering_.start(kAnswersRest, this);
+    geometrySettling_.start(kGeometrySettles, this);
   }
   return HandlerOwner::nativeEvent(eventType, message, result);
 }
 
 void Form::timerEvent(QTimerEvent* event) {
-  if (event->timerId() != answering_.timerId()) {
+  if (event->timerId() != geometrySettling_.timerId()) {
     HandlerOwner::timerEvent(event);
     return;
   }
   const bool refused = isVisible() && windowHandle()->size() != size();
   if (refused && PointerButtonHeld()) return;
-  answering_.stop();
+  geometrySettling_.stop();
   const bool dragged = std::exchange(dragged_, false);
   if (!refused) return;
   // Some window managers refuse every size while the user drags the window's edge.
@@ -166,7 +166,7 @@ void Form::timerEvent(QTimerEvent* event) {
 
 // Takes the size that the window has on the screen without requesting it.
 void Form::TakeGivenSize() {
-  const QScopedValueRollback<bool> obeys(obeys_, true);
+  const QScopedValueRollback<bool> obeys(takesGivenSize_, true);
   QResizeEvent given(windowHandle()->size(), size());
   QCoreApplication::sendEvent(windowHandle(), &given);
 }
@@ -193,8 +193,8 @@ void Form::RaiseResize() {
 void Form::resizeEvent(QResizeEvent* event) {
   HandlerOwner::resizeEvent(event);
   LayOutArea();
-  const bool given = event->spontaneous() && UnderACompositor();
-  const QScopedValueRollback<bool> obeys(obeys_, obeys_ || given);
+  const bool given = event->spontaneous() && RunsOnWayland();
+  const QScopedValueRollback<bool> obeys(takesGivenSize_, takesGivenSize_ || given);
   RaiseResize();
 }
 

@@ -107,9 +107,9 @@ class Form : public HandlerOwner {
   float height_ = 0;
   bool unloading_ = false;
   bool minimised_ = false;
-  bool obeys_ = false;     // a size that the window manager or compositor gave
-  QBasicTimer answering_;  // runs while the window manager may have more to say
-  bool dragged_ = false;   // the user may have dragged an edge since the last answers rested
+  bool takesGivenSize_ = false;   // a size that the window manager or compositor gave
+  QBasicTimer geometrySettling_;  // runs while the window manager may have more to say
+  bool dragged_ = false;          // the user may have dragged an edge since the last answers rested
 };
 
 // The one instance that a window class has at a time. It is made when it is loaded and deleted

@@ -18,7 +18,7 @@ Label::Label(Container& container, const QString& name) : Control(container, nam
 
 Label& Label::Duplicate(const QString& name) const {
   auto* copy = new Label(container(), name);
-  copy->TakeAfter(*this);
+  copy->CopyFrom(*this);
   copy->caption_ = caption_;
   copy->backColor_ = backColor_;
   copy->foreColor_ = foreColor_;

@@ -35,7 +35,7 @@ PictureBox::PictureBox(Container& container, const QString& name, ScaleMode scal
 
 PictureBox& PictureBox::Duplicate(const QString& name) const {
   auto* copy = new PictureBox(container(), name, Scale());
-  copy->TakeAfter(*this);
+  copy->CopyFrom(*this);
   copy->setBackColor(BackColor());
   copy->printFont_ = printFont_;
   copy->foreColor_ = foreColor_;
@@ -117,7 +117,7 @@ bool PictureBox::event(QEvent* event) {
 void PictureBox::SizeChanged() { Raise(this, Resize, Index()); }
 
 void PictureBox::paintEvent(QPaintEvent* event) {
-  PaintGround(*event);
+  PaintBackground(*event);
   if (!drawing_.isNull()) QPainter(this).drawImage(ContentOrigin(), drawing_);
 }
 

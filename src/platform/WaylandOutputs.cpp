@@ -29,7 +29,7 @@ struct Output {
   std::unique_ptr<wl_output, Destroyer<wl_output, wl_output_destroy>> object;
   QString name;
   QSize mode;
-  bool onItsSide = false;
+  bool rotated = false;
 };
 
 Output& In(void* data) { return *static_cast<Output*>(data); }
@@ -39,7 +39,7 @@ constexpr wl_output_listener kOutputListener = {
         [](void* data, wl_output*, std::int32_t, std::int32_t, std::int32_t, std::int32_t,
            std::int32_t, const char*, const char*, std::int32_t transform) {
           // Every second transform is by a quarter or three quarters of a turn.
-          In(data).onItsSide = transform % 2 == 1;
+          In(data).rotated = transform % 2 == 1;
         },
     .mode =
         [](void* data, wl_output*, std::uint32_t flags, std::int32_t width, std::int32_t height,
@@ -75,7 +75,7 @@ QByteArray FactorText(double factor) {
 
 }  // namespace
 
-bool UnderACompositor() { return QGuiApplication::platformName().startsWith("wayland"_L1); }
+bool RunsOnWayland() { return QGuiApplication::platformName().startsWith("wayland"_L1); }
 
 QHash<QString, QSize> PixelsOfWaylandOutputs() {
   const std::unique_ptr<wl_display, Destroyer<wl_display, wl_display_disconnect>> display(
@@ -89,7 +89,7 @@ QHash<QString, QSize> PixelsOfWaylandOutputs() {
   wl_display_roundtrip(display.get());  // and what they are
   QHash<QString, QSize> pixels;
   for (const Output& output : outputs) {
-    pixels.insert(output.name, output.onItsSide ? output.mode.transposed() : output.mode);
+    pixels.insert(output.name, output.rotated ? output.mode.transposed() : output.mode);
   }
   return pixels;
 }
@@ -108,7 +108,7 @@ std::optional<ScaleFactors> FactorsThatUndoScales() {
   const auto isPlain = [](const QScreen* screen) { return screen->devicePixelRatio() == 1; };
   if (std::ranges::all_of(screens, isPlain)) return std::nullopt;
   const QHash<QString, QSize> pixels =
-      UnderACompositor() ? PixelsOfWaylandOutputs() : QHash<QString, QSize>();
+      RunsOnWayland() ? PixelsOfWaylandOutputs() : QHash<QString, QSize>();
   std::vector<double> scales;
   for (const QScreen* screen : screens) {
     scales.push_back(

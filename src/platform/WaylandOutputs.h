@@ -9,7 +9,7 @@
 namespace kelvane {
 
 // Whether the program's windows are shown by a Wayland compositor. Needs the QApplication.
-bool UnderACompositor();
+bool RunsOnWayland();
 
 // Returns how many pixels of the screen each output of the Wayland compositor has horizontally and
 // vertically, by its name. Empty without a compositor.
