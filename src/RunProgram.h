@@ -5,6 +5,7 @@
 #include "media/DOSOutputs.h"
 #include "media/Module1.h"
 #include "platform/App.h"
+#include "shared/Product.h"
 
 namespace kelvane {
 
@@ -12,11 +13,11 @@ namespace kelvane {
 // `programName` is the program's name as the window system shall know it.
 template <class Window>
 int RunProgram(const char* programName) {
-  App app(programName);
+  App app(programName, kProductName);
   ClearShortPathsLeftBehind();
 
-  // Tools that outlive their output are taken leave of here. No form's timer: the last ones may end
-  // when the first window is closed already.
+  // Reaps tools that outlive their output. This is no form's timer, since the last of them may end
+  // after the first window has been closed.
   constexpr int kReapInterval = 1000;  // ms
   QTimer reaper;
   reaper.callOnTimeout(&DOSOutputs::ReapEndedChildren);

@@ -10,6 +10,7 @@
 #include "platform/App.h"
 #include "platform/DialogLoop.h"
 #include "platform/MsgBox.h"
+#include "shared/Product.h"
 #include "shared/SharedValues.h"
 #include "shared/TextHelpers.h"
 
@@ -111,7 +112,7 @@ void Form2::objDOS_ReceiveOutputs(const std::string& CommandOutputs) {
   const QString percent = FormatTwoDecimals(double{old} / (double{top} / 100));
   Label1(2).setCaption(u"Progress: %1% Complete: Status: Cropping Video"_s.arg(percent));
   mainWindow_.JobProgress().setValue(pbar.Value());
-  mainWindow_.SetTitle(MainWindowMinimised ? u"Crop: %1%"_s.arg(percent) : u"Kelvane"_s);
+  mainWindow_.SetTitle(MainWindowMinimised ? u"Crop: %1%"_s.arg(percent) : QString(kProductName));
 }
 
 void Form2::Label2_MouseUp(const MouseEvent& /*event*/) { Unload(); }

@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "platform/Colours.h"
 #include "platform/Form.h"
+#include "shared/Colours.h"
 
 namespace kelvane {
 

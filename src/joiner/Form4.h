@@ -4,7 +4,6 @@
 #include <cstdint>
 
 #include "media/DOSOutputs.h"
-#include "platform/App.h"
 #include "platform/CommonDialog.h"
 #include "platform/ControlArray.h"
 #include "platform/Form.h"
@@ -16,6 +15,7 @@
 #include "platform/ScrollBars.h"
 #include "platform/Shapes.h"
 #include "platform/TextBox.h"
+#include "shared/Product.h"
 
 namespace kelvane {
 
@@ -50,8 +50,7 @@ enum JoinMode : int { NoTranscode = 0, TranscodeAllSections = 1 };
 class Form4 : public Form {
   Q_OBJECT
  public:
-  // `icon` is the main window's.
-  explicit Form4(QIcon icon = App::Icon());
+  explicit Form4(QIcon icon = ProductIcon());
 
   // What any tool of this window prints comes in here, block by block while the tool runs, and an
   // empty block at its end.

@@ -2,12 +2,14 @@
 
 #include <array>
 
-#include "platform/Colours.h"
 #include "platform/Form.h"
+#include "shared/Colours.h"
 
 // The joiner window as designed. Places are in twips; InitGUI and the layout rule of
 // Form4_Layout.cpp move many of the controls at run time.
 namespace kelvane {
+
+constexpr QRgb kStripGreen = 0x008000;
 
 constexpr FormDesign kForm4 = {.name = "Form4",
                                .caption = "Video Joiner",
@@ -23,7 +25,7 @@ using enum ControlClass;
 constexpr auto kForm4Controls = std::to_array<ControlDesign>({
     {.name = "Picture4", .controlClass = kPictureBox, .place = {600, 9720, 16095, 2295}, .visible = false, .color = kGrey, .twips = true},
     {.name = "List2", .controlClass = kListBox, .place = {4080, 240, 10095, 1920}, .container = "Picture4"},
-    {.name = "Text1", .controlClass = kTextBox, .place = {960, 240, 2655, 735}, .container = "Picture4"},
+    {.name = "Text1", .controlClass = kTextBox, .place = {960, 240, 2655, 735}, .container = "Picture4", .color = kDark},
 
     {.name = "List1", .controlClass = kListBox, .place = {13320, 4800, 4695, 3600}, .color = kCanvasGrey, .meaning = "Paths of the video sections"},
 

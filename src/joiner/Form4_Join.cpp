@@ -12,6 +12,7 @@
 #include "media/CommandLines.h"
 #include "media/Module1.h"
 #include "media/ProbeReadings.h"
+#include "platform/App.h"
 #include "platform/MsgBox.h"
 #include "shared/TextHelpers.h"
 
@@ -44,7 +45,7 @@ void Form4::DoTheJoin() {
     JoinSections(objDOS);
   }
   Label3(ProcessLine).setCaption(u"Process: Video Created."_s);
-  MsgBox(u"Your Videos have been joined successfully."_s, kOKCancel | kExclamation, u"Kelvane"_s);
+  MsgBox(u"Your Videos have been joined successfully."_s, kOKCancel | kExclamation, kProductName);
 }
 
 // A cancelled dialog stops nothing: the tool is run without a name for its output.

@@ -2,7 +2,7 @@
 #include "joiner/Form4.h"
 #include "lookandfeel/FlatListViewHeaders.h"
 #include "lookandfeel/ListBoxScrollBar.h"
-#include "platform/Colours.h"
+#include "shared/Colours.h"
 #include "shared/TextHelpers.h"
 
 namespace kelvane {

@@ -4,7 +4,8 @@
 #include "media/CommandLines.h"
 #include "media/Module1.h"
 #include "media/ProbeReadings.h"
-#include "platform/Colours.h"
+#include "platform/App.h"
+#include "shared/Colours.h"
 #include "shared/SharedValues.h"
 #include "shared/TextHelpers.h"
 

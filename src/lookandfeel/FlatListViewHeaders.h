@@ -4,8 +4,8 @@ namespace kelvane {
 
 class ListView;
 
-// Makes the column headers of a fresh list flat: they show no press and no hover, and can't be
-// clicked. To be called once: what is flipped a second time is a row of buttons again.
+// Makes the column headers of a new list flat: they don't react to hover, press and click. A second
+// call makes them buttons again.
 void FlattenHeaders(ListView& list);
 
 }  // namespace kelvane

@@ -4,8 +4,8 @@ namespace kelvane {
 
 class ListBox;
 
-// Lets the list scroll sideways over 900 pixels, whatever it holds: the end of a longer text stays
-// out of reach, and a list of short ones, or of none, scrolls as far.
+// Makes the list scroll horizontally over 900 pixels, whatever it holds: the end of a longer text
+// can't be reached, and a list of short texts, or of none, scrolls as far.
 void GiveHorizontalExtent(ListBox& list);
 
 }  // namespace kelvane

@@ -9,22 +9,16 @@
 #include <functional>
 #include <utility>
 
-#include "platform/AccessibleTree.h"
 #include "platform/Container.h"
+#include "platform/Control.h"
 #include "platform/Form.h"
-#include "platform/Label.h"
 #include "shared/TextHelpers.h"
 
 namespace kelvane {
 namespace {
 
 bool IsSlider(const Control& control) {
-  return control.Role() == SpokenRole::kBar || control.Role() == SpokenRole::kThumb;
-}
-
-QString CaptionOf(const Control& control) {
-  const auto* label = qobject_cast<const Label*>(&control);
-  return label == nullptr ? QString() : label->ShownCaption().trimmed();
+  return control.IsBar() || control.Role() == SpokenRole::kThumb;
 }
 
 QAccessible::Role RoleOf(const Control& control) {
@@ -37,7 +31,8 @@ QAccessible::Role RoleOf(const Control& control) {
       return QAccessible::Graphic;
     case SpokenRole::kCommand:
       return QAccessible::Button;
-    case SpokenRole::kBar:
+    case SpokenRole::kHorizontalBar:
+    case SpokenRole::kVerticalBar:
     case SpokenRole::kThumb:
       return QAccessible::Slider;
     case SpokenRole::kList:
@@ -51,9 +46,9 @@ QAccessible::Role RoleOf(const Control& control) {
   return QAccessible::Client;
 }
 
-// What the user's hand does on the control: a press in its middle, a move with the button held, and
-// the release. The control's handlers are told, whatever they do with the control meanwhile.
-void Handle(Control& control, Qt::MouseButton button, QPoint way) {
+// Sends the control a press in its middle, a move by `way` with the button held, and the release.
+// Its handlers may delete the control in between.
+void SendMouse(Control& control, Qt::MouseButton button, QPoint way) {
   const QPointer<Control> alive(&control);
   const QPoint begin = control.mapToGlobal(control.rect().center());
   const auto send = [&](QEvent::Type type, QPoint place, Qt::MouseButton cause,
@@ -67,9 +62,9 @@ void Handle(Control& control, Qt::MouseButton button, QPoint way) {
   send(QEvent::MouseButtonRelease, begin + way, button, Qt::NoButton);
 }
 
-// Whether its boxes and its window leave anything of it. What lies in front of it doesn't count:
-// one who can't see it has no way to move that aside.
-bool IsInSight(const Control& control) {
+// Whether its containers and its window leave a part of the control unclipped. What lies in front
+// of it doesn't count: a user who can't see it has no way to move that aside.
+bool HasUnclippedPart(const Control& control) {
   QRect part = control.rect();
   for (const QWidget* each = &control; !each->isWindow(); each = each->parentWidget()) {
     part = part.translated(each->pos()) & each->parentWidget()->rect();
@@ -77,15 +72,15 @@ bool IsInSight(const Control& control) {
   return !part.isEmpty();
 }
 
-// From the message loop, as the user's own events come: the one who asks isn't kept waiting by what
-// follows, and a window behind a dialog or a menu gets none.
-void DoLater(Control& control, std::function<void()> deed) {
+// Runs `action` from the event loop, as a user's event would: the screen reader doesn't wait for
+// the handlers, and a window behind a dialog or a menu gets nothing.
+void RunFromEventLoop(Control& control, std::function<void()> action) {
   QMetaObject::invokeMethod(
       &control,
-      [&control, deed = std::move(deed)] {
+      [&control, action = std::move(action)] {
         if (control.isVisible() && QApplication::activeModalWidget() == nullptr &&
             QApplication::activePopupWidget() == nullptr) {
-          deed();
+          action();
         }
       },
       Qt::QueuedConnection);
@@ -96,7 +91,7 @@ class Node : public QAccessibleWidget {
  public:
   using QAccessibleWidget::QAccessibleWidget;
 
-  // As the window is now: a reader may have asked for it before it was made a dialog.
+  // Asked anew each time: a reader may ask before the window is made a dialog.
   QAccessible::Role role() const override {
     return widget()->windowType() == Qt::Dialog ? QAccessible::Dialog : QAccessible::Window;
   }
@@ -114,7 +109,7 @@ class Node : public QAccessibleWidget {
     return found == children.end() ? -1 : static_cast<int>(found - children.begin());
   }
 
-  // What lies in front there, or what that stands in.
+  // The child that is in front at that place of the screen, or that contains what is.
   QAccessibleInterface* childAt(int x, int y) const override {
     const QList<QWidget*> children = Children();
     const QWidget* part = widget()->childAt(widget()->mapFromGlobal(QPoint(x, y)));
@@ -127,7 +122,7 @@ class Node : public QAccessibleWidget {
   }
 
  private:
-  QList<QWidget*> Children() const { return SpokenChildren(*widget()); }
+  QList<QWidget*> Children() const { return SpokenWidget::SpokenChildren(*widget()); }
 };
 
 class ControlNode : public Node, public QAccessibleValueInterface {
@@ -137,7 +132,7 @@ class ControlNode : public Node, public QAccessibleValueInterface {
   QAccessible::Role role() const override { return RoleOf(control_); }
 
   QAccessibleInterface* parent() const override {
-    return QAccessible::queryAccessibleInterface(SpokenParent(control_));
+    return QAccessible::queryAccessibleInterface(control_.SpokenParent());
   }
 
   QString text(QAccessible::Text kind) const override {
@@ -145,7 +140,8 @@ class ControlNode : public Node, public QAccessibleValueInterface {
     switch (kind) {
       case QAccessible::Name:
         if (control_.Role() == SpokenRole::kStock) return {};
-        return isText || control_.Meaning().isEmpty() ? CaptionOf(control_) : control_.Meaning();
+        return isText || control_.Meaning().isEmpty() ? control_.SpokenCaption()
+                                                      : control_.Meaning();
       case QAccessible::Description:
         return isText ? control_.Meaning() : Node::text(kind);
       case QAccessible::Value:
@@ -177,56 +173,48 @@ class ControlNode : public Node, public QAccessibleValueInterface {
   void doAction(const QString& action) override {
     if (!actionNames().contains(action)) return;
     const Qt::MouseButton button = action == pressAction() ? Qt::LeftButton : Qt::RightButton;
-    DoLater(control_, [&control = control_, button] {
-      if (IsInSight(control)) Handle(control, button, {});
+    RunFromEventLoop(control_, [&control = control_, button] {
+      if (HasUnclippedPart(control)) SendMouse(control, button, {});
     });
   }
 
   QVariant currentValue() const override {
-    if (control_.Role() == SpokenRole::kBar) return static_cast<double>(Place());
-    const auto* readOut = control_.window()->findChild<Label*>(control_.ReadOut());
-    return readOut == nullptr ? QVariant() : LeadingNumber(readOut->Caption());
+    if (control_.IsBar()) return static_cast<double>(Place());
+    const auto* readOut = control_.window()->findChild<SpokenWidget*>(control_.ReadOut());
+    return readOut == nullptr ? QVariant() : LeadingNumber(readOut->SpokenCaption());
   }
 
-  // A bar is dragged there from where it then is, in sight or not. What a thumb's place comes to is
-  // its form's own business.
+  // Drags a bar there, clipped or not. A thumb can't be set: only its form knows which value a
+  // place stands for.
   void setCurrentValue(const QVariant& value) override {
-    if (control_.Role() != SpokenRole::kBar) return;
+    if (!control_.IsBar()) return;
     if (!std::isfinite(value.toDouble())) return;
     const double goal = std::clamp(value.toDouble(), 0.0, Length());
-    DoLater(control_, [this, goal] {
+    RunFromEventLoop(control_, [this, goal] {
       const int way = qRound((goal - static_cast<double>(Place())) /
-                             static_cast<double>(Box().UnitsPerPixel()));
-      Handle(control_, Qt::LeftButton, IsLevelWay() ? QPoint(way, 0) : QPoint(0, way));
+                             static_cast<double>(control_.container().UnitsPerPixel()));
+      SendMouse(control_, Qt::LeftButton, IsHorizontal() ? QPoint(way, 0) : QPoint(0, way));
     });
   }
 
-  QVariant minimumValue() const override {
-    return control_.Role() == SpokenRole::kBar ? QVariant(0.0) : QVariant();
-  }
+  QVariant minimumValue() const override { return control_.IsBar() ? QVariant(0.0) : QVariant(); }
 
   QVariant maximumValue() const override {
-    return control_.Role() == SpokenRole::kBar ? QVariant(Length()) : QVariant();
+    return control_.IsBar() ? QVariant(Length()) : QVariant();
   }
 
   QVariant minimumStepSize() const override { return {}; }
 
  private:
-  bool IsLevelWay() const { return control_.cursor().shape() == Qt::SizeHorCursor; }
-  float Place() const { return IsLevelWay() ? control_.Left() : control_.Top(); }
+  bool IsHorizontal() const { return control_.Role() == SpokenRole::kHorizontalBar; }
+  float Place() const { return IsHorizontal() ? control_.Left() : control_.Top(); }
   double Length() const {
-    return static_cast<double>(IsLevelWay() ? Box().ScaleWidth() : Box().ScaleHeight());
+    return static_cast<double>(IsHorizontal() ? control_.container().ScaleWidth()
+                                              : control_.container().ScaleHeight());
   }
-  const Container& Box() const { return *qobject_cast<const Container*>(control_.parentWidget()); }
 
   Control& control_;
 };
-
-void AnnounceValue(Control& control) {
-  const QAccessibleInterface* node = QAccessible::queryAccessibleInterface(&control);
-  QAccessibleValueChangeEvent event(&control, node->text(QAccessible::Value));
-  QAccessible::updateAccessibility(&event);
-}
 
 QAccessibleInterface* NodeOf(const QString& /*className*/, QObject* object) {
   if (auto* control = qobject_cast<Control*>(object)) return new ControlNode(*control);
@@ -237,26 +225,5 @@ QAccessibleInterface* NodeOf(const QString& /*className*/, QObject* object) {
 }  // namespace
 
 void ServeScreenReaders() { QAccessible::installFactory(NodeOf); }
-
-void AnnouncePlace(Control& control) {
-  if (QAccessible::isActive() && control.Role() == SpokenRole::kBar) AnnounceValue(control);
-}
-
-void AnnounceCaption(Label& label) {
-  if (!QAccessible::isActive()) return;
-  QAccessibleEvent event(&label, QAccessible::NameChanged);
-  QAccessible::updateAccessibility(&event);
-  for (Control* control : label.window()->findChildren<Control*>()) {
-    if (control->ReadOut() == label.objectName()) AnnounceValue(*control);
-  }
-}
-
-void AnnounceControls(Control& control, QAccessible::Event change) {
-  if (!QAccessible::isActive() || !control.window()->isVisible()) return;
-  for (QWidget* part : SpokenParts(control)) {
-    QAccessibleEvent event(part, change);
-    QAccessible::updateAccessibility(&event);
-  }
-}
 
 }  // namespace kelvane

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <QApplication>
-#include <QIcon>
 #include <QString>
 #include <array>
 #include <memory>
@@ -9,42 +8,39 @@
 
 namespace kelvane {
 
-// The application object: made first of all, and once. Takes nothing from the command line.
+// The application object. It is made before anything else of the program, once, on the thread that
+// is the user-interface thread from then on. It takes nothing from the command line.
 class App {
  public:
-  // `programName` is the program's name as the window system shall know it.
-  explicit App(const char* programName);
-  ~App();
+  // `programName` is the program's name as the window system shall know it, `title` the title of
+  // message boxes that have none of their own.
+  explicit App(const char* programName, const QString& title = {});
   App(const App&) = delete;
   App& operator=(const App&) = delete;
 
-  // Runs the message loop until the last form is unloaded, which may have happened before; returns
+  // Runs the event loop until the last form is unloaded; returns at once if none is loaded. Returns
   // the program's exit status.
   int Run();
 
   // The program's own folder, without a closing separator, in the system's narrow encoding. The
   // media tools lie there.
-  static const std::string& Path();
-  // Gives the tools another folder: for a test that brings its own.
-  static void setPath(const std::string& path);
+  static const std::string& Path() { return path_; }
+  // Sets another folder for the tools, for a test that brings its own.
+  static void setPath(const std::string& path) { path_ = path; }
 
-  // The title of message boxes that have none of their own.
-  static QString Title();
-
-  // The program's icon, in every size.
-  static QIcon Icon();
-
-  // Hands a web page to the system; whether somebody shows it isn't looked at.
-  static void OpenWebPage(const QString& address);
+  static const QString& Title() { return title_; }
 
  private:
+  inline static std::string path_;
+  inline static QString title_;
+
   std::string name_;
   std::array<char*, 2> arguments_;
   int argumentCount_ = 1;
   std::unique_ptr<QApplication> application_;
 };
 
-// Serves the pending events of all windows and returns. Nothing else in the program does so.
+// Processes the pending events of all windows and returns. Nothing else in the program does so.
 void DoEvents();
 
 }  // namespace kelvane

@@ -3,8 +3,6 @@
 #include <QPainter>
 #include <QResizeEvent>
 
-#include "platform/Colours.h"
-
 namespace kelvane {
 
 Border::Border(QWidget& control, QRgb gapColor) : QWidget(&control), gapColor_(gapColor) {
@@ -27,7 +25,7 @@ void Border::resizeEvent(QResizeEvent* event) {
 void Border::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
   painter.fillRect(rect(), QColor(gapColor_));
-  painter.setPen(QColor(kGrey));
+  painter.setPen(Qt::darkGray);
   painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 

@@ -5,7 +5,7 @@
 namespace kelvane {
 
 // A border inside the edges of a control and over what lies in it: a line, and a gap to the inside.
-// Takes no mouse.
+// It is the control's child and ignores the mouse.
 class Border : public QWidget {
  public:
   static constexpr int kWidth = 2;  // pixels

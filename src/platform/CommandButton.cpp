@@ -2,13 +2,12 @@
 
 #include <QPushButton>
 
-#include "platform/Container.h"
 #include "platform/HandlerScope.h"
 #include "platform/PixelSized.h"
 
 namespace kelvane {
 
-CommandButton::CommandButton(Container* container, const QString& name)
+CommandButton::CommandButton(Container& container, const QString& name)
     : Control(container, name), button_(new PixelSized<QPushButton>) {
   FillWith(button_);
   connect(button_, &QPushButton::clicked, this, [this] { Raise(this, Click, Index()); });

@@ -9,7 +9,7 @@ namespace kelvane {
 class CommandButton : public Control {
   Q_OBJECT
  public:
-  CommandButton(Container* container, const QString& name);
+  CommandButton(Container& container, const QString& name);
 
   QString Caption() const;
   void setCaption(const QString& caption);

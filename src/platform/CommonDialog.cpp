@@ -18,20 +18,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The dialog's text grows with the density of the screen, and what it has room for shall not
-// shrink.
+// The dialog's text grows with the density of the screen, so its size is counted in letters.
 QSize RoomFor(const QFontMetricsF& text) {
   constexpr int kLetters = 104;
   constexpr int kLines = 30;
   return QSizeF(kLetters * text.averageCharWidth(), kLines * text.height()).toSize();
 }
 
-// Makes the answer the file that is named, however it came to be named. Qt's dialog selects what is
-// typed in its list of files, takes the selected file rather than the typed one, and tells by the
-// focus which of the two follows the other. But where the list of completions closes quickly, X
-// gives the focus to the closed list: files that were typed on the way stay selected then, and
-// overwrite the typed name.
-void LetTheNameDecide(QFileDialog& dialog) {
+// Makes the name in the line the answer. Qt's dialog selects a typed name in its list of files,
+// prefers the selected file to the typed name, and tells by the focus which of the two follows the
+// other. When the list of completions closes quickly, X gives the focus to that list: a file whose
+// name was typed on the way then stays selected and replaces the typed name.
+void PreferTypedName(QFileDialog& dialog) {
   const auto* name = dialog.findChild<QLineEdit*>(u"fileNameEdit"_s);
   auto* files = dialog.findChild<QListView*>(u"listView"_s)->selectionModel();
   const auto decide = [name, files] {
@@ -71,7 +69,7 @@ bool CommonDialog::Show(Purpose purpose) {
   dialog.selectNameFilter(filters.value(FilterIndex - 1));
   const QString& begin = InitDir.isEmpty() ? lastFolder_ : InitDir;
   dialog.setDirectory(!begin.isEmpty() && QDir(begin).exists() ? begin : QDir::homePath());
-  LetTheNameDecide(dialog);
+  PreferTypedName(dialog);
   dialog.resize(dialog.sizeHint()
                     .expandedTo(RoomFor(QFontMetricsF(dialog.font())))
                     .boundedTo(dialog.screen()->availableSize()));

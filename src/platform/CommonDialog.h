@@ -6,27 +6,28 @@ class QWidget;
 
 namespace kelvane {
 
-// Qt's dialogs that ask for a file. They ask no question about overwriting, add no
-// extension and remember nothing from one run of the program to the next.
+// Qt's dialogs that ask for a file. They ask no question about overwriting, add no extension and
+// remember nothing from one run of the program to the next.
 class CommonDialog {
  public:
   // `window` is the one that waits for the answer.
   explicit CommonDialog(QWidget& window) : window_(window) {}
 
-  // Empty after a dialog that was cancelled, where it was emptied before.
+  // The path of the chosen file. A dialog that is cancelled leaves it as it was.
   QString FileName;
-  // Pairs of a description and its pattern with bars between, "MP4 Files (*.mp4)|*.mp4|All|*.*", or
-  // a pattern alone. "*.*" stands for every file, and so does no filter.
+  // Descriptions and their patterns, separated by bars, "MP4 Files (*.mp4)|*.mp4|All|*.*", or a
+  // pattern alone. "*.*" and an empty filter let every file through.
   QString Filter;
-  // Of the pair to begin with, counted from 1.
+  // The number of the pair that is chosen at first, counted from 1.
   int FilterIndex = 1;
-  // Where to begin: the folder of the file last chosen if empty, and the user's home folder if
-  // there is none.
+  // The folder that is shown first. If it is empty, that is the folder of the file last chosen, and
+  // the user's home folder if there is none.
   QString InitDir;
-  // The title of the next dialog alone; Qt's default if empty.
+  // The title of the next dialog alone, which empties it; Qt's default if it is empty.
   QString DialogTitle;
 
-  // Return false, with FileName as it was, if the user cancels.
+  // Show the dialog and run its event loop until the user answers. Return false if the user
+  // cancels.
   bool ShowOpen();
   bool ShowSave();
 

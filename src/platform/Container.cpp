@@ -6,40 +6,36 @@
 #include "platform/Border.h"
 
 namespace kelvane {
-Container::Container(QWidget* window, ScaleMode scale)
-    : Control(nullptr, QString()), scale_(scale) {
-  setParent(window);
-  setAttribute(Qt::WA_OpaquePaintEvent);
-  setRole(SpokenRole::kBox);
+
+Container::Container(QWidget& widget, ScaleMode scale) : widget_(widget), scale_(scale) {
+  widget_.setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
-Container::Container(Container* container, const QString& name, ScaleMode scale)
-    : Control(container, name), scale_(scale) {
-  setAttribute(Qt::WA_OpaquePaintEvent);
-  setRole(SpokenRole::kBox);
+QSize Container::InnerSize() const {
+  return widget_.size() - 2 * QSize(borderWidth_, borderWidth_);
 }
 
 float Container::ScaleWidth() const {
-  return static_cast<float>(width() - 2 * borderWidth_) * UnitsPerPixel();
+  return static_cast<float>(InnerSize().width()) * UnitsPerPixel();
 }
 
 float Container::ScaleHeight() const {
-  return static_cast<float>(height() - 2 * borderWidth_) * UnitsPerPixel();
+  return static_cast<float>(InnerSize().height()) * UnitsPerPixel();
 }
 
 void Container::setBackColor(QRgb color) {
   if (color == backColor_) return;
   backColor_ = color;
-  update();
+  widget_.update();
 }
 
 void Container::setBordered() {
   borderWidth_ = Border::kWidth;
-  new Border(*this, backColor_);
+  new Border(widget_, backColor_);
 }
 
-void Container::paintEvent(QPaintEvent* event) {
-  QPainter(this).fillRect(event->rect(), QColor(backColor_));
+void Container::PaintBackground(const QPaintEvent& event) {
+  QPainter(&widget_).fillRect(event.rect(), QColor(backColor_));
 }
 
 }  // namespace kelvane

@@ -1,6 +1,11 @@
 #pragma once
 
-#include "platform/Control.h"
+#include <QColor>
+#include <QPoint>
+#include <QSize>
+
+class QPaintEvent;
+class QWidget;
 
 namespace kelvane {
 
@@ -8,13 +13,11 @@ namespace kelvane {
 enum class ScaleMode { kTwips, kPixels };
 constexpr float kTwipsPerPixel = 15;
 
-// A control that holds controls: a picture box, or the area of a window under its menu bar.
-class Container : public Control {
-  Q_OBJECT
+// What holds controls: a picture box, or the content area of a window. A second base of such a
+// widget, which it paints and in which the controls lie.
+class Container {
  public:
-  // `name` is empty for a window's own area.
-  Container(QWidget* window, ScaleMode scale);
-  Container(Container* container, const QString& name, ScaleMode scale);
+  QWidget& Widget() const { return widget_; }
 
   ScaleMode Scale() const { return scale_; }
   float UnitsPerPixel() const { return scale_ == ScaleMode::kPixels ? 1 : kTwipsPerPixel; }
@@ -26,17 +29,21 @@ class Container : public Control {
   virtual void setBackColor(QRgb color);
 
   // A border of two pixels, inside which the places of the controls begin and the mouse counts. It
-  // lies over controls of the design that reach beyond the inside. To be called after
-  // setBackColor, whose colour it keeps between its lines, and before any control is placed.
+  // lies over controls of the design that reach beyond the inside. To be called after setBackColor,
+  // whose colour it keeps between its lines, and before any control is placed.
   void setBordered();
   QPoint ContentOrigin() const { return {borderWidth_, borderWidth_}; }
 
  protected:
-  float MouseUnitsPerPixel() const override { return UnitsPerPixel(); }
-  QPoint MouseOrigin() const override { return ContentOrigin(); }
-  void paintEvent(QPaintEvent* event) override;
+  Container(QWidget& widget, ScaleMode scale);
+  ~Container() = default;
+
+  // Of the inside, in pixels.
+  QSize InnerSize() const;
+  void PaintBackground(const QPaintEvent& event);
 
  private:
+  QWidget& widget_;
   ScaleMode scale_;
   QRgb backColor_ = 0;
   int borderWidth_ = 0;

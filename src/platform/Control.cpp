@@ -1,14 +1,11 @@
 #include "platform/Control.h"
 
 #include <QHelpEvent>
-#include <QMouseEvent>
 #include <QToolTip>
 #include <algorithm>
 #include <cmath>
 
-#include "platform/Accessibility.h"
 #include "platform/Container.h"
-#include "platform/HandlerScope.h"
 
 namespace kelvane {
 
@@ -21,96 +18,42 @@ int WholePixels(float pixels) {
   return static_cast<int>(std::lround(std::clamp(pixels, -kFarthest, kFarthest)));
 }
 
-int ButtonsOf(Qt::MouseButtons buttons) {
-  int sum = kNoButton;
-  if (buttons.testFlag(Qt::LeftButton)) sum += kLeftButton;
-  if (buttons.testFlag(Qt::RightButton)) sum += kRightButton;
-  if (buttons.testFlag(Qt::MiddleButton)) sum += kMiddleButton;
-  return sum;
-}
-
-int ShiftOf(Qt::KeyboardModifiers modifiers) {
-  constexpr int kShift = 1;
-  constexpr int kCtrl = 2;
-  constexpr int kAlt = 4;
-  int sum = 0;
-  if (modifiers.testFlag(Qt::ShiftModifier)) sum += kShift;
-  if (modifiers.testFlag(Qt::ControlModifier)) sum += kCtrl;
-  if (modifiers.testFlag(Qt::AltModifier)) sum += kAlt;
-  return sum;
-}
-
-// "Label14(3)" is 3; "pbar" is -1.
-int IndexOf(const QString& name) {
-  const qsizetype open = name.indexOf(u'(');
-  return open < 0 ? -1 : name.mid(open + 1, name.size() - open - 2).toInt();
-}
-
 // The markup that shows a text letter for letter, blanks and line breaks as well.
-QString AsItStands(const QString& text) {
+QString AsMarkup(const QString& text) {
   return u"<p style='white-space:pre'>%1</p>"_s.arg(text.toHtmlEscaped());
 }
 
 }  // namespace
 
-QCursor CursorOf(MousePointer pointer) {
-  switch (pointer) {
-    case MousePointer::kSizeNorthSouth:
-      return Qt::SizeVerCursor;
-    case MousePointer::kSizeWestEast:
-      return Qt::SizeHorCursor;
-    case MousePointer::kHourglass:
-      return Qt::WaitCursor;
-    case MousePointer::kDefault:
-    case MousePointer::kArrow:
-      break;
-  }
-  return Qt::ArrowCursor;
-}
+Control::Control(Container& container, const QString& name)
+    : MouseArea(&container.Widget(), name), container_(&container) {}
 
-Control::Control(Container* container, const QString& name)
-    : QWidget(container), container_(container), index_(IndexOf(name)) {
-  setObjectName(name);
-  setMouseTracking(true);
-}
+void Control::setLeft(float left) { Assign(left_, left); }
 
-void Control::setLeft(float left) {
-  if (!std::isfinite(left)) return;
-  left_ = left;
-  Place();
-}
-
-void Control::setTop(float top) {
-  if (!std::isfinite(top)) return;
-  top_ = top;
-  Place();
-}
+void Control::setTop(float top) { Assign(top_, top); }
 
 void Control::setWidth(float width) {
-  if (!std::isfinite(width) || width < 0) return;
-  width_ = width;
-  Place();
+  if (width >= 0) Assign(width_, width);
 }
 
 void Control::setHeight(float height) {
-  if (!std::isfinite(height) || height < 0) return;
-  height_ = height;
+  if (height >= 0) Assign(height_, height);
+}
+
+void Control::Assign(float& part, float value) {
+  if (!std::isfinite(value)) return;
+  part = value;
   Place();
 }
 
 void Control::setContainer(Container& container) {
   container_ = &container;
-  setParent(&container);
+  setParent(&container.Widget());
   Place();
 }
 
-void Control::setMeaning(const QString& meaning) {
-  setAccessibleName(meaning);
-  if (stockWidget_ != nullptr) stockWidget_->setAccessibleName(meaning);
-}
-
-void Control::TakeAfter(const Control& model) {
-  role_ = model.role_;
+void Control::CopyFrom(const Control& model) {
+  setRole(model.Role());
   left_ = model.left_;
   top_ = model.top_;
   width_ = model.width_;
@@ -131,92 +74,50 @@ void Control::Place() {
   setGeometry(
       QRect(container_->ContentOrigin() + corner,
             QSize(WholePixels(width_ / unitsPerPixel), WholePixels(height_ / unitsPerPixel))));
-  if (pos() != before.topLeft()) AnnouncePlace(*this);
+  if (pos() != before.topLeft() && IsBar()) AnnounceValue();
   if (size() != before.size()) SizeChanged();
 }
 
 float Control::MouseUnitsPerPixel() const { return container_->UnitsPerPixel(); }
 
 void Control::FillWith(QWidget* stockWidget) {
-  stockWidget_ = stockWidget;
-  stockWidget_->setAccessibleName(Meaning());
-  stockWidget_->setParent(this);
-  stockWidget_->setGeometry(rect());
+  SpeakAs(stockWidget);
+  stockWidget->setParent(this);
+  stockWidget->setGeometry(rect());
   // What lies behind an opaque control needn't be painted for it, nor it for what lies behind.
-  setAttribute(Qt::WA_OpaquePaintEvent, stockWidget_->testAttribute(Qt::WA_OpaquePaintEvent));
-  // A menu of Qt's would serve the queue, and hold up the handler at whose DoEvents it
-  // came up.
-  stockWidget_->setContextMenuPolicy(Qt::NoContextMenu);
-  for (QWidget* part : stockWidget_->findChildren<QWidget*>()) {
+  setAttribute(Qt::WA_OpaquePaintEvent, stockWidget->testAttribute(Qt::WA_OpaquePaintEvent));
+  // A context menu of Qt's runs an event loop: a handler whose DoEvents opens one wouldn't go on
+  // before it is closed.
+  stockWidget->setContextMenuPolicy(Qt::NoContextMenu);
+  for (QWidget* part : stockWidget->findChildren<QWidget*>()) {
     part->setContextMenuPolicy(Qt::NoContextMenu);
   }
 }
 
-// A control without a tip of its own would ask its container for one, and Qt takes a tip
-// that looks like markup for such.
+// Without this a control that has no tip would show its container's, and Qt would take a text that
+// looks like markup for markup.
 bool Control::event(QEvent* event) {
   switch (event->type()) {
     case QEvent::ToolTip:
       break;
     case QEvent::ShowToParent:
-      AnnounceControls(*this, QAccessible::ObjectCreated);
-      return QWidget::event(event);
+      AnnounceParts(QAccessible::ObjectCreated);
+      return MouseArea::event(event);
     case QEvent::HideToParent:
-      AnnounceControls(*this, QAccessible::ObjectDestroyed);
-      return QWidget::event(event);
+      AnnounceParts(QAccessible::ObjectDestroyed);
+      return MouseArea::event(event);
     default:
-      return QWidget::event(event);
+      return MouseArea::event(event);
   }
   if (!toolTip().isEmpty()) {
-    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), AsItStands(toolTip()), this);
+    QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), AsMarkup(toolTip()), this);
   }
   return true;
 }
 
 void Control::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
-  if (stockWidget_ != nullptr) stockWidget_->setGeometry(rect());
+  MouseArea::resizeEvent(event);
+  if (StockWidget() != nullptr) StockWidget()->setGeometry(rect());
 }
-
-// The place in the control is worked out from the place on the screen now: the control may have
-// been moved under the pointer since the event was sent. mapFromGlobal may take that for a place on
-// another screen: under a Wayland compositor Qt doesn't know where its windows are.
-MouseEvent Control::Arguments(const QMouseEvent& event, int button) const {
-  const QPointF inWindow = event.globalPosition() - window()->mapToGlobal(QPointF());
-  const QPointF place = mapFrom(window(), inWindow) - MouseOrigin();
-  const float unitsPerPixel = MouseUnitsPerPixel();
-  return {.Index = index_,
-          .Button = button,
-          .Shift = ShiftOf(event.modifiers()),
-          .X = static_cast<float>(place.x()) * unitsPerPixel,
-          .Y = static_cast<float>(place.y()) * unitsPerPixel};
-}
-
-void Control::mousePressEvent(QMouseEvent* event) {
-  event->accept();
-  if (ButtonsOf(event->button()) == kNoButton) return;
-  Raise(this, MouseDown, Arguments(*event, ButtonsOf(event->button())));
-}
-
-void Control::mouseMoveEvent(QMouseEvent* event) {
-  event->accept();
-  Raise(this, MouseMove, Arguments(*event, ButtonsOf(event->buttons())));
-}
-
-void Control::mouseReleaseEvent(QMouseEvent* event) {
-  event->accept();
-  if (ButtonsOf(event->button()) == kNoButton) return;
-  Raise(this, MouseUp, Arguments(*event, ButtonsOf(event->button())));
-}
-
-void Control::mouseDoubleClickEvent(QMouseEvent* event) {
-  event->accept();
-  if (ButtonsOf(event->button()) == kNoButton) return;
-  Raise(this, DblClick, Arguments(*event, ButtonsOf(event->button())));
-}
-
-void Control::wheelEvent(QWheelEvent* event) { event->accept(); }
-
-void Control::contextMenuEvent(QContextMenuEvent* event) { event->accept(); }
 
 }  // namespace kelvane

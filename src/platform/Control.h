@@ -1,63 +1,21 @@
 #pragma once
 
-#include <QWidget>
-#include <functional>
+#include "platform/MouseArea.h"
 
 namespace kelvane {
 
 class Container;
 
-// Mouse buttons of an event: the one that caused a press or release, the sum of those held in a
-// move.
-enum MouseButtons : int { kNoButton = 0, kLeftButton = 1, kRightButton = 2, kMiddleButton = 4 };
-
-struct MouseEvent {
-  int Index;   // of the control in its array; -1 for a control that is in none
-  int Button;  // MouseButtons
-  int Shift;   // 1 Shift, 2 Ctrl, 4 Alt, summed
-  float X;     // of the pixel, relative to the control, in its scale unit
-  float Y;
-};
-
-// Pointer shapes, by the numbers of the MousePointer property.
-enum class MousePointer : int {
-  kDefault = 0,
-  kArrow = 1,
-  kSizeNorthSouth = 7,
-  kSizeWestEast = 9,
-  kHourglass = 11
-};
-QCursor CursorOf(MousePointer pointer);
-
-// What a screen reader takes a control for.
-enum class SpokenRole {
-  kNothing,  // passed over
-  kText,     // says its caption, which its meaning explains
-  kBox,      // a group if it has a meaning; if not, its controls stand in its place
-  kStock,    // what Qt's widget in it is
-  kPicture,
-  kCommand,   // a button that a click presses
-  kBar,       // a slider whose value is its own place, along the way that its pointer's shape shows
-  kThumb,     // a slider whose value stands in another control, its read-out
-  kList,      // a box
-  kListItem,  // in such a box; a right click opens its menu
-};
-
 // The base of all controls of a form: a place in its container, in the container's scale unit, and
-// the mouse. Belongs to the user-interface thread and to its container.
-//
-// The object name is the control's name in the design with the index of a control array:
-// "Label14(3)".
-class Control : public QWidget {
+// the mouse. Belongs to the user-interface thread and to its container's widget.
+class Control : public MouseArea {
   Q_OBJECT
  public:
-  // A null container is for a window's own area alone.
-  Control(Container* container, const QString& name);
+  Control(Container& container, const QString& name);
 
-  int Index() const { return index_; }
-
-  // Single precision, and read back as assigned; only the widget on the screen is rounded to whole
-  // pixels. A negative or undefined width or height is refused: the control keeps its last size.
+  // In the container's scale unit and single precision. They read back as assigned; only the widget
+  // on the screen is rounded to whole pixels. Assigning a negative width or height, or a value that
+  // isn't finite, has no effect.
   float Left() const { return left_; }
   float Top() const { return top_; }
   float Width() const { return width_; }
@@ -67,76 +25,43 @@ class Control : public QWidget {
   void setWidth(float width);
   void setHeight(float height);
 
+  Container& container() const { return *container_; }
   // Moves the control into another container of its form; it is then hidden.
   void setContainer(Container& container);
 
   bool Visible() const { return !isHidden(); }
   void setMousePointer(MousePointer pointer) { setCursor(CursorOf(pointer)); }
 
-  // Gives the control the keyboard.
+  // Gives the control the keyboard focus.
   void SetFocus() { setFocus(); }
 
-  // Labels, shapes and lines have no window of their own: they lie behind the controls that have.
+  // True of labels, shapes and lines, which lie behind all other controls of their container.
   virtual bool Windowless() const { return false; }
 
-  // The text that is shown, as it stands, beside a pointer that rests on the control; none if
-  // empty.
+  // The text of the tool tip, shown without markup; there is no tip if it is empty.
   QString ToolTipText() const { return toolTip(); }
   void setToolTipText(const QString& text) { setToolTip(text); }
 
-  // What a screen reader is told. The meaning says what the control is where no caption of its own
-  // does. Each class of controls has a role of its own from the beginning.
-  SpokenRole Role() const { return role_; }
-  void setRole(SpokenRole role) { role_ = role; }
-  QString Meaning() const { return accessibleName(); }
-  void setMeaning(const QString& meaning);
-  // Qt's widget that is its inside; none in most classes.
-  QWidget* StockWidget() const { return stockWidget_; }
-  // The name of the label in which a thumb's value stands.
-  const QString& ReadOut() const { return readOut_; }
-  void setReadOut(const QString& label) { readOut_ = label; }
-
-  // Every control tracks the mouse without a button, and none of its events travels on to its
-  // container, nor does the container's tool tip show over it. A double-click brings press,
-  // release, double-click, release.
-  std::function<void(const MouseEvent&)> MouseDown;
-  std::function<void(const MouseEvent&)> MouseMove;
-  std::function<void(const MouseEvent&)> MouseUp;
-  std::function<void(const MouseEvent&)> DblClick;
-
  protected:
-  Container* container() const { return container_; }
   // Takes over the place, the pointer's shape, the tool tip and the handlers of another control.
-  void TakeAfter(const Control& model);
+  void CopyFrom(const Control& model);
 
   // Called when an assignment has changed the widget's size on the screen, before it returns.
   virtual void SizeChanged() {}
-  // Of X and Y.
-  virtual float MouseUnitsPerPixel() const;
-  // Where in the widget X and Y begin.
-  virtual QPoint MouseOrigin() const { return {}; }
-  // Makes a stock widget of Qt the whole inside of this control. The mouse is that
-  // widget's; the control gets what it leaves. Neither it nor a part of it has a context menu.
+  float MouseUnitsPerPixel() const override;
+  // Makes a stock widget of Qt's the whole inside of this control, which then owns it. The stock
+  // widget gets the mouse events first, and the control those that it ignores. It has no context
+  // menu.
   void FillWith(QWidget* stockWidget);
 
   bool event(QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
-  void mousePressEvent(QMouseEvent* event) override;
-  void mouseMoveEvent(QMouseEvent* event) override;
-  void mouseReleaseEvent(QMouseEvent* event) override;
-  void mouseDoubleClickEvent(QMouseEvent* event) override;
-  void wheelEvent(QWheelEvent* event) override;
-  void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
+  void Assign(float& part, float value);
   void Place();
-  MouseEvent Arguments(const QMouseEvent& event, int button) const;
 
   Container* container_;
-  QWidget* stockWidget_ = nullptr;
-  SpokenRole role_ = SpokenRole::kStock;
-  QString readOut_;
-  int index_ = -1;
   float left_ = 0;
   float top_ = 0;
   float width_ = 0;

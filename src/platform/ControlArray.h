@@ -26,7 +26,7 @@ class ControlArray {
     if (member == nullptr) throw std::out_of_range(NameOf(index).toStdString());
     return *member;
   }
-  // None if there is no such member.
+  // Returns null if there is no such member.
   Kind* Member(int index) const {
     const auto place = PlaceOf(index);
     return place != controls_.end() && (*place)->Index() == index ? *place : nullptr;

@@ -41,7 +41,8 @@ struct ControlDesign {
   const char* caption = "";    // or a text box's text
   const char* container = "";  // the name of a box further up in the list; the form itself if empty
   bool visible = true;
-  std::optional<QRgb> color = {};      // back colour; of shapes and lines, their own
+  std::optional<QRgb> color = {};  // back colour; of shapes and lines, their own; the desktop's for
+                                   // lists and text boxes without one
   std::optional<QRgb> fillColor = {};  // a shape's
   bool centred = false;                // a label's caption
   bool rightAligned = false;           // likewise

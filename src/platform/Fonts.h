@@ -6,14 +6,15 @@
 
 namespace kelvane {
 
-// The height in pixels of a face of so many points, at 96 dots to the inch: a pixel is a pixel of
-// the screen, whatever its density.
+// Returns the height in pixels of a font of `points` points at 96 dots per inch, whatever the
+// density of the screen.
 inline int FontPixels(float points) {
   constexpr float kDotsPerPoint = 96.0F / 72.0F;
   return static_cast<int>(std::lround(points * kDotsPerPoint));
 }
 
-// `font`, set as much tighter as `text` needs for `width` pixels and legible text allows.
+// Returns `font`, condensed as far as `text` needs to fit into `width` pixels, but only as far as
+// it stays legible.
 QFont FittingFont(const QFont& font, const QString& text, int width);
 
 }  // namespace kelvane

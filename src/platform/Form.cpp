@@ -11,7 +11,6 @@
 #include <cmath>
 #include <utility>
 
-#include "platform/HandlerScope.h"
 #include "platform/Timer.h"
 #include "platform/WaylandOutputs.h"
 #include "platform/WindowManager.h"
@@ -19,9 +18,7 @@
 namespace kelvane {
 namespace {
 
-constexpr int kAnswersRest = 200;  // ms
-
-int loadedForms = 0;
+constexpr int kGeometrySettles = 200;  // ms
 
 int PixelsOfTwips(float twips) {
   constexpr float kWidest = 32767;  // that a window system takes
@@ -37,7 +34,7 @@ float AsAssigned(float twips, int pixels) {
 
 Form::Form(const FormDesign& design, std::span<const ControlDesign> controls,
            std::span<const MenuDesign> menus)
-    : area_(new Container(this, design.scale)),
+    : area_(new ContentArea(this, design.scale)),
       border_(design.border),
       least_(PixelsOfTwips(design.leastWidth), PixelsOfTwips(design.leastHeight)) {
   setObjectName(QLatin1String(design.name));
@@ -56,23 +53,18 @@ Form::Form(const FormDesign& design, std::span<const ControlDesign> controls,
   LayOutArea();
 }
 
-Form::~Form() {
-  if (loaded_) --loadedForms;
-}
-
 void Form::Load() {
-  if (loaded_) return;
-  loaded_ = true;
-  ++loadedForms;
+  if (Loaded()) return;
+  SetLoaded();
   const HandlerScope scope(this);
   Form_Load();
 }
 
 void Form::Show(Form* owner) {
-  // Once the compositor has given a size it is too late to ask for another. Qt 6.4 would keep to
-  // this one even where the compositor gives less, which ends the program.
+  // Once the compositor has given a size it is too late to ask for another. Qt 6.4 would insist on
+  // this one even if the compositor gives less, which ends the program.
   constexpr bool kObeysCompositors = QT_VERSION >= QT_VERSION_CHECK(6, 8, 0);
-  if (kObeysCompositors && UnderACompositor()) {
+  if (kObeysCompositors && RunsOnWayland()) {
     setMinimumSize(least_.expandedTo(minimumSize()));
   }
   if (owner != nullptr) {
@@ -86,23 +78,15 @@ void Form::Show(Form* owner) {
 }
 
 void Form::Unload() {
-  if (!loaded_ || unloading_) return;
+  if (!Loaded() || unloading_) return;
   const HandlerScope scope(this);
   unloading_ = true;
   Form_QueryUnload();
   Form_Unload();
   unloading_ = false;
-  loaded_ = false;
-  --loadedForms;
+  SetUnloaded();
   for (Timer* timer : findChildren<Timer*>()) timer->setEnabled(false);
   hide();
-}
-
-bool Form::AnyLoaded() { return loadedForms > 0; }
-
-void Form::HandlerEnds() {
-  --handlers_;
-  if (dropWhenUnloaded_ && !loaded_ && handlers_ == 0) deleteLater();
 }
 
 float Form::Width() const { return AsAssigned(width_, width()); }
@@ -121,13 +105,9 @@ void Form::setHeight(float height) {
   ResizeTo(QSize(width(), PixelsOfTwips(height)));
 }
 
-float Form::ScaleWidth() const {
-  return static_cast<float>(area_->width()) * area_->UnitsPerPixel();
-}
+float Form::ScaleWidth() const { return area_->ScaleWidth(); }
 
-float Form::ScaleHeight() const {
-  return static_cast<float>(area_->height()) * area_->UnitsPerPixel();
-}
+float Form::ScaleHeight() const { return area_->ScaleHeight(); }
 
 WindowState Form::State() const {
   if (isMinimized()) return WindowState::kMinimised;
@@ -137,7 +117,7 @@ WindowState Form::State() const {
 // A compositor ends a program whose window exceeds the size that it was given while it is
 // maximised, as large as the screen, tiled or dragged, and Qt tells of a change of these states
 // only later, of the last two not at all.
-bool Form::ChoosesItsSize() const { return !obeys_ && !isMaximized() && !isFullScreen(); }
+bool Form::ChoosesItsSize() const { return !takesGivenSize_ && !isMaximized() && !isFullScreen(); }
 
 void Form::SetSize(QSize size) {
   if (border_ == BorderStyle::kFixedDialog) {
@@ -151,29 +131,29 @@ void Form::ResizeTo(QSize size) {
   const QSize before = this->size();
   SetSize(size);
   if (isVisible() || this->size() == before) return;
-  // Qt holds back the events of a window that isn't on the screen.
+  // Qt sends no resize event to a window that isn't shown.
   LayOutArea();
   RaiseResize();
 }
 
-// Where a window manager refuses a size by telling the one that the window had, Qt tells of
-// nothing.
+// A window manager may refuse a size by repeating the one that the window has; Qt sends no event
+// then.
 bool Form::nativeEvent(const QByteArray& eventType, void* message, qintptr* result) {
-  if (TellsOfGeometry(eventType, message)) {
+  if (IsGeometryNotice(eventType, message)) {
     dragged_ = dragged_ || PointerButtonHeld();
-    answering_.start(kAnswersRest, this);
+    geometrySettling_.start(kGeometrySettles, this);
   }
-  return QWidget::nativeEvent(eventType, message, result);
+  return HandlerOwner::nativeEvent(eventType, message, result);
 }
 
 void Form::timerEvent(QTimerEvent* event) {
-  if (event->timerId() != answering_.timerId()) {
-    QWidget::timerEvent(event);
+  if (event->timerId() != geometrySettling_.timerId()) {
+    HandlerOwner::timerEvent(event);
     return;
   }
   const bool refused = isVisible() && windowHandle()->size() != size();
   if (refused && PointerButtonHeld()) return;
-  answering_.stop();
+  geometrySettling_.stop();
   const bool dragged = std::exchange(dragged_, false);
   if (!refused) return;
   // Some window managers refuse every size while the user drags the window's edge.
@@ -184,9 +164,9 @@ void Form::timerEvent(QTimerEvent* event) {
   }
 }
 
-// Without asking for it.
+// Takes the size that the window has on the screen without requesting it.
 void Form::TakeGivenSize() {
-  const QScopedValueRollback<bool> obeys(obeys_, true);
+  const QScopedValueRollback<bool> obeys(takesGivenSize_, true);
   QResizeEvent given(windowHandle()->size(), size());
   QCoreApplication::sendEvent(windowHandle(), &given);
 }
@@ -194,9 +174,7 @@ void Form::TakeGivenSize() {
 // A window whose titles are all hidden has no menu bar.
 int Form::BarHeight(int width) const {
   if (menuBar_ == nullptr) return 0;
-  const QList<QAction*> titles = menuBar_->actions();
-  const bool anyVisible = std::any_of(titles.begin(), titles.end(),
-                                      [](const QAction* title) { return title->isVisible(); });
+  const bool anyVisible = std::ranges::any_of(menuBar_->actions(), &QAction::isVisible);
   return anyVisible ? menuBar_->heightForWidth(width) : 0;
 }
 
@@ -207,21 +185,21 @@ void Form::LayOutArea() {
 }
 
 void Form::RaiseResize() {
-  if (!loaded_) return;
+  if (!Loaded()) return;
   const HandlerScope scope(this);
   Form_Resize();
 }
 
 void Form::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
+  HandlerOwner::resizeEvent(event);
   LayOutArea();
-  const bool given = event->spontaneous() && UnderACompositor();
-  const QScopedValueRollback<bool> obeys(obeys_, obeys_ || given);
+  const bool given = event->spontaneous() && RunsOnWayland();
+  const QScopedValueRollback<bool> obeys(takesGivenSize_, takesGivenSize_ || given);
   RaiseResize();
 }
 
 void Form::changeEvent(QEvent* event) {
-  QWidget::changeEvent(event);
+  HandlerOwner::changeEvent(event);
   if (event->type() != QEvent::WindowStateChange || isMinimized() == minimised_) return;
   minimised_ = isMinimized();
   RaiseResize();

@@ -1,12 +1,11 @@
 #pragma once
 
 #include <QBasicTimer>
-#include <QPointer>
-#include <QWidget>
 #include <span>
 
-#include "platform/Container.h"
+#include "platform/ContentArea.h"
 #include "platform/ControlDesign.h"
+#include "platform/HandlerScope.h"
 
 class QMenuBar;
 
@@ -23,10 +22,10 @@ struct FormDesign {
   float clientWidth;  // twips
   float clientHeight;
   QRgb backColor;
-  QRgb labelColor;  // of the text of its labels
+  QRgb labelColor;  // of the text of its labels, lists, text boxes and choices
   ScaleMode scale;
   BorderStyle border = BorderStyle::kSizable;
-  // Of the window with its menu bar, in twips: what Form_Resize holds to.
+  // The least size of the window with its menu bar, in twips, which Form_Resize enforces.
   float leastWidth = 0;
   float leastHeight = 0;
 };
@@ -37,27 +36,22 @@ struct FormDesign {
 // returned.
 //
 // Belongs to the user-interface thread.
-class Form : public QWidget {
+class Form : public HandlerOwner {
   Q_OBJECT
  public:
   Form(const FormDesign& design, std::span<const ControlDesign> controls,
        std::span<const MenuDesign> menus = {});
-  ~Form() override;
 
   // Loading a loaded form does nothing.
   void Load();
-  bool Loaded() const { return loaded_; }
-  static bool AnyLoaded();
-  // Brings the window up, modeless; in front of `owner` if there is one.
+  // Shows the window, modeless, and in front of `owner` unless that is null.
   void Show(Form* owner = nullptr);
   // Unloading a form that isn't loaded, or is being unloaded, does nothing.
   void Unload();
-  // From now on unloading also deletes the form, once no handler of it is on the stack.
-  void DropWhenUnloaded() { dropWhenUnloaded_ = true; }
 
-  // Of the window with its menu bar, in twips, without what a window manager draws round it. Has no
-  // effect while the size isn't the window's to choose: while it is maximised or as large as the
-  // screen, and in the answer to a size that a Wayland compositor gives it, or by which a window
+  // The size of the window with its menu bar and without the window manager's frame, in twips.
+  // Setting it has no effect while the window doesn't choose its own size: while it is maximised or
+  // full screen, and while it takes a size that a Wayland compositor gives it, or by which a window
   // manager refuses another.
   float Width() const;
   float Height() const;
@@ -73,7 +67,7 @@ class Form : public QWidget {
   void setCaption(const QString& caption) { setWindowTitle(caption); }
   void setMousePointer(MousePointer pointer) { setCursor(CursorOf(pointer)); }
 
-  // The control, menu or timer of that name, which must be one of the design's.
+  // Returns the control, menu or timer of that name, which must be one of the design's.
   template <class Kind>
   Kind& Find(const QString& name) const {
     Kind* found = findChild<Kind*>(name);
@@ -95,8 +89,6 @@ class Form : public QWidget {
   bool nativeEvent(const QByteArray& eventType, void* message, qintptr* result) override;
 
  private:
-  friend class HandlerScope;
-
   void BuildMenus(std::span<const MenuDesign> menus);
   void BuildControls(const FormDesign& form, std::span<const ControlDesign> controls);
   bool ChoosesItsSize() const;
@@ -106,33 +98,29 @@ class Form : public QWidget {
   int BarHeight(int width) const;
   void LayOutArea();
   void RaiseResize();
-  void HandlerBegins() { ++handlers_; }
-  void HandlerEnds();
 
-  Container* area_;
+  ContentArea* area_;
   QMenuBar* menuBar_ = nullptr;
   BorderStyle border_;
   QSize least_;
   float width_ = 0;  // twips, as assigned
   float height_ = 0;
-  int handlers_ = 0;  // on the stack
-  bool loaded_ = false;
   bool unloading_ = false;
-  bool dropWhenUnloaded_ = false;
   bool minimised_ = false;
-  bool obeys_ = false;     // a size that the window manager or compositor gave
-  QBasicTimer answering_;  // runs while the window manager may have more to say
-  bool dragged_ = false;   // the user may have dragged an edge since the last answers rested
+  bool takesGivenSize_ = false;   // a size that the window manager or compositor gave
+  QBasicTimer geometrySettling_;  // runs while the window manager may have more to say
+  bool dragged_ = false;          // the user may have dragged an edge since the last answers rested
 };
 
-// The one instance that a window class has at a time: made when it is loaded, dropped when it has
-// been unloaded.
+// The one instance that a window class has at a time. It is made when it is loaded and deleted
+// after it has been unloaded. Belongs to the user-interface thread.
 template <class FormClass>
 class FormInstance {
  public:
   ~FormInstance() { delete form_; }
 
-  // Makes and loads the form if none is loaded. `arguments` go to its constructor.
+  // Makes and loads the form, with `arguments` for its constructor, if none is loaded. Returns the
+  // loaded one.
   template <class... Arguments>
   FormClass& Load(Arguments&&... arguments) {
     if (!Loaded()) {

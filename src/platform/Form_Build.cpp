@@ -35,7 +35,7 @@ Qt::Alignment AlignmentOf(const ControlDesign& design) {
   return design.centred ? Qt::AlignHCenter : Qt::AlignLeft;
 }
 
-Control* BuildLabel(const ControlDesign& design, Container* container, QRgb textColor) {
+Control* BuildLabel(const ControlDesign& design, Container& container, QRgb textColor) {
   auto* label = new Label(container, QLatin1String(design.name));
   label->setCaption(QLatin1String(design.caption));
   label->setForeColor(textColor);
@@ -46,7 +46,7 @@ Control* BuildLabel(const ControlDesign& design, Container* container, QRgb text
   return label;
 }
 
-Control* BuildPictureBox(const ControlDesign& design, Container* container) {
+Control* BuildPictureBox(const ControlDesign& design, Container& container) {
   auto* box = new PictureBox(container, QLatin1String(design.name),
                              design.twips ? ScaleMode::kTwips : ScaleMode::kPixels);
   box->setBackColor(design.color.value_or(0));
@@ -54,28 +54,35 @@ Control* BuildPictureBox(const ControlDesign& design, Container* container) {
   return box;
 }
 
-Control* BuildTextBox(const ControlDesign& design, Container* container) {
+void SetColours(TextControl& control, const ControlDesign& design, QRgb textColor) {
+  if (!design.color) return;
+  control.setBackColor(*design.color);
+  control.setForeColor(textColor);
+}
+
+Control* BuildTextBox(const ControlDesign& design, Container& container, QRgb textColor) {
   auto* box = new TextBox(container, QLatin1String(design.name));
   box->setText(QLatin1String(design.caption));
   if (design.bordered) box->setBordered();
   if (design.editable) box->setEditable();
+  SetColours(*box, design, textColor);
   return box;
 }
 
-Control* BuildCommandButton(const ControlDesign& design, Container* container) {
+Control* BuildCommandButton(const ControlDesign& design, Container& container) {
   auto* button = new CommandButton(container, QLatin1String(design.name));
   button->setCaption(QLatin1String(design.caption));
   return button;
 }
 
-Control* BuildShape(const ControlDesign& design, Container* container) {
+Control* BuildShape(const ControlDesign& design, Container& container) {
   auto* shape = new Shape(container, QLatin1String(design.name));
   shape->SetBorder(design.color.value_or(0), design.borderWidth);
   if (design.fillColor) shape->setFillColor(*design.fillColor);
   return shape;
 }
 
-Control* BuildLine(const ControlDesign& design, Container* container) {
+Control* BuildLine(const ControlDesign& design, Container& container) {
   auto* line = new Line(container, QLatin1String(design.name));
   line->setBorderColor(design.color.value_or(0));
   return line;
@@ -83,13 +90,13 @@ Control* BuildLine(const ControlDesign& design, Container* container) {
 
 // Both kinds of list.
 template <class List>
-Control* BuildList(const ControlDesign& design, Container* container, QRgb textColor) {
+Control* BuildList(const ControlDesign& design, Container& container, QRgb textColor) {
   auto* list = new List(container, QLatin1String(design.name));
-  if (design.color) list->SetColours(*design.color, textColor);
+  SetColours(*list, design, textColor);
   return list;
 }
 
-Control* BuildOptionButton(const ControlDesign& design, Container* container, QRgb textColor) {
+Control* BuildOptionButton(const ControlDesign& design, Container& container, QRgb textColor) {
   auto* option = new OptionButton(container, QLatin1String(design.name));
   option->setCaption(QLatin1String(design.caption));
   option->setForeColor(textColor);
@@ -97,7 +104,7 @@ Control* BuildOptionButton(const ControlDesign& design, Container* container, QR
   return option;
 }
 
-Control* Build(const ControlDesign& design, Container* container, QRgb labelColor) {
+Control* Build(const ControlDesign& design, Container& container, QRgb labelColor) {
   switch (design.controlClass) {
     case ControlClass::kCommandButton:
       return BuildCommandButton(design, container);
@@ -122,7 +129,7 @@ Control* Build(const ControlDesign& design, Container* container, QRgb labelColo
     case ControlClass::kSlider:
       return new Slider(container, QLatin1String(design.name));
     case ControlClass::kTextBox:
-      return BuildTextBox(design, container);
+      return BuildTextBox(design, container, labelColor);
     case ControlClass::kVScrollBar:
       return new VScrollBar(container, QLatin1String(design.name));
     case ControlClass::kWindowsMediaPlayer:
@@ -153,10 +160,10 @@ void Form::BuildControls(const FormDesign& form, std::span<const ControlDesign> 
   area_->setFont(FormFont());
   QHash<QString, Container*> containers{{QString(), area_}};
   for (const ControlDesign& design : controls) {
-    Container* container = containers.value(QLatin1String(design.container));
+    Container& container = *containers.value(QLatin1String(design.container));
     Control* control = Build(design, container, form.labelColor);
-    if (auto* box = qobject_cast<Container*>(control)) containers.insert(box->objectName(), box);
-    PlaceAsDesigned(*control, design.place, kTwipsPerPixel / container->UnitsPerPixel());
+    if (auto* box = qobject_cast<PictureBox*>(control)) containers.insert(box->objectName(), box);
+    PlaceAsDesigned(*control, design.place, kTwipsPerPixel / container.UnitsPerPixel());
     control->setVisible(design.visible);
     control->setMeaning(QLatin1String(design.meaning));
     control->setReadOut(QLatin1String(design.readOut));

@@ -2,25 +2,45 @@
 
 #include <QCoreApplication>
 
-#include "platform/Form.h"
-
 namespace kelvane {
 namespace {
 int handlersOnTheStack = 0;
+int loadedWindows = 0;
+}  // namespace
+
+HandlerOwner::~HandlerOwner() {
+  if (loaded_) --loadedWindows;
+}
+
+bool HandlerOwner::AnyLoaded() { return loadedWindows > 0; }
+
+void HandlerOwner::SetLoaded() {
+  loaded_ = true;
+  ++loadedWindows;
+}
+
+void HandlerOwner::SetUnloaded() {
+  loaded_ = false;
+  --loadedWindows;
+}
+
+void HandlerOwner::HandlerEnds() {
+  --handlers_;
+  if (dropWhenUnloaded_ && !loaded_ && handlers_ == 0) deleteLater();
 }
 
 HandlerScope::HandlerScope(QObject* sender) {
-  for (QObject* object = sender; object != nullptr && form_ == nullptr; object = object->parent()) {
-    form_ = qobject_cast<Form*>(object);
+  for (QObject* each = sender; each != nullptr && owner_ == nullptr; each = each->parent()) {
+    owner_ = qobject_cast<HandlerOwner*>(each);
   }
-  if (form_ != nullptr) form_->HandlerBegins();
+  if (owner_ != nullptr) ++owner_->handlers_;
   ++handlersOnTheStack;
 }
 
 HandlerScope::~HandlerScope() {
-  if (form_ != nullptr) form_->HandlerEnds();
+  if (owner_ != nullptr) owner_->HandlerEnds();
   --handlersOnTheStack;
-  if (handlersOnTheStack == 0 && !Form::AnyLoaded()) QCoreApplication::quit();
+  if (handlersOnTheStack == 0 && !HandlerOwner::AnyLoaded()) QCoreApplication::quit();
 }
 
 }  // namespace kelvane

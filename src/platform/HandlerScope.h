@@ -1,29 +1,51 @@
 #pragma once
 
 #include <QPointer>
-
-class QObject;
+#include <QWidget>
 
 namespace kelvane {
 
-class Form;
+// A window as the handlers that run in it see it: whether it is loaded, and how many of them are on
+// the stack.
+class HandlerOwner : public QWidget {
+  Q_OBJECT
+ public:
+  ~HandlerOwner() override;
 
-// Stands on the stack while an event handler of a form runs. A form that is unloaded meanwhile is
-// deleted no earlier than when its last handler has returned, and the program ends no earlier than
-// when the last handler of all has.
+  bool Loaded() const { return loaded_; }
+  static bool AnyLoaded();
+  // From now on unloading also deletes the window, once no handler of it is on the stack.
+  void DropWhenUnloaded() { dropWhenUnloaded_ = true; }
+
+ protected:
+  void SetLoaded();
+  void SetUnloaded();
+
+ private:
+  friend class HandlerScope;
+  void HandlerEnds();
+
+  int handlers_ = 0;  // on the stack
+  bool loaded_ = false;
+  bool dropWhenUnloaded_ = false;
+};
+
+// Lives on the stack while an event handler of a window runs. A window that is unloaded meanwhile
+// is deleted only after its last handler has returned, and the program ends only after the last
+// handler of all windows has. Belongs to the user-interface thread.
 class HandlerScope {
  public:
-  // `sender` is the form itself or anything that lives in it.
+  // `sender` is the window itself or one of its descendants.
   explicit HandlerScope(QObject* sender);
   ~HandlerScope();
   HandlerScope(const HandlerScope&) = delete;
   HandlerScope& operator=(const HandlerScope&) = delete;
 
  private:
-  QPointer<Form> form_;
+  QPointer<HandlerOwner> owner_;
 };
 
-// Runs `handler` if one is wired.
+// Runs `handler` in a HandlerScope if one is wired.
 template <class Handler, class... Arguments>
 void Raise(QObject* sender, const Handler& handler, const Arguments&... arguments) {
   if (!handler) return;

@@ -4,8 +4,6 @@
 #include <QPainter>
 #include <cmath>
 
-#include "platform/Accessibility.h"
-#include "platform/Colours.h"
 #include "platform/Container.h"
 #include "platform/Fonts.h"
 #include "platform/HandlerScope.h"
@@ -14,13 +12,13 @@ namespace kelvane {
 
 using namespace Qt::StringLiterals;
 
-Label::Label(Container* container, const QString& name) : Control(container, name) {
+Label::Label(Container& container, const QString& name) : Control(container, name) {
   setRole(SpokenRole::kText);
 }
 
 Label& Label::Duplicate(const QString& name) const {
   auto* copy = new Label(container(), name);
-  copy->TakeAfter(*this);
+  copy->CopyFrom(*this);
   copy->caption_ = caption_;
   copy->backColor_ = backColor_;
   copy->foreColor_ = foreColor_;
@@ -35,17 +33,21 @@ Label& Label::Duplicate(const QString& name) const {
 void Label::setCaption(const QString& caption) {
   if (caption == caption_) return;
   caption_ = caption;
-  AnnounceCaption(*this);
+  AnnounceCaption();
   if (sizesItself_) FitCaption();
   update();
   Raise(this, Change, Index());
 }
 
+bool Label::SaysSomething() const {
+  return Control::SaysSomething() && !(Meaning().isEmpty() && SpokenCaption().isEmpty());
+}
+
 QString Label::ShownCaption() const { return QString(caption_).replace("&&"_L1, "&"_L1); }
 
 void Label::FitCaption() {
-  const float unitsPerPixel = container()->UnitsPerPixel();
-  // Whole pixels, and not one too few for the caption to be drawn as it is.
+  const float unitsPerPixel = container().UnitsPerPixel();
+  // Rounded up, so that the caption needn't be condensed.
   const QFontMetricsF metrics(font());
   const double width = std::ceil(metrics.horizontalAdvance(ShownCaption()));
   setWidth(static_cast<float>(width) * unitsPerPixel);
@@ -94,7 +96,7 @@ void Label::paintEvent(QPaintEvent* /*event*/) {
   if (backColor_) painter.fillRect(rect(), QColor(*backColor_));
   QRect place = rect();
   if (bordered_) {
-    painter.setPen(QColor(kGrey));
+    painter.setPen(Qt::darkGray);
     painter.drawRect(place.adjusted(0, 0, -1, -1));
     place.adjust(1, 1, -1, -1);
   }

@@ -6,15 +6,15 @@
 
 namespace kelvane {
 
-// A line of text, at the top of its place. Transparent unless it has a back colour of its own. A
-// caption that is wider than the label is set tighter, and where that isn't enough, shortened in
-// its middle. In what is shown, "&&" stands for one ampersand. Caption reads back whole.
+// A line of text at the top of its place, transparent unless it has a back colour of its own. A
+// caption that is wider than the label is condensed, and if that isn't enough, elided in its
+// middle. "&&" is shown as one ampersand. Caption returns the whole text as assigned.
 class Label : public Control {
   Q_OBJECT
  public:
-  Label(Container* container, const QString& name);
+  Label(Container& container, const QString& name);
 
-  // A label like this one in the same container, not yet on show; the container's own.
+  // Returns a new hidden label like this one in the same container, which owns it.
   Label& Duplicate(const QString& name) const;
 
   bool Windowless() const override { return true; }
@@ -22,6 +22,8 @@ class Label : public Control {
   const QString& Caption() const { return caption_; }
   void setCaption(const QString& caption);
   QString ShownCaption() const;
+  QString SpokenCaption() const override { return ShownCaption().trimmed(); }
+  bool SaysSomething() const override;
 
   // Unset while the label is transparent.
   std::optional<QRgb> BackColor() const { return backColor_; }
@@ -37,7 +39,7 @@ class Label : public Control {
   // A border of one pixel, inside which the caption stands.
   void setBordered();
 
-  // From now on the label takes the width and the height of each new caption.
+  // From now on the label is resized to each new caption.
   void setAutoSize() { sizesItself_ = true; }
 
   bool FontBold() const { return font().bold(); }

@@ -5,9 +5,7 @@
 #include <QStyledItemDelegate>
 #include <algorithm>
 
-#include "platform/Container.h"
 #include "platform/PixelSized.h"
-#include "platform/StockColours.h"
 
 namespace kelvane {
 namespace {
@@ -74,16 +72,10 @@ class ListBox::Lines : public PixelSized<QListWidget> {
   int extent_ = 0;
 };
 
-ListBox::ListBox(Container* container, const QString& name)
-    : Control(container, name), lines_(new Lines) {
+ListBox::ListBox(Container& container, const QString& name)
+    : TextControl(container, name), lines_(new Lines) {
   FillWith(lines_);
 }
-
-QRgb ListBox::BackColor() const { return GroundOf(*lines_); }
-
-QRgb ListBox::ForeColor() const { return TextColourOf(*lines_); }
-
-void ListBox::SetColours(QRgb back, QRgb text) { SetStockColours(*lines_, back, text); }
 
 void ListBox::AddItem(const QString& text) { lines_->addItem(text); }
 

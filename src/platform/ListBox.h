@@ -1,33 +1,30 @@
 #pragma once
 
-#include "platform/Control.h"
+#include "platform/TextControl.h"
 
 namespace kelvane {
 
 // A list of texts, one to a line, at most one of them selected. Lines are numbered from 0.
-class ListBox : public Control {
+class ListBox : public TextControl {
   Q_OBJECT
  public:
-  ListBox(Container* container, const QString& name);
-
-  QRgb BackColor() const;
-  QRgb ForeColor() const;
-  void SetColours(QRgb back, QRgb text);
+  ListBox(Container& container, const QString& name);
 
   void AddItem(const QString& text);
   int ListCount() const;
-  // Empty for a line that isn't there.
+  // Returns an empty text if there is no such line.
   QString List(int index) const;
-  // Refused for a line that isn't there.
+  // Has no effect if there is no such line.
   void setList(int index, const QString& text);
 
   // The selected line; -1 while none is.
   int ListIndex() const;
-  // -1 selects none. Refused for a line that isn't there. The selected line is scrolled into view,
-  // down and up alone.
+  // -1 selects none. Has no effect if there is no such line. The selected line is scrolled into
+  // view, vertically only.
   void setListIndex(int index);
 
-  // The width in pixels over which the list scrolls sideways, whatever it holds; 0 is none.
+  // The width in pixels over which the list scrolls horizontally, whatever it holds; 0 if it
+  // doesn't.
   int HorizontalExtent() const;
   void setHorizontalExtent(int pixels);
 

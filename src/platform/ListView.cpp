@@ -6,11 +6,8 @@
 #include <QScrollBar>
 #include <QTreeWidget>
 
-#include "platform/Colours.h"
-#include "platform/Container.h"
 #include "platform/Fonts.h"
 #include "platform/PixelSized.h"
-#include "platform/StockColours.h"
 
 namespace kelvane {
 namespace {
@@ -44,7 +41,7 @@ class ListView::Header : public PixelSized<QHeaderView> {
     }
     constexpr int kTextMargin = 4;
     painter->fillRect(place, palette().color(QPalette::Base));
-    painter->setPen(QColor(kGrey));
+    painter->setPen(Qt::darkGray);
     painter->drawLine(place.bottomLeft(), place.bottomRight());
     painter->drawLine(place.topRight(), place.bottomRight());
     painter->setPen(palette().color(QPalette::Text));
@@ -71,26 +68,17 @@ class ListView::Table : public PixelSized<QTreeWidget> {
   }
 
  protected:
-  // The control hears of the release as well.
+  // The control gets the release as well.
   void mouseReleaseEvent(QMouseEvent* event) override {
     QTreeWidget::mouseReleaseEvent(event);
     event->ignore();
   }
 };
 
-ListView::ListView(Container* container, const QString& name)
-    : Control(container, name), table_(new Table) {
+ListView::ListView(Container& container, const QString& name)
+    : TextControl(container, name), table_(new Table) {
   FillWith(table_);
   setFocusProxy(table_);
-}
-
-QRgb ListView::BackColor() const { return GroundOf(*table_); }
-
-QRgb ListView::ForeColor() const { return TextColourOf(*table_); }
-
-void ListView::SetColours(QRgb back, QRgb text) {
-  SetStockColours(*table_, back, text);
-  table_->header()->setPalette(table_->palette());
 }
 
 bool ListView::HeaderButtons() const { return table_->header()->sectionsClickable(); }

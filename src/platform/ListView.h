@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Control.h"
+#include "platform/TextControl.h"
 
 class QTreeWidgetItem;
 
@@ -8,14 +8,10 @@ namespace kelvane {
 
 // A table with a header over its columns, whose rows are selected whole and one at a time. Columns
 // and rows are numbered from 1.
-class ListView : public Control {
+class ListView : public TextControl {
   Q_OBJECT
  public:
-  ListView(Container* container, const QString& name);
-
-  QRgb BackColor() const;
-  QRgb ForeColor() const;
-  void SetColours(QRgb back, QRgb text);
+  ListView(Container& container, const QString& name);
 
   // Whether the header looks and acts like a row of push buttons, as it does at first: raised, and
   // answering to hover, press and click.
@@ -25,14 +21,14 @@ class ListView : public Control {
   class ColumnHeaderList {
    public:
     explicit ColumnHeaderList(ListView& list) : list_(list) {}
-    // Adds a column of 96 pixels behind the others; returns its number.
+    // Adds a column of 96 pixels behind the others and returns its number.
     int Add(const QString& text);
 
    private:
     ListView& list_;
   };
 
-  // A row, or none: then it has no text and takes nothing.
+  // A row, or none, whose texts are empty and can't be set. It is valid as long as the list.
   class ListItem {
    public:
     explicit ListItem(QTreeWidgetItem* row = nullptr) : row_(row) {}
@@ -41,7 +37,7 @@ class ListView : public Control {
     QString SubItems(int index) const;
     void setSubItems(int index, const QString& text);
     bool Selected() const;
-    // In the place of the row that was. The row is scrolled into view.
+    // Selects this row instead of the one that was, and scrolls it into view.
     void Select();
 
    private:
@@ -54,7 +50,7 @@ class ListView : public Control {
     int Count() const;
     // Adds a row behind the others.
     ListItem Add(const QString& text);
-    // No row for a number that isn't there.
+    // Returns no row if there is none of that number.
     ListItem operator()(int number) const;
 
    private:

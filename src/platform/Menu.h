@@ -9,7 +9,7 @@ class QMenuBar;
 
 namespace kelvane {
 
-// A title of the menu bar, or an item under one.
+// A title of the menu bar, or an item under one. The menu bar owns it.
 class Menu : public QObject {
   Q_OBJECT
  public:
@@ -20,7 +20,7 @@ class Menu : public QObject {
   bool Visible() const;
   void setVisible(bool visible);
 
-  // Opens the items of a title, which may be hidden, at the pointer; returns at once.
+  // Opens the items of a title, which may be hidden, at the pointer, and returns at once.
   void PopUp() const;
 
   std::function<void()> Click;

@@ -5,9 +5,9 @@
 
 namespace kelvane {
 
-// Qt's name filters for a filter text as the dialogs have it (see CommonDialog.h), in its
-// order: a description and its pattern each, "MP4 Files (*.mp4) (*.mp4)". A description without a
-// pattern is its own. None for an empty text.
+// Returns Qt's name filters for a filter text of CommonDialog, in its order: each is a description
+// and its pattern, "MP4 Files (*.mp4) (*.mp4)". A description without a pattern is its own pattern.
+// An empty text has no filters.
 QStringList NameFilters(const QString& filter);
 
 }  // namespace kelvane

@@ -10,15 +10,15 @@ namespace kelvane {
 namespace {
 
 QButtonGroup& GroupOf(Container& container) {
-  auto* group = container.findChild<QButtonGroup*>(QString(), Qt::FindDirectChildrenOnly);
-  return *(group == nullptr ? new QButtonGroup(&container) : group);
+  auto* group = container.Widget().findChild<QButtonGroup*>(QString(), Qt::FindDirectChildrenOnly);
+  return *(group == nullptr ? new QButtonGroup(&container.Widget()) : group);
 }
 
 }  // namespace
 
-OptionButton::OptionButton(Container* container, const QString& name)
-    : Control(container, name), button_(new PixelSized<QRadioButton>) {
-  GroupOf(*container).addButton(button_);
+OptionButton::OptionButton(Container& container, const QString& name)
+    : TextControl(container, name, QPalette::WindowText), button_(new PixelSized<QRadioButton>) {
+  GroupOf(container).addButton(button_);
   // The button tracks the pointer, and leaves the control the moves of one that hasn't pressed it.
   FillWith(button_);
 }
@@ -26,16 +26,6 @@ OptionButton::OptionButton(Container* container, const QString& name)
 QString OptionButton::Caption() const { return button_->text(); }
 
 void OptionButton::setCaption(const QString& caption) { button_->setText(caption); }
-
-QRgb OptionButton::ForeColor() const {
-  return button_->palette().color(QPalette::WindowText).rgb() & RGB_MASK;
-}
-
-void OptionButton::setForeColor(QRgb color) {
-  QPalette colours = button_->palette();
-  colours.setColor(QPalette::WindowText, QColor(color));
-  button_->setPalette(colours);
-}
 
 bool OptionButton::Value() const { return button_->isChecked(); }
 

@@ -1,26 +1,23 @@
 #pragma once
 
-#include "platform/Control.h"
+#include "platform/TextControl.h"
 
 class QRadioButton;
 
 namespace kelvane {
 
 // One of a group of choices: of the option buttons in a container, at most one is chosen.
-class OptionButton : public Control {
+class OptionButton : public TextControl {
   Q_OBJECT
  public:
-  OptionButton(Container* container, const QString& name);
+  OptionButton(Container& container, const QString& name);
 
   QString Caption() const;
   void setCaption(const QString& caption);
-  // Of the caption.
-  QRgb ForeColor() const;
-  void setForeColor(QRgb color);
 
   // True of the chosen one.
   bool Value() const;
-  // Chooses it in the place of the one that was.
+  // Chooses this one instead of the one that was.
   void Choose();
 
  private:

@@ -12,7 +12,8 @@
 namespace kelvane {
 namespace {
 
-// The pixels of a level or upright line without its last one; nothing of a slanting line.
+// Returns the pixels of a horizontal or vertical line without its last one; none of a slanting
+// line.
 QRect PixelsOf(QPoint first, QPoint last) {
   if (first.y() == last.y()) {
     const int left = first.x() < last.x() ? first.x() : last.x() + 1;
@@ -27,9 +28,14 @@ QRect PixelsOf(QPoint first, QPoint last) {
 
 }  // namespace
 
+PictureBox::PictureBox(Container& container, const QString& name, ScaleMode scale)
+    : Control(container, name), Container(*this, scale) {
+  setRole(SpokenRole::kBox);
+}
+
 PictureBox& PictureBox::Duplicate(const QString& name) const {
   auto* copy = new PictureBox(container(), name, Scale());
-  copy->TakeAfter(*this);
+  copy->CopyFrom(*this);
   copy->setBackColor(BackColor());
   copy->printFont_ = printFont_;
   copy->foreColor_ = foreColor_;
@@ -50,10 +56,6 @@ std::optional<QPoint> PictureBox::PixelOf(float x, float y) const {
         std::nearbyint(std::clamp(place / UnitsPerPixel(), -kFarthest, kFarthest)));
   };
   return QPoint(whole(x), whole(y));
-}
-
-QSize PictureBox::InnerSize() const {
-  return size() - 2 * QSize(ContentOrigin().x(), ContentOrigin().y());
 }
 
 // As large as the inside of the box has been, so that nothing is lost where it shrinks for a while.
@@ -98,8 +100,8 @@ void PictureBox::SetPrintFont(const QString& family, float points) {
   printFont_.setPixelSize(FontPixels(points));
 }
 
-// That the window is in front, or behind a dialog, is nothing to what lies in a box, which may be
-// thousands of controls: Qt would tell each of them.
+// Qt would tell each control in the box, and there may be thousands, that the window is in front or
+// behind a dialog. None of them needs to know.
 bool PictureBox::event(QEvent* event) {
   switch (event->type()) {
     case QEvent::WindowActivate:
@@ -108,14 +110,14 @@ bool PictureBox::event(QEvent* event) {
     case QEvent::WindowUnblocked:
       return true;
     default:
-      return Container::event(event);
+      return Control::event(event);
   }
 }
 
 void PictureBox::SizeChanged() { Raise(this, Resize, Index()); }
 
 void PictureBox::paintEvent(QPaintEvent* event) {
-  Container::paintEvent(event);
+  PaintBackground(*event);
   if (!drawing_.isNull()) QPainter(this).drawImage(ContentOrigin(), drawing_);
 }
 

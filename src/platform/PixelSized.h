@@ -4,10 +4,10 @@
 
 namespace kelvane {
 
-// A stock widget of Qt's whose own parts, as the knob of a choice or a scroll bar's
-// arrows, have the size that they have on a screen of 96 dots to the inch: the place that the
-// design has for them is in pixels, however dense the screen. To be made without a parent: it is
-// with the font of its later one that it takes on this density.
+// A stock widget of Qt's whose parts, such as a scroll bar's arrows, are as large as on a screen of
+// 96 dots per inch: their place in the design is in pixels, however dense the screen is. It must be
+// made without a parent: it takes on this density with the font of the parent that it is given
+// later.
 template <class Stock>
 class PixelSized : public Stock {
  public:

@@ -4,8 +4,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/Container.h"
-
 namespace kelvane {
 
 using namespace Qt::StringLiterals;
@@ -14,7 +12,7 @@ namespace {
 constexpr int kSteps = 100000;  // more than a screen has columns
 }
 
-ProgressBar::ProgressBar(Container* container, const QString& name)
+ProgressBar::ProgressBar(Container& container, const QString& name)
     : Control(container, name), bar_(new QProgressBar(this)) {
   bar_->setTextVisible(false);
   bar_->setRange(0, kSteps);

@@ -6,13 +6,13 @@ class QProgressBar;
 
 namespace kelvane {
 
-// Range and value are single precision; only what is on the screen is rounded. A value outside the
-// range, a Min that isn't below Max and a Max that isn't above Min are refused: the bar keeps what
-// it has. A range that shrinks takes the value along.
+// Range and value are single precision; only what is on the screen is rounded. Assigning a value
+// outside the range, a Min that isn't below Max or a Max that isn't above Min has no effect. A
+// range that shrinks limits the value.
 class ProgressBar : public Control {
   Q_OBJECT
  public:
-  ProgressBar(Container* container, const QString& name);
+  ProgressBar(Container& container, const QString& name);
 
   float Min() const { return min_; }
   float Max() const { return max_; }

@@ -1,13 +1,14 @@
 #pragma once
 
-#include "platform/Control.h"
+#include "platform/MouseArea.h"
 
 namespace kelvane {
 
 // The screen as a whole.
 class Screen {
  public:
-  // The pointer's shape over every window of the program; kDefault leaves it to what lies beneath.
+  // The pointer's shape over every window of the program; kDefault leaves it to the widget under
+  // the pointer.
   static void setMousePointer(MousePointer pointer);
   static MousePointer Pointer();
 };

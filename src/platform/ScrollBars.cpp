@@ -7,7 +7,7 @@
 
 namespace kelvane {
 
-ScrollBar::ScrollBar(Container* container, const QString& name, Qt::Orientation orientation)
+ScrollBar::ScrollBar(Container& container, const QString& name, Qt::Orientation orientation)
     : ThumbControl(container, name, new PixelSized<QScrollBar>(orientation)) {
   SetThumbRange(0, std::numeric_limits<std::int16_t>::max());
 }

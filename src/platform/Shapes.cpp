@@ -4,11 +4,9 @@
 #include <algorithm>
 #include <cmath>
 
-#include "platform/Container.h"
-
 namespace kelvane {
 
-Shape::Shape(Container* container, const QString& name) : Control(container, name) {
+Shape::Shape(Container& container, const QString& name) : Control(container, name) {
   setAttribute(Qt::WA_TransparentForMouseEvents);
   setRole(SpokenRole::kNothing);
 }
@@ -42,7 +40,7 @@ void Shape::paintEvent(QPaintEvent* /*event*/) {
   }
 }
 
-Line::Line(Container* container, const QString& name) : Control(container, name) {
+Line::Line(Container& container, const QString& name) : Control(container, name) {
   setAttribute(Qt::WA_TransparentForMouseEvents);
   setRole(SpokenRole::kNothing);
   setMinimumSize(1, 1);

@@ -6,12 +6,12 @@
 
 namespace kelvane {
 
-// The outline of a rectangle, filled if it is given a colour inside. Never takes the mouse: what
-// lies behind it does.
+// The outline of a rectangle, filled if it has a fill colour. It ignores the mouse, which goes to
+// what lies behind it.
 class Shape : public Control {
   Q_OBJECT
  public:
-  Shape(Container* container, const QString& name);
+  Shape(Container& container, const QString& name);
 
   bool Windowless() const override { return true; }
 
@@ -24,7 +24,7 @@ class Shape : public Control {
   std::optional<QRgb> FillColor() const { return fillColor_; }
   void setFillColor(QRgb color);
 
-  // Goes so many of the container's units outside another control of it.
+  // Surrounds another control of its container, `gap` of the container's units away from it.
   void Outline(const Control& control, float gap);
 
  protected:
@@ -36,16 +36,16 @@ class Shape : public Control {
   std::optional<QRgb> fillColor_;
 };
 
-// A level or upright line one pixel thick, without the pixel at its right or lower end; a slanting
-// one doesn't show. Never takes the mouse.
+// A horizontal or vertical line one pixel thick, without the pixel at its right or lower end; a
+// slanting one isn't drawn. It ignores the mouse.
 class Line : public Control {
   Q_OBJECT
  public:
-  Line(Container* container, const QString& name);
+  Line(Container& container, const QString& name);
 
   bool Windowless() const override { return true; }
 
-  // A line like this one in the same container, not yet on show; the container's own.
+  // Returns a new hidden line like this one in the same container, which owns it.
   Line& Duplicate(const QString& name) const;
 
   // Its ends, in the container's scale unit. The second may lie before the first.
@@ -62,7 +62,7 @@ class Line : public Control {
   QRgb BorderColor() const { return color_; }
   void setBorderColor(QRgb color);
 
-  // In front of the labels, shapes and lines of its container.
+  // Raises the line above the labels, shapes and lines of its container.
   void BringToFront();
 
  protected:

@@ -6,7 +6,7 @@
 
 namespace kelvane {
 
-Slider::Slider(Container* container, const QString& name)
+Slider::Slider(Container& container, const QString& name)
     : ThumbControl(container, name, new PixelSized<QSlider>(Qt::Horizontal)) {}
 
 int Slider::Value() const { return thumb().value(); }

@@ -7,11 +7,11 @@ namespace kelvane {
 class Slider : public ThumbControl {
   Q_OBJECT
  public:
-  Slider(Container* container, const QString& name);
+  Slider(Container& container, const QString& name);
 
   int Value() const;
   void setValue(int value) { SetThumbValue(value); }
-  // A range that ends before it begins is refused.
+  // Has no effect if `max` is less than `min`.
   void SetRange(int min, int max);
 };
 

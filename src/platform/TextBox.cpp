@@ -4,15 +4,12 @@
 #include <QShowEvent>
 
 #include "platform/Border.h"
-#include "platform/Colours.h"
-#include "platform/Container.h"
 #include "platform/HandlerScope.h"
 #include "platform/PixelSized.h"
-#include "platform/StockColours.h"
 
 namespace kelvane {
 
-TextBox::TextBox(Container* container, const QString& name) : Control(container, name) {}
+TextBox::TextBox(Container& container, const QString& name) : TextControl(container, name) {}
 
 void TextBox::setText(const QString& text) {
   if (text == text_) return;
@@ -32,7 +29,7 @@ void TextBox::TextChanged() {
 }
 
 void TextBox::showEvent(QShowEvent* event) {
-  Control::showEvent(event);
+  TextControl::showEvent(event);
   if (line_ == nullptr) MakeLine();
   // A window that comes back has kept its lines, and what is selected in them.
   if (!event->spontaneous()) ShowText();
@@ -51,7 +48,6 @@ void TextBox::MakeLine() {
   const int margin = bordered_ ? Border::kWidth : 0;
   line_->setTextMargins(margin, 0, margin, 0);
   line_->setFocusPolicy(Qt::ClickFocus);
-  SetStockColours(*line_, kDark, kLight);
   FillWith(line_);
   line_->show();
   connect(line_, &QLineEdit::textChanged, this, [this](const QString& text) {
@@ -61,7 +57,7 @@ void TextBox::MakeLine() {
     Raise(this, Change, Index());
   });
   if (!bordered_) return;
-  auto* border = new Border(*this, kDark);
+  auto* border = new Border(*this, BackColor());
   border->show();
 }
 

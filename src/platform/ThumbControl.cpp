@@ -3,12 +3,11 @@
 #include <QAbstractSlider>
 #include <QScopedValueRollback>
 
-#include "platform/Container.h"
 #include "platform/HandlerScope.h"
 
 namespace kelvane {
 
-ThumbControl::ThumbControl(Container* container, const QString& name, QAbstractSlider* thumb)
+ThumbControl::ThumbControl(Container& container, const QString& name, QAbstractSlider* thumb)
     : Control(container, name), thumb_(thumb) {
   FillWith(thumb_);
   connect(thumb_, &QAbstractSlider::valueChanged, this, &ThumbControl::ValueChanged);

@@ -6,8 +6,8 @@ class QAbstractSlider;
 
 namespace kelvane {
 
-// What scroll bars and sliders share: a whole value in a range, and a thumb that the user drags. A
-// value outside the range is refused; a range that shrinks cuts the value down.
+// What scroll bars and sliders share: a whole value in a range, and a thumb that the user drags.
+// Assigning a value outside the range has no effect; a range that shrinks limits the value.
 class ThumbControl : public Control {
   Q_OBJECT
  public:
@@ -18,11 +18,11 @@ class ThumbControl : public Control {
 
  protected:
   // Takes over Qt's `thumb`.
-  ThumbControl(Container* container, const QString& name, QAbstractSlider* thumb);
+  ThumbControl(Container& container, const QString& name, QAbstractSlider* thumb);
 
   QAbstractSlider& thumb() const { return *thumb_; }
   void SetThumbValue(int value);
-  // A range that ends before it begins is refused.
+  // Has no effect if `max` is less than `min`.
   void SetThumbRange(int min, int max);
 
  private:

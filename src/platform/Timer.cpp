@@ -1,11 +1,10 @@
 #include "platform/Timer.h"
 
-#include "platform/Form.h"
 #include "platform/HandlerScope.h"
 
 namespace kelvane {
 
-Timer::Timer(Form& form, const char* name, int interval)
+Timer::Timer(HandlerOwner& form, const char* name, int interval)
     : QObject(&form), form_(form), interval_(interval) {
   setObjectName(QLatin1String(name));
 }
@@ -19,8 +18,8 @@ void Timer::setEnabled(bool enabled) {
   }
 }
 
-// Qt holds back a timer's events while one of them is being handled. Starting the timer
-// anew lets them come at a DoEvents.
+// Qt sends no event of a timer while one is being handled. Starting the timer anew lets them come
+// at a DoEvents.
 void Timer::timerEvent(QTimerEvent* /*event*/) {
   timer_.start(interval_, this);
   if (form_.Loaded()) Raise(this, Tick);

@@ -6,16 +6,16 @@
 
 namespace kelvane {
 
-class Form;
+class HandlerOwner;
 
-// Ticks on the user-interface thread while it is enabled and its form is loaded. A tick may come
-// while the handler of an earlier one is still running, at that handler's DoEvents; ticks that find
-// nobody pumping come once, late.
+// Ticks on the user-interface thread while it is enabled and its form is loaded. The form owns it.
+// A tick may come while the handler of an earlier one is still running, at that handler's DoEvents.
+// Ticks that fall due while no events are processed come as one, late.
 class Timer : public QObject {
   Q_OBJECT
  public:
   // `interval` in milliseconds.
-  Timer(Form& form, const char* name, int interval);
+  Timer(HandlerOwner& form, const char* name, int interval);
 
   int Interval() const { return interval_; }
   bool Enabled() const { return timer_.isActive(); }
@@ -27,7 +27,7 @@ class Timer : public QObject {
   void timerEvent(QTimerEvent* event) override;
 
  private:
-  Form& form_;
+  HandlerOwner& form_;
   QBasicTimer timer_;
   int interval_;
 };

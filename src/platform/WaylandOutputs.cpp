@@ -3,12 +3,16 @@
 #include <wayland-client-protocol.h>
 
 #include <QGuiApplication>
+#include <QList>
+#include <QLocale>
+#include <QScreen>
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstring>
 #include <list>
 #include <memory>
+#include <vector>
 
 namespace kelvane {
 
@@ -25,7 +29,7 @@ struct Output {
   std::unique_ptr<wl_output, Destroyer<wl_output, wl_output_destroy>> object;
   QString name;
   QSize mode;
-  bool onItsSide = false;
+  bool rotated = false;
 };
 
 Output& In(void* data) { return *static_cast<Output*>(data); }
@@ -35,7 +39,7 @@ constexpr wl_output_listener kOutputListener = {
         [](void* data, wl_output*, std::int32_t, std::int32_t, std::int32_t, std::int32_t,
            std::int32_t, const char*, const char*, std::int32_t transform) {
           // Every second transform is by a quarter or three quarters of a turn.
-          In(data).onItsSide = transform % 2 == 1;
+          In(data).rotated = transform % 2 == 1;
         },
     .mode =
         [](void* data, wl_output*, std::uint32_t flags, std::int32_t width, std::int32_t height,
@@ -65,9 +69,13 @@ constexpr wl_registry_listener kRegistryListener = {
     .global_remove = [](void*, wl_registry*, std::uint32_t) {},
 };
 
+QByteArray FactorText(double factor) {
+  return QByteArray::number(factor, 'g', QLocale::FloatingPointShortest);
+}
+
 }  // namespace
 
-bool UnderACompositor() { return QGuiApplication::platformName().startsWith("wayland"_L1); }
+bool RunsOnWayland() { return QGuiApplication::platformName().startsWith("wayland"_L1); }
 
 QHash<QString, QSize> PixelsOfWaylandOutputs() {
   const std::unique_ptr<wl_display, Destroyer<wl_display, wl_display_disconnect>> display(
@@ -81,7 +89,7 @@ QHash<QString, QSize> PixelsOfWaylandOutputs() {
   wl_display_roundtrip(display.get());  // and what they are
   QHash<QString, QSize> pixels;
   for (const Output& output : outputs) {
-    pixels.insert(output.name, output.onItsSide ? output.mode.transposed() : output.mode);
+    pixels.insert(output.name, output.rotated ? output.mode.transposed() : output.mode);
   }
   return pixels;
 }
@@ -93,6 +101,26 @@ double ScaleOfOutput(QSize pixels, QSize units, double whole) {
   const double scale =
       std::round(kParts * longSide / std::max(units.width(), units.height())) / kParts;
   return std::ceil(scale) == whole ? scale : whole;
+}
+
+std::optional<ScaleFactors> FactorsThatUndoScales() {
+  const QList<QScreen*> screens = QGuiApplication::screens();
+  const auto isPlain = [](const QScreen* screen) { return screen->devicePixelRatio() == 1; };
+  if (std::ranges::all_of(screens, isPlain)) return std::nullopt;
+  const QHash<QString, QSize> pixels =
+      RunsOnWayland() ? PixelsOfWaylandOutputs() : QHash<QString, QSize>();
+  std::vector<double> scales;
+  for (const QScreen* screen : screens) {
+    scales.push_back(
+        ScaleOfOutput(pixels.value(screen->name()), screen->size(), screen->devicePixelRatio()));
+  }
+  const double largest = *std::ranges::max_element(scales);
+  ScaleFactors factors{.common = FactorText(1 / largest), .outputs = {}};
+  for (qsizetype i = 0; i < screens.size(); ++i) {
+    const double factor = largest / scales[static_cast<std::size_t>(i)];
+    factors.outputs += screens[i]->name().toUtf8() + '=' + FactorText(factor) + ';';
+  }
+  return factors;
 }
 
 }  // namespace kelvane

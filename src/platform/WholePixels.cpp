@@ -29,7 +29,7 @@ class WholePixels : public QObject {
   }
 
  private:
-  // Returns whether there was anything to put right.
+  // Returns whether the event had to be replaced by a rounded one.
   static bool SendRounded(QWindow& window, QMouseEvent& event) {
     const QPointF place = event.scenePosition();
     const QPointF whole(std::floor(place.x()), std::floor(place.y()));

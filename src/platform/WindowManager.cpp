@@ -10,7 +10,7 @@ namespace kelvane {
 
 using namespace Qt::StringLiterals;
 
-bool TellsOfGeometry(const QByteArray& eventType, const void* message) {
+bool IsGeometryNotice(const QByteArray& eventType, const void* message) {
   if (eventType != "xcb_generic_event_t") return false;
   constexpr std::uint8_t kWithoutSender = 0x7f;
   const auto* event = static_cast<const xcb_generic_event_t*>(message);

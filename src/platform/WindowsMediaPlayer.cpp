@@ -6,8 +6,6 @@
 #include <QPainter>
 #include <algorithm>
 
-#include "platform/Colours.h"
-#include "platform/Container.h"
 #include "platform/player/PlaybackCore.h"
 #include "shared/TextHelpers.h"
 
@@ -15,7 +13,7 @@ namespace kelvane {
 
 using namespace Qt::StringLiterals;
 
-WindowsMediaPlayer::WindowsMediaPlayer(Container* container, const QString& name)
+WindowsMediaPlayer::WindowsMediaPlayer(Container& container, const QString& name)
     : Control(container, name) {
   setAttribute(Qt::WA_OpaquePaintEvent);
   setRole(SpokenRole::kPicture);
@@ -33,7 +31,7 @@ void WindowsMediaPlayer::setURL(const QString& url) {
 
 void WindowsMediaPlayer::MakeCore() {
   delete core_;
-  core_ = new PlaybackCore(this);
+  core_ = new PlaybackCore(this, settings.clientName());
   core_->setVolume(settings.volume());
   core_->setBalance(settings.balance());
   connect(core_, &PlaybackCore::PictureChanged, this, [this] { update(visibleRegion()); });
@@ -87,7 +85,7 @@ void WindowsMediaPlayer::paintEvent(QPaintEvent* event) {
     core_->setVisible(VisibleExtent());
     uncovered = core_->Draw(painter, uncovered);
   }
-  for (const QRect& part : uncovered) painter.fillRect(part, QColor(kBlack));
+  for (const QRect& part : uncovered) painter.fillRect(part, Qt::black);
 }
 
 // Controls that lie over the picture don't count: they are moved about.
@@ -100,7 +98,7 @@ QSize WindowsMediaPlayer::VisibleExtent() const {
   return {std::max(visible.right() + 1, 0), std::max(visible.bottom() + 1, 0)};
 }
 
-// Not waited for: a menu of its own loop would hold up the handler at whose DoEvents it came up.
+// Doesn't wait for the menu: a handler whose DoEvents opened it would be held up.
 void WindowsMediaPlayer::contextMenuEvent(QContextMenuEvent* event) {
   if (url_.isEmpty()) return;
   auto* menu = new QMenu(this);

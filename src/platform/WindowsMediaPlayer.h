@@ -8,20 +8,19 @@ namespace kelvane {
 
 class PlaybackCore;
 
-// A player without any controls of its own over the picture: natural size, one pixel of the source
-// to one of the screen, from the top left corner; black where there is no picture. What it offers
-// the user is a context menu on the picture. A file that can't be played shows nothing and says
-// nothing.
+// A player without controls of its own but for a context menu on the picture. The picture has its
+// natural size, one pixel of the source to one of the screen, from the top left corner; the rest is
+// black. A file that can't be played shows nothing, without a message.
 //
-// The player behind it is made at the first URL; where it can't be made, nothing plays and the next
-// URL tries again. No call waits for it.
+// The player behind it is made at the first URL; if it can't be made, nothing plays and the next
+// URL tries again. No call waits for it. Belongs to the user-interface thread.
 class WindowsMediaPlayer : public Control {
   Q_OBJECT
  public:
-  WindowsMediaPlayer(Container* container, const QString& name);
+  WindowsMediaPlayer(Container& container, const QString& name);
 
-  // The path of the file; a new one, and the same one again, starts by itself, from the beginning
-  // and for one pass. An empty one unloads.
+  // The path of the file. Setting one, even the same again, plays it once from its beginning.
+  // Setting an empty one unloads the file.
   QString URL() const { return url_; }
   void setURL(const QString& url);
 
@@ -42,22 +41,27 @@ class WindowsMediaPlayer : public Control {
    public:
     explicit Settings(WindowsMediaPlayer& player) : player_(player) {}
     int volume() const { return volume_; }
-    // 0 to 100; another is refused.
+    // 0 to 100; any other value has no effect.
     void setVolume(int volume);
     int balance() const { return balance_; }
-    // -100 to 100; another is refused.
+    // -100, left alone, to 100, right alone; any other value has no effect.
     void setBalance(int balance);
+    // The name by which the sound system knows the player; to be set before the first URL.
+    const QString& clientName() const { return clientName_; }
+    void setClientName(const QString& name) { clientName_ = name; }
 
    private:
     WindowsMediaPlayer& player_;
     int volume_ = 50;
     int balance_ = 0;
+    QString clientName_;
   };
 
   Controls controls{*this};
   Settings settings{*this};
 
-  // Of the loaded file, in seconds; 0 until it is known; none while nothing is loaded.
+  // The length of the loaded file in seconds, 0 until it is known; std::nullopt while nothing is
+  // loaded.
   std::optional<double> currentMediaDuration() const;
 
  protected:
@@ -66,7 +70,8 @@ class WindowsMediaPlayer : public Control {
 
  private:
   void MakeCore();
-  // Of the picture, from its top left corner to the last pixel that no box cuts off.
+  // The size of the part of the picture from its top left corner to the last pixel that no
+  // container clips.
   QSize VisibleExtent() const;
 
   QString url_;

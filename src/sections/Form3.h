@@ -2,7 +2,6 @@
 
 #include <cstdint>
 
-#include "platform/App.h"
 #include "platform/CommonDialog.h"
 #include "platform/ControlArray.h"
 #include "platform/Form.h"
@@ -13,6 +12,7 @@
 #include "platform/ScrollBars.h"
 #include "platform/Shapes.h"
 #include "platform/TextBox.h"
+#include "shared/Product.h"
 
 namespace kelvane {
 
@@ -54,7 +54,7 @@ constexpr int OptionReadOut(int slider) { return 2 * slider + 1; }
 class Form3 : public Form {
   Q_OBJECT
  public:
-  explicit Form3(const QIcon& icon = App::Icon());
+  explicit Form3(const QIcon& icon = ProductIcon());
 
  protected:
   void Form_Load() override;

@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "platform/Colours.h"
 #include "platform/Form.h"
+#include "shared/Colours.h"
 
 // The section window as designed. Places are in twips. Form_Load sets some of them anew: those of
 // the needles, the strip, the outlines of the thumbs and Picture6. Line7 and Line8 have their ends
@@ -27,12 +27,12 @@ constexpr FormDesign kForm3 = {.name = "Form3",
 // clang-format off
 using enum ControlClass;
 constexpr auto kForm3Controls = std::to_array<ControlDesign>({
-    {.name = "Text1", .controlClass = kTextBox, .place = {4200, 240, 9615, 375}, .bordered = true, .editable = true, .meaning = "Video to extract a section from"},
+    {.name = "Text1", .controlClass = kTextBox, .place = {4200, 240, 9615, 375}, .color = kDark, .bordered = true, .editable = true, .meaning = "Video to extract a section from"},
 
     {.name = "Picture1", .controlClass = kPictureBox, .place = {2040, 9000, 6135, 3015}, .visible = false, .color = kNeedleGreen, .bordered = true},
-    {.name = "Text4", .controlClass = kTextBox, .place = {2040, 600, 1215, 315}, .caption = "4825", .container = "Picture1"},
-    {.name = "Text3", .controlClass = kTextBox, .place = {2040, 1080, 1215, 315}, .container = "Picture1"},
-    {.name = "Text2", .controlClass = kTextBox, .place = {2040, 1560, 1215, 315}, .caption = "00:00:00", .container = "Picture1"},
+    {.name = "Text4", .controlClass = kTextBox, .place = {2040, 600, 1215, 315}, .caption = "4825", .container = "Picture1", .color = kDark},
+    {.name = "Text3", .controlClass = kTextBox, .place = {2040, 1080, 1215, 315}, .container = "Picture1", .color = kDark},
+    {.name = "Text2", .controlClass = kTextBox, .place = {2040, 1560, 1215, 315}, .caption = "00:00:00", .container = "Picture1", .color = kDark},
     {.name = "Label5", .controlClass = kLabel, .place = {240, 2040, 3495, 255}, .caption = "01:20:25   = 4,825 seconds\t", .container = "Picture1"},
     {.name = "Label4(0)", .controlClass = kLabel, .place = {240, 600, 1695, 255}, .caption = "video duration", .container = "Picture1"},
     {.name = "Label4(1)", .controlClass = kLabel, .place = {240, 1080, 1695, 255}, .caption = "time line width", .container = "Picture1"},
@@ -40,8 +40,8 @@ constexpr auto kForm3Controls = std::to_array<ControlDesign>({
     {.name = "Picture3(0)", .controlClass = kPictureBox, .place = {600, 840, 13215, 1095}, .color = kDark, .bordered = true, .meaning = "Time line"},
     {.name = "HScroll1", .controlClass = kHScrollBar, .place = {0, 1560, 12135, 255}, .container = "Picture3(0)", .role = SpokenRole::kNothing},
     {.name = "Picture3(1)", .controlClass = kPictureBox, .place = {0, 0, 13215, 615}, .container = "Picture3(0)", .color = kCanvasGrey},
-    {.name = "Picture4(0)", .controlClass = kPictureBox, .place = {120, 300, 75, 225}, .container = "Picture3(1)", .color = kNeedleGreen, .pointer = MousePointer::kSizeWestEast, .meaning = "Start of the section", .role = SpokenRole::kBar},
-    {.name = "Picture4(1)", .controlClass = kPictureBox, .place = {2040, 300, 75, 225}, .container = "Picture3(1)", .color = kNeedleRed, .pointer = MousePointer::kSizeWestEast, .meaning = "End of the section", .role = SpokenRole::kBar},
+    {.name = "Picture4(0)", .controlClass = kPictureBox, .place = {120, 300, 75, 225}, .container = "Picture3(1)", .color = kNeedleGreen, .pointer = MousePointer::kSizeWestEast, .meaning = "Start of the section", .role = SpokenRole::kHorizontalBar},
+    {.name = "Picture4(1)", .controlClass = kPictureBox, .place = {2040, 300, 75, 225}, .container = "Picture3(1)", .color = kNeedleRed, .pointer = MousePointer::kSizeWestEast, .meaning = "End of the section", .role = SpokenRole::kHorizontalBar},
     {.name = "Line8", .controlClass = kLine, .place = {0, 0, 0, 0}, .container = "Picture3(1)", .color = kPale},
     {.name = "Line7", .controlClass = kLine, .place = {0, 0, 0, 0}, .container = "Picture3(1)", .color = kTimeLineOrange},
     {.name = "Line3(0)", .controlClass = kLine, .place = {150, 0, 0, 600}, .container = "Picture3(1)", .color = kGrey},
@@ -91,7 +91,7 @@ constexpr auto kForm3Controls = std::to_array<ControlDesign>({
     {.name = "Label10(2)", .controlClass = kLabel, .place = {2520, 3360, 1095, 255}, .caption = "Stop", .container = "Picture7(0)", .centred = true, .bordered = true},
     {.name = "Label10(3)", .controlClass = kLabel, .place = {4200, 3360, 855, 255}, .caption = "Rewind", .container = "Picture7(0)", .centred = true, .bordered = true},
     {.name = "Picture7(3)", .controlClass = kPictureBox, .place = {5280, 120, 7815, 2175}, .container = "Picture7(0)", .color = kDark, .bordered = true},
-    {.name = "Text5", .controlClass = kTextBox, .place = {1560, 420, 6135, 315}, .container = "Picture7(3)", .bordered = true, .editable = true, .meaning = "Video that needs to be Stabilized"},
+    {.name = "Text5", .controlClass = kTextBox, .place = {1560, 420, 6135, 315}, .container = "Picture7(3)", .color = kDark, .bordered = true, .editable = true, .meaning = "Video that needs to be Stabilized"},
     {.name = "Label11(1)", .controlClass = kLabel, .place = {120, 120, 4335, 255}, .caption = "Select Video that needs to be Stabilized", .container = "Picture7(3)"},
     {.name = "Label11(0)", .controlClass = kLabel, .place = {120, 1200, 2295, 255}, .caption = "De-Shake && Stabilize Options", .container = "Picture7(3)"},
     {.name = "Label12(4)", .controlClass = kLabel, .place = {120, 480, 1335, 255}, .caption = "Load Video", .container = "Picture7(3)", .centred = true, .bordered = true},

@@ -1,10 +1,10 @@
 // Start-up, the frame, the light on what lies under the mouse, and the choice of a video.
 #include "media/Module1.h"
-#include "platform/Colours.h"
 #include "platform/MsgBox.h"
 #include "sections/Form3.h"
 #include "sections/Module3.h"
 #include "sections/Module5.h"
+#include "shared/Colours.h"
 #include "shared/TextHelpers.h"
 
 namespace kelvane {

@@ -2,8 +2,8 @@
 // and that whichever thumb or track the mouse is on.
 #include <array>
 
-#include "platform/Colours.h"
 #include "sections/Form3.h"
+#include "shared/Colours.h"
 #include "shared/TextHelpers.h"
 
 namespace kelvane {

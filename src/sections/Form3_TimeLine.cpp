@@ -1,7 +1,7 @@
 // The time line under its arrows, and the needles on it. A pixel is a second.
-#include "platform/Colours.h"
 #include "platform/Screen.h"
 #include "sections/Form3.h"
+#include "shared/Colours.h"
 #include "shared/TextHelpers.h"
 
 namespace kelvane {

@@ -1,7 +1,7 @@
 #include "sections/Module5.h"
 
-#include "platform/Colours.h"
 #include "sections/Form3.h"
+#include "shared/Colours.h"
 #include "shared/TextHelpers.h"
 
 namespace kelvane {

@@ -10,8 +10,8 @@ namespace kelvane {
 extern QString VideoPath;
 
 // The duration last read, of the main window's video or of the joiner's newest section, as
-// "hh:mm:ss", whole seconds, fraction dropped. Empty until read; whatever stood behind "Duration:"
-// where that was no time.
+// "hh:mm:ss" in whole seconds, rounded down. Empty until one is read; the text behind "Duration:"
+// if that is no time.
 extern QString VideoDuration;
 
 // False while the tools' output is to be read as the size probe's, true while as the duration
@@ -24,7 +24,7 @@ extern std::int32_t CropHeight;
 extern std::int32_t CropLeft;
 extern std::int32_t CropTop;
 
-// Those four in that order with colons between them, as of the last preview or crop command.
+// Those four in that order, separated by colons, as of the last preview or crop command.
 extern QString CropFilter;
 
 // The file last chosen in the save dialog.

@@ -2,7 +2,7 @@
 
 #include <QLocale>
 #include <QRegularExpression>
-#include <QStringList>
+#include <QTime>
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -13,13 +13,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int kGroupDigits = 3;
-constexpr int kSixty = 60;
-constexpr int kHour = 3600;  // seconds
-
-// Blanks, tabs and line breaks, the characters that may stand round a number.
-QString WithoutSpaceRound(const QString& text) { return text.trimmed(); }
-
 // The captions' own zero, "0,000", is a number in every locale: a comma that divides nothing there
 // groups where three digits stand behind it.
 void RemoveGroupingCommas(QString& text) {
@@ -29,7 +22,7 @@ void RemoveGroupingCommas(QString& text) {
 
 std::optional<double> NumberFromText(const QString& text) {
   const QLocale locale;
-  QString plain = WithoutSpaceRound(text);
+  QString plain = text.trimmed();
   plain.remove(locale.groupSeparator());
   if (locale.decimalPoint() != ","_L1) RemoveGroupingCommas(plain);
   plain.replace(locale.decimalPoint(), u"."_s);
@@ -49,22 +42,10 @@ std::optional<Integer> ToInteger(double number) {
   return static_cast<Integer>(rounded);
 }
 
-std::optional<int> TimePart(const QString& text, int limit) {
-  constexpr int kMostDigits = 2;
-  if (text.isEmpty() || text.size() > kMostDigits) return std::nullopt;
-  int value = 0;
-  for (const QChar c : text) {
-    if (c < u'0' || c > u'9') return std::nullopt;
-    value = value * 10 + c.digitValue();
-  }
-  return value < limit ? std::optional(value) : std::nullopt;
-}
-
-QString TwoDigits(std::int64_t number) { return QString::number(number).rightJustified(2, u'0'); }
-
-// Without the hours.
-QString MinutesAndSeconds(std::int64_t seconds) {
-  return TwoDigits(seconds / kSixty % kSixty) + u':' + TwoDigits(seconds % kSixty);
+// Wraps after 24 hours.
+QTime TimeOfDay(double seconds) {
+  constexpr double kDay = 86400;
+  return QTime(0, 0).addSecs(static_cast<int>(std::lround(std::fmod(std::abs(seconds), kDay))));
 }
 
 }  // namespace
@@ -74,12 +55,13 @@ std::string ToNarrow(const QString& text) { return text.toLocal8Bit().toStdStrin
 QString FromNarrow(const std::string& bytes) { return QString::fromLocal8Bit(bytes); }
 
 QString FormatGrouped(double number, int leastDigits) {
-  QString digits = QString::number(std::abs(std::round(number)), 'f', 0);
-  digits = digits.rightJustified(leastDigits, u'0');
-  for (qsizetype place = digits.size() - kGroupDigits; place > 0; place -= kGroupDigits) {
+  constexpr int kGroupDigits = 3;
+  QString digits = FormatDigits(number, leastDigits);
+  const qsizetype first = digits.startsWith(u'-') ? 1 : 0;
+  for (qsizetype place = digits.size() - kGroupDigits; place > first; place -= kGroupDigits) {
     digits.insert(place, QLocale().groupSeparator());
   }
-  return std::round(number) < 0 ? u'-' + digits : digits;
+  return digits;
 }
 
 QString FormatGroupedText(const QString& text) {
@@ -104,23 +86,16 @@ QString FormatTwoDecimals(double number) {
   return number < 0 && rounded > 0 ? u'-' + digits : digits;
 }
 
-QString FormatTimeOfDay(double seconds) {
-  constexpr double kDay = 86400;
-  constexpr std::int64_t kHours = 24;
-  const std::int64_t whole = std::llround(std::fmod(std::abs(seconds), kDay));
-  return QString::number(whole / kHour % kHours) + u':' + MinutesAndSeconds(whole);
-}
+QString FormatTimeOfDay(double seconds) { return TimeOfDay(seconds).toString(u"h:mm:ss"_s); }
+
+QString FormatTimeText(double seconds) { return TimeOfDay(seconds).toString(u"hh:mm:ss"_s); }
 
 QString FormatPosition(double seconds) {
   constexpr double kLongest = 1e15;  // is whole and fits
-  const auto whole = static_cast<std::int64_t>(std::clamp(seconds, 0.0, kLongest));
-  return whole < kHour ? MinutesAndSeconds(whole)
-                       : TwoDigits(whole / kHour) + u':' + MinutesAndSeconds(whole);
-}
-
-QString FormatTimeText(double seconds) {
-  constexpr int kLength = 8;
-  return FormatTimeOfDay(seconds).rightJustified(kLength, u'0');
+  constexpr int kHour = 3600;        // seconds
+  const double whole = std::floor(std::clamp(seconds, 0.0, kLongest));
+  const QString rest = TimeOfDay(whole).toString(u"mm:ss"_s);
+  return whole < kHour ? rest : FormatDigits(std::floor(whole / kHour), 2) + u':' + rest;
 }
 
 QString FormatDigits(double number, int leastDigits) {
@@ -156,14 +131,9 @@ std::optional<float> SingleFromText(const QString& text) {
 }
 
 std::optional<int> SecondsFromTimeText(const QString& text) {
-  constexpr int kHours = 24;
-  const QStringList parts = WithoutSpaceRound(text).split(u':');
-  if (parts.size() < 2 || parts.size() > 3) return std::nullopt;
-  const std::optional<int> hours = TimePart(parts[0], kHours);
-  const std::optional<int> minutes = TimePart(parts[1], kSixty);
-  const std::optional<int> seconds = parts.size() == 3 ? TimePart(parts[2], kSixty) : 0;
-  if (!hours || !minutes || !seconds) return std::nullopt;
-  return (*hours * kSixty + *minutes) * kSixty + *seconds;
+  QTime time = QTime::fromString(text.trimmed(), u"h:m:s"_s);
+  if (!time.isValid()) time = QTime::fromString(text.trimmed(), u"h:m"_s);
+  return time.isValid() ? std::optional(QTime(0, 0).secsTo(time)) : std::nullopt;
 }
 
 std::optional<std::int16_t> ToInteger16(double number) { return ToInteger<std::int16_t>(number); }

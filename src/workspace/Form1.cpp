@@ -2,7 +2,6 @@
 
 #include <initializer_list>
 
-#include "platform/App.h"
 #include "platform/Menu.h"
 #include "workspace/Form1_Design.h"
 
@@ -16,7 +15,8 @@ constexpr int kMostBalance = 100;
 }  // namespace
 
 Form1::Form1() : Form(kForm1, kForm1Controls, kForm1Menus) {
-  setWindowIcon(App::Icon());
+  setWindowIcon(ProductIcon());
+  wmp.settings.setClientName(kProductName);
   for (ScrollBar* bar : std::initializer_list<ScrollBar*>{&HScroll1, &VScroll1}) {
     bar->setMax(0);
     bar->setLargeChange(kPageStep);

@@ -1,4 +1,6 @@
 // The commands: seven flat labels, a row of buttons that is never shown, and the menus.
+#include <QDesktopServices>
+#include <QUrl>
 #include <exception>
 
 #include "media/CommandLines.h"
@@ -119,8 +121,12 @@ void Form1::AskToStartFresh() {
 void Form1::mnu_Extract_Click() { form3_.Load(windowIcon()).Show(); }
 void Form1::mnu_JoinMultiple_Click() { form4_.Load(windowIcon()).Show(); }
 
-void Form1::mnu_Updates_Click() { App::OpenWebPage(u"https://kelvane.example/updates"_s); }
+void Form1::mnu_Updates_Click() {
+  QDesktopServices::openUrl(QUrl(u"https://kelvane.example/updates"_s));
+}
 
-void Form1::mnu_PayPalwebsite_Click() { App::OpenWebPage(u"https://kelvane.example/donate"_s); }
+void Form1::mnu_PayPalwebsite_Click() {
+  QDesktopServices::openUrl(QUrl(u"https://kelvane.example/donate"_s));
+}
 
 }  // namespace kelvane

@@ -2,18 +2,22 @@
 
 #include <array>
 
-#include "platform/Colours.h"
 #include "platform/Form.h"
+#include "shared/Colours.h"
+#include "shared/Product.h"
 
 // The main window as designed. Places are in twips; the layout rule of Form1_Layout.cpp moves some
 // of the controls at run time.
 namespace kelvane {
 
+constexpr QRgb kPaleGrey = 0xA0A0A0;
+constexpr QRgb kMarkerGreen = 0x00FF00;
+
 constexpr float kLeastWidth = 16665;  // twips
 constexpr float kLeastHeight = 6500;  // twips
 
 constexpr FormDesign kForm1 = {.name = "Form1",
-                               .caption = "Kelvane",
+                               .caption = kProductName.data(),
                                .clientWidth = 19335,
                                .clientHeight = 13980,
                                .backColor = kDark,
@@ -30,7 +34,7 @@ constexpr auto kForm1Controls = std::to_array<ControlDesign>({
     {.name = "Slider2", .controlClass = kSlider, .place = {6480, 10560, 3615, 495}, .visible = false, .meaning = "Audio Volume"},
 
     {.name = "Picture3", .controlClass = kPictureBox, .place = {600, 10560, 3615, 3135}, .visible = false, .color = kDark, .twips = true},
-    {.name = "Text2", .controlClass = kTextBox, .place = {1200, 2160, 1455, 315}, .container = "Picture3"},
+    {.name = "Text2", .controlClass = kTextBox, .place = {1200, 2160, 1455, 315}, .container = "Picture3", .color = kDark},
 
     {.name = "Command1(0)", .controlClass = kCommandButton, .place = {480, 8760, 1575, 495}, .caption = "Open Video", .visible = false},
     {.name = "Command1(1)", .controlClass = kCommandButton, .place = {2400, 8760, 1575, 495}, .caption = "Play", .visible = false},
@@ -41,18 +45,18 @@ constexpr auto kForm1Controls = std::to_array<ControlDesign>({
     {.name = "Command1(6)", .controlClass = kCommandButton, .place = {11280, 8760, 1575, 495}, .caption = "Reset", .visible = false},
 
     {.name = "pbar", .controlClass = kProgressBar, .place = {12240, 1800, 3855, 180}, .meaning = "Crop and save Status"},
-    {.name = "Text1(1)", .controlClass = kTextBox, .place = {1800, 795, 14175, 315}, .meaning = "Selected Video"},
-    {.name = "Text1(0)", .controlClass = kTextBox, .place = {600, 795, 1095, 315}, .caption = "Source Video", .meaning = "Caption of the selected video"},
+    {.name = "Text1(1)", .controlClass = kTextBox, .place = {1800, 795, 14175, 315}, .color = kDark, .meaning = "Selected Video"},
+    {.name = "Text1(0)", .controlClass = kTextBox, .place = {600, 795, 1095, 315}, .caption = "Source Video", .color = kDark, .meaning = "Caption of the selected video"},
 
     {.name = "Picture1(0)", .controlClass = kPictureBox, .place = {360, 2280, 15855, 4455}, .color = kDark, .bordered = true, .meaning = "Video and crop region"},
     {.name = "VScroll1", .controlClass = kVScrollBar, .place = {15480, 240, 255, 3855}, .container = "Picture1(0)", .meaning = "Scroll the video up and down"},
     {.name = "HScroll1", .controlClass = kHScrollBar, .place = {0, 4080, 15375, 255}, .container = "Picture1(0)", .meaning = "Scroll the video sideways"},
     {.name = "Picture1(1)", .controlClass = kPictureBox, .place = {0, 0, 15375, 4095}, .container = "Picture1(0)", .color = kDark},
     {.name = "Picture1(2)", .controlClass = kPictureBox, .place = {0, 0, 6255, 3735}, .container = "Picture1(1)", .color = kCanvasGrey},
-    {.name = "Picture2(3)", .controlClass = kPictureBox, .place = {0, 3600, 6015, 135}, .container = "Picture1(2)", .color = kMarkerGreen, .pointer = MousePointer::kSizeNorthSouth, .meaning = "Base Bar", .role = SpokenRole::kBar},
-    {.name = "Picture2(2)", .controlClass = kPictureBox, .place = {5880, -120, 135, 3735}, .container = "Picture1(2)", .color = kMarkerGreen, .pointer = MousePointer::kSizeWestEast, .meaning = "Right Bar", .role = SpokenRole::kBar},
-    {.name = "Picture2(1)", .controlClass = kPictureBox, .place = {0, 0, 5895, 135}, .container = "Picture1(2)", .color = kMarkerGreen, .pointer = MousePointer::kSizeNorthSouth, .meaning = "Top Bar", .role = SpokenRole::kBar},
-    {.name = "Picture2(0)", .controlClass = kPictureBox, .place = {0, 120, 135, 3495}, .container = "Picture1(2)", .color = kMarkerGreen, .pointer = MousePointer::kSizeWestEast, .meaning = "Left Bar", .role = SpokenRole::kBar},
+    {.name = "Picture2(3)", .controlClass = kPictureBox, .place = {0, 3600, 6015, 135}, .container = "Picture1(2)", .color = kMarkerGreen, .pointer = MousePointer::kSizeNorthSouth, .meaning = "Base Bar", .role = SpokenRole::kVerticalBar},
+    {.name = "Picture2(2)", .controlClass = kPictureBox, .place = {5880, -120, 135, 3735}, .container = "Picture1(2)", .color = kMarkerGreen, .pointer = MousePointer::kSizeWestEast, .meaning = "Right Bar", .role = SpokenRole::kHorizontalBar},
+    {.name = "Picture2(1)", .controlClass = kPictureBox, .place = {0, 0, 5895, 135}, .container = "Picture1(2)", .color = kMarkerGreen, .pointer = MousePointer::kSizeNorthSouth, .meaning = "Top Bar", .role = SpokenRole::kVerticalBar},
+    {.name = "Picture2(0)", .controlClass = kPictureBox, .place = {0, 120, 135, 3495}, .container = "Picture1(2)", .color = kMarkerGreen, .pointer = MousePointer::kSizeWestEast, .meaning = "Left Bar", .role = SpokenRole::kHorizontalBar},
     {.name = "Picture1(3)", .controlClass = kPictureBox, .place = {0, 0, 5775, 3135}, .container = "Picture1(2)", .color = kLight},
     {.name = "wmp", .controlClass = kWindowsMediaPlayer, .place = {1320, 120, 3015, 3015}, .container = "Picture1(3)", .meaning = "Video"},
 

@@ -1,6 +1,6 @@
 // Start-up and end, the layout rule and the light on the commands. Pixels, but for the window's own
 // size.
-#include "platform/Colours.h"
+#include "shared/Colours.h"
 #include "shared/SharedValues.h"
 #include "workspace/Form1.h"
 #include "workspace/Form1_Design.h"

@@ -60,7 +60,7 @@ TEST_F(JobLife, OnlyThePointerOverCancelDarkensItsPlateAndOnlyOverTheWindowPutsI
   movingOverOthersLeavesIt("0x232323");
   MovePointerOver(Get<Label>("Label2"));
   movingOverOthersLeavesIt("0x000000");
-  MovePointerOver(*Job().findChild<Container*>(QString(), Qt::FindDirectChildrenOnly));
+  MovePointerOver(*Job().findChild<ContentArea*>(QString(), Qt::FindDirectChildrenOnly));
   movingOverOthersLeavesIt("0x232323");
 }
 

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "joiner/Form4.h"
+#include "platform/App.h"
 #include "platform/Menu.h"
 #include "support/DialogAnswers.h"
 #include "support/OpenWindowTest.h"

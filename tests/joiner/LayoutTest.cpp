@@ -72,7 +72,7 @@ TEST(JoinerStartAlone, TakesOverTheIconThatItIsGivenAtTheLoad) {
 TEST(JoinerStartAlone, HasTheProgramsOwnIconWhereNoneIsGiven) {
   Form4 form;
   form.Load();
-  EXPECT_EQ(form.windowIcon().pixmap(32).toImage(), App::Icon().pixmap(32).toImage());
+  EXPECT_EQ(form.windowIcon().pixmap(32).toImage(), ProductIcon().pixmap(32).toImage());
   form.Unload();
 }
 

@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QDesktopServices>
 #include <QDir>
 #include <QDirIterator>
 #include <QElapsedTimer>
@@ -13,7 +12,6 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
-#include <QUrl>
 #include <algorithm>
 #include <clocale>
 #include <utility>
@@ -163,25 +161,6 @@ TEST(TheToolsFolder, MayBeAnother) {
   App::setPath(former);
 }
 
-// Stands in for the system where a page is opened.
-class Browser : public QObject {
-  Q_OBJECT
- public:
-  Browser() { QDesktopServices::setUrlHandler(QStringLiteral("https"), this, "Open"); }
-  ~Browser() override { QDesktopServices::unsetUrlHandler(QStringLiteral("https")); }
-
-  Events opened;
-
- public slots:
-  void Open(const QUrl& address) { opened.push_back(address.toString().toStdString()); }
-};
-
-TEST(OpenWebPage, HandsTheAddressToTheSystem) {
-  const Browser browser;
-  App::OpenWebPage(QStringLiteral("https://kelvane.example/updates"));
-  EXPECT_EQ(browser.opened, Events{"https://kelvane.example/updates"});
-}
-
 TEST(DoEventsIs, ServingWhatWaitsForAllWindows) {
   TestForm first({{.name = "Label1", .controlClass = ControlClass::kLabel, .place = {}}});
   TestForm second({{.name = "Label2", .controlClass = ControlClass::kLabel, .place = {}}});
@@ -240,5 +219,3 @@ TEST(DoEventsIs, TheOnlyPlaceThatPumpsTheQueue) {
 
 }  // namespace
 }  // namespace kelvane::testing
-
-#include "AppTest.moc"

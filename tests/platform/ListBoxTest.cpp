@@ -171,7 +171,8 @@ TEST_F(AListBox, HasItsColours) {
   PumpOnce();
   const QImage picture = Picture(*inside.viewport());
   EXPECT_GT(CountOf(picture, 0x404040), picture.width() * picture.height() * 9 / 10);
-  list.SetColours(0x0000FF, 0x00FF00);
+  list.setBackColor(0x0000FF);
+  list.setForeColor(0x00FF00);
   EXPECT_EQ(list.BackColor(), 0x0000FFU);
   EXPECT_EQ(list.ForeColor(), 0x00FF00U);
 }

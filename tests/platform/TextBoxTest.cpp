@@ -23,7 +23,8 @@ namespace {
 const Controls kControls{{.name = "Text1(1)",
                           .controlClass = ControlClass::kTextBox,
                           .place = {150, 150, 1500, 315},
-                          .caption = "Source"},
+                          .caption = "Source",
+                          .color = 0x404040},
                          {.name = "Holder",
                           .controlClass = ControlClass::kPictureBox,
                           .place = {150, 600, 3000, 1500},
@@ -170,11 +171,11 @@ TEST(AnEditableTextBox, TakesWhatTheUserTypesAndRaisesChangeForEachLetter) {
   EXPECT_EQ(line->text(), QStringLiteral("/tmp/video.mp4"));
 }
 
-TEST_F(ATextBox, IsDarkWithLightTextAndNoBorder) {
+TEST_F(ATextBox, HasTheColoursOfItsDesignAndNoBorder) {
   shown.setText(QString());
-  EXPECT_EQ(CountOf(Picture(shown), 0x232323), 100 * 21);
+  EXPECT_EQ(CountOf(Picture(shown), 0x404040), 100 * 21);
   shown.setText(QStringLiteral("HHHH"));
-  EXPECT_GT(CountOf(Picture(shown), 0xC0C0C0), 0);
+  EXPECT_GT(CountOf(Picture(shown), 0xF0E0D0), 0) << "the form's";
 }
 
 TEST_F(ATextBox, OutOfSightHasNoLineOfQts) {

@@ -51,7 +51,7 @@ class SectionWindowTest : public OpenWindowTest<Form3> {
     control.setHeight(44);
   }
   void MoveOverTheWindow() const {
-    MovePointerOver(*form_->findChild<Container*>(QString(), Qt::FindDirectChildrenOnly));
+    MovePointerOver(*form_->findChild<ContentArea*>(QString(), Qt::FindDirectChildrenOnly));
   }
 };
 

@@ -30,7 +30,7 @@ TEST(StartUpWithAnIcon, TheWindowTakesItOverAtTheLoad) {
 TEST(StartUpWithAnIcon, TheProgramsOwnIsTakenWhereNoneIsGiven) {
   Form3 form;
   form.Load();
-  EXPECT_EQ(form.windowIcon().pixmap(32).toImage(), App::Icon().pixmap(32).toImage());
+  EXPECT_EQ(form.windowIcon().pixmap(32).toImage(), ProductIcon().pixmap(32).toImage());
   form.Unload();
 }
 

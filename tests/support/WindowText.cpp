@@ -15,7 +15,7 @@
 #include <utility>
 
 #include "platform/CommandButton.h"
-#include "platform/Container.h"
+#include "platform/ContentArea.h"
 #include "platform/Label.h"
 #include "platform/ListBox.h"
 #include "platform/ListView.h"
@@ -108,13 +108,13 @@ class Description {
   std::string Of(const std::vector<QSize>& areas) {
     WriteWindow();
     WriteMenus();
-    WriteControls(ContentArea(), 0);
+    WriteControls(Area(), 0);
     form_.Load();
     AddWhatTheLoadChanges();
     form_.Show();
     for (Timer* timer : form_.findChildren<Timer*>()) timer->setEnabled(false);
     for (const QSize& area : areas) {
-      const QSize rest = form_.size() - ContentArea().size();
+      const QSize rest = form_.size() - Area().size();
       form_.resize(area + rest);
       PumpOnce();
       AddPlaces();
@@ -125,10 +125,10 @@ class Description {
 
  private:
   void WriteWindow() {
-    const QFont font = ContentArea().font();
+    const QFont font = Area().font();
     lines_ << u"%1 %2 %3x%4 %5, %6 of %7 pixels"_s.arg(
         form_.objectName(), Quoted(form_.Caption()), Number(form_.ScaleWidth()),
-        Number(form_.ScaleHeight()), Color(ContentArea().BackColor()), font.family(),
+        Number(form_.ScaleHeight()), Color(Area().BackColor()), font.family(),
         QString::number(font.pixelSize()));
     for (const Timer* timer : form_.findChildren<Timer*>()) {
       lines_ << u"%1 every %2 ms%3"_s.arg(timer->objectName())
@@ -176,7 +176,7 @@ class Description {
     }
     for (const auto& [name, row] : rows_) {
       const auto& control = form_.Find<Control>(name);
-      const bool hidden = !control.isVisibleTo(&ContentArea());
+      const bool hidden = !control.isVisibleTo(&Area());
       const QString before = lines_[row].trimmed();
       const QString now = RowOf(control);
       const QString place = hidden ? Place(control) + ' '_L1 : QString();
@@ -194,7 +194,7 @@ class Description {
   }
 
   void AddPlaces() {
-    const Container& area = ContentArea();
+    const ContentArea& area = Area();
     lines_[0] += u" | %1x%2"_s.arg(area.width()).arg(area.height());
     for (const auto& [name, line] : rows_) {
       const auto& control = form_.Find<Control>(name);
@@ -210,9 +210,9 @@ class Description {
   // As much of a control as its containers show, from the content area's corner.
   QRect InSight(const Control& control) const {
     QRect place = control.geometry();
-    for (const QWidget* around = control.parentWidget(); around != &ContentArea();
+    for (const QWidget* around = control.parentWidget(); around != &Area();
          around = around->parentWidget()) {
-      const auto* box = qobject_cast<const Container*>(around);
+      const auto* box = qobject_cast<const PictureBox*>(around);
       const int border = box->ContentOrigin().x();
       place &= box->rect().adjusted(border, border, -border, -border);
       place.translate(box->pos());
@@ -221,8 +221,8 @@ class Description {
   }
 
   // What holds the controls that lie in no other.
-  const Container& ContentArea() const {
-    return *form_.findChild<Container*>(QString(), Qt::FindDirectChildrenOnly);
+  const ContentArea& Area() const {
+    return *form_.findChild<ContentArea*>(QString(), Qt::FindDirectChildrenOnly);
   }
 
   Form& form_;

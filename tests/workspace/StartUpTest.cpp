@@ -6,7 +6,7 @@
 #include <QUrl>
 #include <algorithm>
 
-#include "platform/Colours.h"
+#include "shared/Colours.h"
 #include "platform/Menu.h"
 #include "shared/SharedValues.h"
 #include "workspace/MainWindowTest.h"
@@ -97,7 +97,7 @@ class Light : public MainWindowTest {
   }
   void LightCommand(int index) const { MovePointerOver(Get<Label>("Label14", index)); }
   QWidget& Window() const {
-    return *form_->findChild<Container*>(QString(), Qt::FindDirectChildrenOnly);
+    return *form_->findChild<ContentArea*>(QString(), Qt::FindDirectChildrenOnly);
   }
 };
 

@@ -49,8 +49,8 @@ constexpr std::pair<const char*, const char*> kOptions[] = {
     {"idle", "yes"},
     {"vo", "libmpv"},
     {"hwdec", "no"},
-    // One stored pixel to one of the picture, which is cut where less of it is asked for.
-    // By "no" a newer library means the file's own aspect ratio.
+    // One stored pixel to one of the picture, which is cut where less of it is asked for. By "no" a
+    // newer library means the file's own aspect ratio.
     {"video-aspect-override", "0"},
     {"video-unscaled", "yes"},
     {"video-align-x", "-1"},
@@ -60,7 +60,6 @@ constexpr std::pair<const char*, const char*> kOptions[] = {
     {"profile", "sw-fast"},
     {"ao", "pulse,alsa"},  // newer sound servers answer to the first as well
     {"audio-fallback-to-null", "yes"},
-    {"audio-client-name", "Kelvane"},
 };
 
 constexpr const char* kPosition = "time-pos";
@@ -73,8 +72,8 @@ constexpr const char* kStoredHeight = "video-params/h";
 void Silence(const char* /*file*/, int /*line*/, const char* /*function*/, int /*error*/,
              const char* /*format*/, ...) {}
 
-// Whether the system would start as many threads as a file takes. The player ends the program, or
-// never comes back, where it can't start one of its own.
+// Whether the system would start as many threads as a file takes. The player aborts the program, or
+// never returns, if it can't start one of its own.
 bool HasRoomForThreads() {
   constexpr std::size_t kMostOfAFile = 16;
   std::latch counted(1);
@@ -102,8 +101,9 @@ constexpr std::uint64_t kStartAnswer = 1;
 
 }  // namespace
 
-PlaybackCore::PlaybackCore(QObject* parent) : QObject(parent), mpv_(PlayerLibrary::Get()) {
-  if (mpv_ == nullptr || !HasRoomForThreads() || !MakePlayer()) return;
+PlaybackCore::PlaybackCore(QObject* parent, const QString& clientName)
+    : QObject(parent), mpv_(PlayerLibrary::Get()) {
+  if (mpv_ == nullptr || !HasRoomForThreads() || !MakePlayer(clientName)) return;
   ObserveProperties();
   try {
     serving_ = std::thread([this] { ServePlayer(); });
@@ -112,13 +112,14 @@ PlaybackCore::PlaybackCore(QObject* parent) : QObject(parent), mpv_(PlayerLibrar
   }
 }
 
-bool PlaybackCore::MakePlayer() {
+bool PlaybackCore::MakePlayer(const QString& clientName) {
   // The player refuses to be made under another locale's numbers.
   (void)std::setlocale(LC_NUMERIC, "C");
   snd_lib_error_set_handler(Silence);
   player_ = mpv_->create();
   if (player_ == nullptr) return false;
   for (const auto& [name, value] : kOptions) mpv_->set_option_string(player_, name, value);
+  mpv_->set_option_string(player_, "audio-client-name", clientName.toUtf8().constData());
   if (mpv_->initialize(player_) < 0) return false;
   std::string software = MPV_RENDER_API_TYPE_SW;
   std::array<mpv_render_param, 2> parameters{
@@ -251,7 +252,7 @@ void PlaybackCore::TakeProperty(const char* name, const double* number) {
   }
 }
 
-// The frame that is on its way was there before its size: it is drawn again.
+// The frame that is being drawn is older than its size: it is drawn again.
 void PlaybackCore::TakeSize() {
   const QSize size(storedWidth_, storedHeight_);
   {

@@ -20,24 +20,24 @@ namespace kelvane {
 
 struct PlayerLibrary;
 
-// Plays one file at a time: sound through the system's device, or silently where there is none; the
-// picture, as it is stored and without a regard for its pixels' shape, into memory on a thread of
-// its own. Prints nothing.
+// Plays one file at a time. Its sound goes to the system's device, if there is one. The picture, as
+// it is stored and with square pixels, is drawn into memory on a thread of its own. Prints nothing.
 //
 // Everything public belongs to the user-interface thread, and no call of it waits for the player.
 class PlaybackCore : public QObject {
   Q_OBJECT
  public:
-  // Where the player can't be made, isn't usable.
-  explicit PlaybackCore(QObject* parent);
+  // Isn't usable if the player can't be made. The sound system knows the player as `clientName`.
+  PlaybackCore(QObject* parent, const QString& clientName);
   // Waits for the player's threads to end.
   ~PlaybackCore() override;
 
-  // Whether it plays what it is given. Where not, everything else has no effect.
+  // False if nothing can be played; everything else has no effect then.
   bool Usable() const { return serving_.joinable(); }
 
-  // Starts a file from its beginning, whatever was playing. Only ends that where there is no room
-  // for the threads that a file takes. Leaves it where the player takes no more commands.
+  // Plays a file from its beginning instead of the one that was playing. If the system has no room
+  // for the threads that a file takes, it only ends that one; if the player takes no more commands,
+  // it has no effect.
   void Start(const QString& path);
   void Stop();
   void setPaused(bool paused);
@@ -52,10 +52,11 @@ class PlaybackCore : public QObject {
   double Position() const { return position_; }
   double Duration() const { return duration_; }
 
-  // How much of the picture can be seen, from its top left corner: little more than that is made.
+  // The size of the part of the picture that can be seen, from its top left corner. Little more
+  // than that is drawn.
   void setVisible(QSize visible);
-  // Draws the current picture, its top left corner at (0, 0), where it lies in `region`; returns
-  // the part of the region that it doesn't cover.
+  // Draws the part of the current picture that lies in `region`, with the picture's top left corner
+  // at (0, 0). Returns the part of the region that it doesn't cover.
   QRegion Draw(QPainter& painter, const QRegion& region);
 
  signals:
@@ -63,11 +64,11 @@ class PlaybackCore : public QObject {
   void PictureChanged();
 
  private:
-  bool MakePlayer();
-  // Whether the player takes it up, and will answer.
+  bool MakePlayer(const QString& clientName);
+  // Returns whether the player has accepted the command and will answer.
   bool Command(std::initializer_list<const char*> words, std::uint64_t answer = 0);
   void ObserveProperties();
-  // From any thread of the player: sets what waits.
+  // Sets the flag and wakes the serving thread. Called on any thread of the player.
   void Wake(bool PlaybackCore::*waits);
 
   // On the serving thread.
@@ -77,7 +78,7 @@ class PlaybackCore : public QObject {
   void TakeSize();
   void RenderFrame();
   void TellChange();
-  // Has the user-interface thread do it.
+  // Has `news` called on the user-interface thread.
   template <typename News>
   void Tell(News news);
 

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// False where the library lacks one of them.
+// Returns false if the library lacks one of them.
 bool ResolveAll(QLibrary& library, PlayerLibrary& functions) {
   bool complete = true;
   const auto resolve = [&]<class Function>(const char* name, Function*& function) {
@@ -47,7 +47,7 @@ std::optional<PlayerLibrary> Load() {
 }  // namespace
 
 const PlayerLibrary* PlayerLibrary::Get() {
-  // What failed for want of descriptors or memory may be had later.
+  // What failed for lack of descriptors or memory may succeed later.
   static std::optional<PlayerLibrary> functions;
   if (!functions) functions = Load();
   return functions ? &*functions : nullptr;

@@ -5,12 +5,11 @@
 
 namespace kelvane {
 
-// The player's functions, each under its own name without the prefix. Their library is loaded when
-// it is first asked for: with all that it needs in its turn it takes longer to load than a window
-// takes to open.
+// The player's functions, each under its own name without the prefix. The library is loaded when it
+// is first asked for, since that takes longer than a window takes to open.
 struct PlayerLibrary {
-  // None where the library can't be loaded or lacks one of them; a later call tries again. Stays
-  // valid to the program's end. Of the user-interface thread.
+  // Returns null if the library can't be loaded or lacks one of the functions; a later call tries
+  // again. The result is valid until the program ends. For the user-interface thread alone.
   static const PlayerLibrary* Get();
 
   decltype(&mpv_command_async) command_async = nullptr;

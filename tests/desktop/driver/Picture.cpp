@@ -5,7 +5,7 @@
 #include <QToolTip>
 #include <cstdlib>
 
-#include "platform/Container.h"
+#include "platform/ContentArea.h"
 #include "platform/Label.h"
 
 namespace kelvane::desktop {
@@ -19,11 +19,11 @@ QImage CaptionPicture(const QString& caption, QSize size, QRgb background, Justi
   QFont font(QStringLiteral("Arial"));
   font.setPixelSize(kFontPixels);
 
-  Container behind(nullptr, ScaleMode::kPixels);
+  ContentArea behind(nullptr, ScaleMode::kPixels);
   behind.setBackColor(background);
   behind.setFont(font);
   behind.resize(size);
-  Label label(&behind, QStringLiteral("Caption"));
+  Label label(behind, QStringLiteral("Caption"));
   label.setForeColor(kText);
   label.setAlignment(justify == Justify::kCentre ? Qt::AlignHCenter : Qt::AlignLeft);
   label.setWidth(static_cast<float>(size.width()));

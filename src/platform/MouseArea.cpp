@@ -1,0 +1,101 @@
+#include "platform/MouseArea.h"
+
+#include <QMouseEvent>
+
+#include "platform/HandlerScope.h"
+
+namespace kelvane {
+namespace {
+
+// The numbers are Qt's own.
+int ButtonsOf(Qt::MouseButtons buttons) {
+  return static_cast<int>(buttons & (Qt::LeftButton | Qt::RightButton | Qt::MiddleButton));
+}
+
+// Qt has Shift, Ctrl and Alt in three neighbouring bits, in that order.
+int ShiftOf(Qt::KeyboardModifiers modifiers) {
+  constexpr auto kTold = Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier;
+  return static_cast<int>((modifiers & kTold).toInt() / Qt::ShiftModifier);
+}
+
+// "Label14(3)" is 3; "pbar" is -1.
+int IndexOf(const QString& name) {
+  const qsizetype open = name.indexOf(u'(');
+  return open < 0 ? -1 : name.mid(open + 1, name.size() - open - 2).toInt();
+}
+
+}  // namespace
+
+QCursor CursorOf(MousePointer pointer) {
+  switch (pointer) {
+    case MousePointer::kSizeNorthSouth:
+      return Qt::SizeVerCursor;
+    case MousePointer::kSizeWestEast:
+      return Qt::SizeHorCursor;
+    case MousePointer::kHourglass:
+      return Qt::WaitCursor;
+    case MousePointer::kDefault:
+    case MousePointer::kArrow:
+      break;
+  }
+  return Qt::ArrowCursor;
+}
+
+MouseArea::MouseArea(QWidget* parent, const QString& name)
+    : SpokenWidget(parent), index_(IndexOf(name)) {
+  setObjectName(name);
+  setMouseTracking(true);
+}
+
+// The place in the widget is worked out from the place on the screen now: the widget may have been
+// moved under the pointer since the event was sent. mapFromGlobal may take that for a place on
+// another screen: under a Wayland compositor Qt doesn't know where its windows are.
+MouseEvent MouseArea::Arguments(const QMouseEvent& event, int button) const {
+  const QPointF inWindow = event.globalPosition() - window()->mapToGlobal(QPointF());
+  const QPointF place = mapFrom(window(), inWindow) - MouseOrigin();
+  const float unitsPerPixel = MouseUnitsPerPixel();
+  return {.Index = index_,
+          .Button = button,
+          .Shift = ShiftOf(event.modifiers()),
+          .X = static_cast<float>(place.x()) * unitsPerPixel,
+          .Y = static_cast<float>(place.y()) * unitsPerPixel};
+}
+
+void MouseArea::mousePressEvent(QMouseEvent* event) {
+  event->accept();
+  if (ButtonsOf(event->button()) == kNoButton) return;
+  dragged_ = event->globalPosition();
+  Raise(this, MouseDown, Arguments(*event, ButtonsOf(event->button())));
+}
+
+void MouseArea::mouseMoveEvent(QMouseEvent* event) {
+  event->accept();
+  if (dragged_) dragged_ = event->globalPosition();
+  Raise(this, MouseMove, Arguments(*event, ButtonsOf(event->buttons())));
+}
+
+void MouseArea::mouseReleaseEvent(QMouseEvent* event) {
+  event->accept();
+  const int button = ButtonsOf(event->button());
+  if (button == kNoButton) return;
+  const HandlerScope scope(this);
+  // Where moves come faster than they are handled, Qt drops all but the last of them on X11, also
+  // those of a drag before one that comes after its release.
+  if (dragged_ && *dragged_ != event->globalPosition()) {
+    Raise(this, MouseMove, Arguments(*event, ButtonsOf(event->buttons() | event->button())));
+  }
+  if (event->buttons() == Qt::NoButton) dragged_.reset();
+  Raise(this, MouseUp, Arguments(*event, button));
+}
+
+void MouseArea::mouseDoubleClickEvent(QMouseEvent* event) {
+  event->accept();
+  if (ButtonsOf(event->button()) == kNoButton) return;
+  Raise(this, DblClick, Arguments(*event, ButtonsOf(event->button())));
+}
+
+void MouseArea::wheelEvent(QWheelEvent* event) { event->accept(); }
+
+void MouseArea::contextMenuEvent(QContextMenuEvent* event) { event->accept(); }
+
+}  // namespace kelvane

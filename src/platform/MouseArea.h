@@ -1,0 +1,71 @@
+#pragma once
+
+#include <QPointF>
+#include <functional>
+#include <optional>
+
+#include "platform/SpokenWidget.h"
+
+namespace kelvane {
+
+// Mouse buttons of an event: the one that caused a press or release, the sum of those held in a
+// move.
+enum MouseButtons : int { kNoButton = 0, kLeftButton = 1, kRightButton = 2, kMiddleButton = 4 };
+
+struct MouseEvent {
+  int Index;   // of the control in its array; -1 for a control that is in none
+  int Button;  // MouseButtons
+  int Shift;   // 1 Shift, 2 Ctrl, 4 Alt, summed
+  float X;     // of the pixel, relative to the control, in its scale unit
+  float Y;
+};
+
+// Pointer shapes, by the numbers of the MousePointer property.
+enum class MousePointer : int {
+  kDefault = 0,
+  kArrow = 1,
+  kSizeNorthSouth = 7,
+  kSizeWestEast = 9,
+  kHourglass = 11
+};
+QCursor CursorOf(MousePointer pointer);
+
+// A part of a window that tells of the pointer. It tracks the pointer without a button as well, and
+// none of its mouse events travels on to the widget behind it. A double-click brings press,
+// release, double-click, release. A drag ends where the button is released: a release at another
+// place than that of the last press or move brings a move there first.
+class MouseArea : public SpokenWidget {
+  Q_OBJECT
+ public:
+  // The object name is the name in the design with the index of a control array: "Label14(3)".
+  MouseArea(QWidget* parent, const QString& name);
+
+  // In its control array; -1 in none.
+  int Index() const { return index_; }
+
+  std::function<void(const MouseEvent&)> MouseDown;
+  std::function<void(const MouseEvent&)> MouseMove;
+  std::function<void(const MouseEvent&)> MouseUp;
+  std::function<void(const MouseEvent&)> DblClick;
+
+ protected:
+  // The unit of X and Y.
+  virtual float MouseUnitsPerPixel() const = 0;
+  // The place in the widget, in pixels, at which X and Y are 0.
+  virtual QPoint MouseOrigin() const { return {}; }
+
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+
+ private:
+  MouseEvent Arguments(const QMouseEvent& event, int button) const;
+
+  int index_;
+  std::optional<QPointF> dragged_;  // place on the screen of the last press or move of a drag
+};
+
+}  // namespace kelvane

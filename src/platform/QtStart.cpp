@@ -1,0 +1,113 @@
+#include "platform/QtStart.h"
+
+#include <langinfo.h>
+
+#include <QByteArray>
+#include <QEvent>
+#include <QWidget>
+#include <clocale>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "platform/WaylandOutputs.h"
+
+namespace kelvane {
+namespace {
+
+// Changes of the environment for Qt's start. The destructor undoes them, so that no program that is
+// started later sees them.
+class StartEnvironment {
+ public:
+  StartEnvironment() = default;
+  StartEnvironment(const StartEnvironment&) = delete;
+  StartEnvironment& operator=(const StartEnvironment&) = delete;
+  ~StartEnvironment() {
+    for (auto each = former_.rbegin(); each != former_.rend(); ++each) {
+      Set(each->first, each->second);
+    }
+  }
+
+  // Removes the variable if `value` is null.
+  void Override(const char* name, const QByteArray& value) {
+    former_.emplace_back(name, qEnvironmentVariableIsSet(name) ? qgetenv(name) : QByteArray());
+    Set(name, value);
+  }
+
+ private:
+  static void Set(const char* name, const QByteArray& value) {
+    if (value.isNull()) {
+      qunsetenv(name);
+    } else {
+      qputenv(name, value);
+    }
+  }
+
+  std::vector<std::pair<const char*, QByteArray>> former_;
+};
+
+// Qt takes the bytes of file names for UTF-8 in every locale, and complains on the console of one
+// that says otherwise. What else the user's locale says stays.
+void StartInUtf8(StartEnvironment& environment) {
+  if (std::setlocale(LC_CTYPE, "") != nullptr && qstrcmp(::nl_langinfo(CODESET), "UTF-8") == 0) {
+    return;
+  }
+  const QByteArray all = qgetenv("LC_ALL");
+  if (!all.isEmpty()) {
+    for (const char* category :
+         {"LC_ADDRESS", "LC_COLLATE", "LC_IDENTIFICATION", "LC_MEASUREMENT", "LC_MESSAGES",
+          "LC_MONETARY", "LC_NAME", "LC_NUMERIC", "LC_PAPER", "LC_TELEPHONE", "LC_TIME"}) {
+      environment.Override(category, all);
+    }
+    environment.Override("LC_ALL", {});
+  }
+  constexpr const char* kUtf8 = "C.UTF-8";
+  environment.Override("LC_CTYPE", kUtf8);
+  // Where the user's locale isn't installed, Qt can't set it, and this one stays.
+  (void)std::setlocale(LC_CTYPE, kUtf8);
+}
+
+// Repaints windows as wholes. Where a unit of the compositor's is several pixels, Qt rounds a part
+// that is to be painted to whole units after it has been told what to paint in it, and would leave
+// a seam of blank pixels around the part.
+class WholeRepaints : public QObject {
+ public:
+  using QObject::QObject;
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::UpdateRequest && watched->isWidgetType()) {
+      auto* window = static_cast<QWidget*>(watched);
+      window->update();
+      // An opaque part isn't painted with what lies behind it.
+      for (QWidget* part : window->findChildren<QWidget*>()) {
+        if (part->window() == window) part->update();
+      }
+    }
+    return false;
+  }
+};
+
+}  // namespace
+
+std::unique_ptr<QApplication> StartQt(int& argumentCount, char** arguments) {
+  StartEnvironment environment;
+  StartInUtf8(environment);
+  // A pixel is a pixel of the screen.
+  environment.Override("QT_ENABLE_HIGHDPI_SCALING", "0");
+  environment.Override("QT_SCALE_FACTOR", {});
+  environment.Override("QT_SCREEN_SCALE_FACTORS", {});
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && !qEnvironmentVariableIsEmpty("DISPLAY")) {
+    environment.Override("QT_QPA_PLATFORM", "xcb;wayland");
+  }
+  auto application = std::make_unique<QApplication>(argumentCount, arguments);
+  const std::optional<ScaleFactors> factors = FactorsThatUndoScales();
+  if (!factors) return application;
+  // Qt takes factors at its start alone.
+  application.reset();
+  environment.Override("QT_SCALE_FACTOR", factors->common);
+  environment.Override("QT_SCREEN_SCALE_FACTORS", factors->outputs);
+  application = std::make_unique<QApplication>(argumentCount, arguments);
+  application->installEventFilter(new WholeRepaints(application.get()));
+  return application;
+}
+
+}  // namespace kelvane

@@ -1,0 +1,105 @@
+#include "platform/SpokenWidget.h"
+
+#include <QMenuBar>
+#include <algorithm>
+
+namespace kelvane {
+namespace {
+
+// A line of widgets reaches as far down as the one of them whose middle is highest.
+void SortForReading(QList<SpokenWidget*>& widgets) {
+  const auto middle = [](const SpokenWidget* widget) { return widget->geometry().center().y(); };
+  const auto left = [](const SpokenWidget* widget) { return widget->x(); };
+  std::ranges::stable_sort(widgets, {}, middle);
+  for (auto first = widgets.begin(); first != widgets.end();) {
+    const int bottom = (*first)->geometry().bottom();
+    const auto end = std::ranges::find_if(
+        first, widgets.end(), [&](int below) { return below > bottom; }, middle);
+    const auto next = end == first ? std::next(first) : end;
+    std::ranges::stable_sort(first, next, {}, left);
+    first = next;
+  }
+}
+
+}  // namespace
+
+bool SpokenWidget::IsBar() const {
+  return role_ == SpokenRole::kHorizontalBar || role_ == SpokenRole::kVerticalBar;
+}
+
+void SpokenWidget::setMeaning(const QString& meaning) {
+  setAccessibleName(meaning);
+  if (stockWidget_ != nullptr) stockWidget_->setAccessibleName(meaning);
+}
+
+void SpokenWidget::SpeakAs(QWidget* stockWidget) {
+  stockWidget_ = stockWidget;
+  stockWidget_->setAccessibleName(Meaning());
+}
+
+bool SpokenWidget::IsNode() const { return role_ != SpokenRole::kBox || !Meaning().isEmpty(); }
+
+// What stands in the parent in this widget's place: the widget, its own parts if it is no node, or
+// nothing.
+QList<QWidget*> SpokenWidget::Parts() {
+  if (!SaysSomething()) return {};
+  return IsNode() ? QList<QWidget*>{this} : PartsIn(*this);
+}
+
+QList<QWidget*> SpokenWidget::PartsIn(const QWidget& box) {
+  QList<SpokenWidget*> widgets;
+  for (QObject* child : box.children()) {
+    auto* widget = qobject_cast<SpokenWidget*>(child);
+    if (widget != nullptr && !widget->isHidden() && widget->SaysSomething()) widgets << widget;
+  }
+  SortForReading(widgets);
+  QList<QWidget*> parts;
+  for (SpokenWidget* widget : widgets) parts << widget->Parts();
+  return parts;
+}
+
+QList<QWidget*> SpokenWidget::SpokenChildren(const QWidget& parent) {
+  if (const auto* widget = qobject_cast<const SpokenWidget*>(&parent)) {
+    if (widget->stockWidget_ != nullptr) return {widget->stockWidget_};
+    return PartsIn(*widget);
+  }
+  QList<QWidget*> children;
+  auto* menus = parent.findChild<QMenuBar*>(QString(), Qt::FindDirectChildrenOnly);
+  if (menus != nullptr && menus->height() > 0) children << menus;
+  return children << PartsIn(parent);
+}
+
+QWidget* SpokenWidget::SpokenParent() const {
+  QWidget* parent = parentWidget();
+  for (; parent != nullptr; parent = parent->parentWidget()) {
+    const auto* box = qobject_cast<const SpokenWidget*>(parent);
+    if (box == nullptr || box->IsNode()) break;
+  }
+  return parent;
+}
+
+void SpokenWidget::AnnounceValue() {
+  if (!QAccessible::isActive()) return;
+  const QAccessibleInterface* node = QAccessible::queryAccessibleInterface(this);
+  QAccessibleValueChangeEvent event(this, node->text(QAccessible::Value));
+  QAccessible::updateAccessibility(&event);
+}
+
+void SpokenWidget::AnnounceCaption() {
+  if (!QAccessible::isActive()) return;
+  QAccessibleEvent event(this, QAccessible::NameChanged);
+  QAccessible::updateAccessibility(&event);
+  for (SpokenWidget* widget : window()->findChildren<SpokenWidget*>()) {
+    if (widget->ReadOut() == objectName()) widget->AnnounceValue();
+  }
+}
+
+void SpokenWidget::AnnounceParts(QAccessible::Event change) {
+  if (!QAccessible::isActive() || !window()->isVisible()) return;
+  for (QWidget* part : Parts()) {
+    QAccessibleEvent event(part, change);
+    QAccessible::updateAccessibility(&event);
+  }
+}
+
+}  // namespace kelvane
