@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <fstream>
 #include <iomanip>
-#include <sstream>
 #include <stdexcept>
 
 namespace kelvane::bench {
@@ -19,9 +19,14 @@ struct Runs {
   std::vector<double> ratios;
 };
 
-void Report(const std::string& line) {
-  const char* report = std::getenv("KELVANE_BENCH_REPORT");
-  if (report != nullptr) std::ofstream(report, std::ios::app) << line << '\n';
+// Opened anew for each line, as the benches write it one after the other; none where it isn't
+// named.
+std::ofstream Report() {
+  std::fflush(stdout);
+  std::ofstream report;
+  if (const char* name = std::getenv("KELVANE_BENCH_REPORT")) report.open(name, std::ios::app);
+  report << std::fixed << std::setprecision(2);
+  return report;
 }
 
 Runs RunPairs(const char* what, int pairs, const Side& ours, const Side& theirs) {
@@ -60,6 +65,10 @@ int ToEnd(const std::function<void()>& bench) {
   return 0;
 }
 
+double Now() {
+  return std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
+}
+
 double At(std::vector<double> values, double share) {
   std::sort(values.begin(), values.end());
   return values[static_cast<std::size_t>(share * static_cast<double>(values.size() - 1))];
@@ -74,19 +83,13 @@ void PrintRow(const std::string& name, const std::vector<double>& values) {
 void PrintVerdict(const std::string& what, double figure, double mark, const char* unit) {
   const char* verdict = figure <= mark ? "met" : "missed";
   std::printf("  %s %.2f%s, at most %.2f%s: %s\n", what.c_str(), figure, unit, mark, unit, verdict);
-  std::fflush(stdout);
-  std::ostringstream line;
-  line << std::fixed << std::setprecision(2) << what << '\t' << figure << unit << "\tat most "
-       << mark << unit << '\t' << verdict;
-  Report(line.str());
+  Report() << what << '\t' << figure << unit << "\tat most " << mark << unit << '\t' << verdict
+           << '\n';
 }
 
 void PrintFigure(const std::string& what, double figure, const char* unit) {
   std::printf("  %s %.2f%s\n", what.c_str(), figure, unit);
-  std::fflush(stdout);
-  std::ostringstream line;
-  line << std::fixed << std::setprecision(2) << what << '\t' << figure << unit << "\t\t";
-  Report(line.str());
+  Report() << what << '\t' << figure << unit << "\t\t\n";
 }
 
 void Compare(const char* what, int pairs, double target, const Side& ours, const Side& theirs) {

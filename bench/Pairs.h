@@ -14,6 +14,9 @@ void Need(bool holds, const char* complaint);
 // Runs a whole bench. 0, or 1 with the complaint on the standard error if it came to one.
 int ToEnd(const std::function<void()>& bench);
 
+// Seconds since 1970.
+double Now();
+
 // The value that this share of all lie below; 0.5 is the median.
 double At(std::vector<double> values, double share);
 

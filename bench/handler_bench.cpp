@@ -5,12 +5,12 @@
 
 #include <chrono>
 #include <cstdio>
-#include <filesystem>
 #include <fstream>
 #include <vector>
 
 #include "Pairs.h"
 #include "platform/App.h"
+#include "support/RecordingTools.h"
 #include "workspace/Form1.h"
 
 namespace {
@@ -20,25 +20,6 @@ using namespace kelvane::bench;
 constexpr int kMebibytes = 100;
 constexpr int kBlocksPerMebibyte = 1024 * 1024 / 256;
 constexpr int kPreviewCommand = 4;
-
-// A folder whose player prints one MiB of text and ends.
-class TalkativePlayer {
- public:
-  TalkativePlayer() {
-    std::string name = "/tmp/kelvane-bench-XXXXXX";
-    folder_ = mkdtemp(name.data());
-    const std::filesystem::path player = folder_ / "ffplay";
-    std::ofstream(player) << "#!/bin/sh\nyes 'frame= 100 fps= 25 q=-1.0' | head -c 1048576\n";
-    std::filesystem::permissions(player, std::filesystem::perms::owner_all);
-    kelvane::App::setPath(folder_.string());
-  }
-  ~TalkativePlayer() { std::filesystem::remove_all(folder_); }
-  TalkativePlayer(const TalkativePlayer&) = delete;
-  TalkativePlayer& operator=(const TalkativePlayer&) = delete;
-
- private:
-  std::filesystem::path folder_;
-};
 
 double ResidentMebibytes() {
   long pages = 0;
@@ -59,7 +40,8 @@ double PreviewNanosecondsPerBlock(kelvane::Form1& form) {
 void Run() {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   kelvane::App app("kelvane");
-  const TalkativePlayer player;
+  const kelvane::testing::RecordingTools tools;
+  tools.PreviewDoes("yes 'frame= 100 fps= 25 q=-1.0' | head -c 1048576\n");
   kelvane::Form1 form;
   form.Load();
   form.Show();

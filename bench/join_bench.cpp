@@ -24,10 +24,6 @@ using namespace kelvane::desktop;
 constexpr int kClips = 10;
 constexpr int kClipSeconds = 60;
 
-double Now() {
-  return std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
-}
-
 // As much to copy as a camera's clip has, 60 MB for its minute. Its first seconds over and over.
 bool MakeCameraClip(const QString& path) {
   const QString round = path + ".round.mp4";

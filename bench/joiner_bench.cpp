@@ -1,10 +1,11 @@
 // The joiner window: the main window's opening against its own, ruler included, and what a section
 // costs among two thousand against one among twenty.
 #include <QCoreApplication>
-#include <QProcess>
 #include <cstdio>
 #include <cstdlib>
 #include <ctime>
+#include <sstream>
+#include <string>
 #include <vector>
 
 #include "FirstPaint.h"
@@ -12,6 +13,7 @@
 #include "joiner/Form4.h"
 #include "platform/App.h"
 #include "support/DialogAnswers.h"
+#include "support/Process.h"
 #include "support/RecordingTools.h"
 
 namespace {
@@ -73,37 +75,21 @@ class GrowingList {
 // turns, and whatever holds the machine up holds both up.
 class OtherList {
  public:
-  explicit OtherList(int sections) {
-    process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process_.start(QCoreApplication::applicationFilePath(), {QString::number(sections)});
-    Need(process_.waitForStarted(), "the other list can't be made");
-  }
+  explicit OtherList(int sections)
+      : process_(
+            {QCoreApplication::applicationFilePath().toStdString(), std::to_string(sections)}) {}
 
-  OtherList(const OtherList&) = delete;
-  OtherList& operator=(const OtherList&) = delete;
-  ~OtherList() {
-    process_.closeWriteChannel();
-    process_.waitForFinished();
-  }
-
-  void AwaitGrown() { ReadLine(); }
-  Cost Add() {
-    process_.write("\n");
-    const QList<QByteArray> figures = ReadLine().split(' ');
-    Need(figures.size() == 2, "the other list says something else");
-    return {figures[0].toDouble(), figures[1].toDouble()};
+  void AwaitGrown() const { Need(process_.ReadLine() == "grown", "the other list ended"); }
+  Cost Add() const {
+    process_.Write("\n");
+    Cost cost{};
+    std::istringstream figures(process_.ReadLine());
+    Need(static_cast<bool>(figures >> cost.whole >> cost.afterPick), "the other list ended");
+    return cost;
   }
 
  private:
-  QByteArray ReadLine() {
-    constexpr int kLongest = 300'000;  // ms
-    while (!process_.canReadLine()) {
-      Need(process_.waitForReadyRead(kLongest), "the other list ended, or says nothing");
-    }
-    return process_.readLine().trimmed();
-  }
-
-  QProcess process_;
+  kelvane::testing::Process process_;
 };
 
 // What the other list does: it grows, says so, and adds a section for each line that it is sent.
@@ -133,7 +119,7 @@ void MeasureGrowth() {
   many.AwaitGrown();
   std::vector<double> manyAfterPick;
   std::vector<double> fewAfterPick;
-  const auto add = [](OtherList& list, std::vector<double>& afterPick) {
+  const auto add = [](const OtherList& list, std::vector<double>& afterPick) {
     const Cost cost = list.Add();
     afterPick.push_back(cost.afterPick);
     return cost.whole / 1e3;

@@ -30,10 +30,6 @@ using namespace kelvane::desktop;
 
 constexpr const char* kProgramFolder = KELVANE_PROGRAM_FOLDER;
 
-double Now() {
-  return std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
-}
-
 // One crop of a long clip, started by hand in the window and started bare. The tool's script notes
 // the moment at which it starts. A clip that is quick to encode, so that there can be many pairs:
 // the encoder's own time varies by five in a hundred from run to run.

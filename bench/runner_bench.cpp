@@ -3,12 +3,8 @@
 // measured in turn inside each pass, so that the ratios don't follow the machine's moods. Where
 // appending cost more the longer the text is, the runner's figures would rise from the first size
 // to the last.
-#include <fcntl.h>
-#include <spawn.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdint>
@@ -18,6 +14,7 @@
 
 #include "Pairs.h"
 #include "media/DOSOutputs.h"
+#include "support/Process.h"
 
 namespace {
 
@@ -57,32 +54,13 @@ Pass ThroughRunner(std::int64_t bytes) {
 Pass ThroughBareReads(std::int64_t bytes) {
   Pass pass;
   const auto start = std::chrono::steady_clock::now();
-  std::array<int, 2> ends{};
-  Need(pipe2(ends.data(), O_CLOEXEC) == 0, "there is no pipe");
-  posix_spawn_file_actions_t files;
-  posix_spawn_file_actions_init(&files);
-  posix_spawn_file_actions_adddup2(&files, ends[1], STDOUT_FILENO);
-  std::string count = std::to_string(bytes);
-  std::array<std::string, 4> arguments = {"/usr/bin/head", "-c", count, "/dev/zero"};
-  std::array<char*, 5> pointers{};
-  std::transform(arguments.begin(), arguments.end(), pointers.begin(),
-                 [](std::string& argument) { return argument.data(); });
-  pid_t child = 0;
-  const int failure =
-      posix_spawn(&child, pointers.front(), &files, nullptr, pointers.data(), environ);
-  posix_spawn_file_actions_destroy(&files);
-  close(ends[1]);
-  Need(failure == 0, "the tool doesn't start");
+  kelvane::testing::Process tool({"/usr/bin/head", "-c", std::to_string(bytes), "/dev/zero"});
   std::array<char, kBlockSize> block{};
-  for (ssize_t got = 1; got > 0;) {
-    got = read(ends[0], block.data(), block.size());
-    if (got <= 0) break;
+  for (ssize_t got = 0; (got = read(tool.Output(), block.data(), block.size())) > 0;) {
     ++pass.blocks;
     pass.bytes += got;
   }
-  close(ends[0]);
   pass.seconds = SecondsSince(start);
-  waitpid(child, nullptr, 0);
   return pass;
 }
 

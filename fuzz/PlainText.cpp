@@ -86,6 +86,12 @@ std::string TrimBlanks(std::string_view text) {
   return std::string(text);
 }
 
+std::optional<QString> DurationIn(std::string_view text) {
+  const std::size_t word = Position(text, "duration:");
+  if (word == 0) return std::nullopt;
+  return QString::fromUtf8(TrimBlanks(Middle(Middle(text, word, 18), 10, 9)));
+}
+
 QString Grouped(double number, std::size_t leastDigits, const Separators& separators) {
   std::vector<char> buffer(400);
   std::snprintf(buffer.data(), buffer.size(), "%.0f", std::round(std::fabs(number)));

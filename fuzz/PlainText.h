@@ -25,6 +25,8 @@ std::size_t Position(std::string_view text, std::string_view word);
 std::string_view Middle(std::string_view text, std::size_t from,
                         std::size_t length = std::string_view::npos);
 std::string TrimBlanks(std::string_view text);
+// What stands behind the first "duration:", nine characters at most; none without the word.
+std::optional<QString> DurationIn(std::string_view text);
 
 // At least so many digits, with the group separator before each three from the right.
 QString Grouped(double number, std::size_t leastDigits, const Separators& separators);

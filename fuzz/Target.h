@@ -2,6 +2,7 @@
 
 #include <QString>
 #include <concepts>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -29,7 +30,6 @@ extern const Target kJoiner;
 extern const Target kCommandLine;
 extern const Target kNumbersAndTimes;
 extern const Target kShortPaths;
-extern const Target kNameFilters;
 
 // With every byte that isn't a printable character of ASCII as its number, "a\x0A".
 std::string Readable(std::string_view bytes);
@@ -38,6 +38,10 @@ std::string Readable(std::floating_point auto number) {
   return Readable(QString::number(double{number}, 'g', 17));
 }
 std::string Readable(std::integral auto number) { return std::to_string(number); }
+template <class Value>
+std::string Readable(const std::optional<Value>& value) {
+  return value ? Readable(*value) : "none";
+}
 
 // `what` names the value in the failure.
 void Agree(bool holds, const std::string& what);

@@ -44,11 +44,7 @@ struct Model {
   // Eight characters from the second one behind the first "time" on.
   static QString TimeIn(const QString& text) {
     for (qsizetype place = 0; place + 4 <= text.size(); ++place) {
-      QString word = text.mid(place, 4);
-      for (QChar& c : word) {
-        if (c >= u'A' && c <= u'Z') c = QChar(c.unicode() + 32);
-      }
-      if (word == u"time") return text.mid(place + 5, 8);
+      if (text.mid(place, 4).toLower() == u"time") return text.mid(place + 5, 8);
     }
     return {};
   }
@@ -96,15 +92,14 @@ void Compare(const Model& model) {
 
 void Hear(std::string_view block, Model& model) {
   JobWindow().objDOS_ReceiveOutputs(std::string(block));
-  model.Hear(QString::fromUtf8(block.data(), static_cast<qsizetype>(block.size())));
+  model.Hear(QString::fromUtf8(block));
   Compare(model);
 }
 
 void Run(std::string_view bytes) {
   constexpr std::size_t kDurationLength = 8;
   Input input(bytes);
-  const std::string_view duration = input.Take(kDurationLength);
-  Begin(QString::fromUtf8(duration.data(), static_cast<qsizetype>(duration.size())));
+  Begin(QString::fromUtf8(input.Take(kDurationLength)));
   Model model(VideoDuration);
   Compare(model);
   while (!input.AtEnd()) {

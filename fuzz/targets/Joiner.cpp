@@ -20,10 +20,6 @@ constexpr int kMostSections = 600;
 // What may happen between two blocks.
 enum Step : std::uint8_t { TranscodingBegins, StepCount };
 
-QString Text(std::string_view bytes) {
-  return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
-}
-
 // Half of a pixel's ten seconds goes to the even number of pixels.
 int PixelsOf(int seconds) {
   const int pixels = seconds / 10;
@@ -45,7 +41,7 @@ class Joiner {
 
   void Hear(std::string_view block) {
     form_.objDOS_ReceiveOutputs(std::string(block));
-    if (!transcoding_) Take(Text(block));
+    if (!transcoding_) Take(QString::fromUtf8(block));
     AgreeOn("scratch box", Get<TextBox>("Text1").Text(), scratch_);
     Agree(!HasStrip(sections_ + 2), "a strip too many");
     CheckTotals();
@@ -80,9 +76,8 @@ class Joiner {
 
   void Take(const QString& text) {
     scratch_ = text;
-    const std::string bytes = text.toStdString();
-    if (const std::size_t word = Position(bytes, "duration:")) {
-      duration_ = Text(TrimBlanks(Middle(Middle(bytes, word, 18), 10, 9)));
+    if (const std::optional<QString> found = DurationIn(text.toStdString())) {
+      duration_ = *found;
       TakeSection();
     }
   }

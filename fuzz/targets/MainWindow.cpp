@@ -16,10 +16,6 @@ namespace {
 // What may happen between two blocks.
 enum Step : std::uint8_t { LoadBegins, SecondRunBegins, RegionIsMeasured, StepCount };
 
-QString Text(std::string_view bytes) {
-  return QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
-}
-
 std::string WithWideBreaks(std::string_view block) {
   std::string wide;
   for (std::size_t i = 0; i < block.size(); ++i) {
@@ -65,11 +61,11 @@ class Model {
       if (TakeSize(WithWideBreaks(block))) return;
       textComes = true;
     }
-    shown += Text(block);
+    shown += QString::fromUtf8(block);
     store_ += block;
-    if (const std::size_t word = Position(store_, "duration:")) {
+    if (const std::optional<QString> found = DurationIn(store_)) {
       heardDuration = true;
-      duration = Text(TrimBlanks(Middle(Middle(store_, word, 18), 10, 9)));
+      duration = *found;
     }
   }
 
@@ -95,7 +91,7 @@ class Model {
     return ends;
   }
   void Take(Side& side, std::string_view digits) {
-    if (!side.Take(GroupedText(Text(digits), PlainSeparators()))) return;
+    if (!side.Take(GroupedText(QString::fromUtf8(digits), PlainSeparators()))) return;
     width_.Reset();
     height_.Reset();
   }

@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 #include <limits>
 
 #include "Input.h"
@@ -21,16 +22,13 @@ struct FuzzedLocale {
 };
 
 // Written out: what Qt says of a locale is part of what is looked at.
-const std::vector<FuzzedLocale>& Locales() {
-  static const std::vector<FuzzedLocale> locales = {
-      {QLocale::c(), PlainSeparators()},
-      {QLocale(QLocale::German, QLocale::Germany), {".", ","}},
-      {QLocale(QLocale::French, QLocale::France), {QString(QChar(0x202F)), ","}},
-      {QLocale(QLocale::German, QLocale::Switzerland), {QString(QChar(0x2019)), "."}},
-      {QLocale(QLocale::Polish, QLocale::Poland), {QString(QChar(0x00A0)), ","}},
-  };
-  return locales;
-}
+const FuzzedLocale kLocales[] = {
+    {QLocale::c(), PlainSeparators()},
+    {QLocale(QLocale::German, QLocale::Germany), {".", ","}},
+    {QLocale(QLocale::French, QLocale::France), {QString(QChar(0x202F)), ","}},
+    {QLocale(QLocale::German, QLocale::Switzerland), {QString(QChar(0x2019)), "."}},
+    {QLocale(QLocale::Polish, QLocale::Poland), {QString(QChar(0x00A0)), ","}},
+};
 
 // The locale of one input; the plain one again behind it.
 class UseLocale {
@@ -40,18 +38,6 @@ class UseLocale {
   UseLocale& operator=(const UseLocale&) = delete;
   ~UseLocale() { QLocale::setDefault(QLocale::c()); }
 };
-
-template <class Value>
-std::string ReadableOptional(const std::optional<Value>& value) {
-  return value ? Readable(*value) : "none";
-}
-
-template <class Value>
-void AgreeOnOptional(const std::string& what, const std::optional<Value>& actual,
-                     const std::optional<Value>& expected) {
-  Agree(actual == expected,
-        what + ": got " + ReadableOptional(actual) + ", expected " + ReadableOptional(expected));
-}
 
 // The longest beginning that is a number with a point, blanks, tabs and line breaks left out.
 double NumberAhead(const std::string& text) {
@@ -83,17 +69,17 @@ std::optional<Integer> HalfToEven(double number) {
 }
 
 void ReadText(std::string_view bytes, const Separators& separators) {
-  const auto text = QString::fromUtf8(bytes.data(), static_cast<qsizetype>(bytes.size()));
+  const auto text = QString::fromUtf8(bytes);
   const std::string shown = Readable(text);
 
   const std::optional<double> number = Number(text, separators);
   const bool fits = number && std::fabs(*number) <= double{std::numeric_limits<float>::max()};
-  AgreeOnOptional("number of " + shown, SingleFromText(text),
-                  fits ? std::optional(static_cast<float>(*number)) : std::nullopt);
+  AgreeOn("number of " + shown, SingleFromText(text),
+          fits ? std::optional(static_cast<float>(*number)) : std::nullopt);
   if (!number || std::fabs(*number) < 1e15) {
     AgreeOn("grouped " + shown, FormatGroupedText(text), GroupedText(text, separators));
   }
-  AgreeOnOptional("seconds of " + shown, SecondsFromTimeText(text), Seconds(text));
+  AgreeOn("seconds of " + shown, SecondsFromTimeText(text), Seconds(text));
   AgreeOn("trimmed " + shown, Trim(text).toStdString(), TrimBlanks(text.toStdString()));
   const bool plain = std::all_of(bytes.begin(), bytes.end(), [](char c) { return c > 0; });
   if (plain) {
@@ -142,8 +128,8 @@ void FormatTimes(double number) {
   AgreeOn("time text" + what, FormatTimeText(number), expected);
   AgreeOn("time of day" + what, FormatTimeOfDay(number),
           expected.startsWith(u'0') ? expected.mid(1) : expected);
-  AgreeOnOptional("seconds of the time text" + what, SecondsFromTimeText(FormatTimeText(number)),
-                  std::optional(static_cast<int>(ofDay % 86400)));
+  AgreeOn("seconds of the time text" + what, SecondsFromTimeText(FormatTimeText(number)),
+          std::optional(static_cast<int>(ofDay % 86400)));
   if (number < 0) return;
   const QString position = FormatPosition(number);
   const auto passed = static_cast<std::int64_t>(std::min(number, 1e15));
@@ -165,7 +151,7 @@ void FormatNumber(double number, const Separators& separators) {
     AgreeOn("value of grouped " + shown, ValueOf(text, separators), std::round(number) + 0.0);
     const auto single = static_cast<float>(std::round(number));
     if (std::fabs(number) <= double{std::numeric_limits<float>::max()}) {
-      AgreeOnOptional("grouped and read " + shown, SingleFromText(text), std::optional(single));
+      AgreeOn("grouped and read " + shown, SingleFromText(text), std::optional(single));
     }
   }
   for (const int digits : {2, 3}) {
@@ -179,8 +165,8 @@ void FormatNumber(double number, const Separators& separators) {
   }
   FormatTwo(number, separators);
   FormatTimes(number);
-  AgreeOnOptional("16 bits of " + shown, ToInteger16(number), HalfToEven<std::int16_t>(number));
-  AgreeOnOptional("32 bits of " + shown, ToInteger32(number), HalfToEven<std::int32_t>(number));
+  AgreeOn("16 bits of " + shown, ToInteger16(number), HalfToEven<std::int16_t>(number));
+  AgreeOn("32 bits of " + shown, ToInteger32(number), HalfToEven<std::int32_t>(number));
   const auto single = static_cast<float>(number);
   if (!std::isfinite(single)) return;
   // A little more than it is, so that a half is rounded up.
@@ -193,7 +179,7 @@ void FormatNumber(double number, const Separators& separators) {
 
 void Run(std::string_view bytes) {
   Input input(bytes);
-  const FuzzedLocale& used = Locales()[input.Byte() % Locales().size()];
+  const FuzzedLocale& used = kLocales[input.Byte() % std::size(kLocales)];
   const UseLocale locale(used.locale);
   ReadText(input.Rest(), used.separators);
 

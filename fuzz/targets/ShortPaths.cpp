@@ -51,10 +51,7 @@ std::string ShortPath(const std::string& path) {
 }
 
 // Whether the path comes whole through a text box of Qt.
-bool IsText(const std::string& path) {
-  const auto text = QString::fromUtf8(path.data(), static_cast<qsizetype>(path.size()));
-  return text.toUtf8().toStdString() == path;
-}
+bool IsText(const std::string& path) { return QString::fromUtf8(path).toStdString() == path; }
 
 bool IsBare(const std::string& path) {
   return path.size() <= kLongestPath && std::none_of(path.begin(), path.end(), [](char c) {

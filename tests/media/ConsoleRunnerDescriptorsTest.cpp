@@ -80,6 +80,7 @@ TEST_P(ConsoleRunnerWithoutDescriptors, RunsAToolWithTheNullDeviceForItsInput) {
                     "if read answer; then echo got $answer; else echo none; fi");
   const std::string found = folder / "found";
   Process program = StartTestProgram({"run-without-descriptors", GetParam(), found, tool});
+  program.CloseInput();
   EXPECT_EQ(program.Wait(), 0);
   EXPECT_EQ(ReadFile(found),
             "out\nerr\n/dev/null\n" + std::string(kStandardOnes) + "none\nand no descriptor lost");

@@ -10,8 +10,8 @@ using namespace std::chrono_literals;
 // Long enough for the slowest machine and a sanitizer; a test that passes never waits this long.
 constexpr std::chrono::milliseconds kPatience = 20s;
 
-// The pause between two looks at a condition, of 5 ms at most: ends early at an event of this
-// process's application object, which is served. Sleeps where there is no application object.
+// The pause between two looks at a condition: serves the waiting events of this process's
+// application object, if there is one, and then sleeps for 5 ms.
 void ServeEventsOrSleep();
 
 // Serves events until `condition` holds. False if it doesn't hold in time.
