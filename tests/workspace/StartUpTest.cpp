@@ -6,8 +6,8 @@
 #include <QUrl>
 #include <algorithm>
 
-#include "shared/Colours.h"
 #include "platform/Menu.h"
+#include "shared/Colours.h"
 #include "shared/SharedValues.h"
 #include "workspace/MainWindowTest.h"
 
