@@ -2,6 +2,7 @@
 
 #include <QAccessibleWidget>
 #include <QApplication>
+#include <QHash>
 #include <QMouseEvent>
 #include <QPointer>
 #include <algorithm>
@@ -22,28 +23,14 @@ bool IsSlider(const Control& control) {
 }
 
 QAccessible::Role RoleOf(const Control& control) {
-  switch (control.Role()) {
-    case SpokenRole::kText:
-      return QAccessible::StaticText;
-    case SpokenRole::kBox:
-      return QAccessible::Grouping;
-    case SpokenRole::kPicture:
-      return QAccessible::Graphic;
-    case SpokenRole::kCommand:
-      return QAccessible::Button;
-    case SpokenRole::kHorizontalBar:
-    case SpokenRole::kVerticalBar:
-    case SpokenRole::kThumb:
-      return QAccessible::Slider;
-    case SpokenRole::kList:
-      return QAccessible::List;
-    case SpokenRole::kListItem:
-      return QAccessible::ListItem;
-    case SpokenRole::kStock:
-    case SpokenRole::kNothing:
-      break;
-  }
-  return QAccessible::Client;
+  using enum SpokenRole;
+  static const QHash<SpokenRole, QAccessible::Role> roles = {
+      {kText, QAccessible::StaticText},      {kBox, QAccessible::Grouping},
+      {kPicture, QAccessible::Graphic},      {kCommand, QAccessible::Button},
+      {kHorizontalBar, QAccessible::Slider}, {kVerticalBar, QAccessible::Slider},
+      {kThumb, QAccessible::Slider},         {kList, QAccessible::List},
+      {kListItem, QAccessible::ListItem}};
+  return roles.value(control.Role(), QAccessible::Client);
 }
 
 // Sends the control a press in its middle, a move by `way` with the button held, and the release.

@@ -97,18 +97,9 @@ void Control::FillWith(QWidget* stockWidget) {
 // Without this a control that has no tip would show its container's, and Qt would take a text that
 // looks like markup for markup.
 bool Control::event(QEvent* event) {
-  switch (event->type()) {
-    case QEvent::ToolTip:
-      break;
-    case QEvent::ShowToParent:
-      AnnounceParts(QAccessible::ObjectCreated);
-      return MouseArea::event(event);
-    case QEvent::HideToParent:
-      AnnounceParts(QAccessible::ObjectDestroyed);
-      return MouseArea::event(event);
-    default:
-      return MouseArea::event(event);
-  }
+  if (event->type() == QEvent::ShowToParent) AnnounceParts(QAccessible::ObjectCreated);
+  if (event->type() == QEvent::HideToParent) AnnounceParts(QAccessible::ObjectDestroyed);
+  if (event->type() != QEvent::ToolTip) return MouseArea::event(event);
   if (!toolTip().isEmpty()) {
     QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), AsMarkup(toolTip()), this);
   }

@@ -27,18 +27,9 @@ int IndexOf(const QString& name) {
 }  // namespace
 
 QCursor CursorOf(MousePointer pointer) {
-  switch (pointer) {
-    case MousePointer::kSizeNorthSouth:
-      return Qt::SizeVerCursor;
-    case MousePointer::kSizeWestEast:
-      return Qt::SizeHorCursor;
-    case MousePointer::kHourglass:
-      return Qt::WaitCursor;
-    case MousePointer::kDefault:
-    case MousePointer::kArrow:
-      break;
-  }
-  return Qt::ArrowCursor;
+  if (pointer == MousePointer::kSizeNorthSouth) return Qt::SizeVerCursor;
+  if (pointer == MousePointer::kSizeWestEast) return Qt::SizeHorCursor;
+  return pointer == MousePointer::kHourglass ? Qt::WaitCursor : Qt::ArrowCursor;
 }
 
 MouseArea::MouseArea(QWidget* parent, const QString& name)

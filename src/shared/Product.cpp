@@ -10,9 +10,7 @@ using namespace Qt::StringLiterals;
 QIcon ProductIcon() {
   TakeInIcons();
   QIcon icon;
-  for (const int size : {16, 32, 48, 128}) {
-    icon.addFile(u":/icons/kelvane-%1.png"_s.arg(size));
-  }
+  for (const int size : {16, 32, 48, 128}) icon.addFile(u":/icons/kelvane-%1.png"_s.arg(size));
   return icon;
 }
 

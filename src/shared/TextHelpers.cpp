@@ -34,12 +34,10 @@ std::optional<double> NumberFromText(const QString& text) {
 
 template <typename Integer>
 std::optional<Integer> ToInteger(double number) {
+  using Limits = std::numeric_limits<Integer>;
   const double rounded = std::nearbyint(number);
-  if (!(rounded >= std::numeric_limits<Integer>::min() &&
-        rounded <= std::numeric_limits<Integer>::max())) {
-    return std::nullopt;
-  }
-  return static_cast<Integer>(rounded);
+  const bool fits = rounded >= Limits::min() && rounded <= Limits::max();
+  return fits ? std::optional(static_cast<Integer>(rounded)) : std::nullopt;
 }
 
 // Wraps after 24 hours.

@@ -81,11 +81,12 @@ TEST_P(TrapPlaces, OfAPreviewPlayNothing) {
   const std::size_t runs = tools_.Runs().size();
   {
     const DialogAnswers answers({PressButton(QMessageBox::Ok)});
-    Before(Get<Label>("Label14", PreviewCroppedVideo).MouseUp,
-           [this, first = true](const MouseEvent&) mutable {
-             if (!std::exchange(first, false)) return;
-             GetParam().order(PreviewCommandLine(folder_, video_.toStdString(), "0:0:0:0"));
-           });
+    Before(Get<Label>("Label14", PreviewCroppedVideo).MouseUp, [this, first = true](
+                                                                   const MouseEvent&) mutable {
+      if (!std::exchange(first, false)) return;
+      GetParam().order(PreviewCommandLine(
+          folder_, video_.toStdString(), CropFilterText(CropWidth, CropHeight, CropLeft, CropTop)));
+    });
     Give(PreviewCroppedVideo);
     EXPECT_TRUE(AllocationHasFailed());
     EXPECT_EQ(answers.seen(),
