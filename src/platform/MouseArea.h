@@ -30,7 +30,7 @@ enum class MousePointer : int {
 };
 QCursor CursorOf(MousePointer pointer);
 
-// A part of a window that tells of the pointer. It tracks the pointer without a button as well, and
+// A part of a window that raises mouse events. It tracks the pointer without a button as well, and
 // none of its mouse events travels on to the widget behind it. A double-click brings press,
 // release, double-click, release. A drag ends where the button is released: a release at another
 // place than that of the last press or move brings a move there first.
@@ -43,6 +43,8 @@ class MouseArea : public SpokenWidget {
   // In its control array; -1 in none.
   int Index() const { return index_; }
 
+  // Raised on the user-interface thread. A handler must not delete the area; it may unload its
+  // form.
   std::function<void(const MouseEvent&)> MouseDown;
   std::function<void(const MouseEvent&)> MouseMove;
   std::function<void(const MouseEvent&)> MouseUp;
@@ -62,10 +64,11 @@ class MouseArea : public SpokenWidget {
   void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
+  void BeginDrag(const QMouseEvent& event);
   MouseEvent Arguments(const QMouseEvent& event, int button) const;
 
   int index_;
-  std::optional<QPointF> dragged_;  // place on the screen of the last press or move of a drag
+  std::optional<QPointF> dragged_;  // place on the screen that a drag has come to
 };
 
 }  // namespace kelvane
