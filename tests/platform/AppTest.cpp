@@ -32,7 +32,7 @@ using Environment = std::vector<std::pair<const char*, QString>>;
 Events RunTestProgram(const QStringList& arguments, const Environment& environment = {}) {
   QProcess program;
   QProcessEnvironment all = QProcessEnvironment::systemEnvironment();
-  all.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("offscreen"));
+  all.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
   for (const char* category : {"LC_ALL", "LC_CTYPE", "LC_NUMERIC"}) {
     all.remove(QLatin1String(category));
   }
@@ -57,73 +57,64 @@ Events RunTestProgram(const QStringList& arguments, const Environment& environme
 }
 
 TEST(TheApplication, CountsInThePlainLocaleWhateverTheUsersIs) {
-  EXPECT_EQ(RunTestProgram({QStringLiteral("locale")},
-                           {{"LC_ALL", QStringLiteral("C.UTF-8")}, {"LANG", QString()}}),
+  EXPECT_EQ(RunTestProgram({u"locale"_s}, {{"LC_ALL", u"C.UTF-8"_s}, {"LANG", QString()}}),
             Events{"C"});
   EXPECT_STREQ(std::setlocale(LC_NUMERIC, nullptr), "C");
 }
 
 TEST(TheApplication, SaysNothingOfTheUsersLocale) {
   const QTemporaryDir locales;
-  const QString latin1 = QStringLiteral("de_DE.ISO-8859-1");
-  ASSERT_EQ(QProcess::execute(
-                QStringLiteral("localedef"),
-                {QStringLiteral("--no-archive"), QStringLiteral("-i"), QStringLiteral("de_DE"),
-                 QStringLiteral("-f"), QStringLiteral("ISO-8859-1"), locales.filePath(latin1)}),
+  const QString latin1 = u"de_DE.ISO-8859-1"_s;
+  ASSERT_EQ(QProcess::execute(u"localedef"_s, {u"--no-archive"_s, u"-i"_s, u"de_DE"_s, u"-f"_s,
+                                               u"ISO-8859-1"_s, locales.filePath(latin1)}),
             0)
       << "the definitions of locales are missing";
   for (const char* variable : {"LC_ALL", "LC_CTYPE", "LANG"}) {
-    for (const QString& locale : {QStringLiteral("C"), QStringLiteral("POSIX"), latin1,
-                                  QStringLiteral("xx_XX.not-installed")}) {
+    for (const QString& locale : {u"C"_s, u"POSIX"_s, latin1, u"xx_XX.not-installed"_s}) {
       Environment environment{
           {"LOCPATH", locales.path()}, {"LC_ALL", {}}, {"LC_CTYPE", {}}, {"LANG", {}}};
       environment.emplace_back(variable, locale);
-      EXPECT_EQ(RunTestProgram({QStringLiteral("locale")}, environment), Events{"C"});
+      EXPECT_EQ(RunTestProgram({u"locale"_s}, environment), Events{"C"});
     }
   }
 }
 
 TEST(TheApplication, SpeaksTheNumbersOfALocaleThatIsNotInUtf8) {
-  EXPECT_EQ(RunTestProgram({QStringLiteral("decimal-point")},
-                           {{"LC_ALL", QStringLiteral("de_DE.ISO-8859-1")}}),
-            Events{","});
+  EXPECT_EQ(RunTestProgram({u"decimal-point"_s}, {{"LC_ALL", u"de_DE.ISO-8859-1"_s}}), Events{","});
 }
 
 TEST(TheApplication, MeansPixelsOfTheScreenWhateverScaleTheUserHasChosen) {
-  for (const Environment& chosen : {Environment{},
-                                    {{"QT_SCALE_FACTOR", QStringLiteral("2")}},
-                                    {{"QT_SCREEN_SCALE_FACTORS", QStringLiteral("3")}},
-                                    {{"QT_ENABLE_HIGHDPI_SCALING", QStringLiteral("1")},
-                                     {"QT_SCALE_FACTOR", QStringLiteral("1.5")}},
-                                    {{"QT_FONT_DPI", QStringLiteral("192")}}}) {
-    EXPECT_EQ(RunTestProgram({QStringLiteral("scale")}, chosen),
-              Events{"1, 300 pixels wide, letters of 11"});
+  for (const Environment& chosen :
+       {Environment{},
+        {{"QT_SCALE_FACTOR", u"2"_s}},
+        {{"QT_SCREEN_SCALE_FACTORS", u"3"_s}},
+        {{"QT_ENABLE_HIGHDPI_SCALING", u"1"_s}, {"QT_SCALE_FACTOR", u"1.5"_s}},
+        {{"QT_FONT_DPI", u"192"_s}}}) {
+    EXPECT_EQ(RunTestProgram({u"scale"_s}, chosen), Events{"1, 300 pixels wide, letters of 11"});
   }
 }
 
 TEST(TheApplication, LeavesTheEnvironmentToWhatItStartsAsItWas) {
-  EXPECT_EQ(RunTestProgram({QStringLiteral("environment")},
-                           {{"QT_SCALE_FACTOR", QStringLiteral("2")},
-                            {"QT_SCREEN_SCALE_FACTORS", QStringLiteral("3")},
-                            {"QT_ENABLE_HIGHDPI_SCALING", QStringLiteral("1")},
-                            {"LC_ALL", QStringLiteral("C")}}),
+  EXPECT_EQ(RunTestProgram({u"environment"_s}, {{"QT_SCALE_FACTOR", u"2"_s},
+                                                {"QT_SCREEN_SCALE_FACTORS", u"3"_s},
+                                                {"QT_ENABLE_HIGHDPI_SCALING", u"1"_s},
+                                                {"LC_ALL", u"C"_s}}),
             (Events{"QT_SCALE_FACTOR 2", "QT_SCREEN_SCALE_FACTORS 3", "QT_ENABLE_HIGHDPI_SCALING 1",
                     "QT_QPA_PLATFORM offscreen", "LC_ALL C", "LC_CTYPE is not set",
                     "LC_NUMERIC is not set"}));
-  EXPECT_EQ(RunTestProgram({QStringLiteral("environment")}),
+  EXPECT_EQ(RunTestProgram({u"environment"_s}),
             (Events{"QT_SCALE_FACTOR is not set", "QT_SCREEN_SCALE_FACTORS is not set",
                     "QT_ENABLE_HIGHDPI_SCALING is not set", "QT_QPA_PLATFORM offscreen",
                     "LC_ALL is not set", "LC_CTYPE is not set", "LC_NUMERIC is not set"}));
 }
 
 TEST(TheApplication, StartedWithoutStandardDescriptorsHasTheNullDeviceInTheirPlace) {
-  EXPECT_EQ(RunTestProgram({QStringLiteral("standard-descriptors")}), Events{});
+  EXPECT_EQ(RunTestProgram({u"standard-descriptors"_s}), Events{});
 }
 
 TEST(TheApplication, TakesNothingFromTheCommandLineAndKnowsItsFolder) {
   const QString folder = QFileInfo(QStringLiteral(PLATFORM_TEST_PROGRAM)).absolutePath();
-  const Events lines = RunTestProgram(
-      {QStringLiteral("names"), QStringLiteral("-platform"), QStringLiteral("nothing")});
+  const Events lines = RunTestProgram({u"names"_s, u"-platform"_s, u"nothing"_s});
   EXPECT_EQ(lines, (Events{folder.toStdString(), "program", "program"}));
   EXPECT_EQ(App::Path(), QCoreApplication::applicationDirPath().toStdString());
   EXPECT_NE(App::Path().back(), '/');
@@ -131,30 +122,30 @@ TEST(TheApplication, TakesNothingFromTheCommandLineAndKnowsItsFolder) {
 
 TEST(TheApplication, WritesNothingToTheUsersSettingsAfterFileDialogs) {
   const QTemporaryDir home;
-  const QString config = home.filePath(QStringLiteral("config"));
-  const Events lines = RunTestProgram({QStringLiteral("file-dialogs")},
-                                      {{"HOME", home.path()},
-                                       {"XDG_CONFIG_HOME", config},
-                                       {"XDG_CACHE_HOME", home.filePath(QStringLiteral("cache"))}});
+  const QString config = home.filePath(u"config"_s);
+  const Events lines =
+      RunTestProgram({u"file-dialogs"_s}, {{"HOME", home.path()},
+                                           {"XDG_CONFIG_HOME", config},
+                                           {"XDG_CACHE_HOME", home.filePath(u"cache"_s)}});
   EXPECT_EQ(lines, Events{"/tmp/new.mp4"});
   QDirIterator files(home.path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
   while (files.hasNext()) {
     // What the system remembers of its fonts is no setting of the user's.
     const QString file = files.next();
-    if (!file.contains(QLatin1String("/cache/fontconfig/"))) ADD_FAILURE() << file.toStdString();
+    if (!file.contains("/cache/fontconfig/"_L1)) ADD_FAILURE() << file.toStdString();
   }
   EXPECT_FALSE(QFile::exists(config));
 }
 
 TEST(TheApplication, RunsUntilItsFormIsUnloaded) {
-  EXPECT_EQ(RunTestProgram({QStringLiteral("run")}), (Events{"tick", "unloaded"}));
+  EXPECT_EQ(RunTestProgram({u"run"_s}), (Events{"tick", "unloaded"}));
 }
 
 TEST(TheApplication, EndsAtOnceWhereNoFormIsLoadedAnyMore) {
-  EXPECT_EQ(RunTestProgram({QStringLiteral("run-without-a-form")}), Events{});
+  EXPECT_EQ(RunTestProgram({u"run-without-a-form"_s}), Events{});
 }
 
-TEST(TheApplication, IsKnownByItsName) { EXPECT_EQ(App::Title(), QStringLiteral("Kelvane")); }
+TEST(TheApplication, IsKnownByItsName) { EXPECT_EQ(App::Title(), u"Kelvane"_s); }
 
 TEST(TheToolsFolder, MayBeAnother) {
   const std::string former = App::Path();
@@ -167,8 +158,8 @@ TEST(TheToolsFolder, MayBeAnother) {
 class Browser : public QObject {
   Q_OBJECT
  public:
-  Browser() { QDesktopServices::setUrlHandler(QStringLiteral("https"), this, "Open"); }
-  ~Browser() override { QDesktopServices::unsetUrlHandler(QStringLiteral("https")); }
+  Browser() { QDesktopServices::setUrlHandler(u"https"_s, this, "Open"); }
+  ~Browser() override { QDesktopServices::unsetUrlHandler(u"https"_s); }
 
   Events opened;
 
@@ -178,19 +169,19 @@ class Browser : public QObject {
 
 TEST(OpenWebPage, HandsTheAddressToTheSystem) {
   const Browser browser;
-  App::OpenWebPage(QStringLiteral("https://kelvane.example/updates"));
+  App::OpenWebPage(u"https://kelvane.example/updates"_s);
   EXPECT_EQ(browser.opened, Events{"https://kelvane.example/updates"});
 }
 
 TEST(DoEventsIs, ServingWhatWaitsForAllWindows) {
-  TestForm first({{.name = "Label1", .controlClass = ControlClass::kLabel, .place = {}}});
-  TestForm second({{.name = "Label2", .controlClass = ControlClass::kLabel, .place = {}}});
+  TestForm first({Design(kLabel, "Label1")});
+  TestForm second({Design(kLabel, "Label2")});
   first.Open();
   second.Open();
   Events events;
   for (const char* name : {"Label1", "Label2"}) {
     auto& form = first.findChild<Label*>(QLatin1String(name)) != nullptr ? first : second;
-    auto& label = form.Find<Label>(QLatin1String(name));
+    auto& label = form.Find<Label>(name);
     label.MouseUp = [&events, name](const MouseEvent&) { events.emplace_back(name); };
     QCoreApplication::postEvent(
         &label, new QMouseEvent(QEvent::MouseButtonRelease, QPointF(1, 1), QPointF(1, 1),
@@ -220,8 +211,7 @@ TEST(DoEventsIs, TheOnlyPlaceThatPumpsTheQueue) {
       R"(\b(processEvents|sendPostedEvents|QEventLoop|exec|qWait\w*|WaitForMoreEvents)\b)"));
   Events found;
   int sources = 0;
-  QDirIterator files(QStringLiteral(PLATFORM_SOURCES),
-                     {QStringLiteral("*.cpp"), QStringLiteral("*.h")}, QDir::Files,
+  QDirIterator files(QStringLiteral(PLATFORM_SOURCES), {u"*.cpp"_s, u"*.h"_s}, QDir::Files,
                      QDirIterator::Subdirectories);
   while (files.hasNext()) {
     QFile file(files.next());

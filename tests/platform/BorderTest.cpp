@@ -20,16 +20,8 @@ class ABoxWithABorder : public ::testing::Test {
   ABoxWithABorder() { form.Open(); }
   QImage Shown() { return Picture(form).copy(10, 20, 100, 40); }
 
-  TestForm form{{{.name = "Box",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {150, 300, 1500, 600},
-                  .color = 0x404040,
-                  .bordered = true},
-                 {.name = "Strip",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {0, 0, 30000, 300},
-                  .container = "Box",
-                  .color = 0x00FF00}}};
+  TestForm form{{Design(kPictureBox, "Box", {10, 20, 100, 40}).Color(0x404040).Bordered(),
+                 Design(kPictureBox, "Strip", {0, 0, 2000, 20}).In("Box").Color(0x00FF00)}};
   PictureBox& box = form.Find<PictureBox>("Box");
 };
 
@@ -60,11 +52,8 @@ TEST_F(ABoxWithABorder, CountsTheMouseFromItsInside) {
 }
 
 TEST(ABorderedLabel, HasALineOfOnePixelAndItsCaptionInside) {
-  TestForm form({{.name = "Label1",
-                  .controlClass = ControlClass::kLabel,
-                  .place = {150, 150, 750, 255},
-                  .caption = "HHHHHHHHHHHHHHHHH",
-                  .bordered = true}});
+  TestForm form(
+      {Design(kLabel, "Label1", {10, 10, 50, 17}).Caption("HHHHHHHHHHHHHHHHH").Bordered()});
   form.Open();
   EXPECT_TRUE(form.Find<Label>("Label1").Bordered());
   const QImage picture = Picture(form).copy(10, 10, 50, 17);
@@ -74,23 +63,19 @@ TEST(ABorderedLabel, HasALineOfOnePixelAndItsCaptionInside) {
 }
 
 TEST(ALabelsBorder, IsNotThereUnlessTheDesignSaysSo) {
-  TestForm form(
-      {{.name = "Label1", .controlClass = ControlClass::kLabel, .place = {150, 150, 750, 255}}});
+  TestForm form({Design(kLabel, "Label1", {10, 10, 50, 17})});
   form.Open();
   EXPECT_FALSE(form.Find<Label>("Label1").Bordered());
   EXPECT_EQ(CountOf(Picture(form), kBorderGrey), 0);
 }
 
 TEST(ABorderedTextBox, HasALineRoundItsText) {
-  TestForm form({{.name = "Text1",
-                  .controlClass = ControlClass::kTextBox,
-                  .place = {150, 150, 1500, 315},
-                  .bordered = true}});
+  TestForm form({Design(kTextBox, "Text1", {10, 10, 100, 21}).Bordered()});
   form.Open();
   const QImage picture = Picture(form).copy(10, 10, 100, 21);
   EXPECT_EQ(CountOf(picture, kBorderGrey), 2 * 100 + 2 * 19);
   EXPECT_EQ(CountOf(picture, 0x232323), 98 * 19);
-  form.Find<TextBox>("Text1").setText(QStringLiteral("video.mp4"));
+  form.Find<TextBox>("Text1").setText(u"video.mp4"_s);
   EXPECT_EQ(CountOf(Picture(form).copy(10, 10, 3, 21), 0xC0C0C0), 0);
   EXPECT_GT(CountOf(Picture(form).copy(10, 10, 100, 21), 0xC0C0C0), 0);
 }

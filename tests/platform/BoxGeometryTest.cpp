@@ -8,27 +8,13 @@
 namespace kelvane::testing {
 namespace {
 
-constexpr ControlClass kBox = ControlClass::kPictureBox;
-constexpr ControlClass kLabel = ControlClass::kLabel;
-
 // Every mix of units, each box with one label at 10, 20 pixels.
-const Controls kNestedBoxes{
-    {.name = "Pixels", .controlClass = kBox, .place = {300, 450, 3000, 1500}},
-    {.name = "InPixels",
-     .controlClass = kLabel,
-     .place = {150, 300, 15, 30},
-     .container = "Pixels"},
-    {.name = "Twips",
-     .controlClass = kBox,
-     .place = {300, 450, 3000, 1500},
-     .container = "Pixels",
-     .twips = true},
-    {.name = "InTwips", .controlClass = kLabel, .place = {150, 300, 15, 30}, .container = "Twips"},
-    {.name = "PixelsAgain", .controlClass = kBox, .place = {30, 45, 60, 75}, .container = "Twips"},
-    {.name = "InPixelsAgain",
-     .controlClass = kLabel,
-     .place = {150, 300, 15, 30},
-     .container = "PixelsAgain"}};
+const Controls kNestedBoxes{Design(kPictureBox, "Pixels", {20, 30, 200, 100}),
+                            Design(kLabel, "InPixels", {10, 20, 1, 2}).In("Pixels"),
+                            Design(kPictureBox, "Twips", {20, 30, 200, 100}).In("Pixels").Twips(),
+                            Design(kLabel, "InTwips", {10, 20, 1, 2}).In("Twips"),
+                            Design(kPictureBox, "PixelsAgain", {2, 3, 4, 5}).In("Twips"),
+                            Design(kLabel, "InPixelsAgain", {10, 20, 1, 2}).In("PixelsAgain")};
 
 TEST(ABox, GivesItsUnitToWhatIsInItAndTakesItsOwnFromWhatItIsIn) {
   const TestForm form(TwipForm(), kNestedBoxes);
@@ -44,7 +30,7 @@ TEST(ABox, GivesItsUnitToWhatIsInItAndTakesItsOwnFromWhatItIsIn) {
                                {"InTwips", 150, 15, {10, 20}},
                                {"PixelsAgain", 30, 60, {2, 3}},
                                {"InPixelsAgain", 10, 1, {10, 20}}}) {
-    const auto& control = form.Find<Control>(QLatin1String(expected.name));
+    const auto& control = form.Find<Control>(expected.name);
     EXPECT_EQ(control.Left(), expected.left) << expected.name;
     EXPECT_EQ(control.Width(), expected.width) << expected.name;
     EXPECT_EQ(control.pos(), expected.pixels) << expected.name;
@@ -62,14 +48,8 @@ TEST(ABox, TakesWhatIsInItAlongWhenItMoves) {
 }
 
 TEST(ABorderedBox, BeginsItsPlacesInsideItsBorderOfTwoPixels) {
-  const TestForm form({{.name = "Bordered",
-                        .controlClass = kBox,
-                        .place = {300, 450, 3000, 1500},
-                        .bordered = true},
-                       {.name = "Label1",
-                        .controlClass = kLabel,
-                        .place = {0, 0, 150, 300},
-                        .container = "Bordered"}});
+  const TestForm form({Design(kPictureBox, "Bordered", {20, 30, 200, 100}).Bordered(),
+                       Design(kLabel, "Label1", {0, 0, 10, 20}).In("Bordered")});
   const auto& box = form.Find<PictureBox>("Bordered");
   auto& label = form.Find<Label>("Label1");
   EXPECT_EQ(box.geometry(), QRect(20, 30, 200, 100));
@@ -85,8 +65,7 @@ class Resize : public ::testing::Test {
   Resize() {
     for (PictureBox* box : {&first, &second}) {
       box->Resize = [this, box](int index) {
-        events.push_back(QStringLiteral("%1: %2 %3x%4")
-                             .arg(index)
+        events.push_back(u"%1: %2 %3x%4"_s.arg(index)
                              .arg(box->objectName())
                              .arg(box->width())
                              .arg(box->height())
@@ -95,11 +74,8 @@ class Resize : public ::testing::Test {
     }
   }
 
-  TestForm form{{{.name = "Picture1(0)", .controlClass = kBox, .place = {0, 0, 1500, 750}},
-                 {.name = "Picture1(1)",
-                  .controlClass = kBox,
-                  .place = {0, 0, 1500, 750},
-                  .container = "Picture1(0)"}}};
+  TestForm form{{Design(kPictureBox, "Picture1(0)", {0, 0, 100, 50}),
+                 Design(kPictureBox, "Picture1(1)", {0, 0, 100, 50}).In("Picture1(0)")}};
   PictureBox& first = form.Find<PictureBox>("Picture1(0)");
   PictureBox& second = form.Find<PictureBox>("Picture1(1)");
   Events events;

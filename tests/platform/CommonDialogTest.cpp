@@ -65,13 +65,13 @@ class AFileDialog : public ::testing::Test {
   }
 
   static QLineEdit& NameOf(const QFileDialog& shown) {
-    return *shown.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    return *shown.findChild<QLineEdit*>(u"fileNameEdit"_s);
   }
 
   static void PickOnly(QFileDialog& shown, const QString& name) {
     NameOf(shown).clearFocus();  // as the pointer does
     // The list goes on being put in order for a while, and forgets what is picked.
-    auto* list = shown.findChild<QListView*>(QStringLiteral("listView"));
+    auto* list = shown.findChild<QListView*>(u"listView"_s);
     EXPECT_TRUE(PumpUntil([&] {
       for (const QModelIndex& file : FilesOf(*list)) {
         if (file.data().toString() != name) continue;
@@ -88,7 +88,7 @@ class AFileDialog : public ::testing::Test {
 
   // The descriptions to choose from.
   static QStringList Filters(const QFileDialog& shown) {
-    const auto* types = shown.findChild<QComboBox*>(QStringLiteral("fileTypeCombo"));
+    const auto* types = shown.findChild<QComboBox*>(u"fileTypeCombo"_s);
     QStringList filters;
     for (int row = 0; row < types->count(); ++row) filters << types->itemText(row);
     return filters;
@@ -105,8 +105,7 @@ class AFileDialog : public ::testing::Test {
   }
   static QStringList Files(const QFileDialog& shown) {
     QStringList names;
-    for (const QModelIndex& file :
-         FilesOf(*shown.findChild<QListView*>(QStringLiteral("listView")))) {
+    for (const QModelIndex& file : FilesOf(*shown.findChild<QListView*>(u"listView"_s))) {
       names << file.data().toString();
     }
     names.sort();
@@ -115,15 +114,13 @@ class AFileDialog : public ::testing::Test {
 
   void ExpectFiles(const QFileDialog& shown, const QStringList& expected) {
     PumpUntil([&] { return Files(shown) == expected; });
-    EXPECT_EQ(Files(shown).join(QLatin1String(", ")).toStdString(),
-              expected.join(QLatin1String(", ")).toStdString());
+    EXPECT_EQ(Files(shown).join(", "_L1).toStdString(), expected.join(", "_L1).toStdString());
   }
 
   TestForm form;
   CommonDialog dialog{form};
   QTemporaryDir folder;
-  const QStringList everyFile{QStringLiteral("clip.mp4"), QStringLiteral("film.avi"),
-                              QStringLiteral("noextension"), QStringLiteral("video one.MP4")};
+  const QStringList everyFile{u"clip.mp4"_s, u"film.avi"_s, u"noextension"_s, u"video one.MP4"_s};
   Events questions;  // that came up on top of the dialog
 
  private:
@@ -170,7 +167,7 @@ TEST_F(AFileDialog, HasQtsTitleUnlessItIsGivenOneForOnce) {
   };
   Open(readTitle);
   Save(readTitle);
-  dialog.DialogTitle = QStringLiteral("Save Cropped Video As");
+  dialog.DialogTitle = u"Save Cropped Video As"_s;
   Save(readTitle);
   Save(readTitle);
   Open(readTitle);
@@ -187,7 +184,7 @@ TEST_F(AFileDialog, IsQtsOwnAndWaitsForItsWindow) {
     EXPECT_TRUE(shown.testOption(QFileDialog::DontUseNativeDialog));
     EXPECT_EQ(shown.parentWidget(), &form);
     EXPECT_TRUE(shown.isModal());
-    EXPECT_NE(shown.findChild<QLineEdit*>(QStringLiteral("fileNameEdit")), nullptr);
+    EXPECT_NE(shown.findChild<QLineEdit*>(u"fileNameEdit"_s), nullptr);
     shown.reject();
   });
 }
@@ -202,26 +199,26 @@ TEST_F(AFileDialog, CountsAsAnOpenDialogUntilItsAnswerIsReturned) {
 }
 
 TEST_F(AFileDialog, GivesTheFileThatWasTyped) {
-  EXPECT_TRUE(Open(Type(QStringLiteral("clip.mp4"))));
-  EXPECT_EQ(dialog.FileName, folder.filePath(QStringLiteral("clip.mp4")));
-  EXPECT_TRUE(Open(Type(folder.filePath(QStringLiteral("video one.MP4")))));
-  EXPECT_EQ(dialog.FileName, folder.filePath(QStringLiteral("video one.MP4")));
+  EXPECT_TRUE(Open(Type(u"clip.mp4"_s)));
+  EXPECT_EQ(dialog.FileName, folder.filePath(u"clip.mp4"_s));
+  EXPECT_TRUE(Open(Type(folder.filePath(u"video one.MP4"_s))));
+  EXPECT_EQ(dialog.FileName, folder.filePath(u"video one.MP4"_s));
 }
 
 TEST_F(AFileDialog, GivesTheFileThatWasPicked) {
-  dialog.Filter = QStringLiteral("*.*");
+  dialog.Filter = u"*.*"_s;
   EXPECT_TRUE(Open([this](QFileDialog& shown) {
     ExpectFiles(shown, everyFile);
-    Pick(shown, QStringLiteral("noextension"));
+    Pick(shown, u"noextension"_s);
   }));
-  EXPECT_EQ(dialog.FileName, folder.filePath(QStringLiteral("noextension")));
+  EXPECT_EQ(dialog.FileName, folder.filePath(u"noextension"_s));
 }
 
 class ATypedName : public AFileDialog {
  protected:
   ATypedName() {
     EXPECT_TRUE(QDir().mkpath(far));
-    QFile file(far + QStringLiteral("/clip.mp4"));
+    QFile file(far + u"/clip.mp4"_s);
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
   }
 
@@ -239,7 +236,7 @@ class ATypedName : public AFileDialog {
 
 // X tells late that the list of completions has the focus, even after the list has closed again.
 TEST_F(ATypedName, IsTakenAtTheFirstReturnWhereTheNameHasLostTheFocus) {
-  const QString inner = far + QStringLiteral("/inner");
+  const QString inner = far + u"/inner"_s;
   ASSERT_TRUE(QDir().mkpath(inner));
   const auto type = [](const QString& path) {
     return [path](QFileDialog& shown) {
@@ -248,30 +245,30 @@ TEST_F(ATypedName, IsTakenAtTheFirstReturnWhereTheNameHasLostTheFocus) {
       QTest::keyClick(&NameOf(shown), Qt::Key_Return);
     };
   };
-  EXPECT_TRUE(Open(type(far + QStringLiteral("/clip.mp4"))));
-  EXPECT_EQ(dialog.FileName, far + QStringLiteral("/clip.mp4"));
-  EXPECT_TRUE(Save(type(inner + QStringLiteral("/new.mp4"))));
-  EXPECT_EQ(dialog.FileName, inner + QStringLiteral("/new.mp4"));
+  EXPECT_TRUE(Open(type(far + u"/clip.mp4"_s)));
+  EXPECT_EQ(dialog.FileName, far + u"/clip.mp4"_s);
+  EXPECT_TRUE(Save(type(inner + u"/new.mp4"_s)));
+  EXPECT_EQ(dialog.FileName, inner + u"/new.mp4"_s);
 }
 
 TEST_F(ATypedName, GoesBeforeWhatWasPickedInTheList) {
   EXPECT_TRUE(Open([&](QFileDialog& shown) {
     ExpectFiles(shown, everyFile);
-    PickOnly(shown, QStringLiteral("film.avi"));
-    EXPECT_EQ(NameOf(shown).text(), QStringLiteral("film.avi"));
+    PickOnly(shown, u"film.avi"_s);
+    EXPECT_EQ(NameOf(shown).text(), u"film.avi"_s);
     NameOf(shown).selectAll();
-    QTest::keyClicks(&NameOf(shown), far + QStringLiteral("/clip.mp4"));
+    QTest::keyClicks(&NameOf(shown), far + u"/clip.mp4"_s);
     QTest::keyClick(&NameOf(shown), Qt::Key_Return);
   }));
-  EXPECT_EQ(dialog.FileName, far + QStringLiteral("/clip.mp4"));
+  EXPECT_EQ(dialog.FileName, far + u"/clip.mp4"_s);
 }
 
 TEST_F(ATypedName, GoesBeforeAFolderThatIsSelectedInTheList) {
-  const QString inner = QStringLiteral("inner");
+  const QString inner = u"inner"_s;
   ASSERT_TRUE(QDir(folder.path()).mkdir(inner));
   EXPECT_TRUE(Open([&](QFileDialog& shown) {
-    auto* list = shown.findChild<QListView*>(QStringLiteral("listView"));
-    QTest::keyClicks(&NameOf(shown), QStringLiteral("clip.mp4"));
+    auto* list = shown.findChild<QListView*>(u"listView"_s);
+    QTest::keyClicks(&NameOf(shown), u"clip.mp4"_s);
     EXPECT_TRUE(PumpUntil([&] {
       for (const QModelIndex& file : FilesOf(*list)) {
         if (file.data().toString() == inner) list->setCurrentIndex(file);
@@ -280,26 +277,26 @@ TEST_F(ATypedName, GoesBeforeAFolderThatIsSelectedInTheList) {
     }));
     QTest::keyClick(&NameOf(shown), Qt::Key_Return);
   }));
-  EXPECT_EQ(dialog.FileName, folder.filePath(QStringLiteral("clip.mp4")));
+  EXPECT_EQ(dialog.FileName, folder.filePath(u"clip.mp4"_s));
 }
 
 TEST_F(ATypedName, IsCompletedByTheEntryThatTheArrowKeysChoose) {
   EXPECT_TRUE(Open([&](QFileDialog& shown) {
-    QAbstractItemView& completions = Complete(shown, far + QStringLiteral("/c"));
+    QAbstractItemView& completions = Complete(shown, far + u"/c"_s);
     QTest::keyClick(&completions, Qt::Key_Down);
-    EXPECT_EQ(NameOf(shown).text(), far + QStringLiteral("/clip.mp4"));
+    EXPECT_EQ(NameOf(shown).text(), far + u"/clip.mp4"_s);
     QTest::keyClick(&completions, Qt::Key_Return);
   }));
-  EXPECT_EQ(dialog.FileName, far + QStringLiteral("/clip.mp4"));
+  EXPECT_EQ(dialog.FileName, far + u"/clip.mp4"_s);
 }
 
 TEST_F(ATypedName, StaysWhereEscapeClosesTheListOfCompletions) {
   EXPECT_FALSE(Open([&](QFileDialog& shown) {
-    QAbstractItemView& completions = Complete(shown, far + QStringLiteral("/c"));
+    QAbstractItemView& completions = Complete(shown, far + u"/c"_s);
     QTest::keyClick(&completions, Qt::Key_Escape);
     EXPECT_FALSE(completions.isVisible());
     EXPECT_TRUE(shown.isVisible());
-    EXPECT_EQ(NameOf(shown).text(), far + QStringLiteral("/c"));
+    EXPECT_EQ(NameOf(shown).text(), far + u"/c"_s);
     shown.reject();
   }));
 }
@@ -308,9 +305,9 @@ TEST_F(ATypedName, EnablesTheButtonWhereThereIsSuchAFile) {
   Open([&](QFileDialog& shown) {
     const QPushButton& open = DefaultButton(shown);
     EXPECT_FALSE(open.isEnabled());
-    QTest::keyClicks(&NameOf(shown), QStringLiteral("clip.mp"));
+    QTest::keyClicks(&NameOf(shown), u"clip.mp"_s);
     EXPECT_FALSE(open.isEnabled());
-    QTest::keyClicks(&NameOf(shown), QStringLiteral("4"));
+    QTest::keyClicks(&NameOf(shown), u"4"_s);
     EXPECT_TRUE(open.isEnabled());
     NameOf(shown).clear();
     EXPECT_FALSE(open.isEnabled());
@@ -319,7 +316,7 @@ TEST_F(ATypedName, EnablesTheButtonWhereThereIsSuchAFile) {
 }
 
 TEST_F(AFileDialog, OpensOnlyAFileThatIsThere) {
-  EXPECT_FALSE(Open(Type(QStringLiteral("missing.mp4"))));
+  EXPECT_FALSE(Open(Type(u"missing.mp4"_s)));
   ASSERT_EQ(questions.size(), 1U);
   EXPECT_NE(questions.front().find("missing.mp4"), std::string::npos);
   EXPECT_EQ(dialog.FileName, QString());
@@ -328,48 +325,45 @@ TEST_F(AFileDialog, OpensOnlyAFileThatIsThere) {
 TEST_F(AFileDialog, LeavesTheFileNameAsItWasWhenItIsCancelled) {
   EXPECT_FALSE(Open(Cancel));
   EXPECT_EQ(dialog.FileName, QString());
-  dialog.FileName = QStringLiteral("/tmp/former.mp4");
+  dialog.FileName = u"/tmp/former.mp4"_s;
   EXPECT_FALSE(Open(Cancel));
   EXPECT_FALSE(Save(Cancel));
-  EXPECT_EQ(dialog.FileName, QStringLiteral("/tmp/former.mp4"));
+  EXPECT_EQ(dialog.FileName, u"/tmp/former.mp4"_s);
 }
 
 TEST_F(AFileDialog, SavesOverAFileWithoutAQuestion) {
-  EXPECT_TRUE(Save(Type(QStringLiteral("clip.mp4"))));
-  EXPECT_EQ(dialog.FileName, folder.filePath(QStringLiteral("clip.mp4")));
+  EXPECT_TRUE(Save(Type(u"clip.mp4"_s)));
+  EXPECT_EQ(dialog.FileName, folder.filePath(u"clip.mp4"_s));
   EXPECT_EQ(questions, Events{});
 }
 
 TEST_F(AFileDialog, AddsNoExtension) {
-  dialog.Filter = QStringLiteral("MP4 Files (*.mp4)|*.mp4|All Files (*.*)|*.*");
+  dialog.Filter = u"MP4 Files (*.mp4)|*.mp4|All Files (*.*)|*.*"_s;
   for (const int index : {1, 2}) {
     dialog.FilterIndex = index;
-    EXPECT_TRUE(Save(Type(QStringLiteral("new"))));
-    EXPECT_EQ(dialog.FileName, folder.filePath(QStringLiteral("new")));
-    EXPECT_TRUE(Save(Type(QStringLiteral("new.mkv"))));
-    EXPECT_EQ(dialog.FileName, folder.filePath(QStringLiteral("new.mkv")));
+    EXPECT_TRUE(Save(Type(u"new"_s)));
+    EXPECT_EQ(dialog.FileName, folder.filePath(u"new"_s));
+    EXPECT_TRUE(Save(Type(u"new.mkv"_s)));
+    EXPECT_EQ(dialog.FileName, folder.filePath(u"new.mkv"_s));
   }
-  EXPECT_FALSE(QFile::exists(folder.filePath(QStringLiteral("new"))));
+  EXPECT_FALSE(QFile::exists(folder.filePath(u"new"_s)));
 }
 
 TEST_F(AFileDialog, OffersThePairsOfItsFilterAndBeginsWithTheOneOfItsIndex) {
-  dialog.Filter =
-      QStringLiteral("MP4 Files (*.mp4)|*.mp4|AVI Files (*.avi)|*.avi|All Files (*.*)|*.*");
+  dialog.Filter = u"MP4 Files (*.mp4)|*.mp4|AVI Files (*.avi)|*.avi|All Files (*.*)|*.*"_s;
   struct Case {
     int index;
     const char* chosen;
     QStringList files;
   };
-  for (const Case& given :
-       {Case{1, "MP4 Files (*.mp4)", {QStringLiteral("clip.mp4"), QStringLiteral("video one.MP4")}},
-        {2, "AVI Files (*.avi)", {QStringLiteral("film.avi")}},
-        {3, "All Files (*.*)", everyFile}}) {
+  for (const Case& given : {Case{1, "MP4 Files (*.mp4)", {u"clip.mp4"_s, u"video one.MP4"_s}},
+                            {2, "AVI Files (*.avi)", {u"film.avi"_s}},
+                            {3, "All Files (*.*)", everyFile}}) {
     dialog.FilterIndex = given.index;
     Save([&](QFileDialog& shown) {
-      EXPECT_EQ(Filters(shown), (QStringList{QStringLiteral("MP4 Files (*.mp4)"),
-                                             QStringLiteral("AVI Files (*.avi)"),
-                                             QStringLiteral("All Files (*.*)")}));
-      EXPECT_EQ(shown.findChild<QComboBox*>(QStringLiteral("fileTypeCombo"))->currentText(),
+      EXPECT_EQ(Filters(shown), (QStringList{u"MP4 Files (*.mp4)"_s, u"AVI Files (*.avi)"_s,
+                                             u"All Files (*.*)"_s}));
+      EXPECT_EQ(shown.findChild<QComboBox*>(u"fileTypeCombo"_s)->currentText(),
                 QLatin1String(given.chosen));
       ExpectFiles(shown, given.files);
       shown.reject();
@@ -378,16 +372,16 @@ TEST_F(AFileDialog, OffersThePairsOfItsFilterAndBeginsWithTheOneOfItsIndex) {
 }
 
 TEST_F(AFileDialog, ShowsABarePatternAsItselfAndEveryFileUnderStarDotStar) {
-  dialog.Filter = QStringLiteral("*.*");
+  dialog.Filter = u"*.*"_s;
   Open([this](QFileDialog& shown) {
-    EXPECT_EQ(Filters(shown), QStringList{QStringLiteral("*.*")});
+    EXPECT_EQ(Filters(shown), QStringList{u"*.*"_s});
     ExpectFiles(shown, everyFile);
     shown.reject();
   });
-  dialog.Filter = QStringLiteral("*.avi");
+  dialog.Filter = u"*.avi"_s;
   Open([this](QFileDialog& shown) {
-    EXPECT_EQ(Filters(shown), QStringList{QStringLiteral("*.avi")});
-    ExpectFiles(shown, {QStringLiteral("film.avi")});
+    EXPECT_EQ(Filters(shown), QStringList{u"*.avi"_s});
+    ExpectFiles(shown, {u"film.avi"_s});
     shown.reject();
   });
 }
@@ -401,12 +395,11 @@ TEST_F(AFileDialog, WithoutAFilterShowsEveryFile) {
 }
 
 TEST_F(AFileDialog, BeginsWithTheFirstPairWhereItsIndexIsNone) {
-  dialog.Filter = QStringLiteral("One|*.mp4|Two|*.avi");
+  dialog.Filter = u"One|*.mp4|Two|*.avi"_s;
   for (const int index : {0, 3, -1}) {
     dialog.FilterIndex = index;
     Open([](QFileDialog& shown) {
-      EXPECT_EQ(shown.findChild<QComboBox*>(QStringLiteral("fileTypeCombo"))->currentText(),
-                QStringLiteral("One"));
+      EXPECT_EQ(shown.findChild<QComboBox*>(u"fileTypeCombo"_s)->currentText(), u"One"_s);
       shown.reject();
     });
   }
@@ -423,14 +416,14 @@ TEST_F(AFileDialog, BeginsInItsFolderOrAtHomeWhereThereIsNone) {
     return began;
   };
   EXPECT_EQ(beginning(folder.path()), folder.path());
-  EXPECT_EQ(beginning(folder.filePath(QStringLiteral("nowhere"))), QDir::homePath());
-  EXPECT_EQ(beginning(folder.filePath(QStringLiteral("clip.mp4"))), QDir::homePath());
+  EXPECT_EQ(beginning(folder.filePath(u"nowhere"_s)), QDir::homePath());
+  EXPECT_EQ(beginning(folder.filePath(u"clip.mp4"_s)), QDir::homePath());
   EXPECT_EQ(beginning(folder.path()), folder.path());
   EXPECT_EQ(beginning(QString()), QDir::homePath());
 }
 
 TEST_F(AFileDialog, BeginsWhereTheLastFileWasChosenUnlessItIsToldWhere) {
-  const QString inner = folder.filePath(QStringLiteral("inner"));
+  const QString inner = folder.filePath(u"inner"_s);
   ASSERT_TRUE(QDir().mkpath(inner));
   const auto beginning = [this] {
     QString began;
@@ -441,7 +434,7 @@ TEST_F(AFileDialog, BeginsWhereTheLastFileWasChosenUnlessItIsToldWhere) {
     return began;
   };
   dialog.InitDir.clear();
-  ASSERT_TRUE(Save(Type(inner + QStringLiteral("/new.mp4"))));
+  ASSERT_TRUE(Save(Type(inner + u"/new.mp4"_s)));
   EXPECT_EQ(beginning(), inner);
   EXPECT_EQ(beginning(), inner) << "a cancelled dialog changes nothing";
   dialog.InitDir = folder.path();

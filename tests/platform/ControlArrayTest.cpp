@@ -10,26 +10,23 @@
 namespace kelvane::testing {
 namespace {
 
-constexpr ControlClass kLabel = ControlClass::kLabel;
-
 // Out of order, among others of similar names, one of them in a box.
-const Controls kControls{
-    {.name = "Label1(2)", .controlClass = kLabel, .place = {}},
-    {.name = "Label14(0)", .controlClass = kLabel, .place = {}},
-    {.name = "Label1(0)", .controlClass = kLabel, .place = {}},
-    {.name = "Picture1", .controlClass = ControlClass::kPictureBox, .place = {}},
-    {.name = "Label1(1)", .controlClass = kLabel, .place = {}, .container = "Picture1"},
-    {.name = "Label14(1)", .controlClass = kLabel, .place = {}},
-    {.name = "Label2", .controlClass = kLabel, .place = {}},
-    {.name = "Label3(11)", .controlClass = kLabel, .place = {}}};
+const Controls kControls{Design(kLabel, "Label1(2)"),
+                         Design(kLabel, "Label14(0)"),
+                         Design(kLabel, "Label1(0)"),
+                         Design(kPictureBox, "Picture1"),
+                         Design(kLabel, "Label1(1)").In("Picture1"),
+                         Design(kLabel, "Label14(1)"),
+                         Design(kLabel, "Label2"),
+                         Design(kLabel, "Label3(11)")};
 
 TEST(AControlArray, HasTheControlsOfItsNameByTheirIndex) {
   const TestForm form(kControls);
-  const ControlArray<Label> labels(form, QStringLiteral("Label1"));
+  const ControlArray<Label> labels(form, u"Label1"_s);
   EXPECT_EQ(labels.Count(), 3);
   EXPECT_EQ(labels.UBound(), 2);
   for (int index = 0; index < 3; ++index) {
-    EXPECT_EQ(labels(index).objectName(), QStringLiteral("Label1(%1)").arg(index));
+    EXPECT_EQ(labels(index).objectName(), u"Label1(%1)"_s.arg(index));
     EXPECT_EQ(labels(index).Index(), index);
   }
 }
@@ -37,7 +34,7 @@ TEST(AControlArray, HasTheControlsOfItsNameByTheirIndex) {
 TEST(AControlArray, RunsThroughItsControlsInTheOrderOfTheirIndex) {
   const TestForm form(kControls);
   Events names;
-  for (const Label* label : ControlArray<Label>(form, QStringLiteral("Label1"))) {
+  for (const Label* label : ControlArray<Label>(form, u"Label1"_s)) {
     names.push_back(label->objectName().toStdString());
   }
   EXPECT_EQ(names, (Events{"Label1(0)", "Label1(1)", "Label1(2)"}));
@@ -50,30 +47,30 @@ TEST(AControlArray, HasMembersOfAnIndexOfTwoDigits) {
     names.push_back("Label1(" + std::to_string(index) + ")");
   }
   for (const std::string& name : names) {
-    controls.push_back({.name = name.c_str(), .controlClass = kLabel, .place = {}});
+    controls.push_back(Design(kLabel, name.c_str()));
   }
   const TestForm form(controls);
-  const ControlArray<Label> labels(form, QStringLiteral("Label1"));
+  const ControlArray<Label> labels(form, u"Label1"_s);
   EXPECT_EQ(labels.Count(), 16);
   EXPECT_EQ(labels(15).Index(), 15);
 }
 
 TEST(AControlArray, OfANameThatNobodyHasIsEmpty) {
   const TestForm form(kControls);
-  EXPECT_EQ(ControlArray<Label>(form, QStringLiteral("Label9")).Count(), 0);
-  EXPECT_EQ(ControlArray<Label>(form, QStringLiteral("Label9")).UBound(), -1);
+  EXPECT_EQ(ControlArray<Label>(form, u"Label9"_s).Count(), 0);
+  EXPECT_EQ(ControlArray<Label>(form, u"Label9"_s).UBound(), -1);
 }
 
 TEST(AControlArray, HasOneHandlerThatIsToldTheIndex) {
   const TestForm form(kControls);
   Events events;
-  const ControlArray<Label> labels(form, QStringLiteral("Label1"));
+  const ControlArray<Label> labels(form, u"Label1"_s);
   for (Label* label : labels) {
     label->Change = [&events](int index) { events.push_back(std::to_string(index)); };
   }
-  labels(2).setCaption(QStringLiteral("a"));
-  labels(0).setCaption(QStringLiteral("b"));
-  labels(1).setCaption(QStringLiteral("c"));
+  labels(2).setCaption(u"a"_s);
+  labels(0).setCaption(u"b"_s);
+  labels(1).setCaption(u"c"_s);
   EXPECT_EQ(events, (Events{"2", "0", "1"}));
 }
 

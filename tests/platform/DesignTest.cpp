@@ -18,28 +18,19 @@
 namespace kelvane::testing {
 namespace {
 
-constexpr ControlClass kBox = ControlClass::kPictureBox;
-constexpr ControlClass kLabel = ControlClass::kLabel;
-
 // One of each class.
 const Controls kOneOfEach{
-    {.name = "Command1(0)",
-     .controlClass = ControlClass::kCommandButton,
-     .place = {0, 0, 750, 300},
-     .caption = "Open Video"},
-    {.name = "HScroll1", .controlClass = ControlClass::kHScrollBar, .place = {0, 300, 750, 300}},
-    {.name = "Label1(0)", .controlClass = kLabel, .place = {0, 600, 750, 300}, .caption = "Width"},
-    {.name = "Line1", .controlClass = ControlClass::kLine, .place = {0, 900, 750, 0}},
-    {.name = "Picture1(0)", .controlClass = kBox, .place = {0, 1200, 750, 300}},
-    {.name = "pbar", .controlClass = ControlClass::kProgressBar, .place = {0, 1500, 750, 300}},
-    {.name = "Shape1", .controlClass = ControlClass::kShape, .place = {0, 1800, 750, 300}},
-    {.name = "Slider1", .controlClass = ControlClass::kSlider, .place = {0, 2100, 750, 300}},
-    {.name = "Text1(0)",
-     .controlClass = ControlClass::kTextBox,
-     .place = {0, 2400, 750, 300},
-     .caption = "Source"},
-    {.name = "VScroll1", .controlClass = ControlClass::kVScrollBar, .place = {750, 0, 300, 750}},
-    {.name = "wmp", .controlClass = ControlClass::kWindowsMediaPlayer, .place = {}}};
+    Design(kCommandButton, "Command1(0)", {0, 0, 50, 20}).Caption("Open Video"),
+    Design(kHScrollBar, "HScroll1", {0, 20, 50, 20}),
+    Design(kLabel, "Label1(0)", {0, 40, 50, 20}).Caption("Width"),
+    Design(kLine, "Line1", {0, 60, 50, 0}),
+    Design(kPictureBox, "Picture1(0)", {0, 80, 50, 20}),
+    Design(kProgressBar, "pbar", {0, 100, 50, 20}),
+    Design(kShape, "Shape1", {0, 120, 50, 20}),
+    Design(kSlider, "Slider1", {0, 140, 50, 20}),
+    Design(kTextBox, "Text1(0)", {0, 160, 50, 20}).Caption("Source"),
+    Design(kVScrollBar, "VScroll1", {50, 0, 20, 50}),
+    Design(kWindowsMediaPlayer, "wmp")};
 
 TEST(ADesign, IsBuiltWithTheClassThatItNames) {
   const TestForm form(kOneOfEach);
@@ -58,18 +49,17 @@ TEST(ADesign, IsBuiltWithTheClassThatItNames) {
 
 TEST(ADesign, GivesCaptionsAndTexts) {
   const TestForm form(kOneOfEach);
-  EXPECT_EQ(form.Find<CommandButton>("Command1(0)").Caption(), QStringLiteral("Open Video"));
-  EXPECT_EQ(form.Find<Label>("Label1(0)").Caption(), QStringLiteral("Width"));
-  EXPECT_EQ(form.Find<TextBox>("Text1(0)").Text(), QStringLiteral("Source"));
-  EXPECT_EQ(form.objectName(), QStringLiteral("Form"));
-  EXPECT_EQ(form.Caption(), QStringLiteral("A form"));
+  EXPECT_EQ(form.Find<CommandButton>("Command1(0)").Caption(), u"Open Video"_s);
+  EXPECT_EQ(form.Find<Label>("Label1(0)").Caption(), u"Width"_s);
+  EXPECT_EQ(form.Find<TextBox>("Text1(0)").Text(), u"Source"_s);
+  EXPECT_EQ(form.objectName(), u"Form"_s);
+  EXPECT_EQ(form.Caption(), u"A form"_s);
 }
 
 TEST(ADesign, PutsTheFirstOfTheListInFront) {
-  TestForm form(
-      {{.name = "First", .controlClass = kBox, .place = {0, 0, 450, 450}, .color = 0xFF0000},
-       {.name = "Second", .controlClass = kBox, .place = {150, 150, 450, 450}, .color = 0x00FF00},
-       {.name = "Third", .controlClass = kBox, .place = {300, 300, 450, 450}, .color = 0x0000FF}});
+  TestForm form({Design(kPictureBox, "First", {0, 0, 30, 30}).Color(0xFF0000),
+                 Design(kPictureBox, "Second", {10, 10, 30, 30}).Color(0x00FF00),
+                 Design(kPictureBox, "Third", {20, 20, 30, 30}).Color(0x0000FF)});
   form.Open();
   const QImage picture = Picture(form);
   EXPECT_EQ(CountOf(picture, 0xFF0000), 30 * 30);
@@ -80,21 +70,10 @@ TEST(ADesign, PutsTheFirstOfTheListInFront) {
 }
 
 TEST(ADesign, PutsTheFirstInFrontInsideABoxToo) {
-  TestForm form({{.name = "Canvas", .controlClass = kBox, .place = {0, 0, 1500, 1500}},
-                 {.name = "Bar",
-                  .controlClass = kBox,
-                  .place = {0, 0, 75, 1500},
-                  .container = "Canvas",
-                  .color = 0x00FF00},
-                 {.name = "Holder",
-                  .controlClass = kBox,
-                  .place = {0, 0, 1500, 1500},
-                  .container = "Canvas",
-                  .color = 0xC0C0C0},
-                 {.name = "wmp",
-                  .controlClass = ControlClass::kWindowsMediaPlayer,
-                  .place = {0, 0, 1500, 750},
-                  .container = "Holder"}});
+  TestForm form({Design(kPictureBox, "Canvas", {0, 0, 100, 100}),
+                 Design(kPictureBox, "Bar", {0, 0, 5, 100}).In("Canvas").Color(0x00FF00),
+                 Design(kPictureBox, "Holder", {0, 0, 100, 100}).In("Canvas").Color(0xC0C0C0),
+                 Design(kWindowsMediaPlayer, "wmp", {0, 0, 100, 50}).In("Holder")});
   form.Open();
   const QImage picture = Picture(form);
   EXPECT_EQ(CountOf(picture, 0x00FF00), 5 * 100);
@@ -103,18 +82,10 @@ TEST(ADesign, PutsTheFirstInFrontInsideABoxToo) {
 }
 
 TEST(ADesign, HidesWhatItSays) {
-  TestForm form({{.name = "Shown", .controlClass = kLabel, .place = {}},
-                 {.name = "Hidden", .controlClass = kLabel, .place = {}, .visible = false},
-                 {.name = "Box", .controlClass = kBox, .place = {}, .visible = false},
-                 {.name = "InHiddenBox", .controlClass = kLabel, .place = {}, .container = "Box"},
-                 {.name = "HiddenInHiddenBox",
-                  .controlClass = kLabel,
-                  .place = {},
-                  .container = "Box",
-                  .visible = false}});
-  const auto visible = [&form](const char* name) {
-    return form.Find<Control>(QLatin1String(name)).Visible();
-  };
+  TestForm form({Design(kLabel, "Shown"), Design(kLabel, "Hidden").Hidden(),
+                 Design(kPictureBox, "Box").Hidden(), Design(kLabel, "InHiddenBox").In("Box"),
+                 Design(kLabel, "HiddenInHiddenBox").In("Box").Hidden()});
+  const auto visible = [&form](const char* name) { return form.Find<Control>(name).Visible(); };
   // Whether the window itself is on the screen is nothing to its controls.
   for (int round = 0; round < 2; ++round) {
     EXPECT_TRUE(visible("Shown"));
@@ -127,8 +98,7 @@ TEST(ADesign, HidesWhatItSays) {
 }
 
 TEST(Visible, IsAsAssignedWhateverLiesRound) {
-  TestForm form({{.name = "Box", .controlClass = kBox, .place = {0, 0, 750, 750}},
-                 {.name = "Label1", .controlClass = kLabel, .place = {}, .container = "Box"}});
+  TestForm form({Design(kPictureBox, "Box", {0, 0, 50, 50}), Design(kLabel, "Label1").In("Box")});
   form.Open();
   auto& box = form.Find<PictureBox>("Box");
   auto& label = form.Find<Label>("Label1");
@@ -146,12 +116,8 @@ TEST(Visible, IsAsAssignedWhateverLiesRound) {
 }
 
 TEST(ADesign, GivesLabelsTheFormsColourAndTheirOwnBack) {
-  const TestForm form({{.name = "Transparent", .controlClass = kLabel, .place = {}},
-                       {.name = "Filled",
-                        .controlClass = kLabel,
-                        .place = {},
-                        .color = 0x232323,
-                        .centred = true}});
+  const TestForm form(
+      {Design(kLabel, "Transparent"), Design(kLabel, "Filled").Color(0x232323).Centred()});
   const auto& transparent = form.Find<Label>("Transparent");
   const auto& filled = form.Find<Label>("Filled");
   EXPECT_EQ(transparent.ForeColor(), kPixelForm.labelColor);
@@ -163,14 +129,8 @@ TEST(ADesign, GivesLabelsTheFormsColourAndTheirOwnBack) {
 }
 
 TEST(ADesign, GivesShapesAndLinesTheirColourAndWidth) {
-  const TestForm form(
-      {{.name = "Shape1",
-        .controlClass = ControlClass::kShape,
-        .place = {},
-        .color = 0x808080,
-        .borderWidth = 2},
-       {.name = "Shape2", .controlClass = ControlClass::kShape, .place = {}},
-       {.name = "Line1", .controlClass = ControlClass::kLine, .place = {}, .color = 0x808080}});
+  const TestForm form({Design(kShape, "Shape1").Color(0x808080).BorderWidth(2),
+                       Design(kShape, "Shape2"), Design(kLine, "Line1").Color(0x808080)});
   EXPECT_EQ(form.Find<Shape>("Shape1").BorderColor(), 0x808080U);
   EXPECT_EQ(form.Find<Shape>("Shape1").BorderWidth(), 2);
   EXPECT_EQ(form.Find<Shape>("Shape2").BorderWidth(), 1);
@@ -179,18 +139,16 @@ TEST(ADesign, GivesShapesAndLinesTheirColourAndWidth) {
 
 // The screen of these tests has its own idea of the size of a point; the windows don't ask.
 TEST(EveryText, IsElevenPixelsHighInAFaceOfArialsFamily) {
-  TestForm form({{.name = "Box", .controlClass = kBox, .place = {0, 0, 3000, 3000}},
-                 {.name = "Label1", .controlClass = kLabel, .place = {}, .container = "Box"},
-                 {.name = "Command1", .controlClass = ControlClass::kCommandButton, .place = {}},
-                 {.name = "Text1", .controlClass = ControlClass::kTextBox, .place = {}}});
+  TestForm form({Design(kPictureBox, "Box", {0, 0, 200, 200}), Design(kLabel, "Label1").In("Box"),
+                 Design(kCommandButton, "Command1"), Design(kTextBox, "Text1")});
   form.Open();
   QList<const QWidget*> widgets{&form.Find<Control>("Box"), &form.Find<Control>("Label1")};
   for (const char* name : {"Command1", "Text1"}) {
-    widgets << form.Find<Control>(QLatin1String(name)).findChild<QWidget*>();
+    widgets << form.Find<Control>(name).findChild<QWidget*>();
   }
   for (const QWidget* widget : widgets) {
     const QFont font = widget->font();
-    EXPECT_EQ(font.family(), QStringLiteral("Arial"));
+    EXPECT_EQ(font.family(), u"Arial"_s);
     EXPECT_EQ(font.pixelSize(), 11);
     EXPECT_EQ(QFontInfo(font).pixelSize(), 11);
     EXPECT_FALSE(font.bold());
@@ -203,8 +161,8 @@ TEST(ACommandButton, RaisesClickWithItsIndexAndHasACaption) {
   auto& button = form.Find<CommandButton>("Command1(0)");
   Events events;
   button.Click = [&](int index) { events.push_back(std::to_string(index)); };
-  button.setCaption(QStringLiteral("Paused"));
-  EXPECT_EQ(button.Caption(), QStringLiteral("Paused"));
+  button.setCaption(u"Paused"_s);
+  EXPECT_EQ(button.Caption(), u"Paused"_s);
   Pointer pointer(form);
   pointer.MoveTo(button, {10, 10});
   pointer.Press();

@@ -23,10 +23,7 @@ TEST(AForm, IsOfItsBackColour) {
 }
 
 TEST(ABox, IsOfItsBackColour) {
-  TestForm form({{.name = "Box",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {150, 300, 450, 600},
-                  .color = 0x404040}});
+  TestForm form({Design(kPictureBox, "Box", {10, 20, 30, 40}).Color(0x404040)});
   form.Open();
   auto& box = form.Find<PictureBox>("Box");
   EXPECT_EQ(box.BackColor(), 0x404040U);
@@ -38,15 +35,8 @@ TEST(ABox, IsOfItsBackColour) {
 }
 
 TEST(ABox, ClipsWhatIsInIt) {
-  TestForm form({{.name = "Box",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {150, 300, 450, 600},
-                  .color = 0x404040},
-                 {.name = "Bar",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {300, -1500, 3000, 15000},
-                  .container = "Box",
-                  .color = 0x00FF00}});
+  TestForm form({Design(kPictureBox, "Box", {10, 20, 30, 40}).Color(0x404040),
+                 Design(kPictureBox, "Bar", {20, -100, 200, 1000}).In("Box").Color(0x00FF00)});
   form.Open();
   const QImage picture = Picture(form);
   EXPECT_EQ(CountOf(picture, 0x00FF00), 10 * 40);
@@ -54,16 +44,8 @@ TEST(ABox, ClipsWhatIsInIt) {
 }
 
 TEST(ABorderedBox, HasALineRoundItAndAGapInsideTheLine) {
-  TestForm form({{.name = "Box",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {150, 300, 450, 600},
-                  .color = 0x404040,
-                  .bordered = true},
-                 {.name = "Inside",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {0, 0, 390, 540},
-                  .container = "Box",
-                  .color = 0x00FF00}});
+  TestForm form({Design(kPictureBox, "Box", {10, 20, 30, 40}).Color(0x404040).Bordered(),
+                 Design(kPictureBox, "Inside", {0, 0, 26, 36}).In("Box").Color(0x00FF00)});
   form.Open();
   const QImage box = Picture(form).copy(10, 20, 30, 40);
   EXPECT_EQ(CountOf(box, kBorderGrey), 2 * 30 + 2 * 38);
@@ -73,10 +55,7 @@ TEST(ABorderedBox, HasALineRoundItAndAGapInsideTheLine) {
 }
 
 TEST(AShape, IsAnOutlineOfItsWidthInsideItsPlace) {
-  TestForm form({{.name = "Shape1",
-                  .controlClass = ControlClass::kShape,
-                  .place = {150, 300, 450, 600},
-                  .color = 0xA0A0A0}});
+  TestForm form({Design(kShape, "Shape1", {10, 20, 30, 40}).Color(0xA0A0A0)});
   form.Open();
   auto& shape = form.Find<Shape>("Shape1");
   EXPECT_EQ(shape.BorderColor(), 0xA0A0A0U);
@@ -120,13 +99,11 @@ class AChange : public ::testing::TestWithParam<ChangeCase> {};
 
 TEST_P(AChange, IsPaintedAtTheNextDoEventsAndPaintsNothingWhereItChangesNothing) {
   TestForm form(
-      {{.name = "Label1", .controlClass = ControlClass::kLabel, .place = {0, 0, 750, 300}},
-       {.name = "Box", .controlClass = ControlClass::kPictureBox, .place = {0, 300, 750, 300}},
-       {.name = "Shape1", .controlClass = ControlClass::kShape, .place = {0, 600, 750, 300}},
-       {.name = "Line1", .controlClass = ControlClass::kLine, .place = {0, 900, 750, 0}}});
+      {Design(kLabel, "Label1", {0, 0, 50, 20}), Design(kPictureBox, "Box", {0, 20, 50, 20}),
+       Design(kShape, "Shape1", {0, 40, 50, 20}), Design(kLine, "Line1", {0, 60, 50, 0})});
   form.Open();
   for (int round = 0; round < 5; ++round) DoEvents();
-  const Paintings paintings(form.Find<Control>(QLatin1String(GetParam().control)));
+  const Paintings paintings(form.Find<Control>(GetParam().control));
   GetParam().change(form);
   EXPECT_EQ(paintings.Count(), 0);
   DoEvents();
@@ -139,10 +116,9 @@ TEST_P(AChange, IsPaintedAtTheNextDoEventsAndPaintsNothingWhereItChangesNothing)
 INSTANTIATE_TEST_SUITE_P(
     Platform, AChange,
     ::testing::Values(
-        ChangeCase{"OfALabelsCaption", "Label1",
-                   [](const TestForm& form) {
-                     form.Find<Label>("Label1").setCaption(QStringLiteral("Progress"));
-                   }},
+        ChangeCase{
+            "OfALabelsCaption", "Label1",
+            [](const TestForm& form) { form.Find<Label>("Label1").setCaption(u"Progress"_s); }},
         ChangeCase{"OfALabelsBackColour", "Label1",
                    [](const TestForm& form) { form.Find<Label>("Label1").setBackColor(0x808080); }},
         ChangeCase{"OfALabelsColour", "Label1",

@@ -43,22 +43,18 @@ TEST(TheScreen, KnowsAndShowsThePointerThatItWasGiven) {
 }
 
 TEST(TheScreensPointer, IsNotThatOfAControl) {
-  TestForm form({{.name = "Box",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {0, 0, 300, 300},
-                  .pointer = MousePointer::kSizeWestEast}});
+  TestForm form({Design(kPictureBox, "Box", {0, 0, 20, 20}).Pointer(MousePointer::kSizeWestEast)});
   EXPECT_EQ(Screen::Pointer(), MousePointer::kDefault);
 }
 
 TEST(AControl, TakesTheKeyboardWhenItIsGivenIt) {
   TestForm form(
-      {{.name = "One", .controlClass = ControlClass::kPictureBox, .place = {0, 0, 300, 300}},
-       {.name = "Two", .controlClass = ControlClass::kPictureBox, .place = {300, 0, 300, 300}}});
+      {Design(kPictureBox, "One", {0, 0, 20, 20}), Design(kPictureBox, "Two", {20, 0, 20, 20})});
   form.Open();
   ASSERT_TRUE(PumpUntil([&] { return form.isActiveWindow(); }));
   for (const char* name : {"One", "Two"}) {
-    form.Find<PictureBox>(QLatin1String(name)).SetFocus();
-    EXPECT_EQ(QApplication::focusWidget(), &form.Find<PictureBox>(QLatin1String(name)));
+    form.Find<PictureBox>(name).SetFocus();
+    EXPECT_EQ(QApplication::focusWidget(), &form.Find<PictureBox>(name));
   }
 }
 

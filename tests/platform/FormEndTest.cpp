@@ -90,7 +90,7 @@ TEST_F(TheProgram, StillAsksInAHandlerThatGoesOn) {
   const DialogAnswers answers({PressButton(QMessageBox::Ok)});
   InAHandlerOf(first, [this] {
     first.Unload();
-    MsgBox(QStringLiteral("An error occurred."));
+    MsgBox(u"An error occurred."_s);
   });
   EXPECT_EQ(RunProgram(), 0);
   EXPECT_EQ(answers.seen(), Events{"Kelvane | An error occurred. | no icon | OK"});

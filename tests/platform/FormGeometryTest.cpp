@@ -113,8 +113,7 @@ class FormResize : public ::testing::Test {
  protected:
   FormResize() {
     form.OnResize = [this] {
-      events.push_back(QStringLiteral("%1x%2")
-                           .arg(static_cast<double>(form.ScaleWidth()))
+      events.push_back(u"%1x%2"_s.arg(static_cast<double>(form.ScaleWidth()))
                            .arg(static_cast<double>(form.ScaleHeight()))
                            .toStdString());
     };

@@ -180,9 +180,7 @@ TEST(AnOwnedForm, OutlivesItsOwner) {
 class Dropped : public TestForm {
  public:
   explicit Dropped(Events& record)
-      : TestForm(
-            {{.name = "Label1", .controlClass = ControlClass::kLabel, .place = {0, 0, 750, 300}}}),
-        events(record) {
+      : TestForm({Design(kLabel, "Label1", {0, 0, 50, 20})}), events(record) {
     RecordLife(*this, events);
   }
   ~Dropped() override { events.emplace_back("deleted"); }
@@ -204,7 +202,7 @@ class ADroppedForm : public ::testing::Test {
         DoEvents();
         DeleteWhatMayBeDeleted();
       }
-      form.label.setCaption(QStringLiteral("still here"));
+      form.label.setCaption(u"still here"_s);
       events.emplace_back("end");
     };
   }
@@ -246,7 +244,7 @@ TEST_F(ADroppedForm, OutlivesItsUnloadingInAChangeUntilTheHandlerReturns) {
   form.label.Change = [run = Handler(), begun = false](int) mutable {
     if (!std::exchange(begun, true)) run();
   };
-  AtNextDoEvents([&form] { form.label.setCaption(QStringLiteral("go")); });
+  AtNextDoEvents([&form] { form.label.setCaption(u"go"_s); });
   ExpectDeletionAfterTheHandler();
 }
 
@@ -335,7 +333,7 @@ TEST_F(ADroppedForm, LivesBesideItsSuccessorWhileItsHandlerRuns) {
   first.timer.Tick = [&] {
     first.timer.setEnabled(false);
     first.Unload();
-    instance.Load(events).label.setCaption(QStringLiteral("second"));
+    instance.Load(events).label.setCaption(u"second"_s);
     DeleteWhatMayBeDeleted();
     events.push_back("first: " + first.label.Caption().toStdString());
   };

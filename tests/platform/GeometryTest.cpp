@@ -16,8 +16,7 @@ constexpr float kNotANumber = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInfinite = std::numeric_limits<float>::infinity();
 constexpr float kGreatest = std::numeric_limits<float>::max();
 
-const Controls kOneLabel{
-    {.name = "Label1", .controlClass = ControlClass::kLabel, .place = {150, 300, 450, 600}}};
+const Controls kOneLabel{Design(kLabel, "Label1", {10, 20, 30, 40})};
 
 struct Setter {
   const char* name;
@@ -114,9 +113,8 @@ TEST(AControlInTwips, ReadsBackWhatWasAssignedAndStandsAtTheNearestWholePixel) {
 TEST(AControlOfADesign, ReadsItsPlaceInWholeUnits) {
   for (int pixels = 0; pixels <= 2000; ++pixels) {
     const auto twips = static_cast<float>(pixels * 15);
-    const Controls controls{{.name = "Label1",
-                             .controlClass = ControlClass::kLabel,
-                             .place = {twips, -twips, twips, twips}}};
+    const Controls controls{
+        Design(kLabel, "Label1", {twips / 15, -twips / 15, twips / 15, twips / 15})};
     const TestForm inPixels(kPixelForm, controls);
     const auto& label = inPixels.Find<Label>("Label1");
     const auto whole = static_cast<float>(pixels);
@@ -221,16 +219,12 @@ TEST(AControlsWidget, HasItsPlaceBeforeTheAssignmentReturnsOnTheScreenToo) {
 }
 
 TEST(AStockWidget, FillsItsControlAtEverySize) {
-  TestForm form({{.name = "Command1",
-                  .controlClass = ControlClass::kCommandButton,
-                  .place = {0, 0, 1500, 300}},
-                 {.name = "VScroll1", .controlClass = ControlClass::kVScrollBar, .place = {}},
-                 {.name = "pbar", .controlClass = ControlClass::kProgressBar, .place = {}},
-                 {.name = "Text1", .controlClass = ControlClass::kTextBox, .place = {}},
-                 {.name = "Slider1", .controlClass = ControlClass::kSlider, .place = {}}});
+  TestForm form({Design(kCommandButton, "Command1", {0, 0, 100, 20}),
+                 Design(kVScrollBar, "VScroll1"), Design(kProgressBar, "pbar"),
+                 Design(kTextBox, "Text1"), Design(kSlider, "Slider1")});
   form.Open();
   for (const char* name : {"Command1", "VScroll1", "pbar", "Text1", "Slider1"}) {
-    auto& control = form.Find<Control>(QLatin1String(name));
+    auto& control = form.Find<Control>(name);
     for (const QSize size : {QSize(100, 20), QSize(31, 57), QSize(0, 0), QSize(3, 200)}) {
       control.setWidth(static_cast<float>(size.width()));
       control.setHeight(static_cast<float>(size.height()));
@@ -242,8 +236,7 @@ TEST(AStockWidget, FillsItsControlAtEverySize) {
 }
 
 TEST(ALine, IsOnePixelThickAtAnyHeight) {
-  const TestForm form(
-      {{.name = "Line1", .controlClass = ControlClass::kLine, .place = {150, 300, 450, 0}}});
+  const TestForm form({Design(kLine, "Line1", {10, 20, 30, 0})});
   const auto& line = form.Find<Line>("Line1");
   EXPECT_EQ(line.Height(), 0);
   EXPECT_EQ(line.geometry(), QRect(10, 20, 30, 1));

@@ -10,27 +10,17 @@ namespace kelvane::testing {
 namespace {
 
 TEST(ALabelsLook, ShowsOneAmpersandForTwoAndReadsBackBoth) {
-  TestForm form({{.name = "Label1",
-                  .controlClass = ControlClass::kLabel,
-                  .place = {0, 0, 3000, 300},
-                  .caption = "De-Shake && Stabilize"},
-                 {.name = "Label2",
-                  .controlClass = ControlClass::kLabel,
-                  .place = {0, 300, 3000, 300},
-                  .caption = "De-Shake & Stabilize"}});
+  TestForm form({Design(kLabel, "Label1", {0, 0, 200, 20}).Caption("De-Shake && Stabilize"),
+                 Design(kLabel, "Label2", {0, 20, 200, 20}).Caption("De-Shake & Stabilize")});
   form.Open();
-  EXPECT_EQ(form.Find<Label>("Label1").Caption(), QStringLiteral("De-Shake && Stabilize"));
+  EXPECT_EQ(form.Find<Label>("Label1").Caption(), u"De-Shake && Stabilize"_s);
   const QImage picture = Picture(form);
   EXPECT_EQ(picture.copy(0, 0, 200, 20), picture.copy(0, 20, 200, 20));
   EXPECT_LT(CountOf(picture.copy(0, 0, 200, 20), kPixelForm.backColor), 200 * 20);
 }
 
 TEST(ALabelsLook, StandsAtTheRightWhereTheDesignSaysSo) {
-  TestForm form({{.name = "Label1",
-                  .controlClass = ControlClass::kLabel,
-                  .place = {0, 0, 3000, 300},
-                  .caption = "1825",
-                  .rightAligned = true}});
+  TestForm form({Design(kLabel, "Label1", {0, 0, 200, 20}).Caption("1825").RightAligned()});
   form.Open();
   auto& label = form.Find<Label>("Label1");
   EXPECT_EQ(label.Alignment(), Qt::AlignRight);
@@ -39,16 +29,13 @@ TEST(ALabelsLook, StandsAtTheRightWhereTheDesignSaysSo) {
   QPainter painter(&expected);
   painter.setFont(label.font());
   painter.setPen(QColor(kPixelForm.labelColor));
-  painter.drawText(expected.rect(), Qt::AlignRight | Qt::AlignTop, QStringLiteral("1825"));
+  painter.drawText(expected.rect(), Qt::AlignRight | Qt::AlignTop, u"1825"_s);
   painter.end();
   EXPECT_EQ(Picture(form).copy(0, 0, 200, 20), expected);
 }
 
 TEST(ALabelsLook, TakesASizeInPointsAndBoldType) {
-  TestForm form({{.name = "Label1",
-                  .controlClass = ControlClass::kLabel,
-                  .place = {0, 0, 300, 300},
-                  .caption = ">"}});
+  TestForm form({Design(kLabel, "Label1", {0, 0, 20, 20}).Caption(">")});
   form.Open();
   auto& label = form.Find<Label>("Label1");
   const QImage before = Picture(form);
@@ -56,7 +43,7 @@ TEST(ALabelsLook, TakesASizeInPointsAndBoldType) {
   label.setFontSize(10);
   EXPECT_TRUE(label.FontBold());
   EXPECT_EQ(label.font().pixelSize(), 13);
-  EXPECT_EQ(label.font().family(), QStringLiteral("Arial"));
+  EXPECT_EQ(label.font().family(), u"Arial"_s);
   EXPECT_NE(Picture(form), before);
   label.setFontBold(false);
   label.setFontSize(8);

@@ -45,26 +45,24 @@ class ALabel : public ::testing::Test {
     return qCeil(QFontMetricsF(label.font()).horizontalAdvance(label.Caption()));
   }
 
-  TestForm form{{{.name = "Label1(3)",
-                  .controlClass = ControlClass::kLabel,
-                  .place = {150, 150, 3000, 300}}}};
+  TestForm form{{Design(kLabel, "Label1(3)", {10, 10, 200, 20})}};
   Label& label = form.Find<Label>("Label1(3)");
   Events events;
 };
 
 TEST_F(ALabel, RaisesChangeOnceForEachChangeOfItsCaptionBeforeTheAssignmentReturns) {
-  label.setCaption(QStringLiteral("0,640"));
+  label.setCaption(u"0,640"_s);
   EXPECT_EQ(events, Events{"3: 0,640"});
-  label.setCaption(QStringLiteral("0,640"));
+  label.setCaption(u"0,640"_s);
   EXPECT_EQ(events, Events{"3: 0,640"});
   label.setCaption(QString());
-  label.setCaption(QStringLiteral(""));
+  label.setCaption(u""_s);
   EXPECT_EQ(events, (Events{"3: 0,640", "3: "}));
 }
 
 TEST_F(ALabel, RaisesChangeForACaptionThatDiffersInCaseAlone) {
-  label.setCaption(QStringLiteral("pause"));
-  label.setCaption(QStringLiteral("Pause"));
+  label.setCaption(u"pause"_s);
+  label.setCaption(u"Pause"_s);
   EXPECT_EQ(events, (Events{"3: pause", "3: Pause"}));
 }
 
@@ -73,7 +71,7 @@ TEST_F(ALabel, MayChangeAgainInItsOwnHandler) {
     events.push_back(label.Caption().toStdString());
     if (label.Caption().size() < 3) label.setCaption(label.Caption() + QLatin1Char('x'));
   };
-  label.setCaption(QStringLiteral("x"));
+  label.setCaption(u"x"_s);
   EXPECT_EQ(events, (Events{"x", "xx", "xxx"}));
 }
 
@@ -91,15 +89,15 @@ TEST_F(ALabel, WithABackColourIsFilledWithIt) {
 }
 
 TEST_F(ALabel, IsDrawnInItsColourFromTheTopLeft) {
-  label.setCaption(QStringLiteral("Width"));
+  label.setCaption(u"Width"_s);
   EXPECT_EQ(label.ForeColor(), kText);
-  EXPECT_EQ(Shown(), Drawn(QStringLiteral("Width"), 100));
+  EXPECT_EQ(Shown(), Drawn(u"Width"_s, 100));
   EXPECT_GT(CountOf(Shown(), kBack), 0);
   EXPECT_LT(CountOf(Shown(), kBack), 200 * 20);
 }
 
 TEST_F(ALabel, IsDrawnInAnotherColourOnceItHasOne) {
-  label.setCaption(QStringLiteral("HHH"));
+  label.setCaption(u"HHH"_s);
   const int pixels = CountOf(Shown(), kText);
   EXPECT_GT(pixels, 0);
   label.setForeColor(0x00FF00);
@@ -109,17 +107,16 @@ TEST_F(ALabel, IsDrawnInAnotherColourOnceItHasOne) {
 }
 
 TEST_F(ALabel, MayBeCentred) {
-  label.setCaption(QStringLiteral("Options"));
+  label.setCaption(u"Options"_s);
   const QImage left = Shown();
   label.setAlignment(Qt::AlignHCenter);
   EXPECT_EQ(label.Alignment(), Qt::AlignHCenter);
-  EXPECT_EQ(Shown(), Drawn(QStringLiteral("Options"), 100, Qt::AlignHCenter));
+  EXPECT_EQ(Shown(), Drawn(u"Options"_s, 100, Qt::AlignHCenter));
   EXPECT_NE(Shown(), left);
 }
 
 TEST_F(ALabel, ShowsItsCaptionAsItIs) {
-  for (const QString& caption : {QStringLiteral("Cut & paste"), QStringLiteral("<b>bold</b>"),
-                                 QStringLiteral("two\nlines"), QStringLiteral("50 %")}) {
+  for (const QString& caption : {u"Cut & paste"_s, u"<b>bold</b>"_s, u"two\nlines"_s, u"50 %"_s}) {
     label.setCaption(caption);
     EXPECT_EQ(label.Caption(), caption);
     EXPECT_EQ(Shown(), Drawn(caption, 100)) << caption.toStdString();
@@ -127,7 +124,7 @@ TEST_F(ALabel, ShowsItsCaptionAsItIs) {
 }
 
 TEST_F(ALabel, ThatIsWideEnoughIsNotSetTighter) {
-  label.setCaption(QStringLiteral("Preview Cropped Video"));
+  label.setCaption(u"Preview Cropped Video"_s);
   label.setWidth(static_cast<float>(NaturalWidth()));
   EXPECT_EQ(Shown(), Drawn(label.Caption(), 100));
 }
@@ -155,7 +152,7 @@ TEST_F(ALabel, ThatIsALittleTooNarrowIsSetTighterAndWhole) {
 }
 
 TEST_F(ALabel, ThatIsMuchTooNarrowIsShortenedInItsMiddleAndReadsBackWhole) {
-  const QString path = QStringLiteral("/home/user/Videos/a very long name of a video file.mp4");
+  const QString path = u"/home/user/Videos/a very long name of a video file.mp4"_s;
   label.setCaption(path);
   label.setWidth(120);
   QFont tightest = label.font();
@@ -168,7 +165,7 @@ TEST_F(ALabel, ThatIsMuchTooNarrowIsShortenedInItsMiddleAndReadsBackWhole) {
 }
 
 TEST_F(ALabel, WithoutAnyWidthIsNoTrouble) {
-  label.setCaption(QStringLiteral("Width"));
+  label.setCaption(u"Width"_s);
   label.setWidth(0);
   EXPECT_EQ(CountOf(Picture(form), kBack), 300 * 200);
   label.setWidth(1);
@@ -176,9 +173,9 @@ TEST_F(ALabel, WithoutAnyWidthIsNoTrouble) {
 }
 
 TEST_F(ALabel, IsPaintedAnewWithItsNewCaption) {
-  label.setCaption(QStringLiteral("Pause"));
+  label.setCaption(u"Pause"_s);
   const QImage before = Shown();
-  label.setCaption(QStringLiteral("Paused"));
+  label.setCaption(u"Paused"_s);
   EXPECT_NE(Shown(), before);
 }
 

@@ -20,10 +20,7 @@ class ALinesEnds : public ::testing::Test {
 
   QRect Ink() { return InkOf(Picture(form), kInk); }
 
-  TestForm form{{{.name = "Line1",
-                  .controlClass = ControlClass::kLine,
-                  .place = {150, 300, 450, 0},
-                  .color = kInk}}};
+  TestForm form{{Design(kLine, "Line1", {10, 20, 30, 0}).Color(kInk)}};
   Line& line = form.Find<Line>("Line1");
 };
 
@@ -97,15 +94,8 @@ TEST_F(ALinesEnds, NeverTakesTheMouse) {
 }
 
 TEST(LinesInTwips, AreRoundedToPixelsOnTheScreen) {
-  TestForm form({{.name = "Box",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {0, 0, 3000, 3000},
-                  .twips = true},
-                 {.name = "Line1",
-                  .controlClass = ControlClass::kLine,
-                  .place = {150, 300, 0, 450},
-                  .container = "Box",
-                  .color = kInk}});
+  TestForm form({Design(kPictureBox, "Box", {0, 0, 200, 200}).Twips(),
+                 Design(kLine, "Line1", {10, 20, 0, 30}).In("Box").Color(kInk)});
   form.Open();
   EXPECT_EQ(form.Find<Line>("Line1").Y2(), 750);
   EXPECT_EQ(form.Find<Line>("Line1").geometry(), QRect(10, 20, 1, 30));
@@ -117,23 +107,10 @@ class LinesAmongOthers : public ::testing::Test {
   LinesAmongOthers() { form.Open(); }
   QRgb At(int x) { return ColorAt(Picture(form), x, 50); }
 
-  TestForm form{{{.name = "Needle",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {150, 0, 150, 1500},
-                  .color = 0x00FF00},
-                 {.name = "Shape1",
-                  .controlClass = ControlClass::kShape,
-                  .place = {300, 0, 150, 1500},
-                  .color = 0xFF0000,
-                  .fillColor = 0xFF0000},
-                 {.name = "Label1",
-                  .controlClass = ControlClass::kLabel,
-                  .place = {450, 0, 150, 1500},
-                  .color = 0x0000FF},
-                 {.name = "Line1",
-                  .controlClass = ControlClass::kLine,
-                  .place = {0, 750, 4500, 0},
-                  .color = kInk}}};
+  TestForm form{{Design(kPictureBox, "Needle", {10, 0, 10, 100}).Color(0x00FF00),
+                 Design(kShape, "Shape1", {20, 0, 10, 100}).Color(0xFF0000).Fill(0xFF0000),
+                 Design(kLabel, "Label1", {30, 0, 10, 100}).Color(0x0000FF),
+                 Design(kLine, "Line1", {0, 50, 300, 0}).Color(kInk)}};
 };
 
 TEST_F(LinesAmongOthers, LieWhereTheDesignPutsThem) {
@@ -151,14 +128,8 @@ TEST_F(LinesAmongOthers, BroughtToTheFrontStayBehindTheControlsThatHaveAWindow) 
 }
 
 TEST(ALineAlone, BroughtToTheFrontLiesOverEverythingElse) {
-  TestForm form({{.name = "Label1",
-                  .controlClass = ControlClass::kLabel,
-                  .place = {0, 0, 4500, 1500},
-                  .color = 0x0000FF},
-                 {.name = "Line1",
-                  .controlClass = ControlClass::kLine,
-                  .place = {0, 750, 4500, 0},
-                  .color = kInk}});
+  TestForm form({Design(kLabel, "Label1", {0, 0, 300, 100}).Color(0x0000FF),
+                 Design(kLine, "Line1", {0, 50, 300, 0}).Color(kInk)});
   form.Open();
   EXPECT_EQ(CountOf(Picture(form), kInk), 0);
   form.Find<Line>("Line1").BringToFront();
@@ -166,11 +137,7 @@ TEST(ALineAlone, BroughtToTheFrontLiesOverEverythingElse) {
 }
 
 TEST(AShape, IsFilledWhereItHasAColourInside) {
-  TestForm form({{.name = "Shape1",
-                  .controlClass = ControlClass::kShape,
-                  .place = {150, 300, 450, 600},
-                  .color = kInk,
-                  .fillColor = 0xFF0000}});
+  TestForm form({Design(kShape, "Shape1", {10, 20, 30, 40}).Color(kInk).Fill(0xFF0000)});
   form.Open();
   auto& shape = form.Find<Shape>("Shape1");
   EXPECT_EQ(shape.FillColor(), 0xFF0000U);

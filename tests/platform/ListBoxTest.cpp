@@ -18,14 +18,11 @@ class AListBox : public ::testing::Test {
   AListBox() { form.Open(); }
 
   void AddMany(int count) {
-    for (int i = 0; i < count; ++i) list.AddItem(QStringLiteral("/clips/%1.mp4").arg(i));
+    for (int i = 0; i < count; ++i) list.AddItem(u"/clips/%1.mp4"_s.arg(i));
   }
   QScrollBar& Across() const { return *inside.horizontalScrollBar(); }
 
-  TestForm form{{{.name = "List1",
-                  .controlClass = ControlClass::kListBox,
-                  .place = {150, 150, 3000, 1500},
-                  .color = 0x404040}}};
+  TestForm form{{Design(kListBox, "List1", {10, 10, 200, 100}).Color(0x404040)}};
   ListBox& list = form.Find<ListBox>("List1");
   QListWidget& inside = *list.findChild<QListWidget*>();
 };

@@ -40,10 +40,7 @@ class AListView : public ::testing::Test {
     return Picture(*header.viewport());
   }
 
-  TestForm form{{{.name = "ListView1",
-                  .controlClass = ControlClass::kListView,
-                  .place = {150, 150, 4200, 2400},
-                  .color = 0x404040}}};
+  TestForm form{{Design(kListView, "ListView1", {10, 10, 280, 160}).Color(0x404040)}};
   ListView& list = form.Find<ListView>("ListView1");
   QTreeWidget& inside = *list.findChild<QTreeWidget*>();
   QHeaderView& header = *inside.header();

@@ -18,28 +18,19 @@ class ALoadedControl : public ::testing::Test {
  protected:
   ALoadedControl() { form.Open(); }
 
-  TestForm form{
-      {{.name = "Box", .controlClass = ControlClass::kPictureBox, .place = {0, 0, 4500, 3000}},
-       {.name = "Picture2(0)",
-        .controlClass = ControlClass::kPictureBox,
-        .place = {150, 300, 450, 600},
-        .container = "Box",
-        .color = 0x008000,
-        .twips = true,
-        .pointer = MousePointer::kSizeWestEast},
-       {.name = "Label2(0)",
-        .controlClass = ControlClass::kLabel,
-        .place = {0, 0, 300, 150},
-        .caption = "Title",
-        .container = "Picture2(0)",
-        .color = 0x102030,
-        .centred = true,
-        .bordered = true},
-       {.name = "Line1(0)",
-        .controlClass = ControlClass::kLine,
-        .place = {150, 1500, 1500, 0},
-        .container = "Box",
-        .color = 0x808080}}};
+  TestForm form{{Design(kPictureBox, "Box", {0, 0, 300, 200}),
+                 Design(kPictureBox, "Picture2(0)", {10, 20, 30, 40})
+                     .In("Box")
+                     .Color(0x008000)
+                     .Twips()
+                     .Pointer(MousePointer::kSizeWestEast),
+                 Design(kLabel, "Label2(0)", {0, 0, 20, 10})
+                     .Caption("Title")
+                     .In("Picture2(0)")
+                     .Color(0x102030)
+                     .Centred()
+                     .Bordered(),
+                 Design(kLine, "Line1(0)", {10, 100, 100, 0}).In("Box").Color(0x808080)}};
   ControlArray<PictureBox> boxes{form, "Picture2"};
   ControlArray<Label> labels{form, "Label2"};
   ControlArray<Line> lines{form, "Line1"};
@@ -137,10 +128,7 @@ TEST_F(ALoadedControl, MovesIntoAnotherContainerAndIsHiddenThere) {
 }
 
 TEST(APictureBox, LosesItsDrawingWithABackColourEvenTheSame) {
-  TestForm form({{.name = "Box",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {150, 300, 450, 600},
-                  .color = 0x404040}});
+  TestForm form({Design(kPictureBox, "Box", {10, 20, 30, 40}).Color(0x404040)});
   form.Open();
   auto& box = form.Find<PictureBox>("Box");
   for (const QRgb color : {0x808080U, 0x808080U}) {
@@ -152,8 +140,7 @@ TEST(APictureBox, LosesItsDrawingWithABackColourEvenTheSame) {
 }
 
 TEST(APictureBox, ShowsAtOnceWhatHasChangedWhenItIsRefreshed) {
-  TestForm form(
-      {{.name = "Box", .controlClass = ControlClass::kPictureBox, .place = {0, 0, 450, 600}}});
+  TestForm form({Design(kPictureBox, "Box", {0, 0, 30, 40})});
   form.Open();
   auto& box = form.Find<PictureBox>("Box");
   PumpOnce();
@@ -174,11 +161,9 @@ TEST(APictureBox, ShowsAtOnceWhatHasChangedWhenItIsRefreshed) {
 
 TEST(ALabelThatSizesItself, TakesTheSizeOfEachNewCaptionBeforeItsChange) {
   for (const FormDesign& design : {kPixelForm, TwipForm()}) {
-    TestForm form(design, {{.name = "Label1",
-                            .controlClass = ControlClass::kLabel,
-                            .place = {150, 150, 990, 210},
-                            .caption = "Video Details:",
-                            .sizesItself = true}});
+    TestForm form(
+        design,
+        {Design(kLabel, "Label1", {10, 10, 66, 14}).Caption("Video Details:").SizesItself()});
     form.Open();
     auto& label = form.Find<Label>("Label1");
     EXPECT_EQ(label.size(), QSize(66, 14)) << "as drawn";

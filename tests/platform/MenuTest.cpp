@@ -35,7 +35,7 @@ class AMenu : public ::testing::Test {
     for (const QAction* action : actions) {
       if (action->isVisible()) shown << action->text();
     }
-    return shown.join(QLatin1String(", ")).toStdString();
+    return shown.join(", "_L1).toStdString();
   }
 
   // Opens a title with the mouse and presses return on the item.
@@ -62,7 +62,7 @@ TEST_F(AMenu, ShowsTheTitlesAndItemsThatAreNotHidden) {
 
 TEST_F(AMenu, KnowsItsCaptionAndWhetherItIsVisible) {
   for (const MenuDesign& design : kMenus) {
-    const auto& menu = form.Find<Menu>(QLatin1String(design.name));
+    const auto& menu = form.Find<Menu>(design.name);
     EXPECT_EQ(menu.Caption(), QLatin1String(design.caption));
     EXPECT_EQ(menu.Visible(), design.visible) << design.name;
   }

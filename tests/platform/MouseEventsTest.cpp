@@ -13,12 +13,8 @@ namespace kelvane::testing {
 namespace {
 
 // A box in the form, with a bar in it.
-const Controls kControls{
-    {.name = "Box", .controlClass = ControlClass::kPictureBox, .place = {150, 150, 3000, 2250}},
-    {.name = "Bar(2)",
-     .controlClass = ControlClass::kPictureBox,
-     .place = {600, 300, 300, 1500},
-     .container = "Box"}};
+const Controls kControls{Design(kPictureBox, "Box", {10, 10, 200, 150}),
+                         Design(kPictureBox, "Bar(2)", {40, 20, 20, 100}).In("Box")};
 
 class Mouse : public ::testing::Test {
  protected:
@@ -195,18 +191,10 @@ TEST_F(Mouse, AControlThatNobodyListensToTakesItsEventsQuietly) {
 
 // The unit of X and Y is that of the place that a control is in; of a box, its own.
 TEST(MousePlaces, AreInTheControlsScaleUnit) {
-  TestForm form(
-      TwipForm(),
-      {{.name = "Label1", .controlClass = ControlClass::kLabel, .place = {0, 0, 750, 750}},
-       {.name = "Pixels", .controlClass = ControlClass::kPictureBox, .place = {900, 0, 750, 750}},
-       {.name = "Twips",
-        .controlClass = ControlClass::kPictureBox,
-        .place = {1800, 0, 1500, 1500},
-        .twips = true},
-       {.name = "Label2",
-        .controlClass = ControlClass::kLabel,
-        .place = {150, 150, 600, 600},
-        .container = "Twips"}});
+  TestForm form(TwipForm(), {Design(kLabel, "Label1", {0, 0, 50, 50}),
+                             Design(kPictureBox, "Pixels", {60, 0, 50, 50}),
+                             Design(kPictureBox, "Twips", {120, 0, 100, 100}).Twips(),
+                             Design(kLabel, "Label2", {10, 10, 40, 40}).In("Twips")});
   form.Open();
   Pointer pointer(form);
   struct Case {
@@ -217,8 +205,8 @@ TEST(MousePlaces, AreInTheControlsScaleUnit) {
   for (const auto& [name, pixels, units] :
        {Case{"Label1", 7, 105}, {"Pixels", 7, 7}, {"Twips", 7, 105}, {"Label2", 11, 165}}) {
     Events events;
-    Record(form.Find<Control>(QLatin1String(name)), events);
-    pointer.MoveTo(form.Find<Control>(QLatin1String(name)), QPoint(pixels, pixels));
+    Record(form.Find<Control>(name), events);
+    pointer.MoveTo(form.Find<Control>(name), QPoint(pixels, pixels));
     const std::string place = std::to_string(units);
     EXPECT_EQ(events, (Events{"Move -1: button 0 shift 0 at " + place + "," + place})) << name;
   }
@@ -243,17 +231,11 @@ TEST(MousePlaces, InTwipsAreWholeForEveryPixel) {
 }
 
 TEST(ThePointersShape, IsTheControlsOwnOrElseThatOfWhatItIsIn) {
-  TestForm form({{.name = "Bar(0)",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {},
-                  .pointer = MousePointer::kSizeWestEast},
-                 {.name = "Bar(1)",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {},
-                  .pointer = MousePointer::kSizeNorthSouth},
-                 {.name = "Label1", .controlClass = ControlClass::kLabel, .place = {}}});
+  TestForm form({Design(kPictureBox, "Bar(0)").Pointer(MousePointer::kSizeWestEast),
+                 Design(kPictureBox, "Bar(1)").Pointer(MousePointer::kSizeNorthSouth),
+                 Design(kLabel, "Label1")});
   const auto shape = [&form](const char* name) {
-    return form.Find<Control>(QLatin1String(name)).cursor().shape();
+    return form.Find<Control>(name).cursor().shape();
   };
   EXPECT_EQ(shape("Bar(0)"), Qt::SizeHorCursor);
   EXPECT_EQ(shape("Bar(1)"), Qt::SizeVerCursor);

@@ -76,18 +76,14 @@ void PrintTo(const ClassCase& value, std::ostream* out) { *out << value.name; }
 class AnyControl : public ::testing::TestWithParam<ClassCase> {};
 
 TEST_P(AnyControl, LetsNoEventOfTheMouseTravelOnToItsContainer) {
-  TestForm form(
-      {{.name = "Box", .controlClass = ControlClass::kPictureBox, .place = {0, 0, 4500, 3000}},
-       {.name = "It",
-        .controlClass = GetParam().controlClass,
-        .place = {300, 300, 1500, 1500},
-        .container = "Box"}});
+  TestForm form({Design(kPictureBox, "Box", {0, 0, 300, 200}),
+                 Design(GetParam().controlClass, "It", {20, 20, 100, 100}).In("Box")});
   form.Open();
   auto& box = form.Find<PictureBox>("Box");
   auto& control = form.Find<Control>("It");
   Events raised;
   Record(box, raised);
-  box.setToolTip(QStringLiteral("The box's tip"));
+  box.setToolTip(u"The box's tip"_s);
   Arrivals atTheBox(box);
   Pointer pointer(form);
   DoEverything(pointer, control, {50, 50});
@@ -99,28 +95,21 @@ TEST_P(AnyControl, LetsNoEventOfTheMouseTravelOnToItsContainer) {
   EXPECT_EQ(raised, Events{"Move -1: button 0 shift 0 at 200,150"});
 }
 
-INSTANTIATE_TEST_SUITE_P(Platform, AnyControl,
-                         ::testing::Values(ClassCase{"CommandButton", ControlClass::kCommandButton},
-                                           ClassCase{"HScrollBar", ControlClass::kHScrollBar},
-                                           ClassCase{"Label", ControlClass::kLabel},
-                                           ClassCase{"PictureBox", ControlClass::kPictureBox},
-                                           ClassCase{"ProgressBar", ControlClass::kProgressBar},
-                                           ClassCase{"Slider", ControlClass::kSlider},
-                                           ClassCase{"TextBox", ControlClass::kTextBox},
-                                           ClassCase{"VScrollBar", ControlClass::kVScrollBar},
-                                           ClassCase{"WindowsMediaPlayer",
-                                                     ControlClass::kWindowsMediaPlayer}),
-                         [](const auto& test) { return test.param.name; });
+INSTANTIATE_TEST_SUITE_P(
+    Platform, AnyControl,
+    ::testing::Values(ClassCase{"CommandButton", kCommandButton},
+                      ClassCase{"HScrollBar", kHScrollBar}, ClassCase{"Label", kLabel},
+                      ClassCase{"PictureBox", kPictureBox}, ClassCase{"ProgressBar", kProgressBar},
+                      ClassCase{"Slider", kSlider}, ClassCase{"TextBox", kTextBox},
+                      ClassCase{"VScrollBar", kVScrollBar},
+                      ClassCase{"WindowsMediaPlayer", kWindowsMediaPlayer}),
+    [](const auto& test) { return test.param.name; });
 
 // A label, a box and the form's own area behind a frame and a line.
-const Controls kCovered{
-    {.name = "Line1", .controlClass = ControlClass::kLine, .place = {0, 300, 4500, 15}},
-    {.name = "Shape1",
-     .controlClass = ControlClass::kShape,
-     .place = {0, 0, 4500, 3000},
-     .borderWidth = 50},
-    {.name = "Label1", .controlClass = ControlClass::kLabel, .place = {150, 150, 750, 750}},
-    {.name = "Box", .controlClass = ControlClass::kPictureBox, .place = {1500, 150, 750, 750}}};
+const Controls kCovered{Design(kLine, "Line1", {0, 20, 300, 1}),
+                        Design(kShape, "Shape1", {0, 0, 300, 200}).BorderWidth(50),
+                        Design(kLabel, "Label1", {10, 10, 50, 50}),
+                        Design(kPictureBox, "Box", {100, 10, 50, 50})};
 
 TEST(ShapesAndLines, LetTheMouseThroughToWhatLiesBehind) {
   TestForm form(kCovered);
@@ -153,8 +142,7 @@ TEST(ShapesAndLines, LetTheMouseThroughToWhatLiesBehind) {
 
 TEST(ATransparentLabel, StillTakesTheMouseFromWhatLiesBehind) {
   TestForm form(
-      {{.name = "Front", .controlClass = ControlClass::kLabel, .place = {0, 0, 750, 750}},
-       {.name = "Behind", .controlClass = ControlClass::kLabel, .place = {0, 0, 750, 750}}});
+      {Design(kLabel, "Front", {0, 0, 50, 50}), Design(kLabel, "Behind", {0, 0, 50, 50})});
   form.Open();
   Events front;
   Events behind;
@@ -168,11 +156,7 @@ TEST(ATransparentLabel, StillTakesTheMouseFromWhatLiesBehind) {
 
 TEST(AHiddenControl, LeavesTheMouseToWhatLiesBehind) {
   TestForm form(
-      {{.name = "Front",
-        .controlClass = ControlClass::kLabel,
-        .place = {0, 0, 750, 750},
-        .visible = false},
-       {.name = "Behind", .controlClass = ControlClass::kLabel, .place = {0, 0, 750, 750}}});
+      {Design(kLabel, "Front", {0, 0, 50, 50}).Hidden(), Design(kLabel, "Behind", {0, 0, 50, 50})});
   form.Open();
   Events front;
   Events behind;

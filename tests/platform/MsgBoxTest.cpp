@@ -25,7 +25,7 @@ Answer PressKey(Qt::Key key) {
 
 TEST(AMessageBox, HasTheProgramsNameForATitleAndOneButtonUnlessToldOtherwise) {
   const DialogAnswers answers({PressButton(QMessageBox::Ok)});
-  EXPECT_EQ(MsgBox(QStringLiteral("no change")), MsgBoxResult::kOK);
+  EXPECT_EQ(MsgBox(u"no change"_s), MsgBoxResult::kOK);
   EXPECT_EQ(answers.seen(), Events{"Kelvane | no change | no icon | OK"});
 }
 
@@ -35,29 +35,28 @@ TEST(AMessageBox, CountsAsAnOpenDialogUntilItsAnswerIsReturned) {
     EXPECT_TRUE(DialogIsOpen());
     {
       const DialogAnswers inner({PressButton(QMessageBox::Ok)});
-      MsgBox(QStringLiteral("a box on top of it"));
+      MsgBox(u"a box on top of it"_s);
     }
     EXPECT_TRUE(DialogIsOpen());
     outer.accept();
     EXPECT_FALSE(outer.isVisible());
     EXPECT_TRUE(DialogIsOpen());
   }});
-  MsgBox(QStringLiteral("no change"));
+  MsgBox(u"no change"_s);
   EXPECT_FALSE(DialogIsOpen());
 }
 
 TEST(AMessageBox, MayHaveATitleThreeButtonsAndAnIcon) {
   const DialogAnswers answers({PressButton(QMessageBox::Yes)});
-  MsgBox(QStringLiteral("Again ?"), kQuestion, QStringLiteral("Start Fresh"));
+  MsgBox(u"Again ?"_s, kQuestion, u"Start Fresh"_s);
   EXPECT_EQ(answers.seen(), Events{"Start Fresh | Again ? | exclamation | Yes No Cancel"});
 }
 
 TEST(AMessageBox, MayHaveTwoButtons) {
   const DialogAnswers answers({PressButton(QMessageBox::Cancel), PressButton(QMessageBox::Ok)});
-  const QString title = QStringLiteral("Kelvane");
-  EXPECT_EQ(MsgBox(QStringLiteral("Done."), kOKCancel + kExclamation, title),
-            MsgBoxResult::kCancel);
-  EXPECT_EQ(MsgBox(QStringLiteral("Done."), kOKCancel), MsgBoxResult::kOK);
+  const QString title = u"Kelvane"_s;
+  EXPECT_EQ(MsgBox(u"Done."_s, kOKCancel + kExclamation, title), MsgBoxResult::kCancel);
+  EXPECT_EQ(MsgBox(u"Done."_s, kOKCancel), MsgBoxResult::kOK);
   EXPECT_EQ(answers.seen(), (Events{"Kelvane | Done. | exclamation | OK Cancel",
                                     "Kelvane | Done. | no icon | OK Cancel"}));
 }
@@ -76,15 +75,15 @@ TEST(AMessageBox, TellsTheButtonThatWasPressed) {
         {kYesNoCancel, QMessageBox::Cancel, MsgBoxResult::kCancel},
         {kQuestion, QMessageBox::No, MsgBoxResult::kNo}}) {
     const DialogAnswers answers({PressButton(pressed)});
-    EXPECT_EQ(MsgBox(QStringLiteral("?"), buttons), result);
+    EXPECT_EQ(MsgBox(u"?"_s, buttons), result);
   }
 }
 
 TEST(AMessageBox, ThatIsClosedIsCancelledWhereItCanBe) {
   for (const Answer& close : {Close(), PressKey(Qt::Key_Escape)}) {
     const DialogAnswers answers({close, close});
-    EXPECT_EQ(MsgBox(QStringLiteral("?"), kQuestion), MsgBoxResult::kCancel);
-    EXPECT_EQ(MsgBox(QStringLiteral("!")), MsgBoxResult::kOK);
+    EXPECT_EQ(MsgBox(u"?"_s, kQuestion), MsgBoxResult::kCancel);
+    EXPECT_EQ(MsgBox(u"!"_s), MsgBoxResult::kOK);
   }
 }
 
@@ -92,18 +91,18 @@ TEST(AMessageBox, TakesReturnForItsFirstButtonInWhateverOrderTheDesktopHasThem) 
   constexpr int kOrders = 4;
   for (int order = 0; order < kOrders; ++order) {
     SCOPED_TRACE(order);
-    qApp->setStyleSheet(QStringLiteral("QDialogButtonBox { button-layout: %1 }").arg(order));
+    qApp->setStyleSheet(u"QDialogButtonBox { button-layout: %1 }"_s.arg(order));
     const Answer accept = PressKey(Qt::Key_Return);
     const DialogAnswers answers({accept, accept, accept});
-    EXPECT_EQ(MsgBox(QStringLiteral("?"), kYesNoCancel), MsgBoxResult::kYes);
-    EXPECT_EQ(MsgBox(QStringLiteral("?"), kOKCancel), MsgBoxResult::kOK);
-    EXPECT_EQ(MsgBox(QStringLiteral("!")), MsgBoxResult::kOK);
+    EXPECT_EQ(MsgBox(u"?"_s, kYesNoCancel), MsgBoxResult::kYes);
+    EXPECT_EQ(MsgBox(u"?"_s, kOKCancel), MsgBoxResult::kOK);
+    EXPECT_EQ(MsgBox(u"!"_s), MsgBoxResult::kOK);
   }
   qApp->setStyleSheet({});
 }
 
 TEST(AMessageBox, ShowsItsTextAsItIs) {
-  const QString text = QStringLiteral("<b>bold</b>\nand & more");
+  const QString text = u"<b>bold</b>\nand & more"_s;
   Qt::TextFormat format = Qt::RichText;
   QString shown;
   const DialogAnswers answers({[&](QDialog& dialog) {
@@ -129,7 +128,7 @@ TEST(AMessageBox, StandsInFrontOfTheActiveWindow) {
     modal = dialog.isModal();
     dialog.close();
   }});
-  MsgBox(QStringLiteral("!"));
+  MsgBox(u"!"_s);
   EXPECT_EQ(parent, &form);
   EXPECT_TRUE(modal);
 }

@@ -11,13 +11,11 @@
 namespace kelvane::testing {
 namespace {
 
-constexpr ControlClass kOption = ControlClass::kOptionButton;
-
 class AnOptionButton : public ::testing::Test {
  protected:
   AnOptionButton() { form.Open(); }
 
-  OptionButton& Option(const char* name) { return form.Find<OptionButton>(QLatin1String(name)); }
+  OptionButton& Option(const char* name) { return form.Find<OptionButton>(name); }
   std::string Chosen() {
     std::string chosen;
     for (const char* name : {"Option1(0)", "Option1(1)", "Option2(0)", "Option2(1)"}) {
@@ -30,27 +28,11 @@ class AnOptionButton : public ::testing::Test {
     pointer.Click();
   }
 
-  TestForm form{
-      {{.name = "Option1(0)",
-        .controlClass = kOption,
-        .place = {0, 0, 1500, 255},
-        .caption = "One",
-        .chosen = true},
-       {.name = "Option1(1)",
-        .controlClass = kOption,
-        .place = {0, 300, 1500, 255},
-        .caption = "Two"},
-       {.name = "Box", .controlClass = ControlClass::kPictureBox, .place = {0, 600, 3000, 1500}},
-       {.name = "Option2(0)",
-        .controlClass = kOption,
-        .place = {0, 0, 1500, 255},
-        .caption = "Three",
-        .container = "Box"},
-       {.name = "Option2(1)",
-        .controlClass = kOption,
-        .place = {0, 300, 1500, 255},
-        .caption = "Four",
-        .container = "Box"}}};
+  TestForm form{{Design(kOptionButton, "Option1(0)", {0, 0, 100, 17}).Caption("One").Chosen(),
+                 Design(kOptionButton, "Option1(1)", {0, 20, 100, 17}).Caption("Two"),
+                 Design(kPictureBox, "Box", {0, 40, 200, 100}),
+                 Design(kOptionButton, "Option2(0)", {0, 0, 100, 17}).Caption("Three").In("Box"),
+                 Design(kOptionButton, "Option2(1)", {0, 20, 100, 17}).Caption("Four").In("Box")}};
   Pointer pointer{form};
 };
 
@@ -66,12 +48,11 @@ TEST_F(AnOptionButton, TakesThePlaceOfTheChosenOneInItsContainerAlone) {
 }
 
 TEST_F(AnOptionButton, AroundABoxIsOfAnotherGroupThanThoseInTheBox) {
-  TestForm around({{.name = "Box", .controlClass = ControlClass::kPictureBox, .place = {}},
-                   {.name = "Inside", .controlClass = kOption, .place = {}, .container = "Box"},
-                   {.name = "Outside", .controlClass = kOption, .place = {}}});
-  auto& inside = around.Find<OptionButton>(QStringLiteral("Inside"));
+  TestForm around({Design(kPictureBox, "Box"), Design(kOptionButton, "Inside").In("Box"),
+                   Design(kOptionButton, "Outside")});
+  auto& inside = around.Find<OptionButton>("Inside");
   inside.Choose();
-  around.Find<OptionButton>(QStringLiteral("Outside")).Choose();
+  around.Find<OptionButton>("Outside").Choose();
   EXPECT_TRUE(inside.Value());
 }
 

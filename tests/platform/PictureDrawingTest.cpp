@@ -22,15 +22,8 @@ class ADrawing : public ::testing::Test {
   QRect Ink() { return InkOf(Shown(), kInk); }
 
   // 100 by 41 pixels, in pixels; another in twips.
-  TestForm form{{{.name = "Box",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {150, 150, 1500, 615},
-                  .color = kBack},
-                 {.name = "Twips",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {150, 1500, 3000, 375},
-                  .color = kBack,
-                  .twips = true}}};
+  TestForm form{{Design(kPictureBox, "Box", {10, 10, 100, 41}).Color(kBack),
+                 Design(kPictureBox, "Twips", {10, 100, 200, 25}).Color(kBack).Twips()}};
   PictureBox& box = form.Find<PictureBox>("Box");
   PictureBox& twips = form.Find<PictureBox>("Twips");
 };
@@ -90,11 +83,11 @@ TEST_F(ADrawing, OutsideTheBoxLeavesNoMark) {
   box.DrawLine(kNoNumber, 0, kNoNumber, 41, kInk);
   box.DrawLine(0, kNoNumber, 100, kNoNumber, kInk);
   box.DrawLine(0, 10, kNoNumber, 10, kInk);
-  box.PrintAt(kNoNumber, 7, QStringLiteral("00:00:00"));
-  box.PrintAt(0, kNoNumber, QStringLiteral("00:00:00"));
-  box.PrintAt(100, 7, QStringLiteral("00:00:00"));
-  box.PrintAt(-500, 7, QStringLiteral("00:00:00"));
-  box.PrintAt(0, 41, QStringLiteral("00:00:00"));
+  box.PrintAt(kNoNumber, 7, u"00:00:00"_s);
+  box.PrintAt(0, kNoNumber, u"00:00:00"_s);
+  box.PrintAt(100, 7, u"00:00:00"_s);
+  box.PrintAt(-500, 7, u"00:00:00"_s);
+  box.PrintAt(0, 41, u"00:00:00"_s);
   EXPECT_EQ(Shown(), empty);
 }
 
@@ -105,17 +98,17 @@ TEST_F(ADrawing, IsCutOffAtTheEdges) {
 
 // The expected picture is drawn anew, letter for letter.
 TEST_F(ADrawing, OfATextStandsWithItsTopLeftCornerThere) {
-  box.SetPrintFont(QStringLiteral("Arial"), 8);
+  box.SetPrintFont(u"Arial"_s, 8);
   box.setForeColor(0xC0C0C0);
-  box.PrintAt(20, 7, QStringLiteral("00:01:04"));
+  box.PrintAt(20, 7, u"00:01:04"_s);
   QImage expected(100, 41, QImage::Format_RGB32);
   expected.fill(QColor(kBack));
-  QFont font(QStringLiteral("Arial"));
+  QFont font(u"Arial"_s);
   font.setPixelSize(11);  // eight points
   QPainter painter(&expected);
   painter.setFont(font);
   painter.setPen(QColor(0xC0C0C0));
-  painter.drawText(QRect(20, 7, 80, 34), Qt::AlignLeft | Qt::AlignTop, QStringLiteral("00:01:04"));
+  painter.drawText(QRect(20, 7, 80, 34), Qt::AlignLeft | Qt::AlignTop, u"00:01:04"_s);
   painter.end();
   EXPECT_EQ(Shown(), expected);
   EXPECT_GT(CountOf(expected, 0xC0C0C0), 0);
@@ -124,9 +117,9 @@ TEST_F(ADrawing, OfATextStandsWithItsTopLeftCornerThere) {
 
 TEST_F(ADrawing, OfATextLetsWhatIsBehindShowThrough) {
   for (float y = 0; y < 41; ++y) box.DrawLine(0, y, 100, y, kInk);
-  box.SetPrintFont(QStringLiteral("Arial"), 8);
+  box.SetPrintFont(u"Arial"_s, 8);
   box.setForeColor(0xC0C0C0);
-  box.PrintAt(0, 0, QStringLiteral("0"));
+  box.PrintAt(0, 0, u"0"_s);
   EXPECT_EQ(CountOf(Shown(), kBack), 0);
   EXPECT_GT(CountOf(Shown(), kInk), 0);
 }
@@ -162,25 +155,15 @@ TEST_F(ADrawing, StaysWhileTheBoxShrinksAndGrows) {
 }
 
 TEST_F(ADrawing, MadeBeforeTheWindowIsThereShowsInIt) {
-  TestForm other({{.name = "Box",
-                   .controlClass = ControlClass::kPictureBox,
-                   .place = {0, 0, 1500, 615},
-                   .color = kBack}});
+  TestForm other({Design(kPictureBox, "Box", {0, 0, 100, 41}).Color(kBack)});
   other.OnLoad = [&] { other.Find<PictureBox>("Box").DrawLine(0, 0, 100, 0, kInk); };
   other.Open();
   EXPECT_EQ(CountOf(Picture(other), kInk), 100);
 }
 
 TEST_F(ADrawing, LiesBehindTheControlsInTheBox) {
-  TestForm other({{.name = "Box",
-                   .controlClass = ControlClass::kPictureBox,
-                   .place = {0, 0, 1500, 615},
-                   .color = kBack},
-                  {.name = "Label1",
-                   .controlClass = ControlClass::kLabel,
-                   .place = {150, 0, 150, 615},
-                   .container = "Box",
-                   .color = 0xFF0000}});
+  TestForm other({Design(kPictureBox, "Box", {0, 0, 100, 41}).Color(kBack),
+                  Design(kLabel, "Label1", {10, 0, 10, 41}).In("Box").Color(0xFF0000)});
   other.Open();
   other.Find<PictureBox>("Box").DrawLine(0, 5, 100, 5, kInk);
   EXPECT_EQ(CountOf(Picture(other), kInk), 90);
@@ -188,11 +171,7 @@ TEST_F(ADrawing, LiesBehindTheControlsInTheBox) {
 }
 
 TEST_F(ADrawing, InABorderedBoxBeginsInsideTheBorder) {
-  TestForm other({{.name = "Box",
-                   .controlClass = ControlClass::kPictureBox,
-                   .place = {0, 0, 1500, 615},
-                   .color = kBack,
-                   .bordered = true}});
+  TestForm other({Design(kPictureBox, "Box", {0, 0, 100, 41}).Color(kBack).Bordered()});
   other.Open();
   auto& bordered = other.Find<PictureBox>("Box");
   EXPECT_EQ(bordered.ScaleWidth(), 96);

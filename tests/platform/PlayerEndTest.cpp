@@ -32,7 +32,7 @@ class Ends : public PlayerTest {
     player.setURL(player.URL());
   }
   void AfterAFileThatCannotBePlayed() {
-    player.setURL(QStringLiteral("/nowhere/nothing.mp4"));
+    player.setURL(u"/nowhere/nothing.mp4"_s);
     ASSERT_TRUE(watch.AwaitEnd());
   }
 };

@@ -12,12 +12,11 @@ class PlayerFiles : public PlayerTest {
  protected:
   static QStringList Plain(const char* size, const char* rate = "25", const char* seconds = "3") {
     return {"-f", "lavfi", "-i",
-            QStringLiteral("color=blue:size=%1:rate=%2:duration=%3")
-                .arg(QLatin1String(size), QLatin1String(rate), QLatin1String(seconds))};
+            u"color=blue:size=%1:rate=%2:duration=%3"_s.arg(
+                QLatin1String(size), QLatin1String(rate), QLatin1String(seconds))};
   }
   static QStringList CutTo(const char* size) {
-    return QStringList{"-vf", QStringLiteral("format=bgr0,crop=%1").arg(QLatin1String(size))} +
-           Lossless();
+    return QStringList{"-vf", u"format=bgr0,crop=%1"_s.arg(QLatin1String(size))} + Lossless();
   }
   static QStringList Lossless() { return {"-c:v", "ffv1", "-pix_fmt", "bgr0"}; }
 
@@ -95,10 +94,10 @@ TEST_F(PlayerFiles, WithANoteToTurnThemAreShownAsTheyAreStored) {
   const QString turned = Write("turned.mp4", {});
   ASSERT_TRUE(MakeTurned(Make("plain.mp4", Plain("160x90")), turned, 90));
   QString printed;
-  ASSERT_TRUE(RunTool(QStringLiteral("ffprobe"),
+  ASSERT_TRUE(RunTool(u"ffprobe"_s,
                       {"-v", "error", "-show_entries", "stream_side_data=rotation", turned},
                       &printed));
-  ASSERT_TRUE(printed.contains(QLatin1String("90"))) << printed.toStdString();
+  ASSERT_TRUE(printed.contains("90"_L1)) << printed.toStdString();
   player.setURL(turned);
   EXPECT_TRUE(AwaitBlue(QSize(160, 90)));
   ExpectTheNextFilePlays();
@@ -232,7 +231,7 @@ TEST_F(PlayerFiles, ThatCannotBePlayedEndAndAreBlack) {
     SCOPED_TRACE(file.toStdString());
     player.setURL(file);
     ASSERT_TRUE(watch.AwaitEnd());
-    EXPECT_EQ(player.controls.currentPositionString(), QStringLiteral("00:00"));
+    EXPECT_EQ(player.controls.currentPositionString(), u"00:00"_s);
     EXPECT_EQ(player.currentMediaDuration(), 0.0);
     EXPECT_EQ(CountOf(Picture(player), 0x000000), 320 * 180);
   }

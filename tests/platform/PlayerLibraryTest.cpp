@@ -51,7 +51,7 @@ class ALibrary : public PlayerTest {
     player.settings.setVolume(70);
     player.settings.setBalance(-40);
     EXPECT_TRUE(HoldsFor(kAWhile, [&] { return watch.Colour() == kNothingPlayed; }));
-    EXPECT_EQ(player.controls.currentPositionString(), QStringLiteral("00:00"));
+    EXPECT_EQ(player.controls.currentPositionString(), u"00:00"_s);
     player.controls.stop();
     EXPECT_TRUE(watch.AwaitEnd());
     form.reset();
@@ -120,7 +120,7 @@ TEST_F(ALibrary, RunsNoScriptTakesNoKeyAndReadsNoClipboard) {
   using Making = Replaced<&PlayerLibrary::create>;
   static mpv_handle* handle = nullptr;
   const Making keeps([] { return handle = Making::own(); });
-  QLibrary library(QStringLiteral("mpv"), MPV_CLIENT_API_VERSION >> 16);
+  QLibrary library(u"mpv"_s, MPV_CLIENT_API_VERSION >> 16);
   const auto command = reinterpret_cast<decltype(&mpv_command)>(library.resolve("mpv_command"));
   const auto property = reinterpret_cast<decltype(&mpv_get_property_string)>(
       library.resolve("mpv_get_property_string"));

@@ -52,7 +52,7 @@ class Server {
   Server& operator=(const Server&) = delete;
   ~Server() { ::close(socket_); }
 
-  QString Address() const { return QStringLiteral("http://127.0.0.1:%1").arg(port_); }
+  QString Address() const { return u"http://127.0.0.1:%1"_s.arg(port_); }
   bool WasConnectedTo() const {
     const int connection = ::accept(socket_, nullptr, nullptr);
     if (connection >= 0) ::close(connection);
@@ -98,8 +98,8 @@ class FilesBesideOthers : public PlayerTest {
  protected:
   void SetUp() override {
     ASSERT_TRUE(MakePlainVideo(InFolder("other.mp4"), "blue", 0.5));
-    ASSERT_TRUE(RunTool(QStringLiteral("ffmpeg"), {"-v", "error", "-i", InFolder("other.mp4"), "-c",
-                                                   "copy", InFolder("other.mkv")}));
+    ASSERT_TRUE(RunTool(u"ffmpeg"_s, {"-v", "error", "-i", InFolder("other.mp4"), "-c", "copy",
+                                      InFolder("other.mkv")}));
   }
 
   QString InFolder(const QString& name) const { return files.filePath(name); }
@@ -276,7 +276,7 @@ TEST_F(FilesBesideOthers, AreNotPlayedForTheirFolder) {
   const Openings opened(InFolder("folder"));
   player.setURL(InFolder("folder"));
   EXPECT_TRUE(watch.AwaitEnd());
-  EXPECT_FALSE(opened.Names().contains(QLatin1String("other.mkv")));
+  EXPECT_FALSE(opened.Names().contains("other.mkv"_L1));
 }
 
 // A chapter may be said to lie in another file, which is known by its number and looked for in the

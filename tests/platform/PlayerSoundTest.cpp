@@ -94,10 +94,9 @@ TEST_F(PlayerSound, OfOneOrSixChannelsLeansToo) {
   player.settings.setBalance(-100);
   for (const char* layout : {"mono", "5.1"}) {
     SCOPED_TRACE(layout);
-    const Loudness heard =
-        Hear(Make(QStringLiteral("%1.flac").arg(QLatin1String(layout)),
-                  {"-f", "lavfi", "-i", "sine=frequency=440:duration=2", "-af",
-                   QStringLiteral("aformat=channel_layouts=%1").arg(QLatin1String(layout))}));
+    const Loudness heard = Hear(Make(u"%1.flac"_s.arg(QLatin1String(layout)),
+                                     {"-f", "lavfi", "-i", "sine=frequency=440:duration=2", "-af",
+                                      u"aformat=channel_layouts=%1"_s.arg(QLatin1String(layout))}));
     EXPECT_GT(heard.left, 0.001);
     EXPECT_NEAR(heard.right / heard.left, 0, 0.01);
   }

@@ -19,15 +19,9 @@ class APlayer : public PlayerTest {
 };
 
 TEST_F(APlayer, RepaintsNoControlThatLiesBesideOrOverIt) {
-  TestForm window(Controls{{.name = "HScroll1",
-                            .controlClass = ControlClass::kHScrollBar,
-                            .place = {0, 2400, 4000, 255}},
-                           {.name = "Picture1",
-                            .controlClass = ControlClass::kPictureBox,
-                            .place = {300, 300, 75, 1500}},
-                           {.name = "wmp",
-                            .controlClass = ControlClass::kWindowsMediaPlayer,
-                            .place = {0, 0, 4800, 2700}}});
+  TestForm window(Controls{Design(kHScrollBar, "HScroll1", {0, 160, 266.6667F, 17}),
+                           Design(kPictureBox, "Picture1", {20, 20, 5, 100}),
+                           Design(kWindowsMediaPlayer, "wmp", {0, 0, 320, 180})});
   window.Open();
   const PaintsOf pictures("wmp");
   const PaintsOf scrollBars("HScroll1");
@@ -105,9 +99,8 @@ TEST_F(APlayer, HasNoPositionAndNoDurationBeforeAnythingIsLoaded) {
 
 TEST_F(APlayer, TellsThePositionInMinutesAndSeconds) {
   player.setURL(MakePlain("red.mp4", "red", 5));
-  EXPECT_EQ(player.controls.currentPositionString(), QStringLiteral("00:00"));
-  EXPECT_TRUE(
-      PumpUntil([&] { return player.controls.currentPositionString() == QLatin1String("00:01"); }));
+  EXPECT_EQ(player.controls.currentPositionString(), u"00:00"_s);
+  EXPECT_TRUE(PumpUntil([&] { return player.controls.currentPositionString() == "00:01"_L1; }));
 }
 
 TEST_F(APlayer, TellsTheDurationInSecondsOnceItIsKnown) {
@@ -124,7 +117,7 @@ TEST_F(APlayer, PlaysAFileOnceAndIsBlackThen) {
   player.setURL(MakePlain("red.mp4", "red", 0.6));
   ASSERT_TRUE(watch.AwaitColour(kPlayedRed));
   ASSERT_TRUE(watch.AwaitColour(kNothingPlayed));
-  EXPECT_EQ(player.controls.currentPositionString(), QStringLiteral("00:00"));
+  EXPECT_EQ(player.controls.currentPositionString(), u"00:00"_s);
   EXPECT_TRUE(HoldsFor(
       kAWhile, [&] { return watch.Colour() == kNothingPlayed && watch.Core().Position() == 0; }));
 }
@@ -163,7 +156,7 @@ TEST_F(APlayer, GoesBackToTheBeginningAndBlackWhenStopped) {
   ASSERT_TRUE(watch.AwaitPosition(1));
   player.controls.stop();
   ASSERT_TRUE(watch.AwaitColour(kNothingPlayed));
-  EXPECT_EQ(player.controls.currentPositionString(), QStringLiteral("00:00"));
+  EXPECT_EQ(player.controls.currentPositionString(), u"00:00"_s);
   player.controls.play();
   ASSERT_TRUE(watch.AwaitColour(kPlayedRed));
   EXPECT_LT(watch.Core().Position(), 1);
@@ -230,7 +223,7 @@ TEST_F(APlayer, UnloadsWithAnEmptyFile) {
 }
 
 TEST_F(APlayer, PlaysAFileWithBlanksAndForeignLettersInItsName) {
-  player.setURL(MakePlain(QStringLiteral("rote Fl\u00e4che \u8d64.mp4"), "red", 5));
+  player.setURL(MakePlain(u"rote Fl\u00e4che \u8d64.mp4"_s, "red", 5));
   EXPECT_TRUE(watch.AwaitColour(kPlayedRed));
 }
 
@@ -239,7 +232,7 @@ TEST_F(APlayer, PrintsNothing) {
   ::testing::internal::CaptureStderr();
   player.setURL(MakePlain("red.mp4", "red", 1));
   const bool played = watch.AwaitColour(kPlayedRed) && watch.AwaitColour(kNothingPlayed);
-  player.setURL(QStringLiteral("/nowhere/nothing.mp4"));
+  player.setURL(u"/nowhere/nothing.mp4"_s);
   const bool failed = watch.AwaitEnd();
   form.reset();
   EXPECT_EQ(::testing::internal::GetCapturedStdout(), "");

@@ -26,7 +26,7 @@ class PlayerTest : public ::testing::Test {
   QString Make(const QString& name, const QStringList& arguments) const {
     QString path = files.filePath(name);
     QString printed;
-    EXPECT_TRUE(RunTool(QStringLiteral("ffmpeg"),
+    EXPECT_TRUE(RunTool(u"ffmpeg"_s,
                         QStringList{"-v", "error", "-y"} + arguments + QStringList{path}, &printed))
         << printed.toStdString();
     return path;
@@ -39,9 +39,7 @@ class PlayerTest : public ::testing::Test {
 
   const QTemporaryDir files;
   std::unique_ptr<TestForm> form =
-      std::make_unique<TestForm>(Controls{{.name = "wmp",
-                                           .controlClass = ControlClass::kWindowsMediaPlayer,
-                                           .place = {0, 0, 4800, 2700}}});
+      std::make_unique<TestForm>(Controls{Design(kWindowsMediaPlayer, "wmp", {0, 0, 320, 180})});
   WindowsMediaPlayer& player = form->Find<WindowsMediaPlayer>("wmp");
   const PlayerWatch watch{player};
 };

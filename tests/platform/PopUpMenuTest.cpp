@@ -22,7 +22,7 @@ class APopUpMenu : public ::testing::Test {
   APopUpMenu() {
     form.Open();
     for (const char* name : {"mnu_Start", "mnu_End"}) {
-      form.Find<Menu>(QLatin1String(name)).Click = [this, name] { events.emplace_back(name); };
+      form.Find<Menu>(name).Click = [this, name] { events.emplace_back(name); };
     }
   }
   ~APopUpMenu() override { menu.close(); }
@@ -54,8 +54,8 @@ TEST_F(APopUpMenu, OpensAtThePointerAndReturnsAtOnce) {
   EXPECT_TRUE(menu.isVisible());
   EXPECT_EQ(menu.pos(), QCursor::pos());
   ASSERT_EQ(menu.actions().size(), 2);
-  EXPECT_EQ(menu.actions()[0]->text(), QStringLiteral("Set Start"));
-  EXPECT_EQ(menu.actions()[1]->text(), QStringLiteral("Set End"));
+  EXPECT_EQ(menu.actions()[0]->text(), u"Set Start"_s);
+  EXPECT_EQ(menu.actions()[1]->text(), u"Set End"_s);
   EXPECT_TRUE(menu.actions()[0]->isVisible());
 }
 

@@ -24,8 +24,7 @@ class AProgressBar : public ::testing::Test {
   }
 
   std::string State() const {
-    return QStringLiteral("%1 of %2 to %3")
-        .arg(static_cast<double>(bar.Value()))
+    return u"%1 of %2 to %3"_s.arg(static_cast<double>(bar.Value()))
         .arg(static_cast<double>(bar.Min()))
         .arg(static_cast<double>(bar.Max()))
         .toStdString();
@@ -41,8 +40,7 @@ class AProgressBar : public ::testing::Test {
     return filled;
   }
 
-  TestForm form{
-      {{.name = "pbar", .controlClass = ControlClass::kProgressBar, .place = {0, 0, 3000, 150}}}};
+  TestForm form{{Design(kProgressBar, "pbar", {0, 0, 200, 10})}};
   ProgressBar& bar = form.Find<ProgressBar>("pbar");
 };
 

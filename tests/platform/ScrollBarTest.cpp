@@ -45,11 +45,8 @@ class AScrollBar : public ::testing::TestWithParam<const char*> {
     pointer.MoveTo(inside, place);
   }
 
-  TestForm form{
-      {{.name = "HScroll1", .controlClass = ControlClass::kHScrollBar, .place = {0, 0, 4500, 300}},
-       {.name = "VScroll1",
-        .controlClass = ControlClass::kVScrollBar,
-        .place = {4800, 300, 300, 4500}}}};
+  TestForm form{{Design(kHScrollBar, "HScroll1", {0, 0, 300, 20}),
+                 Design(kVScrollBar, "VScroll1", {320, 20, 20, 300})}};
   ScrollBar& bar = form.Find<ScrollBar>(QLatin1String(GetParam()));
   QScrollBar& inside = *bar.findChild<QScrollBar*>();
   Pointer pointer{form};

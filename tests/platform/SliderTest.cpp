@@ -13,8 +13,7 @@ class ASlider : public ::testing::Test {
  protected:
   ASlider() { slider.SetRange(-100, 100); }
 
-  TestForm form{
-      {{.name = "Slider3", .controlClass = ControlClass::kSlider, .place = {0, 0, 3000, 450}}}};
+  TestForm form{{Design(kSlider, "Slider3", {0, 0, 200, 30})}};
   Slider& slider = form.Find<Slider>("Slider3");
 };
 

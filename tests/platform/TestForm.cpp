@@ -16,6 +16,12 @@ void Call(const Step& step, const Arguments&... arguments) {
 
 }  // namespace
 
+Design::Design(ControlClass controlClass, const char* name, const DesignPlace& pixels)
+    : row_{.name = name,
+           .controlClass = controlClass,
+           .place = {pixels.left * kTwipsPerPixel, pixels.top * kTwipsPerPixel,
+                     pixels.width * kTwipsPerPixel, pixels.height * kTwipsPerPixel}} {}
+
 TestForm::TestForm(const Controls& controls, const Menus& menus)
     : TestForm(kPixelForm, controls, menus) {}
 
@@ -51,8 +57,7 @@ FormDesign FixedForm() {
 }
 
 std::string Describe(const char* what, const MouseEvent& event) {
-  return QStringLiteral("%1 %2: button %3 shift %4 at %5,%6")
-      .arg(QLatin1String(what))
+  return u"%1 %2: button %3 shift %4 at %5,%6"_s.arg(QLatin1String(what))
       .arg(event.Index)
       .arg(event.Button)
       .arg(event.Shift)

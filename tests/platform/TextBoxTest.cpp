@@ -20,22 +20,10 @@ namespace kelvane::testing {
 namespace {
 
 // One on show, one in a hidden box, one hidden itself.
-const Controls kControls{{.name = "Text1(1)",
-                          .controlClass = ControlClass::kTextBox,
-                          .place = {150, 150, 1500, 315},
-                          .caption = "Source"},
-                         {.name = "Holder",
-                          .controlClass = ControlClass::kPictureBox,
-                          .place = {150, 600, 3000, 1500},
-                          .visible = false},
-                         {.name = "Text2",
-                          .controlClass = ControlClass::kTextBox,
-                          .place = {0, 0, 1500, 315},
-                          .container = "Holder"},
-                         {.name = "Text3",
-                          .controlClass = ControlClass::kTextBox,
-                          .place = {150, 600, 1500, 315},
-                          .visible = false}};
+const Controls kControls{Design(kTextBox, "Text1(1)", {10, 10, 100, 21}).Caption("Source"),
+                         Design(kPictureBox, "Holder", {10, 40, 200, 100}).Hidden(),
+                         Design(kTextBox, "Text2", {0, 0, 100, 21}).In("Holder"),
+                         Design(kTextBox, "Text3", {10, 40, 100, 21}).Hidden()};
 
 class ATextBox : public ::testing::Test {
  protected:
@@ -56,34 +44,34 @@ class ATextBox : public ::testing::Test {
 };
 
 TEST_F(ATextBox, RaisesChangeOnceForEachChangeOfItsTextBeforeTheAssignmentReturns) {
-  EXPECT_EQ(shown.Text(), QStringLiteral("Source"));
-  shown.setText(QStringLiteral("a"));
+  EXPECT_EQ(shown.Text(), u"Source"_s);
+  shown.setText(u"a"_s);
   EXPECT_EQ(events, Events{"1: a"});
-  shown.setText(QStringLiteral("a"));
+  shown.setText(u"a"_s);
   EXPECT_EQ(events, Events{"1: a"});
-  shown.AppendText(QStringLiteral("b"));
+  shown.AppendText(u"b"_s);
   EXPECT_EQ(events, (Events{"1: a", "1: ab"}));
   shown.AppendText(QString());
   EXPECT_EQ(events, (Events{"1: a", "1: ab"}));
   shown.setText(QString());
-  shown.setText(QStringLiteral(""));
+  shown.setText(u""_s);
   EXPECT_EQ(events, (Events{"1: a", "1: ab", "1: "}));
 }
 
 TEST_F(ATextBox, ShowsTheNewTextByTheTimeThatChangeIsRaised) {
   QString onShow;
   shown.Change = [&](int) { onShow = Line(shown)->text(); };
-  shown.setText(QStringLiteral("/tmp/video.mp4"));
-  EXPECT_EQ(onShow, QStringLiteral("/tmp/video.mp4"));
+  shown.setText(u"/tmp/video.mp4"_s);
+  EXPECT_EQ(onShow, u"/tmp/video.mp4"_s);
 }
 
 TEST_F(ATextBox, ShowsATextFromItsStartHoweverLong) {
-  const QString path = QStringLiteral("/start/") + QString(300, QLatin1Char('x'));
+  const QString path = u"/start/"_s + QString(300, QLatin1Char('x'));
   shown.setText(path);
   EXPECT_EQ(Line(shown)->displayText(), path);
   EXPECT_EQ(Line(shown)->cursorPosition(), 0);
-  shown.AppendText(QStringLiteral("yz"));
-  EXPECT_EQ(Line(shown)->displayText(), path + QStringLiteral("yz"));
+  shown.AppendText(u"yz"_s);
+  EXPECT_EQ(Line(shown)->displayText(), path + u"yz"_s);
   EXPECT_EQ(Line(shown)->cursorPosition(), 0);
   const QImage whole = Picture(*Line(shown));
   shown.setText(path.left(100));
@@ -91,7 +79,7 @@ TEST_F(ATextBox, ShowsATextFromItsStartHoweverLong) {
 }
 
 TEST_F(ATextBox, CanBeSelectedAndCopied) {
-  shown.setText(QStringLiteral("video.mp4"));
+  shown.setText(u"video.mp4"_s);
   Pointer pointer(form);
   pointer.MoveTo(shown, {30, 8});
   pointer.DoubleClick();
@@ -99,13 +87,13 @@ TEST_F(ATextBox, CanBeSelectedAndCopied) {
   QTest::keyClick(Line(shown), Qt::Key_A, Qt::ControlModifier);
   QApplication::clipboard()->clear();
   QTest::keyClick(Line(shown), Qt::Key_C, Qt::ControlModifier);
-  EXPECT_EQ(QApplication::clipboard()->text(), QStringLiteral("video.mp4"));
+  EXPECT_EQ(QApplication::clipboard()->text(), u"video.mp4"_s);
 }
 
 TEST_F(ATextBox, CannotBeEdited) {
-  shown.setText(QStringLiteral("video.mp4"));
+  shown.setText(u"video.mp4"_s);
   events.clear();
-  QApplication::clipboard()->setText(QStringLiteral("pasted"));
+  QApplication::clipboard()->setText(u"pasted"_s);
   Pointer pointer(form);
   pointer.MoveTo(shown, {30, 8});
   pointer.Click();
@@ -116,8 +104,8 @@ TEST_F(ATextBox, CannotBeEdited) {
   for (const Qt::Key key : {Qt::Key_V, Qt::Key_X, Qt::Key_Z}) {
     QTest::keyClick(line, key, Qt::ControlModifier);
   }
-  EXPECT_EQ(line->text(), QStringLiteral("video.mp4"));
-  EXPECT_EQ(shown.Text(), QStringLiteral("video.mp4"));
+  EXPECT_EQ(line->text(), u"video.mp4"_s);
+  EXPECT_EQ(shown.Text(), u"video.mp4"_s);
   EXPECT_EQ(events, Events{});
 }
 
@@ -127,87 +115,79 @@ QAccessibleEditableTextInterface& EditorOf(const TextBox& box) {
 }
 
 TEST_F(ATextBox, CannotBeEditedByAScreenReaderEither) {
-  shown.setText(QStringLiteral("video.mp4"));
+  shown.setText(u"video.mp4"_s);
   events.clear();
-  EditorOf(shown).replaceText(0, 5, QStringLiteral("another"));
-  EXPECT_EQ(Line(shown)->text(), QStringLiteral("video.mp4"));
-  EXPECT_EQ(shown.Text(), QStringLiteral("video.mp4"));
+  EditorOf(shown).replaceText(0, 5, u"another"_s);
+  EXPECT_EQ(Line(shown)->text(), u"video.mp4"_s);
+  EXPECT_EQ(shown.Text(), u"video.mp4"_s);
   EXPECT_EQ(events, Events{});
 }
 
 TEST(AnEditableTextBox, TakesWhatAScreenReaderWrites) {
-  TestForm form({{.name = "Text5",
-                  .controlClass = ControlClass::kTextBox,
-                  .place = {150, 150, 1500, 315},
-                  .caption = "a clip",
-                  .editable = true}});
+  TestForm form({Design(kTextBox, "Text5", {10, 10, 100, 21}).Caption("a clip").Editable()});
   form.Open();
   auto& box = form.Find<TextBox>("Text5");
   Events events;
   box.Change = [&](int) { events.push_back(box.Text().toStdString()); };
-  EditorOf(box).replaceText(2, 6, QStringLiteral("video"));
-  EXPECT_EQ(box.Text(), QStringLiteral("a video"));
+  EditorOf(box).replaceText(2, 6, u"video"_s);
+  EXPECT_EQ(box.Text(), u"a video"_s);
   EXPECT_EQ(events, Events{"a video"});
 }
 
 TEST(AnEditableTextBox, TakesWhatTheUserTypesAndRaisesChangeForEachLetter) {
-  TestForm form({{.name = "Text5",
-                  .controlClass = ControlClass::kTextBox,
-                  .place = {150, 150, 1500, 315},
-                  .caption = "a",
-                  .editable = true}});
+  TestForm form({Design(kTextBox, "Text5", {10, 10, 100, 21}).Caption("a").Editable()});
   form.Open();
   auto& box = form.Find<TextBox>("Text5");
   Events events;
   box.Change = [&](int) { events.push_back(box.Text().toStdString()); };
   auto* line = box.findChild<QLineEdit*>();
   line->setCursorPosition(1);
-  QTest::keyClicks(line, QStringLiteral("bc"));
+  QTest::keyClicks(line, u"bc"_s);
   QTest::keyClick(line, Qt::Key_Backspace);
   EXPECT_EQ(events, (Events{"ab", "abc", "ab"}));
   EXPECT_EQ(line->cursorPosition(), 2);
-  box.setText(QStringLiteral("/tmp/video.mp4"));
-  EXPECT_EQ(line->text(), QStringLiteral("/tmp/video.mp4"));
+  box.setText(u"/tmp/video.mp4"_s);
+  EXPECT_EQ(line->text(), u"/tmp/video.mp4"_s);
 }
 
 TEST_F(ATextBox, IsDarkWithLightTextAndNoBorder) {
   shown.setText(QString());
   EXPECT_EQ(CountOf(Picture(shown), 0x232323), 100 * 21);
-  shown.setText(QStringLiteral("HHHH"));
+  shown.setText(u"HHHH"_s);
   EXPECT_GT(CountOf(Picture(shown), 0xC0C0C0), 0);
 }
 
 TEST_F(ATextBox, OutOfSightHasNoLineOfQts) {
   for (TextBox* box : {&inHiddenBox, &hidden}) {
-    box->setText(QStringLiteral("a"));
-    box->AppendText(QStringLiteral("b"));
+    box->setText(u"a"_s);
+    box->AppendText(u"b"_s);
     DoEvents();
     EXPECT_EQ(Line(*box), nullptr) << box->objectName().toStdString();
-    EXPECT_EQ(box->Text(), QStringLiteral("ab"));
+    EXPECT_EQ(box->Text(), u"ab"_s);
   }
 }
 
 TEST_F(ATextBox, ShowsItsTextOnceItComesInSight) {
-  inHiddenBox.setText(QStringLiteral("first"));
-  hidden.setText(QStringLiteral("second"));
+  inHiddenBox.setText(u"first"_s);
+  hidden.setText(u"second"_s);
   form.Find<PictureBox>("Holder").setVisible(true);
   hidden.setVisible(true);
   ASSERT_NE(Line(inHiddenBox), nullptr);
   ASSERT_NE(Line(hidden), nullptr);
-  EXPECT_EQ(Line(inHiddenBox)->text(), QStringLiteral("first"));
+  EXPECT_EQ(Line(inHiddenBox)->text(), u"first"_s);
   EXPECT_EQ(Line(inHiddenBox)->geometry(), inHiddenBox.rect());
-  EXPECT_EQ(Line(hidden)->text(), QStringLiteral("second"));
+  EXPECT_EQ(Line(hidden)->text(), u"second"_s);
 }
 
 TEST_F(ATextBox, ThatWasOnShowAndIsHiddenCatchesUpWhenItIsShownAgain) {
-  hidden.setText(QStringLiteral("old"));
+  hidden.setText(u"old"_s);
   hidden.setVisible(true);
   hidden.setVisible(false);
-  hidden.setText(QStringLiteral("new"));
-  hidden.AppendText(QStringLiteral("er"));
-  EXPECT_EQ(Line(hidden)->text(), QStringLiteral("old")) << "a hidden line is left alone";
+  hidden.setText(u"new"_s);
+  hidden.AppendText(u"er"_s);
+  EXPECT_EQ(Line(hidden)->text(), u"old"_s) << "a hidden line is left alone";
   hidden.setVisible(true);
-  EXPECT_EQ(Line(hidden)->text(), QStringLiteral("newer"));
+  EXPECT_EQ(Line(hidden)->text(), u"newer"_s);
   EXPECT_EQ(Line(hidden)->cursorPosition(), 0);
 }
 

@@ -32,8 +32,7 @@ class AToolTip : public ::testing::Test {
   }
 
  private:
-  TestForm form_{
-      {{.name = "Box", .controlClass = ControlClass::kPictureBox, .place = {0, 0, 750, 750}}}};
+  TestForm form_{{Design(kPictureBox, "Box", {0, 0, 50, 50})}};
 
  protected:
   PictureBox& box_ = form_.Find<PictureBox>("Box");
@@ -55,7 +54,7 @@ TEST_F(AToolTip, IsShownAsItStandsAndReadsBackSo) {
 TEST_F(AToolTip, WithoutATextIsNone) {
   RestOnTheBox();
   EXPECT_FALSE(QToolTip::isVisible());
-  box_.setToolTipText(QStringLiteral("tip"));
+  box_.setToolTipText(u"tip"_s);
   RestOnTheBox();
   EXPECT_TRUE(QToolTip::isVisible());
   QToolTip::hideText();
