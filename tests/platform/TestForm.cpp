@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QWindow>
+#include <sstream>
 
 #include "support/Events.h"
 
@@ -57,13 +58,13 @@ FormDesign FixedForm() {
 }
 
 std::string Describe(const char* what, const MouseEvent& event) {
-  return u"%1 %2: button %3 shift %4 at %5,%6"_s.arg(QLatin1String(what))
-      .arg(event.Index)
-      .arg(event.Button)
-      .arg(event.Shift)
-      .arg(static_cast<double>(event.X))
-      .arg(static_cast<double>(event.Y))
-      .toStdString();
+  std::ostringstream text;
+  text << what;
+  if (event.Index >= 0) text << ' ' << event.Index;
+  if (event.Button != kNoButton) text << " button " << event.Button;
+  if (event.Shift != 0) text << " shift " << event.Shift;
+  text << " at " << event.X << ',' << event.Y;
+  return text.str();
 }
 
 void Record(Control& control, Events& events) {

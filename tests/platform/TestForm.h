@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -51,6 +52,10 @@ class Design {
   ControlDesign row_;
 };
 
+constexpr float kNotANumber = std::numeric_limits<float>::quiet_NaN();
+constexpr float kInfinite = std::numeric_limits<float>::infinity();
+constexpr float kGreatest = std::numeric_limits<float>::max();
+
 // 300 by 200 pixels, in pixels.
 constexpr FormDesign kPixelForm{.name = "Form",
                                 .caption = "A form",
@@ -90,7 +95,8 @@ FormDesign FixedForm();
 // What happened, in order.
 using Events = std::vector<std::string>;
 
-// "Down 3: button 1 shift 0 at 4,5"
+// "Down 3 button 1 shift 2 at 4,5": without the index of a control in no array, and without a
+// button or shift of 0.
 std::string Describe(const char* what, const MouseEvent& event);
 
 // Writes a control's mouse events down in `events`.
