@@ -59,8 +59,9 @@ TEST_P(PlayerEnd, LeavesNoThreadAndNoFileOpen) {
   EXPECT_GT(EntriesOf("/proc/self/task"), threads);
   ASSERT_NO_FATAL_FAILURE((this->*GetParam().reach)());
   form.reset();
-  EXPECT_EQ(EntriesOf("/proc/self/task"), threads);
-  EXPECT_EQ(EntriesOf("/proc/self/fd"), descriptors);
+  // Threads of Qt's that rest may have ended meanwhile.
+  EXPECT_LE(EntriesOf("/proc/self/task"), threads);
+  EXPECT_LE(EntriesOf("/proc/self/fd"), descriptors);
 }
 
 INSTANTIATE_TEST_SUITE_P(
