@@ -10,75 +10,44 @@
 namespace kelvane::testing {
 namespace {
 
-constexpr ControlClass kLabel = ControlClass::kLabel;
-
 // Out of order, among others of similar names, one of them in a box.
-const Controls kControls{
-    {.name = "Label1(2)", .controlClass = kLabel, .place = {}},
-    {.name = "Label14(0)", .controlClass = kLabel, .place = {}},
-    {.name = "Label1(0)", .controlClass = kLabel, .place = {}},
-    {.name = "Picture1", .controlClass = ControlClass::kPictureBox, .place = {}},
-    {.name = "Label1(1)", .controlClass = kLabel, .place = {}, .container = "Picture1"},
-    {.name = "Label14(1)", .controlClass = kLabel, .place = {}},
-    {.name = "Label2", .controlClass = kLabel, .place = {}},
-    {.name = "Label3(11)", .controlClass = kLabel, .place = {}}};
+class ControlArrayTest : public ::testing::Test {
+ protected:
+  const TestForm form{{Design(kLabel, "Label1(2)"), Design(kLabel, "Label14(0)"),
+                       Design(kLabel, "Label1(0)"), Design(kPictureBox, "Picture1"),
+                       Design(kLabel, "Label1(1)").In("Picture1"), Design(kLabel, "Label14(1)"),
+                       Design(kLabel, "Label2"), Design(kLabel, "Label3(11)")}};
+  const ControlArray<Label> labels{form, "Label1"};
+};
 
-TEST(AControlArray, HasTheControlsOfItsNameByTheirIndex) {
-  const TestForm form(kControls);
-  const ControlArray<Label> labels(form, QStringLiteral("Label1"));
+TEST_F(ControlArrayTest, HasTheControlsOfItsNameInTheOrderOfTheirIndex) {
   EXPECT_EQ(labels.Count(), 3);
   EXPECT_EQ(labels.UBound(), 2);
-  for (int index = 0; index < 3; ++index) {
-    EXPECT_EQ(labels(index).objectName(), QStringLiteral("Label1(%1)").arg(index));
-    EXPECT_EQ(labels(index).Index(), index);
+  int index = 0;
+  for (const Label* label : labels) {
+    EXPECT_EQ(label->objectName(), u"Label1(%1)"_s.arg(index));
+    EXPECT_EQ(label->Index(), index);
+    EXPECT_EQ(&labels(index), label);
+    ++index;
   }
 }
 
-TEST(AControlArray, RunsThroughItsControlsInTheOrderOfTheirIndex) {
-  const TestForm form(kControls);
-  Events names;
-  for (const Label* label : ControlArray<Label>(form, QStringLiteral("Label1"))) {
-    names.push_back(label->objectName().toStdString());
-  }
-  EXPECT_EQ(names, (Events{"Label1(0)", "Label1(1)", "Label1(2)"}));
+TEST_F(ControlArrayTest, IsEmptyForANameThatNoControlHas) {
+  const ControlArray<Label> none(form, "Label9");
+  EXPECT_EQ(none.Count(), 0);
+  EXPECT_EQ(none.UBound(), -1);
 }
 
-TEST(AControlArray, HasMembersOfAnIndexOfTwoDigits) {
-  Controls controls;
-  std::vector<std::string> names;
-  for (int index = 0; index < 16; ++index) {
-    names.push_back("Label1(" + std::to_string(index) + ")");
-  }
-  for (const std::string& name : names) {
-    controls.push_back({.name = name.c_str(), .controlClass = kLabel, .place = {}});
-  }
-  const TestForm form(controls);
-  const ControlArray<Label> labels(form, QStringLiteral("Label1"));
-  EXPECT_EQ(labels.Count(), 16);
-  EXPECT_EQ(labels(15).Index(), 15);
-}
-
-TEST(AControlArray, OfANameThatNobodyHasIsEmpty) {
-  const TestForm form(kControls);
-  EXPECT_EQ(ControlArray<Label>(form, QStringLiteral("Label9")).Count(), 0);
-  EXPECT_EQ(ControlArray<Label>(form, QStringLiteral("Label9")).UBound(), -1);
-}
-
-TEST(AControlArray, HasOneHandlerThatIsToldTheIndex) {
-  const TestForm form(kControls);
+TEST_F(ControlArrayTest, GivesItsHandlerTheIndex) {
   Events events;
-  const ControlArray<Label> labels(form, QStringLiteral("Label1"));
   for (Label* label : labels) {
     label->Change = [&events](int index) { events.push_back(std::to_string(index)); };
   }
-  labels(2).setCaption(QStringLiteral("a"));
-  labels(0).setCaption(QStringLiteral("b"));
-  labels(1).setCaption(QStringLiteral("c"));
+  for (const int index : {2, 0, 1}) labels(index).setCaption("a");
   EXPECT_EQ(events, (Events{"2", "0", "1"}));
 }
 
-TEST(AControl, KnowsTheIndexInItsNameAndHasNoneOutsideAnArray) {
-  const TestForm form(kControls);
+TEST_F(ControlArrayTest, LeavesControlsOutsideAnArrayWithoutAnIndex) {
   EXPECT_EQ(form.Find<Label>("Label3(11)").Index(), 11);
   EXPECT_EQ(form.Find<Label>("Label2").Index(), -1);
   EXPECT_EQ(form.Find<PictureBox>("Picture1").Index(), -1);

@@ -1,165 +1,89 @@
-// Boxes, frames and lines by their pixels, and when the windows are painted.
+// The colours of forms, boxes and shapes, and when controls are painted.
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <ostream>
 
 #include "platform/App.h"
 #include "platform/Label.h"
 #include "platform/PictureBox.h"
 #include "platform/Shapes.h"
 #include "platform/TestForm.h"
+#include "support/PaintsOf.h"
 
 namespace kelvane::testing {
 namespace {
 
-constexpr QRgb kBack = 0x102030;
-constexpr QRgb kBorderGrey = 0x808080;
+constexpr QRgb kBack = kPixelForm.backColor;
 
-TEST(AForm, IsOfItsBackColour) {
-  TestForm form;
-  form.Open();
-  EXPECT_EQ(CountOf(Picture(form), kBack), 300 * 200);
-}
-
-TEST(ABox, IsOfItsBackColour) {
-  TestForm form({{.name = "Box",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {150, 300, 450, 600},
-                  .color = 0x404040}});
+TEST(BackColour, FillsFormsAndBoxes) {
+  TestForm form({Design(kPictureBox, "Box", {10, 20, 30, 40}).Color(0x404040)});
   form.Open();
   auto& box = form.Find<PictureBox>("Box");
   EXPECT_EQ(box.BackColor(), 0x404040U);
-  EXPECT_EQ(CountOf(Picture(form).copy(10, 20, 30, 40), 0x404040), 30 * 40);
+  EXPECT_EQ(InkOf(Picture(form), 0x404040), QRect(10, 20, 30, 40));
   EXPECT_EQ(CountOf(Picture(form), kBack), 300 * 200 - 30 * 40);
   box.setBackColor(0x00FF00);
   EXPECT_EQ(box.BackColor(), 0x00FF00U);
-  EXPECT_EQ(CountOf(Picture(form), 0x00FF00), 30 * 40);
+  EXPECT_EQ(InkOf(Picture(form), 0x00FF00), QRect(10, 20, 30, 40));
 }
 
-TEST(ABox, ClipsWhatIsInIt) {
-  TestForm form({{.name = "Box",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {150, 300, 450, 600},
-                  .color = 0x404040},
-                 {.name = "Bar",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {300, -1500, 3000, 15000},
-                  .container = "Box",
-                  .color = 0x00FF00}});
-  form.Open();
-  const QImage picture = Picture(form);
-  EXPECT_EQ(CountOf(picture, 0x00FF00), 10 * 40);
-  EXPECT_EQ(CountOf(picture.copy(30, 20, 10, 40), 0x00FF00), 10 * 40);
-}
-
-TEST(ABorderedBox, HasALineRoundItAndAGapInsideTheLine) {
-  TestForm form({{.name = "Box",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {150, 300, 450, 600},
-                  .color = 0x404040,
-                  .bordered = true},
-                 {.name = "Inside",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {0, 0, 390, 540},
-                  .container = "Box",
-                  .color = 0x00FF00}});
-  form.Open();
-  const QImage box = Picture(form).copy(10, 20, 30, 40);
-  EXPECT_EQ(CountOf(box, kBorderGrey), 2 * 30 + 2 * 38);
-  EXPECT_EQ(CountOf(box.copy(1, 1, 28, 38), kBorderGrey), 0);
-  EXPECT_EQ(CountOf(box, 0x404040), 2 * 28 + 2 * 36);
-  EXPECT_EQ(CountOf(box.copy(2, 2, 26, 36), 0x00FF00), 26 * 36);
-}
-
-TEST(AShape, IsAnOutlineOfItsWidthInsideItsPlace) {
-  TestForm form({{.name = "Shape1",
-                  .controlClass = ControlClass::kShape,
-                  .place = {150, 300, 450, 600},
-                  .color = 0xA0A0A0}});
+TEST(Shape, IsAnOutlineInsideItsPlaceAndFilledWhereItHasAColour) {
+  constexpr QRgb kInk = 0xA0A0A0;
+  TestForm form({Design(kShape, "Shape1", {10, 20, 30, 40}).Color(kInk)});
   form.Open();
   auto& shape = form.Find<Shape>("Shape1");
-  EXPECT_EQ(shape.BorderColor(), 0xA0A0A0U);
+  const auto expectInside = [&form](int width, QRgb inside) {
+    const QImage shown = Picture(form).copy(10, 20, 30, 40);
+    const QRect place = shown.rect().adjusted(width, width, -width, -width);
+    EXPECT_EQ(CountOf(shown, kInk), 30 * 40 - place.width() * place.height());
+    EXPECT_EQ(InkOf(shown, inside), place);
+    EXPECT_EQ(CountOf(Picture(form), kInk), CountOf(shown, kInk));
+  };
   for (const int width : {1, 2, 5}) {
-    shape.SetBorder(0xA0A0A0, width);
-    EXPECT_EQ(shape.BorderWidth(), width);
-    const QImage picture = Picture(form);
-    EXPECT_EQ(CountOf(picture, 0xA0A0A0), 30 * 40 - (30 - 2 * width) * (40 - 2 * width));
-    EXPECT_EQ(CountOf(picture.copy(10, 20, 30, 40), 0xA0A0A0), CountOf(picture, 0xA0A0A0));
-    EXPECT_EQ(CountOf(picture.copy(10 + width, 20 + width, 30 - 2 * width, 40 - 2 * width), kBack),
-              (30 - 2 * width) * (40 - 2 * width));
+    shape.SetBorder(kInk, width);
+    expectInside(width, kBack);
   }
-  shape.SetBorder(0x808080, 2);
-  EXPECT_EQ(shape.BorderColor(), 0x808080U);
-  EXPECT_EQ(CountOf(Picture(form), 0xA0A0A0), 0);
+  for (const QRgb color : {0xFF0000U, 0x00FF00U}) {
+    shape.setFillColor(color);
+    EXPECT_EQ(shape.FillColor(), color);
+    expectInside(5, color);
+  }
+  shape.SetBorder(0x808080, 5);
+  EXPECT_EQ(CountOf(Picture(form), kInk), 0);
 }
 
-// Watches the paint events of a widget.
-class Paintings : public QObject {
- public:
-  explicit Paintings(QObject& watched) { watched.installEventFilter(this); }
-  int Count() const { return count_; }
-  bool eventFilter(QObject* /*watched*/, QEvent* event) override {
-    if (event->type() == QEvent::Paint) ++count_;
-    return false;
-  }
-
- private:
-  int count_ = 0;
-};
-
-struct ChangeCase {
-  const char* what;
-  const char* control;
-  std::function<void(const TestForm&)> change;
-};
-
-void PrintTo(const ChangeCase& value, std::ostream* out) { *out << value.what; }
-
-class AChange : public ::testing::TestWithParam<ChangeCase> {};
-
-TEST_P(AChange, IsPaintedAtTheNextDoEventsAndPaintsNothingWhereItChangesNothing) {
+TEST(Change, IsPaintedAtTheNextDoEventsAndOnlyIfItChangesSomething) {
   TestForm form(
-      {{.name = "Label1", .controlClass = ControlClass::kLabel, .place = {0, 0, 750, 300}},
-       {.name = "Box", .controlClass = ControlClass::kPictureBox, .place = {0, 300, 750, 300}},
-       {.name = "Shape1", .controlClass = ControlClass::kShape, .place = {0, 600, 750, 300}},
-       {.name = "Line1", .controlClass = ControlClass::kLine, .place = {0, 900, 750, 0}}});
+      {Design(kLabel, "Label1", {0, 0, 50, 20}), Design(kPictureBox, "Box", {0, 20, 50, 20}),
+       Design(kShape, "Shape1", {0, 40, 50, 20}), Design(kLine, "Line1", {0, 60, 50, 0})});
   form.Open();
   for (int round = 0; round < 5; ++round) DoEvents();
-  const Paintings paintings(form.Find<Control>(QLatin1String(GetParam().control)));
-  GetParam().change(form);
-  EXPECT_EQ(paintings.Count(), 0);
-  DoEvents();
-  EXPECT_EQ(paintings.Count(), 1);
-  GetParam().change(form);
-  DoEvents();
-  EXPECT_EQ(paintings.Count(), 1);
+  auto& label = form.Find<Label>("Label1");
+  struct Case {
+    const char* control;
+    const char* what;
+    std::function<void()> change;
+  };
+  for (const Case& given : {
+           Case{"Label1", "caption", [&] { label.setCaption("Progress"); }},
+           Case{"Label1", "back colour", [&] { label.setBackColor(0x808080); }},
+           Case{"Label1", "colour", [&] { label.setForeColor(0x00FF00); }},
+           Case{"Label1", "alignment", [&] { label.setAlignment(Qt::AlignHCenter); }},
+           Case{"Box", "back colour", [&] { form.Find<PictureBox>("Box").setBackColor(0x404040); }},
+           Case{"Shape1", "border", [&] { form.Find<Shape>("Shape1").SetBorder(0, 2); }},
+           Case{"Line1", "colour", [&] { form.Find<Line>("Line1").setBorderColor(0x808080); }},
+       }) {
+    SCOPED_TRACE(std::string(given.control) + ", " + given.what);
+    const PaintsOf paints(given.control);
+    given.change();
+    EXPECT_EQ(paints.Count(), 0);
+    DoEvents();
+    EXPECT_EQ(paints.Count(), 1);
+    given.change();
+    DoEvents();
+    EXPECT_EQ(paints.Count(), 1);
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Platform, AChange,
-    ::testing::Values(
-        ChangeCase{"OfALabelsCaption", "Label1",
-                   [](const TestForm& form) {
-                     form.Find<Label>("Label1").setCaption(QStringLiteral("Progress"));
-                   }},
-        ChangeCase{"OfALabelsBackColour", "Label1",
-                   [](const TestForm& form) { form.Find<Label>("Label1").setBackColor(0x808080); }},
-        ChangeCase{"OfALabelsColour", "Label1",
-                   [](const TestForm& form) { form.Find<Label>("Label1").setForeColor(0x00FF00); }},
-        ChangeCase{"OfALabelsAlignment", "Label1",
-                   [](const TestForm& form) {
-                     form.Find<Label>("Label1").setAlignment(Qt::AlignHCenter);
-                   }},
-        ChangeCase{
-            "OfABoxsBackColour", "Box",
-            [](const TestForm& form) { form.Find<PictureBox>("Box").setBackColor(0x404040); }},
-        ChangeCase{"OfAShapesBorder", "Shape1",
-                   [](const TestForm& form) { form.Find<Shape>("Shape1").SetBorder(0, 2); }},
-        ChangeCase{
-            "OfALinesColour", "Line1",
-            [](const TestForm& form) { form.Find<Line>("Line1").setBorderColor(0x808080); }}),
-    [](const auto& test) { return test.param.what; });
 
 }  // namespace
 }  // namespace kelvane::testing

@@ -3,7 +3,7 @@
 
 #include <QApplication>
 #include <optional>
-#include <vector>
+#include <utility>
 
 #include "platform/PictureBox.h"
 #include "platform/Screen.h"
@@ -13,52 +13,36 @@
 namespace kelvane::testing {
 namespace {
 
-struct PointerAndShape {
-  MousePointer pointer;
-  std::optional<Qt::CursorShape> shape;  // over every window; none leaves it to the controls
-};
-
-std::optional<Qt::CursorShape> ShapeOverEveryWindow() {
-  const QCursor* cursor = QGuiApplication::overrideCursor();
-  return cursor == nullptr ? std::nullopt : std::optional(cursor->shape());
-}
-
-TEST(TheScreen, KnowsAndShowsThePointerThatItWasGiven) {
+TEST(ScreenPointer, IsTheOneThatWasSetOverEveryWindowAndNotThatOfAControl) {
+  const TestForm form(
+      {Design(kPictureBox, "Box", {0, 0, 20, 20}).Pointer(MousePointer::kSizeWestEast)});
   EXPECT_EQ(Screen::Pointer(), MousePointer::kDefault);
-  EXPECT_EQ(ShapeOverEveryWindow(), std::nullopt);
-  const std::vector<PointerAndShape> cases = {
+  EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+  // None leaves it to the controls.
+  const std::pair<MousePointer, std::optional<Qt::CursorShape>> cases[]{
       {MousePointer::kSizeWestEast, Qt::SizeHorCursor},
       {MousePointer::kArrow, Qt::ArrowCursor},
       {MousePointer::kDefault, std::nullopt},
       {MousePointer::kHourglass, Qt::WaitCursor},
       {MousePointer::kSizeNorthSouth, Qt::SizeVerCursor},
       {MousePointer::kDefault, std::nullopt},
-      {MousePointer::kDefault, std::nullopt},
-  };
+      {MousePointer::kDefault, std::nullopt}};
   for (const auto& [pointer, shape] : cases) {
     Screen::setMousePointer(pointer);
     EXPECT_EQ(Screen::Pointer(), pointer);
-    EXPECT_EQ(ShapeOverEveryWindow(), shape) << static_cast<int>(pointer);
+    const QCursor* cursor = QGuiApplication::overrideCursor();
+    EXPECT_EQ(cursor == nullptr ? std::nullopt : std::optional(cursor->shape()), shape);
   }
 }
 
-TEST(TheScreensPointer, IsNotThatOfAControl) {
-  TestForm form({{.name = "Box",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {0, 0, 300, 300},
-                  .pointer = MousePointer::kSizeWestEast}});
-  EXPECT_EQ(Screen::Pointer(), MousePointer::kDefault);
-}
-
-TEST(AControl, TakesTheKeyboardWhenItIsGivenIt) {
+TEST(SetFocus, GivesAControlTheKeyboard) {
   TestForm form(
-      {{.name = "One", .controlClass = ControlClass::kPictureBox, .place = {0, 0, 300, 300}},
-       {.name = "Two", .controlClass = ControlClass::kPictureBox, .place = {300, 0, 300, 300}}});
+      {Design(kPictureBox, "One", {0, 0, 20, 20}), Design(kPictureBox, "Two", {20, 0, 20, 20})});
   form.Open();
   ASSERT_TRUE(WaitFor([&] { return form.isActiveWindow(); }));
   for (const char* name : {"One", "Two"}) {
-    form.Find<PictureBox>(QLatin1String(name)).SetFocus();
-    EXPECT_EQ(QApplication::focusWidget(), &form.Find<PictureBox>(QLatin1String(name)));
+    form.Find<PictureBox>(name).SetFocus();
+    EXPECT_EQ(QApplication::focusWidget(), &form.Find<PictureBox>(name));
   }
 }
 

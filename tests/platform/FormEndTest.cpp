@@ -3,7 +3,6 @@
 
 #include <QApplication>
 #include <QMessageBox>
-#include <QTimer>
 
 #include "platform/App.h"
 #include "platform/MsgBox.h"
@@ -15,24 +14,11 @@
 namespace kelvane::testing {
 namespace {
 
-// The message loop of the application object that main() has made.
+// The event loop of the application object that main() has made.
 int RunProgram() { return QApplication::exec(); }
 
-class TheProgram : public ::testing::Test {
+class ProgramEnd : public ::testing::Test {
  protected:
-  TheProgram() {
-    // A program that doesn't end by itself is ended, and the test told.
-    constexpr int kTooLong = 10000;  // ms
-    QObject::connect(&watchdog, &QTimer::timeout, [this] {
-      events.emplace_back("too long");
-      first.Unload();
-      second.Unload();
-      QCoreApplication::exit(1);
-    });
-    watchdog.setSingleShot(true);
-    watchdog.start(kTooLong);
-  }
-
   // Runs `step` in a handler of the form, soon after the program has begun.
   void InAHandlerOf(Form& form, std::function<void()> step) {
     auto* timer = new Timer(form, "Timer1", 1);
@@ -42,90 +28,76 @@ class TheProgram : public ::testing::Test {
     };
     timer->setEnabled(true);
   }
+  void UnloadSecondLater() {
+    InAHandlerOf(second, [this] {
+      events.emplace_back("second unloads");
+      second.Unload();
+    });
+  }
 
   TestForm first;
   TestForm second;
   Events events;
-  QTimer watchdog;
 };
 
-TEST_F(TheProgram, EndsWhenTheUserClosesItsOnlyForm) {
+TEST_F(ProgramEnd, ComesWhenTheUserClosesTheOnlyForm) {
   first.Load();
   first.Show();
   AtNextDoEvents([this] { first.close(); });
   EXPECT_EQ(RunProgram(), 0);
   EXPECT_FALSE(first.Loaded());
-  EXPECT_EQ(events, Events{});
 }
 
-TEST_F(TheProgram, GoesOnUntilTheLastFormIsUnloadedShownOrNot) {
+TEST_F(ProgramEnd, ComesWithTheUnloadingOfTheLastFormShownOrNot) {
   first.Load();
   first.Show();
   second.Load();
   InAHandlerOf(second, [this] {
     first.Unload();
     events.emplace_back("first unloaded");
-    InAHandlerOf(second, [this] {
-      events.emplace_back("second unloads");
-      second.Unload();
-    });
+    UnloadSecondLater();
   });
   EXPECT_EQ(RunProgram(), 0);
   EXPECT_EQ(events, (Events{"first unloaded", "second unloads"}));
 }
 
-TEST_F(TheProgram, EndsAfterTheHandlerThatUnloadedTheLastFormHasReturned) {
+TEST_F(ProgramEnd, WaitsForTheHandlerThatUnloadedTheLastForm) {
   first.Load();
+  const DialogAnswers answers({PressButton(QMessageBox::Ok)});
   InAHandlerOf(first, [this] {
     first.Unload();
     for (int round = 0; round < 3; ++round) DoEvents();
+    MsgBox("An error occurred.");
     events.emplace_back("still running");
   });
   EXPECT_EQ(RunProgram(), 0);
   EXPECT_EQ(events, Events{"still running"});
 }
 
-TEST_F(TheProgram, StillAsksInAHandlerThatGoesOn) {
-  first.Load();
-  const DialogAnswers answers({PressButton(QMessageBox::Ok)});
-  InAHandlerOf(first, [this] {
-    first.Unload();
-    MsgBox(QStringLiteral("An error occurred."));
-  });
-  EXPECT_EQ(RunProgram(), 0);
-  EXPECT_EQ(answers.seen(), Events{"Kelvane | An error occurred. | no icon | OK"});
-}
-
-TEST_F(TheProgram, GoesOnWithAFormThatTheLastOneLoadsOnItsWayOut) {
+TEST_F(ProgramEnd, DoesNotComeWhereTheLastFormLoadsAnother) {
   first.Load();
   InAHandlerOf(first, [this] {
     first.Unload();
     second.Load();
-    InAHandlerOf(second, [this] {
-      events.emplace_back("second");
-      second.Unload();
-    });
+    UnloadSecondLater();
   });
   EXPECT_EQ(RunProgram(), 0);
-  EXPECT_EQ(events, Events{"second"});
+  EXPECT_EQ(events, Events{"second unloads"});
 }
 
-TEST_F(TheProgram, CountsAFormThatIsUnloadedWhileItUnloadsOnce) {
+TEST_F(ProgramEnd, CountsAFormThatIsUnloadedWhileItUnloadsOnce) {
   first.Load();
   second.Load();
   first.OnUnload = [this] { first.Unload(); };
   InAHandlerOf(second, [this] {
     first.Unload();
-    InAHandlerOf(second, [this] {
-      events.emplace_back("second");
-      second.Unload();
-    });
+    UnloadSecondLater();
   });
   EXPECT_EQ(RunProgram(), 0);
-  EXPECT_EQ(events, Events{"second"});
+  EXPECT_EQ(events, Events{"second unloads"});
 }
 
-TEST_F(TheProgram, DeletesTheFormsThatWereDropped) {
+TEST_F(ProgramEnd, ComesAfterTheDeletionOfDroppedForms) {
   struct Dropped : TestForm {
     explicit Dropped(Events& record) : events(record) {}
     ~Dropped() override { events.emplace_back("deleted"); }

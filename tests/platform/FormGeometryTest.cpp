@@ -4,7 +4,7 @@
 #include <QMenuBar>
 #include <QScreen>
 #include <QWindow>
-#include <limits>
+#include <utility>
 
 #include "platform/App.h"
 #include "platform/TestForm.h"
@@ -13,12 +13,9 @@
 namespace kelvane::testing {
 namespace {
 
-constexpr float kNotANumber = std::numeric_limits<float>::quiet_NaN();
-constexpr float kInfinite = std::numeric_limits<float>::infinity();
-
 const Menus kMenus{{.name = "mnu_open", .caption = "Open"}};
 
-TEST(AFormsDesign, IsTheSizeOfItsAreaInTwips) {
+TEST(FormSize, OfADesignIsThatOfTheContentArea) {
   const TestForm pixels;
   EXPECT_EQ(pixels.Width(), 4500);
   EXPECT_EQ(pixels.Height(), 3000);
@@ -31,7 +28,7 @@ TEST(AFormsDesign, IsTheSizeOfItsAreaInTwips) {
   EXPECT_EQ(twips.ScaleHeight(), 3000);
 }
 
-TEST(AFormsSize, IncludesTheMenuBarAndItsAreaDoesNot) {
+TEST(FormSize, IncludesTheMenuBarWhichTheContentAreaDoesNot) {
   TestForm form(Controls{}, kMenus);
   const int bar = form.findChild<QMenuBar*>()->height();
   ASSERT_GT(bar, 0);
@@ -42,15 +39,11 @@ TEST(AFormsSize, IncludesTheMenuBarAndItsAreaDoesNot) {
   form.Open();
   EXPECT_EQ(form.Height(), 6000);
   EXPECT_EQ(form.ScaleHeight(), static_cast<float>(400 - bar));
-}
-
-TEST(AFormsArea, HasNoNegativeHeight) {
-  TestForm form(Controls{}, kMenus);
   form.setHeight(15);
-  EXPECT_EQ(form.ScaleHeight(), 0);
+  EXPECT_EQ(form.ScaleHeight(), 0) << "not negative";
 }
 
-TEST(AFormsSize, ReadsBackAsAssignedAndIsTheNearestWholePixelOnTheScreen) {
+TEST(FormSize, ReadsBackAsAssignedAndIsTheNearestWholePixelOnTheScreen) {
   TestForm form;
   for (int shown = 0; shown < 2; ++shown) {
     for (const auto& [assigned, pixels] :
@@ -66,7 +59,7 @@ TEST(AFormsSize, ReadsBackAsAssignedAndIsTheNearestWholePixelOnTheScreen) {
   }
 }
 
-TEST(AFormsSize, IsTheScreensOnceTheUserHasChangedIt) {
+TEST(FormSize, IsTheScreensOnceTheUserHasChangedIt) {
   TestForm form;
   form.Open();
   form.setWidth(16667);
@@ -78,7 +71,7 @@ TEST(AFormsSize, IsTheScreensOnceTheUserHasChangedIt) {
   EXPECT_EQ(form.ScaleHeight(), 400);
 }
 
-TEST(AFormsSize, RefusesWhatIsNegativeOrUndefined) {
+TEST(FormSize, RefusesWhatIsNegativeOrUndefined) {
   TestForm form;
   form.setWidth(6000);
   form.setHeight(5000);
@@ -91,9 +84,9 @@ TEST(AFormsSize, RefusesWhatIsNegativeOrUndefined) {
   }
 }
 
-TEST(AFormsSize, MayBeHuge) {
+TEST(FormSize, MayBeHuge) {
   TestForm form;
-  for (const float huge : {1e9F, 1e30F, std::numeric_limits<float>::max()}) {
+  for (const float huge : {1e9F, 1e30F, kGreatest}) {
     form.setWidth(huge);
     EXPECT_EQ(form.Width(), huge);
     EXPECT_GE(form.width(), 32767);
@@ -101,7 +94,7 @@ TEST(AFormsSize, MayBeHuge) {
   }
 }
 
-TEST(AFormsScaleSizes, InTwipsAreWholeForEveryPixel) {
+TEST(FormSize, OfTheContentAreaIsWholeTwipsForEveryPixel) {
   TestForm form(TwipForm());
   for (int pixels = 1; pixels < 2000; ++pixels) {
     form.setWidth(static_cast<float>(pixels * 15));
@@ -109,12 +102,40 @@ TEST(AFormsScaleSizes, InTwipsAreWholeForEveryPixel) {
   }
 }
 
+TEST(FormSize, OfASizableFormHasNoLimit) {
+  const TestForm form;
+  EXPECT_EQ(form.minimumSize(), QSize(0, 0));
+  EXPECT_GE(form.maximumWidth(), 32767);
+  EXPECT_EQ(form.windowType(), Qt::Window);
+}
+
+TEST(FormSize, OfAFixedDialogIsTheProgramsToChooseAndNotTheUsers) {
+  TestForm form(FixedForm());
+  EXPECT_EQ(form.minimumSize(), QSize(300, 200));
+  EXPECT_EQ(form.maximumSize(), QSize(300, 200));
+  form.Open();
+  form.setHeight(2400);
+  EXPECT_EQ(form.size(), QSize(300, 160));
+  EXPECT_EQ(form.windowHandle()->minimumSize(), QSize(300, 160));
+  EXPECT_EQ(form.windowHandle()->maximumSize(), QSize(300, 160));
+  EXPECT_EQ(form.ScaleHeight(), 160);
+}
+
+TEST(FixedDialog, HasATitleAndACloseButtonAndNoneToMinimiseOrMaximise) {
+  const TestForm form(FixedForm());
+  EXPECT_TRUE(form.windowFlags().testFlag(Qt::WindowTitleHint));
+  EXPECT_TRUE(form.windowFlags().testFlag(Qt::WindowCloseButtonHint));
+  EXPECT_FALSE(form.windowFlags().testFlag(Qt::WindowMinimizeButtonHint));
+  EXPECT_FALSE(form.windowFlags().testFlag(Qt::WindowMaximizeButtonHint));
+  EXPECT_EQ(form.windowType(), Qt::Dialog);
+  EXPECT_FALSE(form.isModal());
+}
+
 class FormResize : public ::testing::Test {
  protected:
   FormResize() {
     form.OnResize = [this] {
-      events.push_back(QStringLiteral("%1x%2")
-                           .arg(static_cast<double>(form.ScaleWidth()))
+      events.push_back(u"%1x%2"_s.arg(static_cast<double>(form.ScaleWidth()))
                            .arg(static_cast<double>(form.ScaleHeight()))
                            .toStdString());
     };
@@ -124,18 +145,23 @@ class FormResize : public ::testing::Test {
   Events events;
 };
 
-TEST_F(FormResize, IsRaisedBeforeTheAssignmentReturnsWhetherTheFormIsShownOrNot) {
-  form.Load();
-  form.setHeight(6000);
-  EXPECT_EQ(events, Events{"300x400"});
+TEST_F(FormResize, IsRaisedBeforeTheAssignmentReturnsAndOnlyIfAPixelChanges) {
   form.setWidth(9000);
-  EXPECT_EQ(events, (Events{"300x400", "600x400"}));
-  form.Open();
-  events.clear();
-  form.setWidth(9150);
-  EXPECT_EQ(events, Events{"610x400"});
-  form.setHeight(7500);
-  EXPECT_EQ(events, (Events{"610x400", "610x500"}));
+  EXPECT_EQ(events, Events{}) << "it isn't loaded yet";
+  form.Load();
+  for (int shown = 0; shown < 2; ++shown) {
+    events.clear();
+    form.setHeight(6000);
+    EXPECT_EQ(events, Events{"600x400"});
+    form.setWidth(9150);
+    EXPECT_EQ(events, (Events{"600x400", "610x400"}));
+    form.setWidth(9151);
+    form.setHeight(6000);
+    EXPECT_EQ(events.size(), 2U);
+    form.setWidth(9000);
+    form.setHeight(3000);
+    form.Open();
+  }
 }
 
 TEST_F(FormResize, IsRaisedByFormLoadItself) {
@@ -146,23 +172,6 @@ TEST_F(FormResize, IsRaisedByFormLoadItself) {
   };
   form.Load();
   EXPECT_EQ(events, (Events{"load", "300x400", "loaded"}));
-}
-
-TEST_F(FormResize, IsNotRaisedBeforeTheFormIsLoaded) {
-  form.setWidth(9000);
-  EXPECT_EQ(events, Events{});
-}
-
-TEST_F(FormResize, IsNotRaisedWhereNoPixelChanges) {
-  form.Load();
-  form.setWidth(4501);
-  form.setWidth(4500);
-  EXPECT_EQ(events, Events{});
-  form.Open();
-  events.clear();
-  form.setWidth(4501);
-  form.setHeight(3000);
-  EXPECT_EQ(events, Events{});
 }
 
 TEST_F(FormResize, IsRaisedWhenTheUserResizes) {
@@ -203,17 +212,14 @@ TEST_F(FormResize, SnapsBackWhatTheUserMadeTooSmall) {
 
 TEST_F(FormResize, IsRaisedWhenTheFormIsMinimisedAndWhenItIsRestored) {
   form.Open();
-  events.clear();
-  EXPECT_EQ(form.State(), WindowState::kNormal);
   std::vector<WindowState> states;
   form.OnResize = [&] { states.push_back(form.State()); };
+  EXPECT_EQ(form.State(), WindowState::kNormal);
   form.showMinimized();
   ASSERT_TRUE(WaitFor([&] { return !states.empty(); }));
-  EXPECT_EQ(states, std::vector{WindowState::kMinimised});
-  EXPECT_EQ(form.State(), WindowState::kMinimised);
   form.showNormal();
   ASSERT_TRUE(WaitFor([&] { return states.size() >= 2; }));
-  EXPECT_EQ(states.back(), WindowState::kNormal);
+  EXPECT_EQ(states, (std::vector{WindowState::kMinimised, WindowState::kNormal}));
 }
 
 TEST_F(FormResize, IsRaisedOnceWhenTheFormIsMaximisedAndOnceWhenItIsRestored) {
@@ -221,73 +227,31 @@ TEST_F(FormResize, IsRaisedOnceWhenTheFormIsMaximisedAndOnceWhenItIsRestored) {
   events.clear();
   form.showMaximized();
   ASSERT_TRUE(WaitFor([&] { return form.width() != 300; }));
+  EXPECT_EQ(form.State(), WindowState::kMaximised);
   const std::string maximised = std::to_string(form.width()) + "x" + std::to_string(form.height());
   form.showNormal();
   ASSERT_TRUE(WaitFor([&] { return form.width() == 300; }));
+  EXPECT_EQ(form.State(), WindowState::kNormal);
   EXPECT_EQ(events, (Events{maximised, "300x200"}));
 }
 
-class AFormThatFillsTheScreen : public ::testing::TestWithParam<Qt::WindowState> {};
-
-TEST_P(AFormThatFillsTheScreen, AsksForNoLargerSize) {
-  TestForm form;
-  form.OnResize = [&] {
-    if (form.Width() < 30000) form.setWidth(30000);
-  };
-  form.Open();
-  form.setWidth(30000);
-  ASSERT_EQ(form.width(), 2000);
-  const int screenWidth = form.screen()->size().width();
-  ASSERT_LT(screenWidth, 2000);
-  form.setWindowState(GetParam());
-  EXPECT_TRUE(WaitFor([&] { return form.width() <= screenWidth; }));
-  DoEvents();
-  EXPECT_LE(form.width(), screenWidth);
-  EXPECT_EQ(form.windowHandle()->size(), form.size());
-}
-
-INSTANTIATE_TEST_SUITE_P(States, AFormThatFillsTheScreen,
-                         ::testing::Values(Qt::WindowMaximized, Qt::WindowFullScreen),
-                         [](const auto& tested) {
-                           return tested.param == Qt::WindowMaximized ? "Maximised" : "FullScreen";
-                         });
-
-TEST(AFormsState, IsMaximisedWhenItFillsTheScreen) {
-  TestForm form;
-  form.Open();
-  form.showMaximized();
-  EXPECT_TRUE(WaitFor([&] { return form.State() == WindowState::kMaximised; }));
-  form.showNormal();
-  EXPECT_TRUE(WaitFor([&] { return form.State() == WindowState::kNormal; }));
-}
-
-TEST(AFixedDialog, IsResizedByTheProgramAndNotByTheUser) {
-  TestForm form(FixedForm());
-  EXPECT_EQ(form.minimumSize(), QSize(300, 200));
-  EXPECT_EQ(form.maximumSize(), QSize(300, 200));
-  form.Open();
-  form.setHeight(2400);
-  EXPECT_EQ(form.size(), QSize(300, 160));
-  EXPECT_EQ(form.windowHandle()->minimumSize(), QSize(300, 160));
-  EXPECT_EQ(form.windowHandle()->maximumSize(), QSize(300, 160));
-  EXPECT_EQ(form.ScaleHeight(), 160);
-}
-
-TEST(AFixedDialog, HasATitleAndAButtonToCloseItAndNoneToMinimiseOrMaximise) {
-  const TestForm form(FixedForm());
-  EXPECT_TRUE(form.windowFlags().testFlag(Qt::WindowTitleHint));
-  EXPECT_TRUE(form.windowFlags().testFlag(Qt::WindowCloseButtonHint));
-  EXPECT_FALSE(form.windowFlags().testFlag(Qt::WindowMinimizeButtonHint));
-  EXPECT_FALSE(form.windowFlags().testFlag(Qt::WindowMaximizeButtonHint));
-  EXPECT_EQ(form.windowType(), Qt::Dialog);
-  EXPECT_FALSE(form.isModal());
-}
-
-TEST(ASizableForm, CanBeResizedByTheUser) {
-  const TestForm form;
-  EXPECT_EQ(form.minimumSize(), QSize(0, 0));
-  EXPECT_GE(form.maximumWidth(), 32767);
-  EXPECT_EQ(form.windowType(), Qt::Window);
+TEST(FormSize, IsNoLargerThanTheScreenThatTheFormFills) {
+  for (const Qt::WindowState filling : {Qt::WindowMaximized, Qt::WindowFullScreen}) {
+    TestForm form;
+    form.OnResize = [&] {
+      if (form.Width() < 30000) form.setWidth(30000);
+    };
+    form.Open();
+    form.setWidth(30000);
+    ASSERT_EQ(form.width(), 2000);
+    const int screenWidth = form.screen()->size().width();
+    ASSERT_LT(screenWidth, 2000);
+    form.setWindowState(filling);
+    EXPECT_TRUE(WaitFor([&] { return form.width() <= screenWidth; })) << filling;
+    DoEvents();
+    EXPECT_LE(form.width(), screenWidth) << filling;
+    EXPECT_EQ(form.windowHandle()->size(), form.size()) << filling;
+  }
 }
 
 }  // namespace

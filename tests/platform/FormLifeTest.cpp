@@ -16,10 +16,17 @@
 namespace kelvane::testing {
 namespace {
 
-// What an application's message loop does with forms that are to be deleted; also in a handler, as
+// What an application's event loop does with forms that are to be deleted; also in a handler, as
 // any code that is called there might.
 void DeleteWhatMayBeDeleted() {
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void ProcessAllEventsAFewTimes() {
+  for (int round = 0; round < 3; ++round) {
+    DoEvents();
+    DeleteWhatMayBeDeleted();
+  }
 }
 
 void RecordLife(TestForm& form, Events& events) {
@@ -28,21 +35,17 @@ void RecordLife(TestForm& form, Events& events) {
   form.OnUnload = [&] { events.emplace_back("Unload"); };
 }
 
-class AFormsLife : public ::testing::Test {
+class FormLife : public ::testing::Test {
  protected:
-  AFormsLife() { RecordLife(form, events); }
+  FormLife() { RecordLife(form, events); }
 
   TestForm form;
   Events events;
 };
 
-TEST_F(AFormsLife, BeginsUnloadedAndOutOfSight) {
+TEST_F(FormLife, BeginsWithLoadWhichShowsNothing) {
   EXPECT_FALSE(form.Loaded());
   EXPECT_FALSE(form.isVisible());
-  EXPECT_EQ(events, Events{});
-}
-
-TEST_F(AFormsLife, LoadRunsFormLoadAndShowsNothing) {
   bool loadedInside = false;
   form.OnLoad = [&] { loadedInside = form.Loaded(); };
   form.Load();
@@ -51,21 +54,17 @@ TEST_F(AFormsLife, LoadRunsFormLoadAndShowsNothing) {
   EXPECT_FALSE(form.isVisible());
 }
 
-TEST_F(AFormsLife, LoadingALoadedFormDoesNothing) {
-  form.Load();
-  form.Load();
-  EXPECT_EQ(events, Events{"Load"});
+TEST_F(FormLife, IsNotChangedByLoadingALoadedForm) {
   form.OnLoad = [this] {
     events.emplace_back("Load");
     form.Load();
   };
-  form.Unload();
-  events.clear();
+  form.Load();
   form.Load();
   EXPECT_EQ(events, Events{"Load"});
 }
 
-TEST_F(AFormsLife, ShowBringsItUpModeless) {
+TEST_F(FormLife, IsVisibleAndModelessAfterShow) {
   form.Open();
   EXPECT_TRUE(form.isVisible());
   EXPECT_FALSE(form.isModal());
@@ -74,26 +73,27 @@ TEST_F(AFormsLife, ShowBringsItUpModeless) {
   EXPECT_EQ(events, Events{"Load"});
 }
 
-TEST_F(AFormsLife, UnloadAsksThenUnloadsThenHides) {
+TEST_F(FormLife, EndsWithUnloadWhichHidesTheFormAfterItsEvents) {
   form.Open();
   events.clear();
-  std::vector<bool> loaded;
-  form.OnQueryUnload = [&] {
-    events.emplace_back("QueryUnload");
-    loaded.push_back(form.Loaded() && form.isVisible());
+  const auto record = [this](const char* event) {
+    events.emplace_back(event);
+    EXPECT_TRUE(form.Loaded());
+    EXPECT_TRUE(form.isVisible());
+    form.Unload();  // has no effect once more
   };
+  form.OnQueryUnload = [&] { record("QueryUnload"); };
   form.OnUnload = [&] {
-    events.emplace_back("Unload");
-    loaded.push_back(form.Loaded() && form.isVisible());
+    record("Unload");
+    form.close();
   };
   form.Unload();
   EXPECT_EQ(events, (Events{"QueryUnload", "Unload"}));
-  EXPECT_EQ(loaded, (std::vector{true, true}));
   EXPECT_FALSE(form.Loaded());
   EXPECT_FALSE(form.isVisible());
 }
 
-TEST_F(AFormsLife, UnloadingAFormThatIsNotLoadedDoesNothing) {
+TEST_F(FormLife, IsNotChangedByUnloadingAFormThatIsNotLoaded) {
   form.Unload();
   EXPECT_EQ(events, Events{});
   form.Load();
@@ -102,40 +102,18 @@ TEST_F(AFormsLife, UnloadingAFormThatIsNotLoadedDoesNothing) {
   EXPECT_EQ(events, (Events{"Load", "QueryUnload", "Unload"}));
 }
 
-TEST_F(AFormsLife, ClosingTheWindowIsUnloading) {
+TEST_F(FormLife, EndsWhenTheWindowIsClosedAndBeginsAnewWithTheNextLoad) {
   form.Open();
   form.windowHandle()->close();
   ASSERT_TRUE(WaitFor([this] { return !form.Loaded(); }));
   EXPECT_FALSE(form.isVisible());
-  EXPECT_EQ(events, (Events{"Load", "QueryUnload", "Unload"}));
-}
-
-TEST_F(AFormsLife, UnloadingItOnceMoreWhileItUnloadsDoesNothing) {
-  form.Open();
-  form.OnQueryUnload = [this] {
-    events.emplace_back("QueryUnload");
-    form.Unload();
-  };
-  form.OnUnload = [this] {
-    events.emplace_back("Unload");
-    form.Unload();
-    form.close();
-  };
-  form.Unload();
-  EXPECT_EQ(events, (Events{"Load", "QueryUnload", "Unload"}));
-  EXPECT_FALSE(form.Loaded());
-}
-
-TEST_F(AFormsLife, BeginsAnewWithTheNextLoad) {
-  form.Open();
-  form.Unload();
   form.Open();
   EXPECT_TRUE(form.Loaded());
   EXPECT_TRUE(form.isVisible());
   EXPECT_EQ(events, (Events{"Load", "QueryUnload", "Unload", "Load"}));
 }
 
-TEST_F(AFormsLife, EndsWithoutEventsWhenTheObjectGoes) {
+TEST_F(FormLife, EndsWithoutEventsWhenTheObjectIsDestroyed) {
   {
     TestForm other;
     RecordLife(other, events);
@@ -145,34 +123,27 @@ TEST_F(AFormsLife, EndsWithoutEventsWhenTheObjectGoes) {
   EXPECT_EQ(events, Events{});
 }
 
-TEST(AnOwnedForm, StandsInFrontOfItsOwner) {
-  TestForm owner;
-  TestForm owned(FixedForm());
-  owner.Open();
-  owned.Load();
-  owned.Show(&owner);
-  EXPECT_EQ(owned.windowHandle()->transientParent(), owner.windowHandle());
-  EXPECT_EQ(owned.parent(), nullptr);
-  EXPECT_FALSE(owned.isModal());
-}
-
-TEST(AnOwnedForm, OutlivesItsOwner) {
+TEST(OwnedForm, StaysInFrontOfItsOwnerAndOutlivesIt) {
   Events events;
   TestForm owned(FixedForm());
-  {
-    TestForm owner;
-    owner.Open();
-    RecordLife(owned, events);
-    owned.Load();
-    owned.Show(&owner);
-    owner.Unload();
+  RecordLife(owned, events);
+  const auto expectThatItLives = [&] {
     DoEvents();
     EXPECT_TRUE(owned.Loaded());
     EXPECT_TRUE(owned.isVisible());
+  };
+  {
+    TestForm owner;
+    owner.Open();
+    owned.Load();
+    owned.Show(&owner);
+    EXPECT_EQ(owned.windowHandle()->transientParent(), owner.windowHandle());
+    EXPECT_EQ(owned.parent(), nullptr);
+    EXPECT_FALSE(owned.isModal());
+    owner.Unload();
+    expectThatItLives();
   }
-  DoEvents();
-  EXPECT_TRUE(owned.Loaded());
-  EXPECT_TRUE(owned.isVisible());
+  expectThatItLives();
   EXPECT_EQ(events, Events{"Load"});
 }
 
@@ -180,9 +151,7 @@ TEST(AnOwnedForm, OutlivesItsOwner) {
 class Dropped : public TestForm {
  public:
   explicit Dropped(Events& record)
-      : TestForm(
-            {{.name = "Label1", .controlClass = ControlClass::kLabel, .place = {0, 0, 750, 300}}}),
-        events(record) {
+      : TestForm({Design(kLabel, "Label1", {0, 0, 50, 20})}), events(record) {
     RecordLife(*this, events);
   }
   ~Dropped() override { events.emplace_back("deleted"); }
@@ -192,7 +161,7 @@ class Dropped : public TestForm {
   Timer timer{*this, "Timer1", 1};
 };
 
-class ADroppedForm : public ::testing::Test {
+class DroppedForm : public ::testing::Test {
  protected:
   // What a handler does that unloads its own form and goes on.
   std::function<void()> Handler() {
@@ -200,11 +169,8 @@ class ADroppedForm : public ::testing::Test {
       Dropped& form = instance.Load(events);
       events.emplace_back("begin");
       form.Unload();
-      for (int round = 0; round < 3; ++round) {
-        DoEvents();
-        DeleteWhatMayBeDeleted();
-      }
-      form.label.setCaption(QStringLiteral("still here"));
+      ProcessAllEventsAFewTimes();
+      form.label.setCaption(u"still here"_s);
       events.emplace_back("end");
     };
   }
@@ -223,17 +189,16 @@ class ADroppedForm : public ::testing::Test {
   FormInstance<Dropped> instance;
 };
 
-TEST_F(ADroppedForm, OutlivesItsUnloadingInATickUntilTheHandlerReturns) {
+TEST_F(DroppedForm, OutlivesItsUnloadingInATick) {
   Dropped& form = instance.Load(events);
   form.timer.Tick = Handler();
   form.timer.setEnabled(true);
   ExpectDeletionAfterTheHandler();
 }
 
-TEST_F(ADroppedForm, OutlivesItsUnloadingByTheMouseUntilTheHandlerReturns) {
+TEST_F(DroppedForm, OutlivesItsUnloadingInAMouseEvent) {
   Dropped& form = instance.Load(events);
-  form.Show();
-  ASSERT_TRUE(WaitFor([&] { return form.windowHandle()->isExposed(); }));
+  form.Open();
   form.label.MouseUp = [run = Handler()](const MouseEvent&) { run(); };
   Pointer pointer(form);
   pointer.MoveTo(form.label, {5, 5});
@@ -241,23 +206,22 @@ TEST_F(ADroppedForm, OutlivesItsUnloadingByTheMouseUntilTheHandlerReturns) {
   ExpectDeletionAfterTheHandler();
 }
 
-TEST_F(ADroppedForm, OutlivesItsUnloadingInAChangeUntilTheHandlerReturns) {
+TEST_F(DroppedForm, OutlivesItsUnloadingInAChange) {
   Dropped& form = instance.Load(events);
   form.label.Change = [run = Handler(), begun = false](int) mutable {
     if (!std::exchange(begun, true)) run();
   };
-  AtNextDoEvents([&form] { form.label.setCaption(QStringLiteral("go")); });
+  AtNextDoEvents([&form] { form.label.setCaption(u"go"_s); });
   ExpectDeletionAfterTheHandler();
 }
 
-TEST_F(ADroppedForm, OutlivesItsUnloadingInFormLoadUntilThatReturns) {
+TEST_F(DroppedForm, OutlivesItsUnloadingInFormLoad) {
   struct Impatient : Dropped {
     explicit Impatient(Events& record) : Dropped(record) {
       OnLoad = [this] {
         events.emplace_back("begin");
         Unload();
-        DoEvents();
-        DeleteWhatMayBeDeleted();
+        ProcessAllEventsAFewTimes();
         events.emplace_back("end");
       };
     }
@@ -269,17 +233,14 @@ TEST_F(ADroppedForm, OutlivesItsUnloadingInFormLoadUntilThatReturns) {
   EXPECT_EQ(events, (Events{"begin", "QueryUnload", "Unload", "end", "deleted"}));
 }
 
-TEST_F(ADroppedForm, OutlivesItsUnloadingByTheUserInANestedDoEvents) {
+TEST_F(DroppedForm, OutlivesItsClosingInANestedDoEvents) {
   Dropped& form = instance.Load(events);
   form.Show();
   form.timer.Tick = [&] {
     form.timer.setEnabled(false);
     events.emplace_back("begin");
     AtNextDoEvents([&] { form.close(); });
-    for (int round = 0; round < 3; ++round) {
-      DoEvents();
-      DeleteWhatMayBeDeleted();
-    }
+    ProcessAllEventsAFewTimes();
     events.push_back(form.Loaded() ? "loaded" : "not loaded");
     events.emplace_back("end");
   };
@@ -289,7 +250,7 @@ TEST_F(ADroppedForm, OutlivesItsUnloadingByTheUserInANestedDoEvents) {
             (Events{"Load", "begin", "QueryUnload", "Unload", "not loaded", "end", "deleted"}));
 }
 
-TEST_F(ADroppedForm, WaitsForTheOutermostOfItsHandlers) {
+TEST_F(DroppedForm, LivesUntilTheOutermostOfItsHandlersReturns) {
   Dropped& form = instance.Load(events);
   int depth = 0;
   form.timer.Tick = [&] {
@@ -309,9 +270,8 @@ TEST_F(ADroppedForm, WaitsForTheOutermostOfItsHandlers) {
                             "deleted"}));
 }
 
-TEST_F(ADroppedForm, IsMadeAnewByTheNextLoad) {
+TEST_F(DroppedForm, IsMadeAnewByTheNextLoad) {
   EXPECT_FALSE(instance.Loaded());
-  EXPECT_FALSE(instance.Visible());
   instance.Unload();
   Dropped& first = instance.Load(events);
   EXPECT_TRUE(instance.Loaded());
@@ -330,12 +290,12 @@ TEST_F(ADroppedForm, IsMadeAnewByTheNextLoad) {
   EXPECT_EQ(events, (Events{"Load", "QueryUnload", "Unload", "Load", "deleted"}));
 }
 
-TEST_F(ADroppedForm, LivesBesideItsSuccessorWhileItsHandlerRuns) {
+TEST_F(DroppedForm, LivesBesideItsSuccessorUntilItsHandlerReturns) {
   Dropped& first = instance.Load(events);
   first.timer.Tick = [&] {
     first.timer.setEnabled(false);
     first.Unload();
-    instance.Load(events).label.setCaption(QStringLiteral("second"));
+    instance.Load(events).label.setCaption(u"second"_s);
     DeleteWhatMayBeDeleted();
     events.push_back("first: " + first.label.Caption().toStdString());
   };
@@ -345,16 +305,15 @@ TEST_F(ADroppedForm, LivesBesideItsSuccessorWhileItsHandlerRuns) {
   EXPECT_TRUE(instance.Loaded());
 }
 
-TEST(AFormInstance, TakesItsFormAlongWhenItGoes) {
-  Events events;
+TEST_F(DroppedForm, IsDeletedWithItsFormInstance) {
   {
-    FormInstance<Dropped> instance;
-    instance.Load(events);
+    FormInstance<Dropped> other;
+    other.Load(events);
   }
   EXPECT_EQ(events, (Events{"Load", "deleted"}));
 }
 
-TEST(AFormOfSomebodyElses, IsNotDeletedWhenItIsUnloaded) {
+TEST(FormOnTheStack, IsNotDeletedWhenItIsUnloaded) {
   TestForm form;
   const QPointer<Form> still(&form);
   form.Open();

@@ -11,12 +11,12 @@
 namespace kelvane::testing {
 namespace {
 
-constexpr QRgb kBack = 0x102030;  // the form's
-constexpr QRgb kText = 0xF0E0D0;
+constexpr QRgb kBack = kPixelForm.backColor;
+constexpr QRgb kText = kPixelForm.labelColor;
 
-class ALabel : public ::testing::Test {
+class LabelTest : public ::testing::Test {
  protected:
-  ALabel() {
+  LabelTest() {
     form.Open();
     label.Change = [this](int index) {
       events.push_back(std::to_string(index) + ": " + label.Caption().toStdString());
@@ -26,8 +26,8 @@ class ALabel : public ::testing::Test {
   // As it lies in the form, with what shows through.
   QImage Shown() { return Picture(form).copy(label.geometry()); }
 
-  // The caption or another text at the width's stretch, elided or not, on the form's back colour.
-  QImage Drawn(const QString& text, int stretch, Qt::Alignment alignment = Qt::AlignLeft) {
+  // A text as Qt draws it at the stretch in the label's place, on the form's back colour.
+  QImage Drawn(const QString& text, int stretch = 100, Qt::Alignment alignment = Qt::AlignLeft) {
     QImage image(label.size(), QImage::Format_RGB32);
     image.fill(kBack);
     QPainter painter(&image);
@@ -45,61 +45,42 @@ class ALabel : public ::testing::Test {
     return qCeil(QFontMetricsF(label.font()).horizontalAdvance(label.Caption()));
   }
 
-  TestForm form{{{.name = "Label1(3)",
-                  .controlClass = ControlClass::kLabel,
-                  .place = {150, 150, 3000, 300}}}};
+  TestForm form{{Design(kLabel, "Label1(3)", {10, 10, 200, 20}),
+                 Design(kLabel, "Right", {0, 40, 200, 20}).Caption("1825").RightAligned()}};
   Label& label = form.Find<Label>("Label1(3)");
   Events events;
 };
 
-TEST_F(ALabel, RaisesChangeOnceForEachChangeOfItsCaptionBeforeTheAssignmentReturns) {
-  label.setCaption(QStringLiteral("0,640"));
-  EXPECT_EQ(events, Events{"3: 0,640"});
-  label.setCaption(QStringLiteral("0,640"));
-  EXPECT_EQ(events, Events{"3: 0,640"});
+TEST_F(LabelTest, RaisesChangeOnceForEachNewCaptionBeforeTheAssignmentReturns) {
+  label.setCaption("pause");
+  EXPECT_EQ(events, Events{"3: pause"});
+  for (const char* caption : {"pause", "Pause", "", ""}) label.setCaption(caption);
   label.setCaption(QString());
-  label.setCaption(QStringLiteral(""));
-  EXPECT_EQ(events, (Events{"3: 0,640", "3: "}));
+  EXPECT_EQ(events, (Events{"3: pause", "3: Pause", "3: "}));
 }
 
-TEST_F(ALabel, RaisesChangeForACaptionThatDiffersInCaseAlone) {
-  label.setCaption(QStringLiteral("pause"));
-  label.setCaption(QStringLiteral("Pause"));
-  EXPECT_EQ(events, (Events{"3: pause", "3: Pause"}));
-}
-
-TEST_F(ALabel, MayChangeAgainInItsOwnHandler) {
+TEST_F(LabelTest, MayChangeAgainInItsOwnHandler) {
   label.Change = [this](int) {
     events.push_back(label.Caption().toStdString());
-    if (label.Caption().size() < 3) label.setCaption(label.Caption() + QLatin1Char('x'));
+    if (label.Caption().size() < 3) label.setCaption(label.Caption() + u'x');
   };
-  label.setCaption(QStringLiteral("x"));
+  label.setCaption("x");
   EXPECT_EQ(events, (Events{"x", "xx", "xxx"}));
 }
 
-TEST_F(ALabel, WithoutABackColourShowsWhatLiesBehind) {
+TEST_F(LabelTest, IsTransparentOrOfItsBackColour) {
   EXPECT_EQ(label.BackColor(), std::nullopt);
   EXPECT_EQ(CountOf(Shown(), kBack), 200 * 20);
+  for (const QRgb color : {0x808080U, 0x000000U}) {
+    label.setBackColor(color);
+    EXPECT_EQ(label.BackColor(), color);
+    EXPECT_EQ(CountOf(Shown(), color), 200 * 20);
+  }
 }
 
-TEST_F(ALabel, WithABackColourIsFilledWithIt) {
-  label.setBackColor(0x808080);
-  EXPECT_EQ(label.BackColor(), 0x808080U);
-  EXPECT_EQ(CountOf(Shown(), 0x808080), 200 * 20);
-  label.setBackColor(0x000000);
-  EXPECT_EQ(CountOf(Shown(), 0x000000), 200 * 20);
-}
-
-TEST_F(ALabel, IsDrawnInItsColourFromTheTopLeft) {
-  label.setCaption(QStringLiteral("Width"));
+TEST_F(LabelTest, DrawsItsCaptionInItsColour) {
+  label.setCaption("HHH");
   EXPECT_EQ(label.ForeColor(), kText);
-  EXPECT_EQ(Shown(), Drawn(QStringLiteral("Width"), 100));
-  EXPECT_GT(CountOf(Shown(), kBack), 0);
-  EXPECT_LT(CountOf(Shown(), kBack), 200 * 20);
-}
-
-TEST_F(ALabel, IsDrawnInAnotherColourOnceItHasOne) {
-  label.setCaption(QStringLiteral("HHH"));
   const int pixels = CountOf(Shown(), kText);
   EXPECT_GT(pixels, 0);
   label.setForeColor(0x00FF00);
@@ -108,37 +89,53 @@ TEST_F(ALabel, IsDrawnInAnotherColourOnceItHasOne) {
   EXPECT_EQ(CountOf(Shown(), 0x00FF00), pixels);
 }
 
-TEST_F(ALabel, MayBeCentred) {
-  label.setCaption(QStringLiteral("Options"));
-  const QImage left = Shown();
+TEST_F(LabelTest, DrawsItsCaptionOnItsSide) {
+  label.setCaption("Options");
+  EXPECT_EQ(Shown(), Drawn("Options"));
   label.setAlignment(Qt::AlignHCenter);
   EXPECT_EQ(label.Alignment(), Qt::AlignHCenter);
-  EXPECT_EQ(Shown(), Drawn(QStringLiteral("Options"), 100, Qt::AlignHCenter));
-  EXPECT_NE(Shown(), left);
+  EXPECT_EQ(Shown(), Drawn("Options", 100, Qt::AlignHCenter));
+  EXPECT_EQ(form.Find<Label>("Right").Alignment(), Qt::AlignRight);
+  EXPECT_EQ(Picture(form).copy(0, 40, 200, 20), Drawn("1825", 100, Qt::AlignRight));
 }
 
-TEST_F(ALabel, ShowsItsCaptionAsItIs) {
-  for (const QString& caption : {QStringLiteral("Cut & paste"), QStringLiteral("<b>bold</b>"),
-                                 QStringLiteral("two\nlines"), QStringLiteral("50 %")}) {
+TEST_F(LabelTest, DrawsItsCaptionAsItIsButOneAmpersandForTwo) {
+  for (const QString& caption : {u"Cut & paste"_s, u"<b>bold</b>"_s, u"two\nlines"_s, u"50 %"_s}) {
     label.setCaption(caption);
     EXPECT_EQ(label.Caption(), caption);
-    EXPECT_EQ(Shown(), Drawn(caption, 100)) << caption.toStdString();
+    EXPECT_EQ(Shown(), Drawn(caption)) << caption.toStdString();
   }
+  label.setCaption("De-Shake && Stabilize");
+  EXPECT_EQ(label.Caption(), u"De-Shake && Stabilize"_s);
+  EXPECT_EQ(Shown(), Drawn("De-Shake & Stabilize"));
 }
 
-TEST_F(ALabel, ThatIsWideEnoughIsNotSetTighter) {
-  label.setCaption(QStringLiteral("Preview Cropped Video"));
-  label.setWidth(static_cast<float>(NaturalWidth()));
-  EXPECT_EQ(Shown(), Drawn(label.Caption(), 100));
+TEST_F(LabelTest, DrawsItsCaptionInASizeInPointsAndBold) {
+  label.setCaption(">");
+  const QImage before = Shown();
+  label.setFontBold(true);
+  label.setFontSize(10);
+  EXPECT_TRUE(label.FontBold());
+  EXPECT_EQ(label.font().pixelSize(), 13);
+  EXPECT_EQ(label.font().family(), u"Arial"_s);
+  EXPECT_EQ(Shown(), Drawn(">"));
+  EXPECT_NE(Shown(), before);
+  label.setFontBold(false);
+  label.setFontSize(8);
+  EXPECT_FALSE(label.FontBold());
+  EXPECT_EQ(label.font().pixelSize(), 11);
+  EXPECT_EQ(Shown(), before);
 }
 
 // Down to where it would be hard to read, a caption is whole at every width.
-TEST_F(ALabel, ThatIsALittleTooNarrowIsSetTighterAndWhole) {
+TEST_F(LabelTest, CondensesACaptionThatIsALittleTooWide) {
   for (const char* caption : {"Preview Cropped Video", "Source Video Dimensions (pixels)", "0,640",
                               "Progress: 00.00 % Complete: Status: Getting"}) {
     label.setWidth(290);
-    label.setCaption(QLatin1String(caption));
+    label.setCaption(caption);
     const int natural = NaturalWidth();
+    label.setWidth(static_cast<float>(natural));
+    EXPECT_EQ(Shown(), Drawn(caption)) << caption;
     for (int width = natural - 1; width >= natural * 88 / 100; --width) {
       label.setWidth(static_cast<float>(width));
       const QImage shown = Shown();
@@ -154,8 +151,8 @@ TEST_F(ALabel, ThatIsALittleTooNarrowIsSetTighterAndWhole) {
   }
 }
 
-TEST_F(ALabel, ThatIsMuchTooNarrowIsShortenedInItsMiddleAndReadsBackWhole) {
-  const QString path = QStringLiteral("/home/user/Videos/a very long name of a video file.mp4");
+TEST_F(LabelTest, ElidesTheMiddleOfACaptionThatIsMuchTooWide) {
+  const QString path = "/home/user/Videos/a very long name of a video file.mp4";
   label.setCaption(path);
   label.setWidth(120);
   QFont tightest = label.font();
@@ -167,19 +164,32 @@ TEST_F(ALabel, ThatIsMuchTooNarrowIsShortenedInItsMiddleAndReadsBackWhole) {
   EXPECT_EQ(events, Events{"3: " + path.toStdString()});
 }
 
-TEST_F(ALabel, WithoutAnyWidthIsNoTrouble) {
-  label.setCaption(QStringLiteral("Width"));
+TEST_F(LabelTest, MayHaveNoWidth) {
+  label.setCaption("Width");
   label.setWidth(0);
-  EXPECT_EQ(CountOf(Picture(form), kBack), 300 * 200);
+  EXPECT_EQ(CountOf(Picture(form).copy(0, 0, 300, 40), kBack), 300 * 40);
   label.setWidth(1);
   EXPECT_FALSE(Shown().isNull());
 }
 
-TEST_F(ALabel, IsPaintedAnewWithItsNewCaption) {
-  label.setCaption(QStringLiteral("Pause"));
-  const QImage before = Shown();
-  label.setCaption(QStringLiteral("Paused"));
-  EXPECT_NE(Shown(), before);
+TEST(LabelThatSizesItself, TakesTheSizeOfEachNewCaptionBeforeItsChange) {
+  for (const FormDesign& design : {kPixelForm, TwipForm()}) {
+    TestForm form(
+        design,
+        {Design(kLabel, "Label1", {10, 10, 66, 14}).Caption("Video Details:").SizesItself()});
+    form.Open();
+    auto& label = form.Find<Label>("Label1");
+    EXPECT_EQ(label.size(), QSize(66, 14)) << "as drawn";
+    int widthAtChange = 0;
+    label.Change = [&](int) { widthAtChange = label.width(); };
+    for (const char* caption : {"Video Details: a.mp4", "", "A && B"}) {
+      label.setCaption(caption);
+      const QString shown = QString(caption).replace("&&", "&");
+      const int width = qCeil(QFontMetricsF(label.font()).horizontalAdvance(shown));
+      EXPECT_EQ(label.size(), QSize(width, QFontMetrics(label.font()).height())) << caption;
+      EXPECT_EQ(widthAtChange, label.width()) << caption;
+    }
+  }
 }
 
 }  // namespace

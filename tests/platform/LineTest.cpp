@@ -1,11 +1,8 @@
 // Lines by their ends, and where they lie among the other controls.
 #include <gtest/gtest.h>
 
-#include <limits>
-
 #include "platform/Label.h"
 #include "platform/PictureBox.h"
-#include "platform/Pointer.h"
 #include "platform/Shapes.h"
 #include "platform/TestForm.h"
 
@@ -14,68 +11,55 @@ namespace {
 
 constexpr QRgb kInk = 0x808080;
 
-class ALinesEnds : public ::testing::Test {
+class LineEnds : public ::testing::Test {
  protected:
-  ALinesEnds() { form.Open(); }
+  LineEnds() { form.Open(); }
 
   QRect Ink() { return InkOf(Picture(form), kInk); }
 
-  TestForm form{{{.name = "Line1",
-                  .controlClass = ControlClass::kLine,
-                  .place = {150, 300, 450, 0},
-                  .color = kInk}}};
+  TestForm form{{Design(kLine, "Line1", {10, 20, 30, 0}).Color(kInk)}};
   Line& line = form.Find<Line>("Line1");
 };
 
-TEST_F(ALinesEnds, RunsFromTheLeftToTheRightOfItsPlaceInTheDesign) {
+TEST_F(LineEnds, AreTheLeftAndTheRightOfThePlaceInTheDesign) {
   EXPECT_EQ(line.X1(), 10);
   EXPECT_EQ(line.Y1(), 20);
   EXPECT_EQ(line.X2(), 40);
   EXPECT_EQ(line.Y2(), 20);
-  EXPECT_EQ(line.BorderColor(), kInk);
+  EXPECT_EQ(line.Height(), 0);
+  EXPECT_EQ(line.geometry(), QRect(10, 20, 30, 1));
   EXPECT_EQ(Ink(), QRect(10, 20, 30, 1));
 }
 
-TEST_F(ALinesEnds, LeavesOutThePixelAtItsRightOrLowerEnd) {
-  line.SetEnds(100, 50, 110, 50);
-  EXPECT_EQ(Ink(), QRect(100, 50, 10, 1));
-  line.SetEnds(100, 50, 100, 57);
-  EXPECT_EQ(Ink(), QRect(100, 50, 1, 7));
+TEST_F(LineEnds, LeaveOutThePixelOnTheRightOrAtTheBottom) {
+  struct Case {
+    float x1, y1, x2, y2;
+    QRect ink;
+  };
+  for (const Case& given : {Case{100, 50, 110, 50, {100, 50, 10, 1}},
+                            {110, 50, 100, 50, {100, 50, 10, 1}},
+                            {100, 50, 100, 57, {100, 50, 1, 7}},
+                            {100, 57, 100, 50, {100, 50, 1, 7}},
+                            {10, 30.5, 20, 30.5, {10, 31, 10, 1}},  // on whole pixels
+                            {10, 20, 10, 20, {}},                   // no length
+                            {5, 30, 6, 33, {}}}) {                  // slanting
+    line.SetEnds(given.x1, given.y1, given.x2, given.y2);
+    EXPECT_EQ(Ink(), given.ink) << given.x1 << ',' << given.y1;
+    EXPECT_EQ(line.X1(), given.x1);
+    EXPECT_EQ(line.Y1(), given.y1);
+  }
 }
 
-TEST_F(ALinesEnds, MayRunBackwards) {
-  line.SetEnds(110, 50, 100, 50);
-  EXPECT_EQ(line.X1(), 110);
-  EXPECT_EQ(line.X2(), 100);
-  EXPECT_EQ(Ink(), QRect(100, 50, 10, 1));
-  line.SetEnds(100, 57, 100, 50);
-  EXPECT_EQ(Ink(), QRect(100, 50, 1, 7));
-}
-
-TEST_F(ALinesEnds, TakesItsEndsOneByOne) {
+TEST_F(LineEnds, AreSetOneByOne) {
   line.setX1(5);
-  line.setX2(6);
+  line.setX2(5);
   line.setY1(30);
   line.setY2(33);
-  EXPECT_EQ(Ink(), QRect()) << "it slants";
-  line.setX2(5);
   EXPECT_EQ(Ink(), QRect(5, 30, 1, 3));
 }
 
-TEST_F(ALinesEnds, OfNoLengthDoesNotShow) {
-  line.SetEnds(10, 20, 10, 20);
-  EXPECT_EQ(Ink(), QRect());
-}
-
-TEST_F(ALinesEnds, KeepsFractionsOfAUnit) {
-  line.SetEnds(10, 30.5, 20, 30.5);
-  EXPECT_EQ(line.Y1(), 30.5);
-  EXPECT_EQ(Ink(), QRect(10, 31, 10, 1));
-}
-
-TEST_F(ALinesEnds, KeepsItsEndsWhereANewOneIsNoNumber) {
-  for (const float none :
-       {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()}) {
+TEST_F(LineEnds, StayWhereANewOneIsNoNumber) {
+  for (const float none : {kNotANumber, kInfinite}) {
     line.setX1(none);
     line.setY1(none);
     line.setX2(none);
@@ -84,100 +68,43 @@ TEST_F(ALinesEnds, KeepsItsEndsWhereANewOneIsNoNumber) {
   }
 }
 
-TEST_F(ALinesEnds, TakesAnotherColour) {
+TEST_F(LineEnds, InTwipsAreRoundedToPixelsOnTheScreen) {
+  TestForm twips({Design(kPictureBox, "Box", {0, 0, 200, 200}).Twips(),
+                  Design(kLine, "Line1", {10, 20, 0, 30}).In("Box").Color(kInk)});
+  EXPECT_EQ(twips.Find<Line>("Line1").Y2(), 750);
+  EXPECT_EQ(twips.Find<Line>("Line1").geometry(), QRect(10, 20, 1, 30));
+}
+
+TEST_F(LineEnds, HaveTheColourOfTheLine) {
   line.setBorderColor(0xFF0000);
-  EXPECT_EQ(CountOf(Picture(form), 0xFF0000), 30);
+  EXPECT_EQ(InkOf(Picture(form), 0xFF0000), QRect(10, 20, 30, 1));
 }
 
-TEST_F(ALinesEnds, NeverTakesTheMouse) {
-  Events events;
-  form.OnMouseMove = [&](const MouseEvent& event) { events.push_back(Describe("Move", event)); };
-  Pointer(form).MoveTo(form, {15, 20});
-  EXPECT_EQ(events, Events{"Move -1: button 0 shift 0 at 15,20"});
-}
-
-TEST(LinesInTwips, AreRoundedToPixelsOnTheScreen) {
-  TestForm form({{.name = "Box",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {0, 0, 3000, 3000},
-                  .twips = true},
-                 {.name = "Line1",
-                  .controlClass = ControlClass::kLine,
-                  .place = {150, 300, 0, 450},
-                  .container = "Box",
-                  .color = kInk}});
+// Front to back: a box, a shape, a label, a line across all of them.
+TEST(LineStacking, FollowsTheDesignUntilTheLineIsBroughtInFrontOfShapesAndLabels) {
+  TestForm form({Design(kPictureBox, "Needle", {10, 0, 10, 100}).Color(0x00FF00),
+                 Design(kShape, "Shape1", {20, 0, 10, 100}).Color(0xFF0000).Fill(0xFF0000),
+                 Design(kLabel, "Label1", {30, 0, 10, 100}).Color(0x0000FF),
+                 Design(kLine, "Line1", {0, 50, 300, 0}).Color(kInk)});
   form.Open();
-  EXPECT_EQ(form.Find<Line>("Line1").Y2(), 750);
-  EXPECT_EQ(form.Find<Line>("Line1").geometry(), QRect(10, 20, 1, 30));
-}
-
-// Front to back: a box, a line, a label.
-class LinesAmongOthers : public ::testing::Test {
- protected:
-  LinesAmongOthers() { form.Open(); }
-  QRgb At(int x) { return ColorAt(Picture(form), x, 50); }
-
-  TestForm form{{{.name = "Needle",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {150, 0, 150, 1500},
-                  .color = 0x00FF00},
-                 {.name = "Shape1",
-                  .controlClass = ControlClass::kShape,
-                  .place = {300, 0, 150, 1500},
-                  .color = 0xFF0000,
-                  .fillColor = 0xFF0000},
-                 {.name = "Label1",
-                  .controlClass = ControlClass::kLabel,
-                  .place = {450, 0, 150, 1500},
-                  .color = 0x0000FF},
-                 {.name = "Line1",
-                  .controlClass = ControlClass::kLine,
-                  .place = {0, 750, 4500, 0},
-                  .color = kInk}}};
-};
-
-TEST_F(LinesAmongOthers, LieWhereTheDesignPutsThem) {
-  EXPECT_EQ(At(15), 0x00FF00U);
-  EXPECT_EQ(At(25), 0xFF0000U);
-  EXPECT_EQ(At(35), 0x0000FFU);
-  EXPECT_EQ(At(45), kInk);
-}
-
-TEST_F(LinesAmongOthers, BroughtToTheFrontStayBehindTheControlsThatHaveAWindow) {
+  const auto at = [&form](int x) { return ColorAt(Picture(form), x, 50); };
+  EXPECT_EQ(at(15), 0x00FF00U);
+  EXPECT_EQ(at(25), 0xFF0000U);
+  EXPECT_EQ(at(35), 0x0000FFU);
+  EXPECT_EQ(at(45), kInk);
   form.Find<Line>("Line1").BringToFront();
-  EXPECT_EQ(At(15), 0x00FF00U);
-  EXPECT_EQ(At(25), kInk);
-  EXPECT_EQ(At(35), kInk);
+  EXPECT_EQ(at(15), 0x00FF00U);
+  EXPECT_EQ(at(25), kInk);
+  EXPECT_EQ(at(35), kInk);
 }
 
-TEST(ALineAlone, BroughtToTheFrontLiesOverEverythingElse) {
-  TestForm form({{.name = "Label1",
-                  .controlClass = ControlClass::kLabel,
-                  .place = {0, 0, 4500, 1500},
-                  .color = 0x0000FF},
-                 {.name = "Line1",
-                  .controlClass = ControlClass::kLine,
-                  .place = {0, 750, 4500, 0},
-                  .color = kInk}});
+TEST(LineStacking, MayBringALineInFrontOfAllWhereNoControlHasAWindow) {
+  TestForm form({Design(kLabel, "Label1", {0, 0, 300, 100}).Color(0x0000FF),
+                 Design(kLine, "Line1", {0, 50, 300, 0}).Color(kInk)});
   form.Open();
   EXPECT_EQ(CountOf(Picture(form), kInk), 0);
   form.Find<Line>("Line1").BringToFront();
   EXPECT_EQ(CountOf(Picture(form), kInk), 300);
-}
-
-TEST(AShape, IsFilledWhereItHasAColourInside) {
-  TestForm form({{.name = "Shape1",
-                  .controlClass = ControlClass::kShape,
-                  .place = {150, 300, 450, 600},
-                  .color = kInk,
-                  .fillColor = 0xFF0000}});
-  form.Open();
-  auto& shape = form.Find<Shape>("Shape1");
-  EXPECT_EQ(shape.FillColor(), 0xFF0000U);
-  EXPECT_EQ(CountOf(Picture(form), 0xFF0000), 28 * 38);
-  EXPECT_EQ(CountOf(Picture(form), kInk), 30 * 40 - 28 * 38);
-  shape.setFillColor(0x00FF00);
-  EXPECT_EQ(CountOf(Picture(form), 0x00FF00), 28 * 38);
 }
 
 }  // namespace

@@ -13,47 +13,45 @@
 namespace kelvane::testing {
 namespace {
 
-class AListBox : public ::testing::Test {
+class ListBoxTest : public ::testing::Test {
  protected:
-  AListBox() { form.Open(); }
+  ListBoxTest() { form.Open(); }
 
   void AddMany(int count) {
-    for (int i = 0; i < count; ++i) list.AddItem(QStringLiteral("/clips/%1.mp4").arg(i));
+    for (int i = 0; i < count; ++i) list.AddItem(u"/clips/%1.mp4"_s.arg(i));
   }
-  QScrollBar& Across() const { return *inside.horizontalScrollBar(); }
+  void SetExtent(int pixels) {
+    list.setHorizontalExtent(pixels);
+    PumpOnce();
+  }
+  bool InSight(int line) const {
+    return inside.viewport()->rect().intersects(inside.visualItemRect(inside.item(line)));
+  }
 
-  TestForm form{{{.name = "List1",
-                  .controlClass = ControlClass::kListBox,
-                  .place = {150, 150, 3000, 1500},
-                  .color = 0x404040}}};
+  TestForm form{{Design(kListBox, "List1", {10, 10, 200, 100}).Color(0x404040)}};
   ListBox& list = form.Find<ListBox>("List1");
   QListWidget& inside = *list.findChild<QListWidget*>();
+  QScrollBar& horizontalBar = *inside.horizontalScrollBar();
 };
 
-TEST_F(AListBox, IsEmptyByDesign) {
+TEST_F(ListBoxTest, IsEmptyAtFirst) {
   EXPECT_EQ(list.ListCount(), 0);
   EXPECT_EQ(list.ListIndex(), -1);
   EXPECT_EQ(list.List(0), QString());
 }
 
-TEST_F(AListBox, TakesLinesInOrderAndTheSameOneAgain) {
-  for (const char* text : {"b", "a", "b", ""}) list.AddItem(QLatin1String(text));
+TEST_F(ListBoxTest, KeepsItsLinesInOrderAndReplacesOneInItsPlace) {
+  for (const char* text : {"b", "a", "b", ""}) list.AddItem(text);
   EXPECT_EQ(list.ListCount(), 4);
-  EXPECT_EQ(list.List(0), QString("b"));
-  EXPECT_EQ(list.List(1), QString("a"));
-  EXPECT_EQ(list.List(2), QString("b"));
+  EXPECT_EQ(list.List(0), u"b"_s);
+  list.setList(1, " Deleted Section ");
+  EXPECT_EQ(list.ListCount(), 4);
+  EXPECT_EQ(list.List(1), u" Deleted Section "_s);
+  EXPECT_EQ(list.List(2), u"b"_s);
   EXPECT_EQ(list.List(3), QString());
 }
 
-TEST_F(AListBox, ReplacesALinesTextInItsPlace) {
-  AddMany(3);
-  list.setList(1, " Deleted Section ");
-  EXPECT_EQ(list.ListCount(), 3);
-  EXPECT_EQ(list.List(1), QString(" Deleted Section "));
-  EXPECT_EQ(list.List(2), QString("/clips/2.mp4"));
-}
-
-TEST_F(AListBox, RefusesWhatMeansALineThatIsNotThere) {
+TEST_F(ListBoxTest, IgnoresALineThatIsNotThere) {
   AddMany(2);
   list.setListIndex(1);
   for (const int index : {-2, 2, 100, -100}) {
@@ -66,66 +64,57 @@ TEST_F(AListBox, RefusesWhatMeansALineThatIsNotThere) {
   EXPECT_EQ(list.ListCount(), 2);
 }
 
-TEST_F(AListBox, HasOneLineSelectedAtMost) {
+TEST_F(ListBoxTest, HasAtMostOneLineSelected) {
   AddMany(3);
-  list.setListIndex(2);
-  EXPECT_EQ(list.ListIndex(), 2);
-  list.setListIndex(0);
-  EXPECT_EQ(list.ListIndex(), 0);
-  EXPECT_EQ(inside.selectedItems().size(), 1);
-  list.setListIndex(-1);
-  EXPECT_EQ(list.ListIndex(), -1);
-  EXPECT_EQ(inside.selectedItems().size(), 0);
+  for (const int index : {2, 0, -1}) {
+    list.setListIndex(index);
+    EXPECT_EQ(list.ListIndex(), index);
+    EXPECT_EQ(inside.selectedItems().size(), index < 0 ? 0 : 1);
+  }
 }
 
-TEST_F(AListBox, TakesTheFocusWithoutSelectingALine) {
+TEST_F(ListBoxTest, TakesTheFocusWithoutSelectingALine) {
   AddMany(3);
-  inside.setFocus();
-  ASSERT_TRUE(WaitFor([&] { return inside.hasFocus(); }));
-  EXPECT_EQ(list.ListIndex(), -1);
-  list.setListIndex(1);
-  inside.clearFocus();
-  inside.setFocus();
-  EXPECT_EQ(list.ListIndex(), 1);
+  ASSERT_TRUE(WaitFor([&] { return form.isActiveWindow(); }));
+  for (const int selected : {-1, 1}) {
+    list.setListIndex(selected);
+    inside.clearFocus();
+    inside.setFocus();
+    ASSERT_TRUE(inside.hasFocus());
+    EXPECT_EQ(list.ListIndex(), selected);
+  }
 }
 
-TEST_F(AListBox, ScrollsTheSelectedLineIntoViewDownAndUpAlone) {
+TEST_F(ListBoxTest, ScrollsOnlyVerticallyToTheSelectedLine) {
   AddMany(100);
-  list.setHorizontalExtent(900);
-  PumpOnce();
-  Across().setValue(70);
-  list.setListIndex(99);
-  EXPECT_TRUE(inside.viewport()->rect().intersects(inside.visualItemRect(inside.item(99))));
-  EXPECT_EQ(Across().value(), 70);
-  list.setListIndex(0);
-  EXPECT_TRUE(inside.viewport()->rect().intersects(inside.visualItemRect(inside.item(0))));
-  EXPECT_EQ(Across().value(), 70);
+  SetExtent(900);
+  horizontalBar.setValue(70);
+  for (const int line : {99, 0}) {
+    list.setListIndex(line);
+    EXPECT_TRUE(InSight(line)) << line;
+    EXPECT_EQ(horizontalBar.value(), 70) << line;
+  }
 }
 
-TEST_F(AListBox, ScrollsSidewaysNoMoreWhereItsExtentIsNought) {
-  list.setHorizontalExtent(900);
-  PumpOnce();
-  ASSERT_TRUE(Across().isVisible());
-  list.setHorizontalExtent(0);
-  PumpOnce();
-  EXPECT_FALSE(Across().isVisible());
-}
-
-TEST_F(AListBox, DoesNotScrollSidewaysByDesign) {
+TEST_F(ListBoxTest, ScrollsHorizontallyOnlyIfItHasAnExtent) {
   list.AddItem(QString(500, 'w'));
   PumpOnce();
   EXPECT_EQ(list.HorizontalExtent(), 0);
-  EXPECT_FALSE(Across().isVisible());
-  EXPECT_EQ(Across().maximum(), 0);
+  EXPECT_FALSE(horizontalBar.isVisible());
+  EXPECT_EQ(horizontalBar.maximum(), 0);
+  SetExtent(900);
+  EXPECT_TRUE(horizontalBar.isVisible());
+  SetExtent(0);
+  EXPECT_FALSE(horizontalBar.isVisible());
 }
 
-TEST_F(AListBox, ScrollsSidewaysOverItsExtentWhateverItHolds) {
+TEST_F(ListBoxTest, ScrollsHorizontallyOverItsExtentWhateverItHolds) {
   list.setHorizontalExtent(900);
   const auto expectRange = [&](const char* what) {
     PumpOnce();
-    EXPECT_TRUE(Across().isVisible()) << what;
-    EXPECT_EQ(Across().minimum(), 0) << what;
-    EXPECT_EQ(Across().maximum(), 900 - inside.viewport()->width()) << what;
+    EXPECT_TRUE(horizontalBar.isVisible()) << what;
+    EXPECT_EQ(horizontalBar.minimum(), 0) << what;
+    EXPECT_EQ(horizontalBar.maximum(), 900 - inside.viewport()->width()) << what;
   };
   expectRange("nothing");
   list.AddItem("short");
@@ -138,25 +127,23 @@ TEST_F(AListBox, ScrollsSidewaysOverItsExtentWhateverItHolds) {
   expectRange("a wider list");
   list.setWidth(1000);
   PumpOnce();
-  EXPECT_EQ(Across().maximum(), 0) << "a list that is wider than its extent";
+  EXPECT_EQ(horizontalBar.maximum(), 0) << "a list that is wider than its extent";
 }
 
-TEST_F(AListBox, KeepsItsPlaceSidewaysWhenALineComesIn) {
-  list.setHorizontalExtent(900);
+TEST_F(ListBoxTest, KeepsItsHorizontalPlaceWhenALineIsAdded) {
   AddMany(2);
-  PumpOnce();
-  Across().setValue(200);
+  SetExtent(900);
+  horizontalBar.setValue(200);
   AddMany(50);
   PumpOnce();
-  EXPECT_EQ(Across().value(), 200);
+  EXPECT_EQ(horizontalBar.value(), 200);
 }
 
-TEST_F(AListBox, ShowsTheTextFromWhereItIsScrolledTo) {
+TEST_F(ListBoxTest, ShowsTheTextFromWhereItIsScrolledTo) {
   list.AddItem(QString(150, 'w') + QString(150, '-'));
-  list.setHorizontalExtent(900);
-  PumpOnce();
+  SetExtent(900);
   const QImage start = Picture(*inside.viewport());
-  Across().setValue(Across().maximum());
+  horizontalBar.setValue(horizontalBar.maximum());
   const QImage end = Picture(*inside.viewport());
   EXPECT_NE(CountOf(end, 0x404040), end.width() * end.height());
   EXPECT_EQ(inside.visualItemRect(inside.item(0)).width(), 900);
@@ -164,9 +151,9 @@ TEST_F(AListBox, ShowsTheTextFromWhereItIsScrolledTo) {
   EXPECT_NE(start, end);
 }
 
-TEST_F(AListBox, HasItsColours) {
+TEST_F(ListBoxTest, HasTheDesignsColoursUntilItIsGivenOthers) {
   EXPECT_EQ(list.BackColor(), 0x404040U);
-  EXPECT_EQ(list.ForeColor(), 0xF0E0D0U) << "the form's";
+  EXPECT_EQ(list.ForeColor(), kPixelForm.labelColor);
   list.AddItem("text");
   PumpOnce();
   const QImage picture = Picture(*inside.viewport());
@@ -177,7 +164,7 @@ TEST_F(AListBox, HasItsColours) {
   EXPECT_EQ(list.ForeColor(), 0x00FF00U);
 }
 
-TEST_F(AListBox, LetsTheUserSelectALineAndHasNoMenuOfItsOwn) {
+TEST_F(ListBoxTest, LetsTheUserSelectALineAndHasNoContextMenu) {
   AddMany(3);
   PumpOnce();
   Pointer pointer(form);
@@ -186,9 +173,8 @@ TEST_F(AListBox, LetsTheUserSelectALineAndHasNoMenuOfItsOwn) {
   EXPECT_EQ(list.ListIndex(), 1);
   pointer.Click(Qt::RightButton);
   EXPECT_EQ(inside.findChild<QMenu*>(), nullptr);
-  for (QScrollBar* bar : {inside.horizontalScrollBar(), inside.verticalScrollBar()}) {
-    EXPECT_EQ(bar->contextMenuPolicy(), Qt::NoContextMenu);
-    EXPECT_EQ(bar->parentWidget()->contextMenuPolicy(), Qt::NoContextMenu);
+  for (const QWidget* part : inside.findChildren<QWidget*>()) {
+    EXPECT_EQ(part->contextMenuPolicy(), Qt::NoContextMenu) << part->metaObject()->className();
   }
 }
 

@@ -13,12 +13,12 @@
 namespace kelvane::testing {
 namespace {
 
-class AListView : public ::testing::Test {
+class ListViewTest : public ::testing::Test {
  protected:
-  AListView() {
+  ListViewTest() {
     form.Open();
     for (const char* heading : {"Index", "Title", "Seconds"}) {
-      list.ColumnHeaders.Add(QLatin1String(heading));
+      list.ColumnHeaders.Add(heading);
     }
     PumpOnce();
   }
@@ -40,16 +40,13 @@ class AListView : public ::testing::Test {
     return Picture(*header.viewport());
   }
 
-  TestForm form{{{.name = "ListView1",
-                  .controlClass = ControlClass::kListView,
-                  .place = {150, 150, 4200, 2400},
-                  .color = 0x404040}}};
+  TestForm form{{Design(kListView, "ListView1", {10, 10, 280, 160}).Color(0x404040)}};
   ListView& list = form.Find<ListView>("ListView1");
   QTreeWidget& inside = *list.findChild<QTreeWidget*>();
   QHeaderView& header = *inside.header();
 };
 
-TEST_F(AListView, NumbersItsColumnsAndGivesThemTheDefaultWidth) {
+TEST_F(ListViewTest, NumbersItsColumnsAndGivesThemTheDefaultWidth) {
   EXPECT_EQ(list.ColumnHeaders.Add("Fourth"), 4);
   EXPECT_EQ(inside.columnCount(), 4);
   EXPECT_EQ(inside.headerItem()->text(0), QString("Index"));
@@ -57,7 +54,7 @@ TEST_F(AListView, NumbersItsColumnsAndGivesThemTheDefaultWidth) {
   for (int column = 0; column < 3; ++column) EXPECT_EQ(header.sectionSize(column), 96) << column;
 }
 
-TEST_F(AListView, TakesRowsInOrderWithTheirTexts) {
+TEST_F(ListViewTest, TakesRowsInOrderWithTheirTexts) {
   EXPECT_EQ(list.ListItems.Count(), 0);
   list.ListItems.Add("1").setSubItems(1, "a.mp4");
   ListView::ListItem second = list.ListItems.Add("2");
@@ -70,17 +67,11 @@ TEST_F(AListView, TakesRowsInOrderWithTheirTexts) {
   EXPECT_EQ(list.ListItems(2).SubItems(2), QString("80"));
 }
 
-TEST_F(AListView, RefusesTextsOfColumnsThatAreNotThere) {
-  ListView::ListItem row = list.ListItems.Add("1");
-  row.setSubItems(3, "x");
-  row.setSubItems(0, "x");
-  row.setSubItems(-1, "x");
-  EXPECT_EQ(row.Text(), QString("1"));
-  EXPECT_EQ(inside.columnCount(), 3);
-}
-
-TEST_F(AListView, ARowThatIsNotThereTakesNothingAndSaysNothing) {
+TEST_F(ListViewTest, IgnoresAColumnOrARowThatIsNotThere) {
   AddRows(2);
+  for (const int column : {3, 0, -1}) list.ListItems(1).setSubItems(column, "x");
+  EXPECT_EQ(list.ListItems(1).Text(), QString("1"));
+  EXPECT_EQ(inside.columnCount(), 3);
   list.ListItems(2).Select();
   for (const int number : {0, 3, -1, 100}) {
     ListView::ListItem none = list.ListItems(number);
@@ -92,7 +83,7 @@ TEST_F(AListView, ARowThatIsNotThereTakesNothingAndSaysNothing) {
   }
 }
 
-TEST_F(AListView, HasOneRowSelectedAndSelectsItWhole) {
+TEST_F(ListViewTest, HasOneRowSelectedInAllColumns) {
   AddRows(3);
   list.ListItems(3).Select();
   EXPECT_EQ(SelectedRows(), std::vector<int>{3});
@@ -101,7 +92,7 @@ TEST_F(AListView, HasOneRowSelectedAndSelectsItWhole) {
   EXPECT_EQ(inside.selectionModel()->selectedIndexes().size(), 3);
 }
 
-TEST_F(AListView, ScrollsTheSelectedRowIntoView) {
+TEST_F(ListViewTest, ScrollsTheSelectedRowIntoView) {
   AddRows(200);
   PumpOnce();
   list.ListItems(200).Select();
@@ -109,14 +100,14 @@ TEST_F(AListView, ScrollsTheSelectedRowIntoView) {
       inside.viewport()->rect().intersects(inside.visualItemRect(inside.topLevelItem(199))));
 }
 
-TEST_F(AListView, TakesTheFocusForItsRows) {
+TEST_F(ListViewTest, GivesItsFocusToItsRows) {
   form.activateWindow();
   ASSERT_TRUE(WaitFor([&] { return form.isActiveWindow(); }));
   list.SetFocus();
   EXPECT_EQ(QApplication::focusWidget(), &inside);
 }
 
-TEST_F(AListView, HearsOfAReleaseOverItsRowsAndBelowThemWithTheButton) {
+TEST_F(ListViewTest, RaisesMouseUpOverItsRowsAndBelowThem) {
   AddRows(2);
   PumpOnce();
   Events events;
@@ -126,54 +117,43 @@ TEST_F(AListView, HearsOfAReleaseOverItsRowsAndBelowThemWithTheButton) {
   pointer.Click(Qt::RightButton);
   pointer.MoveTo(list, QPoint(20, 100));
   pointer.Click();
-  EXPECT_EQ(events,
-            (Events{"Up -1: button 2 shift 0 at 20,30", "Up -1: button 1 shift 0 at 20,100"}));
+  EXPECT_EQ(events, (Events{"Up button 2 at 20,30", "Up button 1 at 20,100"}));
 }
 
-TEST_F(AListView, HasItsColoursInHeaderAndRows) {
+TEST_F(ListViewTest, HasTheDesignsColoursInHeaderAndRows) {
   EXPECT_EQ(list.BackColor(), 0x404040U);
-  EXPECT_EQ(list.ForeColor(), 0xF0E0D0U) << "the form's";
+  EXPECT_EQ(list.ForeColor(), kPixelForm.labelColor);
   list.setHeaderButtons(false);
   const QImage flat = Picture(*header.viewport());
   EXPECT_GT(CountOf(flat, 0x404040), flat.width() * flat.height() / 2);
 }
 
-TEST_F(AListView, HasAHeaderOfRaisedButtonsAtFirstThatAnswerToAClick) {
-  EXPECT_TRUE(list.HeaderButtons());
-  Events events;
-  QObject::connect(&header, &QHeaderView::sectionPressed,
-                   [&](int column) { events.push_back("pressed " + std::to_string(column)); });
-  QObject::connect(&header, &QHeaderView::sectionClicked,
-                   [&](int column) { events.push_back("clicked " + std::to_string(column)); });
-  const QImage raised = Picture(*header.viewport());
-  Pointer pointer(form);
-  pointer.MoveTo(*header.viewport(), QPoint(10, 10));
-  pointer.Click();
-  EXPECT_EQ(events, (Events{"pressed 0", "clicked 0"}));
-  list.setHeaderButtons(false);
-  EXPECT_NE(Picture(*header.viewport()), raised);
-}
-
-TEST_F(AListView, WithAFlatHeaderShowsNeitherPressNorHoverAndCannotBeClickedThere) {
+TEST_F(ListViewTest, HasAHeaderOfButtonsThatCanBeClickedUntilItIsFlat) {
   AddRows(2);
+  int clicks = 0;
+  QObject::connect(&header, &QHeaderView::sectionPressed, [&] { ++clicks; });
+  QObject::connect(&header, &QHeaderView::sectionClicked, [&] { ++clicks; });
+  Pointer pointer(form);
+  EXPECT_TRUE(list.HeaderButtons());
+  const QImage raised = HeaderUnder(pointer);
+  pointer.Click();
+  EXPECT_EQ(clicks, 2) << "pressed and clicked";
   list.setHeaderButtons(false);
   EXPECT_FALSE(list.HeaderButtons());
+  pointer.MoveTo(form, QPoint(1, 1));
   PumpOnce();
-  int clicks = 0;
-  QObject::connect(&header, &QHeaderView::sectionClicked, [&] { ++clicks; });
-  QObject::connect(&header, &QHeaderView::sectionPressed, [&] { ++clicks; });
-  Pointer pointer(form);
-  const QImage before = Picture(*header.viewport());
-  EXPECT_EQ(HeaderUnder(pointer), before);
+  const QImage flat = Picture(*header.viewport());
+  EXPECT_NE(flat, raised);
+  EXPECT_EQ(HeaderUnder(pointer), flat);
   pointer.Press();
-  EXPECT_EQ(HeaderUnder(pointer), before);
+  EXPECT_EQ(HeaderUnder(pointer), flat);
   pointer.Release();
-  EXPECT_EQ(HeaderUnder(pointer), before);
-  EXPECT_EQ(clicks, 0);
+  EXPECT_EQ(HeaderUnder(pointer), flat);
+  EXPECT_EQ(clicks, 2);
   EXPECT_EQ(list.ListItems(1).Text(), QString("1")) << "nothing was sorted";
 }
 
-TEST_F(AListView, ShowsItsHeadingsWholeInTheFlatHeader) {
+TEST_F(ListViewTest, ShowsItsHeadingsWholeInTheFlatHeader) {
   list.setHeaderButtons(false);
   const auto under = [&](const char* heading) {
     inside.headerItem()->setText(2, QLatin1String(heading));
@@ -182,7 +162,7 @@ TEST_F(AListView, ShowsItsHeadingsWholeInTheFlatHeader) {
   EXPECT_NE(under("Duration (seconds)"), under("Duration (second:")) << "to the last letter";
 }
 
-TEST_F(AListView, HasNoMenuOfItsOwn) {
+TEST_F(ListViewTest, HasNoContextMenu) {
   for (const QWidget* part : inside.findChildren<QWidget*>()) {
     EXPECT_EQ(part->contextMenuPolicy(), Qt::NoContextMenu) << part->metaObject()->className();
   }

@@ -1,7 +1,9 @@
+// Menus under the menu bar, and one that only pops up.
 #include "platform/Menu.h"
 
 #include <gtest/gtest.h>
 
+#include <QCursor>
 #include <QMenu>
 #include <QMenuBar>
 #include <QtTest/QTest>
@@ -20,13 +22,16 @@ const Menus kMenus{
     {.name = "mnu_Donate", .caption = "Donate"},
     {.name = "mnu_Page", .caption = "Via Page", .title = "mnu_Donate"}};
 
-class AMenu : public ::testing::Test {
+const Menus kPopUp{{.name = "mnu_Context", .caption = "contextMenu", .visible = false},
+                   {.name = "mnu_Start", .caption = "Set Start", .title = "mnu_Context"},
+                   {.name = "mnu_End", .caption = "Set End", .title = "mnu_Context"}};
+
+class MenuTest : public ::testing::Test {
  protected:
-  AMenu() {
+  explicit MenuTest(const Menus& menus = kMenus) : form(Controls{}, menus) {
     form.Open();
-    for (const MenuDesign& design : kMenus) {
-      const QString name = QLatin1String(design.name);
-      form.Find<Menu>(name).Click = [this, name] { events.push_back(name.toStdString()); };
+    for (const MenuDesign& design : menus) {
+      form.Find<Menu>(design.name).Click = [this, design] { events.emplace_back(design.name); };
     }
   }
 
@@ -35,7 +40,7 @@ class AMenu : public ::testing::Test {
     for (const QAction* action : actions) {
       if (action->isVisible()) shown << action->text();
     }
-    return shown.join(QLatin1String(", ")).toStdString();
+    return shown.join(u", "_s).toStdString();
   }
 
   // Opens a title with the mouse and presses return on the item.
@@ -49,26 +54,20 @@ class AMenu : public ::testing::Test {
     EXPECT_FALSE(open->isVisible());
   }
 
-  TestForm form{Controls{}, kMenus};
-  QMenuBar& bar = *form.findChild<QMenuBar*>();
   Events events;
+  TestForm form;
+  QMenuBar& bar = *form.findChild<QMenuBar*>();
 };
 
-TEST_F(AMenu, ShowsTheTitlesAndItemsThatAreNotHidden) {
+TEST_F(MenuTest, ShowsWhatIsNotHidden) {
   EXPECT_EQ(Shown(bar.actions()), "Open, Donate");
   EXPECT_EQ(Shown(bar.actions().at(0)->menu()->actions()), "Load Video");
   EXPECT_EQ(Shown(bar.actions().at(2)->menu()->actions()), "Via Page");
-}
-
-TEST_F(AMenu, KnowsItsCaptionAndWhetherItIsVisible) {
   for (const MenuDesign& design : kMenus) {
-    const auto& menu = form.Find<Menu>(QLatin1String(design.name));
+    const auto& menu = form.Find<Menu>(design.name);
     EXPECT_EQ(menu.Caption(), QLatin1String(design.caption));
     EXPECT_EQ(menu.Visible(), design.visible) << design.name;
   }
-}
-
-TEST_F(AMenu, CanBeShownAndHidden) {
   form.Find<Menu>("mnu_Rem").setVisible(true);
   form.Find<Menu>("mnu_Extract").setVisible(true);
   form.Find<Menu>("mnu_Donate").setVisible(false);
@@ -76,35 +75,67 @@ TEST_F(AMenu, CanBeShownAndHidden) {
   EXPECT_EQ(Shown(bar.actions().at(0)->menu()->actions()), "Load Video, Extract");
 }
 
-TEST_F(AMenu, RaisesClickWhenTheUserChoosesIt) {
+TEST_F(MenuTest, RaisesClickOfTheItemThatTheUserChoosesIfItIsConnected) {
   Choose(0, 1);
+  Choose(0, 2);  // passes the hidden item over
   Choose(2, 1);
-  EXPECT_EQ(events, (Events{"mnu_openVideo", "mnu_Page"}));
-}
-
-TEST_F(AMenu, ThatIsHiddenIsPassedOver) {
-  Choose(0, 2);
-  EXPECT_EQ(events, Events{"mnu_openVideo"});
-}
-
-TEST_F(AMenu, WithNobodyToTellIsNoTrouble) {
   form.Find<Menu>("mnu_Page").Click = nullptr;
   Choose(2, 1);
-  EXPECT_EQ(events, Events{});
+  EXPECT_EQ(events, (Events{"mnu_openVideo", "mnu_openVideo", "mnu_Page"}));
 }
 
-TEST_F(AMenu, StandsInTheWindowItselfAboveItsArea) {
+TEST_F(MenuTest, StandsInTheWindowAboveItsContentArea) {
   EXPECT_FALSE(bar.isNativeMenuBar());
   EXPECT_EQ(bar.pos(), QPoint(0, 0));
   EXPECT_EQ(bar.width(), form.width());
   EXPECT_GT(bar.height(), 0);
   EXPECT_EQ(form.height(), 200 + bar.height());
   EXPECT_EQ(form.ScaleHeight(), 200);
+  EXPECT_EQ(TestForm().findChild<QMenuBar*>(), nullptr) << "a form without menus has none";
 }
 
-TEST(AForm, WithoutMenusHasNoMenuBar) {
-  const TestForm form;
-  EXPECT_EQ(form.findChild<QMenuBar*>(), nullptr);
+class PopUpMenu : public MenuTest {
+ protected:
+  PopUpMenu() : MenuTest(kPopUp) {}
+  ~PopUpMenu() override { menu.close(); }
+
+  void Open() { form.Find<Menu>("mnu_Context").PopUp(); }
+
+  QMenu& menu = *bar.actions().at(0)->menu();
+};
+
+TEST_F(PopUpMenu, TakesNoRoomInItsWindow) {
+  EXPECT_EQ(form.height(), 200);
+  EXPECT_EQ(form.ScaleHeight(), 200);
+  EXPECT_EQ(CountOf(Picture(form), kPixelForm.backColor), 300 * 200);
+}
+
+TEST_F(PopUpMenu, OpensAtThePointerAndReturnsAtOnce) {
+  EXPECT_FALSE(menu.isVisible());
+  Open();
+  EXPECT_TRUE(menu.isVisible());
+  EXPECT_EQ(menu.pos(), QCursor::pos());
+  EXPECT_EQ(Shown(menu.actions()), "Set Start, Set End");
+}
+
+TEST_F(PopUpMenu, RaisesClickOfTheEntryThatIsChosenEachTime) {
+  for (const int entry : {1, 0, 1}) {
+    Open();
+    // Qt ignores a click of a pointer that has hardly moved since the menu opened under it.
+    const QPoint goal = menu.actionGeometry(menu.actions()[entry]).center();
+    constexpr int kSteps = 8;
+    for (int step = 1; step <= kSteps; ++step) QTest::mouseMove(&menu, goal * step / kSteps);
+    QTest::mouseClick(&menu, Qt::LeftButton, {}, goal);
+    EXPECT_FALSE(menu.isVisible());
+  }
+  EXPECT_EQ(events, (Events{"mnu_End", "mnu_Start", "mnu_End"}));
+}
+
+TEST_F(PopUpMenu, RaisesNothingWhereItIsClosed) {
+  Open();
+  QTest::keyClick(&menu, Qt::Key_Escape);
+  EXPECT_FALSE(menu.isVisible());
+  EXPECT_EQ(events, Events{});
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
 // Where the mouse's events go, and where they don't.
 #include <gtest/gtest.h>
 
+#include <QMetaEnum>
 #include <QMouseEvent>
-#include <utility>
 
 #include "platform/Label.h"
 #include "platform/PictureBox.h"
@@ -17,30 +17,16 @@ class Arrivals : public QObject {
  public:
   explicit Arrivals(QObject& watched) { watched.installEventFilter(this); }
 
-  Events Taken() { return std::exchange(events_, {}); }
-
   bool eventFilter(QObject* /*watched*/, QEvent* event) override {
     switch (event->type()) {
       case QEvent::MouseMove:
-        events_.emplace_back("move");
-        break;
       case QEvent::MouseButtonPress:
-        events_.emplace_back("press");
-        break;
       case QEvent::MouseButtonRelease:
-        events_.emplace_back("release");
-        break;
       case QEvent::MouseButtonDblClick:
-        events_.emplace_back("double-click");
-        break;
       case QEvent::Wheel:
-        events_.emplace_back("wheel");
-        break;
       case QEvent::ContextMenu:
-        events_.emplace_back("context menu");
-        break;
       case QEvent::ToolTip:
-        events_.emplace_back("tool tip");
+        events.emplace_back(QMetaEnum::fromType<QEvent::Type>().valueToKey(event->type()));
         break;
       default:
         break;
@@ -48,8 +34,7 @@ class Arrivals : public QObject {
     return false;
   }
 
- private:
-  Events events_;
+  Events events;
 };
 
 // Everything that the mouse can do in one place.
@@ -66,73 +51,44 @@ void DoEverything(Pointer& pointer, const QWidget& widget, QPoint place) {
   pointer.TurnWheel();
 }
 
-struct ClassCase {
-  const char* name;
-  ControlClass controlClass;
-};
-
-void PrintTo(const ClassCase& value, std::ostream* out) { *out << value.name; }
-
-class AnyControl : public ::testing::TestWithParam<ClassCase> {};
-
-TEST_P(AnyControl, LetsNoEventOfTheMouseTravelOnToItsContainer) {
-  TestForm form(
-      {{.name = "Box", .controlClass = ControlClass::kPictureBox, .place = {0, 0, 4500, 3000}},
-       {.name = "It",
-        .controlClass = GetParam().controlClass,
-        .place = {300, 300, 1500, 1500},
-        .container = "Box"}});
-  form.Open();
-  auto& box = form.Find<PictureBox>("Box");
-  auto& control = form.Find<Control>("It");
-  Events raised;
-  Record(box, raised);
-  box.setToolTip(QStringLiteral("The box's tip"));
-  Arrivals atTheBox(box);
-  Pointer pointer(form);
-  DoEverything(pointer, control, {50, 50});
-  EXPECT_EQ(raised, Events{});
-  EXPECT_EQ(atTheBox.Taken(), Events{});
-  // And the box does have its own.
-  pointer.MoveTo(box, {200, 150});
-  EXPECT_EQ(atTheBox.Taken(), Events{"move"});
-  EXPECT_EQ(raised, Events{"Move -1: button 0 shift 0 at 200,150"});
+TEST(MouseEvents, OfAnyControlDoNotReachItsContainer) {
+  for (const ControlClass controlClass :
+       {kCommandButton, kHScrollBar, kLabel, kListBox, kListView, kOptionButton, kPictureBox,
+        kProgressBar, kSlider, kTextBox, kVScrollBar, kWindowsMediaPlayer}) {
+    SCOPED_TRACE(static_cast<int>(controlClass));
+    TestForm form({Design(kPictureBox, "Box", {0, 0, 300, 200}),
+                   Design(controlClass, "It", {20, 20, 100, 100}).In("Box")});
+    form.Open();
+    auto& box = form.Find<PictureBox>("Box");
+    Events raised;
+    Record(box, raised);
+    box.setToolTip("The box's tip");
+    const Arrivals atTheBox(box);
+    Pointer pointer(form);
+    DoEverything(pointer, form.Find<Control>("It"), {50, 50});
+    EXPECT_EQ(raised, Events{});
+    EXPECT_EQ(atTheBox.events, Events{});
+    // And the box does get its own.
+    pointer.MoveTo(box, {200, 150});
+    EXPECT_EQ(atTheBox.events, Events{"MouseMove"});
+    EXPECT_EQ(raised, Events{"Move at 200,150"});
+  }
 }
 
-INSTANTIATE_TEST_SUITE_P(Platform, AnyControl,
-                         ::testing::Values(ClassCase{"CommandButton", ControlClass::kCommandButton},
-                                           ClassCase{"HScrollBar", ControlClass::kHScrollBar},
-                                           ClassCase{"Label", ControlClass::kLabel},
-                                           ClassCase{"PictureBox", ControlClass::kPictureBox},
-                                           ClassCase{"ProgressBar", ControlClass::kProgressBar},
-                                           ClassCase{"Slider", ControlClass::kSlider},
-                                           ClassCase{"TextBox", ControlClass::kTextBox},
-                                           ClassCase{"VScrollBar", ControlClass::kVScrollBar},
-                                           ClassCase{"WindowsMediaPlayer",
-                                                     ControlClass::kWindowsMediaPlayer}),
-                         [](const auto& test) { return test.param.name; });
-
-// A label, a box and the form's own area behind a frame and a line.
-const Controls kCovered{
-    {.name = "Line1", .controlClass = ControlClass::kLine, .place = {0, 300, 4500, 15}},
-    {.name = "Shape1",
-     .controlClass = ControlClass::kShape,
-     .place = {0, 0, 4500, 3000},
-     .borderWidth = 50},
-    {.name = "Label1", .controlClass = ControlClass::kLabel, .place = {150, 150, 750, 750}},
-    {.name = "Box", .controlClass = ControlClass::kPictureBox, .place = {1500, 150, 750, 750}}};
-
-TEST(ShapesAndLines, LetTheMouseThroughToWhatLiesBehind) {
-  TestForm form(kCovered);
+TEST(MouseEvents, PassThroughShapesAndLinesToWhatLiesBehind) {
+  TestForm form({Design(kLine, "Line1", {0, 20, 300, 1}),
+                 Design(kShape, "Shape1", {0, 0, 300, 200}).BorderWidth(50),
+                 Design(kLabel, "Label1", {10, 10, 50, 50}),
+                 Design(kPictureBox, "Box", {100, 10, 50, 50})});
   form.Open();
-  Arrivals atTheShape(form.Find<Control>("Shape1"));
-  Arrivals atTheLine(form.Find<Control>("Line1"));
+  const Arrivals atTheShape(form.Find<Control>("Shape1"));
+  const Arrivals atTheLine(form.Find<Control>("Line1"));
   Events raised;
   Record(form.Find<Control>("Label1"), raised);
   Record(form.Find<Control>("Box"), raised);
   form.OnMouseMove = [&](const MouseEvent& event) { raised.push_back(Describe("Form", event)); };
   Pointer pointer(form);
-  // On the line, on the frame's own pixels, and inside the frame.
+  // On the line, on the shape's own pixels, and inside the shape.
   pointer.MoveTo(form, {15, 20});
   pointer.Click();
   pointer.MoveTo(form, {15, 30});
@@ -140,48 +96,26 @@ TEST(ShapesAndLines, LetTheMouseThroughToWhatLiesBehind) {
   pointer.DoubleClick();
   pointer.MoveTo(form, {120, 55});
   pointer.MoveTo(form, {200, 20});
-  EXPECT_EQ(raised,
-            (Events{"Move -1: button 0 shift 0 at 5,10", "Down -1: button 1 shift 0 at 5,10",
-                    "Up -1: button 1 shift 0 at 5,10", "Move -1: button 0 shift 0 at 5,20",
-                    "Move -1: button 0 shift 0 at 20,10", "Down -1: button 1 shift 0 at 20,10",
-                    "Up -1: button 1 shift 0 at 20,10", "Double -1: button 1 shift 0 at 20,10",
-                    "Up -1: button 1 shift 0 at 20,10", "Move -1: button 0 shift 0 at 20,45",
-                    "Form -1: button 0 shift 0 at 200,20"}));
-  EXPECT_EQ(atTheShape.Taken(), Events{});
-  EXPECT_EQ(atTheLine.Taken(), Events{});
+  EXPECT_EQ(raised, (Events{"Move at 5,10", "Down button 1 at 5,10", "Up button 1 at 5,10",
+                            "Move at 5,20", "Move at 20,10", "Down button 1 at 20,10",
+                            "Up button 1 at 20,10", "Double button 1 at 20,10",
+                            "Up button 1 at 20,10", "Move at 20,45", "Form at 200,20"}));
+  EXPECT_EQ(atTheShape.events, Events{});
+  EXPECT_EQ(atTheLine.events, Events{});
 }
 
-TEST(ATransparentLabel, StillTakesTheMouseFromWhatLiesBehind) {
+TEST(MouseEvents, GoToATransparentLabelInFrontUnlessItIsHidden) {
   TestForm form(
-      {{.name = "Front", .controlClass = ControlClass::kLabel, .place = {0, 0, 750, 750}},
-       {.name = "Behind", .controlClass = ControlClass::kLabel, .place = {0, 0, 750, 750}}});
+      {Design(kLabel, "Label1(0)", {0, 0, 50, 50}), Design(kLabel, "Label1(1)", {0, 0, 50, 50})});
   form.Open();
-  Events front;
-  Events behind;
-  Record(form.Find<Control>("Front"), front);
-  Record(form.Find<Control>("Behind"), behind);
+  Events raised;
+  Record(form.Find<Control>("Label1(0)"), raised);
+  Record(form.Find<Control>("Label1(1)"), raised);
   Pointer pointer(form);
   pointer.MoveTo(form, {5, 6});
-  EXPECT_EQ(front, Events{"Move -1: button 0 shift 0 at 5,6"});
-  EXPECT_EQ(behind, Events{});
-}
-
-TEST(AHiddenControl, LeavesTheMouseToWhatLiesBehind) {
-  TestForm form(
-      {{.name = "Front",
-        .controlClass = ControlClass::kLabel,
-        .place = {0, 0, 750, 750},
-        .visible = false},
-       {.name = "Behind", .controlClass = ControlClass::kLabel, .place = {0, 0, 750, 750}}});
-  form.Open();
-  Events front;
-  Events behind;
-  Record(form.Find<Control>("Front"), front);
-  Record(form.Find<Control>("Behind"), behind);
-  Pointer pointer(form);
-  pointer.MoveTo(form, {5, 6});
-  EXPECT_EQ(front, Events{});
-  EXPECT_EQ(behind, Events{"Move -1: button 0 shift 0 at 5,6"});
+  form.Find<Control>("Label1(0)").setVisible(false);
+  pointer.MoveTo(form, {6, 6});
+  EXPECT_EQ(raised, (Events{"Move 0 at 5,6", "Move 1 at 6,6"}));
 }
 
 }  // namespace

@@ -23,115 +23,89 @@ Answer PressKey(Qt::Key key) {
   return [key](QDialog& dialog) { QTest::keyClick(&dialog, key); };
 }
 
-TEST(AMessageBox, HasTheProgramsNameForATitleAndOneButtonUnlessToldOtherwise) {
+TEST(MessageBox, HasItsButtonsAndIconAndTellsWhichButtonWasPressed) {
+  struct Case {
+    int buttons;
+    QMessageBox::StandardButton pressed;
+    MsgBoxResult result;
+    std::string seen;
+  };
+  for (const auto& [buttons, pressed, result, seen] :
+       {Case{kOKOnly, QMessageBox::Ok, MsgBoxResult::kOK, "no icon | OK"},
+        {kExclamation, QMessageBox::Ok, MsgBoxResult::kOK, "exclamation | OK"},
+        {kOKCancel, QMessageBox::Ok, MsgBoxResult::kOK, "no icon | OK Cancel"},
+        {kOKCancel + kExclamation, QMessageBox::Cancel, MsgBoxResult::kCancel,
+         "exclamation | OK Cancel"},
+        {kYesNoCancel, QMessageBox::Yes, MsgBoxResult::kYes, "no icon | Yes No Cancel"},
+        {kYesNoCancel, QMessageBox::No, MsgBoxResult::kNo, "no icon | Yes No Cancel"},
+        {kYesNoCancel, QMessageBox::Cancel, MsgBoxResult::kCancel, "no icon | Yes No Cancel"},
+        {kQuestion, QMessageBox::No, MsgBoxResult::kNo, "exclamation | Yes No Cancel"}}) {
+    const DialogAnswers answers({PressButton(pressed)});
+    EXPECT_EQ(MsgBox("Again ?", buttons, "Start Fresh"), result);
+    EXPECT_EQ(answers.seen(), Events{"Start Fresh | Again ? | " + seen});
+  }
+}
+
+TEST(MessageBox, HasTheProgramsNameAsItsTitleAndOneButtonUnlessToldOtherwise) {
   const DialogAnswers answers({PressButton(QMessageBox::Ok)});
-  EXPECT_EQ(MsgBox(QStringLiteral("no change")), MsgBoxResult::kOK);
+  EXPECT_EQ(MsgBox("no change"), MsgBoxResult::kOK);
   EXPECT_EQ(answers.seen(), Events{"Kelvane | no change | no icon | OK"});
 }
 
-TEST(AMessageBox, CountsAsAnOpenDialogUntilItsAnswerIsReturned) {
+TEST(MessageBox, CountsAsAnOpenDialogUntilItsAnswerIsReturned) {
   EXPECT_FALSE(DialogIsOpen());
   const DialogAnswers answers({[](QDialog& outer) {
     EXPECT_TRUE(DialogIsOpen());
     {
       const DialogAnswers inner({PressButton(QMessageBox::Ok)});
-      MsgBox(QStringLiteral("a box on top of it"));
+      MsgBox("a box on top of it");
     }
     EXPECT_TRUE(DialogIsOpen());
     outer.accept();
     EXPECT_FALSE(outer.isVisible());
     EXPECT_TRUE(DialogIsOpen());
   }});
-  MsgBox(QStringLiteral("no change"));
+  MsgBox("no change");
   EXPECT_FALSE(DialogIsOpen());
 }
 
-TEST(AMessageBox, MayHaveATitleThreeButtonsAndAnIcon) {
-  const DialogAnswers answers({PressButton(QMessageBox::Yes)});
-  MsgBox(QStringLiteral("Again ?"), kQuestion, QStringLiteral("Start Fresh"));
-  EXPECT_EQ(answers.seen(), Events{"Start Fresh | Again ? | exclamation | Yes No Cancel"});
-}
-
-TEST(AMessageBox, MayHaveTwoButtons) {
-  const DialogAnswers answers({PressButton(QMessageBox::Cancel), PressButton(QMessageBox::Ok)});
-  const QString title = QStringLiteral("Kelvane");
-  EXPECT_EQ(MsgBox(QStringLiteral("Done."), kOKCancel + kExclamation, title),
-            MsgBoxResult::kCancel);
-  EXPECT_EQ(MsgBox(QStringLiteral("Done."), kOKCancel), MsgBoxResult::kOK);
-  EXPECT_EQ(answers.seen(), (Events{"Kelvane | Done. | exclamation | OK Cancel",
-                                    "Kelvane | Done. | no icon | OK Cancel"}));
-}
-
-TEST(AMessageBox, TellsTheButtonThatWasPressed) {
-  struct Case {
-    int buttons;
-    QMessageBox::StandardButton pressed;
-    MsgBoxResult result;
-  };
-  for (const auto& [buttons, pressed, result] :
-       {Case{kOKOnly, QMessageBox::Ok, MsgBoxResult::kOK},
-        {kExclamation, QMessageBox::Ok, MsgBoxResult::kOK},
-        {kYesNoCancel, QMessageBox::Yes, MsgBoxResult::kYes},
-        {kYesNoCancel, QMessageBox::No, MsgBoxResult::kNo},
-        {kYesNoCancel, QMessageBox::Cancel, MsgBoxResult::kCancel},
-        {kQuestion, QMessageBox::No, MsgBoxResult::kNo}}) {
-    const DialogAnswers answers({PressButton(pressed)});
-    EXPECT_EQ(MsgBox(QStringLiteral("?"), buttons), result);
-  }
-}
-
-TEST(AMessageBox, ThatIsClosedIsCancelledWhereItCanBe) {
+TEST(MessageBox, ThatIsClosedIsCancelledWhereItCanBe) {
   for (const Answer& close : {Close(), PressKey(Qt::Key_Escape)}) {
     const DialogAnswers answers({close, close});
-    EXPECT_EQ(MsgBox(QStringLiteral("?"), kQuestion), MsgBoxResult::kCancel);
-    EXPECT_EQ(MsgBox(QStringLiteral("!")), MsgBoxResult::kOK);
+    EXPECT_EQ(MsgBox("?", kQuestion), MsgBoxResult::kCancel);
+    EXPECT_EQ(MsgBox("!"), MsgBoxResult::kOK);
   }
 }
 
-TEST(AMessageBox, TakesReturnForItsFirstButtonInWhateverOrderTheDesktopHasThem) {
+TEST(MessageBox, TakesReturnForItsFirstButtonInWhateverOrderTheDesktopHasThem) {
   constexpr int kOrders = 4;
   for (int order = 0; order < kOrders; ++order) {
     SCOPED_TRACE(order);
-    qApp->setStyleSheet(QStringLiteral("QDialogButtonBox { button-layout: %1 }").arg(order));
+    qApp->setStyleSheet(u"QDialogButtonBox { button-layout: %1 }"_s.arg(order));
     const Answer accept = PressKey(Qt::Key_Return);
     const DialogAnswers answers({accept, accept, accept});
-    EXPECT_EQ(MsgBox(QStringLiteral("?"), kYesNoCancel), MsgBoxResult::kYes);
-    EXPECT_EQ(MsgBox(QStringLiteral("?"), kOKCancel), MsgBoxResult::kOK);
-    EXPECT_EQ(MsgBox(QStringLiteral("!")), MsgBoxResult::kOK);
+    EXPECT_EQ(MsgBox("?", kYesNoCancel), MsgBoxResult::kYes);
+    EXPECT_EQ(MsgBox("?", kOKCancel), MsgBoxResult::kOK);
+    EXPECT_EQ(MsgBox("!"), MsgBoxResult::kOK);
   }
   qApp->setStyleSheet({});
 }
 
-TEST(AMessageBox, ShowsItsTextAsItIs) {
-  const QString text = QStringLiteral("<b>bold</b>\nand & more");
-  Qt::TextFormat format = Qt::RichText;
-  QString shown;
-  const DialogAnswers answers({[&](QDialog& dialog) {
-    const auto& box = dynamic_cast<QMessageBox&>(dialog);
-    format = box.textFormat();
-    shown = box.text();
-    dialog.close();
-  }});
-  MsgBox(text);
-  EXPECT_EQ(format, Qt::PlainText);
-  EXPECT_EQ(shown, text);
-}
-
-TEST(AMessageBox, StandsInFrontOfTheActiveWindow) {
+TEST(MessageBox, ShowsItsTextAsItIsModalToTheActiveWindow) {
   TestForm form;
   form.Open();
   form.activateWindow();
   ASSERT_TRUE(QTest::qWaitForWindowActive(&form));
-  const QWidget* parent = nullptr;
-  bool modal = false;
+  const QString text = "<b>bold</b>\nand & more";
   const DialogAnswers answers({[&](QDialog& dialog) {
-    parent = dialog.parentWidget();
-    modal = dialog.isModal();
+    const auto& box = dynamic_cast<QMessageBox&>(dialog);
+    EXPECT_EQ(box.textFormat(), Qt::PlainText);
+    EXPECT_EQ(box.text(), text);
+    EXPECT_EQ(box.parentWidget(), &form);
+    EXPECT_TRUE(box.isModal());
     dialog.close();
   }});
-  MsgBox(QStringLiteral("!"));
-  EXPECT_EQ(parent, &form);
-  EXPECT_TRUE(modal);
+  MsgBox(text);
 }
 
 }  // namespace

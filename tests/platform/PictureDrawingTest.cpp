@@ -2,144 +2,119 @@
 #include <gtest/gtest.h>
 
 #include <QPainter>
-#include <limits>
 
 #include "platform/Label.h"
 #include "platform/PictureBox.h"
 #include "platform/TestForm.h"
+#include "support/Events.h"
+#include "support/PaintsOf.h"
 
 namespace kelvane::testing {
 namespace {
 
 constexpr QRgb kBack = 0x404040;
 constexpr QRgb kInk = 0x808000;
+constexpr QRgb kText = 0xC0C0C0;
 
-class ADrawing : public ::testing::Test {
+class PictureBoxDrawing : public ::testing::Test {
  protected:
-  ADrawing() { form.Open(); }
+  PictureBoxDrawing() {
+    form.Open();
+    box.SetPrintFont("Arial", 8);
+    box.setForeColor(kText);
+  }
 
   QImage Shown() { return Picture(box); }
   QRect Ink() { return InkOf(Shown(), kInk); }
 
-  // 100 by 41 pixels, in pixels; another in twips.
-  TestForm form{{{.name = "Box",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {150, 150, 1500, 615},
-                  .color = kBack},
-                 {.name = "Twips",
-                  .controlClass = ControlClass::kPictureBox,
-                  .place = {150, 1500, 3000, 375},
-                  .color = kBack,
-                  .twips = true}}};
+  // In pixels, in twips, and with a border and a label.
+  TestForm form{{Design(kPictureBox, "Box", {10, 10, 100, 41}).Color(kBack),
+                 Design(kPictureBox, "Twips", {10, 100, 200, 25}).Color(kBack).Twips(),
+                 Design(kPictureBox, "Bordered", {150, 10, 100, 41}).Color(kBack).Bordered(),
+                 Design(kLabel, "Label1", {10, 0, 10, 37}).In("Bordered").Color(0xFF0000)}};
   PictureBox& box = form.Find<PictureBox>("Box");
   PictureBox& twips = form.Find<PictureBox>("Twips");
+  PictureBox& bordered = form.Find<PictureBox>("Bordered");
 };
 
-TEST_F(ADrawing, OfALineLeavesOutItsLastPixel) {
-  box.DrawLine(10, 26, 20, 26, kInk);
-  EXPECT_EQ(Ink(), QRect(10, 26, 10, 1));
+TEST_F(PictureBoxDrawing, LeavesOutTheLastPixelOfALine) {
+  struct Case {
+    float x1, y1, x2, y2;
+    QRect ink;
+  };
+  for (const Case& given : {Case{10, 26, 20, 26, {10, 26, 10, 1}},
+                            {10, 0, 10, 6, {10, 0, 1, 6}},
+                            {20, 26, 10, 26, {11, 26, 10, 1}},
+                            {10, 6, 10, 0, {10, 1, 1, 6}},
+                            {10, 10, 10, 10, {}},
+                            {-50, 10, 500, 10, {0, 10, 100, 1}}}) {
+    box.DrawLine(given.x1, given.y1, given.x2, given.y2, kInk);
+    EXPECT_EQ(Ink(), given.ink) << given.x1 << ',' << given.y1;
+    box.Cls();
+    EXPECT_EQ(CountOf(Shown(), kBack), 100 * 41);
+  }
 }
 
-TEST_F(ADrawing, OfAnUprightLineLeavesOutItsLastPixel) {
-  box.DrawLine(10, 0, 10, 6, kInk);
-  EXPECT_EQ(Ink(), QRect(10, 0, 1, 6));
-}
-
-TEST_F(ADrawing, OfALineThatRunsBackwardsLeavesOutThePixelWhereItEnds) {
-  box.DrawLine(20, 26, 10, 26, kInk);
-  EXPECT_EQ(Ink(), QRect(11, 26, 10, 1));
-  box.Cls();
-  box.DrawLine(10, 6, 10, 0, kInk);
-  EXPECT_EQ(Ink(), QRect(10, 1, 1, 6));
-}
-
-TEST_F(ADrawing, OfALineOfNoLengthLeavesNoMark) {
-  box.DrawLine(10, 10, 10, 10, kInk);
-  EXPECT_EQ(Ink(), QRect());
-}
-
-TEST_F(ADrawing, RoundsToTheNearestPixelHalfToEven) {
-  struct Row {
+TEST_F(PictureBoxDrawing, RoundsToTheNearestPixelHalfToEven) {
+  struct Case {
     float x;
     int pixel;
   };
-  for (const auto& [x, pixel] : std::vector<Row>{
-           {10.4F, 10}, {10.5F, 10}, {10.6F, 11}, {11.5F, 12}, {12.5F, 12}, {96.5F, 96}}) {
+  for (const auto& [x, pixel] :
+       {Case{10.4F, 10}, {10.5F, 10}, {10.6F, 11}, {11.5F, 12}, {12.5F, 12}, {96.5F, 96}}) {
     box.Cls();
     box.DrawLine(x, 0, x, 2, kInk);
     EXPECT_EQ(Ink(), QRect(pixel, 0, 1, 2)) << x;
   }
 }
 
-TEST_F(ADrawing, CountsInTheBoxsUnits) {
+TEST_F(PictureBoxDrawing, HasTheBoxesUnit) {
+  EXPECT_EQ(box.ScaleWidth(), 100);
+  EXPECT_EQ(box.ScaleHeight(), 41);
+  EXPECT_EQ(twips.ScaleWidth(), 3000);
+  EXPECT_EQ(twips.ScaleHeight(), 375);
+  // From 13.3 to 66.7 pixels, and 12.5 down.
   twips.DrawLine(200, 187.5, 1000, 187.5, kInk);
-  const QImage picture = Picture(twips);
-  // 13.3 to 66.7 pixels; 12.5 down.
-  EXPECT_EQ(CountOf(picture, kInk), 67 - 13);
-  EXPECT_EQ(CountOf(picture.copy(13, 12, 67 - 13, 1), kInk), 67 - 13);
+  EXPECT_EQ(InkOf(Picture(twips), kInk), QRect(13, 12, 67 - 13, 1));
 }
 
-TEST_F(ADrawing, OutsideTheBoxLeavesNoMark) {
+TEST_F(PictureBoxDrawing, LeavesNoMarkOutsideTheBoxOrWhereAPlaceIsNoNumber) {
   const QImage empty = Shown();
-  for (const float beyond : {100.0F, 5000.0F, -1.0F, -5000.0F, std::numeric_limits<float>::max(),
-                             std::numeric_limits<float>::infinity()}) {
+  for (const float beyond : {100.0F, 5000.0F, -1.0F, -5000.0F, kGreatest, kInfinite, kNotANumber}) {
     box.DrawLine(beyond, 0, beyond, 41, kInk);
     box.DrawLine(0, beyond, 100, beyond, kInk);
   }
-  constexpr float kNoNumber = std::numeric_limits<float>::quiet_NaN();
-  box.DrawLine(kNoNumber, 0, kNoNumber, 41, kInk);
-  box.DrawLine(0, kNoNumber, 100, kNoNumber, kInk);
-  box.DrawLine(0, 10, kNoNumber, 10, kInk);
-  box.PrintAt(kNoNumber, 7, QStringLiteral("00:00:00"));
-  box.PrintAt(0, kNoNumber, QStringLiteral("00:00:00"));
-  box.PrintAt(100, 7, QStringLiteral("00:00:00"));
-  box.PrintAt(-500, 7, QStringLiteral("00:00:00"));
-  box.PrintAt(0, 41, QStringLiteral("00:00:00"));
+  box.DrawLine(0, 10, kNotANumber, 10, kInk);
+  for (const auto& [x, y] : {std::pair{kNotANumber, 7.0F},
+                             {0.0F, kNotANumber},
+                             {100.0F, 7.0F},
+                             {-500.0F, 7.0F},
+                             {0.0F, 41.0F}}) {
+    box.PrintAt(x, y, "00:00:00");
+  }
   EXPECT_EQ(Shown(), empty);
 }
 
-TEST_F(ADrawing, IsCutOffAtTheEdges) {
-  box.DrawLine(-50, 10, 500, 10, kInk);
-  EXPECT_EQ(Ink(), QRect(0, 10, 100, 1));
-}
-
-// The expected picture is drawn anew, letter for letter.
-TEST_F(ADrawing, OfATextStandsWithItsTopLeftCornerThere) {
-  box.SetPrintFont(QStringLiteral("Arial"), 8);
-  box.setForeColor(0xC0C0C0);
-  box.PrintAt(20, 7, QStringLiteral("00:01:04"));
+TEST_F(PictureBoxDrawing, PrintsATextWithItsTopLeftCornerThereOverWhatIsBehind) {
   QImage expected(100, 41, QImage::Format_RGB32);
   expected.fill(QColor(kBack));
-  QFont font(QStringLiteral("Arial"));
-  font.setPixelSize(11);  // eight points
   QPainter painter(&expected);
+  for (int y = 0; y < 20; ++y) {
+    box.DrawLine(0, static_cast<float>(y), 100, static_cast<float>(y), kInk);
+    painter.fillRect(0, y, 100, 1, QColor(kInk));
+  }
+  box.PrintAt(20, 7, "00:01:04");
+  QFont font("Arial");
+  font.setPixelSize(11);  // eight points
   painter.setFont(font);
-  painter.setPen(QColor(0xC0C0C0));
-  painter.drawText(QRect(20, 7, 80, 34), Qt::AlignLeft | Qt::AlignTop, QStringLiteral("00:01:04"));
+  painter.setPen(QColor(kText));
+  painter.drawText(QRect(20, 7, 80, 34), Qt::AlignLeft | Qt::AlignTop, "00:01:04");
   painter.end();
   EXPECT_EQ(Shown(), expected);
-  EXPECT_GT(CountOf(expected, 0xC0C0C0), 0);
-  EXPECT_EQ(CountOf(expected.copy(0, 0, 100, 7), kBack), 700);
+  EXPECT_GT(CountOf(expected, kText), 0);
 }
 
-TEST_F(ADrawing, OfATextLetsWhatIsBehindShowThrough) {
-  for (float y = 0; y < 41; ++y) box.DrawLine(0, y, 100, y, kInk);
-  box.SetPrintFont(QStringLiteral("Arial"), 8);
-  box.setForeColor(0xC0C0C0);
-  box.PrintAt(0, 0, QStringLiteral("0"));
-  EXPECT_EQ(CountOf(Shown(), kBack), 0);
-  EXPECT_GT(CountOf(Shown(), kInk), 0);
-}
-
-TEST_F(ADrawing, GoesWithCls) {
-  const QImage empty = Shown();
-  box.DrawLine(0, 0, 100, 0, kInk);
-  EXPECT_NE(Shown(), empty);
-  box.Cls();
-  EXPECT_EQ(Shown(), empty);
-}
-
-TEST_F(ADrawing, StaysWhileTheBoxIsHiddenOrGoneFromSight) {
+TEST_F(PictureBoxDrawing, StaysWhileTheBoxIsHiddenOrScrolledOutOfSight) {
   box.DrawLine(0, 0, 100, 0, kInk);
   box.setVisible(false);
   box.setVisible(true);
@@ -148,7 +123,7 @@ TEST_F(ADrawing, StaysWhileTheBoxIsHiddenOrGoneFromSight) {
   EXPECT_EQ(Ink(), QRect(0, 0, 100, 1));
 }
 
-TEST_F(ADrawing, StaysWhileTheBoxShrinksAndGrows) {
+TEST_F(PictureBoxDrawing, StaysWhileTheBoxShrinksAndGrows) {
   box.DrawLine(0, 10, 100, 10, kInk);
   box.setWidth(50);
   EXPECT_EQ(Ink(), QRect(0, 10, 50, 1));
@@ -161,52 +136,38 @@ TEST_F(ADrawing, StaysWhileTheBoxShrinksAndGrows) {
   EXPECT_EQ(CountOf(Shown(), kBack), 200 * 41 - 100 - 50 - 50);
 }
 
-TEST_F(ADrawing, MadeBeforeTheWindowIsThereShowsInIt) {
-  TestForm other({{.name = "Box",
-                   .controlClass = ControlClass::kPictureBox,
-                   .place = {0, 0, 1500, 615},
-                   .color = kBack}});
+TEST_F(PictureBoxDrawing, ShowsInAWindowThatIsOpenedLater) {
+  TestForm other({Design(kPictureBox, "Box", {0, 0, 100, 41}).Color(kBack)});
   other.OnLoad = [&] { other.Find<PictureBox>("Box").DrawLine(0, 0, 100, 0, kInk); };
   other.Open();
   EXPECT_EQ(CountOf(Picture(other), kInk), 100);
 }
 
-TEST_F(ADrawing, LiesBehindTheControlsInTheBox) {
-  TestForm other({{.name = "Box",
-                   .controlClass = ControlClass::kPictureBox,
-                   .place = {0, 0, 1500, 615},
-                   .color = kBack},
-                  {.name = "Label1",
-                   .controlClass = ControlClass::kLabel,
-                   .place = {150, 0, 150, 615},
-                   .container = "Box",
-                   .color = 0xFF0000}});
-  other.Open();
-  other.Find<PictureBox>("Box").DrawLine(0, 5, 100, 5, kInk);
-  EXPECT_EQ(CountOf(Picture(other), kInk), 90);
-  EXPECT_EQ(CountOf(Picture(other), 0xFF0000), 10 * 41);
-}
-
-TEST_F(ADrawing, InABorderedBoxBeginsInsideTheBorder) {
-  TestForm other({{.name = "Box",
-                   .controlClass = ControlClass::kPictureBox,
-                   .place = {0, 0, 1500, 615},
-                   .color = kBack,
-                   .bordered = true}});
-  other.Open();
-  auto& bordered = other.Find<PictureBox>("Box");
+TEST_F(PictureBoxDrawing, LiesInsideTheBorderAndBehindTheControlsInTheBox) {
   EXPECT_EQ(bordered.ScaleWidth(), 96);
   EXPECT_EQ(bordered.ScaleHeight(), 37);
-  bordered.DrawLine(0, 0, 100, 0, kInk);
-  EXPECT_EQ(CountOf(Picture(other), kInk), 96);
-  EXPECT_EQ(CountOf(Picture(other).copy(2, 2, 96, 1), kInk), 96);
+  bordered.DrawLine(0, 5, 100, 5, kInk);
+  EXPECT_EQ(CountOf(Picture(bordered), kInk), 86);
+  EXPECT_EQ(CountOf(Picture(bordered).copy(2, 7, 96, 1), kInk), 86);
+  EXPECT_EQ(CountOf(Picture(bordered), 0xFF0000), 10 * 37);
 }
 
-TEST_F(ADrawing, KnowsTheSizeOfTheInsideInTheBoxsUnits) {
-  EXPECT_EQ(box.ScaleWidth(), 100);
-  EXPECT_EQ(box.ScaleHeight(), 41);
-  EXPECT_EQ(twips.ScaleWidth(), 3000);
-  EXPECT_EQ(twips.ScaleHeight(), 375);
+TEST_F(PictureBoxDrawing, IsClearedByABackColourEvenTheSame) {
+  for (const QRgb color : {0x808080U, 0x808080U}) {
+    box.DrawLine(0, 5, 30, 5, kInk);
+    ASSERT_EQ(CountOf(Shown(), kInk), 30);
+    box.setBackColor(color);
+    EXPECT_EQ(CountOf(Shown(), color), 100 * 41);
+  }
+}
+
+TEST_F(PictureBoxDrawing, IsShownAtOnceByRefresh) {
+  PumpOnce();
+  const PaintsOf paints("Box");
+  box.DrawLine(0, 5, 30, 5, kInk);
+  EXPECT_EQ(paints.Count(), 0);
+  box.Refresh();
+  EXPECT_EQ(paints.Count(), 1);
 }
 
 }  // namespace

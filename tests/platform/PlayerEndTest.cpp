@@ -32,7 +32,7 @@ class Ends : public PlayerTest {
     player.setURL(player.URL());
   }
   void AfterAFileThatCannotBePlayed() {
-    player.setURL(QStringLiteral("/nowhere/nothing.mp4"));
+    player.setURL(u"/nowhere/nothing.mp4"_s);
     ASSERT_TRUE(watch.AwaitEnd());
   }
 };
@@ -59,8 +59,9 @@ TEST_P(PlayerEnd, LeavesNoThreadAndNoFileOpen) {
   EXPECT_GT(EntriesOf("/proc/self/task"), threads);
   ASSERT_NO_FATAL_FAILURE((this->*GetParam().reach)());
   form.reset();
-  EXPECT_EQ(EntriesOf("/proc/self/task"), threads);
-  EXPECT_EQ(EntriesOf("/proc/self/fd"), descriptors);
+  // Threads of Qt's that rest may have ended meanwhile.
+  EXPECT_LE(EntriesOf("/proc/self/task"), threads);
+  EXPECT_LE(EntriesOf("/proc/self/fd"), descriptors);
 }
 
 INSTANTIATE_TEST_SUITE_P(

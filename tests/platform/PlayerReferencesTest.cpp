@@ -7,9 +7,9 @@
 #include <unistd.h>
 
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <QtEndian>
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <ostream>
@@ -52,7 +52,7 @@ class Server {
   Server& operator=(const Server&) = delete;
   ~Server() { ::close(socket_); }
 
-  QString Address() const { return QStringLiteral("http://127.0.0.1:%1").arg(port_); }
+  QString Address() const { return u"http://127.0.0.1:%1"_s.arg(port_); }
   bool WasConnectedTo() const {
     const int connection = ::accept(socket_, nullptr, nullptr);
     if (connection >= 0) ::close(connection);
@@ -96,22 +96,9 @@ class Openings {
 
 class FilesBesideOthers : public PlayerTest {
  protected:
-  void SetUp() override {
-    ASSERT_TRUE(MakePlainVideo(InFolder("other.mp4"), "blue", 0.5));
-    ASSERT_TRUE(RunTool(QStringLiteral("ffmpeg"), {"-v", "error", "-i", InFolder("other.mp4"), "-c",
-                                                   "copy", InFolder("other.mkv")}));
-  }
-
-  QString InFolder(const QString& name) const { return files.filePath(name); }
-  QByteArray ContentOf(const QString& name) const {
-    QFile file(InFolder(name));
-    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
-    return file.readAll();
-  }
-  void Write(const QString& name, const QByteArray& content) const {
-    QFile file(InFolder(name));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-    ASSERT_EQ(file.write(content), content.size());
+  FilesBesideOthers() {
+    MakePlain("other.mp4", "blue", 0.5);
+    Make("other.mkv", "-i " + InFolder("other.mp4") + " -c copy");
   }
 
   void ExpectNothingButBlackOf(const QString& name) const {
@@ -128,6 +115,14 @@ class FilesBesideOthers : public PlayerTest {
     EXPECT_EQ(opened.Names(), QStringList{file.fileName()});
     EXPECT_FALSE(server.WasConnectedTo());
     EXPECT_EQ(networkBinds, binds);
+  }
+  // Of a red video.
+  void ExpectThatItPlaysAlone(const QString& name) const {
+    const Openings opened(files.path());
+    player.setURL(InFolder(name));
+    EXPECT_TRUE(watch.AwaitColour(kPlayedRed));
+    EXPECT_TRUE(watch.AwaitEnd());
+    EXPECT_EQ(opened.Names(), QStringList{name});
   }
 
   const Server server;
@@ -186,33 +181,42 @@ TEST_P(AFileThatNames, OthersIsTheOnlyOneThatIsOpened) {
 INSTANTIATE_TEST_SUITE_P(Player, AFileThatNames, ::testing::ValuesIn(kReferences),
                          [](const auto& instance) { return std::string(instance.param.kind); });
 
-// The tool that packs isn't among those that the tests need: a file that is stored in an archive
-// stands there between two headers, by its length and checksum.
-TEST_F(FilesBesideOthers, AreNotUnpackedFromAnArchive) {
-  const auto number = [](quint64 value, int bytes) {
-    QByteArray little;
-    for (int byte = 0; byte < bytes; ++byte) little += static_cast<char>(value >> (8 * byte));
-    return little;
-  };
-  const QByteArray inside = ContentOf("other.mkv");
-  quint32 checksum = ~0U;
-  for (const char byte : inside) {
-    checksum ^= static_cast<unsigned char>(byte);
-    for (int bit = 0; bit < 8; ++bit) {
-      checksum = checksum >> 1 ^ ((checksum & 1) != 0 ? 0xEDB88320U : 0U);
-    }
+QByteArray BigEndian(qsizetype value, int bytes) {
+  QByteArray big;
+  for (int byte = bytes - 1; byte >= 0; --byte) big += static_cast<char>(value >> (8 * byte));
+  return big;
+}
+
+QByteArray LittleEndian(qsizetype value, int bytes) {
+  QByteArray little = BigEndian(value, bytes);
+  std::reverse(little.begin(), little.end());
+  return little;
+}
+
+quint32 Checksum(const QByteArray& content) {
+  quint32 sum = ~0U;
+  for (const char byte : content) {
+    sum ^= static_cast<unsigned char>(byte);
+    for (int bit = 0; bit < 8; ++bit) sum = sum >> 1 ^ ((sum & 1) != 0 ? 0xEDB88320U : 0U);
   }
+  return ~sum;
+}
+
+// The tool that packs isn't among those that the tests need: a file that is stored in an archive
+// lies between two headers, by its length and checksum.
+TEST_F(FilesBesideOthers, AreNotUnpackedFromAnArchive) {
   const QByteArray name = "other.mkv";
-  const auto size = static_cast<quint32>(inside.size());
-  const QByteArray about = number(10, 2) + number(0, 2) + number(0, 2) + number(0, 4) +
-                           number(~checksum, 4) + number(size, 4) + number(size, 4) +
-                           number(static_cast<quint32>(name.size()), 2) + number(0, 2);
+  const QByteArray inside = ContentOf(InFolder(name));
+  const QByteArray size = LittleEndian(inside.size(), 4);
+  const QByteArray about = LittleEndian(10, 2) + QByteArray(2 + 2 + 4, '\0') +
+                           LittleEndian(Checksum(inside), 4) + size + size +
+                           LittleEndian(name.size(), 2) + LittleEndian(0, 2);
   const QByteArray file = "PK\3\4" + about + name + inside;
   const QByteArray directory =
-      "PK\1\2" + number(10, 2) + about + number(0, 2 + 2 + 2) + number(0, 4) + number(0, 4) + name;
-  Write("movie.zip", file + directory + "PK\5\6" + number(0, 4) + number(1, 2) + number(1, 2) +
-                         number(static_cast<quint32>(directory.size()), 4) +
-                         number(static_cast<quint32>(file.size()), 4) + number(0, 2));
+      "PK\1\2" + LittleEndian(10, 2) + about + QByteArray(2 + 2 + 2 + 4 + 4, '\0') + name;
+  Write("movie.zip", file + directory + "PK\5\6" + LittleEndian(0, 4) + LittleEndian(1, 2) +
+                         LittleEndian(1, 2) + LittleEndian(directory.size(), 4) +
+                         LittleEndian(file.size(), 4) + LittleEndian(0, 2));
   ExpectNothingButBlackOf("movie.zip");
 }
 
@@ -231,12 +235,6 @@ TEST_F(FilesBesideOthers, AreNotLookedForByTheIndexOfABluRay) {
   ExpectNothingButBlackOf("BDMV/MovieObject.bdmv");
 }
 
-QByteArray BigEndian(qsizetype value, int bytes) {
-  QByteArray big;
-  for (int byte = bytes - 1; byte >= 0; --byte) big += static_cast<char>(value >> (8 * byte));
-  return big;
-}
-
 // What a QuickTime movie consists of.
 QByteArray Box(const QByteArray& name, const QByteArray& content) {
   return BigEndian(4 + name.size() + content.size(), 4) + name + content;
@@ -244,8 +242,7 @@ QByteArray Box(const QByteArray& name, const QByteArray& content) {
 
 // A movie may refer for its pictures to another file, which is known by its path.
 TEST_F(FilesBesideOthers, AreNotOpenedForPicturesThatLieInThem) {
-  Make("other.mov", {"-i", InFolder("other.mp4"), "-an", "-c", "copy"});
-  QByteArray movie = ContentOf("other.mov");
+  QByteArray movie = ContentOf(Make("other.mov", "-i " + InFolder("other.mp4") + " -an -c copy"));
   movie.remove(0, movie.indexOf("moov") - 4);
   const QByteArray path = "/other.mov";
   const QByteArray inIt = Box("url ", BigEndian(1, 4));
@@ -254,18 +251,16 @@ TEST_F(FilesBesideOthers, AreNotOpenedForPicturesThatLieInThem) {
   const QByteArray elsewhere =
       Box("alis", names + levels + BigEndian(2, 2) + BigEndian(path.size(), 2) + path +
                       BigEndian(0xFFFF, 2) + BigEndian(0, 2));
-  ASSERT_EQ(movie.count(inIt), 1);
-  movie.replace(inIt, elsewhere);
+  Replace(movie, inIt, elsewhere);
   for (const char* around : {"moov", "trak", "mdia", "minf", "dinf", "dref"}) {
     ASSERT_EQ(movie.count(around), 1) << around;
     const qsizetype length = movie.indexOf(around) - 4;
     const auto before = qFromBigEndian<quint32>(movie.constData() + length);
     movie.replace(length, 4, BigEndian(before + elsewhere.size() - inIt.size(), 4));
   }
-  Write("movie.mov", movie);
+  const QString file = Write("movie.mov", movie);
   QString printed;
-  ASSERT_TRUE(RunTool(
-      "ffmpeg", {"-enable_drefs", "1", "-i", InFolder("movie.mov"), "-f", "null", "-"}, &printed))
+  ASSERT_TRUE(RunTool("ffmpeg", {"-enable_drefs", "1", "-i", file, "-f", "null", "-"}, &printed))
       << printed.toStdString();
   ExpectNothingButBlackOf("movie.mov");
 }
@@ -276,53 +271,41 @@ TEST_F(FilesBesideOthers, AreNotPlayedForTheirFolder) {
   const Openings opened(InFolder("folder"));
   player.setURL(InFolder("folder"));
   EXPECT_TRUE(watch.AwaitEnd());
-  EXPECT_FALSE(opened.Names().contains(QLatin1String("other.mkv")));
+  EXPECT_FALSE(opened.Names().contains("other.mkv"));
 }
 
 // A chapter may be said to lie in another file, which is known by its number and looked for in the
 // folder.
 TEST_F(FilesBesideOthers, AreNotOpenedForChaptersThatLieInThem) {
-  const QByteArray other = ContentOf("other.mkv");
+  const QByteArray other = ContentOf(InFolder("other.mkv"));
   const qsizetype number = other.indexOf(QByteArray::fromHex("73a490"));
   ASSERT_GT(number, 0);
-  Write("chapters.txt",
-        ";FFMETADATA1\n[CHAPTER]\nTIMEBASE=1/1000\nSTART=0\nEND=500\ntitle=123456789\n");
-  ASSERT_TRUE(MakePlainVideo(InFolder("red.mp4"), "red", 0.5));
-  Make("movie.mkv", {"-i", InFolder("red.mp4"), "-i", InFolder("chapters.txt"), "-map_chapters",
-                     "1", "-c", "copy", "-write_crc32", "0"});
-  QByteArray movie = ContentOf("movie.mkv");
-  const auto replace = [&movie](const QByteArray& before, const QByteArray& after) {
-    ASSERT_EQ(movie.count(before), 1) << before.toHex().toStdString();
-    movie.replace(before, after);
-  };
+  const QString chapters =
+      Write("chapters.txt",
+            ";FFMETADATA1\n[CHAPTER]\nTIMEBASE=1/1000\nSTART=0\nEND=500\ntitle=123456789\n");
+  QByteArray movie =
+      ContentOf(Make("movie.mkv", "-i " + MakePlain("red.mp4", "red", 0.5) + " -i " + chapters +
+                                      " -map_chapters 1 -c copy -write_crc32 0"));
   const QByteArray byDefault = QByteArray::fromHex("45db8101");
   const QByteArray inOrder = QByteArray::fromHex("45dd8101");
-  replace(byDefault, inOrder);
+  Replace(movie, byDefault, inOrder);
   const QByteArray title =
       QByteArray::fromHex("80918589") + "123456789" + QByteArray::fromHex("437c83") + "und";
-  replace(title, QByteArray::fromHex("6e6790") + other.mid(number + 3, 16));
+  Replace(movie, title, QByteArray::fromHex("6e6790") + other.mid(number + 3, 16));
   Write("movie.mkv", movie);
-  const Openings opened(files.path());
-  player.setURL(InFolder("movie.mkv"));
-  EXPECT_TRUE(watch.AwaitColour(kPlayedRed));
-  EXPECT_TRUE(watch.AwaitEnd());
-  EXPECT_EQ(opened.Names(), QStringList{"movie.mkv"});
+  ExpectThatItPlaysAlone("movie.mkv");
 }
 
 TEST_F(FilesBesideOthers, AreNotTakenForTheirSoundTextOrCover) {
-  ASSERT_TRUE(MakePlainVideo(InFolder("movie.mp4"), "red", 0.5));
-  Make("movie.mka", {"-f", "lavfi", "-i", "sine=duration=1"});
+  MakePlain("movie.mp4", "red", 0.5);
+  Make("movie.mka", "-f lavfi -i sine=duration=1");
   for (const char* picture : {"movie.jpg", "cover.jpg"}) {
-    Make(picture, {"-i", InFolder("other.mp4"), "-frames:v", "1"});
+    Make(picture, "-i " + InFolder("other.mp4") + " -frames:v 1");
   }
   for (const char* text : {"movie.srt", "movie.en.srt"}) {
     Write(text, "1\n00:00:00,000 --> 00:00:01,000\nText\n");
   }
-  const Openings opened(files.path());
-  player.setURL(InFolder("movie.mp4"));
-  EXPECT_TRUE(watch.AwaitColour(kPlayedRed));
-  EXPECT_TRUE(watch.AwaitEnd());
-  EXPECT_EQ(opened.Names(), QStringList{"movie.mp4"});
+  ExpectThatItPlaysAlone("movie.mp4");
 }
 
 // No name is an address, an option or a pattern.
@@ -332,11 +315,12 @@ TEST_F(FilesBesideOthers, AreTakenByTheirNamesWhateverTheseLookLike) {
   ASSERT_TRUE(QDir(files.path()).mkdir("memory:"));
   const QString before = QDir::currentPath();
   ASSERT_TRUE(QDir::setCurrent(files.path()));
-  for (const char* name :
-       {"http://a.mp4", "memory://#EXTM3U", "-", "-version", "--pause.mp4", "%03d.mp4", "a%20b.mp4",
-        "file:%2Fred.mp4", "~", "edl:a.mp4", "${path}.mp4", "*.mp4"}) {
-    ASSERT_TRUE(QFile::copy(red, InFolder(name))) << name;
-    for (const QString& path : {InFolder(name), QString(name)}) {
+  for (const QString& name :
+       {u"http://a.mp4"_s, u"memory://#EXTM3U"_s, u"-"_s, u"-version"_s, u"--pause.mp4"_s,
+        u"%03d.mp4"_s, u"a%20b.mp4"_s, u"file:%2Fred.mp4"_s, u"~"_s, u"edl:a.mp4"_s,
+        u"${path}.mp4"_s, u"*.mp4"_s, u"rote Fl\u00e4che \u8d64.mp4"_s}) {
+    ASSERT_TRUE(QFile::copy(red, InFolder(name))) << name.toStdString();
+    for (const QString& path : {InFolder(name), name}) {
       SCOPED_TRACE(path.toStdString());
       player.setURL(path);
       EXPECT_TRUE(watch.AwaitColour(kPlayedRed));
@@ -349,45 +333,24 @@ TEST_F(FilesBesideOthers, AreTakenByTheirNamesWhateverTheseLookLike) {
 }
 
 TEST_F(FilesBesideOthers, ArePlayedThroughALink) {
-  ASSERT_TRUE(MakePlainVideo(InFolder("red.mp4"), "red", 5));
-  ASSERT_TRUE(QFile::link(InFolder("red.mp4"), InFolder("link.mp4")));
+  ASSERT_TRUE(QFile::link(MakePlain("red.mp4", "red", 5), InFolder("link.mp4")));
   player.setURL(InFolder("link.mp4"));
   EXPECT_TRUE(watch.AwaitColour(kPlayedRed));
 }
 
 TEST_F(FilesBesideOthers, ThatHaveSeveralSoundsAndChaptersOfTheirOwnPlay) {
-  Write("chapters.txt",
-        ";FFMETADATA1\n[CHAPTER]\nTIMEBASE=1/1000\nSTART=0\nEND=200\ntitle=One\n"
-        "[CHAPTER]\nTIMEBASE=1/1000\nSTART=200\nEND=2000\ntitle=Two\n");
+  const QString chapters =
+      Write("chapters.txt",
+            ";FFMETADATA1\n[CHAPTER]\nTIMEBASE=1/1000\nSTART=0\nEND=200\ntitle=One\n"
+            "[CHAPTER]\nTIMEBASE=1/1000\nSTART=200\nEND=2000\ntitle=Two\n");
   for (const char* name : {"movie.mkv", "movie.mp4", "movie.mov"}) {
     SCOPED_TRACE(name);
-    Make(name, {"-f",
-                "lavfi",
-                "-i",
-                "color=red:size=320x180:rate=25:duration=2",
-                "-f",
-                "lavfi",
-                "-i",
-                "sine=440:duration=2",
-                "-f",
-                "lavfi",
-                "-i",
-                "sine=880:duration=2",
-                "-i",
-                InFolder("chapters.txt"),
-                "-map",
-                "0",
-                "-map",
-                "1",
-                "-map",
-                "2",
-                "-map_chapters",
-                "3",
-                "-pix_fmt",
-                "yuv420p",
-                "-preset",
-                "ultrafast"});
-    player.setURL(InFolder(name));
+    player.setURL(Make(name,
+                       "-f lavfi -i color=red:size=320x180:rate=25:duration=2"
+                       " -f lavfi -i sine=440:duration=2 -f lavfi -i sine=880:duration=2 -i " +
+                           chapters +
+                           " -map 0 -map 1 -map 2 -map_chapters 3"
+                           " -pix_fmt yuv420p -preset ultrafast"));
     EXPECT_TRUE(watch.AwaitColour(kPlayedRed));
     EXPECT_TRUE(watch.AwaitPosition(1));
     EXPECT_TRUE(watch.AwaitEnd());

@@ -2,10 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QFile>
 #include <QImage>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
+#include <cmath>
 #include <memory>
 
 #include "platform/TestForm.h"
@@ -22,26 +24,48 @@ class PlayerTest : public ::testing::Test {
  protected:
   PlayerTest() { form->Open(); }
 
-  // Makes a file with the real tool, which gets `arguments` before the file's name.
-  QString Make(const QString& name, const QStringList& arguments) const {
-    QString path = files.filePath(name);
+  QString InFolder(const QString& name) const { return files.filePath(name); }
+  // Makes a file with the real tool and returns its path. The tool gets the arguments, which are
+  // separated by blanks, before it.
+  QString Make(const QString& name, const QString& arguments) const {
+    QString path = InFolder(name);
     QString printed;
-    EXPECT_TRUE(RunTool(QStringLiteral("ffmpeg"),
-                        QStringList{"-v", "error", "-y"} + arguments + QStringList{path}, &printed))
+    EXPECT_TRUE(RunTool(
+        "ffmpeg", QStringList{"-v", "error", "-y"} + arguments.split(u' ') + QStringList{path},
+        &printed))
         << printed.toStdString();
     return path;
   }
   QString MakePlain(const QString& name, const QString& colour, double seconds) const {
-    QString path = files.filePath(name);
+    QString path = InFolder(name);
     EXPECT_TRUE(MakePlainVideo(path, colour, seconds));
     return path;
+  }
+  QString Write(const QString& name, const QByteArray& content) const {
+    QFile file(InFolder(name));
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    EXPECT_EQ(file.write(content), content.size());
+    return file.fileName();
+  }
+  static QByteArray ContentOf(const QString& path) {
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    return file.readAll();
+  }
+  // Replaces what must be in the content exactly once.
+  static void Replace(QByteArray& content, const QByteArray& before, const QByteArray& after) {
+    ASSERT_EQ(content.count(before), 1) << before.toHex().toStdString();
+    content.replace(before, after);
+  }
+  bool AwaitDuration(double seconds) const {
+    constexpr double kNear = 0.1;
+    return WaitFor(
+        [&] { return std::abs(player.currentMediaDuration().value_or(0) - seconds) < kNear; });
   }
 
   const QTemporaryDir files;
   std::unique_ptr<TestForm> form =
-      std::make_unique<TestForm>(Controls{{.name = "wmp",
-                                           .controlClass = ControlClass::kWindowsMediaPlayer,
-                                           .place = {0, 0, 4800, 2700}}});
+      std::make_unique<TestForm>(Controls{Design(kWindowsMediaPlayer, "wmp", {0, 0, 320, 180})});
   WindowsMediaPlayer& player = form->Find<WindowsMediaPlayer>("wmp");
   const PlayerWatch watch{player};
 };

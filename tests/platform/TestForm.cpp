@@ -3,8 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <QWindow>
+#include <sstream>
 
 #include "support/Events.h"
+#include "support/Pictures.h"
 
 namespace kelvane::testing {
 namespace {
@@ -16,11 +18,11 @@ void Call(const Step& step, const Arguments&... arguments) {
 
 }  // namespace
 
-QRect InkOf(const QImage& picture, QRgb color) {
-  const QRect ink = Extent(picture, picture.rect(), color);
-  EXPECT_TRUE(AllOf(picture, ink, color));
-  return ink;
-}
+Design::Design(ControlClass controlClass, const char* name, const DesignPlace& pixels)
+    : row_{.name = name,
+           .controlClass = controlClass,
+           .place = {pixels.left * kTwipsPerPixel, pixels.top * kTwipsPerPixel,
+                     pixels.width * kTwipsPerPixel, pixels.height * kTwipsPerPixel}} {}
 
 TestForm::TestForm(const Controls& controls, const Menus& menus)
     : TestForm(kPixelForm, controls, menus) {}
@@ -57,14 +59,13 @@ FormDesign FixedForm() {
 }
 
 std::string Describe(const char* what, const MouseEvent& event) {
-  return QStringLiteral("%1 %2: button %3 shift %4 at %5,%6")
-      .arg(QLatin1String(what))
-      .arg(event.Index)
-      .arg(event.Button)
-      .arg(event.Shift)
-      .arg(static_cast<double>(event.X))
-      .arg(static_cast<double>(event.Y))
-      .toStdString();
+  std::ostringstream text;
+  text << what;
+  if (event.Index >= 0) text << ' ' << event.Index;
+  if (event.Button != kNoButton) text << " button " << event.Button;
+  if (event.Shift != 0) text << " shift " << event.Shift;
+  text << " at " << event.X << ',' << event.Y;
+  return text.str();
 }
 
 void Record(Control& control, Events& events) {
@@ -72,6 +73,12 @@ void Record(Control& control, Events& events) {
   control.MouseMove = [&](const MouseEvent& event) { events.push_back(Describe("Move", event)); };
   control.MouseUp = [&](const MouseEvent& event) { events.push_back(Describe("Up", event)); };
   control.DblClick = [&](const MouseEvent& event) { events.push_back(Describe("Double", event)); };
+}
+
+QRect InkOf(const QImage& picture, QRgb color) {
+  const QRect ink = Extent(picture, picture.rect(), color);
+  EXPECT_TRUE(AllOf(picture, ink, color));
+  return ink;
 }
 
 }  // namespace kelvane::testing

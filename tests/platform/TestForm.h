@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <limits>
 #include <string>
 #include <vector>
 
@@ -11,8 +12,49 @@
 // what happened.
 namespace kelvane::testing {
 
+using enum ControlClass;
+using namespace Qt::StringLiterals;
+
 using Controls = std::vector<ControlDesign>;
 using Menus = std::vector<MenuDesign>;
+
+// A control of a test's form: its row of the form's table, with its place in pixels.
+class Design {
+ public:
+  Design(ControlClass controlClass, const char* name, const DesignPlace& pixels = {});
+  operator ControlDesign() const { return row_; }  // NOLINT(google-explicit-constructor)
+
+  Design& In(const char* container) { return Set(row_.container, container); }
+  Design& Caption(const char* caption) { return Set(row_.caption, caption); }
+  Design& Color(QRgb color) { return Set(row_.color, color); }
+  Design& Fill(QRgb color) { return Set(row_.fillColor, color); }
+  Design& BorderWidth(int pixels) { return Set(row_.borderWidth, pixels); }
+  Design& Pointer(MousePointer pointer) { return Set(row_.pointer, pointer); }
+  Design& Meaning(const char* meaning) { return Set(row_.meaning, meaning); }
+  Design& Role(SpokenRole role) { return Set(row_.role, role); }
+  Design& ReadOut(const char* label) { return Set(row_.readOut, label); }
+  Design& Hidden() { return Set(row_.visible, false); }
+  Design& Centred() { return Set(row_.centred, true); }
+  Design& RightAligned() { return Set(row_.rightAligned, true); }
+  Design& Bordered() { return Set(row_.bordered, true); }
+  Design& Editable() { return Set(row_.editable, true); }
+  Design& Twips() { return Set(row_.twips, true); }
+  Design& SizesItself() { return Set(row_.sizesItself, true); }
+  Design& Chosen() { return Set(row_.chosen, true); }
+
+ private:
+  template <class Field, class Value>
+  Design& Set(Field& field, Value value) {
+    field = value;
+    return *this;
+  }
+
+  ControlDesign row_;
+};
+
+constexpr float kNotANumber = std::numeric_limits<float>::quiet_NaN();
+constexpr float kInfinite = std::numeric_limits<float>::infinity();
+constexpr float kGreatest = std::numeric_limits<float>::max();
 
 // 300 by 200 pixels, in pixels.
 constexpr FormDesign kPixelForm{.name = "Form",
@@ -53,7 +95,8 @@ FormDesign FixedForm();
 // What happened, in order.
 using Events = std::vector<std::string>;
 
-// "Down 3: button 1 shift 0 at 4,5"
+// "Down 3 button 1 shift 2 at 4,5": without the index of a control in no array, and without a
+// button or shift of 0.
 std::string Describe(const char* what, const MouseEvent& event);
 
 // Writes a control's mouse events down in `events`.

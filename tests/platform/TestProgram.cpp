@@ -1,5 +1,4 @@
 // One situation of an application object, by the name on the command line; prints what came of it.
-#include <fcntl.h>
 #include <unistd.h>
 
 #include <QApplication>
@@ -8,13 +7,14 @@
 #include <QLineEdit>
 #include <QLocale>
 #include <QTimer>
+#include <array>
 #include <clocale>
 #include <cstdio>
 #include <filesystem>
-#include <span>
 #include <string>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "platform/App.h"
 #include "platform/CommonDialog.h"
@@ -24,6 +24,8 @@
 namespace kelvane {
 namespace {
 
+using namespace Qt::StringLiterals;
+
 constexpr FormDesign kForm{.name = "Form",
                            .caption = "A form",
                            .clientWidth = 4500,
@@ -31,63 +33,52 @@ constexpr FormDesign kForm{.name = "Form",
                            .backColor = 0,
                            .labelColor = 0,
                            .scale = ScaleMode::kPixels};
+constexpr std::array kLabel{
+    ControlDesign{.name = "Label1", .controlClass = ControlClass::kLabel, .place = {}}};
 
 void Print(const QString& text) { std::puts(qPrintable(text)); }
 
-int Locale() {
-  const App app("program");
+int Locale(App& /*app*/) {
   Print(QString::fromLatin1(std::setlocale(LC_NUMERIC, nullptr)));
   return 0;
 }
 
-int DecimalPoint() {
-  const App app("program");
+int DecimalPoint(App& /*app*/) {
   Print(QLocale().decimalPoint());
   return 0;
 }
 
-int Scale() {
-  const App app("program");
-  constexpr ControlDesign kLabel{
-      .name = "Label1", .controlClass = ControlClass::kLabel, .place = {}};
-  Form form(kForm, std::span(&kLabel, 1));
+int Scale(App& /*app*/) {
+  Form form(kForm, kLabel);
   form.Load();
   form.Show();
-  Print(QStringLiteral("%1, %2 pixels wide, letters of %3")
-            .arg(form.devicePixelRatio())
+  Print(u"%1, %2 pixels wide, letters of %3"_s.arg(form.devicePixelRatio())
             .arg(form.grab().toImage().width())
             .arg(QFontInfo(form.Find<Control>("Label1").font()).pixelSize()));
   return 0;
 }
 
-int Names() {
-  const App app("program");
+int Names(App& /*app*/) {
   Print(QString::fromStdString(App::Path()));
   Print(QGuiApplication::desktopFileName());
-  Print(QCoreApplication::arguments().join(QLatin1Char(' ')));
+  Print(QCoreApplication::arguments().join(u' '));
   return 0;
 }
 
 // What the programs that are started later find.
-int Environment() {
-  const App app("program");
+int Environment(App& /*app*/) {
   for (const char* name :
        {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS", "QT_ENABLE_HIGHDPI_SCALING",
         "QT_QPA_PLATFORM", "LC_ALL", "LC_CTYPE", "LC_NUMERIC"}) {
-    Print(QStringLiteral("%1 %2").arg(QLatin1String(name), qEnvironmentVariableIsSet(name)
-                                                               ? qEnvironmentVariable(name)
-                                                               : QStringLiteral("is not set")));
+    Print(QLatin1String(name) + u' ' + qEnvironmentVariable(name, u"is not set"_s));
   }
   return 0;
 }
 
-// Says by its exit status whether it has all three standard descriptors, since it may have nowhere
-// to print to.
-int StandardDescriptors() {
-  for (const int standard : {0, 1, 2}) ::close(standard);
-  const App app("program");
+// Says by its exit status whether all three standard descriptors are the null device, since it may
+// have nowhere to print to.
+int StandardDescriptors(App& /*app*/) {
   for (const int standard : {0, 1, 2}) {
-    if (::fcntl(standard, F_GETFD) < 0) return 1;
     std::error_code error;
     const auto target =
         std::filesystem::read_symlink("/proc/self/fd/" + std::to_string(standard), error);
@@ -97,8 +88,7 @@ int StandardDescriptors() {
 }
 
 // Goes into a folder, types a name and accepts it; then opens a dialog once more and cancels.
-int FileDialogs() {
-  const App app("program");
+int FileDialogs(App& /*app*/) {
   Form form(kForm, {});
   form.Load();
   form.Show();
@@ -107,10 +97,9 @@ int FileDialogs() {
   QObject::connect(&user, &QTimer::timeout, [] {
     auto* shown = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
     if (shown == nullptr) return;
-    shown->setDirectory(QStringLiteral("/"));
+    shown->setDirectory("/");
     shown->setViewMode(QFileDialog::Detail);
-    shown->findChild<QLineEdit*>(QStringLiteral("fileNameEdit"))
-        ->setText(QStringLiteral("/tmp/new.mp4"));
+    shown->findChild<QLineEdit*>("fileNameEdit")->setText("/tmp/new.mp4");
     if (shown->acceptMode() == QFileDialog::AcceptSave) {
       static_cast<QDialog*>(shown)->accept();
     } else {
@@ -124,14 +113,13 @@ int FileDialogs() {
   return 0;
 }
 
-int Run() {
-  App app("program");
+int Run(App& app) {
   Form form(kForm, {});
   Timer timer(form, "Timer1", 1);
   timer.Tick = [&form] {
-    Print(QStringLiteral("tick"));
+    Print("tick");
     form.Unload();
-    Print(QStringLiteral("unloaded"));
+    Print("unloaded");
   };
   form.Load();
   form.Show();
@@ -139,9 +127,8 @@ int Run() {
   return app.Run();
 }
 
-// What comes of a start-up form that is unloaded before the message loop begins.
-int RunWithoutAForm() {
-  App app("program");
+// What comes of a start-up form that is unloaded before the event loop begins.
+int RunWithoutAForm(App& app) {
   Form form(kForm, {});
   form.Load();
   form.Unload();
@@ -149,15 +136,21 @@ int RunWithoutAForm() {
 }
 
 int Main(std::string_view situation) {
-  if (situation == "locale") return Locale();
-  if (situation == "decimal-point") return DecimalPoint();
-  if (situation == "scale") return Scale();
-  if (situation == "names") return Names();
-  if (situation == "environment") return Environment();
-  if (situation == "standard-descriptors") return StandardDescriptors();
-  if (situation == "file-dialogs") return FileDialogs();
-  if (situation == "run") return Run();
-  if (situation == "run-without-a-form") return RunWithoutAForm();
+  if (situation == "standard-descriptors") {
+    for (const int standard : {0, 1, 2}) ::close(standard);
+  }
+  App app("program");
+  for (const auto& [name, show] : {std::pair<std::string_view, int (*)(App&)>{"locale", Locale},
+                                   {"decimal-point", DecimalPoint},
+                                   {"scale", Scale},
+                                   {"names", Names},
+                                   {"environment", Environment},
+                                   {"standard-descriptors", StandardDescriptors},
+                                   {"file-dialogs", FileDialogs},
+                                   {"run", Run},
+                                   {"run-without-a-form", RunWithoutAForm}}) {
+    if (name == situation) return show(app);
+  }
   return 2;
 }
 

@@ -1,4 +1,4 @@
-// What a pointer that rests on a control is told.
+// The tip beside a pointer that rests on a control.
 #include <gtest/gtest.h>
 
 #include <QTextDocument>
@@ -7,19 +7,18 @@
 #include "platform/PictureBox.h"
 #include "platform/Pointer.h"
 #include "platform/TestForm.h"
-#include "support/Events.h"
 
 namespace kelvane::testing {
 namespace {
 
-class AToolTip : public ::testing::Test {
+class ToolTip : public ::testing::Test {
  protected:
-  AToolTip() { form_.Open(); }
-  ~AToolTip() override { QToolTip::hideText(); }
+  ToolTip() { form.Open(); }
+  ~ToolTip() override { QToolTip::hideText(); }
 
   void RestOnTheBox() {
-    Pointer pointer(form_);
-    pointer.MoveTo(box_, {5, 6});
+    Pointer pointer(form);
+    pointer.MoveTo(box, {5, 6});
     pointer.Rest();
   }
   // As it is read: Qt takes a text with markup in it for such.
@@ -31,36 +30,24 @@ class AToolTip : public ::testing::Test {
     return document.toPlainText().toStdString();
   }
 
- private:
-  TestForm form_{
-      {{.name = "Box", .controlClass = ControlClass::kPictureBox, .place = {0, 0, 750, 750}}}};
-
- protected:
-  PictureBox& box_ = form_.Find<PictureBox>("Box");
+  TestForm form{{Design(kPictureBox, "Box", {0, 0, 50, 50})}};
+  PictureBox& box = form.Find<PictureBox>("Box");
 };
 
-TEST_F(AToolTip, IsShownAsItStandsAndReadsBackSo) {
+TEST_F(ToolTip, IsShownAsItStandsAndReadsBackSo) {
   for (const char* text :
        {"The box's tip", "00:12:34", "a<i>b.mp4", "x&lt;y.mp4", "<b>", "<br/>", "a & b",
         "two  blanks", " a blank at each end ", "one line\nand another", "\"quoted\"",
         "Horizontal Position: 120 pixels Vertical Position: 40 pixels"}) {
-    box_.setToolTipText(QLatin1String(text));
+    box.setToolTipText(text);
     RestOnTheBox();
     EXPECT_EQ(Shown(), text);
-    EXPECT_EQ(box_.ToolTipText().toStdString(), text);
+    EXPECT_EQ(box.ToolTipText().toStdString(), text);
     QToolTip::hideText();
   }
 }
 
-TEST_F(AToolTip, WithoutATextIsNone) {
-  RestOnTheBox();
-  EXPECT_FALSE(QToolTip::isVisible());
-  box_.setToolTipText(QStringLiteral("tip"));
-  RestOnTheBox();
-  EXPECT_TRUE(QToolTip::isVisible());
-  QToolTip::hideText();
-  ASSERT_TRUE(WaitFor([] { return !QToolTip::isVisible(); }));
-  box_.setToolTipText(QString());
+TEST_F(ToolTip, IsNotShownWithoutAText) {
   RestOnTheBox();
   EXPECT_FALSE(QToolTip::isVisible());
 }
