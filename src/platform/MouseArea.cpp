@@ -52,43 +52,27 @@ MouseEvent MouseArea::Arguments(const QMouseEvent& event, int button) const {
           .Y = static_cast<float>(place.y()) * unitsPerPixel};
 }
 
-void MouseArea::BeginDrag(const QMouseEvent& event) {
-  if (!dragged_) dragged_ = event.globalPosition();
-}
-
 void MouseArea::mousePressEvent(QMouseEvent* event) {
   event->accept();
-  const int button = ButtonsOf(event->button());
-  if (button == kNoButton) return;
-  BeginDrag(*event);
-  Raise(this, MouseDown, Arguments(*event, button));
+  if (ButtonsOf(event->button()) == kNoButton) return;
+  Raise(this, MouseDown, Arguments(*event, ButtonsOf(event->button())));
 }
 
 void MouseArea::mouseMoveEvent(QMouseEvent* event) {
   event->accept();
-  if (dragged_) dragged_ = event->globalPosition();
   Raise(this, MouseMove, Arguments(*event, ButtonsOf(event->buttons())));
 }
 
 void MouseArea::mouseReleaseEvent(QMouseEvent* event) {
   event->accept();
-  const int button = ButtonsOf(event->button());
-  if (button == kNoButton) return;
-  // On X11 Qt keeps only the last of the queued moves. If the pointer moves on after a release, the
-  // drag's own last moves are dropped.
-  const bool moved = dragged_ && *dragged_ != event->globalPosition();
-  dragged_.reset();
-  if (ButtonsOf(event->buttons()) != kNoButton) BeginDrag(*event);
-  if (moved) Raise(this, MouseMove, Arguments(*event, ButtonsOf(event->buttons()) | button));
-  Raise(this, MouseUp, Arguments(*event, button));
+  if (ButtonsOf(event->button()) == kNoButton) return;
+  Raise(this, MouseUp, Arguments(*event, ButtonsOf(event->button())));
 }
 
 void MouseArea::mouseDoubleClickEvent(QMouseEvent* event) {
   event->accept();
-  const int button = ButtonsOf(event->button());
-  if (button == kNoButton) return;
-  BeginDrag(*event);
-  Raise(this, DblClick, Arguments(*event, button));
+  if (ButtonsOf(event->button()) == kNoButton) return;
+  Raise(this, DblClick, Arguments(*event, ButtonsOf(event->button())));
 }
 
 void MouseArea::wheelEvent(QWheelEvent* event) { event->accept(); }

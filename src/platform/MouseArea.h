@@ -1,8 +1,6 @@
 #pragma once
 
-#include <QPointF>
 #include <functional>
-#include <optional>
 
 #include "platform/SpokenWidget.h"
 
@@ -32,8 +30,7 @@ QCursor CursorOf(MousePointer pointer);
 
 // A part of a window that raises mouse events. It tracks the pointer without a button as well, and
 // none of its mouse events travels on to the widget behind it. A double-click brings press,
-// release, double-click, release. A drag ends where the button is released: a release at another
-// place than that of the last press or move brings a move there first.
+// release, double-click, release.
 class MouseArea : public SpokenWidget {
   Q_OBJECT
  public:
@@ -64,11 +61,9 @@ class MouseArea : public SpokenWidget {
   void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
-  void BeginDrag(const QMouseEvent& event);
   MouseEvent Arguments(const QMouseEvent& event, int button) const;
 
   int index_;
-  std::optional<QPointF> dragged_;  // place on the screen that a drag has come to
 };
 
 }  // namespace kelvane

@@ -1,6 +1,4 @@
 // The marker bars under a real pointer.
-#include <csignal>
-
 #include "desktop/DesktopTest.h"
 
 namespace kelvane::desktop {
@@ -109,15 +107,6 @@ TEST_F(Dragging, TakesTheLeftBarPastTheRightOne) {
   ExpectBars({{300, 0, 5, 360}, {300, 0, 0, 5}, {300, 0, 5, 360}, {300, 355, 0, 5}});
   screen.Release(kLeftButton);
   ASSERT_NO_FATAL_FAILURE(ResetMarkers());
-}
-
-TEST_F(Dragging, FollowsBothOfTwoDragsThatComeWhileTheProgramIsBusy) {
-  ASSERT_NO_FATAL_FAILURE(OpenWindowWithBars());
-  ASSERT_EQ(kill(static_cast<pid_t>(program.Id()), SIGSTOP), 0);
-  Drag(kOnLeftBar, QPoint(100, 0));
-  Drag(kOnTopBar, QPoint(0, 50));
-  ASSERT_EQ(kill(static_cast<pid_t>(program.Id()), SIGCONT), 0);
-  ExpectBars({{100, 50, 5, 305}, {100, 50, 535, 5}, {635, 50, 5, 310}, {100, 355, 535, 5}});
 }
 
 TEST_F(Dragging, RestsWhileASecondButtonIsHeld) {
