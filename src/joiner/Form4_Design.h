@@ -56,7 +56,7 @@ constexpr auto kForm4Controls = std::to_array<ControlDesign>({
 
     {.name = "Picture1(0)", .controlClass = kPictureBox, .place = {450, 600, 12495, 7935}, .color = kCanvasGrey, .meaning = "Time chart"},
     {.name = "HScroll1", .controlClass = kHScrollBar, .place = {120, 7560, 12015, 255}, .container = "Picture1(0)", .meaning = "Scroll the time chart sideways"},
-    {.name = "VScroll1", .controlClass = kVScrollBar, .place = {12240, 0, 255, 7335}, .container = "Picture1(0)", .meaning = "Upright bar of the time chart"},
+    {.name = "VScroll1", .controlClass = kVScrollBar, .place = {12240, 0, 255, 7335}, .container = "Picture1(0)", .meaning = "Vertical bar of the time chart"},
     {.name = "Picture1(1)", .controlClass = kPictureBox, .place = {0, 0, 12135, 7335}, .container = "Picture1(0)", .color = kGrey},
     {.name = "Picture5", .controlClass = kPictureBox, .place = {0, 0, 9975, 375}, .container = "Picture1(1)", .color = kCanvasGrey},
     {.name = "Picture1(2)", .controlClass = kPictureBox, .place = {240, 480, 11415, 7095}, .container = "Picture1(1)", .color = kCanvasGrey, .meaning = "Video sections on the time chart", .role = SpokenRole::kList},
