@@ -52,7 +52,7 @@ TEST_F(AddSection, ChangesNothingIfTheDialogIsCancelled) {
   EXPECT_EQ(tools_.Runs(), runs);
 }
 
-TEST_F(AddSection, ListsAndCountsThePathBeforeTheProbeAndTotalsTheSectionAfterItsRow) {
+TEST_F(AddSection, UpdatesListAndCountBeforeTheProbeRunsAndTheTotalsLast) {
   Get<Label>("Label3", TotalSections).Change = [this](int) {
     EXPECT_EQ(Paths().ListCount(), 1);
     EXPECT_EQ(tools_.Runs(), Texts{});
@@ -66,7 +66,7 @@ TEST_F(AddSection, ListsAndCountsThePathBeforeTheProbeAndTotalsTheSectionAfterIt
   EXPECT_EQ(Shown(TotalDurationSeconds), "00,600");
 }
 
-TEST_F(AddSection, TrimsTheNameAndProbesTheFileBeforeAgainIfThatIsNoFile) {
+TEST_F(AddSection, TrimsTheNameAndProbesThePreviousFileAgainIfThatIsNoFile) {
   const QString trailing = tools_.File("b.mp4 ");
   Add(trailing);
   const std::string a = AddSectionOf("a.mp4").toStdString();

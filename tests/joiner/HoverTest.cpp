@@ -55,7 +55,7 @@ TEST_F(JoinerHover, FramesAStripShowsItsDetailsAndSelectsItsEntries) {
   EXPECT_EQ(Get<Shape>("Shape8").Width(), label.Width() + 5);
 }
 
-TEST_F(JoinerHover, OfTheChartClearsAllButTheSelectedRow) {
+TEST_F(JoinerHover, OverTheChartClearsAllButTheSelectedRow) {
   AddThree();
   MoveOverStrip(3);
   MoveOverJoin();
@@ -65,13 +65,13 @@ TEST_F(JoinerHover, OfTheChartClearsAllButTheSelectedRow) {
   EXPECT_EQ(Shown(VideoDetails), "Video Details: ");
 }
 
-// The frame of a command is hidden over the command bar, too.
+// The command bar hides the frame of a command, as the chart does.
 TEST_F(JoinerHover, KeepsTheDetailsOfAStripOverAllControlsButTheChart) {
   AddThree();
   for (Control* control : form_->findChildren<Control*>()) {
     const QString name = control->objectName();
-    if (name == "Picture1(2)" || name.startsWith("Picture2(") || name.startsWith("Label1("))
-      continue;
+    if (name == "Picture1(2)" || name.startsWith("Picture2(")) continue;
+    if (name.startsWith("Label1(")) continue;
     MoveOverStrip(3);
     MoveOverJoin();
     const Texts before = {State(), Shown(VideoDetails)};
@@ -125,7 +125,7 @@ TEST_F(JoinerHover, SetsTheToolTipOfAnOptionAtEachMove) {
   }
 }
 
-TEST_F(JoinerHover, OfTheRulerTellsTheTimeThereWhereverTheChartIsScrolledTo) {
+TEST_F(JoinerHover, SetsTheToolTipOfTheRulerToTheTimeUnderThePointer) {
   AddThree();
   auto& ruler = Get<PictureBox>("Picture5");
   for (const std::int16_t scrolled : {std::int16_t{0}, std::int16_t{30}}) {

@@ -130,7 +130,7 @@ TEST_F(JoinByCopy, RunsNoToolIfTheOtherModeIsChosenDuringTheWait) {
   EXPECT_EQ(Joins(), Texts{});
 }
 
-TEST_F(JoinByCopy, FinishesASecondJoinOfTheWaitFirstAndUsesItsList) {
+TEST_F(JoinByCopy, FinishesASecondJoinStartedDuringTheWaitFirstAndUsesItsList) {
   AddThree();
   Texts captions;
   DuringTheWait([&] {

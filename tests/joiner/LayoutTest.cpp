@@ -14,7 +14,7 @@ TEST(JoinerLayout, IsAsTheWindowTextSays) {
   form.Unload();
 }
 
-TEST(JoinerIcon, IsTheOneGivenOrElseTheProductsFromTheLoadOn) {
+TEST(JoinerIcon, IsTheGivenIconOrElseTheProductsFromTheLoadOn) {
   QPixmap red(16, 16);
   red.fill(Qt::red);
   Form4 given{QIcon(red)};
@@ -57,7 +57,7 @@ TEST_F(JoinerStart, DrawsTheRulerWithTicksToItsEndAndLabelsAsFarAs32000Seconds) 
     for (int y = 0; y < height; ++y) drawn.setPixel(x, y, color);
   };
   for (int x = 0; x < 7000; ++x) drawn.setPixel(x, 20, kLight);
-  // A minor tick covers the upper half of a major one, but for the first.
+  // A minor tick covers the upper half of each major tick but the first.
   for (int x = 0; x < 7000; x += 50) drawTick(x, 6, kWhite);
   for (int x = 10; x < 7000; x += 10) drawTick(x, 3, kLight);
   QPainter painter(&drawn);

@@ -128,7 +128,7 @@ TEST_F(JoinListFile, IsNotWrittenThroughALinkThatIsMadeInItsPlaceAfterItsRemoval
   const QString target = tools_.File("target.txt");
   afterRemoval = [&] { EXPECT_TRUE(QFile::link(target, InFolder("files.txt"))); };
   JoinTo("/tmp/all.mp4");
-  EXPECT_FALSE(afterRemoval);
+  EXPECT_FALSE(std::exchange(afterRemoval, nullptr));
   EXPECT_EQ(ContentOf(target), "contents");
   EXPECT_NE(Joins(), Texts{CopyRun("/tmp/all.mp4")});
 }

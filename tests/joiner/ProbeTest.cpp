@@ -19,7 +19,7 @@ TEST_F(SectionProbe, OfAFileWithABlankInItsNameIsGivenAShortName) {
   EXPECT_EQ(PathsListed(), Texts{Path("my clip.mp4")});
 }
 
-// A row tells ten seconds to the pixel of its strip. Halves are rounded to the even pixel.
+// A pixel of a strip is ten seconds, rounded half to even. The row shows the seconds of the pixels.
 TEST_F(SectionProbe, ShowsTensOfSecondsInTheRowAndExactSecondsInTheTotals) {
   for (const char* duration :
        {"00:01:23.99", "00:01:25.00", "00:01:35.00", "00:00:05.00", "00:00:06.00", "23:59:59.99"}) {

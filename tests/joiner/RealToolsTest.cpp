@@ -83,7 +83,7 @@ TEST_F(RealJoin, TakesANameWithAnApostropheForTheFileWithoutItAndEndsThereIfThat
 }
 
 // docs/faults.md tells the user to run this line.
-TEST_F(RealJoin, ThatFailsIsExplainedByTheSameLineRunByHand) {
+TEST_F(RealJoin, PrintsWhyItFailsIfItsLineIsRunByHand) {
   AddClip("it's.mp4", 1);
   EXPECT_EQ(JoinTo(InFolder("all.mp4")), (Texts{"Save Video As", kSuccess}));
   QString printed;
@@ -106,7 +106,7 @@ TEST_F(RealJoin, InTheOtherModeMakesTransportStreamsThatPlayAndReplaceFilesOfThe
 // What the joiner's command lines can cost.
 using CostOfAJoin = RealJoin;
 
-TEST_F(CostOfAJoin, AnOutputWhoseNameBeginsWithASectionsAndABlankEmptiesThatSection) {
+TEST_F(CostOfAJoin, AnOutputWithASectionsNameBeforeABlankEmptiesThatSection) {
   const QString first = AddClip("a.mp4", 1);
   const QString second = AddClip("b.mp4", 1);
   const std::string before = ContentOf(second);
@@ -116,7 +116,7 @@ TEST_F(CostOfAJoin, AnOutputWhoseNameBeginsWithASectionsAndABlankEmptiesThatSect
   EXPECT_FALSE(QFile::exists(InFolder("a.mp4 + b.mp4")));
 }
 
-TEST_F(CostOfAJoin, AnOutputWithABlankReplacesBothFilesThatItsPartsName) {
+TEST_F(CostOfAJoin, AnOutputWithABlankReplacesTheFileOfEachPart) {
   AddClip("a.mp4", 1);
   AddClip("b.mp4", 2);
   tools_.File("old.mp4");

@@ -33,7 +33,7 @@ TEST_F(JoinerSections, HaveAPathARowAStripAndDetails) {
   EXPECT_EQ(Details(2), "   Video Index: 01 Title: Füße 動画.mp4   ");
 }
 
-TEST_F(JoinerSections, HaveIndicesFromTwoOnBehindAHiddenTemplateOfIndexZero) {
+TEST_F(JoinerSections, HaveIndicesFromTwoOnAndAHiddenTemplateHasZero) {
   AddSectionOf("a.mp4");
   AddSectionOf("b.mp4");
   for (const char* array : {"Picture2", "Label2", "Line1"}) {
@@ -45,7 +45,7 @@ TEST_F(JoinerSections, HaveIndicesFromTwoOnBehindAHiddenTemplateOfIndexZero) {
   }
 }
 
-TEST_F(JoinerSections, BeginWhereTheOneBeforeEndsEachOnARowWithARuleBelow) {
+TEST_F(JoinerSections, BeginWhereThePreviousOneEndsOneRowLowerAboveARule) {
   AddSectionOf("a.mp4", "00:10:00.00");
   AddSectionOf("short.mp4", "00:00:04.00");
   AddSectionOf("c.mp4", "00:05:00.00");
@@ -60,6 +60,7 @@ TEST_F(JoinerSections, BeginWhereTheOneBeforeEndsEachOnARowWithARuleBelow) {
 
 TEST_F(JoinerSections, MayBeTwoThousandWithNumbersOfMoreThanTwoDigits) {
   AddPrinting("a.mp4", QString("Duration: 00:05:00.00, start\n").repeated(2000));
+  ASSERT_EQ(Strips().size(), 2000U);
   EXPECT_EQ(Rows().back(), "2000 | a.mp4 | 300");
   EXPECT_EQ(Strips().back(), "59971,39981 30x17");
   EXPECT_EQ(Picture(Strip(2001)), DrawnStrip(30, "2000"));

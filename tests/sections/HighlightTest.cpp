@@ -8,7 +8,7 @@ using Indices = std::vector<int>;
 
 class SliderHighlight : public SectionWindowTest {
  protected:
-  // The sliders whose thumbs and captions, and the labels of Label2, that are highlighted.
+  // The indices of the highlighted thumbs (Label1), captions (Label3) and names (Label2).
   Indices Thumbs() const {
     return Where(
         7, [this](int i) { return Hex(Thumb(i).BackColor()); }, "0x404040");

@@ -13,8 +13,8 @@ class Needles : public SectionWindowTest {
   Line& Span() const { return Get<Line>("Line8"); }
 };
 
-// Half a pixel is rounded to the even one.
-TEST_F(Needles, MoveByTheLeftButtonAloneFromWhereTheyWerePressedByAny) {
+// A press at half a pixel counts as one at the even pixel.
+TEST_F(Needles, MoveWithTheLeftButtonAloneFromTheLastPressOfAnyButton) {
   PictureBox& needle = NeedleBox(StartNeedle);
   needle.MouseDown(At(needle, kRightButton, 4.5));
   for (const int buttons : {0, 2, 4, 3, 5}) needle.MouseMove(At(needle, buttons, 50));
@@ -38,7 +38,7 @@ TEST_F(Needles, HaveAToolTipOfTheirOwnFromTheFirstDragOn) {
   }
 }
 
-// A time is one of the day, and a negative one shows as its absolute value.
+// Times wrap after 24 hours, and a negative time shows as its absolute value.
 TEST_F(Needles, ShowTheTimesOfTheirMiddlesAndTheSpanBetweenThem) {
   struct Case {
     float start;

@@ -50,7 +50,7 @@ TEST_F(TimeLineScrolling, IsDoneByEveryButton) {
   EXPECT_EQ(Strip().Left(), 0);
 }
 
-// The frame is 881 pixels wide and the time line 1825. The end is looked at before each step.
+// The frame is 881 pixels wide and the time line 1825. Each step looks at the end before it moves.
 TEST_F(TimeLineScrolling, StopsOnceTheEndOfTheTimeLineIsInsideTheFrame) {
   ClickArrow(TowardsEnd, 23);
   PressAndExpect(TowardsEnd, -940);
@@ -91,7 +91,7 @@ class HiddenThumb : public SectionWindowTest {
   PictureBox& Box() const { return Get<PictureBox>("Picture6"); }
 };
 
-// The quarters of its bar are 220.25 and 440.5 pixels.
+// A quarter of its bar is 220.25 pixels, and a half is 440.5 pixels.
 TEST_F(HiddenThumb, ScrollsTheTimeLineToOneOfThreePlaces) {
   for (const auto& [thumb, strip] : {std::pair(0.F, 0.F),
                                      {220.25F, 0.F},
@@ -107,8 +107,8 @@ TEST_F(HiddenThumb, ScrollsTheTimeLineToOneOfThreePlaces) {
   EXPECT_FALSE(Box().Visible());
 }
 
-// Half a pixel is rounded to the even one.
-TEST_F(HiddenThumb, MovesByTheLeftButtonAloneFromWhereItWasPressedByAny) {
+// A press at half a pixel counts as one at the even pixel.
+TEST_F(HiddenThumb, MovesWithTheLeftButtonAloneFromTheLastPressOfAnyButton) {
   const float before = Box().Left();
   Box().MouseDown(At(Box(), kRightButton, 4.5));
   for (const int buttons : {0, 2, 4, 3}) Box().MouseMove(At(Box(), buttons, 50));

@@ -13,7 +13,7 @@ TEST_F(Sliders, HaveAScaleOfACentreLineAndTicksEvery200And1000Twips) {
   const auto drawTick = [&scale](int twips, int first, int last, QRgb color) {
     for (int y = first; y <= last; ++y) scale.setPixel((twips + 7) / 15, y, color);
   };
-  // A minor tick covers the middle of a major one, but for the first.
+  // A minor tick covers the middle of each major tick but the first.
   for (int twips = 0; twips < 8055; twips += 1000) drawTick(twips, 8, 15, 0xffe6e6e6);
   for (int twips = 200; twips < 8055; twips += 200) drawTick(twips, 10, 13, 0xffc8c8c8);
   for (int slider = StepSize; slider <= UnSharpLY; ++slider) {
@@ -22,7 +22,7 @@ TEST_F(Sliders, HaveAScaleOfACentreLineAndTicksEvery200And1000Twips) {
   }
 }
 
-TEST_F(Sliders, ReadThePlaceOfTheirThumbByTheirDivisor) {
+TEST_F(Sliders, ShowThePlaceOfTheirThumbDividedByTheirDivisor) {
   struct Case {
     OptionSlider slider;
     float left;
@@ -53,8 +53,8 @@ TEST_F(Sliders, KeepTheirFirstValueUntilTheyAreDragged) {
   }
 }
 
-// Half a twip is rounded to the even one.
-TEST_F(Sliders, MoveByTheLeftButtonAloneFromWhereTheyWerePressedByAny) {
+// A press at half a twip counts as one at the even twip.
+TEST_F(Sliders, MoveWithTheLeftButtonAloneFromTheLastPressOfAnyButton) {
   Label& thumb = Thumb(Accuracy);
   thumb.MouseDown(At(thumb, kRightButton, 60.5));
   for (const int buttons : {0, 2, 4, 3, 5}) thumb.MouseMove(At(thumb, buttons, 500));
@@ -100,8 +100,7 @@ TEST_F(ZoomSlider, LimitsItsReadOutButNotItsThumb) {
   }
 }
 
-// The thumb of Step Size is held between 135 and 7920 twips, by the handlers of all thumbs and
-// tracks.
+// The pointer over any thumb or track holds the thumb of Step Size between 135 and 7920 twips.
 class StepSizeSlider : public SectionWindowTest {
  protected:
   static constexpr float kStart = 135;

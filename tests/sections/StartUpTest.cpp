@@ -15,7 +15,7 @@ TEST(SectionLayout, IsAsTheWindowTextSays) {
   form.Unload();
 }
 
-TEST(SectionWindowIcon, IsTheOneGivenOrElseTheProductsFromTheLoadOn) {
+TEST(SectionWindowIcon, IsTheGivenIconOrElseTheProductsFromTheLoadOn) {
   QPixmap red(16, 16);
   red.fill(Qt::red);
   Form3 given{QIcon(red)};
@@ -81,7 +81,7 @@ TEST_F(SectionStart, DrawsAFrameThatFollowsTheWindowWhileNothingElseMoves) {
 
 // The length of the video is a caption. A strip can't have a negative width, but its line can end
 // left of its start.
-TEST(SectionLength, MakesTheTimeLineAndItsLineAsLongIfItIsANumber) {
+TEST(SectionLength, IsThatOfTheTimeLineAndItsLineIfItIsANumber) {
   struct Case {
     const char* caption;
     float width;

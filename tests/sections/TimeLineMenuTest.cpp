@@ -103,7 +103,7 @@ TEST_F(TimeLineMenu, GoesByTheLastPlaceOfTheMouseInTheBoxUnderIt) {
   ASSERT_EQ(Strip().Left(), -40);
   MoveOver(Frame(), 333);
   ChooseEnd();
-  EXPECT_EQ(NeedleBox(EndNeedle).Left(), 333) << "the scrolling isn't looked at";
+  EXPECT_EQ(NeedleBox(EndNeedle).Left(), 333) << "although the time line is scrolled";
 }
 
 using TimeLineToolTip = TimeLineMenu;

@@ -1,4 +1,4 @@
-// Which events of which controls have a handler. What has none does nothing.
+// Which events of which controls have a handler. A control without one does nothing.
 #include <map>
 
 #include "sections/SectionWindowTest.h"
