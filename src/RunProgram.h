@@ -10,7 +10,7 @@
 namespace kelvane {
 
 // The whole life of a program that opens with one window of the class; returns its exit status.
-// `programName` is the program's name as the window system shall know it.
+// `programName` is the program's name for the window system.
 template <class Window>
 int RunProgram(const char* programName) {
   App app(programName, kProductName);

@@ -19,7 +19,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // Opens the null device in the place of each standard descriptor that the program was started
-// without. A file that the program opens would get that number otherwise, and be taken for it.
+// without. Otherwise a file that the program opens would get that number, and what is printed
+// would be written into the file.
 void OpenMissingStandardDescriptors() {
   for (const int standard : {0, 1, 2}) {
     if (::fcntl(standard, F_GETFD) < 0) (void)::open("/dev/null", O_RDWR);

@@ -12,8 +12,8 @@ namespace kelvane {
 // is the user-interface thread from then on. It takes nothing from the command line.
 class App {
  public:
-  // `programName` is the program's name as the window system shall know it, `title` the title of
-  // message boxes that have none of their own.
+  // `programName` is the program's name for the window system, `title` the title of message boxes
+  // that have none of their own.
   explicit App(const char* programName, const QString& title = {});
   App(const App&) = delete;
   App& operator=(const App&) = delete;
@@ -22,7 +22,7 @@ class App {
   // the program's exit status.
   int Run();
 
-  // The program's own folder, without a closing separator, in the system's narrow encoding. The
+  // The program's own folder, without a separator at its end, in the system's narrow encoding. The
   // media tools lie there.
   static const std::string& Path() { return path_; }
   // Sets another folder for the tools, for a test that brings its own.

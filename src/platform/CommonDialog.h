@@ -18,7 +18,7 @@ class CommonDialog {
   // Descriptions and their patterns, separated by bars, "MP4 Files (*.mp4)|*.mp4|All|*.*", or a
   // pattern alone. "*.*" and an empty filter let every file through.
   QString Filter;
-  // The number of the pair that is chosen at first, counted from 1.
+  // The number of the pair that is selected at first, counted from 1.
   int FilterIndex = 1;
   // The folder that is shown first. If it is empty, that is the folder of the file last chosen, and
   // the user's home folder if there is none.

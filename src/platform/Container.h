@@ -13,8 +13,7 @@ namespace kelvane {
 enum class ScaleMode { kTwips, kPixels };
 constexpr float kTwipsPerPixel = 15;
 
-// What holds controls: a picture box, or the content area of a window. A second base of such a
-// widget, which it paints and in which the controls lie.
+// Holds controls: the second base class of a picture box and of a window's content area.
 class Container {
  public:
   QWidget& Widget() const { return widget_; }
@@ -28,9 +27,9 @@ class Container {
   QRgb BackColor() const { return backColor_; }
   virtual void setBackColor(QRgb color);
 
-  // A border of two pixels, inside which the places of the controls begin and the mouse counts. It
-  // lies over controls of the design that reach beyond the inside. To be called after setBackColor,
-  // whose colour it keeps between its lines, and before any control is placed.
+  // Adds a border of two pixels; places of the controls and of the mouse count from inside it. The
+  // border covers controls that reach beyond the inside. To be called after setBackColor, whose
+  // colour fills the space between the border's lines, and before any control is placed.
   void setBordered();
   QPoint ContentOrigin() const { return {borderWidth_, borderWidth_}; }
 

@@ -54,9 +54,9 @@ struct ControlDesign {
   int borderWidth = 1;                 // a shape's, in pixels
   MousePointer pointer = MousePointer::kDefault;
   // For a screen reader.
-  const char* meaning = "";             // what it is, where no caption of its own says so
-  std::optional<SpokenRole> role = {};  // other than its class's
-  const char* readOut = "";             // the label in which a thumb's value stands
+  const char* meaning = "";             // what it is, where its caption doesn't say so
+  std::optional<SpokenRole> role = {};  // if it isn't that of its class
+  const char* readOut = "";             // the label whose caption is a thumb's value
 };
 
 struct MenuDesign {

@@ -2,6 +2,7 @@
 
 #include <QBasicTimer>
 #include <span>
+#include <utility>
 
 #include "platform/ContentArea.h"
 #include "platform/ControlDesign.h"
@@ -25,7 +26,7 @@ struct FormDesign {
   QRgb labelColor;  // of the text of its labels, lists, text boxes and choices
   ScaleMode scale;
   BorderStyle border = BorderStyle::kSizable;
-  // The least size of the window with its menu bar, in twips, which Form_Resize enforces.
+  // The least size of the window, its menu bar included, in twips. Form_Resize enforces it.
   float leastWidth = 0;
   float leastHeight = 0;
 };
@@ -50,9 +51,8 @@ class Form : public HandlerOwner {
   void Unload();
 
   // The size of the window with its menu bar and without the window manager's frame, in twips.
-  // Setting it has no effect while the window doesn't choose its own size: while it is maximised or
-  // full screen, and while it takes a size that a Wayland compositor gives it, or by which a window
-  // manager refuses another.
+  // Setting it has no effect while the window is maximised or full screen, nor while it takes a
+  // size that a Wayland compositor gives it or with which a window manager refuses another one.
   float Width() const;
   float Height() const;
   void setWidth(float width);
@@ -107,9 +107,9 @@ class Form : public HandlerOwner {
   float height_ = 0;
   bool unloading_ = false;
   bool minimised_ = false;
-  bool takesGivenSize_ = false;   // a size that the window manager or compositor gave
-  QBasicTimer geometrySettling_;  // runs while the window manager may have more to say
-  bool dragged_ = false;          // the user may have dragged an edge since the last answers rested
+  bool takesGivenSize_ = false;   // from the window manager or compositor
+  QBasicTimer geometrySettling_;  // runs until the window manager's notices of a new place rest
+  bool dragged_ = false;          // whether a pointer button was held at one of these notices
 };
 
 // The one instance that a window class has at a time. It is made when it is loaded and deleted

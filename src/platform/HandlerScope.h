@@ -5,8 +5,8 @@
 
 namespace kelvane {
 
-// A window as the handlers that run in it see it: whether it is loaded, and how many of them are on
-// the stack.
+// The base of all windows. It knows whether the window is loaded, and how many of the window's
+// handlers are on the stack.
 class HandlerOwner : public QWidget {
   Q_OBJECT
  public:
@@ -14,7 +14,7 @@ class HandlerOwner : public QWidget {
 
   bool Loaded() const { return loaded_; }
   static bool AnyLoaded();
-  // From now on unloading also deletes the window, once no handler of it is on the stack.
+  // Makes unloading delete the window as well, as soon as none of its handlers is on the stack.
   void DropWhenUnloaded() { dropWhenUnloaded_ = true; }
 
  protected:

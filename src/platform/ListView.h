@@ -28,7 +28,8 @@ class ListView : public TextControl {
     ListView& list_;
   };
 
-  // A row, or none, whose texts are empty and can't be set. It is valid as long as the list.
+  // A row, valid as long as the list. Without a row, its texts are empty and setting them does
+  // nothing.
   class ListItem {
    public:
     explicit ListItem(QTreeWidgetItem* row = nullptr) : row_(row) {}

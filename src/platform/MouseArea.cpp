@@ -52,28 +52,22 @@ MouseEvent MouseArea::Arguments(const QMouseEvent& event, int button) const {
           .Y = static_cast<float>(place.y()) * unitsPerPixel};
 }
 
-void MouseArea::mousePressEvent(QMouseEvent* event) {
-  event->accept();
-  if (ButtonsOf(event->button()) == kNoButton) return;
-  Raise(this, MouseDown, Arguments(*event, ButtonsOf(event->button())));
+void MouseArea::RaiseOfButton(const MouseHandler& handler, QMouseEvent& event) {
+  event.accept();
+  const int button = ButtonsOf(event.button());
+  if (button != kNoButton) Raise(this, handler, Arguments(event, button));
 }
+
+void MouseArea::mousePressEvent(QMouseEvent* event) { RaiseOfButton(MouseDown, *event); }
 
 void MouseArea::mouseMoveEvent(QMouseEvent* event) {
   event->accept();
   Raise(this, MouseMove, Arguments(*event, ButtonsOf(event->buttons())));
 }
 
-void MouseArea::mouseReleaseEvent(QMouseEvent* event) {
-  event->accept();
-  if (ButtonsOf(event->button()) == kNoButton) return;
-  Raise(this, MouseUp, Arguments(*event, ButtonsOf(event->button())));
-}
+void MouseArea::mouseReleaseEvent(QMouseEvent* event) { RaiseOfButton(MouseUp, *event); }
 
-void MouseArea::mouseDoubleClickEvent(QMouseEvent* event) {
-  event->accept();
-  if (ButtonsOf(event->button()) == kNoButton) return;
-  Raise(this, DblClick, Arguments(*event, ButtonsOf(event->button())));
-}
+void MouseArea::mouseDoubleClickEvent(QMouseEvent* event) { RaiseOfButton(DblClick, *event); }
 
 void MouseArea::wheelEvent(QWheelEvent* event) { event->accept(); }
 

@@ -42,10 +42,11 @@ class MouseArea : public SpokenWidget {
 
   // Raised on the user-interface thread. A handler must not delete the area; it may unload its
   // form.
-  std::function<void(const MouseEvent&)> MouseDown;
-  std::function<void(const MouseEvent&)> MouseMove;
-  std::function<void(const MouseEvent&)> MouseUp;
-  std::function<void(const MouseEvent&)> DblClick;
+  using MouseHandler = std::function<void(const MouseEvent&)>;
+  MouseHandler MouseDown;
+  MouseHandler MouseMove;
+  MouseHandler MouseUp;
+  MouseHandler DblClick;
 
  protected:
   // The unit of X and Y.
@@ -62,6 +63,7 @@ class MouseArea : public SpokenWidget {
 
  private:
   MouseEvent Arguments(const QMouseEvent& event, int button) const;
+  void RaiseOfButton(const MouseHandler& handler, QMouseEvent& event);
 
   int index_;
 };

@@ -8,7 +8,7 @@ namespace kelvane {
 
 // Range and value are single precision; only what is on the screen is rounded. Assigning a value
 // outside the range, a Min that isn't below Max or a Max that isn't above Min has no effect. A
-// range that shrinks limits the value.
+// range that shrinks clamps the value.
 class ProgressBar : public Control {
   Q_OBJECT
  public:

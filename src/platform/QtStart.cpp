@@ -47,7 +47,7 @@ class StartEnvironment {
 };
 
 // Qt takes the bytes of file names for UTF-8 in every locale, and complains on the console of one
-// that says otherwise. What else the user's locale says stays.
+// that says otherwise. The other categories of the user's locale stay as they are.
 void StartInUtf8(StartEnvironment& environment) {
   if (std::setlocale(LC_CTYPE, "") != nullptr && qstrcmp(::nl_langinfo(CODESET), "UTF-8") == 0) {
     return;
@@ -63,7 +63,7 @@ void StartInUtf8(StartEnvironment& environment) {
   }
   constexpr const char* kUtf8 = "C.UTF-8";
   environment.Override("LC_CTYPE", kUtf8);
-  // Where the user's locale isn't installed, Qt can't set it, and this one stays.
+  // Qt can't set a user's locale that isn't installed; this one stays then.
   (void)std::setlocale(LC_CTYPE, kUtf8);
 }
 

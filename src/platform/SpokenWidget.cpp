@@ -6,7 +6,8 @@
 namespace kelvane {
 namespace {
 
-// A line of widgets reaches as far down as the one of them whose middle is highest.
+// Sorts by lines, and each line from left to right. A line begins with the widget whose middle is
+// highest and holds all widgets whose middle isn't below that one's bottom.
 void SortForReading(QList<SpokenWidget*>& widgets) {
   const auto middle = [](const SpokenWidget* widget) { return widget->geometry().center().y(); };
   const auto left = [](const SpokenWidget* widget) { return widget->x(); };

@@ -6,24 +6,24 @@
 
 namespace kelvane {
 
-// What a screen reader takes a widget for.
+// How a screen reader presents a widget.
 enum class SpokenRole {
-  kNothing,  // passed over
-  kText,     // says its caption, which its meaning explains
-  kBox,      // a group if it has a meaning; if not, its contents stand in its place
-  kStock,    // what Qt's widget in it is
+  kNothing,  // left out
+  kText,     // its caption; its meaning is the description
+  kBox,      // a group if it has a meaning; otherwise its contents take its place
+  kStock,    // has the role of the Qt widget inside it
   kPicture,
   kCommand,        // a button that a click presses
   kHorizontalBar,  // a slider that is dragged horizontally and whose value is its own Left
   kVerticalBar,    // a slider that is dragged vertically and whose value is its own Top
-  kThumb,          // a slider whose value stands in another widget, its read-out
+  kThumb,          // a slider whose value is the caption of another widget, its read-out
   kList,           // a box
-  kListItem,       // in such a box; a right click opens its menu
+  kListItem,       // an item of such a box; a right click opens its menu
 };
 
-// A part of a window, with what a screen reader is told of it. The reader walks through the parts
-// that are on show and have something to say, from left to right and from top to bottom. Belongs to
-// the user-interface thread.
+// A part of a window, with what a screen reader says about it. The reader goes through the visible
+// parts that have something to say, line by line and from left to right. Belongs to the
+// user-interface thread.
 class SpokenWidget : public QWidget {
   Q_OBJECT
  public:
@@ -34,10 +34,10 @@ class SpokenWidget : public QWidget {
   void setRole(SpokenRole role) { role_ = role; }
   // Whether the role is that of a slider whose value is its own place.
   bool IsBar() const;
-  // Says what the widget is where no caption of its own does.
+  // What the widget is, where its own caption doesn't say so.
   QString Meaning() const { return accessibleName(); }
   void setMeaning(const QString& meaning);
-  // The name of the widget in whose caption a thumb's value stands.
+  // The name of the widget whose caption is a thumb's value.
   const QString& ReadOut() const { return readOut_; }
   void setReadOut(const QString& name) { readOut_ = name; }
 
@@ -49,15 +49,15 @@ class SpokenWidget : public QWidget {
 
   // The nearest ancestor that is a node of the reader's tree: the window, or a part of it.
   QWidget* SpokenParent() const;
-  // What stands in a window or in a part of it, in the order in which it is read.
+  // Returns the nodes directly below a window or a part of one, in reading order.
   static QList<QWidget*> SpokenChildren(const QWidget& parent);
 
  protected:
-  // Makes `stockWidget` the inside.
+  // Makes `stockWidget`, a child of this widget, its inside.
   void SpeakAs(QWidget* stockWidget);
 
-  // These tell a screen reader, if there is one: of a bar's or a thumb's new value, of a new
-  // caption, which may be the value of a thumb, and of widgets that have come or gone.
+  // These tell a screen reader, if one runs, that a bar or a thumb has a new value, that the
+  // caption is a new one, which may be the value of a thumb, and that nodes were shown or hidden.
   void AnnounceValue();
   void AnnounceCaption();
   void AnnounceParts(QAccessible::Event change);

@@ -7,7 +7,7 @@ class QAbstractSlider;
 namespace kelvane {
 
 // What scroll bars and sliders share: a whole value in a range, and a thumb that the user drags.
-// Assigning a value outside the range has no effect; a range that shrinks limits the value.
+// Assigning a value outside the range has no effect; a range that shrinks clamps the value.
 class ThumbControl : public Control {
   Q_OBJECT
  public:

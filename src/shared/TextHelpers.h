@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-// Numbers and times as text, and text as numbers and times. Separators are those of the default
+// Conversions between text, numbers and times. Separators are those of the default
 // locale. A conversion from text returns std::nullopt if the text doesn't convert. Thread-safe.
 namespace kelvane {
 
