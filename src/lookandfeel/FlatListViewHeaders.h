@@ -5,7 +5,7 @@ namespace kelvane {
 class ListView;
 
 // Toggles the column headers between buttons, which they are at first, and flat captions, which
-// don't react to hover, press and click.
+// don't react to hover, press or click.
 void FlattenHeaders(ListView& list);
 
 }  // namespace kelvane

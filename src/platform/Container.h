@@ -20,16 +20,16 @@ class Container {
 
   ScaleMode Scale() const { return scale_; }
   float UnitsPerPixel() const { return scale_ == ScaleMode::kPixels ? 1 : kTwipsPerPixel; }
-  // Of the inside as it is on the screen, in the scale unit.
+  // The size of the inside on the screen, in the scale unit.
   float ScaleWidth() const;
   float ScaleHeight() const;
 
   QRgb BackColor() const { return backColor_; }
   virtual void setBackColor(QRgb color);
 
-  // Adds a border of two pixels; places of the controls and of the mouse count from inside it. The
-  // border covers controls that reach beyond the inside. To be called after setBackColor, whose
-  // colour fills the space between the border's lines, and before any control is placed.
+  // Adds a border of two pixels, which covers controls that reach beyond the inside. Positions of
+  // controls and of the pointer count from inside it. Must be called after setBackColor, whose
+  // colour fills the border's gap, and before any control is placed.
   void setBordered();
   QPoint ContentOrigin() const { return {borderWidth_, borderWidth_}; }
 
@@ -37,7 +37,7 @@ class Container {
   Container(QWidget& widget, ScaleMode scale);
   ~Container() = default;
 
-  // Of the inside, in pixels.
+  // The size of the inside, in pixels.
   QSize InnerSize() const;
   void PaintBackground(const QPaintEvent& event);
 

@@ -16,7 +16,6 @@ constexpr int kMostBalance = 100;
 
 Form1::Form1() : Form(kForm1, kForm1Controls, kForm1Menus) {
   setWindowIcon(ProductIcon());
-  wmp.settings.setClientName(kProductName);
   for (ScrollBar* bar : std::initializer_list<ScrollBar*>{&HScroll1, &VScroll1}) {
     bar->setMax(0);
     bar->setLargeChange(kPageStep);
