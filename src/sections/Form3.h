@@ -110,8 +110,7 @@ class Form3 : public Form {
   std::int16_t ThumbGrabX = 0;
   std::int16_t NeedleGrabX = 0;
   std::int16_t SliderGrabX = 0;
-  // The last position of the pointer over the time line or its frame, in pixels, relative to that
-  // one.
+  // The pointer's last position over the time line or its frame, in pixels of that one.
   std::int32_t TimeLineMouseX = 0;
 
   ControlArray<Label> Label1{*this, "Label1"};
