@@ -9,8 +9,8 @@ namespace kelvane {
 namespace {
 
 constexpr int kPageStep = 10;
-constexpr int kMostVolume = 100;
-constexpr int kMostBalance = 100;
+constexpr int kMaxVolume = 100;
+constexpr int kMaxBalance = 100;
 
 }  // namespace
 
@@ -20,13 +20,11 @@ Form1::Form1() : Form(kForm1, kForm1Controls, kForm1Menus) {
     bar->setMax(0);
     bar->setLargeChange(kPageStep);
   }
-  Slider2.SetRange(0, kMostVolume);
-  Slider3.SetRange(-kMostBalance, kMostBalance);
+  Slider2.SetRange(0, kMaxVolume);
+  Slider3.SetRange(-kMaxBalance, kMaxBalance);
   Timer3.setEnabled(true);
   WireEvents();
 }
-
-Form1::~Form1() = default;
 
 void Form1::WireEvents() {
   for (Label* label : Label1) label->Change = [this](int Index) { Label1_Change(Index); };
