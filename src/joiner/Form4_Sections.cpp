@@ -50,6 +50,7 @@ void Form4::objDOS_ReceiveOutputs(const std::string& CommandOutputs) {
 // Each strip has a row of its own and begins where the one before ended. There is no strip with
 // index 1, so the first one keeps the template's place.
 void Form4::AddVideoObject(std::int32_t StripWidth) {
+  if (TranscodeLock) return;
   const int index = Picture2.Count() + 1;
   const QString number = FormatDigits(index - 1, 2);
   PictureBox& strip = Picture2.Load(index);
