@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAction>
 #include <QApplication>
 #include <QString>
 #include <string>
@@ -20,7 +21,14 @@ class MainWindowTest : public OpenWindowTest<Form1> {
   std::string Number(ReadOut number) const {
     return Get<Label>("Label1", number).Caption().toStdString();
   }
+  // Everything that the tools have printed.
   QString Store() const { return Get<TextBox>("Text2").Text(); }
+  std::string PauseState() const {
+    return Get<CommandButton>("Command1", PauseVideo).Caption().toStdString();
+  }
+  std::string LastRun() const { return tools_.Runs().empty() ? "" : tools_.Runs().back(); }
+  // One tick of the timer that measures the bars.
+  void Measure() const { Tick(Get<Timer>("Timer2")); }
 
   // The user releases the button over one of the commands.
   void Give(Command command) const { Release(Get<Label>("Label14", command)); }
@@ -47,6 +55,16 @@ class MainWindowTest : public OpenWindowTest<Form1> {
   static QString DurationText(const char* duration) {
     return QStringLiteral("Input #0\n  Duration: %1, start: 0.000000, bitrate: 1 kb/s\n")
         .arg(QLatin1String(duration));
+  }
+  // Load Video or Crop Video, with its dialog cancelled.
+  void Cancel(Command command) const {
+    const DialogAnswers answers({CancelDialog()});
+    Give(command);
+  }
+  void ChooseMenuItem(const char* caption) const {
+    for (QAction* action : form_->findChildren<QAction*>()) {
+      if (action->text() == caption) action->trigger();
+    }
   }
   // Crop Video, with that file typed.
   void CropTo(const QString& file) const {
