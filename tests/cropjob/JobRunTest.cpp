@@ -114,7 +114,7 @@ TEST_F(JobRun, StartsNoSecondRunAtLaterTicks) {
   EXPECT_EQ(statuses_, (Texts{kStarting, kCropping, kSuccessful}));
 }
 
-TEST_F(JobRun, ShowsAMessageAndKeepsStatusAndHourglassWhereItThrows) {
+TEST_F(JobRun, ThatThrowsShowsAMessageAndKeepsStatusAndHourglass) {
   mainWindow_.VideoAsked = [] { throw std::bad_alloc(); };
   const DialogAnswers answers({PressButton(QMessageBox::Ok)});
   Run();

@@ -68,7 +68,7 @@ TEST_F(MainWindowSize, IsNeverLessThanTheLeastSize) {
   }
 }
 
-TEST_F(MainWindowSize, ChangesTheLayoutWhenTheWindowIsRestoredAndNotWhenItIsMinimised) {
+TEST_F(MainWindowSize, ChangeByMinimisingLeavesTheLayoutUntilTheWindowIsRestored) {
   auto& command = Get<Control>("Label14(0)");
   auto& frame = Get<Control>("Picture1(0)");
   const float commandTop = command.Top();
@@ -87,7 +87,19 @@ TEST_F(MainWindowSize, ChangesTheLayoutWhenTheWindowIsRestoredAndNotWhenItIsMini
   EXPECT_EQ(frame.Width(), frameWidth);
 }
 
-TEST_F(MainWindowSize, DoesNotMoveCanvasAndBars) {
+TEST_F(MainWindowSize, ChangePutsViewportAndScrollBarBackIntoTheirCorner) {
+  auto& viewport = Get<Control>("Picture1(1)");
+  auto& across = Get<Control>("HScroll1");
+  viewport.setLeft(9);
+  viewport.setTop(8);
+  across.setLeft(7);
+  form_->setWidth(24000);
+  EXPECT_EQ(viewport.Left(), 0);
+  EXPECT_EQ(viewport.Top(), 0);
+  EXPECT_EQ(across.Left(), 0);
+}
+
+TEST_F(MainWindowSize, ChangeDoesNotMoveCanvasAndBars) {
   Canvas().setLeft(-30);
   Canvas().setTop(-50);
   Bar(LeftBar).setLeft(33);

@@ -33,14 +33,14 @@ TEST_F(Load, ShowsThePathAndTheCanvasAndProbesSizeAndThenDuration) {
   EXPECT_EQ(VideoDuration, "00:00:10");
 }
 
-TEST_F(Load, IsInTheMenuAsWell) {
+TEST_F(Load, StartsFromTheMenuAsWell) {
   const QString video = tools_.File("a.mp4");
   const DialogAnswers answers({TypeFile(video)});
   ChooseMenuItem("Load Video to Crop");
   EXPECT_EQ(Path().Text(), video);
 }
 
-TEST_F(Load, ShowsADialogForEveryKindOfFileWithoutATitleOfItsOwnEvenAfterASaveDialog) {
+TEST_F(Load, ShowsAllFilesUnderQtsOwnTitleInItsDialogAlsoAfterASaveDialog) {
   Cancel(CropVideo);
   Texts seen;
   const DialogAnswers answers({[&](QDialog& dialog) {
@@ -56,7 +56,7 @@ TEST_F(Load, ShowsADialogForEveryKindOfFileWithoutATitleOfItsOwnEvenAfterASaveDi
   EXPECT_EQ(seen, (Texts{title, "opens", "*.* (*)", "name: "}));
 }
 
-TEST_F(Load, ShowsADialogThatBeginsOnTheDesktop) {
+TEST_F(Load, BeginsInTheDesktopFolder) {
   const QByteArray former = qgetenv("XDG_CONFIG_HOME");
   const QTemporaryDir home;
   const QString desk = home.filePath("Desk");
@@ -78,7 +78,7 @@ TEST_F(Load, ShowsADialogThatBeginsOnTheDesktop) {
   EXPECT_EQ(folder, desk);
 }
 
-TEST_F(Load, ThatIsCancelledHasTurnedTheTimerOnAndForgottenTheSizeBeforeTheDialog) {
+TEST_F(Load, TurnsTheTimerOnAndForgetsTheSizeEvenIfTheDialogIsCancelled) {
   ProbeDimensionsDone = true;
   const DialogAnswers answers({[&](QDialog& dialog) {
     EXPECT_TRUE(Get<Timer>("Timer2").Enabled());
@@ -93,14 +93,14 @@ TEST_F(Load, ThatIsCancelledHasTurnedTheTimerOnAndForgottenTheSizeBeforeTheDialo
   EXPECT_TRUE(tools_.Runs().empty());
 }
 
-TEST_F(Load, ThatIsCancelledAfterACropTakesNoFile) {
+TEST_F(Load, TakesNoFileOfAnEarlierCropIfTheDialogIsCancelled) {
   CropTo(tools_.File("there.mp4"));
   Cancel(LoadVideo);
   EXPECT_EQ(Path().Text(), "");
   EXPECT_FALSE(Canvas().Visible());
 }
 
-TEST_F(Load, ThatIsCancelledKeepsTheVideoBefore) {
+TEST_F(Load, KeepsTheOldVideoIfTheDialogIsCancelled) {
   const QString video = LoadVideoOf(640, 360);
   Bar(LeftBar).setLeft(20);
   CropTo(tools_.File("there.mp4"));

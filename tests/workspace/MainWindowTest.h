@@ -12,7 +12,7 @@
 
 namespace kelvane::testing {
 
-// The main window as the user meets it, with recording tools.
+// The main window, loaded and shown, with recording tools.
 class MainWindowTest : public OpenWindowTest<Form1> {
  protected:
   PictureBox& Canvas() const { return Get<PictureBox>("Picture1", CanvasBox); }
@@ -30,20 +30,20 @@ class MainWindowTest : public OpenWindowTest<Form1> {
   // One tick of the timer that measures the bars.
   void Measure() const { Tick(Get<Timer>("Timer2")); }
 
-  // The user releases the button over one of the commands.
+  // Releases the left button over the command.
   void Give(Command command) const { Release(Get<Label>("Label14", command)); }
-  // Load Video, with that file picked.
+  // Gives Load Video and types that file into its dialog.
   void Pick(const QString& file) const {
     const DialogAnswers answers({TypeFile(file)});
     Give(LoadVideo);
   }
-  // The same with a tool that says that much of it.
+  // The same, with probes that print these texts.
   void Pick(const QString& file, const QString& size, const QString& duration) const {
     tools_.SizeProbeDoes(Print(size));
     tools_.DurationProbeDoes(Print(duration));
     Pick(file);
   }
-  // A video of that size, in the words of the probe tool.
+  // The same, of a new file and with probes that print that size and ten seconds.
   QString LoadVideoOf(int width, int height) const {
     QString file = tools_.File(QStringLiteral("clip%1x%2.mp4").arg(width).arg(height));
     Pick(file, SizeText(width, height), DurationText("00:00:10.00"));
@@ -56,7 +56,7 @@ class MainWindowTest : public OpenWindowTest<Form1> {
     return QStringLiteral("Input #0\n  Duration: %1, start: 0.000000, bitrate: 1 kb/s\n")
         .arg(QLatin1String(duration));
   }
-  // Load Video or Crop Video, with its dialog cancelled.
+  // Gives Load Video or Crop Video and cancels its dialog.
   void Cancel(Command command) const {
     const DialogAnswers answers({CancelDialog()});
     Give(command);
@@ -66,7 +66,7 @@ class MainWindowTest : public OpenWindowTest<Form1> {
       if (action->text() == caption) action->trigger();
     }
   }
-  // Crop Video, with that file typed.
+  // Gives Crop Video and types that file into its dialog.
   void CropTo(const QString& file) const {
     const DialogAnswers answers({TypeFile(file)});
     Give(CropVideo);
@@ -85,14 +85,14 @@ class MainWindowTest : public OpenWindowTest<Form1> {
     return jobs.empty() ? nullptr : jobs.front();
   }
   static Timer& TimerOf(const Form2& job) { return job.Find<Timer>(QStringLiteral("Timer1")); }
-  // The job window is on the screen two ticks before its tool.
+  // The tool starts at the second tick and runs to its end.
   static void RunJob(const Form2& job) {
     Timer& timer = TimerOf(job);
     Tick(timer);
     Tick(timer);
   }
 
-  // The lines as the recording tools write them down.
+  // The two probes of a video, as RecordingTools::Runs() has them.
   std::string SizeRun(const QString& video) const {
     return ("ffprobe | -v | error | -show_entries | stream=width,height | -of | "
             "default=noprint_wrappers=1" +

@@ -165,7 +165,7 @@ TEST_F(Markers, DoNotMoveUnderAPointerThatRestsBetweenTwoPixels) {
   EXPECT_EQ(Bar(TopBar).Width(), 585);
 }
 
-TEST_F(Markers, ChangeTheNumbersAtTheNextTickOnlyAlsoByAReset) {
+TEST_F(Markers, ChangeTheNumbersOnlyAtTheNextTickWhenTheyAreDraggedOrReset) {
   LoadVideoOf(640, 360);
   Measure();
   Drag(LeftBar, 655, 0);

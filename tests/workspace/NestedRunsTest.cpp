@@ -13,7 +13,7 @@ namespace {
 
 constexpr const char* kSuccessful = "Progress: 100 % Complete: Status: Cropping Successful";
 
-class Nesting : public MainWindowTest {
+class NestedRuns : public MainWindowTest {
  protected:
   // Does the step when events are next handled after that block has been stored, and opens the gate
   // for the tool to go on.
@@ -29,7 +29,7 @@ class Nesting : public MainWindowTest {
   const Gate gate_{tools_.PathOf("gate")};
 };
 
-TEST_F(Nesting, ALoadInsideTheDurationProbeOfAnother) {
+TEST_F(NestedRuns, ALoadInTheDurationProbeOfAnotherOneReplacesItsPathAndSize) {
   const QString first = tools_.File("first.mp4");
   const QString second = tools_.File("second.mp4");
   tools_.SizeProbeDoes(Print(SizeText(640, 360)));
@@ -57,7 +57,7 @@ TEST_F(Nesting, ALoadInsideTheDurationProbeOfAnother) {
   EXPECT_TRUE(ProbeDimensionsDone);
 }
 
-TEST_F(Nesting, ALoadInsideTheSizeProbeOfAnother) {
+TEST_F(NestedRuns, ALoadInTheSizeProbeOfAnotherOneReplacesThePathOfItsDurationProbe) {
   const QString first = tools_.File("first.mp4");
   const QString second = tools_.File("second.mp4");
   tools_.SizeProbeDoes(Print(SizeText(640, 360)));
@@ -73,7 +73,7 @@ TEST_F(Nesting, ALoadInsideTheSizeProbeOfAnother) {
   EXPECT_EQ(Store(), "width=640\nheight=360\ntext\nwidth=640\nheight=360\ntext\n");
 }
 
-TEST_F(Nesting, ALoadInsideAPreviewWhoseLaterTextIsStoredAsWell) {
+TEST_F(NestedRuns, ALoadInAPreviewDoesNotLoseThePreviewsLaterText) {
   ProbeDimensionsDone = true;
   tools_.PreviewDoes(Print("one\n") + Wait(gate_) + Print("two\n"));
   AfterBlock("one\n", gate_, [&] { Pick(tools_.File("a.mp4"), SizeText(1920, 1080), "loaded\n"); });
@@ -82,7 +82,7 @@ TEST_F(Nesting, ALoadInsideAPreviewWhoseLaterTextIsStoredAsWell) {
   EXPECT_EQ(Number(SourceWidth), "1,920");
 }
 
-TEST_F(Nesting, APreviewInsideADurationProbe) {
+TEST_F(NestedRuns, APreviewInADurationProbeDoesNotLoseTheProbesLaterText) {
   tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
   tools_.DurationProbeDoes(Print("one\n") + Wait(gate_) + Print("Duration: 00:00:11.00\n"));
   tools_.PreviewDoes(Print("playing\n"));
@@ -92,7 +92,7 @@ TEST_F(Nesting, APreviewInsideADurationProbe) {
   EXPECT_EQ(VideoDuration, "00:00:11");
 }
 
-TEST_F(Nesting, HandlesEventsOfALoadFirstAfterTheSizeAndBeforeAnyTextIsStored) {
+TEST_F(NestedRuns, EventsAreFirstHandledInALoadWhenTheSizeIsShown) {
   for (const auto& [size, width, height] :
        {std::tuple(QSize(1920, 1080), "1,920", "1,080"), {QSize(640, 360), "0,640", "0,360"}}) {
     Get<TextBox>("Text2").setText({});
@@ -112,7 +112,7 @@ TEST_F(Nesting, HandlesEventsOfALoadFirstAfterTheSizeAndBeforeAnyTextIsStored) {
   }
 }
 
-TEST_F(Nesting, HandlesEventsOnceForEachBlockOfTextBeforeItIsStored) {
+TEST_F(NestedRuns, EventsAreHandledForEachBlockOfTextBeforeItIsStored) {
   tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
   tools_.DurationProbeDoes(Print("one\n") + Wait(gate_) + Print("Duration: 00:00:01") +
                            Wait(gate_) + Print("\nthree\n"));
@@ -129,7 +129,7 @@ TEST_F(Nesting, HandlesEventsOnceForEachBlockOfTextBeforeItIsStored) {
                             "one\nDuration: 00:00:01\nthree\n, duration: 00:00:01"}));
 }
 
-TEST_F(Nesting, ACropDuringAJobReplacesTheSharedValuesAndStartsNoTool) {
+TEST_F(NestedRuns, ACropDuringAJobReplacesTheSharedValuesAndStartsNoTool) {
   tools_.CropDoes(Print("one\n") + Wait(gate_) + Print("two\n"));
   CropWidth = 111;
   CropTo("/tmp/first.mp4");
@@ -151,7 +151,7 @@ TEST_F(Nesting, ACropDuringAJobReplacesTheSharedValuesAndStartsNoTool) {
   EXPECT_TRUE(job->isVisible());
 }
 
-TEST_F(Nesting, ACropAfterAJobShowsItsWindowAgainAndStartsNoTool) {
+TEST_F(NestedRuns, ACropAfterAJobShowsItsWindowAgainAndStartsNoTool) {
   CropTo("/tmp/first.mp4");
   Form2* const job = JobWindow();
   ASSERT_NE(job, nullptr);
@@ -165,7 +165,7 @@ TEST_F(Nesting, ACropAfterAJobShowsItsWindowAgainAndStartsNoTool) {
   EXPECT_EQ(OutputPath, "/tmp/second.mp4");
 }
 
-TEST_F(Nesting, AJobWaitsForTheEndOfALoadsDialogAndTheOtherTimersDoNot) {
+TEST_F(NestedRuns, AJobWaitsForTheEndOfALoadsDialogAndTheOtherTimersDoNot) {
   const QString chosen = tools_.File("chosen.mp4");
   tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
   CropWidth = 111;
@@ -189,7 +189,7 @@ TEST_F(Nesting, AJobWaitsForTheEndOfALoadsDialogAndTheOtherTimersDoNot) {
             "ffmpeg | -i | " + chosen.toStdString() + " | -vf | crop=111:0:0:0 | /tmp/first.mp4");
 }
 
-TEST_F(Nesting, ALoadDuringAJobLeavesTheJobsCommandLine) {
+TEST_F(NestedRuns, ALoadDuringAJobLeavesTheJobsCommandLine) {
   const QString video = tools_.File("other.mp4");
   tools_.CropDoes(Print("one\n") + Wait(gate_));
   CropTo("/tmp/out.mp4");
@@ -203,7 +203,7 @@ TEST_F(Nesting, ALoadDuringAJobLeavesTheJobsCommandLine) {
   EXPECT_EQ(Number(SourceWidth), "1,920");
 }
 
-TEST_F(Nesting, ANewJobCanBeStartedInsideACancelledOneAndOutlastIt) {
+TEST_F(NestedRuns, ANewJobCanBeStartedInACancelledOneAndOutlastIt) {
   tools_.CropDoes(Print("one\n"));
   CropTo("/tmp/first.mp4");
   const QPointer<Form2> first = JobWindow();
@@ -223,7 +223,7 @@ TEST_F(Nesting, ANewJobCanBeStartedInsideACancelledOneAndOutlastIt) {
   EXPECT_EQ(StatusOf(*JobWindow()), kSuccessful);
 }
 
-TEST_F(Nesting, StartFreshDuringAJobUnloadsItsWindowAndLetsTheToolUpdateTheProgressBar) {
+TEST_F(NestedRuns, StartFreshDuringAJobUnloadsItsWindowAndLetsTheToolUpdateTheProgressBar) {
   auto& bar = Get<ProgressBar>("pbar");
   tools_.CropDoes(Print("time=00:00:05.00 ") + Wait(gate_) + Print("time=00:00:09.00 "));
   CropTo("/tmp/out.mp4");
@@ -239,7 +239,7 @@ TEST_F(Nesting, StartFreshDuringAJobUnloadsItsWindowAndLetsTheToolUpdateTheProgr
   EXPECT_EQ(bar.Value(), 9);
 }
 
-TEST_F(Nesting, TheProgramEndsAfterTheToolOfAJobWhoseWindowsWereClosed) {
+TEST_F(NestedRuns, TheProgramEndsAfterTheToolOfAJobWhoseWindowsWereClosed) {
   const QString whole = tools_.Path() + "/whole";
   tools_.CropDoes(Print("one\n") + Wait(gate_) + Print("two\n") +
                   QStringLiteral("echo whole > '%1'\n").arg(whole));

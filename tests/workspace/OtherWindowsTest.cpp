@@ -28,7 +28,7 @@ class WindowNames {
 };
 TYPED_TEST_SUITE(MenuItemForAWindow, Windows, WindowNames);
 
-TYPED_TEST(MenuItemForAWindow, OpensItWithoutOwnerNotModalAndWithTheMainWindowsIcon) {
+TYPED_TEST(MenuItemForAWindow, OpensTheWindowWithoutOwnerAndWithTheMainWindowsIcon) {
   QPixmap picture(16, 16);
   picture.fill(Qt::red);
   this->form_->setWindowIcon(QIcon(picture));

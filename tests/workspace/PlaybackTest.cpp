@@ -126,7 +126,7 @@ TEST_F(Playback, GoesOnDuringAPreviewAndALoad) {
   EXPECT_TRUE(watch_.Moves());
 }
 
-TEST_F(Playback, EndsWithAFreshStartAndSoDoItsReadOuts) {
+TEST_F(Playback, EndsWithAFreshStartWhichClearsTheReadOuts) {
   RunRed();
   ASSERT_TRUE(watch_.AwaitPosition(1));
   EXPECT_EQ(ReadOuts(), (Texts{"0:00:20", "00:01"}));
@@ -143,13 +143,13 @@ TEST_F(Playback, EndsWithTheWindow) {
   EXPECT_TRUE(watch_.AwaitColour(kNothingPlayed));
 }
 
-TEST_F(Playback, HasReadOutsOfZeroFromTheFirstTickOnWithoutAVideo) {
+TEST_F(Playback, ShowsZeroTimesWithoutAVideoFromTheFirstTickOn) {
   EXPECT_EQ(Get<Label>("Label12").Caption(), "00:00:00");
   EXPECT_EQ(Get<Label>("Label13").Caption(), "00");
   EXPECT_EQ(ReadOuts(), (Texts{"0:00:00", "00:00"}));
 }
 
-TEST_F(Playback, HasReadOutsOfDurationAndPositionOfWhichAStopKeepsTheDuration) {
+TEST_F(Playback, ShowsDurationAndPositionAndOnlyTheDurationAfterAStop) {
   RunRed();
   ASSERT_TRUE(watch_.AwaitPosition(1));
   ASSERT_TRUE(WaitFor([&] { return wmp_.currentMediaDuration() > 0.0; }));
@@ -159,7 +159,7 @@ TEST_F(Playback, HasReadOutsOfDurationAndPositionOfWhichAStopKeepsTheDuration) {
   EXPECT_EQ(ReadOuts(), (Texts{"0:00:20", "00:00"}));
 }
 
-TEST_F(Playback, OfAFileThatCannotBePlayedHasReadOutsOfZero) {
+TEST_F(Playback, ShowsZeroTimesForAFileThatCannotBePlayed) {
   Pick(tools_.File("notes.txt"));
   Give(RunVideo);
   ASSERT_TRUE(watch_.AwaitEnd());

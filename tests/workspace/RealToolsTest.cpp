@@ -69,7 +69,7 @@ TEST_F(RealTools, ShowTheSecondStreamsSizeWhereTheFirstOnesWidthHasFourDigits) {
 }
 
 // The recording begins in the middle of a picture.
-TEST_F(RealTools, KeepTheSizeBeforeForARecordingWithAComplaintAndShowThatOfACopyOfItsStreams) {
+TEST_F(RealTools, KeepTheOldSizeForARecordingOfWhichTheProbeComplains) {
   Make(Source("1280x720") + QStringList{"-c:v", "mpeg2video"}, "whole.ts");
   QFile whole(InFolder("whole.ts"));
   ASSERT_TRUE(whole.open(QIODevice::ReadOnly));
@@ -85,7 +85,7 @@ TEST_F(RealTools, KeepTheSizeBeforeForARecordingWithAComplaintAndShowThatOfACopy
 }
 
 // The system lets nobody read this file.
-TEST_F(RealTools, KeepSizeAndDurationForAFileThatCannotBeRead) {
+TEST_F(RealTools, KeepTheOldSizeAndDurationForAFileThatCannotBeRead) {
   LoadMade(Source("640x360"), "clip.mp4");
   Pick("/proc/self/mem");
   EXPECT_EQ(Path().Text(), "/proc/self/mem");
@@ -102,7 +102,7 @@ TEST_F(RealTools, ShowTheSizeOfTheFileThatAListNames) {
 }
 
 // The command line is the one in docs/faults.md.
-TEST_F(RealTools, TellByACommandLineRunByHandWhyACropMadeNoFile) {
+TEST_F(RealTools, ExplainAFailedCropWhenItsCommandLineIsRunByHand) {
   Make(Source("320x240"), "my clip.mp4");
   Pick(InFolder("my clip.mp4"));
   EXPECT_TRUE(QFileInfo(Path().Text()).isSymLink());

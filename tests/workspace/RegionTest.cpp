@@ -28,7 +28,7 @@ TEST_F(Region, OfAFreshVideoIsFivePixelsNarrowerAndLower) {
   EXPECT_EQ(Number(SourceHeight), "0,360");
 }
 
-TEST_F(Region, IsMeasuredByTheBarsForTheReadOutAndTheCrop) {
+TEST_F(Region, IsMeasuredFromTheBarsForTheReadOutAndTheCrop) {
   struct Case {
     const char* name;
     float left, top, right, base;
@@ -128,7 +128,7 @@ TEST_F(Region, IsShownWithTheLocalesGroupSeparator) {
   EXPECT_EQ(Canvas().Height(), 1080);
 }
 
-TEST_F(Region, IsMeasuredOnThroughCommandsAndASecondLoad) {
+TEST_F(Region, GoesOnBeingMeasuredAfterCommandsAndASecondLoad) {
   LoadVideoOf(640, 360);
   Give(ResetMarkers);
   Give(PauseVideo);

@@ -27,6 +27,8 @@ TEST_F(HiddenButtons, GiveTheCommands) {
   EXPECT_EQ(Path().Text(), video);
   Push(PauseVideo);
   EXPECT_EQ(PauseState(), "Paused");
+  Push(RunVideo);
+  EXPECT_EQ(Get<WindowsMediaPlayer>("wmp").URL(), video);
   Push(PreviewCroppedVideo);
   EXPECT_EQ(LastRun(), "ffplay | -i | " + video.toStdString() + " | -vf | crop=0:0:0:0");
   const DialogAnswers answers({TypeFile("/tmp/out.mp4")});
@@ -110,7 +112,7 @@ TEST_F(StartFresh, KeepsOutputPauseStateAndTheToolsText) {
   EXPECT_EQ(PauseState(), "Paused");
 }
 
-TEST_F(StartFresh, ProbesTheEmptyPathForItsDurationAndAfterACancelledDialogForItsSizeAsWell) {
+TEST_F(StartFresh, ProbesTheEmptyPathForADurationAndAfterACancelledDialogForASizeToo) {
   Reset();
   EXPECT_EQ(tools_.Runs().size(), 3U);
   EXPECT_EQ(LastRun(), DurationRun({}));
@@ -121,7 +123,7 @@ TEST_F(StartFresh, ProbesTheEmptyPathForItsDurationAndAfterACancelledDialogForIt
   EXPECT_EQ(Texts(runs.begin() + 5, runs.end()), (Texts{SizeRun({}), DurationRun({})}));
 }
 
-TEST_F(StartFresh, StopsAndHidesTheVideoBeforeThatProbeAndClearsTheReadOutsAfterIt) {
+TEST_F(StartFresh, StopsTheVideoBeforeItProbesTheEmptyPathAndClearsTheReadOutsAfterwards) {
   int changes = 0;
   Before(Path().Change, [&](int /*index*/) {
     ++changes;

@@ -133,7 +133,7 @@ class UrlRecorder : public QObject {
 
 class Menus : public MainWindowTest {};
 
-TEST_F(Menus, OpenTheWebPagesByTwoItemsAndNoneByTheOthers) {
+TEST_F(Menus, OpenAWebPageByTwoOfTheirItemsOnly) {
   UrlRecorder recorder;
   for (const char* item :
        {"Check Site For Updates", "Donate Via PayPal Website", "Crop and Save", "Remove Video",
