@@ -1,4 +1,4 @@
-// What the job window shows when it is loaded.
+// These tests check what the job window shows when it is loaded.
 #include <utility>
 
 #include "cropjob/JobWindowTest.h"

@@ -1,4 +1,4 @@
-// The job window from its load to its end.
+// These tests load, cancel and reload the job window.
 #include <QFile>
 
 #include "cropjob/JobWindowTest.h"
@@ -102,7 +102,7 @@ TEST_F(JobLife, CancelDuringAJobLetsTheToolFinishAndUpdateTheMainWindow) {
   EXPECT_FALSE(JobIsThere());
 }
 
-TEST_F(JobLife, ASecondJobCanRunInsideACancelledOne) {
+TEST_F(JobLife, ASecondJobCanRunDuringACancelledOne) {
   const Gate gate(tools_.PathOf("gate"));
   LoadJob("00:00:10");
   const QPointer<Form2> first = shown_;

@@ -1,4 +1,4 @@
-// What the crop tool prints, and what of it reaches the progress bars, the status line and the
+// These tests let the crop tool print texts and look at the progress bars, the status line and the
 // main window's title.
 #include <QFile>
 #include <new>

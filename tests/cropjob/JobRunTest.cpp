@@ -1,4 +1,4 @@
-// The run of the crop tool: when it starts, its command line, and its end.
+// These tests check when the crop tool starts, its command line and its end.
 #include <new>
 #include <utility>
 

@@ -1,4 +1,4 @@
-// The commands, the command lines that they run, and the dialog for a crop's output.
+// These tests give the commands and check the command lines that they run.
 #include <QComboBox>
 #include <QFile>
 #include <QFileDialog>

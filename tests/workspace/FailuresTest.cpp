@@ -1,4 +1,4 @@
-// Loads and previews in which the program itself fails.
+// These tests let the program itself fail in a load or a preview.
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -18,7 +18,7 @@ void FailTheNextAllocation() { FailNextAllocation(0, std::numeric_limits<std::si
 
 class Failure : public MainWindowTest {
  protected:
-  // Loads the video, and expects a message that this has failed.
+  // Loads the video and expects the message that this has failed.
   void FailToLoad(const QString& video) const {
     const DialogAnswers answers({TypeFile(video), PressButton(QMessageBox::Ok)});
     Give(LoadVideo);

@@ -1,4 +1,5 @@
-// What the main window shows and tells a screen reader, and its layout when its size changes.
+// These tests compare what the main window shows and what a screen reader hears, and check its
+// layout when its size changes.
 #include "shared/SharedValues.h"
 #include "support/ScreenReader.h"
 #include "support/WindowText.h"
@@ -43,7 +44,7 @@ TEST_F(MainWindowAccessibility, ListsThePathTheNumbersAndTheBarsOfAVideo) {
 
 class MainWindowSize : public MainWindowTest {
  protected:
-  // In twips, which are exact, and in pixels.
+  // `width` and `height` are in twips.
   void ExpectSize(float width, float height, QSize pixels) const {
     EXPECT_EQ(form_->Width(), width);
     EXPECT_EQ(form_->Height(), height);

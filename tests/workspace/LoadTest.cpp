@@ -1,4 +1,4 @@
-// Load Video: the dialog, and what each way out of it leaves.
+// These tests give the command Load Video and end its dialog in different ways.
 #include <QComboBox>
 #include <QDir>
 #include <QFileDialog>
@@ -13,7 +13,7 @@ namespace {
 
 class Load : public MainWindowTest {
  protected:
-  // The file is deleted between the end of the dialog and the load.
+  // Loads a file that is deleted as soon as its dialog has ended.
   void PickAndDelete(const QString& file) const {
     const DialogAnswers answers({[&](QDialog& dialog) {
       QObject::connect(&dialog, &QDialog::finished, [&] { QFile::remove(file); });
@@ -40,7 +40,7 @@ TEST_F(Load, StartsFromTheMenuAsWell) {
   EXPECT_EQ(Path().Text(), video);
 }
 
-TEST_F(Load, ShowsAllFilesUnderQtsOwnTitleInItsDialogAlsoAfterASaveDialog) {
+TEST_F(Load, ShowsADialogForAllFilesWithQtsOwnTitle) {
   Cancel(CropVideo);
   Texts seen;
   const DialogAnswers answers({[&](QDialog& dialog) {

@@ -21,13 +21,13 @@ class MainWindowTest : public OpenWindowTest<Form1> {
   std::string Number(ReadOut number) const {
     return Get<Label>("Label1", number).Caption().toStdString();
   }
-  // Everything that the tools have printed.
+  // Returns everything that the tools have printed.
   QString Store() const { return Get<TextBox>("Text2").Text(); }
   std::string PauseState() const {
     return Get<CommandButton>("Command1", PauseVideo).Caption().toStdString();
   }
   std::string LastRun() const { return tools_.Runs().empty() ? "" : tools_.Runs().back(); }
-  // One tick of the timer that measures the bars.
+  // Lets the timer that measures the bars tick once.
   void Measure() const { Tick(Get<Timer>("Timer2")); }
 
   // Releases the left button over the command.
@@ -37,13 +37,13 @@ class MainWindowTest : public OpenWindowTest<Form1> {
     const DialogAnswers answers({TypeFile(file)});
     Give(LoadVideo);
   }
-  // The same, with probes that print these texts.
+  // Does the same with probes that print these texts.
   void Pick(const QString& file, const QString& size, const QString& duration) const {
     tools_.SizeProbeDoes(Print(size));
     tools_.DurationProbeDoes(Print(duration));
     Pick(file);
   }
-  // The same, of a new file and with probes that print that size and ten seconds.
+  // Makes a file, loads it with probes that print that size and ten seconds, and returns its path.
   QString LoadVideoOf(int width, int height) const {
     QString file = tools_.File(QStringLiteral("clip%1x%2.mp4").arg(width).arg(height));
     Pick(file, SizeText(width, height), DurationText("00:00:10.00"));
@@ -85,14 +85,14 @@ class MainWindowTest : public OpenWindowTest<Form1> {
     return jobs.empty() ? nullptr : jobs.front();
   }
   static Timer& TimerOf(const Form2& job) { return job.Find<Timer>(QStringLiteral("Timer1")); }
-  // The tool starts at the second tick and runs to its end.
+  // Lets the timer tick twice, so that the tool runs to its end.
   static void RunJob(const Form2& job) {
     Timer& timer = TimerOf(job);
     Tick(timer);
     Tick(timer);
   }
 
-  // The two probes of a video, as RecordingTools::Runs() has them.
+  // These return the runs of the probe tool as RecordingTools::Runs() does.
   std::string SizeRun(const QString& video) const {
     return ("ffprobe | -v | error | -show_entries | stream=width,height | -of | "
             "default=noprint_wrappers=1" +

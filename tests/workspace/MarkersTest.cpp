@@ -1,4 +1,4 @@
-// The marker bars and the position's tip under the pointer.
+// The marker bars follow the pointer, and a tip shows its position.
 #include <QGuiApplication>
 #include <array>
 
@@ -17,7 +17,7 @@ void PrintTo(const Box& box, std::ostream* out) {
   *out << '(' << box.left << ", " << box.top << ", " << box.width << " x " << box.height << ')';
 }
 
-// Left, top, right, base.
+// The bars are in the order of MarkerBar.
 using Boxes = std::array<Box, 4>;
 constexpr std::array kBars{LeftBar, TopBar, RightBar, BaseBar};
 
@@ -196,7 +196,7 @@ class PositionTip : public Markers {
  protected:
   PositionTip() { LoadVideoOf(640, 360); }
   void ScrollDown(std::int16_t value) const { Get<VScrollBar>("VScroll1").setValue(value); }
-  // What the box's tip is after a move over it.
+  // Moves the pointer over the box and returns the box's tip.
   QString TipAfterMove(WorkspaceBox box, float x, float y, int buttons = kNoButton) const {
     auto& moved = Get<PictureBox>("Picture1", box);
     moved.MouseMove(At(box, buttons, x, y));

@@ -1,5 +1,5 @@
-// Loads, previews and crops inside one another: while a tool runs, the event loop handles the
-// windows' events at each block of its text.
+// Events are handled at each block of a running tool's text. These tests start loads, previews and
+// crops then.
 #include <QFile>
 #include <QPointer>
 #include <QTimer>
@@ -29,7 +29,7 @@ class NestedRuns : public MainWindowTest {
   const Gate gate_{tools_.PathOf("gate")};
 };
 
-TEST_F(NestedRuns, ALoadInTheDurationProbeOfAnotherOneReplacesItsPathAndSize) {
+TEST_F(NestedRuns, ALoadDuringADurationProbeReplacesPathAndSizeOfTheFirstLoad) {
   const QString first = tools_.File("first.mp4");
   const QString second = tools_.File("second.mp4");
   tools_.SizeProbeDoes(Print(SizeText(640, 360)));
@@ -57,7 +57,7 @@ TEST_F(NestedRuns, ALoadInTheDurationProbeOfAnotherOneReplacesItsPathAndSize) {
   EXPECT_TRUE(ProbeDimensionsDone);
 }
 
-TEST_F(NestedRuns, ALoadInTheSizeProbeOfAnotherOneReplacesThePathOfItsDurationProbe) {
+TEST_F(NestedRuns, ALoadDuringASizeProbeReplacesThePathThatTheFirstLoadProbesNext) {
   const QString first = tools_.File("first.mp4");
   const QString second = tools_.File("second.mp4");
   tools_.SizeProbeDoes(Print(SizeText(640, 360)));
@@ -73,7 +73,7 @@ TEST_F(NestedRuns, ALoadInTheSizeProbeOfAnotherOneReplacesThePathOfItsDurationPr
   EXPECT_EQ(Store(), "width=640\nheight=360\ntext\nwidth=640\nheight=360\ntext\n");
 }
 
-TEST_F(NestedRuns, ALoadInAPreviewDoesNotLoseThePreviewsLaterText) {
+TEST_F(NestedRuns, ALoadDuringAPreviewDoesNotLoseThePreviewsLaterText) {
   ProbeDimensionsDone = true;
   tools_.PreviewDoes(Print("one\n") + Wait(gate_) + Print("two\n"));
   AfterBlock("one\n", gate_, [&] { Pick(tools_.File("a.mp4"), SizeText(1920, 1080), "loaded\n"); });
@@ -82,7 +82,7 @@ TEST_F(NestedRuns, ALoadInAPreviewDoesNotLoseThePreviewsLaterText) {
   EXPECT_EQ(Number(SourceWidth), "1,920");
 }
 
-TEST_F(NestedRuns, APreviewInADurationProbeDoesNotLoseTheProbesLaterText) {
+TEST_F(NestedRuns, APreviewDuringADurationProbeDoesNotLoseTheProbesLaterText) {
   tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
   tools_.DurationProbeDoes(Print("one\n") + Wait(gate_) + Print("Duration: 00:00:11.00\n"));
   tools_.PreviewDoes(Print("playing\n"));
@@ -165,7 +165,7 @@ TEST_F(NestedRuns, ACropAfterAJobShowsItsWindowAgainAndStartsNoTool) {
   EXPECT_EQ(OutputPath, "/tmp/second.mp4");
 }
 
-TEST_F(NestedRuns, AJobWaitsForTheEndOfALoadsDialogAndTheOtherTimersDoNot) {
+TEST_F(NestedRuns, AJobDoesNotStartWhileALoadsDialogIsOpenButOtherTimersTick) {
   const QString chosen = tools_.File("chosen.mp4");
   tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
   CropWidth = 111;
@@ -203,7 +203,7 @@ TEST_F(NestedRuns, ALoadDuringAJobLeavesTheJobsCommandLine) {
   EXPECT_EQ(Number(SourceWidth), "1,920");
 }
 
-TEST_F(NestedRuns, ANewJobCanBeStartedInACancelledOneAndOutlastIt) {
+TEST_F(NestedRuns, ANewJobCanStartDuringACancelledOneAndEndAfterIt) {
   tools_.CropDoes(Print("one\n"));
   CropTo("/tmp/first.mp4");
   const QPointer<Form2> first = JobWindow();

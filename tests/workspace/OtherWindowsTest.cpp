@@ -1,4 +1,4 @@
-// The hidden menu items that open the section window and the joiner.
+// Two hidden menu items open the section window and the joiner.
 #include <QWindow>
 
 #include "joiner/Form4.h"

@@ -1,4 +1,4 @@
-// The player in the main window: the commands over a real video, the read-outs and the sound.
+// These tests play a real video in the main window and check its times and its sound.
 #include <QSlider>
 
 #include "platform/player/PlaybackCore.h"
@@ -28,7 +28,7 @@ class Playback : public MainWindowTest {
     Get<CommandButton>("Command1", StartFreshButton).Click(StartFreshButton);
   }
 
-  // Duration and position after a tick of their timer.
+  // Lets their timer tick and returns duration and position.
   Texts ReadOuts() const {
     Tick(Get<Timer>("Timer3"));
     return {Get<Label>("Label12").Caption().toStdString(),
@@ -183,7 +183,7 @@ TEST_F(Sound, HasTheVolumeOfItsSlider) {
   }
 }
 
-// The minus signs are meant.
+// The minus signs are intended.
 TEST_F(Sound, HasTheBalanceOfItsSlider) {
   EXPECT_EQ(sound_.balance(), 0);
   for (const auto& [value, caption] : {std::pair(-40, "Audio Balance 100% Left : -40% Right"),

@@ -1,4 +1,4 @@
-// What the probe tool prints, and what of it reaches the window.
+// These tests let the probe tool print texts and look at what the window makes of them.
 #include "shared/SharedValues.h"
 #include "workspace/MainWindowTest.h"
 
@@ -14,7 +14,7 @@ struct TextAndCaptions {
   const char* name;
   const char* text;
   Texts captions;    // width and height
-  const char* kept;  // of the text, in the store
+  const char* kept;  // the part of the text that is stored
 };
 
 void PrintTo(const TextAndCaptions& tested, std::ostream* out) { *out << tested.name; }

@@ -1,4 +1,4 @@
-// Loads and crops by the real tools.
+// These tests load and crop videos with the real tools.
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -43,7 +43,7 @@ class RealTools : public MainWindowTest {
     EXPECT_EQ(Number(SourceWidth), width);
     EXPECT_EQ(Number(SourceHeight), height);
   }
-  // Crops to that output, by the numbers of the next tick and to the end of the job.
+  // Measures the region, crops it to that output and cancels the job after its end.
   void CropTheRegionTo(const QString& output) const {
     Measure();
     CropTo(output);
@@ -53,7 +53,7 @@ class RealTools : public MainWindowTest {
               "Progress: 100 % Complete: Status: Cropping Successful");
     Release(JobWindow()->Find<Label>("Label2"));
   }
-  // Of two seconds.
+  // The arguments make a video of two seconds.
   static QStringList Source(const char* size) {
     return {"-f", "lavfi", "-i", QStringLiteral("testsrc2=duration=2:size=%1").arg(size)};
   }
@@ -119,8 +119,7 @@ TEST_F(RealTools, ExplainAFailedCropWhenItsCommandLineIsRunByHand) {
   EXPECT_TRUE(printed.contains("already exists")) << printed.toStdString();
 }
 
-// Crops to new files whose name or folder has a blank. Names without a folder mean files in
-// "current".
+// These tests crop to a file whose name or folder has a blank. "current" is the current folder.
 class CropWithABlank : public RealTools {
  protected:
   CropWithABlank() {
@@ -182,7 +181,7 @@ TEST_F(CropWithABlank, InAFoldersNameMakesNoFile) {
   EXPECT_TRUE(QDir::current().isEmpty());
 }
 
-// A video with a note to turn it by 90 degrees. The tool turns the picture before it crops it.
+// The video has a note to turn it by 90 degrees.
 class TurnedVideo : public RealTools {
  protected:
   TurnedVideo() {
@@ -191,14 +190,14 @@ class TurnedVideo : public RealTools {
   }
 };
 
-TEST_F(TurnedVideo, IsShownAsItIsStoredAndMakesNoVideoOfARegionThatIsTooTallOnceTurned) {
+TEST_F(TurnedVideo, IsShownAsStoredButFailsToBeCroppedTallerThanItsTurnedPicture) {
   Pick(InFolder("phone.mp4"));
   ExpectSize("0,320", "0,240");
   CropTheRegionTo(InFolder("cropped.mp4"));
   EXPECT_EQ(DecodedPictures(InFolder("cropped.mp4")), 0);
 }
 
-TEST_F(TurnedVideo, IsCroppedAfterItWasTurned) {
+TEST_F(TurnedVideo, IsTurnedBeforeItIsCropped) {
   Pick(InFolder("phone.mp4"));
   Bar(RightBar).setLeft(100);
   Bar(BaseBar).setTop(100);
@@ -211,14 +210,14 @@ TEST_F(TurnedVideo, IsCroppedAfterItWasTurned) {
   EXPECT_NE(PicturesSum(InFolder("cropped.mp4")), PicturesSum(InFolder("marked.mp4")));
 }
 
-TEST_F(TurnedVideo, IsCroppedWhereTheRegionLiesOnceItIsStoredTurned) {
+TEST_F(TurnedVideo, IsCroppedWhereTheRegionLiesOnceItWasStoredTurned) {
   LoadMade({"-i", InFolder("phone.mp4"), "-c:a", "copy"}, "turned.mp4");
   ExpectSize("0,240", "0,320");
   CropTheRegionTo(InFolder("cropped.mp4"));
   EXPECT_EQ(VideoSize(InFolder("cropped.mp4")), QSize(234, 314));
 }
 
-// A video, 1280 pixels wide, with a cover picture or subtitles beside it.
+// The video is 1280 pixels wide and has a cover picture or subtitles.
 class VideoWithOtherStreams : public RealTools {
  protected:
   VideoWithOtherStreams() { EXPECT_TRUE(MakeVideo(InFolder("plain.mp4"), QSize(1280, 720), 1)); }

@@ -1,4 +1,4 @@
-// The region: what the bars say at each tick of the second timer.
+// The region is measured from the bars at each tick of Timer2.
 #include <QLocale>
 
 #include "shared/SharedValues.h"
@@ -9,12 +9,12 @@ namespace {
 
 class Region : public MainWindowTest {
  protected:
-  // Left, top, width, height, base, right.
+  // The order is left, top, width, height, base, right.
   Texts ReadOut() const {
     return {Number(RegionLeft),   Number(RegionTop),  Number(RegionWidth),
             Number(RegionHeight), Number(RegionBase), Number(RegionRight)};
   }
-  // Width, height, left, top.
+  // The order is width, height, left, top.
   using Values = std::vector<int>;
   static Values SharedValues() { return {CropWidth, CropHeight, CropLeft, CropTop}; }
 };

@@ -1,4 +1,4 @@
-// The buttons that are never shown, and the reset to which only they lead.
+// Hidden buttons give the same commands as the labels. Only they can start fresh.
 #include <QLocale>
 #include <QPushButton>
 
@@ -54,7 +54,7 @@ TEST_F(HiddenButtons, StartFreshChangesNothingUnlessTheAnswerIsYes) {
   EXPECT_TRUE(Get<Timer>("Timer2").Enabled());
 }
 
-// With the answer "Yes".
+// The user answers "Yes".
 class StartFresh : public HiddenButtons {
  protected:
   void SetUp() override {

@@ -1,4 +1,4 @@
-// The main window after its load, the highlight of the commands, and the menus.
+// These tests check the load of the main window, the highlight of its commands and its menus.
 #include <QDesktopServices>
 #include <QLineEdit>
 #include <QUrl>
@@ -9,7 +9,7 @@
 namespace kelvane::testing {
 namespace {
 
-TEST(MainWindowLoad, ResetsTimersBalanceAndSharedValuesAndLaysOutTheWindowUnseen) {
+TEST(MainWindowLoad, ResetsTimersBalanceAndSharedValues) {
   ForgetSharedValues();
   MainWindowMinimised = true;
   ProbeDimensionsDone = true;
@@ -17,12 +17,19 @@ TEST(MainWindowLoad, ResetsTimersBalanceAndSharedValuesAndLaysOutTheWindowUnseen
   auto& balance = form.Find<Slider>("Slider3");
   balance.setValue(55);
   for (const char* timer : {"Timer1", "Timer2"}) form.Find<Timer>(timer).setEnabled(true);
-  EXPECT_EQ(form.Find<Control>("Shape6").Left(), 8);
   form.Load();
   EXPECT_FALSE(MainWindowMinimised);
   EXPECT_FALSE(ProbeDimensionsDone);
   EXPECT_EQ(balance.Value(), 0);
   for (const char* timer : {"Timer1", "Timer2"}) EXPECT_FALSE(form.Find<Timer>(timer).Enabled());
+  form.Unload();
+}
+
+TEST(MainWindowLoad, LaysOutTheWindowBeforeItIsShown) {
+  ForgetSharedValues();
+  Form1 form;
+  EXPECT_EQ(form.Find<Control>("Shape6").Left(), 8);
+  form.Load();
   EXPECT_EQ(form.Find<Control>("Shape6").Left(), 2);
   EXPECT_FALSE(form.isVisible());
   form.Unload();
@@ -51,8 +58,8 @@ TEST_F(MainWindowControls, HaveTextBoxesThatCanOnlyBeRead) {
 
 class CommandHighlight : public MainWindowTest {
  protected:
-  // The indices of the highlighted commands; "?" and the colour for one that is neither highlighted
-  // nor as at rest.
+  // Returns the indices of the highlighted commands, and the colour of any command that has neither
+  // of the two colours.
   std::string Highlighted() const {
     std::string highlighted;
     for (int index = 0; index <= ResetMarkers; ++index) {
@@ -62,7 +69,7 @@ class CommandHighlight : public MainWindowTest {
     }
     return highlighted;
   }
-  // Where a move of the pointer clears the highlight.
+  // Returns the widgets over which a move of the pointer clears the highlight.
   std::vector<QWidget*> Grounds() const {
     std::vector<QWidget*> grounds = {
         form_->findChild<ContentArea*>(QString(), Qt::FindDirectChildrenOnly)};
@@ -81,7 +88,7 @@ TEST_F(CommandHighlight, IsSetByAMoveOverACommandForThatCommandAlone) {
   }
 }
 
-TEST_F(CommandHighlight, IsClearedByAMoveOverTheWindowOrABoxOfTheWorkspaceWhateverButtonsAreHeld) {
+TEST_F(CommandHighlight, IsClearedByAMoveOverTheWindowOrTheWorkspaceWithAnyButtonsHeld) {
   for (const Qt::MouseButtons held :
        {Qt::MouseButtons(), Qt::MouseButtons(Qt::LeftButton), Qt::LeftButton | Qt::RightButton}) {
     for (QWidget* ground : Grounds()) {
@@ -116,7 +123,7 @@ TEST_F(CommandHighlight, StaysWhenTheCommandIsClickedAndThePointerLeavesTheWindo
   EXPECT_EQ(Highlighted(), std::to_string(ResetMarkers));
 }
 
-// The addresses that the system was asked to open.
+// Records the addresses that the desktop is asked to open.
 class UrlRecorder : public QObject {
   Q_OBJECT
  public:

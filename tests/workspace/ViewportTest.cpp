@@ -9,7 +9,7 @@ namespace {
 
 class Viewport : public MainWindowTest {
  protected:
-  // Of the canvas, the holder and the player.
+  // Expects this size of the canvas, the holder and the player.
   void ExpectSizes(float width, float height) const {
     for (const char* name : {"Picture1(2)", "Picture1(3)", "wmp"}) {
       EXPECT_EQ(Get<Control>(name).Width(), width) << name;
