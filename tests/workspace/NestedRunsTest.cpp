@@ -17,11 +17,11 @@ class NestedRuns : public MainWindowTest {
  protected:
   // Does the step when events are next handled after that block has been stored, and opens the gate
   // for the tool to go on.
-  void AfterBlock(const QString& block, const Gate& gate, std::function<void()> step) const {
-    Get<TextBox>("Text2").Change = [this, block, &gate, step = std::move(step)](int) mutable {
+  void AfterBlock(const QString& block, std::function<void()> step) const {
+    Get<TextBox>("Text2").Change = [this, block, step = std::move(step)](int) mutable {
       if (!step || !Store().endsWith(block)) return;
       AtNextDoEvents(std::exchange(step, nullptr));
-      gate.Open();
+      gate_.Open();
     };
   }
   static QString StatusOf(const Form2& job) { return job.Find<Label>("Label1(2)").Caption(); }
@@ -36,7 +36,7 @@ TEST_F(NestedRuns, ALoadDuringADurationProbeReplacesPathAndSizeOfTheFirstLoad) {
   tools_.DurationProbeDoes(Print("one\n") + Wait(gate_) + Print("two, Duration: 00:00:11.00\n") +
                            Wait(gate_) + Print("three\n"));
   Texts inside;
-  AfterBlock("one\n", gate_, [&] {
+  AfterBlock("one\n", [&] {
     inside = {Path().Text().toStdString(), Number(SourceWidth), Number(SourceHeight)};
     Pick(second, SizeText(1920, 1080), "Duration: 00:00:22.00\n");
     gate_.Open();
@@ -76,7 +76,7 @@ TEST_F(NestedRuns, ALoadDuringASizeProbeReplacesThePathThatTheFirstLoadProbesNex
 TEST_F(NestedRuns, ALoadDuringAPreviewDoesNotLoseThePreviewsLaterText) {
   ProbeDimensionsDone = true;
   tools_.PreviewDoes(Print("one\n") + Wait(gate_) + Print("two\n"));
-  AfterBlock("one\n", gate_, [&] { Pick(tools_.File("a.mp4"), SizeText(1920, 1080), "loaded\n"); });
+  AfterBlock("one\n", [&] { Pick(tools_.File("a.mp4"), SizeText(1920, 1080), "loaded\n"); });
   Give(PreviewCroppedVideo);
   EXPECT_EQ(Store(), "one\nloaded\ntwo\n");
   EXPECT_EQ(Number(SourceWidth), "1,920");
@@ -86,7 +86,7 @@ TEST_F(NestedRuns, APreviewDuringADurationProbeDoesNotLoseTheProbesLaterText) {
   tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
   tools_.DurationProbeDoes(Print("one\n") + Wait(gate_) + Print("Duration: 00:00:11.00\n"));
   tools_.PreviewDoes(Print("playing\n"));
-  AfterBlock("one\n", gate_, [&] { Give(PreviewCroppedVideo); });
+  AfterBlock("one\n", [&] { Give(PreviewCroppedVideo); });
   Pick(tools_.File("a.mp4"));
   EXPECT_EQ(Store(), "one\nplaying\nDuration: 00:00:11.00\n");
   EXPECT_EQ(VideoDuration, "00:00:11");
