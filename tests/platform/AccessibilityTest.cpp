@@ -100,7 +100,7 @@ class ScreenReaderAction : public ::testing::Test {
   Label& command = form.Find<Label>("Command(3)");
 };
 
-TEST_F(ScreenReaderAction, IsAPressForACommandAMenuForAListItemAndNoneForOthers) {
+TEST_F(ScreenReaderAction, IsPressForACommandShowMenuForAListItemAndNoneForOthers) {
   EXPECT_EQ(Node("Command(3)").actionInterface()->actionNames(), QStringList(kPress));
   EXPECT_EQ(Node("Strip(2)").actionInterface()->actionNames(), QStringList(kMenu));
   EXPECT_EQ(Node("Text").actionInterface(), nullptr);
@@ -109,7 +109,7 @@ TEST_F(ScreenReaderAction, IsAPressForACommandAMenuForAListItemAndNoneForOthers)
   EXPECT_EQ(EventsOf("Strip(2)", kPress), Events{});
 }
 
-TEST_F(ScreenReaderAction, IsAClickInTheMiddleThatTheEventLoopSends) {
+TEST_F(ScreenReaderAction, SendsAClickToTheMiddleFromTheEventLoop) {
   Request("Command(3)", kPress);
   EXPECT_EQ(events, Events{}) << "the screen reader doesn't wait for the handlers";
   EXPECT_EQ(ProcessEvents(), kClick);
@@ -161,7 +161,7 @@ TEST_F(ScreenReaderAction, HasNoEffectWhileADialogOrAMenuIsOpen) {
 
 using ScreenReaderValue = ScreenReaderAction;
 
-TEST_F(ScreenReaderValue, OfABarIsItsPlaceBetweenTheEdgesOfItsBox) {
+TEST_F(ScreenReaderValue, IsThePlaceOfABarBetweenTheEdgesOfItsBox) {
   for (const auto& [name, length] : {std::pair{"LeftBar", 300.0}, {"TopBar", 200.0}}) {
     EXPECT_EQ(Value(name).minimumValue(), QVariant(0.0));
     EXPECT_EQ(Value(name).maximumValue(), QVariant(length));
@@ -182,7 +182,7 @@ TEST_F(ScreenReaderValue, DragsABarToItsNewPlace) {
             (Events{"Down button 1 at 49,4", "Move button 1 at 49,-16", "Up button 1 at 49,-16"}));
 }
 
-TEST_F(ScreenReaderValue, ThatIsSetTwiceIsTheLastOneEvenForABarOutOfSight) {
+TEST_F(ScreenReaderValue, IsTheLastOfTwoThatWereSetEvenForABarOutOfSight) {
   Control& bar = LetTheLeftBarFollow();
   for (const float begin : {20.0F, 400.0F}) {
     bar.setLeft(begin);
@@ -192,7 +192,7 @@ TEST_F(ScreenReaderValue, ThatIsSetTwiceIsTheLastOneEvenForABarOutOfSight) {
   }
 }
 
-TEST_F(ScreenReaderValue, OfABarIsLimitedToItsBoxAndHasNoEffectUnlessItIsFinite) {
+TEST_F(ScreenReaderValue, IsLimitedToTheBoxOfABarAndHasNoEffectUnlessItIsFinite) {
   const Control& bar = LetTheLeftBarFollow();
   constexpr double kInfinite = std::numeric_limits<double>::infinity();
   for (const auto& [value, left] :
@@ -203,7 +203,7 @@ TEST_F(ScreenReaderValue, OfABarIsLimitedToItsBoxAndHasNoEffectUnlessItIsFinite)
   }
 }
 
-TEST_F(ScreenReaderValue, OfAThumbIsItsReadOutAndCannotBeSet) {
+TEST_F(ScreenReaderValue, IsTheReadOutOfAThumbAndCannotBeSet) {
   EXPECT_EQ(Value("Thumb").currentValue().toDouble(), 25);
   EXPECT_EQ(Node("Thumb").text(QAccessible::Value), u"25"_s);
   EXPECT_FALSE(Value("Thumb").minimumValue().isValid());

@@ -59,7 +59,7 @@ TEST(Application, KeepsTheUsersDecimalPointForQtAndUsesTheCLocaleElsewhere) {
   }
 }
 
-TEST(Application, MeansPixelsOfTheScreenWhateverScaleTheUserHasChosen) {
+TEST(Application, UsesPixelsOfTheScreenWhateverScaleTheUserHasChosen) {
   for (const Environment& chosen :
        {Environment{},
         {{"QT_SCALE_FACTOR", "2"}},
@@ -103,11 +103,10 @@ TEST(Application, WritesNothingToTheUsersSettingsAfterFileDialogs) {
   }
 }
 
-TEST(Application, RunsUntilItsFormIsUnloaded) {
+TEST(Application, RunsUntilItsFormIsUnloadedAndNotAtAllWhereNoneIsLoaded) {
   EXPECT_EQ(RunTestProgram({"run"}), "tick\nunloaded");
+  EXPECT_EQ(RunTestProgram({"run-without-a-form"}), "");
 }
-
-TEST(Application, EndsAtOnceWhereNoFormIsLoaded) { RunTestProgram({"run-without-a-form"}); }
 
 TEST(Sources, ProcessEventsOnlyInDoEventsInTheProgramsLoopAndInDialogs) {
   QProcess grep;

@@ -181,7 +181,6 @@ TEST_F(ScrollBarTest, RefusesARangeThatDescends) {
     bar.setMax(refused);
     EXPECT_EQ(bar.Max(), 128);
   }
-  EXPECT_EQ(bar.Value(), 10);
   bar.setMin(0);
   bar.setValue(0);
   EXPECT_EQ(events, Events{"Change 0"});

@@ -46,7 +46,7 @@ TEST_F(PictureBoxBorder, IsALineAndAGapInFrontOfControlsThatReachBeyondTheInside
   }
 }
 
-TEST_F(PictureBoxBorder, LiesOutsideThePlacesOfTheMouseAndOfControls) {
+TEST_F(PictureBoxBorder, IsNotCountedInPlacesOfTheMouseAndOfControls) {
   EXPECT_EQ(box.geometry(), QRect(10, 20, 100, 40));
   EXPECT_EQ(strip.geometry(), QRect(2, 2, 2000, 20));
   strip.setLeft(-2);
@@ -282,21 +282,13 @@ class LineTest : public ::testing::Test {
   Line& line = form.Find<Line>("Line1");
 };
 
-TEST_F(LineTest, RunsFromTheTopLeftToTheBottomRightCornerOfItsPlaceInTheDesign) {
-  EXPECT_EQ(line.X1(), 10);
-  EXPECT_EQ(line.Y1(), 20);
-  EXPECT_EQ(line.X2(), 40);
-  EXPECT_EQ(line.Y2(), 20);
-  EXPECT_EQ(line.Height(), 0);
-  EXPECT_EQ(Ink(), QRect(10, 20, 30, 1));
-}
-
 TEST_F(LineTest, LeavesOutThePixelAtItsRightOrLowerEnd) {
   struct Case {
     const char* name;
     float x1, y1, x2, y2;
     QRect ink;
   };
+  EXPECT_EQ(Ink(), QRect(10, 20, 30, 1)) << "the place in the design";
   for (const Case& given : {Case{"horizontal", 100, 50, 110, 50, {100, 50, 10, 1}},
                             {"from right to left", 110, 50, 100, 50, {100, 50, 10, 1}},
                             {"vertical", 100, 50, 100, 57, {100, 50, 1, 7}},
@@ -307,7 +299,6 @@ TEST_F(LineTest, LeavesOutThePixelAtItsRightOrLowerEnd) {
     line.SetEnds(given.x1, given.y1, given.x2, given.y2);
     EXPECT_EQ(Ink(), given.ink) << given.name;
     EXPECT_EQ(line.X1(), given.x1) << given.name;
-    EXPECT_EQ(line.Y1(), given.y1) << given.name;
   }
 }
 

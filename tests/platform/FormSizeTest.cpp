@@ -70,7 +70,7 @@ TEST(FormSize, MayBeHuge) {
   }
 }
 
-TEST(FormSize, OfASizableFormHasNoLimit) {
+TEST(FormSize, HasNoLimitInASizableForm) {
   const TestForm form;
   EXPECT_EQ(form.minimumSize(), QSize(0, 0));
   EXPECT_GE(form.maximumWidth(), 32767);

@@ -15,10 +15,6 @@ namespace {
 
 constexpr int kQuestion = kYesNoCancel + kExclamation;
 
-Answer Close() {
-  return [](QDialog& dialog) { dialog.close(); };
-}
-
 Answer PressKey(Qt::Key key) {
   return [key](QDialog& dialog) { QTest::keyClick(&dialog, key); };
 }
@@ -69,7 +65,8 @@ TEST(MessageBox, CountsAsAnOpenDialogUntilItReturns) {
 }
 
 TEST(MessageBox, ReturnsCancelWhenItIsClosedAndOKIfThatIsItsOnlyButton) {
-  for (const Answer& close : {Close(), PressKey(Qt::Key_Escape)}) {
+  for (const Answer& close :
+       {Answer([](QDialog& dialog) { dialog.close(); }), PressKey(Qt::Key_Escape)}) {
     const DialogAnswers answers({close, close});
     EXPECT_EQ(MsgBox("?", kQuestion), MsgBoxResult::kCancel);
     EXPECT_EQ(MsgBox("!"), MsgBoxResult::kOK);

@@ -38,7 +38,7 @@ class PlayerFiles : public PlayerTest {
   }
 };
 
-TEST_F(PlayerFiles, OfManyFormatsAreShownAsTheyAreStored) {
+TEST_F(PlayerFiles, ShowsManyFormatsAsTheyAreStored) {
   struct Case {
     const char* what;
     const char* name;
@@ -69,7 +69,7 @@ TEST_F(PlayerFiles, OfManyFormatsAreShownAsTheyAreStored) {
   }
 }
 
-TEST_F(PlayerFiles, OfSoundAlonePlayAndAreBlack) {
+TEST_F(PlayerFiles, PlaysSoundWithoutAPictureAndIsBlack) {
   player.setURL(Make("sound.flac", "-f lavfi -i sine=frequency=440:duration=20"));
   EXPECT_TRUE(watch.AwaitPosition(0.3));
   EXPECT_EQ(CountOf(Picture(player), 0x000000), 320 * 180);
@@ -77,7 +77,7 @@ TEST_F(PlayerFiles, OfSoundAlonePlayAndAreBlack) {
   ExpectTheNextFilePlays();
 }
 
-TEST_F(PlayerFiles, AreNotTurnedThoughTheySayThatTheyAreToBe) {
+TEST_F(PlayerFiles, IgnoresANoteToTurnThePicture) {
   const QString turned = InFolder("turned.mp4");
   ASSERT_TRUE(MakeTurned(Make("plain.mp4", Blue("160x90")), turned, 90));
   QString printed;
@@ -91,7 +91,7 @@ TEST_F(PlayerFiles, AreNotTurnedThoughTheySayThatTheyAreToBe) {
 
 // The fields for the display size are overwritten with fields for cropping, 32 pixels on the left
 // and 9 at the top.
-TEST_F(PlayerFiles, AreNotCutThoughTheySayThatTheirEdgesAreToBe) {
+TEST_F(PlayerFiles, IgnoresANoteToCutTheEdgesOff) {
   QByteArray content =
       ContentOf(Make("plain.mkv", Blue("160x90") + " -vf setsar=2 -write_crc32 0" + kLossless));
   for (const auto& [before, after] :
@@ -103,7 +103,7 @@ TEST_F(PlayerFiles, AreNotCutThoughTheySayThatTheirEdgesAreToBe) {
   ExpectTheNextFilePlays();
 }
 
-TEST_F(PlayerFiles, WhosePicturesBecomeSmallerAreBlackAroundThem) {
+TEST_F(PlayerFiles, IsBlackAroundPicturesThatBecomeSmaller) {
   const QString large = InFolder("large.ts");
   const QString small = InFolder("small.ts");
   ASSERT_TRUE(MakeColours(large, QSize(320, 180), {0xffff0000, 0xffff0000}));
@@ -119,7 +119,7 @@ TEST_F(PlayerFiles, WhosePicturesBecomeSmallerAreBlackAroundThem) {
 
 // Two broadcasts that were put together are such a file. Some releases of the library tell a
 // negative position for it.
-TEST_F(PlayerFiles, WhoseTimesJumpBackHaveNoPositionBeforeTheBeginning) {
+TEST_F(PlayerFiles, HasNoPositionBeforeTheBeginningWhereTimesJumpBack) {
   const QByteArray late = ContentOf(Make("late.ts", Blue("320x180", 1) + " -output_ts_offset 60"));
   const QByteArray early = ContentOf(Make("early.ts", Blue("320x180", 2)));
   player.setURL(Write("both.ts", late + early));
@@ -131,7 +131,7 @@ TEST_F(PlayerFiles, WhoseTimesJumpBackHaveNoPositionBeforeTheBeginning) {
   EXPECT_FALSE(isNegative);
 }
 
-TEST_F(PlayerFiles, ThatAreStillBeingWrittenPlay) {
+TEST_F(PlayerFiles, PlaysAFileThatIsStillBeingWritten) {
   const QByteArray whole = ContentOf(Make("whole.ts", Blue("320x180", 6)));
   const qsizetype half = whole.size() / 2;
   QFile file(Write("growing.ts", whole.left(half)));
@@ -144,7 +144,7 @@ TEST_F(PlayerFiles, ThatAreStillBeingWrittenPlay) {
   ExpectTheNextFilePlays();
 }
 
-TEST_F(PlayerFiles, CutShortPlayToTheirEnd) {
+TEST_F(PlayerFiles, PlaysATruncatedFileToItsEnd) {
   const QByteArray whole =
       ContentOf(Make("whole.mp4", Blue("320x180", 4) + " -g 5 -movflags faststart"));
   player.setURL(Write("short.mp4", whole.left(whole.size() * 2 / 3)));
@@ -154,7 +154,7 @@ TEST_F(PlayerFiles, CutShortPlayToTheirEnd) {
   ExpectTheNextFilePlays();
 }
 
-TEST_F(PlayerFiles, DeletedWhileTheyPlayGoOnAndCannotBePlayedAgain) {
+TEST_F(PlayerFiles, GoesOnWithADeletedFileAndCannotPlayItAgain) {
   const QString file = Make("gone.mp4", Blue("320x180", 20));
   player.setURL(file);
   ASSERT_TRUE(AwaitBlue(QSize(320, 180)));
@@ -166,7 +166,7 @@ TEST_F(PlayerFiles, DeletedWhileTheyPlayGoOnAndCannotBePlayedAgain) {
   ExpectTheNextFilePlays();
 }
 
-TEST_F(PlayerFiles, ThatCannotBePlayedEndTheOneBeforeAndAreBlack) {
+TEST_F(PlayerFiles, EndsTheFileBeforeAndIsBlackWhereAFileCannotBePlayed) {
   ExpectTheNextFilePlays();
   ASSERT_TRUE(AwaitDuration(5));
   for (const QString& file :

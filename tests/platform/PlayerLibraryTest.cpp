@@ -60,24 +60,24 @@ class PlayerLibraryTest : public PlayerTest {
   }
 };
 
-TEST_F(PlayerLibraryTest, LeavesThePictureBlackWhereItMakesNoPlayer) {
+TEST_F(PlayerLibraryTest, LeavesThePictureBlackIfItMakesNoPlayer) {
   const Replaced<&PlayerLibrary::create> none([]() -> mpv_handle* { return nullptr; });
   ExpectABlackPicture();
 }
 
-TEST_F(PlayerLibraryTest, LeavesThePictureBlackWhereItDoesNotStartAPlayer) {
+TEST_F(PlayerLibraryTest, LeavesThePictureBlackIfItDoesNotStartAPlayer) {
   const Replaced<&PlayerLibrary::initialize> refuses(
       [](mpv_handle*) -> int { return MPV_ERROR_NOMEM; });
   ExpectABlackPicture();
 }
 
-TEST_F(PlayerLibraryTest, LeavesThePictureBlackWhereItMakesNoRenderContext) {
+TEST_F(PlayerLibraryTest, LeavesThePictureBlackIfItMakesNoRenderContext) {
   const Replaced<&PlayerLibrary::render_context_create> refuses(
       [](mpv_render_context**, mpv_handle*, mpv_render_param*) -> int { return MPV_ERROR_NOMEM; });
   ExpectABlackPicture();
 }
 
-TEST_F(PlayerLibraryTest, GoesOnPlayingWhereItRefusesToStartAnotherFile) {
+TEST_F(PlayerLibraryTest, LeavesTheOldFilePlayingIfItRefusesToStartAnother) {
   player.setURL(MakePlain("red.mp4", "red", 20));
   ASSERT_TRUE(watch.AwaitPosition(0.3));
   {
@@ -93,7 +93,7 @@ TEST_F(PlayerLibraryTest, GoesOnPlayingWhereItRefusesToStartAnotherFile) {
 }
 
 // A stop just after a load makes the library refuse the request for the duration.
-TEST_F(PlayerLibraryTest, LeavesTheDurationAsItWasWhereItRefusesToTellIt) {
+TEST_F(PlayerLibraryTest, LeavesTheDurationAsItWasIfItRefusesToTellIt) {
   using Making = Replaced<&PlayerLibrary::create>;
   using Waiting = Replaced<&PlayerLibrary::wait_event>;
   static mpv_handle* handle = nullptr;

@@ -149,14 +149,14 @@ TEST_P(PlayerReferenceFile, IsTheOnlyFileThatIsOpened) {
 INSTANTIATE_TEST_SUITE_P(Kinds, PlayerReferenceFile, ::testing::ValuesIn(kReferences),
                          [](const auto& instance) { return std::string(instance.param.kind); });
 
-TEST_F(PlayerReferences, AreNotUnpackedFromAnArchive) {
+TEST_F(PlayerReferences, DoesNotUnpackAnArchive) {
   ASSERT_TRUE(RunTool(
       "cmake", {"-E", "tar", "cf", InFolder("movie.zip"), "--format=zip", InFolder("other.mkv")}));
   ExpectABlackPictureAndNoOtherFile("movie.zip");
 }
 
 // A player knows a Blu-ray disc by either of these files.
-TEST_F(PlayerReferences, AreNotFollowedFromTheIndexOfABluRay) {
+TEST_F(PlayerReferences, DoesNotFollowTheIndexOfABluRay) {
   ASSERT_TRUE(QDir(files.path()).mkpath("BDMV/PLAYLIST"));
   Write("BDMV/index.bdmv", QByteArray("INDX0200").leftJustified(200, '\0'));
   Write("BDMV/MovieObject.bdmv", QByteArray("MOBJ0200").leftJustified(200, '\0'));
@@ -175,7 +175,7 @@ QByteArray Atom(const QByteArray& name, const QByteArray& content) {
   return BigEndian(4 + name.size() + content.size(), 4) + name + content;
 }
 
-TEST_F(PlayerReferences, AreNotFollowedToTheFileInWhichAMovieHasItsPictures) {
+TEST_F(PlayerReferences, DoesNotFollowAMovieToTheFileWithItsPictures) {
   QByteArray movie = ContentOf(Make("other.mov", "-i " + InFolder("other.mp4") + " -an -c copy"));
   movie.remove(0, movie.indexOf("moov") - 4);
   const QByteArray path = "/other.mov";
@@ -199,7 +199,7 @@ TEST_F(PlayerReferences, AreNotFollowedToTheFileInWhichAMovieHasItsPictures) {
   ExpectABlackPictureAndNoOtherFile("movie.mov");
 }
 
-TEST_F(PlayerReferences, AreNotFollowedToTheFilesOfAFolder) {
+TEST_F(PlayerReferences, DoesNotPlayTheFilesOfAFolder) {
   ASSERT_TRUE(QDir(files.path()).mkdir("folder"));
   ASSERT_TRUE(QFile::rename(InFolder("other.mkv"), InFolder("folder/other.mkv")));
   const OpenedFiles opened(InFolder("folder"));
@@ -210,7 +210,7 @@ TEST_F(PlayerReferences, AreNotFollowedToTheFilesOfAFolder) {
 
 // A Matroska file names the file of a chapter by its unique number; players look for it in the
 // folder. Here the title of the chapter is overwritten with the number of other.mkv.
-TEST_F(PlayerReferences, AreNotFollowedToTheFileOfAChapter) {
+TEST_F(PlayerReferences, DoesNotFollowAChapterToItsFile) {
   const QByteArray other = ContentOf(InFolder("other.mkv"));
   const qsizetype number = other.indexOf(QByteArray::fromHex("73a490"));
   ASSERT_GT(number, 0);
@@ -230,7 +230,7 @@ TEST_F(PlayerReferences, AreNotFollowedToTheFileOfAChapter) {
   ExpectARedPictureAndNoOtherFile("movie.mkv");
 }
 
-TEST_F(PlayerReferences, AreNotMadeToFilesOfTheSameNameWithSoundTextOrACover) {
+TEST_F(PlayerReferences, DoesNotOpenSoundTextOrCoverFilesOfTheSameName) {
   MakePlain("movie.mp4", "red", 0.5);
   Make("movie.mka", "-f lavfi -i sine=duration=1");
   for (const char* picture : {"movie.jpg", "cover.jpg"}) {
@@ -242,7 +242,7 @@ TEST_F(PlayerReferences, AreNotMadeToFilesOfTheSameNameWithSoundTextOrACover) {
   ExpectARedPictureAndNoOtherFile("movie.mp4");
 }
 
-TEST_F(PlayerReferences, AreNotSeenInNamesThatLookLikeAddressesOptionsOrPatterns) {
+TEST_F(PlayerReferences, PlaysFilesWhoseNamesLookLikeAddressesOptionsOrPatterns) {
   const QString red = MakePlain("red.mp4", "red", 20);
   ASSERT_TRUE(QDir(files.path()).mkdir("http:"));
   ASSERT_TRUE(QDir(files.path()).mkdir("memory:"));
@@ -265,13 +265,13 @@ TEST_F(PlayerReferences, AreNotSeenInNamesThatLookLikeAddressesOptionsOrPatterns
   EXPECT_TRUE(QDir::setCurrent(before));
 }
 
-TEST_F(PlayerReferences, AreFollowedFromALinkOfTheFileSystem) {
+TEST_F(PlayerReferences, FollowsALinkOfTheFileSystem) {
   ASSERT_TRUE(QFile::link(MakePlain("red.mp4", "red", 5), InFolder("link.mp4")));
   player.setURL(InFolder("link.mp4"));
   EXPECT_TRUE(watch.AwaitColour(kPlayedRed));
 }
 
-TEST_F(PlayerReferences, AreFollowedToSoundsAndChaptersInTheFileItself) {
+TEST_F(PlayerReferences, PlaysAFileWithSeveralSoundsAndChaptersOfItsOwn) {
   const QString chapters =
       Write("chapters.txt",
             ";FFMETADATA1\n[CHAPTER]\nTIMEBASE=1/1000\nSTART=0\nEND=200\ntitle=One\n"

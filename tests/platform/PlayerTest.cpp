@@ -43,7 +43,7 @@ TEST_F(Player, RepaintsNoControlThatLiesBesideOrOverIt) {
 }
 
 TEST_F(Player, ShowsEachPixelOfTheFileFromTheTopLeftCornerAndCutsOffWhatIsLargerThanItself) {
-  for (const QSize size : {QSize(300, 170), QSize(340, 200)}) {
+  for (const QSize size : {QSize(300, 170), QSize(640, 360)}) {
     const QString file = Make("test.mkv",
                               u"-f lavfi -i testsrc2=size=%1x%2:rate=25:duration=0.04 "
                               "-vf loop=loop=100:size=1 -c:v ffv1 -pix_fmt bgr0"_s.arg(size.width())
@@ -72,7 +72,7 @@ TEST_F(Player, IsOpaqueOnASurfaceWithAnAlphaChannel) {
   EXPECT_EQ(alpha, opaque);
 }
 
-TEST_F(Player, IsBlackAndDoesNotLoadItsLibraryBeforeItHasAFile) {
+TEST_F(Player, IsBlackAndMakesNoPlaybackCoreBeforeItHasAFile) {
   EXPECT_EQ(CountOf(Picture(player), 0x000000), 320 * 180);
   EXPECT_TRUE(player.URL().isEmpty());
   EXPECT_EQ(player.controls.currentPositionString(), QString());
