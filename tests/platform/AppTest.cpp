@@ -1,5 +1,5 @@
 // The application object, and the scales of outputs that it asks a compositor for. A process makes
-// the object only once, and so these tests run a program of their own.
+// the object only once, and so the tests of the object run a program of their own.
 #include "platform/App.h"
 
 #include <gtest/gtest.h>

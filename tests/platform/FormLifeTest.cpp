@@ -150,22 +150,22 @@ class FormInstanceTest : public ::testing::Test {
 };
 
 TEST_F(FormInstanceTest, KeepsAFormThatIsUnloadedInAnEventUntilItsHandlerReturns) {
-  // Wires the handler to an event of the form and raises that.
-  using Raise = void (*)(DroppedForm & form, std::function<void()> handler);
-  for (const Raise raise : {
-           Raise{[](DroppedForm&form, std::function<void()> handler) {
-             form.timer.Tick = handler;
-             form.timer.setEnabled(true);
-           }},
-           Raise{[](DroppedForm&form, std::function<void()> handler) {
-             form.label.MouseUp = [handler](const MouseEvent&) { handler(); };
-             Release(form.label);
-           }},
-           Raise{[](DroppedForm&form, std::function<void()> handler) {
-             form.label.Change = [handler](int) { handler(); };
-             AtNextDoEvents([&form] { form.label.setCaption(u"go"_s); });
-           }},
-       }) {
+  using Handler = std::function<void()>;
+  // Each gives an event of the form the handler and makes the event be raised.
+  const std::function<void(DroppedForm&, const Handler&)> raisers[]{
+      [](DroppedForm& form, const Handler& handler) {
+        form.timer.Tick = handler;
+        form.timer.setEnabled(true);
+      },
+      [](DroppedForm& form, const Handler& handler) {
+        form.label.MouseUp = [handler](const MouseEvent&) { handler(); };
+        Release(form.label);
+      },
+      [](DroppedForm& form, const Handler& handler) {
+        form.label.Change = [handler](int) { handler(); };
+        AtNextDoEvents([&form] { form.label.setCaption(u"go"_s); });
+      }};
+  for (const auto& raise : raisers) {
     DroppedForm& form = instance.Load(events);
     bool begun = false;
     raise(form, [this, &form, &begun] {

@@ -117,8 +117,8 @@ TEST_F(PlayerFiles, IsBlackAroundPicturesThatBecomeSmaller) {
   }));
 }
 
-// Two broadcasts that were put together are such a file. Some releases of the library tell a
-// negative position for it.
+// The concatenation of two broadcasts is such a file. Some releases of the library tell a negative
+// position for it.
 TEST_F(PlayerFiles, HasNoPositionBeforeTheBeginningWhereTimesJumpBack) {
   const QByteArray late = ContentOf(Make("late.ts", Blue("320x180", 1) + " -output_ts_offset 60"));
   const QByteArray early = ContentOf(Make("early.ts", Blue("320x180", 2)));

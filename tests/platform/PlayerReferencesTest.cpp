@@ -180,7 +180,7 @@ TEST_F(PlayerReferences, DoesNotFollowAMovieToTheFileWithItsPictures) {
   movie.remove(0, movie.indexOf("moov") - 4);
   const QByteArray path = "/other.mov";
   const QByteArray inTheMovie = Atom("url ", BigEndian(1, 4));
-  const QByteArray names(134, '\0');  // names and dates of volume and file, which nobody reads
+  const QByteArray names(134, '\0');  // names and dates, which players ignore
   const QByteArray levels = BigEndian(1, 2) + BigEndian(1, 2) + QByteArray(16, '\0');
   const QByteArray inTheOther =
       Atom("alis", names + levels + BigEndian(2, 2) + BigEndian(path.size(), 2) + path +

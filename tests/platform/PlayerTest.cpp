@@ -215,8 +215,8 @@ TEST_F(Player, HasAContextMenuOnThePicture) {
   EXPECT_TRUE(watch.AwaitColour(kNothingPlayed));
 }
 
-// A state in which the form of a player is deleted. `reach` brings the player there, which has just
-// been given a red video and, where `shows` is true, already shows it.
+// A state in which the form of a player is deleted. The player has been given a red video and, if
+// `shows` is true, shows it, before `reach` brings it into the state.
 struct State {
   const char* name;
   bool shows;

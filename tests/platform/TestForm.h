@@ -56,7 +56,7 @@ constexpr float kNotANumber = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInfinite = std::numeric_limits<float>::infinity();
 constexpr float kGreatest = std::numeric_limits<float>::max();
 
-// 300 by 200 pixels, in pixels.
+// A form of 300 by 200 pixels with the scale unit pixels.
 constexpr FormDesign kPixelForm{.name = "Form",
                                 .caption = "A form",
                                 .clientWidth = 4500,
