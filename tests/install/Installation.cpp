@@ -5,6 +5,7 @@
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
+#include <QFileInfo>
 #include <QLockFile>
 
 #include "support/Videos.h"
@@ -12,98 +13,74 @@
 namespace kelvane::desktop {
 namespace {
 
-const QString kBuild = QStringLiteral(KELVANE_BUILD_FOLDER);
-const QString kCMake = QStringLiteral(KELVANE_CMAKE);
-
-// The build notes what it has installed in one place; only one at a time may do so.
-class OneAtATime {
- public:
-  OneAtATime() : lock_(kBuild + QStringLiteral("/install_test.lock")) { lock_.lock(); }
-
- private:
-  QLockFile lock_;
-};
+const QString kBuild = KELVANE_BUILD_FOLDER;
+// The build notes what it installed in one file, so only one test at a time may install or pack.
+const QString kLock = kBuild + "/install_test.lock";
 
 }  // namespace
 
 QString Ran(const QString& command, const QStringList& arguments) {
   QString printed;
   EXPECT_TRUE(RunTool(command, arguments, &printed))
-      << command.toStdString() << ' ' << arguments.join(QLatin1Char(' ')).toStdString() << '\n'
+      << command.toStdString() << ' ' << arguments.join(' ').toStdString() << '\n'
       << printed.toStdString();
   return printed;
 }
 
-Installation::Installation() {
+Installation::Installation(Prefix prefix) {
   QDir().mkpath(Root());
-  // Others may look into it, as into any place for programs.
+  if (prefix == Prefix::kUsr) environment_ = {"DESTDIR=" + Root()};
+  prefix_ = prefix == Prefix::kUsr ? "/usr" : Root();
   for (const QString& folder : {place_.path(), Root()}) {
     QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner |
                                       QFile::ReadOther | QFile::ExeOther);
   }
 }
 
-QStringList Installation::Below(bool (*wanted)(const QFileInfo&)) const {
-  QStringList found;
-  QDirIterator entries(Root(),
-                       QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot,
-                       QDirIterator::Subdirectories);
-  while (entries.hasNext()) {
-    entries.next();
-    if (wanted(entries.fileInfo())) found << entries.filePath().mid(Root().size() + 1);
-  }
-  found.sort();
-  return found;
-}
-
-QStringList Installation::Things() const {
-  return Below([](const QFileInfo&) { return true; });
+QStringList Installation::Entries() const {
+  QStringList entries;
+  QDirIterator entry(Root(), QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot,
+                     QDirIterator::Subdirectories);
+  while (entry.hasNext()) entries << QDir(Root()).relativeFilePath(entry.next());
+  entries.sort();
+  return entries;
 }
 
 QStringList Installation::Files() const {
-  return Below([](const QFileInfo& entry) { return entry.isSymLink() || !entry.isDir(); });
+  QStringList files = Entries();
+  files.removeIf([this](const QString& entry) {
+    const QFileInfo info(PathOf(entry));
+    return info.isDir() && !info.isSymLink();
+  });
+  return files;
 }
 
-void Installation::Install() const { Put({}, Root()); }
-
-void Installation::Uninstall() const { Remove({}); }
-
-void Installation::InstallSystem() const {
-  Put({QStringLiteral("DESTDIR=") + Root()}, QStringLiteral("/usr"));
+// By component, which leaves the manifest of the developer's own installation alone.
+void Installation::Install() const {
+  QLockFile lock(kLock);
+  lock.lock();
+  Ran("env", environment_ + QStringList{KELVANE_CMAKE, "--install", kBuild, "--component",
+                                        "kelvane", "--prefix", prefix_});
+  EXPECT_TRUE(QFile::copy(kBuild + "/install_manifest_kelvane.txt", Manifest()));
 }
 
-void Installation::UninstallSystem() const { Remove({QStringLiteral("DESTDIR=") + Root()}); }
-
-// By its component, so that the manifest of the developer's own installation stays.
-void Installation::Put(const QStringList& environment, const QString& prefix) const {
-  const OneAtATime lock;
-  Ran(QStringLiteral("env"),
-      environment + QStringList{kCMake, QStringLiteral("--install"), kBuild,
-                                QStringLiteral("--component"), QStringLiteral("kelvane"),
-                                QStringLiteral("--prefix"), prefix});
-  EXPECT_TRUE(QFile::copy(kBuild + QStringLiteral("/install_manifest_kelvane.txt"), Manifest()));
-}
-
-void Installation::Remove(const QStringList& environment) const {
-  Ran(QStringLiteral("env"),
-      environment + QStringList{kCMake, QStringLiteral("-D"),
-                                QStringLiteral("MANIFEST=") + Manifest(), QStringLiteral("-P"),
-                                QStringLiteral(KELVANE_PACKAGING_FOLDER "/uninstall.cmake")});
+void Installation::Uninstall() const {
+  Ran("env", environment_ + QStringList{KELVANE_CMAKE, "-D", "MANIFEST=" + Manifest(), "-P",
+                                        KELVANE_PACKAGING_FOLDER "/uninstall.cmake"});
 }
 
 QString Installation::MakePackage() const {
-  const OneAtATime lock;
-  const QString folder = place_.path() + QStringLiteral("/package");
-  Ran(QStringLiteral(KELVANE_CPACK),
-      {QStringLiteral("-G"), QStringLiteral("DEB"), QStringLiteral("--config"),
-       kBuild + QStringLiteral("/CPackConfig.cmake"), QStringLiteral("-B"), folder});
-  const QStringList made = QDir(folder).entryList({QStringLiteral("*.deb")});
+  QLockFile lock(kLock);
+  lock.lock();
+  const QDir folder(place_.path() + "/package");
+  Ran(KELVANE_CPACK, {"-G", "DEB", "--config", kBuild + "/CPackConfig.cmake", "-B", folder.path()});
+  const QStringList made = folder.entryList({"*.deb"});
   EXPECT_EQ(made.size(), 1);
-  return folder + QLatin1Char('/') + made.value(0);
+  return folder.filePath(made.value(0));
 }
 
 void Installation::Use(const Program& program, const QString& command) const {
-  const QString link = program.ProgramFolder() + QLatin1Char('/') + QFileInfo(command).fileName();
+  const QString link = program.ProgramFolder() + '/' + QFileInfo(command).fileName();
   EXPECT_TRUE(QFile::remove(link));
   EXPECT_TRUE(QFile::link(PathOf(command), link));
 }

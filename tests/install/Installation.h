@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QFileInfo>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
@@ -9,40 +8,39 @@
 
 namespace kelvane::desktop {
 
-// An empty place into which the build is installed. Failures are the running test's.
+// Where the build is installed: with the root as the prefix, or under the prefix /usr of a system
+// whose root it is.
+enum class Prefix { kRoot, kUsr };
+
+// An empty folder, the root, into which the build is installed. A failure is one of the running
+// test's.
 class Installation {
  public:
-  Installation();
+  explicit Installation(Prefix prefix = Prefix::kRoot);
 
-  QString Root() const { return place_.path() + QStringLiteral("/root"); }
-  QString PathOf(const QString& file) const { return Root() + QLatin1Char('/') + file; }
-  // Everything below the root, folders included, by its path from there, in order.
-  QStringList Things() const;
-  // The same without folders.
+  QString Root() const { return place_.path() + "/root"; }
+  QString PathOf(const QString& file) const { return Root() + '/' + file; }
+  // The paths from the root of everything below it, sorted, with and without folders.
+  QStringList Entries() const;
   QStringList Files() const;
 
-  // `cmake --install`, the root being the prefix.
   void Install() const;
   void Uninstall() const;
-  // The same for the prefix /usr of a system whose root this is.
-  void InstallSystem() const;
-  void UninstallSystem() const;
-  // The Debian package of the build, made outside of the root; its path.
+  // Makes the Debian package outside the root and returns its path.
   QString MakePackage() const;
 
-  // From now on the test's program is the one that this command, "bin/kelvane", starts.
+  // Has the test's program started by this command, such as "bin/kelvane".
   void Use(const Program& program, const QString& command) const;
 
  private:
-  QString Manifest() const { return place_.path() + QStringLiteral("/manifest.txt"); }
-  void Put(const QStringList& environment, const QString& prefix) const;
-  void Remove(const QStringList& environment) const;
-  QStringList Below(bool (*wanted)(const QFileInfo&)) const;
+  QString Manifest() const { return place_.path() + "/manifest.txt"; }
 
   QTemporaryDir place_;
+  QStringList environment_;
+  QString prefix_;
 };
 
-// Runs a command to its end; a status other than 0 is the running test's failure. What it printed.
+// Runs a command to its end and returns what it printed. The running test fails unless it succeeds.
 QString Ran(const QString& command, const QStringList& arguments);
 
 }  // namespace kelvane::desktop
