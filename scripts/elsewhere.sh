@@ -1,9 +1,8 @@
 #!/usr/bin/env bash
-# Runs a command on a bare Debian of another release, in a fresh clone of this one's last commit:
+# Runs a command on a bare Debian of another release, in a fresh clone of the last commit:
 #   scripts/elsewhere.sh trixie ./test.sh quick
-# Needs root. Installs mmdebstrap where it is missing, makes the system in a temporary folder below
-# ${TMPDIR:-/var/tmp} with packages from this machine's own mirror, and removes it again, also when it
-# is interrupted. Ends with the command's status.
+# Needs root. Installs mmdebstrap if it is missing, makes the system in ${TMPDIR:-/var/tmp} from this
+# machine's mirror, and always removes it again. Ends with the command's status.
 set -euo pipefail
 
 # shellcheck source=scripts/setup.sh
@@ -23,7 +22,7 @@ place=$(mktemp -d --tmpdir="${TMPDIR:-/var/tmp}" kelvane-elsewhere-XXXXXX)
 chmod 755 "$place" # the package manager fetches as a user of its own
 inside=
 clean_up() {
-  # What runs in there ends with this one process, whatever it does about signals.
+  # Everything in there ends with this process.
   if [[ -n $inside ]] && kill -KILL "$inside" 2>/dev/null; then wait "$inside" || true; fi
   rm -rf --one-file-system "$place" 2>/dev/null || { sleep 1 && rm -rf --one-file-system "$place"; }
 }
@@ -49,7 +48,7 @@ git clone --quiet "$KELVANE_ROOT" "$system/root/kelvane" ||
   fail "$KELVANE_ROOT can't be cloned"
 cp /etc/resolv.conf "$system/etc/resolv.conf"
 
-# A bare machine's environment, but for what the network needs.
+# A bare environment, but for the proxies.
 environment=(HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin)
 for name in http_proxy https_proxy no_proxy; do
   [[ -z ${!name:-} ]] || environment+=("$name=${!name}")

@@ -1,6 +1,5 @@
 #!/usr/bin/env bash
-# Takes the pictures of the README anew: runs the demo and keeps some of the pictures that it
-# leaves, with 256 colours, in docs/pictures.
+# Runs the demo and takes some of its pictures into docs/pictures, for the README, with 256 colours.
 set -euo pipefail
 
 # shellcheck source=scripts/setup.sh
@@ -11,7 +10,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 install_packages build run test
 build release kelvane kelvane_demo
 
-# The windows show it: short, and the same wherever the pictures are taken.
+# The pictures show this path, so it is short and always the same.
 demo=/tmp/demo-of-kelvane
 [[ ! -e $demo ]] || fail "$demo is in the way"
 trap 'rm -rf "$demo"' EXIT

@@ -1,7 +1,6 @@
 # shellcheck shell=bash
-# Sourced by run.sh, test.sh, fuzz.sh and bench.sh: installs the packages that are missing,
-# configures and builds. Expects `set -euo pipefail`; works from any folder and with an empty
-# environment.
+# Sourced by the other scripts: installs missing packages, configures and builds. Expects
+# `set -euo pipefail`; works from any folder and with an empty environment.
 
 KELVANE_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
@@ -21,14 +20,14 @@ packages_of() {
   return 0
 }
 
-# install_packages GROUP...: installs those of the groups' packages that are missing.
+# install_packages GROUP...: installs the groups' packages that are missing.
 install_packages() {
   local packages missing installed
   mapfile -t packages < <(packages_of "$@")
   command -v apt-get >/dev/null ||
     fail "this system has no apt-get. Kelvane is set up for Debian 13 and 12; it needs: ${packages[*]}"
 
-  # A package that was never heard of makes the query fail, and is missing all the same.
+  # The query fails if it doesn't know a package.
   # shellcheck disable=SC2016  # the format is dpkg's
   installed=$(dpkg-query -W -f='${Package} ${db:Status-Status}\n' "${packages[@]}" 2>/dev/null |
     sed -n 's/ installed$//p') || true
@@ -50,7 +49,7 @@ install_packages() {
     fail "these packages could not be installed: ${missing[*]}"
 }
 
-# build_dir PRESET: where the preset's build stands.
+# build_dir PRESET: the preset's build folder.
 build_dir() {
   if [[ $1 == release ]]; then
     printf '%s\n' "$KELVANE_ROOT/build"
@@ -59,7 +58,7 @@ build_dir() {
   fi
 }
 
-# build PRESET [TARGET...]: configures where that has not been done, and builds.
+# build PRESET [TARGET...]: configures once, and builds.
 build() {
   local preset=$1 folder
   shift
