@@ -92,7 +92,7 @@ TEST(ConsoleRunnerChildren, ARunLastsUntilTheLastProcessThatHoldsTheOutputEnds) 
   EXPECT_EQ(events[1], "late\n");
 }
 
-TEST(ConsoleRunnerChildren, AreReapedAndNoOtherChildOfTheProgramIs) {
+TEST(ConsoleRunnerChildren, ReapingLeavesOtherChildrenOfTheProgramAlone) {
   constexpr int kExitCode = 7;
   const pid_t other = ::fork();
   ASSERT_GE(other, 0);
@@ -190,7 +190,7 @@ TEST(ConsoleRunnerSignals, AreBlockedInTheReadingThread) {
 // What `ls` shows of its own descriptors: the standard ones, and the one that reads the folder.
 constexpr const char* kStandardAndListing = "0\n1\n2\n3\n";
 
-TEST(ConsoleRunnerDescriptors, TheToolGetsTheStandardOnesAlone) {
+TEST(ConsoleRunnerDescriptors, AToolGetsTheStandardOnesAlone) {
   // Opened without O_CLOEXEC.
   const Descriptor stray(::open("/dev/null", O_RDONLY));
   ASSERT_TRUE(stray);
@@ -203,7 +203,7 @@ TEST(ConsoleRunnerDescriptors, TheToolGetsTheStandardOnesAlone) {
   EXPECT_EQ(inner, kStandardAndListing) << "a tool inside another run";
 }
 
-TEST(ConsoleRunnerDescriptors, ThoseOfTheRunCloseWhenOtherCodeStartsAProgram) {
+TEST(ConsoleRunnerDescriptors, OfARunAreClosedInProgramsThatOtherCodeStarts) {
   const std::set<int> before = OpenDescriptors();
   DOSOutputs outputs;
   std::vector<int> flags;
@@ -218,7 +218,7 @@ TEST(ConsoleRunnerDescriptors, ThoseOfTheRunCloseWhenOtherCodeStartsAProgram) {
   EXPECT_EQ(flags, std::vector<int>(2, FD_CLOEXEC));
 }
 
-TEST(ConsoleRunnerDescriptors, NoneLeaksHoweverARunEnds) {
+TEST(ConsoleRunnerDescriptors, AreAllClosedHoweverARunEnds) {
   const TemporaryFolder folder;
   const std::string notExecutable = folder.File("not-executable");
   DOSOutputs throwing;
@@ -253,13 +253,14 @@ TEST(ConsoleRunnerDescriptors, AToolGetsTheStandardOnesEvenIfTheProgramHasNone) 
   }
 }
 
-TEST(ConsoleRunnerDescriptors, ARunNeedsThreeFreeOnesAndIsEmptyWithFewer) {
+TEST(ConsoleRunnerDescriptors, ARunNeedsThreeUnusedOnesAndIsEmptyWithFewer) {
   for (const char* free : {"0", "1", "2", "3"}) {
     Process program = StartTestProgram({"run-with-free-descriptors", free, "/bin/echo text"});
-    const std::string amid = *free == '3' ? "events 2, result [text amid\n], held [text amid\n]\n"
-                                          : "events 0, result [], held [text before\n]\n";
+    const std::string during = *free == '3'
+                                   ? "events 2, result [text during\n], held [text during\n]\n"
+                                   : "events 0, result [], held [text before\n]\n";
     EXPECT_EQ(program.ReadToTheEnd(), "events 2, result [text before\n], held [text before\n]\n" +
-                                          amid +
+                                          during +
                                           "events 2, result [text after\n], held [text after\n]\n")
         << free;
     EXPECT_EQ(program.Wait(), 0);

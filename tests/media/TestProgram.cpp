@@ -25,20 +25,21 @@ namespace {
 
 using Arguments = std::vector<std::string>;
 
-std::string RunAndTell(DOSOutputs& outputs, const std::string& commandLine) {
+std::string RunAndDescribe(DOSOutputs& outputs, const std::string& commandLine) {
   int events = 0;
   outputs.ReceiveOutputs = [&events](const std::string&) { ++events; };
   const std::string result = outputs.ExecuteCommand(commandLine);
-  std::ostringstream told;
-  told << "events " << events << ", result [" << result << "], held [" << outputs.Outputs() << "]";
-  return told.str();
+  std::ostringstream text;
+  text << "events " << events << ", result [" << result << "], held [" << outputs.Outputs() << "]";
+  return text.str();
 }
 
 int LowestFreeDescriptor() {
   return Descriptor(::open("/dev/null", O_RDONLY | O_CLOEXEC)).number();
 }
 
-// Descriptors to close, one digit each; file to write to; command line.
+// Closes standard descriptors, runs a tool and writes its text to a file. Arguments: the
+// descriptors, a digit each; the file; the command line.
 int RunWithoutDescriptors(const Arguments& arguments) {
   for (const char digit : arguments.at(0)) ::close(digit - '0');
   const int lowestBefore = LowestFreeDescriptor();
@@ -50,10 +51,11 @@ int RunWithoutDescriptors(const Arguments& arguments) {
   return EXIT_SUCCESS;
 }
 
-// How many descriptors to leave free; command line for before, amid and after the shortage.
+// Runs a tool before, during and after a shortage of descriptors. Arguments: how many remain free;
+// the command line, to which one of these words is added.
 int RunWithFreeDescriptors(const Arguments& arguments) {
   DOSOutputs outputs;
-  std::cout << RunAndTell(outputs, arguments.at(1) + " before") << '\n';
+  std::cout << RunAndDescribe(outputs, arguments.at(1) + " before") << '\n';
   {
     constexpr rlim_t kFew = 64;
     rlimit limit{};
@@ -61,12 +63,13 @@ int RunWithFreeDescriptors(const Arguments& arguments) {
     limit.rlim_cur = kFew;
     if (::setrlimit(RLIMIT_NOFILE, &limit) != 0) return EXIT_FAILURE;
     std::vector<Descriptor> taken;
-    while (Descriptor one{::open("/dev/null", O_RDONLY | O_CLOEXEC)})
+    while (Descriptor one{::open("/dev/null", O_RDONLY | O_CLOEXEC)}) {
       taken.push_back(std::move(one));
+    }
     taken.resize(taken.size() - std::stoul(arguments.at(0)));
-    std::cout << RunAndTell(outputs, arguments.at(1) + " amid") << '\n';
+    std::cout << RunAndDescribe(outputs, arguments.at(1) + " during") << '\n';
   }
-  std::cout << RunAndTell(outputs, arguments.at(1) + " after") << '\n';
+  std::cout << RunAndDescribe(outputs, arguments.at(1) + " after") << '\n';
   return EXIT_SUCCESS;
 }
 
