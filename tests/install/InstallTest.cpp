@@ -3,20 +3,116 @@
 #include <xcb/xcb.h>
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QRegularExpression>
 #include <QSettings>
+#include <QTemporaryDir>
 #include <cstdlib>
 
 #include "desktop/JoinerTest.h"
-#include "install/Installation.h"
+#include "support/Videos.h"
 
 namespace kelvane::desktop {
 namespace {
 
 const QStringList kCommands = {"kelvane", "kelvane-joiner", "kelvane-sections"};
 const QStringList kTools = {"ffmpeg", "ffplay", "ffprobe"};
+
+const QString kBuild = KELVANE_BUILD_FOLDER;
+// The build notes what it installed in one file, so only one test at a time may install or pack.
+const QString kLock = kBuild + "/install_test.lock";
+
+// Runs a command to its end and returns what it printed. The running test fails unless it succeeds.
+QString Ran(const QString& command, const QStringList& arguments) {
+  QString printed;
+  EXPECT_TRUE(RunTool(command, arguments, &printed))
+      << command.toStdString() << ' ' << arguments.join(' ').toStdString() << '\n'
+      << printed.toStdString();
+  return printed;
+}
+
+// Where the build is installed: with the root as the prefix, or under the prefix /usr of a system
+// whose root it is.
+enum class Prefix { kRoot, kUsr };
+
+// An empty folder, the root, into which the build is installed. Failures are the running test's.
+class Installation {
+ public:
+  explicit Installation(Prefix prefix = Prefix::kRoot) {
+    QDir().mkpath(Root());
+    if (prefix == Prefix::kUsr) environment_ = {"DESTDIR=" + Root()};
+    prefix_ = prefix == Prefix::kUsr ? "/usr" : Root();
+    for (const QString& folder : {place_.path(), Root()}) {
+      QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner |
+                                        QFile::ReadOther | QFile::ExeOther);
+    }
+  }
+
+  QString Root() const { return place_.path() + "/root"; }
+  QString PathOf(const QString& file) const { return Root() + '/' + file; }
+
+  // The paths from the root of everything below it, sorted.
+  QStringList Entries() const {
+    QStringList entries;
+    QDirIterator entry(Root(),
+                       QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot,
+                       QDirIterator::Subdirectories);
+    while (entry.hasNext()) entries << QDir(Root()).relativeFilePath(entry.next());
+    entries.sort();
+    return entries;
+  }
+  // The same without folders.
+  QStringList Files() const {
+    QStringList files = Entries();
+    files.removeIf([this](const QString& entry) {
+      const QFileInfo info(PathOf(entry));
+      return info.isDir() && !info.isSymLink();
+    });
+    return files;
+  }
+
+  // Installs a component, which leaves the manifest of the developer's own installation alone.
+  void Install() const {
+    QLockFile lock(kLock);
+    lock.lock();
+    Ran("env", environment_ + QStringList{KELVANE_CMAKE, "--install", kBuild, "--component",
+                                          "kelvane", "--prefix", prefix_});
+    EXPECT_TRUE(QFile::copy(kBuild + "/install_manifest_kelvane.txt", Manifest()));
+  }
+  void Uninstall() const {
+    Ran("env", environment_ + QStringList{KELVANE_CMAKE, "-D", "MANIFEST=" + Manifest(), "-P",
+                                          KELVANE_SOURCE_FOLDER "/packaging/uninstall.cmake"});
+  }
+
+  // Makes the Debian package outside the root and returns its path.
+  QString MakePackage() const {
+    QLockFile lock(kLock);
+    lock.lock();
+    const QDir folder(place_.path() + "/package");
+    Ran(KELVANE_CPACK,
+        {"-G", "DEB", "--config", kBuild + "/CPackConfig.cmake", "-B", folder.path()});
+    const QStringList made = folder.entryList({"*.deb"});
+    EXPECT_EQ(made.size(), 1);
+    return folder.filePath(made.value(0));
+  }
+
+  // Has the test's program started by this command, such as "bin/kelvane".
+  void Use(const Program& program, const QString& command) const {
+    const QString link = program.ProgramFolder() + '/' + QFileInfo(command).fileName();
+    EXPECT_TRUE(QFile::remove(link));
+    EXPECT_TRUE(QFile::link(PathOf(command), link));
+  }
+
+ private:
+  QString Manifest() const { return place_.path() + "/manifest.txt"; }
+
+  QTemporaryDir place_;
+  QStringList environment_;
+  QString prefix_;
+};
 
 // The paths from the prefix, sorted.
 QStringList ExpectedFiles() {

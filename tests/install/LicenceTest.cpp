@@ -8,8 +8,8 @@
 #include <set>
 #include <string>
 
-#include "install/Installation.h"
 #include "support/Sanitized.h"
+#include "support/Videos.h"
 
 namespace kelvane::desktop {
 namespace {
@@ -54,18 +54,22 @@ TEST(Licence, HasItsTextWhereTheNoticesSay) {
   EXPECT_TRUE(TextOf(kPlace).startsWith("GNU GENERAL PUBLIC LICENSE Version 3,"));
 }
 
+// What a shell command prints.
+QString Printed(const QString& command) {
+  QString printed;
+  EXPECT_TRUE(RunTool("sh", {"-c", command}, &printed)) << printed.toStdString();
+  return printed.trimmed();
+}
+
 // The libraries that the three programs are linked to.
 std::set<std::string> LinkedLibraries() {
   std::set<std::string> libraries;
-  static const QRegularExpression kNeeded("\\(NEEDED\\).*\\[(.*)\\]");
   static const QRegularExpression kSanitizer("^lib[a-z]+san\\.");
-  for (const char* program : {"kelvane", "kelvane-joiner", "kelvane-sections"}) {
-    const QString path = QStringLiteral(KELVANE_PROGRAM_FOLDER "/") + QLatin1String(program);
-    auto matches = kNeeded.globalMatch(Ran("readelf", {"--dynamic", "--wide", path}));
-    while (matches.hasNext()) {
-      const QString library = matches.next().captured(1);
-      if (!kSanitized || !library.contains(kSanitizer)) libraries.insert(library.toStdString());
-    }
+  const QString names = Printed("cd '" KELVANE_PROGRAM_FOLDER
+                                "' && readelf --dynamic --wide kelvane kelvane-joiner"
+                                " kelvane-sections | sed -n 's/.*(NEEDED).*\\[\\(.*\\)\\]/\\1/p'");
+  for (const QString& library : names.split('\n')) {
+    if (!kSanitized || !library.contains(kSanitizer)) libraries.insert(library.toStdString());
   }
   return libraries;
 }
@@ -73,7 +77,7 @@ std::set<std::string> LinkedLibraries() {
 // The copyright file of the package that a library or tool comes from.
 QString CopyrightOf(const QString& file) {
   const QString pattern = file.startsWith("lib") ? "*/" + file : "/usr/bin/" + file;
-  const QString package = Ran("dpkg-query", {"--search", pattern}).section(':', 0, 0);
+  const QString package = Printed("dpkg-query --search '" + pattern + '\'').section(':', 0, 0);
   return TextOf("/usr/share/doc/" + package + "/copyright");
 }
 
