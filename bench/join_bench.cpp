@@ -57,23 +57,30 @@ class JoinBench {
   double InProgram() {
     QFile::remove(output_);
     QFile::remove(list_);
+    const double removed = Now();
     Need(window_.ChooseFile(JoinerButton::kJoinSections, output_), "the join doesn't start");
     constexpr double kLongest = 300;
-    // WaitFor would look less often, which the figure would show.
-    for (const double begin = Now(); !screen_.Find("Kelvane"); std::this_thread::sleep_for(2ms)) {
-      Need(Now() - begin < kLongest, "the join doesn't end");
+    // Every look at the screen takes time from the tool.
+    while (!screen_.Find("Kelvane")) {
+      Need(Now() - removed < kLongest, "the join doesn't end");
+      std::this_thread::sleep_for(10ms);
     }
     const double end = Now();
     Need(ConfirmJoin(screen_), "the box at the end doesn't close");
     CheckOutput();
     constexpr double kDesignedWait = 1;
     const double begin =
-        static_cast<double>(QFileInfo(list_).lastModified().toMSecsSinceEpoch()) / 1e3;
-    return end - begin - kDesignedWait;
+        static_cast<double>(QFileInfo(list_).lastModified().toMSecsSinceEpoch()) / 1e3 +
+        kDesignedWait;
+    pause_ = begin - removed;
+    return end - begin;
   }
 
+  // Starts the tool after as long a pause as the program: the memory of the removed file may
+  // meanwhile go back to the host of a virtual machine, which delays the next tool.
   double Bare() {
     QFile::remove(output_);
+    std::this_thread::sleep_for(std::chrono::duration<double>(pause_));
     const QString command =
         QStringLiteral(
             "'%1' -f concat -safe 0 -i '%2' -c copy -y '%3' 2>&1 < /dev/null | cat > /dev/null")
@@ -97,6 +104,7 @@ class JoinBench {
   JoinerWindow window_;
   QString output_ = program_.PathOf("all.mp4");
   QString list_ = program_.ProgramFolder() + "/files.txt";
+  double pause_ = 0;  // seconds from the removal of the output to the start of the tool
 };
 
 void Run() {
@@ -112,7 +120,7 @@ void Run() {
   constexpr int kPairs = 15;
   Compare("a join of ten minutes of 1080p", kPairs, 1.02,
           {"in the program", [&] { return join.InProgram(); }},
-          {"bare command", [&] { return join.Bare(); }});
+          {"bare command", [&] { return join.Bare(); }}, Counts::kRatioOfTheFastest);
 }
 
 }  // namespace
