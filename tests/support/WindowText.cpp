@@ -231,9 +231,13 @@ class Description {
 
 }  // namespace
 
+std::string DescribeWindow(Form& form, const std::vector<QSize>& areas) {
+  return Description(form).Of(areas);
+}
+
 void ExpectWindowText(Form& form, const std::vector<QSize>& areas) {
   QFile file(QStringLiteral(KELVANE_WINDOW_TEXTS "/%1.txt").arg(form.objectName()));
-  const std::string description = Description(form).Of(areas);
+  const std::string description = DescribeWindow(form, areas);
   if (qEnvironmentVariableIsSet("KELVANE_RENEW_WINDOW_TEXTS")) {
     ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
     file.write(description.data(), static_cast<qint64>(description.size()));

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QSize>
+#include <string>
 #include <vector>
 
 #include "platform/Form.h"
@@ -11,15 +12,18 @@
 namespace kelvane::testing {
 
 // Describes a form that hasn't been loaded yet, for which it loads and shows it and turns its
-// timers off. Fails the test with a diff unless tests/windows/NAME_OF_THE_FORM.txt holds that text.
-// With KELVANE_RENEW_WINDOW_TEXTS in the environment it writes that file instead, and fails as
-// well.
+// timers off.
 //
 // `areas` are sizes of the content area in pixels; without any, it keeps the size that the load
 // gives it. A line stands for a control, below its container and from front to back: its name,
 // class, place in the container's unit and look; after "=>" what the load changes; and after each
 // '|', for each of the sizes, the part that its containers show, in pixels from the content area's
 // corner, or '-' if it is hidden. Defaults of the class are left out.
+std::string DescribeWindow(Form& form, const std::vector<QSize>& areas = {});
+
+// Fails the test with a diff unless tests/windows/NAME_OF_THE_FORM.txt holds the form's
+// description. With KELVANE_RENEW_WINDOW_TEXTS in the environment it writes that file instead, and
+// fails as well.
 void ExpectWindowText(Form& form, const std::vector<QSize>& areas = {});
 
 }  // namespace kelvane::testing
