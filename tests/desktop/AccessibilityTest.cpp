@@ -39,7 +39,7 @@ class AccessibilityBus : public DesktopTest {
     program.Start();
     root = reader.AwaitWindow("Kelvane");
     ASSERT_EQ(root.Name(), "Kelvane");
-    ASSERT_TRUE(window.Await()) << "the reader may find the window before it is on the screen";
+    ASSERT_TRUE(window.Await()) << "the main window doesn't come";
   }
 
   // Presses a button and types the path into the file dialog that this opens.
@@ -70,7 +70,7 @@ TEST_F(AccessibilityBus, LoadsAndCropsAVideoAndAnnouncesWhatChanges) {
   ASSERT_TRUE(WaitFor([&] { return width.Name() == "0,315"; }));
   EXPECT_TRUE(WaitFor([&] { return reader.HasAnnounced("accessible-name", width); }));
   const AccessibleNode group = root.Find("panel", "Video and crop region");
-  EXPECT_TRUE(WaitFor([&] { return reader.HasAnnounced("add", group); })) << "the bars are new";
+  EXPECT_TRUE(WaitFor([&] { return reader.HasAnnounced("add", group); })) << "for the bars";
   EXPECT_EQ(root.Find(kLabel, "Width of the video in pixels").Name(), "0,320");
   EXPECT_TRUE(root.Tree().contains("text \"Selected Video\": \"" + video));
 

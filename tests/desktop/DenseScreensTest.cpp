@@ -1,4 +1,4 @@
-// Dense screens: the windows and the video stay the same pixel for pixel, menus and dialogs grow
+// On dense screens the windows and the video stay the same pixel for pixel. Menus and dialogs grow
 // with the letters.
 #include <array>
 #include <functional>
@@ -133,7 +133,7 @@ TEST_F(DenseScreen, ShowsTheJoinerPixelForPixel) {
 
 class VideoOnDenseScreen : public Dense, public ::testing::WithParamInterface<Density> {};
 
-TEST_P(VideoOnDenseScreen, ShowsOnePixelOfTheVideoOnOneOfTheScreen) {
+TEST_P(VideoOnDenseScreen, IsUnscaled) {
   constexpr QSize kClip(320, 180);
   video = program.PathOf("chequers.mkv");
   ASSERT_TRUE(MakeChequers(video, kClip, 60));
@@ -166,7 +166,7 @@ class DenseDialogs : public Dense {
   }
 };
 
-TEST_F(DenseDialogs, AndMenusGrowWithTheLetters) {
+TEST_F(DenseDialogs, GrowWithTheLettersAsMenusDo) {
   const auto [usualLetters, usualDialog] = Measure(kUsual);
   const auto [letters, dialog] = Measure(2 * kUsual);
   EXPECT_GT(usualLetters, 8);

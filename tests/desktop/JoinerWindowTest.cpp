@@ -79,7 +79,7 @@ TEST_F(JoinerOnScreen, ReplacesAnExistingFileEvenByAJoinThatFailsHalfway) {
   ASSERT_TRUE(QFile::remove(added[1]));
   WriteFile(output, "somebody's work");
   ASSERT_NO_FATAL_FAILURE(JoinTo(output));
-  EXPECT_EQ(Pictures(output), 2 * 25) << "the first section alone";
+  EXPECT_EQ(Pictures(output), 2 * 25) << "the tool has joined the first section alone";
   EXPECT_EQ(ContentOf(added[0]), first);
 }
 

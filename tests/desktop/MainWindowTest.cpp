@@ -7,8 +7,7 @@ namespace {
 constexpr QSize kVideo(640, 360);
 constexpr QRgb kRed = 0xffff0000;
 
-// The colours of a decoded video are rounded, and those of a large one are converted in another
-// way.
+// Allows for rounded colours, and for the other colour space of a large video.
 bool IsRed(QRgb color) { return qRed(color) > 200 && qGreen(color) < 50 && qBlue(color) < 50; }
 
 class MainWindowOnScreen : public DesktopTest {
@@ -30,7 +29,7 @@ class MainWindowOnScreen : public DesktopTest {
   }
 };
 
-TEST_F(MainWindowOnScreen, IsLaidOutAtEverySizeAndNeverSmallerThanItsLeastOne) {
+TEST_F(MainWindowOnScreen, IsLaidOutAtEverySizeDownToItsLeastSize) {
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
   EXPECT_EQ(screen.Windows(), QList<WindowId>{window.Id()});
   ExpectLaidOut(QSize(1289, 751));
@@ -76,7 +75,7 @@ TEST_F(MainWindowOnScreen, ShowsTheProgressInItsTitleWhileItIsMinimised) {
 
 TEST_F(MainWindowOnScreen, RunsPausesAndStopsAVideoAndEndsCleanlyWhileItPlays) {
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kVideo, 30));
-  EXPECT_TRUE(window.IsBlack(kVideo)) << "a loaded video doesn't play yet";
+  EXPECT_TRUE(window.IsBlack(kVideo)) << "it plays before it is run";
   window.Click(kRunVideo);
   EXPECT_TRUE(window.AwaitMoving(kVideo));
   EXPECT_TRUE(window.AwaitCaption("Label12", "0:00:30"));
@@ -118,7 +117,7 @@ TEST_F(MainWindowOnScreen, HasItsBarsDraggedOverAPlayingVideoAndReset) {
   for (const QPoint place : {QPoint(2, 180), QPoint(320, 2), QPoint(637, 180), QPoint(320, 357),
                              QPoint(106, 100), QPoint(434, 254)}) {
     EXPECT_TRUE(IsRed(screen.Pixel(window.OnCanvas(place))))
-        << place.x() << ", " << place.y() << ": the video is painted where a bar was";
+        << place.x() << ", " << place.y() << ": a bar has left a trace";
   }
   // The left bar goes past the right one.
   drag({102, 180}, {400, 0});
@@ -137,7 +136,7 @@ TEST_F(MainWindowOnScreen, ShowsAPausedVideoAndItsBarsThatAreScrolledIntoView) {
   window.ScrollToTheFarCorner();
   const QRect canvas(QPoint(-768, -720), kLarge);
   EXPECT_TRUE(window.AwaitBars(BarsAround(kLarge), canvas));
-  // From the viewport's corner to the right and base bars.
+  // The visible part of the picture ends at the right and base bars.
   const auto allIsRed = [&] {
     const QImage shown = screen.Picture(QRect(window.OnCanvas({}), QSize(1147, 355)));
     return IsRed(shown.pixel(0, 0)) && AllOf(shown, shown.rect(), shown.pixel(0, 0));

@@ -1,4 +1,4 @@
-// A display that goes away, and a calendar clock that jumps.
+// A display that disappears, and a calendar clock that jumps.
 #include <QDirIterator>
 #include <QFileInfo>
 #include <QRegularExpression>
@@ -15,7 +15,7 @@ constexpr QSize kSize(320, 240);
 // Qt's exit code for a program whose display is gone.
 constexpr int kDisplayLost = 1;
 
-TEST(LostDisplay, EndsEveryProgram) {
+TEST(LostDisplay, EndsAllPrograms) {
   const QTemporaryDir home;
   auto display = std::make_unique<PrivateDisplay>(home.path().toStdString());
   const QString name = QString::fromStdString(display->Name());
@@ -37,7 +37,7 @@ TEST(LostDisplay, EndsEveryProgram) {
 
 class LostConnection : public DesktopTest {
  protected:
-  // Qt exits without freeing what is in use.
+  // Qt then exits without freeing memory that is in use.
   LostConnection() {
     program.SetVariable("ASAN_OPTIONS", qEnvironmentVariable("ASAN_OPTIONS") + ":detect_leaks=0");
   }
@@ -77,7 +77,7 @@ TEST_F(LostConnection, DuringAJobEndsTheProgramAndTheCropToolFinishesItsFile) {
   EXPECT_EQ(Pictures(output), Pictures(video));
 }
 
-// So a clock that jumps can't delay a timer, a wait or a read-out.
+// A jump of that clock therefore delays no timer, no wait and no read-out.
 TEST(CalendarClock, IsNotReadByTheProgram) {
   const QRegularExpression reading(
       R"(system_clock|high_resolution_clock|CLOCK_REALTIME|QDateTime|QTime::current|QDate\b)"

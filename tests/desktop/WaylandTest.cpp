@@ -15,7 +15,7 @@ constexpr QSize kClip(320, 180);
 
 struct Outputs {
   const char* name;
-  QList<Output> list;  // the window is on the last one
+  QList<Output> list;  // the last one shows the window
 };
 
 void PrintTo(const Outputs& outputs, std::ostream* out) { *out << outputs.name; }
@@ -95,11 +95,11 @@ class UnderACompositor : public OnACompositor {
   }
 };
 
-TEST_P(UnderACompositor, HasOnePixelOfItsFramesOnOneOfTheScreen) {
+TEST_P(UnderACompositor, HasFramesOnePixelWide) {
   EXPECT_TRUE(WaitFor([&] { return window.FramesLieInPlace(); }));
 }
 
-TEST_P(UnderACompositor, ShowsOnePixelOfTheVideoOnOneOfTheScreenAndMovesBarsByPixels) {
+TEST_P(UnderACompositor, ShowsTheVideoUnscaledAndMovesBarsByPixels) {
   video = program.PathOf("chequers.mkv");
   ASSERT_TRUE(MakeChequers(video, kClip, 60));
   ASSERT_NO_FATAL_FAILURE(Load(video));
@@ -148,7 +148,7 @@ class JoinerUnderACompositor : public OnACompositor {
   JoinerWindow joiner{screen};
 };
 
-TEST_P(JoinerUnderACompositor, LiesInPixelsOfTheScreenAndShowsTenSecondsAsOneOfThem) {
+TEST_P(JoinerUnderACompositor, HasFramesOnePixelWideAndShowsTenSecondsAsOnePixel) {
   program.ReplaceTool("ffprobe", "echo '  Duration: 00:10:10.90, start: 0.0' >&2");
   const QString section = program.PathOf("section.mp4");
   WriteFile(section, "no video");

@@ -13,7 +13,7 @@ namespace {
 
 using testing::Ink;
 
-// How a label of this size draws a caption.
+// A label of this size with that caption.
 QImage CaptionPicture(const QString& caption, QSize size, QRgb background, Justify justify) {
   constexpr int kFontPixels = 11;
   QFont font("Arial");

@@ -27,14 +27,14 @@ constexpr QRgb kBlack = 0xff000000;
 
 enum class Justify { kLeft, kCentre };
 
-// Whether the picture of a label shows exactly this caption. Only the part up to a little behind
-// the caption's end is compared, since some labels overlap the next one there.
+// Whether the picture of a label shows exactly this caption. What lies further right than the
+// caption isn't compared, since another label may overlap it.
 bool ShowsCaption(const QImage& label, const QString& caption, QRgb background, Justify justify);
 
 // Whether the picture shows this text anywhere, and nothing else.
 bool ShowsText(const QImage& picture, const QString& text, QRgb background);
 
-// Whether the pixels are black and white by turns in both directions, but for rounded colours.
+// Whether the pixels alternate between black and white in both directions, but for rounded colours.
 bool ShowsChequers(const QImage& picture);
 
 }  // namespace kelvane::desktop

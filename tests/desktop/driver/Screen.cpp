@@ -33,7 +33,7 @@ QList<std::uint32_t> Numbers(const QByteArray& property) {
   return numbers;
 }
 
-// The source of a request that window managers always grant.
+// Requests from a pager are always granted by window managers.
 constexpr std::uint32_t kPager = 2;
 
 }  // namespace

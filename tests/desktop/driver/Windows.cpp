@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kThickness = 5;  // of a bar
 
-// "0,640", "-0,030"
+// Such as "0,640" or "-0,030".
 QString ReadOut(int number) {
   const int size = std::abs(number);
   return u"%1%2,%3"_s.arg(number < 0 ? "-" : "")
@@ -48,7 +48,7 @@ bool MainWindow::Await() {
   return WaitFor([this] { return ShowsAsDrawn(NameOf(kLoadVideo)); });
 }
 
-// Letters may be drawn in another way there, so this doesn't look at a caption.
+// This looks at no caption, since letters may be drawn in another way there.
 bool MainWindow::AwaitInside(WindowId output) {
   window_ = output;
   return WaitFor([this] {
@@ -233,7 +233,7 @@ bool MainWindow::IsBlack(QSize video) const {
 }
 
 void MainWindow::ScrollToTheFarCorner() {
-  constexpr int kOnTheThumb = 20;  // behind the arrow
+  constexpr int kOnTheThumb = 20;  // from the end of the arrow
   const QRect across = Place("HScroll1");
   const QRect down = Place("VScroll1");
   screen_.Drag(across.topLeft() + QPoint(across.height() + kOnTheThumb, across.height() / 2),
