@@ -56,7 +56,7 @@ class AccessibilityBus : public DesktopTest {
 };
 
 TEST_F(AccessibilityBus, HasTheWholeMainWindow) {
-  ASSERT_TRUE(window.AwaitTimesOfNothing());
+  ASSERT_TRUE(window.AwaitTimesWithoutVideo());
   EXPECT_EQ(root.Tree().toStdString(), ExpectedTree().toStdString());
 }
 

@@ -72,7 +72,7 @@ class Dense : public DesktopTest {
     StartAt(density, opened);
     MainWindow shown(screen);
     EXPECT_TRUE(shown.Await());
-    EXPECT_TRUE(shown.AwaitTimesOfNothing());
+    EXPECT_TRUE(shown.AwaitTimesWithoutVideo());
     return PictureOf(
         shown.Id(), [&] { return shown.Area(); }, QSize(1289, 700));
   }

@@ -26,7 +26,7 @@ class PlayerFaults : public DesktopTest {
   void ExpectThatTheRestWorks() {
     for (const Command command : {kPauseVideo, kPauseVideo, kStopVideo}) window.Click(command);
     EXPECT_TRUE(window.Answers());
-    EXPECT_TRUE(window.AwaitTimesOfNothing());
+    EXPECT_TRUE(window.AwaitTimesWithoutVideo());
     const QString output = program.PathOf("cropped.mp4");
     ASSERT_NO_FATAL_FAILURE(StartCrop(output));
     ExpectSuccessAndCloseJob();
@@ -90,7 +90,7 @@ TEST_F(PlayerFaults, WithTooFewThreadsRunEndsWhatPlaysUntilThereAreEnough) {
     ASSERT_NO_FATAL_FAILURE(leaveThreads(threads));
     window.Click(kRunVideo);
     EXPECT_TRUE(window.AwaitBlack(kSize));
-    EXPECT_TRUE(window.AwaitTimesOfNothing());
+    EXPECT_TRUE(window.AwaitTimesWithoutVideo());
     EXPECT_TRUE(HoldsFor([&] { return window.IsBlack(kSize); }, 500ms));
     ASSERT_NO_FATAL_FAILURE(expectThatRunPlays());
   }

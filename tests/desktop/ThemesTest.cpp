@@ -117,7 +117,7 @@ class MainWindowInTheme : public DesktopTest, public Themed {
   void SetUp() override {
     ASSERT_NO_FATAL_FAILURE(SetTheme(program));
     ASSERT_NO_FATAL_FAILURE(OpenWindow());
-    ASSERT_TRUE(window.AwaitTimesOfNothing());
+    ASSERT_TRUE(window.AwaitTimesWithoutVideo());
   }
 };
 

@@ -12,8 +12,8 @@ enum class WindowManager { kOpenbox, kNone };
 // A private X server with a virtual screen of 1920 by 1200 pixels, and a window manager without a
 // user's configuration. Both end with the object and with this process.
 //
-// KELVANE_TEST_DISPLAY_SERVER=Xephyr uses Xephyr instead of Xvfb, which shows the screen in a
-// window on the display that DISPLAY names.
+// With KELVANE_TEST_DISPLAY_SERVER=Xephyr the server is Xephyr instead of Xvfb. It shows the screen
+// in a window on the display that DISPLAY names.
 class PrivateDisplay {
  public:
   // `privateFolder` is the window manager's home folder. Throws std::runtime_error if the server or

@@ -22,7 +22,7 @@ class SectionWindow {
 
   // Waits until the window is on the screen and painted. Returns false if it doesn't come.
   bool Await();
-  // The same under a compositor, which shows the window inside that window of the display.
+  // The same under a Wayland compositor, whose window `output` shows the program's window.
   bool AwaitInside(WindowId output);
   WindowId Id() const { return window_; }
 

@@ -110,7 +110,7 @@ bool MainWindow::AwaitCaption(const QString& control, const QString& caption) co
   return WaitFor([&] { return Shows(control, caption); });
 }
 
-bool MainWindow::AwaitTimesOfNothing() const {
+bool MainWindow::AwaitTimesWithoutVideo() const {
   return AwaitCaption("Label12", "0:00:00") && AwaitCaption("Label13", "00:00");
 }
 

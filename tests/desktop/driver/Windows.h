@@ -46,7 +46,7 @@ class MainWindow {
 
   // Waits until the window is on the screen and painted. Returns false if it doesn't come.
   bool Await();
-  // The same under a compositor, which shows the window inside that window of the display.
+  // The same under a Wayland compositor, whose window `output` shows the program's window.
   bool AwaitInside(WindowId output);
   WindowId Id() const { return window_; }
 
@@ -70,17 +70,19 @@ class MainWindow {
   bool ShowsAsDrawn(const QString& control) const;
   // Waits until the label shows exactly this caption.
   bool AwaitCaption(const QString& control, const QString& caption) const;
-  // Waits until duration and position read as without a video, which they do half a second after
-  // the start.
-  bool AwaitTimesOfNothing() const;
-  // Whether the command under the pointer lights up, as it does while the window handles events.
+  // Waits until duration and position show the times of a player without a video. They do so half a
+  // second after the start.
+  bool AwaitTimesWithoutVideo() const;
+  // Points at a command and waits until it lights up. Returns false if the window doesn't handle
+  // events.
   bool Answers();
   // Whether the frame has lines of that colour and of one pixel where the window text has them at
   // the window's present size.
   bool FrameLiesInPlace(const QString& frame, QRgb color) const;
-  // Whether all frames do.
+  // The same for all frames.
   bool FramesLieInPlace() const;
-  // Whether captions, progress bar and viewport do, too, in their own colours, without a video.
+  // The same for all frames, and whether captions, progress bar and viewport without a video have
+  // their places and colours.
   bool IsLaidOut() const;
   bool ShowsPath(const QString& path) const;
   // Waits until the read-outs show a video of this size with its bars at the edges.
