@@ -4,7 +4,7 @@
 #   ./test.sh asan      all of them, with AddressSanitizer and UndefinedBehaviorSanitizer
 #   ./test.sh tsan      those of the player and of the console runner, which have threads, and of runs
 #                       inside each other, with ThreadSanitizer
-#   ./test.sh coverage  all of them, and tells which lines and branches of src/ they run
+#   ./test.sh coverage  all of them, and reports which lines and branches of src/ they run
 #   ./test.sh sharpness the quick ones against small faults, drawn at random (--help says more)
 set -euo pipefail
 
@@ -27,12 +27,12 @@ case "$#:${1:-}" in
     "$(build_dir tsan)/tests/media/media_tests" || failed+=(media_tests)
     say "running the player's tests"
     "$(build_dir tsan)/tests/platform/player_tests" \
-      --gtest_filter=-APlayer.RepaintsNoControlThatLiesBesideOrOverIt || failed+=(player_tests)
+      --gtest_filter=-Player.RepaintsNoControlThatLiesBesideOrOverIt || failed+=(player_tests)
     say "running the main window's tests of runs inside each other"
-    # Qt paints with threads of its own.
+    # Qt paints on threads of its own.
     (cat "$races" && echo called_from_lib:libQt6Gui.so) >"$(build_dir tsan)/windows.supp"
     TSAN_OPTIONS=suppressions=$(build_dir tsan)/windows.supp:history_size=7 \
-      "$(build_dir tsan)/tests/workspace/workspace_tests" --gtest_filter='Nesting.*:Served.*' ||
+      "$(build_dir tsan)/tests/workspace/workspace_tests" --gtest_filter='NestedRuns.*' ||
       failed+=(workspace_tests)
     ((${#failed[@]} == 0)) || fail "failed: ${failed[*]}"
     exit

@@ -1,10 +1,10 @@
-# Removes what an installation has put in place, and the folders that it leaves empty.
+# Removes what `cmake --install` has installed, and the folders that are empty afterwards.
 #   cmake -D MANIFEST=build/install_manifest.txt -P packaging/uninstall.cmake
-# DESTDIR stands before every path as it did at the installation.
+# DESTDIR is prepended to every path, as at the installation.
 cmake_minimum_required(VERSION 3.25)
 
 if(NOT EXISTS "${MANIFEST}")
-  message(FATAL_ERROR "Nothing is known of an installation: there is no ${MANIFEST}")
+  message(FATAL_ERROR "No installation is known: there is no ${MANIFEST}")
 endif()
 file(STRINGS "${MANIFEST}" files)
 
@@ -37,7 +37,7 @@ foreach(file IN LISTS files)
   endwhile()
 endforeach()
 
-# The innermost first. A folder with something in it is kept.
+# The innermost folders come first. rmdir keeps a folder that isn't empty.
 list(REMOVE_DUPLICATES folders)
 list(SORT folders ORDER DESCENDING)
 foreach(folder IN LISTS folders)

@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Runs a command on a bare Debian of another release, in a fresh clone of this one's last commit:
 #   scripts/elsewhere.sh trixie ./test.sh quick
-# Needs root. Installs mmdebstrap where it is missing, makes the system in a temporary folder below
-# ${TMPDIR:-/var/tmp} with packages from this machine's own mirror, and removes it again, also when it
-# is interrupted. Ends with the command's status.
+# Needs root. Installs mmdebstrap if it is missing, makes the system in a temporary folder below
+# ${TMPDIR:-/var/tmp} with packages from this machine's own mirror, and removes it at the end, also if
+# it is interrupted. Exits with the command's status.
 set -euo pipefail
 
 # shellcheck source=scripts/setup.sh
@@ -19,21 +19,21 @@ mirror=$(apt-get indextargets --format '$(REPO_URI)' "Created-By: Packages" "Com
   "Codename: $(. /etc/os-release && printf '%s' "$VERSION_CODENAME")" | head -n 1)
 [[ -n $mirror ]] || fail "this machine's sources name no mirror to make $release from"
 
-place=$(mktemp -d --tmpdir="${TMPDIR:-/var/tmp}" kelvane-elsewhere-XXXXXX)
-chmod 755 "$place" # the package manager fetches as a user of its own
+folder=$(mktemp -d --tmpdir="${TMPDIR:-/var/tmp}" kelvane-elsewhere-XXXXXX)
+chmod 755 "$folder" # the package manager downloads as a user of its own
 inside=
 clean_up() {
-  # What runs in there ends with this one process, whatever it does about signals.
+  # All processes in there end with this one, even those that ignore signals.
   if [[ -n $inside ]] && kill -KILL "$inside" 2>/dev/null; then wait "$inside" || true; fi
-  rm -rf --one-file-system "$place" 2>/dev/null || { sleep 1 && rm -rf --one-file-system "$place"; }
+  rm -rf --one-file-system "$folder" 2>/dev/null || { sleep 1 && rm -rf --one-file-system "$folder"; }
 }
 trap clean_up EXIT
 trap 'exit 130' INT
 trap 'exit 143' TERM HUP
-system=$place/$release
+system=$folder/$release
 
 # Runs a command whose mounts and processes end with it.
-apart() {
+run_isolated() {
   unshare --mount --mount-proc --pid --fork --kill-child "$@" </dev/null &
   inside=$!
   local status=0
@@ -42,21 +42,21 @@ apart() {
   return "$status"
 }
 
-say "making a bare Debian $release in $place"
-apart mmdebstrap --quiet --variant=apt --include=ca-certificates,git "$release" "$system" "$mirror" ||
+say "making a bare Debian $release in $folder"
+run_isolated mmdebstrap --quiet --variant=apt --include=ca-certificates,git "$release" "$system" "$mirror" ||
   fail "a Debian $release can't be made from $mirror"
 git clone --quiet "$KELVANE_ROOT" "$system/root/kelvane" ||
   fail "$KELVANE_ROOT can't be cloned"
 cp /etc/resolv.conf "$system/etc/resolv.conf"
 
-# A bare machine's environment, but for what the network needs.
+# The environment of a bare machine, and what the network needs.
 environment=(HOME=/root PATH=/usr/sbin:/usr/bin:/sbin:/bin)
 for name in http_proxy https_proxy no_proxy; do
   [[ -z ${!name:-} ]] || environment+=("$name=${!name}")
 done
 
 say "running there: $*"
-apart bash -euc '
+run_isolated bash -euc '
   system=$1
   shift
   mount -t proc proc "$system/proc"

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Takes the pictures of the README anew: runs the demo and keeps some of the pictures that it
-# leaves, with 256 colours, in docs/pictures.
+# Renews the pictures of the README: runs the demo and keeps some of the pictures that it leaves,
+# with 256 colours, in docs/pictures.
 set -euo pipefail
 
 # shellcheck source=scripts/setup.sh
@@ -11,7 +11,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 install_packages build run test
 build release kelvane kelvane_demo
 
-# The windows show it: short, and the same wherever the pictures are taken.
+# The windows show this path, which is short and the same on every machine.
 demo=/tmp/demo-of-kelvane
 [[ ! -e $demo ]] || fail "$demo is in the way"
 trap 'rm -rf "$demo"' EXIT

@@ -1,7 +1,7 @@
 # shellcheck shell=bash
-# Sourced by run.sh, test.sh, fuzz.sh and bench.sh: installs the packages that are missing,
-# configures and builds. Expects `set -euo pipefail`; works from any folder and with an empty
-# environment.
+# Sourced by run.sh, test.sh, fuzz.sh, bench.sh and scripts/*.sh: functions that install missing
+# packages, configure and build. Expects `set -euo pipefail`; works from any folder and with an
+# empty environment.
 
 KELVANE_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 
@@ -12,7 +12,7 @@ fail() {
   exit 1
 }
 
-# packages_of GROUP...: the groups' packages, one to a line.
+# packages_of GROUP...: prints the groups' packages, one to a line.
 packages_of() {
   local wanted=" $* " group package rest
   while read -r group package rest; do
@@ -28,7 +28,7 @@ install_packages() {
   command -v apt-get >/dev/null ||
     fail "this system has no apt-get. Kelvane is set up for Debian 13 and 12; it needs: ${packages[*]}"
 
-  # A package that was never heard of makes the query fail, and is missing all the same.
+  # An unknown package makes the query fail, and counts as missing.
   # shellcheck disable=SC2016  # the format is dpkg's
   installed=$(dpkg-query -W -f='${Package} ${db:Status-Status}\n' "${packages[@]}" 2>/dev/null |
     sed -n 's/ installed$//p') || true
@@ -50,7 +50,7 @@ install_packages() {
     fail "these packages could not be installed: ${missing[*]}"
 }
 
-# build_dir PRESET: where the preset's build stands.
+# build_dir PRESET: prints the preset's build folder.
 build_dir() {
   if [[ $1 == release ]]; then
     printf '%s\n' "$KELVANE_ROOT/build"
@@ -59,7 +59,7 @@ build_dir() {
   fi
 }
 
-# build PRESET [TARGET...]: configures where that has not been done, and builds.
+# build PRESET [TARGET...]: configures if that hasn't been done, and builds.
 build() {
   local preset=$1 folder
   shift

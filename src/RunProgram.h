@@ -9,15 +9,15 @@
 
 namespace kelvane {
 
-// The whole life of a program that opens with one window of the class; returns its exit status.
-// `programName` is the program's name as the window system shall know it.
+// Runs a program that opens with one window of the class, and returns its exit status.
+// `programName` is the name of the program's desktop file.
 template <class Window>
 int RunProgram(const char* programName) {
   App app(programName, kProductName);
   ClearShortPathsLeftBehind();
 
-  // Reaps tools that outlive their output. This is no form's timer, since the last of them may end
-  // after the first window has been closed.
+  // Reaps tools that end after their output. It isn't a form's timer, since the last tool may end
+  // after the first window is closed.
   constexpr int kReapInterval = 1000;  // ms
   QTimer reaper;
   reaper.callOnTimeout(&DOSOutputs::ReapEndedChildren);

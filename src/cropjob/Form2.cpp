@@ -23,9 +23,9 @@ namespace {
 constexpr std::int16_t kStartTick = 2;
 constexpr float kWindowHeight = 2400;  // twips
 
-// The "hh:mm:ss" behind the word in the tool's statistics, of which a block may hold no more than
-// the beginning: "size=    1024kB time=00:00:10.00 bitrate= 838.9kbits/s speed=2.0x". The word
-// stands in other lines as well, with anything behind it.
+// Returns the "hh:mm:ss" after "time=" in the tool's statistics, or less of it if the block ends
+// before: "size=    1024kB time=00:00:10.00 bitrate= 838.9kbits/s speed=2.0x". Other lines may have
+// the word "time" as well, with any text after it. Empty if the block doesn't have it.
 QString TimeText(const QString& block) {
   constexpr qsizetype kOffset = 5;
   constexpr qsizetype kLength = 8;
@@ -40,7 +40,7 @@ Form2::Form2(MainWindow& mainWindow) : Form(kForm2, kForm2Controls), mainWindow_
 }
 
 void Form2::WireEvents() {
-  // A job that began behind a dialog would hold back the dialog's answer to its end.
+  // A job that began while a dialog is open would delay the dialog's answer until the job ends.
   Timer1.Tick = [this] {
     if (!DialogIsOpen()) Timer1_Timer();
   };
@@ -56,7 +56,7 @@ void Form2::Form_Load() {
   setWindowIcon(mainWindow_.Icon());
   setHeight(kWindowHeight);
 
-  // A duration that is no time, or none, leaves the bar's range at 100.
+  // The bar's range stays 100 if the duration is empty, no time, or 0.
   if (const std::optional<int> duration = SecondsFromTimeText(VideoDuration)) {
     pbar.setMax(static_cast<float>(*duration));
   }
@@ -103,7 +103,7 @@ void Form2::objDOS_ReceiveOutputs(const std::string& CommandOutputs) {
   const QString time = TimeText(block);
   if (time.isEmpty()) return;
 
-  // The figure is that of the value before this update.
+  // The percentage is that of the value before this update.
   const float old = pbar.Value();
   const float top = pbar.Max();
   if (const std::optional<int> seconds = SecondsFromTimeText(time)) {

@@ -13,20 +13,19 @@
 
 namespace kelvane {
 
-// "Saving Video": runs one crop and shows how far it has come. Begins by itself, two ticks of its
-// timer after its load, and says that the job succeeded when the tool's text ends, whatever the
+// "Saving Video": runs one crop and shows its progress. The crop begins two ticks of the timer
+// after the load. When the tool's text ends, the window says that the job succeeded, whatever the
 // tool did.
 //
-// The job runs inside a tick of Timer1. A window that is cancelled meanwhile leaves the tool to run
-// to its end and goes on feeding the main window's bar.
+// The job runs inside a tick of Timer1. If the window is cancelled meanwhile, the tool runs on to
+// its end and the main window's bar still follows it.
 class Form2 : public Form {
   Q_OBJECT
  public:
   // `mainWindow` must outlive the form.
   explicit Form2(MainWindow& mainWindow);
 
-  // What the tool prints comes in here, block by block while it runs, and an empty block at its
-  // end.
+  // Takes what the tool prints, block by block while it runs, and an empty block at its end.
   void objDOS_ReceiveOutputs(const std::string& CommandOutputs);
 
  protected:

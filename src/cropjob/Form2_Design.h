@@ -16,7 +16,7 @@ constexpr FormDesign kForm2 = {.name = "Form2",
                                .scale = ScaleMode::kTwips,
                                .border = BorderStyle::kFixedDialog};
 
-// Front to back. `Picture2` is the holder of the timer, below the part of the window on show.
+// Front to back. `Picture2` lies below the part of the window that is shown.
 // clang-format off
 using enum ControlClass;
 constexpr auto kForm2Controls = std::to_array<ControlDesign>({

@@ -7,7 +7,8 @@ namespace kelvane {
 
 class ProgressBar;
 
-// What the job window needs of the main window.
+// The interface of the main window to the job's window. It lives as long as the main window, and
+// belongs to the user-interface thread.
 class MainWindow {
  public:
   virtual ~MainWindow() = default;
@@ -15,7 +16,7 @@ class MainWindow {
   // The second progress bar, which follows the job window's.
   virtual ProgressBar& JobProgress() = 0;
   virtual void SetTitle(const QString& title) = 0;
-  // The path of the loaded video as it is on show; empty if there is none.
+  // The path of the loaded video as the main window shows it; empty if there is none.
   virtual QString ShownVideo() const = 0;
   virtual QIcon Icon() const = 0;
 };

@@ -12,7 +12,7 @@ Form4::Form4(QIcon icon) : Form(kForm4, kForm4Controls, kForm4Menus), icon_(std:
   WireEvents();
 }
 
-// The strips that are loaded later take their handlers over from the template.
+// Strips that are loaded later copy the handlers of the template.
 void Form4::WireEvents() {
   for (Label* command : Label1) {
     command->MouseMove = [this](const MouseEvent& event) { Label1_MouseMove(event); };

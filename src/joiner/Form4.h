@@ -42,18 +42,17 @@ enum JoinMode : int { NoTranscode = 0, TranscodeAllSections = 1 };
 
 // "Video Joiner": a list of videos with its time chart, joined by the media tools.
 //
-// A section is the sum of its entries in several controls: with p counted from 0, a path in line p
-// of List1, row p + 1 of ListView1, and a strip on the chart, Picture2(p + 2), with its details in
-// Label2 and its rule Line1 of the same index. No entry ever goes away: a removed section is a grey
-// strip, and its path a text that is none. A file whose probe tells no duration has a path alone,
-// and from then on the numbers don't match.
+// Section p, counted from 0, has a path in line p of List1, row p + 1 of ListView1, and a strip on
+// the chart, Picture2(p + 2), with its details in Label2 and its rule Line1 of the same index. No
+// entry is ever deleted: a removed section has a grey strip, and kDeletedSection for its path. A
+// file whose probe prints no duration has only a path, and from then on the numbers don't match.
 class Form4 : public Form {
   Q_OBJECT
  public:
   explicit Form4(QIcon icon = ProductIcon());
 
-  // What any tool of this window prints comes in here, block by block while the tool runs, and an
-  // empty block at its end.
+  // Takes what any tool of this window prints, block by block while the tool runs, and an empty
+  // block at its end.
   void objDOS_ReceiveOutputs(const std::string& CommandOutputs);
 
  protected:
@@ -63,12 +62,12 @@ class Form4 : public Form {
  private:
   void WireEvents();
 
-  // Start-up and places.
+  // Start-up and layout.
   void InitGUI();
   void DrawRuler();
   void HScroll1_Change();
 
-  // Sections come and go.
+  // Adding and removing a section.
   void GetVideoData();
   void AddVideoObject(std::int32_t StripWidth);
   void mnu_RemoveSection_Click();
@@ -82,14 +81,14 @@ class Form4 : public Form {
   // The join.
   void DoTheJoin();
   void JoinSections(DOSOutputs& objDOS);
-  // Returns where the list stands.
+  // Returns the path of the list, even if it couldn't be written.
   std::string WriteListFile(const std::string& tools) const;
-  // False, and what is there stays, where no file can be made under that path. Whether the whole
-  // list found room in it isn't looked at.
+  // Replaces the file at `path`. Returns false, and leaves no list there, if it can't be written
+  // whole; a file that can't be removed stays.
   bool WriteListTo(const QString& path) const;
   void TranscodeSections(DOSOutputs& objDOS);
 
-  // The tools, for the join and for a section that comes in.
+  // Running the tools, for a join and for a new section.
   void ConnectRunner(DOSOutputs& objDOS);
   static void Run(DOSOutputs& objDOS, const std::string& commandLine);
 
@@ -113,12 +112,12 @@ class Form4 : public Form {
   QString FileShortPath;
 
   std::int64_t TotalSeconds = 0;    // of all sections probed, removed ones as well
-  std::int32_t SectionSeconds = 0;  // of the last one; its strip's width once that is known
-  std::int32_t StripSpan = 0;       // of all strips, pixels; read by nothing
+  std::int32_t SectionSeconds = 0;  // of the last one; then the width of its strip in pixels
+  std::int32_t StripSpan = 0;       // the width of all strips in pixels; never read
   std::int16_t MenuStrip = 0;       // the strip last right-clicked
-  bool TranscodeLock = false;       // no more strips
+  bool TranscodeLock = false;       // no more sections
   ListView::ListItem LastListItem;
-  int LastColumn = 0;  // the number of the table's last one; read by nothing
+  int LastColumn = 0;  // the number of the table's last column; never read
 
   ControlArray<Label> Label1{*this, "Label1"};
   ControlArray<Label> Label2{*this, "Label2"};

@@ -38,7 +38,7 @@ void Form4::AddSection() {
   CDialog.ShowOpen();
   if (CDialog.FileName.isEmpty()) return;
   SelectedFile = Trim(CDialog.FileName);
-  // A name without a file leaves the last one's title and path, and its probe is run again.
+  // If there is no such file, the last one's title and path stay, and that one is probed again.
   if (const QFileInfo file(SelectedFile); file.isFile()) {
     FileTitle = file.fileName();
     if (const std::string path = GetShortFileName(ToNarrow(SelectedFile), {}); !path.empty()) {
@@ -50,7 +50,7 @@ void Form4::AddSection() {
   GetVideoData();
 }
 
-// Numbers the live sections alone, unlike the join itself, and adds to what earlier joins listed.
+// Doesn't number the removed sections, unlike the join itself, and keeps what earlier joins listed.
 void Form4::ListIntermediates() {
   int live = 0;
   for (int i = 0; i < List1.ListCount(); ++i) {
@@ -70,9 +70,9 @@ void Form4::SaveList() {
   if (CDialog.FileName.isEmpty()) return;
   QFile file(CDialog.FileName);
   if (!file.open(QIODevice::WriteOnly)) return;
-  for (int i = 0; i < List1.ListCount(); ++i) {
-    file.write(QByteArray::fromStdString(ToNarrow(SavedListLine(List1.List(i)))));
-  }
+  QByteArray lines;
+  for (int i = 0; i < List1.ListCount(); ++i) lines.append(ToNarrow(SavedListLine(List1.List(i))));
+  file.write(lines);
 }
 
 }  // namespace kelvane

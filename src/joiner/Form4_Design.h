@@ -5,8 +5,7 @@
 #include "platform/Form.h"
 #include "shared/Colours.h"
 
-// The joiner window as designed. Places are in twips; InitGUI and the layout rule of
-// Form4_Layout.cpp move many of the controls at run time.
+// The joiner window as designed. Places are in twips; InitGUI and Form_Resize change many of them.
 namespace kelvane {
 
 constexpr QRgb kStripGreen = 0x008000;

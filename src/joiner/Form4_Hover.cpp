@@ -1,5 +1,5 @@
-// What the pointer brings up: frames, details, tool tips and the context menu. Each handler sets
-// what it needs anew at every move.
+// Shows frames, details, tool tips and the context menu. Each handler sets all that it needs at
+// every move.
 #include "joiner/Form4.h"
 #include "platform/Menu.h"
 #include "shared/TextHelpers.h"

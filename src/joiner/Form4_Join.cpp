@@ -1,5 +1,5 @@
-// The join: one file by stream copy, or a transport stream for each section. Nothing is asked of
-// the tools but that their text ends, and nothing that they leave behind is cleaned up.
+// The join: one file by stream copy, or a transport stream for each section. A tool's outcome isn't
+// examined, and what it leaves behind isn't cleaned up.
 #include <QFile>
 #include <QFileInfo>
 #include <algorithm>
@@ -22,7 +22,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The windows live meanwhile; even a second join may begin.
+// The windows respond meanwhile; even a second join may begin.
 void WaitOneSecond() {
   constexpr std::chrono::seconds kWait{1};
   constexpr std::chrono::milliseconds kPause{5};
@@ -35,7 +35,7 @@ void WaitOneSecond() {
 
 }  // namespace
 
-// A join or a section that comes in during the wait has a runner of its own.
+// A join or a new section during the wait has a runner of its own.
 void Form4::DoTheJoin() {
   DOSOutputs objDOS;
   ConnectRunner(objDOS);
@@ -48,7 +48,7 @@ void Form4::DoTheJoin() {
   MsgBox(u"Your Videos have been joined successfully."_s, kOKCancel | kExclamation, kProductName);
 }
 
-// A cancelled dialog stops nothing: the tool is run without a name for its output.
+// If the dialog is cancelled, the tool is run without a name for its output.
 void Form4::JoinSections(DOSOutputs& objDOS) {
   CDialog.DialogTitle = u"Save Video As"_s;
   CDialog.FileName.clear();
@@ -66,8 +66,8 @@ void Form4::JoinSections(DOSOutputs& objDOS) {
   }
 }
 
-// The list stands beside the tools. Where it can't be written whole there, as on a full disk or by
-// the user of a program that is installed for everybody, it has a private place.
+// The list is beside the tools. If it can't be written whole there, as on a full disk or if the
+// program is installed for everybody, it is in the private folder.
 std::string Form4::WriteListFile(const std::string& tools) const {
   std::string beside = tools + "/files.txt";
   if (WriteListTo(FromNarrow(beside)) || QFileInfo(FromNarrow(beside)).isDir()) return beside;
@@ -75,29 +75,27 @@ std::string Form4::WriteListFile(const std::string& tools) const {
   return !elsewhere.empty() && WriteListTo(FromNarrow(elsewhere)) ? elsewhere : beside;
 }
 
-// Removed sections have their lines as well. What can't be removed is left as it is, and of a list
-// that can't be written whole nothing is left.
+// Removed sections have lines as well.
 bool Form4::WriteListTo(const QString& path) const {
-  std::string lines;
-  for (int i = 0; i < List1.ListCount(); ++i) lines += ToNarrow(ListFileLine(List1.List(i)));
-  const auto size = static_cast<qint64>(lines.size());
+  QByteArray lines;
+  for (int i = 0; i < List1.ListCount(); ++i) lines.append(ToNarrow(ListFileLine(List1.List(i))));
   QFile file(path);
-  file.remove();  // a link goes itself, not what it leads to
+  file.remove();  // removes a link, not its target
   if (!file.open(QIODevice::NewOnly | QIODevice::Unbuffered)) return false;
-  const bool written = file.write(lines.data(), size) == size;
+  const bool written = file.write(lines) == lines.size();
   file.close();
   if (written && file.error() == QFileDevice::NoError) return true;
   file.remove();
   return false;
 }
 
-// From now on no section comes in any more. The mode ends with the transport streams.
+// From now on no section can be added. The transport streams aren't joined.
 void Form4::TranscodeSections(DOSOutputs& objDOS) {
   TranscodeLock = true;
   const std::string tools = ToolsFolder(App::Path());
   for (int i = 0; i < List1.ListCount(); ++i) {
     Label3(ProcessLine).setCaption(u"Process: Transcoding Video "_s + FormatDigits(i, 2));
-    // Nothing is served before the next one.
+    // No event is processed before the next one.
     Label3(ProcessLine).repaint();
     const QString SectionPath = Trim(List1.List(i));
     const QString SectionFolder = FolderOf(SectionPath);
@@ -105,19 +103,19 @@ void Form4::TranscodeSections(DOSOutputs& objDOS) {
     Run(objDOS, TransportStreamCommandLine(tools, ToNarrow(SectionPath),
                                            ToNarrow(SectionFolder + IntermediateName(i + 1))));
   }
-  // Composed and dropped: nothing takes it up.
+  // The text is composed, but nothing uses it.
   static_cast<void>(ConcatListText(List1.ListCount()));
 }
 
 void Form4::ConnectRunner(DOSOutputs& objDOS) {
-  // The tools print the word and its value one after the other; a handler that looks at one block
-  // alone must find them together.
+  // The tools print "Duration:" and its value one after the other; the handler, which looks at one
+  // block alone, must find them together.
   objDOS.CutBlocks(EndOfLine);
   objDOS.ReceiveOutputs =
       IgnoringExceptions([this](const std::string& block) { objDOS_ReceiveOutputs(block); });
 }
 
-// The command goes on after a run that fails as after any other.
+// Ignores exceptions: the command goes on after a run that fails.
 void Form4::Run(DOSOutputs& objDOS, const std::string& commandLine) {
   try {
     objDOS.setCommandLine(commandLine);

@@ -1,4 +1,4 @@
-// Start-up, the time ruler, the layout rule and the chart's scrolling. All in pixels.
+// Start-up, the time ruler, the layout and the chart's scrolling. All lengths are in pixels.
 #include "joiner/Form4.h"
 #include "lookandfeel/FlatListViewHeaders.h"
 #include "lookandfeel/ListBoxScrollBar.h"
@@ -58,8 +58,8 @@ void Form4::InitGUI() {
   GiveHorizontalExtent(List1);
 }
 
-// Ten seconds to the pixel. The products are 16-bit integers: what doesn't fit one is left out, and
-// so the ticks run to the ruler's end, but the labels only as far as 32,000 seconds.
+// A pixel is ten seconds. A number that doesn't fit a 16-bit integer draws nothing, so the ticks
+// run to the ruler's end, but the labels only to 32,000 seconds.
 void Form4::DrawRuler() {
   const float base = Picture5.ScaleHeight() / 2 + 8;
   Picture5.DrawLine(0, base, Picture5.ScaleWidth(), base, kLight);
@@ -76,8 +76,8 @@ void Form4::DrawRuler() {
   }
 }
 
-// The right column keeps its width, the list of paths takes the lower half of the space above the
-// command bar, and the chart takes what is left.
+// The right column keeps its width. The list of paths in it begins at half the window's height and
+// ends above the command bar. The chart takes what is left.
 void Form4::Form_Resize() {
   const float W = ScaleWidth();
   const float H = ScaleHeight();
@@ -123,7 +123,7 @@ void Form4::Form_Resize() {
   Label3(ProcessLine).setLeft(Picture3.ScaleWidth() - Label3(ProcessLine).Width() - 10);
 }
 
-// The range counts the whole chart, so that the chart can be scrolled out of view.
+// The range is the width of the whole chart, so the chart can be scrolled out of view.
 void Form4::HScroll1_Change() {
   PictureBox& chart = Picture1(Chart);
   if (const auto width = ToInteger16(chart.Width())) HScroll1.setMax(*width);

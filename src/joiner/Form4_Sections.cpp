@@ -1,4 +1,4 @@
-// A section comes in with what the probe tool says of it, and goes as a tombstone.
+// Adds a section with what the probe tool says of it, and marks one as removed.
 #include "joiner/Form4.h"
 #include "joiner/JoinTexts.h"
 #include "media/CommandLines.h"
@@ -27,14 +27,14 @@ void Form4::GetVideoData() {
   Run(objDOS, DurationProbeCommandLine(ToolsFolder(App::Path()), ToNarrow(FileShortPath)));
 }
 
-// Hears every tool of this window: a join's own blocks make sections too. Only the one block is
-// looked at, whatever was cut off at its ends.
+// Handles every tool of this window: a join's own blocks can add sections too. Looks at one block
+// alone, so it doesn't find a word that is cut in two.
 void Form4::objDOS_ReceiveOutputs(const std::string& CommandOutputs) {
   if (TranscodeLock) return;
   Text1.setText(FromNarrow(CommandOutputs));
   if (const auto duration = DurationReading().Append(ToNarrow(Text1.Text()))) {
     VideoDuration = FromNarrow(*duration);
-    // What is no time leaves the number that was, the width of the strip before.
+    // If the text is no time, the number stays: the width of the strip before.
     if (const auto seconds = SecondsFromTimeText(VideoDuration)) SectionSeconds = *seconds;
     TotalSeconds += SectionSeconds;
     SectionSeconds = ToInteger32(SectionSeconds / double{kSecondsPerPixel}).value_or(0);
@@ -47,8 +47,8 @@ void Form4::objDOS_ReceiveOutputs(const std::string& CommandOutputs) {
   Label3(TotalRuntime).setCaption(FormatTimeText(static_cast<double>(TotalSeconds)));
 }
 
-// The strips are a staircase: each begins where the one before ended, on a row of its own. There is
-// no strip of index 1, and so the first one keeps the template's place.
+// Each strip has a row of its own and begins where the one before ended. There is no strip with
+// index 1, so the first one keeps the template's place.
 void Form4::AddVideoObject(std::int32_t StripWidth) {
   if (TranscodeLock) return;
   const int index = Picture2.Count() + 1;
@@ -85,7 +85,7 @@ void Form4::AddVideoObject(std::int32_t StripWidth) {
   strip.Refresh();
 }
 
-// The strip that is meant is the one last right-clicked, wherever the menu was opened.
+// Marks the section whose strip was last right-clicked, wherever the menu was opened.
 void Form4::mnu_RemoveSection_Click() {
   Picture2(MenuStrip).setBackColor(kGrey);
   Label2(MenuStrip).setCaption(kDeletedSection);

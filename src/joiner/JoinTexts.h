@@ -2,26 +2,26 @@
 
 #include <QString>
 
-// The texts of a join: what marks a removed section, what is written for each, and what is named.
+// The texts of a join: the mark of a removed section, file names, and the lines of the lists.
 namespace kelvane {
 
-// Stands in the list in the place of a removed section's path.
+// Replaces the path of a removed section in the list.
 constexpr QLatin1String kDeletedSection(" Deleted Section ");
 
-// Up to and with the last separator; empty where there is none.
+// Returns the path up to its last separator, which is included; empty if there is none.
 QString FolderOf(const QString& path);
 
-// "intermediate07.ts"
+// Returns "intermediate07.ts" for 7.
 QString IntermediateName(int number);
 
-// The line of a section in the list file of a join, line break and all. An apostrophe in the path
-// ends the quoted text early.
+// Returns the line of a section in the list file of a join, with its line break. Trims `item`. An
+// apostrophe in it ends the quoted text early.
 QString ListFileLine(const QString& item);
 
-// The line of a section in a saved list, line break and all.
+// Returns the line of a section in a saved list, with its line break. Doesn't trim `item`.
 QString SavedListLine(const QString& item);
 
-// "concat:intermediate00.ts|intermediate01.ts" for two sections; "concat:" for none.
+// Returns "concat:intermediate00.ts|intermediate01.ts" for two sections, "concat:" for none.
 QString ConcatListText(int sections);
 
 }  // namespace kelvane

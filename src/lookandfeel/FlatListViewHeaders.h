@@ -4,8 +4,8 @@ namespace kelvane {
 
 class ListView;
 
-// Makes the column headers of a new list flat: they don't react to hover, press and click. A second
-// call makes them buttons again.
+// Toggles the column headers between buttons, which they are at first, and flat captions, which
+// don't react to hover, press or click.
 void FlattenHeaders(ListView& list);
 
 }  // namespace kelvane

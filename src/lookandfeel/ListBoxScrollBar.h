@@ -5,7 +5,7 @@ namespace kelvane {
 class ListBox;
 
 // Makes the list scroll horizontally over 900 pixels, whatever it holds: the end of a longer text
-// can't be reached, and a list of short texts, or of none, scrolls as far.
+// can't be reached, and an empty list scrolls as far.
 void GiveHorizontalExtent(ListBox& list);
 
 }  // namespace kelvane

@@ -4,42 +4,42 @@
 #include <string>
 #include <vector>
 
-// The command lines of the media tools, put together and taken apart. Text is bytes in the system's
-// narrow encoding. Paths go on the lines as they are, a blank in one cuts it: what must arrive
-// whole must be able to stand bare (see Module1.h).
+// Builds and splits the command lines of the media tools. Text is bytes in the system's narrow
+// encoding. `toolsFolder` has no separator at its end. A path is inserted as it is and a blank cuts
+// it, so one that must arrive whole must be able to go unquoted (see Module1.h).
 namespace kelvane {
 
-// The arguments of a command line, the tool's path first: cut at blanks and tabs; a double quote
-// groups what follows up to the next one and vanishes, so that "" gives an empty argument. An open
-// quote groups to the end. An empty or blank line gives no argument.
+// Returns the arguments of a command line, the tool's path first. They are separated by blanks and
+// tabs that aren't between double quotes. The quotes are removed, so that "" is an empty argument.
+// An open quote reaches to the end. An empty or blank line has no arguments.
 std::vector<std::string> SplitCommandLine(const std::string& commandLine);
 
-// "width:height:left:top" in source pixels, the order of the crop filter's own arguments. Negative
-// and odd numbers go out as they are.
+// Returns "width:height:left:top" in source pixels, the order of the crop filter's own arguments.
+// Negative and odd numbers are passed on as they are.
 std::string CropFilterText(std::int32_t width, std::int32_t height, std::int32_t left,
                            std::int32_t top);
 
-// Prints "width=" and "height=" lines of the video's streams.
+// Makes ffprobe print the "width=" and "height=" lines of the file's streams.
 std::string SizeProbeCommandLine(const std::string& toolsFolder, const std::string& videoPath);
 
-// Prints the banner with its "Duration:" text.
+// Makes ffprobe describe the file, its "Duration:" included.
 std::string DurationProbeCommandLine(const std::string& toolsFolder, const std::string& videoPath);
 
-// Plays the cropped picture. The blanks round `video` are dropped.
+// Makes ffplay play the cropped video. `video` is trimmed.
 std::string PreviewCommandLine(const std::string& toolsFolder, const std::string& video,
                                const std::string& cropFilter);
 
-// Writes the cropped picture to `output`, which goes on the line as it is: a blank in it cuts it.
-// The blanks round `video` are dropped.
+// Makes ffmpeg write the cropped video to `output`. `video` is trimmed.
 std::string CropCommandLine(const std::string& toolsFolder, const std::string& video,
                             const std::string& cropFilter, const std::string& output);
 
-// Copies the files that `listFile` names into one. An empty `output` leaves nothing behind "-y".
+// Makes ffmpeg copy the files that `listFile` names into one, which replaces `output`. If `output`
+// is empty, nothing follows "-y".
 std::string JoinCommandLine(const std::string& toolsFolder, const std::string& listFile,
                             const std::string& output);
 
-// Wraps a section anew as a transport stream. The blanks round `intermediate` are dropped, and it
-// is the one path of all that stands in double quotes.
+// Makes ffmpeg copy a section into a transport stream, which replaces `intermediate`. That path is
+// trimmed, and is the only one in double quotes.
 std::string TransportStreamCommandLine(const std::string& toolsFolder, const std::string& section,
                                        const std::string& intermediate);
 

@@ -17,14 +17,14 @@
 namespace kelvane {
 namespace {
 
-// The tools that were started and not yet reaped. A number in here can't pass to another process,
-// since the system keeps it for the ended tool until it is reaped.
+// The tools that were started and not yet reaped. Until a tool is reaped, the system gives its
+// process id to no other process.
 std::vector<pid_t> startedChildren;
 
-// How a tool is started: what becomes of its descriptors and its signals.
-class StartSettings {
+// Holds what posix_spawn needs to set a tool's descriptors and signals.
+class SpawnSettings {
  public:
-  explicit StartSettings(int writeEnd) {
+  explicit SpawnSettings(int writeEnd) {
     usable_ =
         posix_spawn_file_actions_init(&files_) == 0 && posix_spawnattr_init(&attributes_) == 0;
     sigset_t none;
@@ -32,8 +32,8 @@ class StartSettings {
     sigemptyset(&none);
     sigemptyset(&brokenPipe);
     sigaddset(&brokenPipe, SIGPIPE);
-    // The null device comes last: where the program itself was started without its standard
-    // descriptors, the pipe's own numbers are among them, and 0 can only be the read end's.
+    // The null device comes last: if the program was started without its standard descriptors, the
+    // pipe has some of their numbers, and 0 can only be the read end's.
     usable_ =
         usable_ && posix_spawn_file_actions_adddup2(&files_, writeEnd, STDOUT_FILENO) == 0 &&
         posix_spawn_file_actions_adddup2(&files_, STDOUT_FILENO, STDERR_FILENO) == 0 &&
@@ -43,9 +43,9 @@ class StartSettings {
         posix_spawnattr_setsigdefault(&attributes_, &brokenPipe) == 0 &&
         posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF) == 0;
   }
-  StartSettings(const StartSettings&) = delete;
-  StartSettings& operator=(const StartSettings&) = delete;
-  ~StartSettings() {
+  SpawnSettings(const SpawnSettings&) = delete;
+  SpawnSettings& operator=(const SpawnSettings&) = delete;
+  ~SpawnSettings() {
     posix_spawn_file_actions_destroy(&files_);
     posix_spawnattr_destroy(&attributes_);
   }
@@ -60,16 +60,16 @@ class StartSettings {
   bool usable_ = false;
 };
 
-// Starts the tool that the first argument names, with both its outputs on `writeEnd`. False where
-// it can't be started.
-bool Start(std::vector<std::string> arguments, int writeEnd) {
+// Starts the tool whose path is the first argument, with both its outputs on `writeEnd`. Returns
+// false if it can't be started.
+bool SpawnTool(std::vector<std::string> arguments, int writeEnd) {
   std::vector<char*> pointers;
   pointers.reserve(arguments.size() + 1);
   for (std::string& argument : arguments) pointers.push_back(argument.data());
   pointers.push_back(nullptr);
 
-  const StartSettings settings(writeEnd);
-  // Room is made beforehand, so that no started tool can fail to be remembered.
+  const SpawnSettings settings(writeEnd);
+  // Memory is reserved first, so that the process id of a started tool can always be kept.
   startedChildren.reserve(startedChildren.size() + 1);
   pid_t child = 0;
   if (!settings.usable() || posix_spawn(&child, pointers.front(), settings.files(),
@@ -95,7 +95,7 @@ std::string DOSOutputs::ExecuteCommand(const std::string& CommandLine) {
   } catch (const std::system_error&) {
     return {};
   }
-  if (!Start(std::move(arguments), reader->writeEnd().number())) return {};
+  if (!SpawnTool(std::move(arguments), reader->writeEnd().number())) return {};
   reader->CloseWriteEnd();
   text_ = text;
 

@@ -6,10 +6,11 @@
 
 namespace kelvane {
 
-// Owns one file descriptor and closes it at the end of its life. A number below 0 is none.
+// Owns one file descriptor, or none, and closes it when destroyed.
 class Descriptor {
  public:
   Descriptor() = default;
+  // Takes ownership of `number`, which is -1 for none.
   explicit Descriptor(int number) : number_(number) {}
   Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
   Descriptor& operator=(Descriptor&& other) noexcept {
@@ -21,6 +22,7 @@ class Descriptor {
   Descriptor& operator=(const Descriptor&) = delete;
   ~Descriptor() { Close(); }
 
+  // Returns -1 if there is none. The object keeps the ownership.
   int number() const { return number_; }
   explicit operator bool() const { return number_ >= 0; }
 

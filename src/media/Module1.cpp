@@ -23,59 +23,59 @@ bool IsPlainLetterOrDigit(char c) {
   return (c >= '0' && c <= '9') || (c >= 'A' && c <= 'Z') || (c >= 'a' && c <= 'z');
 }
 
-// The length of the well-formed UTF-8 sequence at the head of `text`; 0 where there is none.
-std::size_t HeadSequence(std::string_view text) {
-  // First byte from, to; second byte from, to; length. What these rows leave out are overlong
-  // forms, surrogates and numbers beyond the last character.
-  struct Form {
+// Returns the length of the valid UTF-8 sequence at the start of `text`, which isn't empty; 0 if
+// there is none.
+std::size_t Utf8SequenceLength(std::string_view text) {
+  // The rows leave out overlong forms, surrogates and numbers beyond the last code point.
+  struct Utf8Range {
     unsigned char firstFrom, firstTo, secondFrom, secondTo;
     std::size_t length;
   };
-  static constexpr std::array<Form, 9> kForms{{{0x00, 0x7F, 0x00, 0x00, 1},
-                                               {0xC2, 0xDF, 0x80, 0xBF, 2},
-                                               {0xE0, 0xE0, 0xA0, 0xBF, 3},
-                                               {0xE1, 0xEC, 0x80, 0xBF, 3},
-                                               {0xED, 0xED, 0x80, 0x9F, 3},
-                                               {0xEE, 0xEF, 0x80, 0xBF, 3},
-                                               {0xF0, 0xF0, 0x90, 0xBF, 4},
-                                               {0xF1, 0xF3, 0x80, 0xBF, 4},
-                                               {0xF4, 0xF4, 0x80, 0x8F, 4}}};
+  static constexpr std::array<Utf8Range, 9> kUtf8Ranges{{{0x00, 0x7F, 0x00, 0x00, 1},
+                                                         {0xC2, 0xDF, 0x80, 0xBF, 2},
+                                                         {0xE0, 0xE0, 0xA0, 0xBF, 3},
+                                                         {0xE1, 0xEC, 0x80, 0xBF, 3},
+                                                         {0xED, 0xED, 0x80, 0x9F, 3},
+                                                         {0xEE, 0xEF, 0x80, 0xBF, 3},
+                                                         {0xF0, 0xF0, 0x90, 0xBF, 4},
+                                                         {0xF1, 0xF3, 0x80, 0xBF, 4},
+                                                         {0xF4, 0xF4, 0x80, 0x8F, 4}}};
   const unsigned char first = Byte(text.front());
-  const auto* const form =
-      std::find_if(kForms.begin(), kForms.end(), [first](const Form& candidate) {
+  const auto* const range =
+      std::find_if(kUtf8Ranges.begin(), kUtf8Ranges.end(), [first](const Utf8Range& candidate) {
         return first >= candidate.firstFrom && first <= candidate.firstTo;
       });
-  if (form == kForms.end() || text.size() < form->length) return 0;
-  const std::string_view rest = text.substr(1, form->length - 1);
+  if (range == kUtf8Ranges.end() || text.size() < range->length) return 0;
+  const std::string_view rest = text.substr(1, range->length - 1);
   if (rest.empty()) return 1;
-  if (Byte(rest.front()) < form->secondFrom || Byte(rest.front()) > form->secondTo) return 0;
+  if (Byte(rest.front()) < range->secondFrom || Byte(rest.front()) > range->secondTo) return 0;
   const bool continues = std::all_of(rest.begin(), rest.end(),
                                      [](char c) { return Byte(c) >= 0x80 && Byte(c) <= 0xBF; });
-  return continues ? form->length : 0;
+  return continues ? range->length : 0;
 }
 
-bool IsText(std::string_view text) {
+bool IsUtf8(std::string_view text) {
   while (!text.empty()) {
-    const std::size_t length = HeadSequence(text);
+    const std::size_t length = Utf8SequenceLength(text);
     if (length == 0) return false;
     text.remove_prefix(length);
   }
   return true;
 }
 
-// Whether the path reaches a tool as one argument that means this file: nothing in it cuts a
-// command line, is lost on the way through a text box, or is a pattern to a tool (a percent sign is
-// one to the readers of picture sequences).
-bool CanStandBare(const std::string& path) {
+// Returns whether a tool gets the path as one argument that means this file: nothing in it cuts a
+// command line, gets lost in a text box or is a pattern to a tool, as a percent sign is in the
+// names of image sequences.
+bool CanGoUnquoted(const std::string& path) {
   constexpr char kDelete = 0x7F;
-  return path.size() <= kLongestShortPath && IsText(path) &&
+  return path.size() <= kLongestShortPath && IsUtf8(path) &&
          std::none_of(path.begin(), path.end(), [](char c) {
            return Byte(c) <= Byte(' ') || c == kDelete || c == '"' || c == '%';
          });
 }
 
-// The extension with its dot, which tells a tool the format of what it reads; empty where it is
-// none that could stand bare itself.
+// Returns the extension with its dot if that is followed by 1 to 10 ASCII letters or digits, an
+// empty text otherwise. Tools recognise formats by it.
 std::string PlainExtension(const std::string& path) {
   constexpr std::size_t kLongest = 10;
   const std::string extension = std::filesystem::path(path).extension();
@@ -95,10 +95,10 @@ std::string GetShortFileName(const std::string& Path, const ShowError& showError
                              const std::string& linksParent) {
   try {
     struct stat status {};
-    const bool endsEarly = Path.find('\0') != std::string::npos;
-    if (endsEarly || ::stat(Path.c_str(), &status) != 0) return {};
+    const bool hasNul = Path.find('\0') != std::string::npos;
+    if (hasNul || ::stat(Path.c_str(), &status) != 0) return {};
     std::string path = std::filesystem::absolute(Path);
-    if (CanStandBare(path)) return path;
+    if (CanGoUnquoted(path)) return path;
     return PrivateFolder::In(linksParent).LinkTo(path, PlainExtension(path));
   } catch (const std::system_error& error) {
     if (showError) showError(ErrorText(error.code().value(), error.code().message()), "Error");

@@ -3,35 +3,38 @@
 #include <functional>
 #include <string>
 
-// Paths that can stand bare on a command line. Text is bytes in the system's narrow encoding.
+// Paths that can go unquoted on a command line. Text is bytes in the system's narrow encoding.
+// `linksParent` is a folder whose own path can go unquoted. The functions aren't thread-safe: all
+// are to be called on one thread.
 namespace kelvane {
 
 // Shows a message box with an exclamation icon and an OK button.
 using ShowError = std::function<void(const std::string& text, const std::string& title)>;
 
-// The short path of an existing file or folder: one of 254 bytes at most, without blanks, quotes,
-// percent signs and control characters and in good UTF-8, that names the same file. A path that
-// already is so (made absolute) is its own short path. For any other a link is made under a short
-// name, extension kept, in a private folder (mode 0700) in `linksParent` that goes when the program
-// ends; the same file gets the same name each time.
+// Returns the short path of an existing file or folder. This is the path itself, made absolute, if
+// it can go unquoted: if it is valid UTF-8 of at most 254 bytes without blanks, double quotes,
+// percent signs and control characters. For any other path it is that of a link in a private folder
+// (mode 0700) in `linksParent`, which is removed when the program ends. The link has a short name,
+// with the path's extension if that is 1 to 10 ASCII letters or digits. The same path gets the same
+// name each time; two paths to one file get two links.
 //
-// Returns an empty text, without a message, for a file that isn't there. Where the link can't be
-// made, shows the reason with its number through `showError`, if there is one, and returns an empty
-// text.
+// Returns an empty text, without a message, if there is no such file or it can't be reached. If the
+// link can't be made, passes the reason and its number to `showError`, unless that is null, and
+// returns an empty text.
 std::string GetShortFileName(const std::string& Path, const ShowError& showError,
                              const std::string& linksParent = "/tmp");
 
-// The folder of the tools as it goes on a command line: `appPath` itself, or its short path where
-// it can't stand bare. `appPath` where that fails.
+// Returns the folder of the tools for a command line: the short path of `appPath`, or `appPath`
+// itself if it has none. Ignores errors.
 std::string ToolsFolder(const std::string& appPath);
 
-// The place of a join's list where the program's folder takes none: a path that can stand bare, in
-// the private folder of the short paths. What is written there goes when the program ends. Empty
-// where that folder can't be made.
+// Returns the path for a join's list if it can't be in the program's folder: one in the private
+// folder of the short paths, which can go unquoted. The list is removed when the program ends.
+// Returns an empty text if that folder can't be made.
 std::string PrivateListFile(const std::string& linksParent = "/tmp");
 
-// Removes the private folders of programs of this user that ended without removing them. To be
-// called once at a start; touches no folder of a program that still runs.
+// Removes the private folders in `linksParent` that this user's programs left behind. To be called
+// when the program starts. Leaves alone the folders of programs that run, and ignores errors.
 void ClearShortPathsLeftBehind(const std::string& linksParent = "/tmp");
 
 }  // namespace kelvane

@@ -6,7 +6,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cerrno>
 #include <filesystem>
 #include <memory>
@@ -28,13 +27,13 @@ bool IsFolderName(std::string_view name) {
   return name.starts_with(beginning) && name.size() == beginning.size() + kRandomPart.size();
 }
 
-std::system_error ErrorOf(int number) { return {number, std::generic_category()}; }
+std::system_error SystemError(int number) { return {number, std::generic_category()}; }
 
 std::vector<std::string> NamesIn(const Descriptor& folder) {
   struct CloseListing {
     void operator()(DIR* listing) const { ::closedir(listing); }
   };
-  // A listing closes the descriptor that it is given.
+  // closedir closes the descriptor of the listing as well.
   const int ownDescriptor = ::openat(folder.number(), ".", kOpenFolder);
   if (ownDescriptor < 0) return {};
   const std::unique_ptr<DIR, CloseListing> listing(::fdopendir(ownDescriptor));
@@ -49,7 +48,7 @@ std::vector<std::string> NamesIn(const Descriptor& folder) {
   return names;
 }
 
-// Removes the entry if it is of that type, S_IFLNK or the like.
+// Removes the entry if it is of that type, such as S_IFLNK. Ignores errors.
 void RemoveIf(mode_t type, const Descriptor& folder, const std::string& name) {
   struct stat status {};
   if (::fstatat(folder.number(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
@@ -58,34 +57,34 @@ void RemoveIf(mode_t type, const Descriptor& folder, const std::string& name) {
   }
 }
 
-// Whether `path`, no link followed, is the open folder.
-bool Names(const std::string& path, const Descriptor& folder) {
+// Returns whether `path`, if it is no link, leads to the open folder.
+bool IsPathOf(const std::string& path, const Descriptor& folder) {
   struct stat named {};
   struct stat opened {};
   return folder && ::lstat(path.c_str(), &named) == 0 && ::fstat(folder.number(), &opened) == 0 &&
          named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
 }
 
-// Makes a folder, under its former path where that is free, and returns its path.
+// Makes a folder, under its former path if that is free, and returns its path.
 std::string MakeFolder(const std::string& parent, const std::string& formerPath) {
   if (!formerPath.empty() && ::mkdir(formerPath.c_str(), S_IRWXU) == 0) return formerPath;
   std::string path = parent + '/' + NameBeginning() + std::string(kRandomPart);
-  if (::mkdtemp(path.data()) == nullptr) throw ErrorOf(errno);
+  if (::mkdtemp(path.data()) == nullptr) throw SystemError(errno);
   return path;
 }
 
-// Locks a folder just made. None where another program's clearing took it for one left behind,
-// which it may do between the making and the lock.
-Descriptor Lock(const std::string& path) {
+// Opens and locks a new folder. Returns no descriptor if another program locked or removed it first
+// because it wasn't locked yet.
+Descriptor OpenLocked(const std::string& path) {
   Descriptor folder(::open(path.c_str(), kOpenFolder));
   if (!folder && errno == ENOENT) return {};
   if (!folder || ::flock(folder.number(), LOCK_EX | LOCK_NB) != 0) {
     const int number = errno;
     if (number == EWOULDBLOCK) return {};
     ::rmdir(path.c_str());
-    throw ErrorOf(number);
+    throw SystemError(number);
   }
-  return Names(path, folder) ? std::move(folder) : Descriptor();
+  return IsPathOf(path, folder) ? std::move(folder) : Descriptor();
 }
 
 }  // namespace
@@ -96,14 +95,14 @@ PrivateFolder& PrivateFolder::In(const std::string& parent) {
 }
 
 PrivateFolder::~PrivateFolder() {
-  if (owner_ != ::getpid() || !Names(path_, folder_)) return;
+  if (owner_ != ::getpid() || !IsPathOf(path_, folder_)) return;
   for (const auto& [target, name] : names_) RemoveIf(S_IFLNK, folder_, name);
   if (hasListFile_) RemoveIf(S_IFREG, folder_, kListFile);
   ::rmdir(path_.c_str());
 }
 
 std::string PrivateFolder::LinkTo(const std::string& target, const std::string& extension) {
-  if (!Names(path_, folder_)) Make();
+  if (!IsPathOf(path_, folder_)) Make();
   const auto known = names_.find(target);
   const std::string name =
       known == names_.end() ? std::to_string(names_.size() + 1) + extension : known->second;
@@ -111,30 +110,30 @@ std::string PrivateFolder::LinkTo(const std::string& target, const std::string& 
   std::error_code isNoLink;
   if (std::filesystem::read_symlink(link, isNoLink) != target &&
       ::symlinkat(target.c_str(), folder_.number(), name.c_str()) != 0) {
-    throw ErrorOf(errno);
+    throw SystemError(errno);
   }
   names_.emplace(target, name);
   return link;
 }
 
 std::string PrivateFolder::ListFile() {
-  if (!Names(path_, folder_)) Make();
+  if (!IsPathOf(path_, folder_)) Make();
   hasListFile_ = true;
   return path_ + '/' + kListFile;
 }
 
 void PrivateFolder::Make() {
-  constexpr int kMostTries = 100;
-  for (int attempt = 0; attempt < kMostTries; ++attempt) {
+  constexpr int kMaxTries = 100;
+  for (int attempt = 0; attempt < kMaxTries; ++attempt) {
     std::string path = MakeFolder(parent_, path_);
-    if (Descriptor folder = Lock(path)) {
+    if (Descriptor folder = OpenLocked(path)) {
       path_ = std::move(path);
       folder_ = std::move(folder);
       owner_ = ::getpid();
       return;
     }
   }
-  throw ErrorOf(EWOULDBLOCK);
+  throw SystemError(EWOULDBLOCK);
 }
 
 void PrivateFolder::ClearLeftBehind(const std::string& parent) {

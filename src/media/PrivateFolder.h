@@ -7,21 +7,21 @@
 
 namespace kelvane {
 
-// A folder of this program run's own in which files get short names, by symbolic links, and the
-// list of a join has its place where it can have no other.
+// A folder of one run of the program. It holds symbolic links that give files short names, and the
+// list of a join if the program's folder can't.
 //
-// It is named "kelvane-", the user's number, "-" and six characters, is open to its user alone, and
-// is locked for as long as the program lives, so that a folder that isn't locked is known to be
-// left behind. It is removed at the program's end.
+// Its name is "kelvane-", the user's id, "-" and six characters. Only its user can open it. It is
+// locked until the program ends, so a folder that isn't locked was left behind. It is removed when
+// the program ends. Not thread-safe: all folders are to be used on one thread.
 class PrivateFolder {
  public:
-  // The one folder of this program in `parent`. Made when a link or the list first needs it, not
-  // before.
+  // Returns the program's one folder in `parent`, which is made when a link or the list first needs
+  // it. The object lives until the program ends.
   static PrivateFolder& In(const std::string& parent);
 
-  // Removes those folders of this user in `parent` whose programs have ended: the symbolic links in
-  // them, a list of a join, and then the folders themselves where nothing else is in them. Follows
-  // no link.
+  // Removes this user's folders in `parent` whose programs have ended: the symbolic links and the
+  // list of a join in them, then each folder if nothing else is in it. Follows no link in `parent`,
+  // and ignores errors.
   static void ClearLeftBehind(const std::string& parent);
 
   explicit PrivateFolder(std::string parent) : parent_(std::move(parent)) {}
@@ -29,14 +29,15 @@ class PrivateFolder {
   PrivateFolder& operator=(const PrivateFolder&) = delete;
   ~PrivateFolder();
 
-  // The path of a link to the file of that absolute path: a number, and `extension` behind it. The
-  // same file gets the same name each time. Folder and link are made anew where they have vanished.
-  // Throws std::system_error where they can't be made.
+  // Returns the path of a link to the absolute path `target`. The link's name is a number and
+  // `extension`. The same target gets the same name each time; two paths to one file get two links.
+  // Makes the folder and the link again if they have vanished. Throws std::system_error if one
+  // can't be made.
   std::string LinkTo(const std::string& target, const std::string& extension);
 
-  // The path for a join's list, "files.txt" in the folder, which is made where it isn't there. What
-  // the caller writes there goes with the folder. Throws std::system_error where the folder can't
-  // be made.
+  // Returns the path for a join's list, "files.txt" in the folder, and makes the folder if it isn't
+  // there. The file that the caller writes is removed with the folder. Throws std::system_error if
+  // the folder can't be made.
   std::string ListFile();
 
  private:
@@ -45,9 +46,10 @@ class PrivateFolder {
   std::string parent_;
   // Empty until the folder is made.
   std::string path_;
-  // The folder itself, which bears the lock.
+  // The open folder, which holds the lock.
   Descriptor folder_;
-  // The process that the folder belongs to: a copy of this object in a forked one isn't its owner.
+  // The process that made the folder. A forked process has a copy of this object and isn't its
+  // owner.
   pid_t owner_ = 0;
   std::map<std::string, std::string> names_;
   bool hasListFile_ = false;

@@ -1,6 +1,7 @@
 #include "media/ProbeReadings.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "media/Trim.h"
 
@@ -17,14 +18,14 @@ constexpr string_view kDurationWord = "duration:";
 
 char LowerCase(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
 
-// Where `word`, which is in lower case, first stands in `text`; npos where it doesn't.
+// Returns the first position of `word`, which is in lower case, in `text`; npos if there is none.
 size_t FindIgnoringCase(string_view text, string_view word) {
   const auto* const found = std::search(text.begin(), text.end(), word.begin(), word.end(),
                                         [](char c, char wanted) { return LowerCase(c) == wanted; });
   return found == text.end() ? string_view::npos : static_cast<size_t>(found - text.begin());
 }
 
-// The text from its `position`-th character on, counted from 1; empty where it is shorter.
+// Returns the text from a position on, which is counted from 1; empty if the text is shorter.
 string_view FromCharacter(string_view text, size_t position) {
   return text.substr(std::min(position - 1, text.size()));
 }
@@ -42,9 +43,9 @@ string WidenLineBreaks(string_view text) {
 }
 
 SizeReading ReadSize(string_view block) {
-  constexpr size_t kWidthDigits = 7;   // behind "width=" at the very start of the block
-  constexpr size_t kHeightLine = 12;   // behind "width=", three digits and a line break
-  constexpr size_t kHeightDigits = 8;  // behind "height="
+  constexpr size_t kWidthDigits = 7;   // after "width=" at the start of the block
+  constexpr size_t kHeightLine = 12;   // after "width=", three digits and a line break
+  constexpr size_t kHeightDigits = 8;  // after "height="
   SizeReading reading;
   const size_t height = FindIgnoringCase(block, kHeightWord);
   if (FindIgnoringCase(block, kWidthWord) != string_view::npos) {
@@ -54,7 +55,7 @@ SizeReading ReadSize(string_view block) {
   }
   if (height != string_view::npos) {
     string digits(FromCharacter(Trim(FromCharacter(block, kHeightLine)), kHeightDigits));
-    // A width of four digits leaves one character more, the equals sign of "height=".
+    // After a width of four digits the cut begins with the equals sign of "height=".
     reading.usedUp = digits.starts_with('=');
     if (reading.usedUp) std::erase(digits, '=');
     reading.height = std::move(digits);
@@ -67,13 +68,13 @@ size_t EndOfLine(string_view text) { return text.find_first_of("\r\n") + 1; }
 size_t EndOfSize(string_view text) {
   const size_t width = FindIgnoringCase(text, kWidthWord);
   if (width != 0 && width != string_view::npos) return width;
-  // Where there is no such word, there is no line break behind it either.
-  return text.find('\n', FindIgnoringCase(text, kHeightWord)) + 1;  // npos is the largest size
+  // If there is no such word, no line break is found after it either. npos + 1 is 0.
+  return text.find('\n', FindIgnoringCase(text, kHeightWord)) + 1;
 }
 
 std::optional<string> DurationReading::Append(string_view block) {
   constexpr size_t kTextLength = 18;  // the word, a blank and "hh:mm:ss"
-  constexpr size_t kValueStart = 10;  // behind the colon
+  constexpr size_t kValueStart = 10;  // after the colon
   if (found_) {
     kept_ += block.substr(0, kTextLength - kept_.size());
   } else {

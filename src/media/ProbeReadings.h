@@ -5,49 +5,48 @@
 #include <string>
 #include <string_view>
 
-// What is read from the text that the probe tool prints. Positions are counted in bytes; searches
-// ignore case.
+// Reads the text that the probe tool prints. Lengths are in bytes. Searches ignore the case of
+// ASCII letters.
 namespace kelvane {
 
-// `text` with every line feed that has no carriage return before it given one. The size reading's
-// fixed offsets count both.
+// Returns `text` with a carriage return inserted before every line feed that has none. The fixed
+// offsets of ReadSize count both.
 std::string WidenLineBreaks(std::string_view text);
 
-// The texts cut from one block of the size probe, which is expected to hold the tool's whole answer
-// with its line breaks widened: "width=1920", "height=1080". The cuts have fixed offsets that are
-// exact for widths of three and four digits; for others, and for text that isn't such an answer,
-// they yield what they yield, line breaks included.
+// The texts that ReadSize cuts from a block of the size probe. The block should hold one size with
+// widened line breaks: a line "width=1920" and a line "height=1080". The cuts have fixed offsets,
+// which fit widths of three and four digits; from any other block they yield other parts of it. The
+// texts include line breaks.
 struct SizeReading {
-  // Unset where the block has no such word. Empty where the block has "width=" but no "height=".
+  // std::nullopt if the block has no such word. `width` is empty if the block has no "height=".
   std::optional<std::string> width;
   std::optional<std::string> height;
-  // The height was cut behind a width of four digits: the block is used up, and the next one is
-  // still the size probe's.
+  // True after a width of four digits: the block is only a size, and the next one is read as a size
+  // too.
   bool usedUp = false;
 };
 SizeReading ReadSize(std::string_view block);
 
-// The length of the text's first line, its line feed or carriage return included; 0 where it hasn't
-// ended.
+// Returns the length of the first line with its line feed or carriage return; 0 if it hasn't ended.
 std::size_t EndOfLine(std::string_view text);
 
-// The length of what comes first in the text: a size up to the end of the line of its "height=",
-// line break included, or what stands before a "width="; 0 where neither has ended. The probe
-// prints a width and a height for each stream, and what it has to complain of in between.
+// Returns the length of the first block: it ends before a "width=" that other text precedes, and
+// otherwise with the line of the first "height=". Returns 0 if it hasn't ended. The probe prints a
+// width and a height for each stream, and its warnings in between.
 std::size_t EndOfSize(std::string_view text);
 
-// The first "Duration:" of all the text ever given to it, in whichever blocks it came.
+// Finds the first "Duration:" in a text that comes in blocks, even if a block ends inside it.
 class DurationReading {
  public:
-  // Takes one more block. Returns the duration text as far as it has come, "hh:mm:ss" once it is
-  // whole, with the blanks round it dropped; nothing while no "Duration:" has been seen. Its cost
-  // doesn't grow with what came before.
+  // Takes the next block. Returns the trimmed text after "Duration:" as far as it has come, which
+  // is "hh:mm:ss" once it is whole; std::nullopt until "Duration:" has come. The cost doesn't grow
+  // with the text before.
   std::optional<std::string> Append(std::string_view block);
 
  private:
   bool found_ = false;
-  // Until found: the end of the text that may be the word's beginning. From then on: the text from
-  // the word on, as much of it as is read.
+  // Until the word is found, the end of the text, which may be the word's beginning. Then the word
+  // and as much of the text after it as is read.
   std::string kept_;
 };
 

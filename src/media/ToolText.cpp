@@ -15,14 +15,14 @@ namespace kelvane {
 namespace {
 
 constexpr std::size_t kBlockSize = 256;
-// As much as a pipe holds.
+// The capacity of a pipe.
 constexpr std::size_t kReadSize = 65536;
 
-void Require(bool done) {
+void ThrowErrnoUnless(bool done) {
   if (!done) throw std::system_error(errno, std::generic_category());
 }
 
-// Blocks all signals of this thread, and of the threads that it starts, for the length of its life.
+// While it exists, blocks all signals of this thread and of the threads that it starts.
 class SignalsBlocked {
  public:
   SignalsBlocked() {
@@ -76,12 +76,12 @@ std::string ToolText::UpToCursor() const {
 
 ToolReader::ToolReader(ToolText& text) : text_(text) {
   std::array<int, 2> ends{};
-  Require(pipe2(ends.data(), O_CLOEXEC) == 0);
+  ThrowErrnoUnless(pipe2(ends.data(), O_CLOEXEC) == 0);
   readEnd_ = Descriptor(ends[0]);
   writeEnd_ = Descriptor(ends[1]);
   stop_ = Descriptor(eventfd(0, EFD_CLOEXEC));
-  Require(static_cast<bool>(stop_));
-  // Handlers of signals run on the program's own thread, as ever.
+  ThrowErrnoUnless(static_cast<bool>(stop_));
+  // Signal handlers must not run on the new thread.
   const SignalsBlocked blocked;
   thread_ = std::thread([this] { ReadToTheEnd(); });
 }

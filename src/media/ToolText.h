@@ -12,25 +12,26 @@
 
 namespace kelvane {
 
-// Returns how long the next block is, given the text behind the last one, 256 bytes of it at most;
-// 0 while the block's end hasn't come. Must not throw.
+// Returns the length of the next block, given at most 256 bytes of the text after the last one; 0
+// if the block's end hasn't come. Called with the text locked: it must not use the ToolText, and
+// must not throw.
 using BlockLength = std::function<std::size_t(std::string_view text)>;
 
-// Everything that one tool prints, kept once, with a cursor that moves through it block by block.
+// Holds everything that one tool prints, and a cursor that moves through it block by block.
 // Thread-safe.
 class ToolText {
  public:
-  // Adds to the text. What there is no memory for is dropped.
+  // Adds to the text; drops `printed` if there is no memory for it. Must not be called after End.
   void Append(std::string_view printed) noexcept;
-  // Nothing is added after this.
+  // Ends the text.
   void End();
 
-  // Waits for the next block of 1 to 256 bytes, moves the cursor behind it and returns it. The
-  // block ends where `length` says, or when it is full or the text has ended; without a `length` it
-  // is whatever there is. Returns an empty text at the end.
+  // Waits for the next block of 1 to 256 bytes, moves the cursor past it and returns it. The block
+  // ends where `length` says, or when it is full or the text has ended. If `length` is null, it is
+  // all the text that has come, up to 256 bytes. Returns an empty text at the end.
   std::string NextBlock(const BlockLength& length);
 
-  // A copy of the text up to the cursor.
+  // Returns a copy of the text up to the cursor.
   std::string UpToCursor() const;
 
  private:
@@ -41,19 +42,18 @@ class ToolText {
   bool ended_ = false;
 };
 
-// A pipe, and a thread that reads it to its end into a text, as fast as something is written to it.
+// Owns a pipe and a thread that reads it to its end, as fast as it is written to, into a text.
 class ToolReader {
  public:
-  // `text` must outlive the reader. Throws std::system_error where there is no descriptor or no
-  // thread for it.
+  // `text` must outlive the reader. Throws std::system_error if there is no descriptor or no thread
+  // for it.
   explicit ToolReader(ToolText& text);
   ToolReader(const ToolReader&) = delete;
   ToolReader& operator=(const ToolReader&) = delete;
-  // Ends the thread and closes the pipe, without waiting for whoever may still write to it.
+  // Ends the thread and closes the pipe without waiting for a process that may still write to it.
   ~ToolReader();
 
-  // The end to write to, the reader's until it is closed. As long as it is open, the text doesn't
-  // end.
+  // The end to write to, which the reader owns. The text doesn't end while it is open.
   const Descriptor& writeEnd() const { return writeEnd_; }
   void CloseWriteEnd() { writeEnd_.Close(); }
 
@@ -63,7 +63,7 @@ class ToolReader {
   ToolText& text_;
   Descriptor readEnd_;
   Descriptor writeEnd_;
-  // Becomes readable when the thread shall end.
+  // Becomes readable when the thread must end.
   Descriptor stop_;
   std::thread thread_;
 };

@@ -4,7 +4,8 @@
 
 namespace kelvane {
 
-// `text` without the blanks at its ends. Tabs and line breaks stay.
+// Returns `text` without the blanks at its ends; tabs and line breaks stay. The result refers to
+// `text`.
 inline std::string_view Trim(std::string_view text) {
   const std::size_t first = text.find_first_not_of(' ');
   if (first == std::string_view::npos) return {};

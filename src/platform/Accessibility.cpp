@@ -18,10 +18,6 @@
 namespace kelvane {
 namespace {
 
-bool IsSlider(const Control& control) {
-  return control.IsBar() || control.Role() == SpokenRole::kThumb;
-}
-
 QAccessible::Role RoleOf(const Control& control) {
   using enum SpokenRole;
   static const QHash<SpokenRole, QAccessible::Role> roles = {
@@ -33,24 +29,26 @@ QAccessible::Role RoleOf(const Control& control) {
   return roles.value(control.Role(), QAccessible::Client);
 }
 
-// Sends the control a press in its middle, a move by `way` with the button held, and the release.
-// Its handlers may delete the control in between.
-void SendMouse(Control& control, Qt::MouseButton button, QPoint way) {
+bool IsSlider(const Control& control) { return RoleOf(control) == QAccessible::Slider; }
+
+// Sends the control a press in its middle, a move by `offset` with the button held, and the
+// release. Stops if a handler deletes the control.
+void SendMouse(Control& control, Qt::MouseButton button, QPoint offset) {
   const QPointer<Control> alive(&control);
   const QPoint begin = control.mapToGlobal(control.rect().center());
-  const auto send = [&](QEvent::Type type, QPoint place, Qt::MouseButton cause,
+  const auto send = [&](QEvent::Type type, QPoint position, Qt::MouseButton cause,
                         Qt::MouseButtons held) {
     if (alive == nullptr) return;
-    QMouseEvent event(type, control.mapFromGlobal(place), place, cause, held, Qt::NoModifier);
+    QMouseEvent event(type, control.mapFromGlobal(position), position, cause, held, Qt::NoModifier);
     QCoreApplication::sendEvent(&control, &event);
   };
   send(QEvent::MouseButtonPress, begin, button, button);
-  if (!way.isNull()) send(QEvent::MouseMove, begin + way, Qt::NoButton, button);
-  send(QEvent::MouseButtonRelease, begin + way, button, Qt::NoButton);
+  if (!offset.isNull()) send(QEvent::MouseMove, begin + offset, Qt::NoButton, button);
+  send(QEvent::MouseButtonRelease, begin + offset, button, Qt::NoButton);
 }
 
-// Whether its containers and its window leave a part of the control unclipped. What lies in front
-// of it doesn't count: a user who can't see it has no way to move that aside.
+// Returns whether a part of the control is inside all its containers and the window. Controls in
+// front of it are ignored: a user who can't see them has no way to move them aside.
 bool HasUnclippedPart(const Control& control) {
   QRect part = control.rect();
   for (const QWidget* each = &control; !each->isWindow(); each = each->parentWidget()) {
@@ -59,8 +57,8 @@ bool HasUnclippedPart(const Control& control) {
   return !part.isEmpty();
 }
 
-// Runs `action` from the event loop, as a user's event would: the screen reader doesn't wait for
-// the handlers, and a window behind a dialog or a menu gets nothing.
+// Runs `action` later from the event loop, so that the screen reader doesn't wait for the handlers.
+// `action` is dropped if the control is hidden, or a dialog or menu open, by then.
 void RunFromEventLoop(Control& control, std::function<void()> action) {
   QMetaObject::invokeMethod(
       &control,
@@ -73,12 +71,12 @@ void RunFromEventLoop(Control& control, std::function<void()> action) {
       Qt::QueuedConnection);
 }
 
-// A form or a control as a node of the tree.
-class Node : public QAccessibleWidget {
+// The accessibility interface of a form, and the base of a control's.
+class FormInterface : public QAccessibleWidget {
  public:
   using QAccessibleWidget::QAccessibleWidget;
 
-  // Asked anew each time: a reader may ask before the window is made a dialog.
+  // Isn't cached: a reader may ask before the window becomes a dialog.
   QAccessible::Role role() const override {
     return widget()->windowType() == Qt::Dialog ? QAccessible::Dialog : QAccessible::Window;
   }
@@ -96,7 +94,8 @@ class Node : public QAccessibleWidget {
     return found == children.end() ? -1 : static_cast<int>(found - children.begin());
   }
 
-  // The child that is in front at that place of the screen, or that contains what is.
+  // Returns the child that is in front at that position of the screen, or that contains the widget
+  // in front; null if there is none.
   QAccessibleInterface* childAt(int x, int y) const override {
     const QList<QWidget*> children = Children();
     const QWidget* part = widget()->childAt(widget()->mapFromGlobal(QPoint(x, y)));
@@ -112,9 +111,9 @@ class Node : public QAccessibleWidget {
   QList<QWidget*> Children() const { return SpokenWidget::SpokenChildren(*widget()); }
 };
 
-class ControlNode : public Node, public QAccessibleValueInterface {
+class ControlInterface : public FormInterface, public QAccessibleValueInterface {
  public:
-  explicit ControlNode(Control& control) : Node(&control), control_(control) {}
+  explicit ControlInterface(Control& control) : FormInterface(&control), control_(control) {}
 
   QAccessible::Role role() const override { return RoleOf(control_); }
 
@@ -130,11 +129,11 @@ class ControlNode : public Node, public QAccessibleValueInterface {
         return isText || control_.Meaning().isEmpty() ? control_.SpokenCaption()
                                                       : control_.Meaning();
       case QAccessible::Description:
-        return isText ? control_.Meaning() : Node::text(kind);
+        return isText ? control_.Meaning() : FormInterface::text(kind);
       case QAccessible::Value:
         return IsSlider(control_) ? currentValue().toString() : QString();
       default:
-        return Node::text(kind);
+        return FormInterface::text(kind);
     }
   }
 
@@ -143,7 +142,7 @@ class ControlNode : public Node, public QAccessibleValueInterface {
       return static_cast<QAccessibleValueInterface*>(this);
     }
     if (type == QAccessible::ActionInterface && actionNames().isEmpty()) return nullptr;
-    return Node::interface_cast(type);
+    return FormInterface::interface_cast(type);
   }
 
   QStringList actionNames() const override {
@@ -166,21 +165,21 @@ class ControlNode : public Node, public QAccessibleValueInterface {
   }
 
   QVariant currentValue() const override {
-    if (control_.IsBar()) return static_cast<double>(Place());
+    if (control_.IsBar()) return static_cast<double>(Position());
     const auto* readOut = control_.window()->findChild<SpokenWidget*>(control_.ReadOut());
     return readOut == nullptr ? QVariant() : LeadingNumber(readOut->SpokenCaption());
   }
 
-  // Drags a bar there, clipped or not. A thumb can't be set: only its form knows which value a
-  // place stands for.
+  // Drags a bar to the position `value`, clipped or not. A thumb can't be set: only its form knows
+  // the value of a position.
   void setCurrentValue(const QVariant& value) override {
     if (!control_.IsBar()) return;
     if (!std::isfinite(value.toDouble())) return;
     const double goal = std::clamp(value.toDouble(), 0.0, Length());
     RunFromEventLoop(control_, [this, goal] {
-      const int way = qRound((goal - static_cast<double>(Place())) /
-                             static_cast<double>(control_.container().UnitsPerPixel()));
-      SendMouse(control_, Qt::LeftButton, IsHorizontal() ? QPoint(way, 0) : QPoint(0, way));
+      const int offset = qRound((goal - static_cast<double>(Position())) /
+                                static_cast<double>(control_.container().UnitsPerPixel()));
+      SendMouse(control_, Qt::LeftButton, IsHorizontal() ? QPoint(offset, 0) : QPoint(0, offset));
     });
   }
 
@@ -194,7 +193,7 @@ class ControlNode : public Node, public QAccessibleValueInterface {
 
  private:
   bool IsHorizontal() const { return control_.Role() == SpokenRole::kHorizontalBar; }
-  float Place() const { return IsHorizontal() ? control_.Left() : control_.Top(); }
+  float Position() const { return IsHorizontal() ? control_.Left() : control_.Top(); }
   double Length() const {
     return static_cast<double>(IsHorizontal() ? control_.container().ScaleWidth()
                                               : control_.container().ScaleHeight());
@@ -203,14 +202,14 @@ class ControlNode : public Node, public QAccessibleValueInterface {
   Control& control_;
 };
 
-QAccessibleInterface* NodeOf(const QString& /*className*/, QObject* object) {
-  if (auto* control = qobject_cast<Control*>(object)) return new ControlNode(*control);
+QAccessibleInterface* MakeInterface(const QString& /*className*/, QObject* object) {
+  if (auto* control = qobject_cast<Control*>(object)) return new ControlInterface(*control);
   auto* form = qobject_cast<Form*>(object);
-  return form == nullptr ? nullptr : new Node(form);
+  return form == nullptr ? nullptr : new FormInterface(form);
 }
 
 }  // namespace
 
-void ServeScreenReaders() { QAccessible::installFactory(NodeOf); }
+void ServeScreenReaders() { QAccessible::installFactory(MakeInterface); }
 
 }  // namespace kelvane

@@ -2,8 +2,8 @@
 
 namespace kelvane {
 
-// From now on forms and controls answer screen readers, and other programs that read windows and
-// press their buttons by way of Qt. Does nothing until one of them asks.
+// Installs the accessibility interfaces of forms and controls. One is made only when a screen
+// reader, or another program that uses Qt's accessibility, asks for it.
 void ServeScreenReaders();
 
 }  // namespace kelvane

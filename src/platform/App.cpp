@@ -18,8 +18,9 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Opens the null device in the place of each standard descriptor that the program was started
-// without. A file that the program opens would get that number otherwise, and be taken for it.
+// Opens the null device as each standard descriptor that the program was started without. Otherwise
+// a file that the program opens would get that number, and what is printed would be written into
+// the file.
 void OpenMissingStandardDescriptors() {
   for (const int standard : {0, 1, 2}) {
     if (::fcntl(standard, F_GETFD) < 0) (void)::open("/dev/null", O_RDWR);
@@ -32,7 +33,7 @@ App::App(const char* programName, const QString& title)
     : name_(programName), arguments_{name_.data(), nullptr} {
   title_ = title;
   OpenMissingStandardDescriptors();
-  // Qt's file dialogs would keep their history in the user's settings. This path can hold none.
+  // Keeps Qt's file dialogs from saving their history in the user's settings.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, u"/dev/null"_s);
 
   application_ = StartQt(argumentCount_, arguments_.data());
@@ -40,7 +41,7 @@ App::App(const char* programName, const QString& title)
   ServeScreenReaders();
   QApplication::setQuitOnLastWindowClosed(false);
   QGuiApplication::setDesktopFileName(QString::fromStdString(name_));
-  // Qt has set the user's locale for the whole process; media libraries count on this one.
+  // Qt has set the user's locale for the whole process; libmpv requires this one.
   (void)std::setlocale(LC_NUMERIC, "C");
   setPath(QFile::encodeName(QCoreApplication::applicationDirPath()).toStdString());
 }

@@ -8,12 +8,12 @@
 
 namespace kelvane {
 
-// The application object. It is made before anything else of the program, once, on the thread that
-// is the user-interface thread from then on. It takes nothing from the command line.
+// The application object. It is made once, before everything else, on the thread that becomes the
+// user-interface thread. It ignores the command line.
 class App {
  public:
-  // `programName` is the program's name as the window system shall know it, `title` the title of
-  // message boxes that have none of their own.
+  // `programName` is the name of the program's desktop file. `title` is the title of message boxes
+  // that have none of their own, and the name by which the sound system knows the player.
   explicit App(const char* programName, const QString& title = {});
   App(const App&) = delete;
   App& operator=(const App&) = delete;
@@ -22,8 +22,8 @@ class App {
   // the program's exit status.
   int Run();
 
-  // The program's own folder, without a closing separator, in the system's narrow encoding. The
-  // media tools lie there.
+  // The program's own folder, without a trailing separator, in the locale's encoding. It holds the
+  // media tools.
   static const std::string& Path() { return path_; }
   // Sets another folder for the tools, for a test that brings its own.
   static void setPath(const std::string& path) { path_ = path; }
@@ -40,7 +40,7 @@ class App {
   std::unique_ptr<QApplication> application_;
 };
 
-// Processes the pending events of all windows and returns. Nothing else in the program does so.
+// Processes the pending events of all windows. Nothing else in the program calls processEvents.
 void DoEvents();
 
 }  // namespace kelvane

@@ -4,12 +4,13 @@
 
 namespace kelvane {
 
-// A border inside the edges of a control and over what lies in it: a line, and a gap to the inside.
-// It is the control's child and ignores the mouse.
+// A border inside the edges of a control, in front of its contents: a line and a gap, a pixel each.
+// It ignores the mouse.
 class Border : public QWidget {
  public:
   static constexpr int kWidth = 2;  // pixels
 
+  // `control` owns the border, which follows its size.
   Border(QWidget& control, QRgb gapColor);
 
  protected:

@@ -14,6 +14,7 @@ class CommandButton : public Control {
   QString Caption() const;
   void setCaption(const QString& caption);
 
+  // Raised by the mouse, the keyboard or a screen reader.
   std::function<void(int Index)> Click;
 
  private:

@@ -18,33 +18,33 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The dialog's text grows with the density of the screen, so its size is counted in letters.
-QSize RoomFor(const QFontMetricsF& text) {
-  constexpr int kLetters = 104;
+// The dialog's text grows with the density of the screen, so its size is given in characters.
+QSize MinimumSizeFor(const QFontMetricsF& text) {
+  constexpr int kCharacters = 104;
   constexpr int kLines = 30;
-  return QSizeF(kLetters * text.averageCharWidth(), kLines * text.height()).toSize();
+  return QSizeF(kCharacters * text.averageCharWidth(), kLines * text.height()).toSize();
 }
 
-// Makes the name in the line the answer. Qt's dialog selects a typed name in its list of files,
-// prefers the selected file to the typed name, and tells by the focus which of the two follows the
-// other. When the list of completions closes quickly, X gives the focus to that list: a file whose
-// name was typed on the way then stays selected and replaces the typed name.
+// Makes the typed name the result. Qt's dialog selects a typed name in its list of files, prefers
+// the selected file to the typed name, and decides by the focus which of the two follows the other.
+// When the list of completions closes quickly, X gives the focus to the list of files: a file whose
+// name is the beginning of the typed one then stays selected and replaces it.
 void PreferTypedName(QFileDialog& dialog) {
   const auto* name = dialog.findChild<QLineEdit*>(u"fileNameEdit"_s);
   auto* files = dialog.findChild<QListView*>(u"listView"_s)->selectionModel();
-  const auto decide = [name, files] {
+  const auto deselectStale = [name, files] {
     const bool picked = name->text() == files->selectedRows().value(0).data().toString();
     if (!picked) files->clearSelection();
   };
   QObject::disconnect(name, nullptr, &dialog, nullptr);
-  QObject::connect(name, &QLineEdit::textChanged, files, [decide, files] {
-    decide();
-    // Makes the dialog enable or disable its button.
+  QObject::connect(name, &QLineEdit::textChanged, files, [deselectStale, files] {
+    deselectStale();
+    // Makes the dialog update its button.
     emit files->currentChanged({}, {});
   });
-  QObject::connect(name, &QLineEdit::returnPressed, &dialog, [decide, &dialog] {
-    decide();
-    static_cast<QDialog&>(dialog).accept();  // QFileDialog's, which is protected there
+  QObject::connect(name, &QLineEdit::returnPressed, &dialog, [deselectStale, &dialog] {
+    deselectStale();
+    static_cast<QDialog&>(dialog).accept();  // QFileDialog::accept is protected
   });
 }
 
@@ -71,7 +71,7 @@ bool CommonDialog::Show(Purpose purpose) {
   dialog.setDirectory(!begin.isEmpty() && QDir(begin).exists() ? begin : QDir::homePath());
   PreferTypedName(dialog);
   dialog.resize(dialog.sizeHint()
-                    .expandedTo(RoomFor(QFontMetricsF(dialog.font())))
+                    .expandedTo(MinimumSizeFor(QFontMetricsF(dialog.font())))
                     .boundedTo(dialog.screen()->availableSize()));
   if (RunDialog(dialog) != QDialog::Accepted) return false;
   FileName = dialog.selectedFiles().value(0);

@@ -7,23 +7,23 @@ class QWidget;
 namespace kelvane {
 
 // Qt's dialogs that ask for a file. They ask no question about overwriting, add no extension and
-// remember nothing from one run of the program to the next.
+// remember nothing from one run of the program to the next. Belongs to the user-interface thread.
 class CommonDialog {
  public:
-  // `window` is the one that waits for the answer.
+  // `window` is the parent of the dialogs and must outlive this object.
   explicit CommonDialog(QWidget& window) : window_(window) {}
 
-  // The path of the chosen file. A dialog that is cancelled leaves it as it was.
+  // The absolute path of the chosen file. A dialog that is cancelled leaves it unchanged.
   QString FileName;
-  // Descriptions and their patterns, separated by bars, "MP4 Files (*.mp4)|*.mp4|All|*.*", or a
-  // pattern alone. "*.*" and an empty filter let every file through.
+  // Pairs of a description and a pattern, separated by "|", "MP4 Files (*.mp4)|*.mp4|All|*.*", or
+  // a single pattern. "*.*" and an empty filter show every file.
   QString Filter;
-  // The number of the pair that is chosen at first, counted from 1.
+  // The number of the pair that is selected at first, counted from 1.
   int FilterIndex = 1;
-  // The folder that is shown first. If it is empty, that is the folder of the file last chosen, and
-  // the user's home folder if there is none.
+  // The folder that is shown first; if it is empty, that of the file last chosen. If there is no
+  // such folder, the user's home folder is shown.
   QString InitDir;
-  // The title of the next dialog alone, which empties it; Qt's default if it is empty.
+  // The title of the next dialog, which clears it; Qt's default if it is empty.
   QString DialogTitle;
 
   // Show the dialog and run its event loop until the user answers. Return false if the user

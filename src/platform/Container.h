@@ -13,24 +13,23 @@ namespace kelvane {
 enum class ScaleMode { kTwips, kPixels };
 constexpr float kTwipsPerPixel = 15;
 
-// What holds controls: a picture box, or the content area of a window. A second base of such a
-// widget, which it paints and in which the controls lie.
+// Holds controls: the second base class of a picture box and of a window's content area.
 class Container {
  public:
   QWidget& Widget() const { return widget_; }
 
   ScaleMode Scale() const { return scale_; }
   float UnitsPerPixel() const { return scale_ == ScaleMode::kPixels ? 1 : kTwipsPerPixel; }
-  // Of the inside as it is on the screen, in the scale unit.
+  // The size of the inside on the screen, in the scale unit.
   float ScaleWidth() const;
   float ScaleHeight() const;
 
   QRgb BackColor() const { return backColor_; }
   virtual void setBackColor(QRgb color);
 
-  // A border of two pixels, inside which the places of the controls begin and the mouse counts. It
-  // lies over controls of the design that reach beyond the inside. To be called after setBackColor,
-  // whose colour it keeps between its lines, and before any control is placed.
+  // Adds a border of two pixels, which covers controls that reach beyond the inside. Positions of
+  // controls and of the pointer count from inside it. Must be called after setBackColor, whose
+  // colour fills the border's gap, and before any control is placed.
   void setBordered();
   QPoint ContentOrigin() const { return {borderWidth_, borderWidth_}; }
 
@@ -38,7 +37,7 @@ class Container {
   Container(QWidget& widget, ScaleMode scale);
   ~Container() = default;
 
-  // Of the inside, in pixels.
+  // The size of the inside, in pixels.
   QSize InnerSize() const;
   void PaintBackground(const QPaintEvent& event);
 

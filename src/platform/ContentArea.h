@@ -5,7 +5,7 @@
 
 namespace kelvane {
 
-// The area of a window under its menu bar, which holds the window's controls.
+// The area of a window below its menu bar, which holds the window's controls.
 class ContentArea : public MouseArea, public Container {
   Q_OBJECT
  public:

@@ -13,12 +13,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-int WholePixels(float pixels) {
-  constexpr float kFarthest = QWIDGETSIZE_MAX;
-  return static_cast<int>(std::lround(std::clamp(pixels, -kFarthest, kFarthest)));
+int RoundToPixels(float pixels) {
+  constexpr float kLimit = QWIDGETSIZE_MAX;
+  return static_cast<int>(std::lround(std::clamp(pixels, -kLimit, kLimit)));
 }
 
-// The markup that shows a text letter for letter, blanks and line breaks as well.
+// Returns HTML that shows a text literally, including blanks and line breaks.
 QString AsMarkup(const QString& text) {
   return u"<p style='white-space:pre'>%1</p>"_s.arg(text.toHtmlEscaped());
 }
@@ -52,28 +52,28 @@ void Control::setContainer(Container& container) {
   Place();
 }
 
-void Control::CopyFrom(const Control& model) {
-  setRole(model.Role());
-  left_ = model.left_;
-  top_ = model.top_;
-  width_ = model.width_;
-  height_ = model.height_;
-  setGeometry(model.geometry());
-  setCursor(model.cursor());
-  setToolTip(model.toolTip());
-  MouseDown = model.MouseDown;
-  MouseMove = model.MouseMove;
-  MouseUp = model.MouseUp;
-  DblClick = model.DblClick;
+void Control::CopyFrom(const Control& other) {
+  setRole(other.Role());
+  left_ = other.left_;
+  top_ = other.top_;
+  width_ = other.width_;
+  height_ = other.height_;
+  setGeometry(other.geometry());
+  setCursor(other.cursor());
+  setToolTip(other.toolTip());
+  MouseDown = other.MouseDown;
+  MouseMove = other.MouseMove;
+  MouseUp = other.MouseUp;
+  DblClick = other.DblClick;
 }
 
 void Control::Place() {
   const float unitsPerPixel = container_->UnitsPerPixel();
   const QRect before = geometry();
-  const QPoint corner(WholePixels(left_ / unitsPerPixel), WholePixels(top_ / unitsPerPixel));
+  const QPoint corner(RoundToPixels(left_ / unitsPerPixel), RoundToPixels(top_ / unitsPerPixel));
   setGeometry(
       QRect(container_->ContentOrigin() + corner,
-            QSize(WholePixels(width_ / unitsPerPixel), WholePixels(height_ / unitsPerPixel))));
+            QSize(RoundToPixels(width_ / unitsPerPixel), RoundToPixels(height_ / unitsPerPixel))));
   if (pos() != before.topLeft() && IsBar()) AnnounceValue();
   if (size() != before.size()) SizeChanged();
 }
@@ -81,24 +81,24 @@ void Control::Place() {
 float Control::MouseUnitsPerPixel() const { return container_->UnitsPerPixel(); }
 
 void Control::FillWith(QWidget* stockWidget) {
-  SpeakAs(stockWidget);
+  setStockWidget(stockWidget);
   stockWidget->setParent(this);
   stockWidget->setGeometry(rect());
-  // What lies behind an opaque control needn't be painted for it, nor it for what lies behind.
+  // Lets Qt repaint an opaque control without its parent, and the parent without it.
   setAttribute(Qt::WA_OpaquePaintEvent, stockWidget->testAttribute(Qt::WA_OpaquePaintEvent));
-  // A context menu of Qt's runs an event loop: a handler whose DoEvents opens one wouldn't go on
-  // before it is closed.
+  // Qt's context menus run a nested event loop: a handler whose DoEvents opens one would block
+  // until it is closed.
   stockWidget->setContextMenuPolicy(Qt::NoContextMenu);
   for (QWidget* part : stockWidget->findChildren<QWidget*>()) {
     part->setContextMenuPolicy(Qt::NoContextMenu);
   }
 }
 
-// Without this a control that has no tip would show its container's, and Qt would take a text that
-// looks like markup for markup.
+// By default a control without a tip shows its container's, and Qt renders a text that looks like
+// markup as markup.
 bool Control::event(QEvent* event) {
-  if (event->type() == QEvent::ShowToParent) AnnounceParts(QAccessible::ObjectCreated);
-  if (event->type() == QEvent::HideToParent) AnnounceParts(QAccessible::ObjectDestroyed);
+  if (event->type() == QEvent::ShowToParent) AnnounceNodes(QAccessible::ObjectCreated);
+  if (event->type() == QEvent::HideToParent) AnnounceNodes(QAccessible::ObjectDestroyed);
   if (event->type() != QEvent::ToolTip) return MouseArea::event(event);
   if (!toolTip().isEmpty()) {
     QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), AsMarkup(toolTip()), this);

@@ -6,8 +6,8 @@ namespace kelvane {
 
 class Container;
 
-// The base of all controls of a form: a place in its container, in the container's scale unit, and
-// the mouse. Belongs to the user-interface thread and to its container's widget.
+// The base of all controls of a form, with a position and size in a container and with the mouse's
+// events. Belongs to the user-interface thread. The container's widget owns it.
 class Control : public MouseArea {
   Q_OBJECT
  public:
@@ -26,7 +26,8 @@ class Control : public MouseArea {
   void setHeight(float height);
 
   Container& container() const { return *container_; }
-  // Moves the control into another container of its form; it is then hidden.
+  // Moves the control into another container of its form, which hides it if that container is on
+  // the screen.
   void setContainer(Container& container);
 
   bool Visible() const { return !isHidden(); }
@@ -35,23 +36,22 @@ class Control : public MouseArea {
   // Gives the control the keyboard focus.
   void SetFocus() { setFocus(); }
 
-  // True of labels, shapes and lines, which lie behind all other controls of their container.
+  // True for labels, shapes and lines. Line::BringToFront raises a line above no other controls.
   virtual bool Windowless() const { return false; }
 
-  // The text of the tool tip, shown without markup; there is no tip if it is empty.
+  // The text of the tool tip, shown literally; there is no tip if it is empty.
   QString ToolTipText() const { return toolTip(); }
   void setToolTipText(const QString& text) { setToolTip(text); }
 
  protected:
-  // Takes over the place, the pointer's shape, the tool tip and the handlers of another control.
-  void CopyFrom(const Control& model);
+  // Copies the position, size, role, cursor, tool tip and mouse handlers of another control.
+  void CopyFrom(const Control& other);
 
-  // Called when an assignment has changed the widget's size on the screen, before it returns.
+  // Called when an assignment has changed the widget's size in pixels, before it returns.
   virtual void SizeChanged() {}
   float MouseUnitsPerPixel() const override;
-  // Makes a stock widget of Qt's the whole inside of this control, which then owns it. The stock
-  // widget gets the mouse events first, and the control those that it ignores. It has no context
-  // menu.
+  // Makes a Qt widget fill this control, which takes ownership. The Qt widget gets the mouse events
+  // first, and the control those that it ignores. The Qt widget then has no context menu.
   void FillWith(QWidget* stockWidget);
 
   bool event(QEvent* event) override;

@@ -8,11 +8,12 @@
 
 namespace kelvane {
 
-// The controls of one role, by their index: those of the design, whose indices run from 0 without a
-// gap, and those loaded later.
+// The controls of one role by index: those of the design, numbered from 0 without a gap, and those
+// loaded later.
 template <class Kind>
 class ControlArray {
  public:
+  // Finds the members by object name among the controls that the form has built.
   ControlArray(const Form& form, const QString& name) : name_(name) {
     const auto member = [&](int index) { return form.findChild<Kind*>(NameOf(index)); };
     for (Kind* control = member(0); control != nullptr; control = member(Count())) {
@@ -28,17 +29,18 @@ class ControlArray {
   }
   // Returns null if there is no such member.
   Kind* Member(int index) const {
-    const auto place = PlaceOf(index);
-    return place != controls_.end() && (*place)->Index() == index ? *place : nullptr;
+    const auto found = PositionOf(index);
+    return found != controls_.end() && (*found)->Index() == index ? *found : nullptr;
   }
   int Count() const { return static_cast<int>(controls_.size()); }
   int UBound() const { return controls_.empty() ? -1 : controls_.back()->Index(); }
 
-  // A new member of that index, which must be free: a copy of member 0 with its handlers, in the
-  // same container, not yet on show.
+  // Returns a new member with that index, which must be free: a copy of member 0 with its handlers
+  // in the same container, which owns it. It is hidden if the container is on the screen. The array
+  // must not be empty.
   Kind& Load(int index) {
     Kind& copy = controls_.front()->Duplicate(NameOf(index));
-    controls_.insert(PlaceOf(index), &copy);
+    controls_.insert(PositionOf(index), &copy);
     return copy;
   }
 
@@ -49,7 +51,7 @@ class ControlArray {
   QString NameOf(int index) const {
     return name_ + QLatin1Char('(') + QString::number(index) + QLatin1Char(')');
   }
-  auto PlaceOf(int index) const {
+  auto PositionOf(int index) const {
     return std::lower_bound(
         controls_.begin(), controls_.end(), index,
         [](const Kind* control, int wanted) { return control->Index() < wanted; });

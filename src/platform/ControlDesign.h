@@ -5,7 +5,7 @@
 
 #include "platform/Control.h"
 
-// A window's design as data: what stands where, front to back.
+// A window's design as data: its controls, front to back, and its menus. All texts are Latin-1.
 namespace kelvane {
 
 enum class ControlClass {
@@ -39,30 +39,31 @@ struct ControlDesign {
   ControlClass controlClass;
   DesignPlace place;
   const char* caption = "";    // or a text box's text
-  const char* container = "";  // the name of a box further up in the list; the form itself if empty
+  const char* container = "";  // the name of a box earlier in the table; the form itself if empty
   bool visible = true;
-  std::optional<QRgb> color = {};  // back colour; of shapes and lines, their own; the desktop's for
-                                   // lists and text boxes without one
+  // The back colour; of shapes and lines, their own. Without one, a label is transparent, a list or
+  // text box has the desktop's, a picture box, shape or line is black.
+  std::optional<QRgb> color = {};
   std::optional<QRgb> fillColor = {};  // a shape's
   bool centred = false;                // a label's caption
-  bool rightAligned = false;           // likewise
+  bool rightAligned = false;           // a label's caption
   bool bordered = false;               // a picture box, a label or a text box
   bool editable = false;               // a text box
   bool twips = false;                  // a picture box's scale unit; pixels if not
-  bool sizesItself = false;            // a label, to each new caption
+  bool sizesItself = false;            // a label that resizes to each new caption
   bool chosen = false;                 // an option button
   int borderWidth = 1;                 // a shape's, in pixels
   MousePointer pointer = MousePointer::kDefault;
   // For a screen reader.
-  const char* meaning = "";             // what it is, where no caption of its own says so
-  std::optional<SpokenRole> role = {};  // other than its class's
-  const char* readOut = "";             // the label in which a thumb's value stands
+  const char* meaning = "";             // what it is, if its caption doesn't say so
+  std::optional<SpokenRole> role = {};  // if it isn't that of its class
+  const char* readOut = "";             // the label whose caption is a thumb's value
 };
 
 struct MenuDesign {
   const char* name;
   const char* caption;
-  const char* title = "";  // the name of the title that the item stands under; empty for a title
+  const char* title = "";  // the name of the item's title, earlier in the table; empty for a title
   bool visible = true;
 };
 

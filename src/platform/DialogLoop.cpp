@@ -7,15 +7,15 @@ namespace kelvane {
 
 namespace {
 
-bool open = false;
+bool dialogOpen = false;
 
 }  // namespace
 
 int RunDialog(QDialog& dialog) {
-  const QScopedValueRollback scope(open, true);
+  const QScopedValueRollback scope(dialogOpen, true);
   return dialog.exec();
 }
 
-bool DialogIsOpen() { return open; }
+bool DialogIsOpen() { return dialogOpen; }
 
 }  // namespace kelvane

@@ -4,11 +4,13 @@ class QDialog;
 
 namespace kelvane {
 
-// Shows the dialog, serves events until the user answers it, and returns its result code.
+// Shows the dialog, runs its event loop until the user answers, and returns its result code. For
+// the user-interface thread.
 int RunDialog(QDialog& dialog);
 
 // Whether a dialog or message box of the program is open. One counts as open until RunDialog
-// returns: events may still be served after the answer, before the code that asked goes on.
+// returns: events may still be processed after the answer and before that. For the user-interface
+// thread.
 bool DialogIsOpen();
 
 }  // namespace kelvane

@@ -13,8 +13,8 @@ inline int FontPixels(float points) {
   return static_cast<int>(std::lround(points * kDotsPerPoint));
 }
 
-// Returns `font`, condensed as far as `text` needs to fit into `width` pixels, but only as far as
-// it stays legible.
+// Returns `font`, condensed as far as `text` needs to fit into `width` pixels, but not to less than
+// 85 percent.
 QFont FittingFont(const QFont& font, const QString& text, int width);
 
 }  // namespace kelvane

@@ -18,14 +18,14 @@
 namespace kelvane {
 namespace {
 
-constexpr int kGeometrySettles = 200;  // ms
+constexpr int kGeometrySettleTime = 200;  // ms
 
 int PixelsOfTwips(float twips) {
-  constexpr float kWidest = 32767;  // that a window system takes
+  constexpr float kWidest = 32767;  // limit of window systems
   return static_cast<int>(std::lround(std::min(twips / kTwipsPerPixel, kWidest)));
 }
 
-// A size in twips as it was assigned, unless the window's size in pixels is no longer that.
+// Returns `twips`, as assigned, if that still is the size in pixels; else the latter in twips.
 float AsAssigned(float twips, int pixels) {
   return PixelsOfTwips(twips) == pixels ? twips : static_cast<float>(pixels) * kTwipsPerPixel;
 }
@@ -61,8 +61,8 @@ void Form::Load() {
 }
 
 void Form::Show(Form* owner) {
-  // Once the compositor has given a size it is too late to ask for another. Qt 6.4 would insist on
-  // this one even if the compositor gives less, which ends the program.
+  // A request after the compositor's first size is too late. Qt 6.4 would enforce this minimum even
+  // against the compositor, which would end the program.
   constexpr bool kObeysCompositors = QT_VERSION >= QT_VERSION_CHECK(6, 8, 0);
   if (kObeysCompositors && RunsOnWayland()) {
     setMinimumSize(least_.expandedTo(minimumSize()));
@@ -115,8 +115,8 @@ WindowState Form::State() const {
 }
 
 // A compositor ends a program whose window exceeds the size that it was given while it is
-// maximised, as large as the screen, tiled or dragged, and Qt tells of a change of these states
-// only later, of the last two not at all.
+// maximised, full screen, tiled or being resized. Qt reports the first two states late, and the
+// other two never.
 bool Form::ChoosesItsSize() const { return !takesGivenSize_ && !isMaximized() && !isFullScreen(); }
 
 void Form::SetSize(QSize size) {
@@ -136,12 +136,11 @@ void Form::ResizeTo(QSize size) {
   RaiseResize();
 }
 
-// A window manager may refuse a size by repeating the one that the window has; Qt sends no event
-// then.
+// A window manager may refuse a size by confirming the present one; Qt sends no event then.
 bool Form::nativeEvent(const QByteArray& eventType, void* message, qintptr* result) {
   if (IsGeometryNotice(eventType, message)) {
     dragged_ = dragged_ || PointerButtonHeld();
-    geometrySettling_.start(kGeometrySettles, this);
+    geometrySettling_.start(kGeometrySettleTime, this);
   }
   return HandlerOwner::nativeEvent(eventType, message, result);
 }
@@ -164,9 +163,9 @@ void Form::timerEvent(QTimerEvent* event) {
   }
 }
 
-// Takes the size that the window has on the screen without requesting it.
+// Takes over the window's size on the screen without requesting it.
 void Form::TakeGivenSize() {
-  const QScopedValueRollback<bool> obeys(takesGivenSize_, true);
+  const QScopedValueRollback<bool> taking(takesGivenSize_, true);
   QResizeEvent given(windowHandle()->size(), size());
   QCoreApplication::sendEvent(windowHandle(), &given);
 }
@@ -194,7 +193,7 @@ void Form::resizeEvent(QResizeEvent* event) {
   HandlerOwner::resizeEvent(event);
   LayOutArea();
   const bool given = event->spontaneous() && RunsOnWayland();
-  const QScopedValueRollback<bool> obeys(takesGivenSize_, takesGivenSize_ || given);
+  const QScopedValueRollback<bool> taking(takesGivenSize_, takesGivenSize_ || given);
   RaiseResize();
 }
 

@@ -2,6 +2,7 @@
 
 #include <QBasicTimer>
 #include <span>
+#include <utility>
 
 #include "platform/ContentArea.h"
 #include "platform/ControlDesign.h"
@@ -22,18 +23,17 @@ struct FormDesign {
   float clientWidth;  // twips
   float clientHeight;
   QRgb backColor;
-  QRgb labelColor;  // of the text of its labels, lists, text boxes and choices
+  QRgb labelColor;  // text of labels and option buttons, and of lists and text boxes with a colour
   ScaleMode scale;
   BorderStyle border = BorderStyle::kSizable;
-  // The least size of the window with its menu bar, in twips, which Form_Resize enforces.
+  // The minimum size of the window, menu bar included, in twips. Form_Resize enforces it.
   float leastWidth = 0;
   float leastHeight = 0;
 };
 
-// A window. Lives by Load, Show, Unload: Load runs Form_Load and shows nothing; Unload, which
-// closing the window also is, runs Form_QueryUnload and Form_Unload, stops the window's timers and
-// hides it. The program ends when its last loaded form has been unloaded and every handler has
-// returned.
+// A window. Load runs Form_Load and shows nothing. Unload, which closing the window calls, runs
+// Form_QueryUnload and Form_Unload, stops the window's timers and hides it. The program ends when
+// its last loaded form has been unloaded and every handler has returned.
 //
 // Belongs to the user-interface thread.
 class Form : public HandlerOwner {
@@ -50,15 +50,15 @@ class Form : public HandlerOwner {
   void Unload();
 
   // The size of the window with its menu bar and without the window manager's frame, in twips.
-  // Setting it has no effect while the window doesn't choose its own size: while it is maximised or
-  // full screen, and while it takes a size that a Wayland compositor gives it, or by which a window
-  // manager refuses another.
+  // Setting it has no effect while the window is maximised or full screen, or while it takes over
+  // a size that a Wayland compositor or a window manager imposes. A negative or non-finite value
+  // has no effect.
   float Width() const;
   float Height() const;
   void setWidth(float width);
   void setHeight(float height);
 
-  // Of the area under the menu bar, in the form's scale unit.
+  // The size of the area below the menu bar, in the form's scale unit.
   float ScaleWidth() const;
   float ScaleHeight() const;
 
@@ -67,7 +67,7 @@ class Form : public HandlerOwner {
   void setCaption(const QString& caption) { setWindowTitle(caption); }
   void setMousePointer(MousePointer pointer) { setCursor(CursorOf(pointer)); }
 
-  // Returns the control, menu or timer of that name, which must be one of the design's.
+  // Returns the control, menu or timer of that name, which must exist.
   template <class Kind>
   Kind& Find(const QString& name) const {
     Kind* found = findChild<Kind*>(name);
@@ -107,13 +107,13 @@ class Form : public HandlerOwner {
   float height_ = 0;
   bool unloading_ = false;
   bool minimised_ = false;
-  bool takesGivenSize_ = false;   // a size that the window manager or compositor gave
-  QBasicTimer geometrySettling_;  // runs while the window manager may have more to say
-  bool dragged_ = false;          // the user may have dragged an edge since the last answers rested
+  bool takesGivenSize_ = false;   // from the window manager or compositor
+  QBasicTimer geometrySettling_;  // restarted by each geometry that X reports
+  bool dragged_ = false;          // whether a pointer button was held at one of these reports
 };
 
-// The one instance that a window class has at a time. It is made when it is loaded and deleted
-// after it has been unloaded. Belongs to the user-interface thread.
+// Owns the only instance of a window class, which is made by Load and deleted after it is unloaded.
+// Belongs to the user-interface thread.
 template <class FormClass>
 class FormInstance {
  public:
@@ -125,7 +125,7 @@ class FormInstance {
   FormClass& Load(Arguments&&... arguments) {
     if (!Loaded()) {
       form_ = new FormClass(std::forward<Arguments>(arguments)...);
-      form_->DropWhenUnloaded();
+      form_->DeleteWhenUnloaded();
       form_->Load();
     }
     return *form_;
@@ -133,7 +133,7 @@ class FormInstance {
   bool Loaded() const { return form_ != nullptr && form_->Loaded(); }
   bool Visible() const { return Loaded() && form_->isVisible(); }
   void Unload() {
-    if (Loaded()) form_->Unload();
+    if (form_ != nullptr) form_->Unload();
   }
 
  private:

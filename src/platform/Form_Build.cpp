@@ -88,7 +88,7 @@ Control* BuildLine(const ControlDesign& design, Container& container) {
   return line;
 }
 
-// Both kinds of list.
+// Builds a ListBox or a ListView.
 template <class List>
 Control* BuildList(const ControlDesign& design, Container& container, QRgb textColor) {
   auto* list = new List(container, QLatin1String(design.name));
@@ -169,7 +169,7 @@ void Form::BuildControls(const FormDesign& form, std::span<const ControlDesign> 
     control->setReadOut(QLatin1String(design.readOut));
     if (design.role) control->setRole(*design.role);
     if (design.pointer != MousePointer::kDefault) control->setMousePointer(design.pointer);
-    // The list runs from front to back.
+    // The table runs from front to back.
     control->lower();
   }
 }

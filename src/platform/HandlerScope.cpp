@@ -26,7 +26,7 @@ void HandlerOwner::SetUnloaded() {
 
 void HandlerOwner::HandlerEnds() {
   --handlers_;
-  if (dropWhenUnloaded_ && !loaded_ && handlers_ == 0) deleteLater();
+  if (deleteWhenUnloaded_ && !loaded_ && handlers_ == 0) deleteLater();
 }
 
 HandlerScope::HandlerScope(QObject* sender) {

@@ -5,8 +5,8 @@
 
 namespace kelvane {
 
-// A window as the handlers that run in it see it: whether it is loaded, and how many of them are on
-// the stack.
+// The base of all windows. It knows whether the window is loaded, and how many of the window's
+// handlers are on the stack.
 class HandlerOwner : public QWidget {
   Q_OBJECT
  public:
@@ -14,8 +14,8 @@ class HandlerOwner : public QWidget {
 
   bool Loaded() const { return loaded_; }
   static bool AnyLoaded();
-  // From now on unloading also deletes the window, once no handler of it is on the stack.
-  void DropWhenUnloaded() { dropWhenUnloaded_ = true; }
+  // Makes the window delete itself once it is unloaded and none of its handlers runs.
+  void DeleteWhenUnloaded() { deleteWhenUnloaded_ = true; }
 
  protected:
   void SetLoaded();
@@ -27,12 +27,12 @@ class HandlerOwner : public QWidget {
 
   int handlers_ = 0;  // on the stack
   bool loaded_ = false;
-  bool dropWhenUnloaded_ = false;
+  bool deleteWhenUnloaded_ = false;
 };
 
-// Lives on the stack while an event handler of a window runs. A window that is unloaded meanwhile
-// is deleted only after its last handler has returned, and the program ends only after the last
-// handler of all windows has. Belongs to the user-interface thread.
+// Marks, while it exists, that an event handler of a window runs. A window that is unloaded
+// meanwhile is deleted only after its last handler has returned, and the program ends only after
+// the last handler of all windows has. Belongs to the user-interface thread.
 class HandlerScope {
  public:
   // `sender` is the window itself or one of its descendants.
@@ -45,7 +45,7 @@ class HandlerScope {
   QPointer<HandlerOwner> owner_;
 };
 
-// Runs `handler` in a HandlerScope if one is wired.
+// Calls `handler` in a HandlerScope. Does nothing if it is empty.
 template <class Handler, class... Arguments>
 void Raise(QObject* sender, const Handler& handler, const Arguments&... arguments) {
   if (!handler) return;

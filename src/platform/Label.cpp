@@ -39,8 +39,8 @@ void Label::setCaption(const QString& caption) {
   Raise(this, Change, Index());
 }
 
-bool Label::SaysSomething() const {
-  return Control::SaysSomething() && !(Meaning().isEmpty() && SpokenCaption().isEmpty());
+bool Label::IsSpoken() const {
+  return Control::IsSpoken() && !(Meaning().isEmpty() && SpokenCaption().isEmpty());
 }
 
 QString Label::ShownCaption() const { return QString(caption_).replace("&&"_L1, "&"_L1); }

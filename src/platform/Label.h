@@ -6,24 +6,24 @@
 
 namespace kelvane {
 
-// A line of text at the top of its place, transparent unless it has a back colour of its own. A
-// caption that is wider than the label is condensed, and if that isn't enough, elided in its
-// middle. "&&" is shown as one ampersand. Caption returns the whole text as assigned.
+// One line of text at the top of the label, transparent unless it has a back colour. A caption that
+// is wider than the label is condensed and, if that isn't enough, elided in its middle. "&&" is
+// shown as one ampersand. Caption returns the text as assigned.
 class Label : public Control {
   Q_OBJECT
  public:
   Label(Container& container, const QString& name);
 
-  // Returns a new hidden label like this one in the same container, which owns it.
+  // Returns a new label like this one in the same container, which owns it. It is hidden if the
+  // container is on the screen.
   Label& Duplicate(const QString& name) const;
 
   bool Windowless() const override { return true; }
 
   const QString& Caption() const { return caption_; }
   void setCaption(const QString& caption);
-  QString ShownCaption() const;
   QString SpokenCaption() const override { return ShownCaption().trimmed(); }
-  bool SaysSomething() const override;
+  bool IsSpoken() const override;
 
   // Unset while the label is transparent.
   std::optional<QRgb> BackColor() const { return backColor_; }
@@ -36,14 +36,15 @@ class Label : public Control {
   void setAlignment(Qt::Alignment alignment);
 
   bool Bordered() const { return bordered_; }
-  // A border of one pixel, inside which the caption stands.
+  // Adds a border of one pixel around the caption.
   void setBordered();
 
-  // From now on the label is resized to each new caption.
+  // Makes each new caption resize the label.
   void setAutoSize() { sizesItself_ = true; }
 
   bool FontBold() const { return font().bold(); }
   void setFontBold(bool bold);
+  // `points` at 96 dots per inch.
   void setFontSize(float points);
 
   // Raised when the caption has changed, before the assignment returns.
@@ -53,6 +54,7 @@ class Label : public Control {
   void paintEvent(QPaintEvent* event) override;
 
  private:
+  QString ShownCaption() const;
   void FitCaption();
 
   QString caption_;

@@ -34,26 +34,26 @@ class ListBox::Lines : public PixelSized<QListWidget> {
   }
 
   void scrollTo(const QModelIndex& index, ScrollHint hint) override {
-    const int across = horizontalScrollBar()->value();
+    const int horizontal = horizontalScrollBar()->value();
     QListWidget::scrollTo(index, hint);
-    horizontalScrollBar()->setValue(across);
+    horizontalScrollBar()->setValue(horizontal);
   }
 
  protected:
-  // Qt would make the first line the current one where none is selected.
+  // Qt makes the first line the current one if no line is.
   void focusInEvent(QFocusEvent* event) override {
     const int line = currentRow();
     QListWidget::focusInEvent(event);
     setCurrentRow(line);
   }
 
-  // Qt would have the range follow what the list holds.
+  // Qt takes the range from the items.
   void updateGeometries() override {
-    const int across = horizontalScrollBar()->value();
+    const int horizontal = horizontalScrollBar()->value();
     QListWidget::updateGeometries();
     horizontalScrollBar()->setRange(0, std::max(0, extent_ - viewport()->width()));
     horizontalScrollBar()->setPageStep(viewport()->width());
-    horizontalScrollBar()->setValue(across);
+    horizontalScrollBar()->setValue(horizontal);
   }
 
  private:

@@ -16,7 +16,7 @@ constexpr int kColumnWidth = 96;
 
 }  // namespace
 
-// Drawn by Qt while it is a row of buttons, and plainly in the table's colours when not.
+// Is drawn by Qt while its sections are buttons, and flat, in the table's colours, if not.
 class ListView::Header : public PixelSized<QHeaderView> {
  public:
   Header() : PixelSized(Qt::Horizontal) {
@@ -26,7 +26,7 @@ class ListView::Header : public PixelSized<QHeaderView> {
   }
 
  protected:
-  // What no column covers.
+  // Fills what no column covers if the header is flat.
   void paintEvent(QPaintEvent* event) override {
     QHeaderView::paintEvent(event);
     if (sectionsClickable()) return;
@@ -68,7 +68,7 @@ class ListView::Table : public PixelSized<QTreeWidget> {
   }
 
  protected:
-  // The control gets the release as well.
+  // Lets the control raise MouseUp as well.
   void mouseReleaseEvent(QMouseEvent* event) override {
     QTreeWidget::mouseReleaseEvent(event);
     event->ignore();

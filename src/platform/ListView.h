@@ -6,38 +6,39 @@ class QTreeWidgetItem;
 
 namespace kelvane {
 
-// A table with a header over its columns, whose rows are selected whole and one at a time. Columns
-// and rows are numbered from 1.
+// A table with column headers. Whole rows are selected, one at a time. Columns and rows are
+// numbered from 1.
 class ListView : public TextControl {
   Q_OBJECT
  public:
   ListView(Container& container, const QString& name);
 
-  // Whether the header looks and acts like a row of push buttons, as it does at first: raised, and
-  // answering to hover, press and click.
+  // Whether the headers look and act like push buttons, as they do at first: raised, and reacting
+  // to hover, press and click.
   bool HeaderButtons() const;
   void setHeaderButtons(bool buttons);
 
   class ColumnHeaderList {
    public:
     explicit ColumnHeaderList(ListView& list) : list_(list) {}
-    // Adds a column of 96 pixels behind the others and returns its number.
+    // Adds a column of 96 pixels at the right and returns its number.
     int Add(const QString& text);
 
    private:
     ListView& list_;
   };
 
-  // A row, or none, whose texts are empty and can't be set. It is valid as long as the list.
+  // A row, valid as long as the list, or none: then the texts are empty and setters have no effect.
   class ListItem {
    public:
     explicit ListItem(QTreeWidgetItem* row = nullptr) : row_(row) {}
     QString Text() const;
-    // The texts behind the first, from 1.
+    // The texts after the first, from 1. Beyond the columns they are empty, and setting them has no
+    // effect.
     QString SubItems(int index) const;
     void setSubItems(int index, const QString& text);
     bool Selected() const;
-    // Selects this row instead of the one that was, and scrolls it into view.
+    // Selects this row alone and scrolls it into view.
     void Select();
 
    private:
@@ -48,9 +49,9 @@ class ListView : public TextControl {
    public:
     explicit ListItemList(ListView& list) : list_(list) {}
     int Count() const;
-    // Adds a row behind the others.
+    // Appends a row, which the list owns.
     ListItem Add(const QString& text);
-    // Returns no row if there is none of that number.
+    // Returns an item without a row if there is no row of that number.
     ListItem operator()(int number) const;
 
    private:

@@ -7,15 +7,15 @@
 namespace kelvane {
 namespace {
 
-// The numbers are Qt's own.
+// The numbers are those of Qt::MouseButton.
 int ButtonsOf(Qt::MouseButtons buttons) {
   return static_cast<int>(buttons & (Qt::LeftButton | Qt::RightButton | Qt::MiddleButton));
 }
 
-// Qt has Shift, Ctrl and Alt in three neighbouring bits, in that order.
+// Qt has Shift, Ctrl and Alt in three adjacent bits, in that order.
 int ShiftOf(Qt::KeyboardModifiers modifiers) {
-  constexpr auto kTold = Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier;
-  return static_cast<int>((modifiers & kTold).toInt() / Qt::ShiftModifier);
+  constexpr auto kReported = Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier;
+  return static_cast<int>((modifiers & kReported).toInt() / Qt::ShiftModifier);
 }
 
 // "Label14(3)" is 3; "pbar" is -1.
@@ -38,42 +38,36 @@ MouseArea::MouseArea(QWidget* parent, const QString& name)
   setMouseTracking(true);
 }
 
-// The place in the widget is worked out from the place on the screen now: the widget may have been
-// moved under the pointer since the event was sent. mapFromGlobal may take that for a place on
+// The position in the widget is computed from the one on the screen, since the widget may have been
+// moved under the pointer after the event was sent. mapFromGlobal may take that for a position on
 // another screen: under a Wayland compositor Qt doesn't know where its windows are.
-MouseEvent MouseArea::Arguments(const QMouseEvent& event, int button) const {
+MouseEvent MouseArea::MakeEvent(const QMouseEvent& event, int button) const {
   const QPointF inWindow = event.globalPosition() - window()->mapToGlobal(QPointF());
-  const QPointF place = mapFrom(window(), inWindow) - MouseOrigin();
+  const QPointF position = mapFrom(window(), inWindow) - MouseOrigin();
   const float unitsPerPixel = MouseUnitsPerPixel();
   return {.Index = index_,
           .Button = button,
           .Shift = ShiftOf(event.modifiers()),
-          .X = static_cast<float>(place.x()) * unitsPerPixel,
-          .Y = static_cast<float>(place.y()) * unitsPerPixel};
+          .X = static_cast<float>(position.x()) * unitsPerPixel,
+          .Y = static_cast<float>(position.y()) * unitsPerPixel};
 }
 
-void MouseArea::mousePressEvent(QMouseEvent* event) {
-  event->accept();
-  if (ButtonsOf(event->button()) == kNoButton) return;
-  Raise(this, MouseDown, Arguments(*event, ButtonsOf(event->button())));
+void MouseArea::RaiseButtonEvent(const MouseHandler& handler, QMouseEvent& event) {
+  event.accept();
+  const int button = ButtonsOf(event.button());
+  if (button != kNoButton) Raise(this, handler, MakeEvent(event, button));
 }
+
+void MouseArea::mousePressEvent(QMouseEvent* event) { RaiseButtonEvent(MouseDown, *event); }
 
 void MouseArea::mouseMoveEvent(QMouseEvent* event) {
   event->accept();
-  Raise(this, MouseMove, Arguments(*event, ButtonsOf(event->buttons())));
+  Raise(this, MouseMove, MakeEvent(*event, ButtonsOf(event->buttons())));
 }
 
-void MouseArea::mouseReleaseEvent(QMouseEvent* event) {
-  event->accept();
-  if (ButtonsOf(event->button()) == kNoButton) return;
-  Raise(this, MouseUp, Arguments(*event, ButtonsOf(event->button())));
-}
+void MouseArea::mouseReleaseEvent(QMouseEvent* event) { RaiseButtonEvent(MouseUp, *event); }
 
-void MouseArea::mouseDoubleClickEvent(QMouseEvent* event) {
-  event->accept();
-  if (ButtonsOf(event->button()) == kNoButton) return;
-  Raise(this, DblClick, Arguments(*event, ButtonsOf(event->button())));
-}
+void MouseArea::mouseDoubleClickEvent(QMouseEvent* event) { RaiseButtonEvent(DblClick, *event); }
 
 void MouseArea::wheelEvent(QWheelEvent* event) { event->accept(); }
 

@@ -11,14 +11,14 @@ namespace kelvane {
 enum MouseButtons : int { kNoButton = 0, kLeftButton = 1, kRightButton = 2, kMiddleButton = 4 };
 
 struct MouseEvent {
-  int Index;   // of the control in its array; -1 for a control that is in none
+  int Index;   // of the control in its array; -1 if it is in none
   int Button;  // MouseButtons
   int Shift;   // 1 Shift, 2 Ctrl, 4 Alt, summed
-  float X;     // of the pixel, relative to the control, in its scale unit
+  float X;     // relative to the control; in its container's unit, a picture box's in its own
   float Y;
 };
 
-// Pointer shapes, by the numbers of the MousePointer property.
+// Pointer shapes, numbered as in the MousePointer property.
 enum class MousePointer : int {
   kDefault = 0,
   kArrow = 1,
@@ -28,29 +28,29 @@ enum class MousePointer : int {
 };
 QCursor CursorOf(MousePointer pointer);
 
-// A part of a window that raises mouse events. It tracks the pointer without a button as well, and
-// none of its mouse events travels on to the widget behind it. A double-click brings press,
-// release, double-click, release.
+// A part of a window that raises mouse events, also for moves without a pressed button. The events
+// don't propagate to the parent. A double-click raises MouseDown, MouseUp, DblClick, MouseUp.
 class MouseArea : public SpokenWidget {
   Q_OBJECT
  public:
   // The object name is the name in the design with the index of a control array: "Label14(3)".
   MouseArea(QWidget* parent, const QString& name);
 
-  // In its control array; -1 in none.
+  // The index in the control array; -1 if it is in none.
   int Index() const { return index_; }
 
   // Raised on the user-interface thread. A handler must not delete the area; it may unload its
   // form.
-  std::function<void(const MouseEvent&)> MouseDown;
-  std::function<void(const MouseEvent&)> MouseMove;
-  std::function<void(const MouseEvent&)> MouseUp;
-  std::function<void(const MouseEvent&)> DblClick;
+  using MouseHandler = std::function<void(const MouseEvent&)>;
+  MouseHandler MouseDown;
+  MouseHandler MouseMove;
+  MouseHandler MouseUp;
+  MouseHandler DblClick;
 
  protected:
-  // The unit of X and Y.
+  // Returns how many units of X and Y make a pixel.
   virtual float MouseUnitsPerPixel() const = 0;
-  // The place in the widget, in pixels, at which X and Y are 0.
+  // The point of the widget, in pixels, at which X and Y are 0.
   virtual QPoint MouseOrigin() const { return {}; }
 
   void mousePressEvent(QMouseEvent* event) override;
@@ -61,7 +61,8 @@ class MouseArea : public SpokenWidget {
   void contextMenuEvent(QContextMenuEvent* event) override;
 
  private:
-  MouseEvent Arguments(const QMouseEvent& event, int button) const;
+  MouseEvent MakeEvent(const QMouseEvent& event, int button) const;
+  void RaiseButtonEvent(const MouseHandler& handler, QMouseEvent& event);
 
   int index_;
 };

@@ -23,7 +23,7 @@ MsgBoxResult MsgBox(const QString& text, int buttons, const QString& title) {
   } else {
     box.setStandardButtons(QMessageBox::Ok);
   }
-  // The first one, wherever the desktop puts it.
+  // The first one, in whatever order the desktop shows them.
   box.setDefaultButton(box.button(QMessageBox::Ok) != nullptr ? QMessageBox::Ok : QMessageBox::Yes);
   switch (RunDialog(box)) {
     case QMessageBox::Yes:

@@ -19,7 +19,6 @@ QButtonGroup& GroupOf(Container& container) {
 OptionButton::OptionButton(Container& container, const QString& name)
     : TextControl(container, name, QPalette::WindowText), button_(new PixelSized<QRadioButton>) {
   GroupOf(container).addButton(button_);
-  // The button tracks the pointer, and leaves the control the moves of one that hasn't pressed it.
   FillWith(button_);
 }
 

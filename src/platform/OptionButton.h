@@ -15,9 +15,9 @@ class OptionButton : public TextControl {
   QString Caption() const;
   void setCaption(const QString& caption);
 
-  // True of the chosen one.
+  // Whether this one is chosen.
   bool Value() const;
-  // Chooses this one instead of the one that was.
+  // Chooses this one and deselects the others.
   void Choose();
 
  private:

@@ -12,9 +12,9 @@
 namespace kelvane {
 namespace {
 
-// Returns the pixels of a horizontal or vertical line without its last one; none of a slanting
+// Returns the pixels of a horizontal or vertical line without the last one, and none for a slanting
 // line.
-QRect PixelsOf(QPoint first, QPoint last) {
+QRect LineRect(QPoint first, QPoint last) {
   if (first.y() == last.y()) {
     const int left = first.x() < last.x() ? first.x() : last.x() + 1;
     return {left, first.y(), std::abs(last.x() - first.x()), 1};
@@ -50,15 +50,15 @@ void PictureBox::setBackColor(QRgb color) {
 
 std::optional<QPoint> PictureBox::PixelOf(float x, float y) const {
   if (std::isnan(x) || std::isnan(y)) return std::nullopt;
-  const auto whole = [this](float place) {
-    constexpr float kFarthest = QWIDGETSIZE_MAX;
+  const auto whole = [this](float coordinate) {
+    constexpr float kLimit = QWIDGETSIZE_MAX;
     return static_cast<int>(
-        std::nearbyint(std::clamp(place / UnitsPerPixel(), -kFarthest, kFarthest)));
+        std::nearbyint(std::clamp(coordinate / UnitsPerPixel(), -kLimit, kLimit)));
   };
   return QPoint(whole(x), whole(y));
 }
 
-// As large as the inside of the box has been, so that nothing is lost where it shrinks for a while.
+// The drawing is as large as the inside has been: nothing is lost if the box shrinks and grows.
 QImage& PictureBox::Drawing() {
   const QSize wanted = drawing_.size().expandedTo(InnerSize());
   if (wanted != drawing_.size()) {
@@ -79,7 +79,7 @@ void PictureBox::DrawLine(float x1, float y1, float x2, float y2, QRgb color) {
   const std::optional<QPoint> first = PixelOf(x1, y1);
   const std::optional<QPoint> last = PixelOf(x2, y2);
   if (!first || !last) return;
-  const QRect pixels = PixelsOf(*first, *last) & QRect(QPoint(), InnerSize());
+  const QRect pixels = LineRect(*first, *last) & QRect(QPoint(), InnerSize());
   if (pixels.isEmpty()) return;
   QPainter(&Drawing()).fillRect(pixels, QColor(color));
   update(pixels.translated(ContentOrigin()));
@@ -100,8 +100,8 @@ void PictureBox::SetPrintFont(const QString& family, float points) {
   printFont_.setPixelSize(FontPixels(points));
 }
 
-// Qt would tell each control in the box, and there may be thousands, that the window is in front or
-// behind a dialog. None of them needs to know.
+// Keeps Qt from sending these events to each control in the box. There may be thousands of
+// controls, and none needs them.
 bool PictureBox::event(QEvent* event) {
   switch (event->type()) {
     case QEvent::WindowActivate:

@@ -8,18 +8,18 @@
 
 namespace kelvane {
 
-// A box of one colour that may hold controls and be drawn on. What is drawn stays, whatever covers
-// the box meanwhile, and lies behind the controls.
+// A box of one colour that may hold controls and be drawn on. Drawings stay until they are cleared
+// and lie behind the controls.
 //
-// Places of a drawing are in the box's scale unit and rounded to whole pixels, half to even. What
-// falls outside the box, or has a coordinate that is no number, isn't drawn.
+// Coordinates of drawings are in the box's scale unit and rounded to whole pixels, half to even.
+// What is outside the box, or has a NaN coordinate, isn't drawn.
 class PictureBox : public Control, public Container {
   Q_OBJECT
  public:
   PictureBox(Container& container, const QString& name, ScaleMode scale);
 
-  // Returns a new hidden box like this one, without drawing or controls, in the same container,
-  // which owns it.
+  // Returns a new box like this one, without drawing or controls, in the same container, which owns
+  // it. It is hidden if the container is on the screen.
   PictureBox& Duplicate(const QString& name) const;
 
   // Setting a colour, even the same one, clears the drawing.
@@ -33,15 +33,16 @@ class PictureBox : public Control, public Container {
   // Draws one line of text in the fore colour, with its top left corner at (x, y).
   void PrintAt(float x, float y, const QString& text);
 
-  // The colour of the texts that are printed from now on.
+  // The colour of text that is printed from now on.
   QRgb ForeColor() const { return foreColor_; }
   void setForeColor(QRgb color) { foreColor_ = color; }
+  // `points` at 96 dots per inch.
   void SetPrintFont(const QString& family, float points);
 
-  // Paints the box before it returns.
+  // Repaints the box synchronously.
   void Refresh() { repaint(); }
 
-  // Raised when the box has changed size on the screen, before the assignment returns.
+  // Raised when the box's size in pixels has changed, before the assignment returns.
   std::function<void(int Index)> Resize;
 
  protected:
@@ -52,7 +53,7 @@ class PictureBox : public Control, public Container {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  // Returns std::nullopt if a coordinate is no number.
+  // Returns std::nullopt if a coordinate is NaN.
   std::optional<QPoint> PixelOf(float x, float y) const;
   QImage& Drawing();
 

@@ -4,10 +4,10 @@
 
 namespace kelvane {
 
-// A stock widget of Qt's whose parts, such as a scroll bar's arrows, are as large as on a screen of
-// 96 dots per inch: their place in the design is in pixels, however dense the screen is. It must be
-// made without a parent: it takes on this density with the font of the parent that it is given
-// later.
+// A Qt widget whose parts, such as a scroll bar's arrows, are as large as on a screen of 96 dots
+// per inch, since the design is in pixels. It must be made without a parent and get one later: its
+// font takes on this density when it gets the parent, while Stock's constructor doesn't call this
+// metric().
 template <class Stock>
 class PixelSized : public Stock {
  public:

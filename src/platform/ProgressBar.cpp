@@ -13,7 +13,7 @@ constexpr int kSteps = 100000;  // more than a screen has columns
 }
 
 ProgressBar::ProgressBar(Container& container, const QString& name)
-    : Control(container, name), bar_(new QProgressBar(this)) {
+    : Control(container, name), bar_(new QProgressBar) {
   bar_->setTextVisible(false);
   bar_->setRange(0, kSteps);
   bar_->setValue(0);
@@ -41,7 +41,7 @@ void ProgressBar::setValue(float value) {
 }
 
 void ProgressBar::ShowValue() {
-  // In double precision, for a range that is as long as single precision goes.
+  // In double precision, since Max - Min may exceed a float.
   const double part = (double{value_} - min_) / (double{max_} - min_);
   bar_->setValue(static_cast<int>(std::lround(part * kSteps)));
 }

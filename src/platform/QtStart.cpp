@@ -15,8 +15,8 @@
 namespace kelvane {
 namespace {
 
-// Changes of the environment for Qt's start. The destructor undoes them, so that no program that is
-// started later sees them.
+// Changes the environment for Qt's start. The destructor undoes the changes, so that child
+// processes don't see them.
 class StartEnvironment {
  public:
   StartEnvironment() = default;
@@ -30,7 +30,7 @@ class StartEnvironment {
 
   // Removes the variable if `value` is null.
   void Override(const char* name, const QByteArray& value) {
-    former_.emplace_back(name, qEnvironmentVariableIsSet(name) ? qgetenv(name) : QByteArray());
+    former_.emplace_back(name, qgetenv(name));
     Set(name, value);
   }
 
@@ -46,8 +46,8 @@ class StartEnvironment {
   std::vector<std::pair<const char*, QByteArray>> former_;
 };
 
-// Qt takes the bytes of file names for UTF-8 in every locale, and complains on the console of one
-// that says otherwise. What else the user's locale says stays.
+// Qt treats file names as UTF-8 in every locale, and prints a warning if the locale has another
+// encoding. The other categories of the user's locale are kept.
 void StartInUtf8(StartEnvironment& environment) {
   if (std::setlocale(LC_CTYPE, "") != nullptr && qstrcmp(::nl_langinfo(CODESET), "UTF-8") == 0) {
     return;
@@ -63,13 +63,12 @@ void StartInUtf8(StartEnvironment& environment) {
   }
   constexpr const char* kUtf8 = "C.UTF-8";
   environment.Override("LC_CTYPE", kUtf8);
-  // Where the user's locale isn't installed, Qt can't set it, and this one stays.
+  // This one stays if the user's locale isn't installed, since Qt can't set that.
   (void)std::setlocale(LC_CTYPE, kUtf8);
 }
 
-// Repaints windows as wholes. Where a unit of the compositor's is several pixels, Qt rounds a part
-// that is to be painted to whole units after it has been told what to paint in it, and would leave
-// a seam of blank pixels around the part.
+// Repaints whole windows. If a compositor's unit is several pixels, Qt rounds the region to flush
+// to whole units after the widgets have painted it, which leaves a seam of blank pixels around it.
 class WholeRepaints : public QObject {
  public:
   using QObject::QObject;
@@ -77,7 +76,7 @@ class WholeRepaints : public QObject {
     if (event->type() == QEvent::UpdateRequest && watched->isWidgetType()) {
       auto* window = static_cast<QWidget*>(watched);
       window->update();
-      // An opaque part isn't painted with what lies behind it.
+      // An opaque widget isn't painted with its parent.
       for (QWidget* part : window->findChildren<QWidget*>()) {
         if (part->window() == window) part->update();
       }
@@ -91,7 +90,7 @@ class WholeRepaints : public QObject {
 std::unique_ptr<QApplication> StartQt(int& argumentCount, char** arguments) {
   StartEnvironment environment;
   StartInUtf8(environment);
-  // A pixel is a pixel of the screen.
+  // A Qt pixel is a screen pixel.
   environment.Override("QT_ENABLE_HIGHDPI_SCALING", "0");
   environment.Override("QT_SCALE_FACTOR", {});
   environment.Override("QT_SCREEN_SCALE_FACTORS", {});
@@ -101,7 +100,7 @@ std::unique_ptr<QApplication> StartQt(int& argumentCount, char** arguments) {
   auto application = std::make_unique<QApplication>(argumentCount, arguments);
   const std::optional<ScaleFactors> factors = FactorsThatUndoScales();
   if (!factors) return application;
-  // Qt takes factors at its start alone.
+  // Qt reads the factors only at its start.
   application.reset();
   environment.Override("QT_SCALE_FACTOR", factors->common);
   environment.Override("QT_SCREEN_SCALE_FACTORS", factors->outputs);

@@ -5,10 +5,10 @@
 
 namespace kelvane {
 
-// Starts Qt for a program whose pixels are pixels of the screen, in UTF-8. What the environment
-// says is changed for Qt's start alone; programs that are started later don't see the changes.
-// Under a Wayland compositor that has a scale, Qt is started twice. `argumentCount` and `arguments`
-// must outlive the application.
+// Makes the application object so that a Qt pixel is a screen pixel and file names are UTF-8.
+// Environment variables that it changes for this are restored before it returns, so that child
+// processes don't see the changes. Under a Wayland compositor that has a scale, the object is made
+// twice. `argumentCount` and `arguments` must outlive it.
 std::unique_ptr<QApplication> StartQt(int& argumentCount, char** arguments);
 
 }  // namespace kelvane

@@ -7,8 +7,8 @@ namespace kelvane {
 // The screen as a whole.
 class Screen {
  public:
-  // The pointer's shape over every window of the program; kDefault leaves it to the widget under
-  // the pointer.
+  // The pointer's shape over every window of the program; with kDefault, the widget under the
+  // pointer decides.
   static void setMousePointer(MousePointer pointer);
   static MousePointer Pointer();
 };

@@ -81,7 +81,7 @@ void Line::BringToFront() {
   raise();
 }
 
-// The widget is a pixel thick where the line has no extent.
+// The widget is one pixel thick in the direction in which the line has no extent.
 void Line::paintEvent(QPaintEvent* /*event*/) {
   if ((x1_ == x2_) == (y1_ == y2_)) return;
   QPainter(this).fillRect(rect(), QColor(color_));

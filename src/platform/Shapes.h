@@ -6,8 +6,8 @@
 
 namespace kelvane {
 
-// The outline of a rectangle, filled if it has a fill colour. It ignores the mouse, which goes to
-// what lies behind it.
+// The outline of a rectangle, filled if it has a fill colour. It ignores the mouse: events go to
+// the widget behind it.
 class Shape : public Control {
   Q_OBJECT
  public:
@@ -20,11 +20,11 @@ class Shape : public Control {
   // `width` in pixels.
   void SetBorder(QRgb color, int width);
 
-  // Unset while what lies behind the shape shows through.
+  // Unset while the inside is transparent.
   std::optional<QRgb> FillColor() const { return fillColor_; }
   void setFillColor(QRgb color);
 
-  // Surrounds another control of its container, `gap` of the container's units away from it.
+  // Surrounds another control of its container at a distance of `gap`, in the container's unit.
   void Outline(const Control& control, float gap);
 
  protected:
@@ -45,10 +45,12 @@ class Line : public Control {
 
   bool Windowless() const override { return true; }
 
-  // Returns a new hidden line like this one in the same container, which owns it.
+  // Returns a new line like this one in the same container, which owns it. It is hidden if the
+  // container is on the screen.
   Line& Duplicate(const QString& name) const;
 
-  // Its ends, in the container's scale unit. The second may lie before the first.
+  // The ends, in the container's scale unit. The second may lie before the first. A value that
+  // isn't finite has no effect. Left, Top, Width and Height follow; don't assign them.
   float X1() const { return x1_; }
   float Y1() const { return y1_; }
   float X2() const { return x2_; }
@@ -62,7 +64,8 @@ class Line : public Control {
   QRgb BorderColor() const { return color_; }
   void setBorderColor(QRgb color);
 
-  // Raises the line above the labels, shapes and lines of its container.
+  // Raises the line to just below the lowest control that isn't Windowless, or to the front if
+  // there is none.
   void BringToFront();
 
  protected:

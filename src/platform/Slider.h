@@ -4,6 +4,7 @@
 
 namespace kelvane {
 
+// A horizontal slider. Its range is from 0 to 99 at first.
 class Slider : public ThumbControl {
   Q_OBJECT
  public:

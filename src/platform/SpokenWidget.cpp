@@ -6,7 +6,8 @@
 namespace kelvane {
 namespace {
 
-// A line of widgets reaches as far down as the one of them whose middle is highest.
+// Sorts by lines, and each line from left to right. A line begins with the widget whose middle is
+// highest and holds all widgets whose middle isn't below that one's bottom.
 void SortForReading(QList<SpokenWidget*>& widgets) {
   const auto middle = [](const SpokenWidget* widget) { return widget->geometry().center().y(); };
   const auto left = [](const SpokenWidget* widget) { return widget->x(); };
@@ -14,10 +15,9 @@ void SortForReading(QList<SpokenWidget*>& widgets) {
   for (auto first = widgets.begin(); first != widgets.end();) {
     const int bottom = (*first)->geometry().bottom();
     const auto end = std::ranges::find_if(
-        first, widgets.end(), [&](int below) { return below > bottom; }, middle);
-    const auto next = end == first ? std::next(first) : end;
-    std::ranges::stable_sort(first, next, {}, left);
-    first = next;
+        std::next(first), widgets.end(), [&](int below) { return below > bottom; }, middle);
+    std::ranges::stable_sort(first, end, {}, left);
+    first = end;
   }
 }
 
@@ -32,41 +32,41 @@ void SpokenWidget::setMeaning(const QString& meaning) {
   if (stockWidget_ != nullptr) stockWidget_->setAccessibleName(meaning);
 }
 
-void SpokenWidget::SpeakAs(QWidget* stockWidget) {
+void SpokenWidget::setStockWidget(QWidget* stockWidget) {
   stockWidget_ = stockWidget;
   stockWidget_->setAccessibleName(Meaning());
 }
 
 bool SpokenWidget::IsNode() const { return role_ != SpokenRole::kBox || !Meaning().isEmpty(); }
 
-// What stands in the parent in this widget's place: the widget, its own parts if it is no node, or
-// nothing.
-QList<QWidget*> SpokenWidget::Parts() {
-  if (!SaysSomething()) return {};
-  return IsNode() ? QList<QWidget*>{this} : PartsIn(*this);
+// Returns the nodes that stand for this widget in its parent: the widget itself, its own nodes if
+// it is none, or nothing.
+QList<QWidget*> SpokenWidget::Nodes() {
+  if (!IsSpoken()) return {};
+  return IsNode() ? QList<QWidget*>{this} : NodesIn(*this);
 }
 
-QList<QWidget*> SpokenWidget::PartsIn(const QWidget& box) {
+QList<QWidget*> SpokenWidget::NodesIn(const QWidget& box) {
   QList<SpokenWidget*> widgets;
   for (QObject* child : box.children()) {
     auto* widget = qobject_cast<SpokenWidget*>(child);
-    if (widget != nullptr && !widget->isHidden() && widget->SaysSomething()) widgets << widget;
+    if (widget != nullptr && !widget->isHidden() && widget->IsSpoken()) widgets << widget;
   }
   SortForReading(widgets);
-  QList<QWidget*> parts;
-  for (SpokenWidget* widget : widgets) parts << widget->Parts();
-  return parts;
+  QList<QWidget*> nodes;
+  for (SpokenWidget* widget : widgets) nodes << widget->Nodes();
+  return nodes;
 }
 
 QList<QWidget*> SpokenWidget::SpokenChildren(const QWidget& parent) {
   if (const auto* widget = qobject_cast<const SpokenWidget*>(&parent)) {
     if (widget->stockWidget_ != nullptr) return {widget->stockWidget_};
-    return PartsIn(*widget);
+    return NodesIn(*widget);
   }
   QList<QWidget*> children;
   auto* menus = parent.findChild<QMenuBar*>(QString(), Qt::FindDirectChildrenOnly);
   if (menus != nullptr && menus->height() > 0) children << menus;
-  return children << PartsIn(parent);
+  return children << NodesIn(parent);
 }
 
 QWidget* SpokenWidget::SpokenParent() const {
@@ -94,10 +94,10 @@ void SpokenWidget::AnnounceCaption() {
   }
 }
 
-void SpokenWidget::AnnounceParts(QAccessible::Event change) {
+void SpokenWidget::AnnounceNodes(QAccessible::Event change) {
   if (!QAccessible::isActive() || !window()->isVisible()) return;
-  for (QWidget* part : Parts()) {
-    QAccessibleEvent event(part, change);
+  for (QWidget* node : Nodes()) {
+    QAccessibleEvent event(node, change);
     QAccessible::updateAccessibility(&event);
   }
 }

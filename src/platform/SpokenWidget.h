@@ -6,66 +6,69 @@
 
 namespace kelvane {
 
-// What a screen reader takes a widget for.
+// How a screen reader presents a widget.
 enum class SpokenRole {
-  kNothing,  // passed over
-  kText,     // says its caption, which its meaning explains
-  kBox,      // a group if it has a meaning; if not, its contents stand in its place
-  kStock,    // what Qt's widget in it is
+  kNothing,  // left out
+  kText,     // its caption; its meaning is the description
+  kBox,      // a group if it has a meaning; otherwise its contents take its place
+  kStock,    // has the role of the Qt widget inside it
   kPicture,
-  kCommand,        // a button that a click presses
+  kCommand,        // a button; a click presses it
   kHorizontalBar,  // a slider that is dragged horizontally and whose value is its own Left
   kVerticalBar,    // a slider that is dragged vertically and whose value is its own Top
-  kThumb,          // a slider whose value stands in another widget, its read-out
-  kList,           // a box
-  kListItem,       // in such a box; a right click opens its menu
+  kThumb,          // a slider whose value is the caption of another widget, its read-out
+  kList,           // a box of list items
+  kListItem,       // an item of a kList; a right click opens its menu
 };
 
-// A part of a window, with what a screen reader is told of it. The reader walks through the parts
-// that are on show and have something to say, from left to right and from top to bottom. Belongs to
-// the user-interface thread.
+// A part of a window, with what a screen reader says about it. The reader goes through the visible
+// parts that are spoken, line by line and from left to right. Belongs to the user-interface thread.
 class SpokenWidget : public QWidget {
   Q_OBJECT
  public:
   using QWidget::QWidget;
 
-  // Each class has a role of its own from the beginning.
+  // Each class has a default of its own.
   SpokenRole Role() const { return role_; }
   void setRole(SpokenRole role) { role_ = role; }
-  // Whether the role is that of a slider whose value is its own place.
+  // Whether the role is that of a slider whose value is its own position.
   bool IsBar() const;
-  // Says what the widget is where no caption of its own does.
+  // What the widget is, if its own caption doesn't say so.
   QString Meaning() const { return accessibleName(); }
   void setMeaning(const QString& meaning);
-  // The name of the widget in whose caption a thumb's value stands.
+  // The name of the widget whose caption is a thumb's value.
   const QString& ReadOut() const { return readOut_; }
   void setReadOut(const QString& name) { readOut_ = name; }
 
-  // The caption as it is on the screen, without the blanks around it; empty in most classes.
+  // The whole caption, even if it is shown elided, without the blanks around it; empty in most
+  // classes.
   virtual QString SpokenCaption() const { return {}; }
-  virtual bool SaysSomething() const { return role_ != SpokenRole::kNothing; }
-  // Qt's widget that is the whole inside of this one; null in most classes.
+  // Whether a screen reader presents the widget or what it contains.
+  virtual bool IsSpoken() const { return role_ != SpokenRole::kNothing; }
+  // The Qt widget that fills this one; null if there is none.
   QWidget* StockWidget() const { return stockWidget_; }
 
-  // The nearest ancestor that is a node of the reader's tree: the window, or a part of it.
+  // The nearest ancestor that is a node of the reader's tree: the window or a part of it; null if
+  // there is none.
   QWidget* SpokenParent() const;
-  // What stands in a window or in a part of it, in the order in which it is read.
+  // Returns the nodes directly below a window or a part of one, in reading order.
   static QList<QWidget*> SpokenChildren(const QWidget& parent);
 
  protected:
-  // Makes `stockWidget` the inside.
-  void SpeakAs(QWidget* stockWidget);
+  // Sets the Qt widget that fills this one. It must be, or become, a child of this one.
+  void setStockWidget(QWidget* stockWidget);
 
-  // These tell a screen reader, if there is one: of a bar's or a thumb's new value, of a new
-  // caption, which may be the value of a thumb, and of widgets that have come or gone.
+  // These report a change to a screen reader, if one runs: of the value of a bar or a thumb, of the
+  // caption and the values of the thumbs that it is the read-out of, and of nodes that were shown
+  // (`change` is ObjectCreated) or hidden (ObjectDestroyed).
   void AnnounceValue();
   void AnnounceCaption();
-  void AnnounceParts(QAccessible::Event change);
+  void AnnounceNodes(QAccessible::Event change);
 
  private:
   bool IsNode() const;
-  QList<QWidget*> Parts();
-  static QList<QWidget*> PartsIn(const QWidget& box);
+  QList<QWidget*> Nodes();
+  static QList<QWidget*> NodesIn(const QWidget& box);
 
   QWidget* stockWidget_ = nullptr;
   SpokenRole role_ = SpokenRole::kStock;

@@ -24,34 +24,34 @@ void TextBox::AppendText(const QString& more) {
 }
 
 void TextBox::TextChanged() {
-  if (line_ != nullptr && isVisible()) ShowText();
+  if (lineEdit_ != nullptr && isVisible()) ShowText();
   Raise(this, Change, Index());
 }
 
 void TextBox::showEvent(QShowEvent* event) {
   TextControl::showEvent(event);
-  if (line_ == nullptr) MakeLine();
-  // A window that comes back has kept its lines, and what is selected in them.
+  if (lineEdit_ == nullptr) MakeLineEdit();
+  // A window that is restored has kept the text and the selection.
   if (!event->spontaneous()) ShowText();
 }
 
 void TextBox::ShowText() {
-  const QSignalBlocker silent(line_);
-  line_->setText(text_);
-  line_->setCursorPosition(0);
+  const QSignalBlocker silent(lineEdit_);
+  lineEdit_->setText(text_);
+  lineEdit_->setCursorPosition(0);
 }
 
-void TextBox::MakeLine() {
-  line_ = new PixelSized<QLineEdit>;
-  line_->setReadOnly(!editable_);
-  line_->setFrame(false);
+void TextBox::MakeLineEdit() {
+  lineEdit_ = new PixelSized<QLineEdit>;
+  lineEdit_->setReadOnly(!editable_);
+  lineEdit_->setFrame(false);
   const int margin = bordered_ ? Border::kWidth : 0;
-  line_->setTextMargins(margin, 0, margin, 0);
-  line_->setFocusPolicy(Qt::ClickFocus);
-  FillWith(line_);
-  line_->show();
-  connect(line_, &QLineEdit::textChanged, this, [this](const QString& text) {
-    // A screen reader writes where the keyboard can't.
+  lineEdit_->setTextMargins(margin, 0, margin, 0);
+  lineEdit_->setFocusPolicy(Qt::ClickFocus);
+  FillWith(lineEdit_);
+  lineEdit_->show();
+  connect(lineEdit_, &QLineEdit::textChanged, this, [this](const QString& text) {
+    // A screen reader can write into a read-only line.
     if (!editable_) return ShowText();
     text_ = text;
     Raise(this, Change, Index());

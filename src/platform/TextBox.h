@@ -6,9 +6,9 @@ class QLineEdit;
 
 namespace kelvane {
 
-// A text that the user may read and copy, and change where the box is editable. The box holds the
-// text itself and shows it in a line of Qt's only while it is visible, so that a hidden box takes a
-// text of any length and more of it at the cost of the addition alone.
+// A text that the user may select and copy, and edit if the box is editable. The box stores the
+// text and hands it to a QLineEdit only while it is visible, so that appending to a hidden box of
+// any length costs only the added text.
 class TextBox : public TextControl {
   Q_OBJECT
  public:
@@ -16,10 +16,10 @@ class TextBox : public TextControl {
 
   const QString& Text() const { return text_; }
   void setText(const QString& text);
-  // Text = Text followed by `more`.
+  // Appends `more` to Text.
   void AppendText(const QString& more);
 
-  // Both must be set before the box is first shown.
+  // Must be called before the box is first shown.
   void setEditable() { editable_ = true; }
   void setBordered() { bordered_ = true; }
 
@@ -31,11 +31,11 @@ class TextBox : public TextControl {
 
  private:
   void TextChanged();
-  void MakeLine();
+  void MakeLineEdit();
   void ShowText();
 
   QString text_;
-  QLineEdit* line_ = nullptr;
+  QLineEdit* lineEdit_ = nullptr;
   bool editable_ = false;
   bool bordered_ = false;
 };

@@ -6,19 +6,20 @@
 
 namespace kelvane {
 
-// A control whose inside is a stock widget of Qt's that shows text. The stock widget takes its
-// colours from the control; those that nobody has set are the desktop's.
+// A control that is filled by a Qt widget that shows text. The Qt widget takes its colours from the
+// control; colours that haven't been set are the desktop's.
 class TextControl : public Control {
   Q_OBJECT
  public:
-  // `text` is the role in which the stock widget has the colour of its text.
-  TextControl(Container& container, const QString& name, QPalette::ColorRole text = QPalette::Text)
-      : Control(container, name), text_(text) {}
+  // `textRole` is the palette role of the Qt widget's text.
+  TextControl(Container& container, const QString& name,
+              QPalette::ColorRole textRole = QPalette::Text)
+      : Control(container, name), textRole_(textRole) {}
 
   QRgb BackColor() const { return Color(QPalette::Base); }
   void setBackColor(QRgb color) { SetColor(QPalette::Base, color); }
-  QRgb ForeColor() const { return Color(text_); }
-  void setForeColor(QRgb color) { SetColor(text_, color); }
+  QRgb ForeColor() const { return Color(textRole_); }
+  void setForeColor(QRgb color) { SetColor(textRole_, color); }
 
  private:
   QRgb Color(QPalette::ColorRole role) const { return palette().color(role).rgb() & RGB_MASK; }
@@ -28,7 +29,7 @@ class TextControl : public Control {
     setPalette(changed);
   }
 
-  QPalette::ColorRole text_;
+  QPalette::ColorRole textRole_;
 };
 
 }  // namespace kelvane

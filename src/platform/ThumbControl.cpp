@@ -14,7 +14,7 @@ ThumbControl::ThumbControl(Container& container, const QString& name, QAbstractS
   connect(thumb_, &QAbstractSlider::sliderReleased, this, &ThumbControl::ThumbReleased);
 }
 
-// What the code assigns is no step of the thumb, even while the user holds it.
+// An assignment raises Change, even while the user drags the thumb.
 void ThumbControl::SetThumbValue(int value) {
   if (value < thumb_->minimum() || value > thumb_->maximum()) return;
   const QScopedValueRollback assigning(assigning_, true);

@@ -6,18 +6,18 @@ class QAbstractSlider;
 
 namespace kelvane {
 
-// What scroll bars and sliders share: a whole value in a range, and a thumb that the user drags.
-// Assigning a value outside the range has no effect; a range that shrinks limits the value.
+// The base of scroll bars and sliders: an integer in a range, and a thumb that the user drags.
+// Assigning a value outside the range has no effect; a range that shrinks clamps the value.
 class ThumbControl : public Control {
   Q_OBJECT
  public:
-  // Scroll is raised for each step of a thumb that the user drags, Change for any other change of
-  // the value and at the end of a drag that changed it; before an assignment returns.
+  // Scroll is raised at each step of a drag. Change is raised at the end of a drag that changed the
+  // value, and at any other change, before an assignment returns.
   std::function<void()> Change;
   std::function<void()> Scroll;
 
  protected:
-  // Takes over Qt's `thumb`.
+  // Takes ownership of `thumb`.
   ThumbControl(Container& container, const QString& name, QAbstractSlider* thumb);
 
   QAbstractSlider& thumb() const { return *thumb_; }
@@ -31,7 +31,7 @@ class ThumbControl : public Control {
 
   QAbstractSlider* thumb_;
   bool assigning_ = false;
-  int settledValue_ = 0;  // as of the last Change
+  int settledValue_ = 0;  // at the last Change
 };
 
 }  // namespace kelvane

@@ -18,8 +18,8 @@ void Timer::setEnabled(bool enabled) {
   }
 }
 
-// Qt sends no event of a timer while one is being handled. Starting the timer anew lets them come
-// at a DoEvents.
+// Qt sends no event of a timer while one is being handled. Restarting the timer lets them come in a
+// nested DoEvents.
 void Timer::timerEvent(QTimerEvent* /*event*/) {
   timer_.start(interval_, this);
   if (form_.Loaded()) Raise(this, Tick);

@@ -10,11 +10,11 @@ class HandlerOwner;
 
 // Ticks on the user-interface thread while it is enabled and its form is loaded. The form owns it.
 // A tick may come while the handler of an earlier one is still running, at that handler's DoEvents.
-// Ticks that fall due while no events are processed come as one, late.
+// Ticks that are due while no events are processed come late, as one.
 class Timer : public QObject {
   Q_OBJECT
  public:
-  // `interval` in milliseconds.
+  // `interval` is in milliseconds, above 0. The timer isn't enabled at first.
   Timer(HandlerOwner& form, const char* name, int interval);
 
   int Interval() const { return interval_; }

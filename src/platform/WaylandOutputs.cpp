@@ -32,24 +32,24 @@ struct Output {
   bool rotated = false;
 };
 
-Output& In(void* data) { return *static_cast<Output*>(data); }
+Output& OutputOf(void* data) { return *static_cast<Output*>(data); }
 
 constexpr wl_output_listener kOutputListener = {
     .geometry =
         [](void* data, wl_output*, std::int32_t, std::int32_t, std::int32_t, std::int32_t,
            std::int32_t, const char*, const char*, std::int32_t transform) {
-          // Every second transform is by a quarter or three quarters of a turn.
-          In(data).rotated = transform % 2 == 1;
+          // Odd transforms turn by a quarter or three quarters.
+          OutputOf(data).rotated = transform % 2 == 1;
         },
     .mode =
         [](void* data, wl_output*, std::uint32_t flags, std::int32_t width, std::int32_t height,
            std::int32_t) {
-          if ((flags & WL_OUTPUT_MODE_CURRENT) != 0) In(data).mode = QSize(width, height);
+          if ((flags & WL_OUTPUT_MODE_CURRENT) != 0) OutputOf(data).mode = QSize(width, height);
         },
     .done = [](void*, wl_output*) {},
     .scale = [](void*, wl_output*, std::int32_t) {},
     .name = [](void* data, wl_output*,
-               const char* name) { In(data).name = QString::fromUtf8(name); },
+               const char* name) { OutputOf(data).name = QString::fromUtf8(name); },
     .description = [](void*, wl_output*, const char*) {},
 };
 
@@ -85,8 +85,8 @@ QHash<QString, QSize> PixelsOfWaylandOutputs() {
       wl_display_get_registry(display.get()));
   std::list<Output> outputs;
   wl_registry_add_listener(registry.get(), &kRegistryListener, &outputs);
-  wl_display_roundtrip(display.get());  // tells which outputs there are
-  wl_display_roundtrip(display.get());  // and what they are
+  wl_display_roundtrip(display.get());  // announces the outputs
+  wl_display_roundtrip(display.get());  // reports their properties
   QHash<QString, QSize> pixels;
   for (const Output& output : outputs) {
     pixels.insert(output.name, output.rotated ? output.mode.transposed() : output.mode);
@@ -94,13 +94,14 @@ QHash<QString, QSize> PixelsOfWaylandOutputs() {
   return pixels;
 }
 
-double ScaleOfOutput(QSize pixels, QSize units, double whole) {
-  if (pixels.isEmpty() || units.isEmpty()) return whole;
-  constexpr double kParts = 120;  // compositors tell fractions in parts of this size
+double ScaleOfOutput(QSize pixels, QSize units, double roundedUp) {
+  if (pixels.isEmpty() || units.isEmpty()) return roundedUp;
+  constexpr double kScaleDenominator = 120;  // compositors send scales in 120ths
   const double longSide = std::max(pixels.width(), pixels.height());
   const double scale =
-      std::round(kParts * longSide / std::max(units.width(), units.height())) / kParts;
-  return std::ceil(scale) == whole ? scale : whole;
+      std::round(kScaleDenominator * longSide / std::max(units.width(), units.height())) /
+      kScaleDenominator;
+  return std::ceil(scale) == roundedUp ? scale : roundedUp;
 }
 
 std::optional<ScaleFactors> FactorsThatUndoScales() {

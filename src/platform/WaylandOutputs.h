@@ -11,22 +11,23 @@ namespace kelvane {
 // Whether the program's windows are shown by a Wayland compositor. Needs the QApplication.
 bool RunsOnWayland();
 
-// Returns how many pixels of the screen each output of the Wayland compositor has horizontally and
-// vertically, by its name. Empty without a compositor.
+// Returns the size of each output of the Wayland compositor in screen pixels, by the output's name.
+// Empty without a compositor. Blocks for two round trips to it.
 QHash<QString, QSize> PixelsOfWaylandOutputs();
 
-// Returns the scale of an output by its sizes in pixels and in the compositor's units. `whole` is
-// the scale rounded up, which is returned if the sizes don't agree with it.
-double ScaleOfOutput(QSize pixels, QSize units, double whole);
+// Returns the scale of an output from its sizes in pixels and in the compositor's units.
+// `roundedUp` is the scale rounded up; it is returned if the sizes contradict it.
+double ScaleOfOutput(QSize pixels, QSize units, double roundedUp);
 
-// What Qt shall multiply by for a pixel of its own to be one of the screen: a Wayland compositor's
-// scale comes in whatever the switch for dense screens says.
+// The factors that make a Qt pixel a screen pixel. Qt applies a Wayland compositor's scale even if
+// its high-DPI scaling is switched off.
 struct ScaleFactors {
-  QByteArray common;   // on every output
-  QByteArray outputs;  // and on each of them besides; Qt takes none that is less than 1
+  QByteArray common;   // less than 1, for QT_SCALE_FACTOR
+  QByteArray outputs;  // of each output in addition, for QT_SCREEN_SCALE_FACTORS, in which Qt
+                       // ignores factors less than 1
 };
 
-// Returns std::nullopt if no output has a scale. Needs the QApplication.
+// Returns std::nullopt if all outputs have the scale 1. Needs the QApplication.
 std::optional<ScaleFactors> FactorsThatUndoScales();
 
 }  // namespace kelvane

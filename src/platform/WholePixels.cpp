@@ -8,7 +8,7 @@
 namespace kelvane {
 namespace {
 
-class WholePixels : public QObject {
+class PointerRounder : public QObject {
  public:
   using QObject::QObject;
   bool eventFilter(QObject* watched, QEvent* event) override {
@@ -18,7 +18,7 @@ class WholePixels : public QObject {
       case QEvent::MouseButtonRelease:
       case QEvent::MouseButtonDblClick:
       case QEvent::MouseMove:
-        // Qt makes the press of a double click for itself, and no widget gets it.
+        // By this flag Qt keeps the press of a double-click from widgets; a copy would lack it.
         if (static_cast<QMouseEvent*>(event)->flags().testFlag(Qt::MouseEventCreatedDoubleClick)) {
           return false;
         }
@@ -29,13 +29,13 @@ class WholePixels : public QObject {
   }
 
  private:
-  // Returns whether the event had to be replaced by a rounded one.
+  // Returns whether it has sent a rounded event instead.
   static bool SendRounded(QWindow& window, QMouseEvent& event) {
-    const QPointF place = event.scenePosition();
-    const QPointF whole(std::floor(place.x()), std::floor(place.y()));
+    const QPointF position = event.scenePosition();
+    const QPointF whole(std::floor(position.x()), std::floor(position.y()));
     const QPointF onScreen = window.mapToGlobal(QPointF()) + whole;
-    if (whole == place && onScreen == event.globalPosition()) return false;
-    QMouseEvent rounded(event.type(), event.position() + whole - place, whole, onScreen,
+    if (whole == position && onScreen == event.globalPosition()) return false;
+    QMouseEvent rounded(event.type(), event.position() + whole - position, whole, onScreen,
                         event.button(), event.buttons(), event.modifiers(), event.source(),
                         event.pointingDevice());
     rounded.setTimestamp(event.timestamp());
@@ -48,7 +48,7 @@ class WholePixels : public QObject {
 }  // namespace
 
 void RoundPointerDown(QObject& owner) {
-  QCoreApplication::instance()->installEventFilter(new WholePixels(&owner));
+  QCoreApplication::instance()->installEventFilter(new PointerRounder(&owner));
 }
 
 }  // namespace kelvane

@@ -12,9 +12,9 @@ using namespace Qt::StringLiterals;
 
 bool IsGeometryNotice(const QByteArray& eventType, const void* message) {
   if (eventType != "xcb_generic_event_t") return false;
-  constexpr std::uint8_t kWithoutSender = 0x7f;
+  constexpr std::uint8_t kEventTypeMask = 0x7f;
   const auto* event = static_cast<const xcb_generic_event_t*>(message);
-  return (event->response_type & kWithoutSender) == XCB_CONFIGURE_NOTIFY;
+  return (event->response_type & kEventTypeMask) == XCB_CONFIGURE_NOTIFY;
 }
 
 bool PointerButtonHeld() {

@@ -4,12 +4,12 @@
 
 namespace kelvane {
 
-// Whether this event, as QWidget::nativeEvent gets it, tells which place and size the X server or
-// the window manager has given the window.
+// Returns whether this event, as passed to QWidget::nativeEvent, is a ConfigureNotify of X, which
+// reports the position and size of the window.
 bool IsGeometryNotice(const QByteArray& eventType, const void* message);
 
-// Whether a button of the pointer is held down at this moment, in whatever window: the user may be
-// dragging a window's edge. False where there is no X server.
+// Returns whether a pointer button is held down now, in any window: the user may be dragging a
+// window's edge. Returns false without an X server.
 bool PointerButtonHeld();
 
 }  // namespace kelvane

@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "platform/App.h"
 #include "platform/player/PlaybackCore.h"
 #include "shared/TextHelpers.h"
 
@@ -31,7 +32,7 @@ void WindowsMediaPlayer::setURL(const QString& url) {
 
 void WindowsMediaPlayer::MakeCore() {
   delete core_;
-  core_ = new PlaybackCore(this, settings.clientName());
+  core_ = new PlaybackCore(this, App::Title());
   core_->setVolume(settings.volume());
   core_->setBalance(settings.balance());
   connect(core_, &PlaybackCore::PictureChanged, this, [this] { update(visibleRegion()); });
@@ -82,13 +83,13 @@ void WindowsMediaPlayer::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   QRegion uncovered = event->region();
   if (core_ != nullptr) {
-    core_->setVisible(VisibleExtent());
+    core_->setVisibleSize(VisibleExtent());
     uncovered = core_->Draw(painter, uncovered);
   }
   for (const QRect& part : uncovered) painter.fillRect(part, Qt::black);
 }
 
-// Controls that lie over the picture don't count: they are moved about.
+// Ignores controls in front of the picture, since they move.
 QSize WindowsMediaPlayer::VisibleExtent() const {
   QRect visible = rect();
   for (const QWidget* box = parentWidget(); box != nullptr; box = box->parentWidget()) {
@@ -98,7 +99,7 @@ QSize WindowsMediaPlayer::VisibleExtent() const {
   return {std::max(visible.right() + 1, 0), std::max(visible.bottom() + 1, 0)};
 }
 
-// Doesn't wait for the menu: a handler whose DoEvents opened it would be held up.
+// Doesn't wait for the menu: a handler whose DoEvents opens it would block until it is closed.
 void WindowsMediaPlayer::contextMenuEvent(QContextMenuEvent* event) {
   if (url_.isEmpty()) return;
   auto* menu = new QMenu(this);

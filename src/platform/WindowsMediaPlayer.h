@@ -8,12 +8,12 @@ namespace kelvane {
 
 class PlaybackCore;
 
-// A player without controls of its own but for a context menu on the picture. The picture has its
-// natural size, one pixel of the source to one of the screen, from the top left corner; the rest is
-// black. A file that can't be played shows nothing, without a message.
+// A player whose only controls are in a context menu. The picture has its natural size, one source
+// pixel to one screen pixel, at the top left corner; the rest is black. A file that can't be played
+// shows nothing, without a message.
 //
-// The player behind it is made at the first URL; if it can't be made, nothing plays and the next
-// URL tries again. No call waits for it. Belongs to the user-interface thread.
+// libmpv's player is made at the first URL; if that fails, nothing plays and the next URL tries
+// again. No other call waits for it. Belongs to the user-interface thread.
 class WindowsMediaPlayer : public Control {
   Q_OBJECT
  public:
@@ -27,10 +27,13 @@ class WindowsMediaPlayer : public Control {
   class Controls {
    public:
     explicit Controls(WindowsMediaPlayer& player) : player_(player) {}
+    // Resumes a paused file, or plays the file of URL from its beginning. No effect without a URL.
     void play();
+    // No effect unless a file is playing.
     void pause();
+    // Ends playback. URL stays.
     void stop();
-    // "mm:ss", or "hh:mm:ss" from an hour on; empty while nothing is loaded.
+    // "mm:ss", or "hh:mm:ss" from an hour on; empty while URL is empty.
     QString currentPositionString() const;
 
    private:
@@ -46,22 +49,17 @@ class WindowsMediaPlayer : public Control {
     int balance() const { return balance_; }
     // -100, left alone, to 100, right alone; any other value has no effect.
     void setBalance(int balance);
-    // The name by which the sound system knows the player; to be set before the first URL.
-    const QString& clientName() const { return clientName_; }
-    void setClientName(const QString& name) { clientName_ = name; }
 
    private:
     WindowsMediaPlayer& player_;
     int volume_ = 50;
     int balance_ = 0;
-    QString clientName_;
   };
 
   Controls controls{*this};
   Settings settings{*this};
 
-  // The length of the loaded file in seconds, 0 until it is known; std::nullopt while nothing is
-  // loaded.
+  // The length of the file in seconds, 0 until it is known; std::nullopt while URL is empty.
   std::optional<double> currentMediaDuration() const;
 
  protected:
@@ -70,8 +68,7 @@ class WindowsMediaPlayer : public Control {
 
  private:
   void MakeCore();
-  // The size of the part of the picture from its top left corner to the last pixel that no
-  // container clips.
+  // The size of the picture from its top left corner to the last pixel that no container clips.
   QSize VisibleExtent() const;
 
   QString url_;

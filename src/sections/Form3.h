@@ -16,16 +16,17 @@
 
 namespace kelvane {
 
-// Short path of the video last chosen in the section window; empty if it has none.
+// The short path of the video last chosen in the section window; empty if it has none. Belongs to
+// the user-interface thread, as the window does.
 extern QString SectionSourceShortPath;
 
 // The time line, Picture3.
 enum TimeLineBox : int { TimeLineFrame = 0, TimeLineStrip = 1 };
 
-// The needles Picture4, their hairlines Line3 and the entries of the context menu.
+// The needles, Picture4, and their hairlines, Line3.
 enum Needle : int { StartNeedle = 0, EndNeedle = 1 };
 
-// The times among the captions of Label8; the others are fixed.
+// The captions of Label8 that change.
 enum SectionReadOut : int { SectionStart = 1, SectionEnd = 3, SectionSpan = 6 };
 
 // The arrow buttons, Label7.
@@ -42,15 +43,15 @@ enum OptionSlider : int {
   UnSharpLY = 6
 };
 
-// Among the captions of Label2: an option's name at the right, and its read-out behind it.
+// The indices in Label2 of an option's name and of its read-out.
 constexpr int OptionName(int slider) { return 2 * slider; }
 constexpr int OptionReadOut(int slider) { return 2 * slider + 1; }
 
-// "Advanced 2-Pass Video Stabilization": a section of a video is marked on a time line of fixed
-// scale, a pixel to the second, and the options of a stabilising filter are set.
+// "Advanced 2-Pass Video Stabilization": marks a section of a video on a time line, with a pixel to
+// the second, and sets the options of a stabilising filter.
 //
-// Runs no tool and plays nothing. What the user sets stays in the captions and is read by nobody
-// else; the panels for extraction, player and progress are fixed layout.
+// The window runs no tool and plays nothing. What the user sets is shown in the captions and used
+// nowhere else. The panels for extraction, player and progress do nothing.
 class Form3 : public Form {
   Q_OBJECT
  public:
@@ -68,10 +69,10 @@ class Form3 : public Form {
 
   void WireEvents();
 
-  // The choice of a video.
+  // Choosing a video.
   void Label6_MouseUp(const MouseEvent& event);
 
-  // The time line slides about in its frame.
+  // The time line moves in its frame.
   void StepTimeLine(const MouseEvent& event);
   void Label7_MouseMove(const MouseEvent& event);
   void Picture5_MouseMove(const MouseEvent& event);
@@ -98,18 +99,18 @@ class Form3 : public Form {
   void Picture2_MouseMove(const MouseEvent& event);
   void DragThumb(const MouseEvent& event);
   void ShowOption(int slider);
-  bool StepSizeIsBeyondItsTrack() const;
-  void PutStepSizeAtItsEnd();
-  void HoldStepSizeAtItsStart();
-  void HoldStepSizeAtItsEnd();
+  bool StepSizeExceedsTrack() const;
+  void MoveStepSizeToEnd();
+  void ClampStepSizeToStart();
+  void ClampStepSizeToEnd();
 
   QIcon icon_;
   CommonDialog cdialog{*this};
-  // Where in its control a press happened, in the units of that control.
+  // The position of a press in its control, in the units of that control.
   std::int16_t ThumbGrabX = 0;
   std::int16_t NeedleGrabX = 0;
   std::int16_t SliderGrabX = 0;
-  // Where the mouse was last seen over the time line or its frame, in pixels of either.
+  // The pointer's last position over the time line or its frame, in pixels of that one.
   std::int32_t TimeLineMouseX = 0;
 
   ControlArray<Label> Label1{*this, "Label1"};

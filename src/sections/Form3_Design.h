@@ -5,9 +5,9 @@
 #include "platform/Form.h"
 #include "shared/Colours.h"
 
-// The section window as designed. Places are in twips. Form_Load sets some of them anew: those of
-// the needles, the strip, the outlines of the thumbs and Picture6. Line7 and Line8 have their ends
-// from it alone, Line4 to Line6 from Form_Resize.
+// The section window as designed. Places are in twips. Form_Load changes those of the needles, the
+// strip, the outlines of the thumbs and Picture6, and sets the ends of Line7 and Line8; drags set
+// Line8 as well. Form_Resize sets the ends of Line4 to Line6.
 namespace kelvane {
 
 constexpr QRgb kPale = 0xE0E0E0;
@@ -150,7 +150,7 @@ constexpr auto kForm3Controls = std::to_array<ControlDesign>({
     {.name = "Shape1", .controlClass = kShape, .place = {13920, 9120, 735, 495}, .color = kCanvasGrey},
     {.name = "Shape4", .controlClass = kShape, .place = {600, 3360, 13215, 3735}, .color = kGrey},
 
-    // Three sides of a frame, placed by each resize.
+    // Three sides of a frame; each resize sets their ends.
     {.name = "Line4", .controlClass = kLine, .place = {0, 0, 0, 0}, .color = kGrey},
     {.name = "Line5", .controlClass = kLine, .place = {0, 0, 0, 0}, .color = kGrey},
     {.name = "Line6", .controlClass = kLine, .place = {0, 0, 0, 0}, .color = kGrey},

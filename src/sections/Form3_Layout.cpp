@@ -1,4 +1,4 @@
-// Start-up, the frame, the light on what lies under the mouse, and the choice of a video.
+// Start-up, the frame, clearing the highlights, and choosing a video.
 #include "media/Module1.h"
 #include "platform/MsgBox.h"
 #include "sections/Form3.h"
@@ -51,7 +51,7 @@ void Form3::Form_Resize() {
   Line6.SetEnds(S - 4, 4, S - 4, H - 4);
 }
 
-// Of the names and read-outs at the right only the first seven lose their light.
+// Clears the highlights of only the first seven names and read-outs at the right.
 void Form3::Form_MouseMove(const MouseEvent& /*event*/) {
   Shape1.setVisible(false);
   for (int i = StepSize; i <= UnSharpLY; ++i) {

@@ -1,5 +1,5 @@
-// The options' sliders. Places in a track are in twips. Step Size alone is held inside its track,
-// and that whichever thumb or track the mouse is on.
+// The options' sliders. Positions in a track are in twips. Only the thumb of Step Size is kept
+// inside its track, whichever thumb or track the pointer is on.
 #include <array>
 
 #include "sections/Form3.h"
@@ -12,17 +12,17 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// How a thumb's place reads.
-struct Reading {
-  double divisor;
-  int leastDigits;
+// Converts the position of an option's thumb to its read-out.
+struct OptionScale {
+  double divisor;  // twips to the unit
+  int minDigits;
 };
-constexpr std::array<Reading, 7> kReadings = {
+constexpr std::array<OptionScale, 7> kOptionScales = {
     {{250, 2}, {250, 2}, {250, 2}, {79, 3}, {250, 2}, {250, 2}, {250, 2}}};
 
-constexpr double kMostStepSize = 30;
-constexpr double kLeastZoom = 1;
-constexpr double kMostZoom = 100;
+constexpr double kMaxStepSize = 30;
+constexpr double kMinZoom = 1;
+constexpr double kMaxZoom = 100;
 
 }  // namespace
 
@@ -37,11 +37,11 @@ void Form3::Label1_MouseMove(const MouseEvent& event) {
   Label1(event.Index).setBackColor(kWhite);
   Label3(event.Index).setForeColor(kWhite);
   if (event.Button == kLeftButton) DragThumb(event);
-  HoldStepSizeAtItsStart();
+  ClampStepSizeToStart();
 }
 
 void Form3::DragThumb(const MouseEvent& event) {
-  if (StepSizeIsBeyondItsTrack()) PutStepSizeAtItsEnd();
+  if (StepSizeExceedsTrack()) MoveStepSizeToEnd();
   Label& thumb = Label1(event.Index);
   thumb.setLeft(thumb.Left() + event.X - SliderGrabX);
   for (const Label* each : Label1) Shape2(each->Index()).Outline(*each, 1);
@@ -50,25 +50,25 @@ void Form3::DragThumb(const MouseEvent& event) {
   if (event.Index != Zoom) return;
   Label& zoom = Label2(OptionReadOut(Zoom));
   const double value = LeadingNumber(zoom.Caption());
-  if (value > kMostZoom) {
+  if (value > kMaxZoom) {
     zoom.setCaption(u"100"_s);
-  } else if (value < kLeastZoom) {
+  } else if (value < kMinZoom) {
     zoom.setCaption(u"001"_s);
   }
 }
 
 void Form3::ShowOption(int slider) {
-  const Reading& reading = kReadings.at(static_cast<std::size_t>(slider));
+  const OptionScale& scale = kOptionScales.at(static_cast<std::size_t>(slider));
   Label2(OptionReadOut(slider))
-      .setCaption(FormatDigits(Label1(slider).Left() / reading.divisor, reading.leastDigits));
+      .setCaption(FormatDigits(Label1(slider).Left() / scale.divisor, scale.minDigits));
 }
 
-void Form3::Label1_MouseUp(const MouseEvent& /*event*/) { HoldStepSizeAtItsEnd(); }
+void Form3::Label1_MouseUp(const MouseEvent& /*event*/) { ClampStepSizeToEnd(); }
 
 void Form3::Label2_Change(int Index) {
   if (Index != OptionReadOut(StepSize)) return;
   Label& stepSize = Label2(Index);
-  if (LeadingNumber(stepSize.Caption()) > kMostStepSize) {
+  if (LeadingNumber(stepSize.Caption()) > kMaxStepSize) {
     stepSize.setCaption(u"30"_s);
   }
 }
@@ -78,26 +78,26 @@ void Form3::Picture2_MouseMove(const MouseEvent& event) {
   for (Label* thumb : Label1) thumb->setBackColor(kCanvasGrey);
   Shape1.Outline(Picture2(event.Index), 1);
   Shape2(event.Index).Outline(Label1(event.Index), 1);
-  HoldStepSizeAtItsEnd();
-  HoldStepSizeAtItsStart();
+  ClampStepSizeToEnd();
+  ClampStepSizeToStart();
 }
 
-bool Form3::StepSizeIsBeyondItsTrack() const {
+bool Form3::StepSizeExceedsTrack() const {
   return Label1(StepSize).Left() + Label1(StepSize).Width() > Picture2(StepSize).ScaleWidth();
 }
 
-void Form3::PutStepSizeAtItsEnd() {
+void Form3::MoveStepSizeToEnd() {
   Label1(StepSize).setLeft(Picture2(StepSize).ScaleWidth() - Label1(StepSize).Width());
 }
 
-void Form3::HoldStepSizeAtItsEnd() {
-  if (!StepSizeIsBeyondItsTrack()) return;
-  PutStepSizeAtItsEnd();
+void Form3::ClampStepSizeToEnd() {
+  if (!StepSizeExceedsTrack()) return;
+  MoveStepSizeToEnd();
   Label2(OptionReadOut(StepSize)).setCaption(u"30"_s);
 }
 
-// A thumb's width away from the track's start.
-void Form3::HoldStepSizeAtItsStart() {
+// Keeps the thumb at least its own width from the track's start.
+void Form3::ClampStepSizeToStart() {
   Label& thumb = Label1(StepSize);
   if (thumb.Left() - thumb.Width() >= 0) return;
   thumb.setLeft(thumb.Width());

@@ -1,4 +1,4 @@
-// The time line under its arrows, and the needles on it. A pixel is a second.
+// The time line, its arrows and its needles. A pixel is a second.
 #include "platform/Screen.h"
 #include "sections/Form3.h"
 #include "shared/Colours.h"
@@ -8,8 +8,8 @@ namespace kelvane {
 
 using namespace Qt::StringLiterals;
 
-// Pressing, releasing and double-clicking an arrow are a step each, so that a plain click is two.
-// The steps of the two directions are unlike each other on purpose.
+// Pressing, releasing and double-clicking an arrow are a step each, so a click is two steps. The
+// steps of the two directions differ on purpose.
 void Form3::StepTimeLine(const MouseEvent& event) {
   constexpr float kStepBack = 200;
   constexpr float kStepForward = 20;
@@ -24,21 +24,21 @@ void Form3::StepTimeLine(const MouseEvent& event) {
 }
 
 void Form3::Label7_MouseMove(const MouseEvent& event) {
-  constexpr float kLitSize = 10;
+  constexpr float kHighlightSize = 10;
   ClearArrowHighlights();
   Label7(event.Index).setForeColor(kWhite);
   Label7(event.Index).setFontBold(true);
-  Label7(event.Index).setFontSize(kLitSize);
+  Label7(event.Index).setFontSize(kHighlightSize);
 }
 
 void Form3::Picture5_MouseMove(const MouseEvent& /*event*/) { ClearArrowHighlights(); }
 
 void Form3::ClearArrowHighlights() {
-  constexpr float kRestSize = 8;
+  constexpr float kNormalSize = 8;
   for (Label* arrow : Label7) {
     arrow->setForeColor(kLight);
     arrow->setFontBold(false);
-    arrow->setFontSize(kRestSize);
+    arrow->setFontSize(kNormalSize);
   }
 }
 
@@ -46,7 +46,7 @@ void Form3::Picture6_MouseDown(const MouseEvent& event) {
   ThumbGrabX = ToInteger16(event.X).value_or(ThumbGrabX);
 }
 
-// Three stops; the order of the tests decides between them.
+// The time line has three positions; the order of the tests decides between them.
 void Form3::Picture6_MouseMove(const MouseEvent& event) {
   if (event.Button != kLeftButton) return;
   Picture6.setLeft(Picture6.Left() + event.X - ThumbGrabX);
@@ -83,15 +83,15 @@ void Form3::Picture4_MouseMove(const MouseEvent& event) {
   needle.setLeft(needle.Left() + event.X - NeedleGrabX);
   Label8(event.Index == StartNeedle ? SectionStart : SectionEnd)
       .setCaption(FormatTimeText(needle.Left() + kNeedleMiddle));
-  Line& hairline = Line3(event.Index);
-  hairline.setX1(needle.Left() + needle.Width() / 2 - kHairlineOffset);
-  hairline.setX2(needle.Left() + needle.Width() / 2 - kHairlineOffset);
+  const float hairlineX = needle.Left() + needle.Width() / 2 - kHairlineOffset;
+  Line3(event.Index).setX1(hairlineX);
+  Line3(event.Index).setX2(hairlineX);
   ShowSpan();
   DrawSpanLine();
   Line8.BringToFront();
 }
 
-// From the texts of the read-outs, which may be older than the places of the needles.
+// Uses the texts of the read-outs, which may be older than the positions of the needles.
 void Form3::ShowSpan() {
   const std::optional<int> start = SecondsFromTimeText(Label8(SectionStart).Caption());
   const std::optional<int> end = SecondsFromTimeText(Label8(SectionEnd).Caption());
@@ -107,8 +107,8 @@ void Form3::DrawSpanLine() {
   Line8.SetEnds(Picture4(StartNeedle).Left(), SpanLineY(), Picture4(EndNeedle).Left(), SpanLineY());
 }
 
-// Only the first placement from the menu is shown. The needle's edge goes where the mouse was,
-// while a drag counts from the needle's middle.
+// The read-out changes only from "00:00:00". The needle's edge moves to the pointer's last
+// position, while a drag counts from the needle's middle.
 void Form3::mnu_Start_Click() {
   Picture4(StartNeedle).setLeft(static_cast<float>(TimeLineMouseX));
   Label& readOut = Label8(SectionStart);

@@ -10,21 +10,22 @@ constexpr QRgb kCentreLine = 0x464646;  // red, green and blue 70
 constexpr QRgb kMinorTick = 0xC8C8C8;   // 200
 constexpr QRgb kMajorTick = 0xE6E6E6;   // 230
 
-// Up and down from the centre line, in twips.
+// Lengths are in twips.
 struct Tick {
-  float distance;
-  float reach;
+  float spacing;
+  float halfHeight;  // above and below the centre line
   QRgb color;
 };
 constexpr Tick kMinor = {200, 30, kMinorTick};
 constexpr Tick kMajor = {1000, 60, kMajorTick};
 
-// A place that signed 16-bit integers can't hold lies far beyond the track, and draws nothing.
+// Draws nothing at a position that a signed 16-bit integer can't hold, which is far beyond the
+// track.
 void DrawTick(PictureBox& track, int n, const Tick& tick) {
-  const std::optional<std::int16_t> x = ToInteger16(static_cast<float>(n) * tick.distance);
+  const std::optional<std::int16_t> x = ToInteger16(static_cast<float>(n) * tick.spacing);
   if (!x) return;
   const float middle = track.ScaleHeight() / 2;
-  track.DrawLine(*x, middle - tick.reach, *x, middle + tick.reach, tick.color);
+  track.DrawLine(*x, middle - tick.halfHeight, *x, middle + tick.halfHeight, tick.color);
 }
 
 }  // namespace

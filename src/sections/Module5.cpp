@@ -13,7 +13,7 @@ void ResetTimeLinePosition(Form3& form) {
   form.Picture3(TimeLineStrip).setTop(0);
 }
 
-// One pass for each pixel of the time line, and not one for each tick that fits on it.
+// Makes a pass for each pixel of the time line, not only for each tick that fits on it.
 void DrawTimeLabels(Form3& form) {
   constexpr double kSpacings = 75;
   constexpr double kMinorToMajor = 8;

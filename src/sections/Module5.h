@@ -4,15 +4,14 @@ namespace kelvane {
 
 class Form3;
 
-// Puts the time line back to the top left corner of its frame.
+// Moves the time line to the top left corner of its frame.
 void ResetTimeLinePosition(Form3& form);
 
-// Paints the labels and ticks of the time line, once: what is painted stays. The text in Text4
-// decides how far apart the ticks stand; their labels tell their place in pixels as seconds,
-// whatever it is.
+// Clears the time line and paints its labels and ticks. Can be repeated. The text in Text4 decides
+// the distance of the ticks. A label shows its position in pixels as seconds.
 void DrawTimeLabels(Form3& form);
 
-// The place of the extraction, which this window offers and doesn't do.
+// The extraction that the window offers. It does nothing.
 inline void ExtractShortie() {}
 
 }  // namespace kelvane

@@ -4,7 +4,7 @@
 
 namespace kelvane {
 
-// The colours that several windows share: red, green, blue.
+// Colours of the windows, as 0xRRGGBB.
 constexpr QRgb kDark = 0x232323;
 constexpr QRgb kLight = 0xC0C0C0;
 constexpr QRgb kGrey = 0x808080;

@@ -7,7 +7,7 @@ namespace kelvane {
 
 constexpr QLatin1String kProductName("Kelvane");
 
-// The icon of all windows, in every size.
+// The icon of all windows, in sizes from 16 to 128 pixels.
 QIcon ProductIcon();
 
 }  // namespace kelvane

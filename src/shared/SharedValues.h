@@ -3,19 +3,18 @@
 #include <QString>
 #include <cstdint>
 
-// The module-level values that the windows share. All of them belong to the user-interface thread.
+// Values that the windows share. They belong to the user-interface thread.
 namespace kelvane {
 
 // Short path of the loaded video.
 extern QString VideoPath;
 
 // The duration last read, of the main window's video or of the joiner's newest section, as
-// "hh:mm:ss" in whole seconds, rounded down. Empty until one is read; the text behind "Duration:"
-// if that is no time.
+// "hh:mm:ss" in whole seconds, rounded down. Empty until one is read; the text after "Duration:"
+// if it isn't a time.
 extern QString VideoDuration;
 
-// False while the tools' output is to be read as the size probe's, true while as the duration
-// probe's.
+// Whether the tools' output is read as the duration probe's; it is read as the size probe's if not.
 extern bool ProbeDimensionsDone;
 
 // The crop region in source pixels. Negative and odd values are passed on as they are.

@@ -13,8 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The captions' own zero, "0,000", is a number in every locale: a comma that divides nothing there
-// groups where three digits stand behind it.
+// The designed caption "0,000" converts in every locale: a comma before three digits is a group
+// separator unless it is the decimal separator.
 void RemoveGroupingCommas(QString& text) {
   static const QRegularExpression comma(u"(?<=[0-9]),(?=[0-9]{3}(?![0-9]))"_s);
   text.remove(comma);
@@ -56,8 +56,9 @@ QString FormatGrouped(double number, int leastDigits) {
   constexpr int kGroupDigits = 3;
   QString digits = FormatDigits(number, leastDigits);
   const qsizetype first = digits.startsWith(u'-') ? 1 : 0;
-  for (qsizetype place = digits.size() - kGroupDigits; place > first; place -= kGroupDigits) {
-    digits.insert(place, QLocale().groupSeparator());
+  for (qsizetype position = digits.size() - kGroupDigits; position > first;
+       position -= kGroupDigits) {
+    digits.insert(position, QLocale().groupSeparator());
   }
   return digits;
 }
@@ -73,10 +74,10 @@ QString FormatTwoDecimals(double number) {
   constexpr double kHundredths = 100;
   constexpr int kReliableDigits = 15;
   constexpr double kLargestFraction = 1e13;
-  // 0.285 is a half-way case to the reader, though what is stored lies a little below it.
+  // 0.285 is rounded up, although the stored value is slightly smaller.
   const double size = std::abs(number);
   const double hundredths = QString::number(size * kHundredths, 'g', kReliableDigits).toDouble();
-  // What has no room for decimals is whole.
+  // Larger numbers have no two reliable decimals.
   const double rounded = size < kLargestFraction ? std::round(hundredths) / kHundredths : size;
   QString digits = QString::number(rounded, 'f', kDecimals);
   digits = digits.rightJustified(kLeastLength, u'0');
@@ -89,7 +90,7 @@ QString FormatTimeOfDay(double seconds) { return TimeOfDay(seconds).toString(u"h
 QString FormatTimeText(double seconds) { return TimeOfDay(seconds).toString(u"hh:mm:ss"_s); }
 
 QString FormatPosition(double seconds) {
-  constexpr double kLongest = 1e15;  // is whole and fits
+  constexpr double kLongest = 1e15;  // exact as a double
   constexpr int kHour = 3600;        // seconds
   const double whole = std::floor(std::clamp(seconds, 0.0, kLongest));
   const QString rest = TimeOfDay(whole).toString(u"mm:ss"_s);
@@ -110,8 +111,8 @@ QString FormatSingle(float number) {
 }
 
 QString Trim(const QString& text) {
-  static const QRegularExpression blanksRound(u"^ +| +\\z"_s);
-  return QString(text).remove(blanksRound);
+  static const QRegularExpression outerBlanks(u"^ +| +\\z"_s);
+  return QString(text).remove(outerBlanks);
 }
 
 double LeadingNumber(const QString& text) {

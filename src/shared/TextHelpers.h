@@ -5,12 +5,13 @@
 #include <optional>
 #include <string>
 
-// Numbers and times as text, and text as numbers and times. Separators are those of the default
-// locale. A conversion from text returns std::nullopt if the text doesn't convert. Thread-safe.
+// Conversions between text, numbers and times. Separators are those of the default locale. Numbers
+// must be finite unless a function says otherwise. A conversion from text returns std::nullopt if
+// the text doesn't convert. Thread-safe.
 namespace kelvane {
 
-// Convert between the windows' text and the system's narrow encoding, which the media tools use.
-// Characters that the other can't represent are replaced.
+// Convert between QString and the locale's encoding, which the media tools use. Characters that the
+// target can't represent are replaced.
 std::string ToNarrow(const QString& text);
 QString FromNarrow(const std::string& bytes);
 
@@ -19,10 +20,10 @@ QString FromNarrow(const std::string& bytes);
 // zero.
 QString FormatGrouped(double number, int leastDigits = 4);
 
-// The same for a text that converts to a number; any other text as it stands.
+// The same for a text that converts to a number; any other text is returned unchanged.
 QString FormatGroupedText(const QString& text);
 
-// At least two digits before the decimal separator and two behind it: 4.5 is "04.50". Rounded, half
+// At least two digits before the decimal separator and two after it: 4.5 is "04.50". Rounded, half
 // away from zero.
 QString FormatTwoDecimals(double number);
 
@@ -41,7 +42,7 @@ QString FormatPosition(double seconds);
 QString FormatDigits(double number, int leastDigits);
 
 // Seven significant digits without trailing zeros, so that 120 is "120"; with an exponent, as in
-// "1.5E+07", from ten millions on and below 0.0001.
+// "1.5E+07", from ten million on and below 0.0001.
 QString FormatSingle(float number);
 
 // The text without leading and trailing blanks; tabs and line breaks stay.
@@ -60,7 +61,8 @@ std::optional<float> SingleFromText(const QString& text);
 // digits: 0 to 86399. White space around it is ignored.
 std::optional<int> SecondsFromTimeText(const QString& text);
 
-// Whole numbers, rounded to nearest, half to even; std::nullopt if the type can't hold it.
+// The nearest whole number, half to even, or std::nullopt if the type can't hold it. `number`
+// needn't be finite.
 std::optional<std::int16_t> ToInteger16(double number);
 std::optional<std::int32_t> ToInteger32(double number);
 

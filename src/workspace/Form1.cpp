@@ -9,25 +9,22 @@ namespace kelvane {
 namespace {
 
 constexpr int kPageStep = 10;
-constexpr int kMostVolume = 100;
-constexpr int kMostBalance = 100;
+constexpr int kMaxVolume = 100;
+constexpr int kMaxBalance = 100;
 
 }  // namespace
 
 Form1::Form1() : Form(kForm1, kForm1Controls, kForm1Menus) {
   setWindowIcon(ProductIcon());
-  wmp.settings.setClientName(kProductName);
   for (ScrollBar* bar : std::initializer_list<ScrollBar*>{&HScroll1, &VScroll1}) {
     bar->setMax(0);
     bar->setLargeChange(kPageStep);
   }
-  Slider2.SetRange(0, kMostVolume);
-  Slider3.SetRange(-kMostBalance, kMostBalance);
+  Slider2.SetRange(0, kMaxVolume);
+  Slider3.SetRange(-kMaxBalance, kMaxBalance);
   Timer3.setEnabled(true);
   WireEvents();
 }
-
-Form1::~Form1() = default;
 
 void Form1::WireEvents() {
   for (Label* label : Label1) label->Change = [this](int Index) { Label1_Change(Index); };

@@ -30,7 +30,7 @@ enum WorkspaceBox : int { FrameBox = 0, ViewportBox = 1, CanvasBox = 2, HolderBo
 // The marker bars, Picture2.
 enum MarkerBar : int { LeftBar = 0, TopBar = 1, RightBar = 2, BaseBar = 3 };
 
-// The numbers among the captions of Label1; the even ones are their fixed names.
+// The captions of Label1 that are numbers; those before them are their names.
 enum ReadOut : int {
   SourceWidth = 1,
   SourceHeight = 3,
@@ -42,7 +42,7 @@ enum ReadOut : int {
   RegionRight = 15
 };
 
-// The commands, Label14 and the hidden row Command1. The last one of the hidden row is StartFresh.
+// The commands, Label14 and the hidden row Command1, whose last one is StartFreshButton.
 enum Command : int {
   LoadVideo = 0,
   RunVideo = 1,
@@ -56,22 +56,21 @@ enum Command : int {
 
 // The main window: the picture with its marker bars, the read-outs and the commands.
 //
-// Nothing here is a model behind the window: the source size lives in the captions of Label1(1) and
-// Label1(3), the region in the places of the bars, and the canvas is as large as the video, so that
-// a place in it is a pixel of the source.
+// There is no model behind the window: the source size is in the captions of Label1(1) and
+// Label1(3), and the region in the places of the bars. The canvas is as large as the video, so a
+// position on it is a pixel of the source.
 class Form1 : public Form, public MainWindow {
   Q_OBJECT
  public:
   Form1();
-  ~Form1() override;
 
   ProgressBar& JobProgress() override { return pbar; }
   void SetTitle(const QString& title) override { setCaption(title); }
   QString ShownVideo() const override { return Text1(1).Text(); }
   QIcon Icon() const override { return windowIcon(); }
 
-  // What any tool of this window prints comes in here, block by block while the tool runs, and an
-  // empty block at its end.
+  // Takes what any tool of this window prints, block by block while the tool runs, and an empty
+  // block at its end.
   void objDOS_ReceiveOutputs(const std::string& CommandOutputs);
 
  protected:
@@ -86,19 +85,19 @@ class Form1 : public Form, public MainWindow {
 
   void WireEvents();
 
-  // Hover: lights one command or none.
+  // Highlighting one command or none.
   void Label14_MouseMove(const MouseEvent& event);
   void Picture1_MouseMove(const MouseEvent& event);
   void ClearHighlights();
 
-  // A video comes in.
+  // Loading a video.
   void mnu_openVideo_Click();
   void Text1_Change(int Index);
   void GetVideoData();
-  bool TakeSize(const std::string& block);
+  bool ShowSize(const std::string& block);
   std::shared_ptr<DOSOutputs> NewRunner();
 
-  // The canvas takes the video's size, is slid about, and tells the pointer's place.
+  // The canvas takes the video's size, scrolls, and shows the pointer's position.
   void Label1_Change(int Index);
   void Picture1_Resize(int Index);
   void HScroll1_Change();
@@ -116,7 +115,7 @@ class Form1 : public Form, public MainWindow {
   void Slider2_Change();
   void Slider3_Change();
 
-  // The region is what the bars say.
+  // The region is measured from the bars.
   void Timer2_Timer();
   void ResetBars();
 
@@ -136,7 +135,7 @@ class Form1 : public Form, public MainWindow {
 
   std::shared_ptr<DOSOutputs> objDOS;
   DurationReading durationReading_;  // of the text in Text2
-  // Where in its bar a press happened, in pixels.
+  // The position of a press in its bar, in pixels.
   std::int16_t DragStartX = 0;
   std::int16_t DragStartY = 0;
   FormInstance<Form2> form2_;

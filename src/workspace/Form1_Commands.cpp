@@ -33,7 +33,7 @@ void Form1::Command1_Click(int Index) {
   }
 }
 
-// What the two rows have in common.
+// Runs a command that both rows have.
 void Form1::RunCommand(int command) {
   switch (command) {
     case LoadVideo:
@@ -62,7 +62,7 @@ void Form1::RunCommand(int command) {
   }
 }
 
-// The hidden button's caption is the pause state; no other command touches it.
+// The hidden button's caption is the pause state; no other command changes it.
 void Form1::TogglePause() {
   CommandButton& state = Command1(PauseVideo);
   if (state.Caption() == "Pause"_L1) {
@@ -89,7 +89,7 @@ void Form1::PreviewCrop() {
   }
 }
 
-// The job starts from the window's own timer.
+// The timer of the job's window starts the job.
 void Form1::StartCrop() {
   if (!Text1(1).Text().isEmpty()) wmp.controls.pause();
   CDialog.DialogTitle = u"Save Cropped Video As"_s;

@@ -6,15 +6,14 @@
 #include "shared/Colours.h"
 #include "shared/Product.h"
 
-// The main window as designed. Places are in twips; the layout rule of Form1_Layout.cpp moves some
-// of the controls at run time.
+// The main window as designed. Places are in twips; Form_Load and Form_Resize change some of them.
 namespace kelvane {
 
 constexpr QRgb kPaleGrey = 0xA0A0A0;
 constexpr QRgb kMarkerGreen = 0x00FF00;
 
-constexpr float kLeastWidth = 16665;  // twips
-constexpr float kLeastHeight = 6500;  // twips
+constexpr float kMinWidth = 16665;  // twips
+constexpr float kMinHeight = 6500;  // twips
 
 constexpr FormDesign kForm1 = {.name = "Form1",
                                .caption = kProductName.data(),
@@ -23,8 +22,8 @@ constexpr FormDesign kForm1 = {.name = "Form1",
                                .backColor = kDark,
                                .labelColor = kLight,
                                .scale = ScaleMode::kPixels,
-                               .leastWidth = kLeastWidth,
-                               .leastHeight = kLeastHeight};
+                               .leastWidth = kMinWidth,
+                               .leastHeight = kMinHeight};
 
 // Front to back.
 // clang-format off

@@ -1,5 +1,5 @@
-// Start-up and end, the layout rule and the light on the commands. Pixels, but for the window's own
-// size.
+// Start-up and end, the layout, and the highlights of the commands. Lengths are in pixels, but the
+// window's own size is in twips.
 #include "shared/Colours.h"
 #include "shared/SharedValues.h"
 #include "workspace/Form1.h"
@@ -41,10 +41,10 @@ void Form1::Form_QueryUnload() { wmp.controls.stop(); }
 
 void Form1::Form_Unload() { wmp.controls.stop(); }
 
-// The margins are unlike one another on purpose.
+// The margins differ on purpose.
 void Form1::Form_Resize() {
-  if (Width() < kLeastWidth) setWidth(kLeastWidth);
-  if (Height() < kLeastHeight) setHeight(kLeastHeight);
+  if (Width() < kMinWidth) setWidth(kMinWidth);
+  if (Height() < kMinHeight) setHeight(kMinHeight);
   if (State() == WindowState::kMinimised) {
     MainWindowMinimised = true;
     return;

@@ -1,5 +1,5 @@
-// The marker bars follow the pointer. There is no limit of any kind: a bar goes where the pointer
-// goes, and what it does to the other bars isn't symmetric, on purpose.
+// The marker bars follow the pointer without any limit. What a bar does to the other bars isn't
+// symmetric, on purpose.
 #include "platform/Screen.h"
 #include "shared/TextHelpers.h"
 #include "workspace/Form1.h"
@@ -7,7 +7,7 @@
 namespace kelvane {
 namespace {
 
-// By which the right bar reaches down over its corner with the base bar.
+// The pixels by which the right bar reaches down over its corner with the base bar.
 constexpr float kRightBarOverlap = 5;
 
 }  // namespace
@@ -55,7 +55,7 @@ void Form1::Picture2_MouseMove(const MouseEvent& event) {
 
 void Form1::Picture2_MouseUp(const MouseEvent& /*event*/) { Timer1.setEnabled(true); }
 
-// Once, a second after a release: whatever pointer shape was left showing goes.
+// Resets the pointer's shape once, a second after a release.
 void Form1::Timer1_Timer() {
   Screen::setMousePointer(MousePointer::kDefault);
   Screen::setMousePointer(MousePointer::kArrow);

@@ -1,4 +1,4 @@
-// The player's read-outs, and the two sliders for its sound, which nothing shows.
+// The player's read-outs, and the two hidden sliders for its sound.
 #include "shared/TextHelpers.h"
 #include "workspace/Form1.h"
 
@@ -18,7 +18,7 @@ void Form1::Slider2_Change() {
   Label8.setCaption(u"Audio Volume %1%"_s.arg(Slider2.Value()));
 }
 
-// The minus signs stand as drawn.
+// The minus signs are as designed.
 void Form1::Slider3_Change() {
   wmp.settings.setBalance(Slider3.Value());
   const QString value = QString::number(Slider3.Value());

@@ -1,4 +1,4 @@
-// A video comes in: its path is put on show, and the probe tool says how large and how long it is.
+// Loads a video: shows its path, and runs the probe tool for its size and duration.
 #include <QStandardPaths>
 #include <exception>
 
@@ -14,14 +14,13 @@ namespace kelvane {
 
 using namespace Qt::StringLiterals;
 
-// What stands before the dialog also stands after a cancelled one.
+// What is set before the dialog stays set if the dialog is cancelled.
 void Form1::mnu_openVideo_Click() {
-  const QString desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
   ProbeDimensionsDone = false;
   Timer2.setEnabled(true);
   CDialog.FileName.clear();
   CDialog.Filter = u"*.*"_s;
-  CDialog.InitDir = desktop;
+  CDialog.InitDir = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
   CDialog.ShowOpen();
   if (CDialog.FileName.isEmpty()) return;
   Text1(1).setText(FromNarrow(GetShortFileName(ToNarrow(CDialog.FileName), ShowErrorMessage)));
@@ -36,11 +35,11 @@ void Form1::Text1_Change(int Index) {
 
 void Form1::GetVideoData() {
   try {
-    // A load that runs nested in this one lets go of objDOS; the run goes on with its own.
+    // A load that runs nested in this one resets objDOS; this one keeps its own runner.
     const std::shared_ptr<DOSOutputs> runner = NewRunner();
     const std::string tools = ToolsFolder(App::Path());
     if (!ProbeDimensionsDone) {
-      // The reading's offsets are those of one size; a file may have several, of a cover for one.
+      // ReadSize takes one size, and a file may have several, for example that of a cover picture.
       runner->CutBlocks(EndOfSize);
       runner->setCommandLine(SizeProbeCommandLine(tools, ToNarrow(VideoPath)));
       runner->ExecuteCommand();
@@ -62,11 +61,11 @@ std::shared_ptr<DOSOutputs> Form1::NewRunner() {
   return objDOS;
 }
 
-// Reads whatever tool runs as the probe: the size first, and anything after that as text.
+// Reads what any tool prints as the probe's output: first sizes, then text.
 void Form1::objDOS_ReceiveOutputs(const std::string& CommandOutputs) {
   const QString block = FromNarrow(CommandOutputs);
   if (!ProbeDimensionsDone) {
-    if (TakeSize(CommandOutputs)) return;
+    if (ShowSize(CommandOutputs)) return;
     ProbeDimensionsDone = true;
   }
   DoEvents();
@@ -76,8 +75,8 @@ void Form1::objDOS_ReceiveOutputs(const std::string& CommandOutputs) {
   }
 }
 
-// True if the block has been used up, and the next one is to be read as a size as well.
-bool Form1::TakeSize(const std::string& block) {
+// Returns true if the block was only a size, and the next one is to be read as a size as well.
+bool Form1::ShowSize(const std::string& block) {
   const SizeReading size = ReadSize(WidenLineBreaks(block));
   if (size.width) {
     Label1(SourceWidth).setCaption(FormatGroupedText(FromNarrow(*size.width)));

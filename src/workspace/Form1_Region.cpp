@@ -1,4 +1,4 @@
-// The region is what the marker bars say: measured at each tick, never computed from anything else.
+// The region is measured from the marker bars at each tick, and never computed from anything else.
 #include "shared/SharedValues.h"
 #include "shared/TextHelpers.h"
 #include "workspace/Form1.h"

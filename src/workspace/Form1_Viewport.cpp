@@ -1,5 +1,5 @@
-// The canvas takes the size of the video, is slid about behind the viewport, and tells the
-// pointer's place on it.
+// The canvas takes the size of the video, scrolls in the viewport, and shows the pointer's
+// position.
 #include "shared/TextHelpers.h"
 #include "workspace/Form1.h"
 
@@ -9,10 +9,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Of the canvas's size in pixels to one unit of a scroll bar.
+// Pixels of the canvas to one unit of a scroll bar's range, and to one unit of its value.
 constexpr float kPixelsPerRangeUnit = 15;
-constexpr int kPixelsPerStepAcross = 6;
-constexpr int kPixelsPerStepDown = 10;
+constexpr int kPixelsPerHorizontalStep = 6;
+constexpr int kPixelsPerVerticalStep = 10;
 
 void SetRange(ScrollBar& bar, float canvasSize) {
   if (const auto max = ToInteger16(canvasSize / kPixelsPerRangeUnit)) bar.setMax(*max);
@@ -42,25 +42,25 @@ void Form1::Picture1_Resize(int Index) {
   SetRange(VScroll1, Picture1(CanvasBox).Height());
 }
 
-// A place that doesn't fit into 16 bits leaves the canvas where it is.
+// A position that doesn't fit into 16 bits leaves the canvas where it is.
 void Form1::HScroll1_Change() {
-  if (const auto left = ToInteger16(-HScroll1.Value() * kPixelsPerStepAcross)) {
+  if (const auto left = ToInteger16(-HScroll1.Value() * kPixelsPerHorizontalStep)) {
     Picture1(CanvasBox).setLeft(*left);
   }
 }
 
 void Form1::VScroll1_Change() {
-  if (const auto top = ToInteger16(-VScroll1.Value() * kPixelsPerStepDown)) {
+  if (const auto top = ToInteger16(-VScroll1.Value() * kPixelsPerVerticalStep)) {
     Picture1(CanvasBox).setTop(*top);
   }
 }
 
-// The tip undoes the scrolling downwards, not the scrolling across. An unscrolled canvas leaves the
-// tip as it was.
+// The tip adds the vertical scrolling to the position, not the horizontal. It stays as it was if
+// the canvas isn't scrolled vertically.
 void Form1::ShowPosition(const MouseEvent& event) {
-  constexpr qsizetype kBehindTheSign = 1;
+  constexpr qsizetype kAfterSign = 1;
   constexpr qsizetype kDigits = 4;
-  const QString extra = FormatSingle(Picture1(CanvasBox).Top()).mid(kBehindTheSign, kDigits);
+  const QString extra = FormatSingle(Picture1(CanvasBox).Top()).mid(kAfterSign, kDigits);
   const std::optional<float> scrolled = SingleFromText(extra);
   if (!scrolled) return;
   Picture1(event.Index)

@@ -4,8 +4,10 @@ namespace kelvane {
 
 class Form1;
 
-// Puts the main window back to where it was before its first video, and closes a job window on
-// show. The text that the tools have printed so far is kept.
+// Resets the main window: removes the path, the size, the region and the progress, stops the player
+// and closes the job's window if that is shown. The canvas shrinks to nothing, and the bars and
+// scroll ranges follow it. The pause state, the output path and the tools' text stay. If a path was
+// shown, the probe tool runs once more, on the empty path.
 void ResetEverything(Form1& form);
 
 }  // namespace kelvane

@@ -1,4 +1,4 @@
-// The job window's life: loaded, cancelled, closed, and loaded anew.
+// These tests load, cancel and reload the job window.
 #include <QFile>
 
 #include "cropjob/JobWindowTest.h"
@@ -8,7 +8,7 @@ namespace {
 
 class JobLife : public JobWindowTest {};
 
-TEST_F(JobLife, CancelByAnyButtonsReleaseUnloadsAndDropsTheWindow) {
+TEST_F(JobLife, EndsWhenAnyButtonIsReleasedOverCancel) {
   for (const Qt::MouseButton button : {Qt::LeftButton, Qt::RightButton, Qt::MiddleButton}) {
     LoadJob();
     Press(Get<Label>("Label2"), button);
@@ -21,16 +21,15 @@ TEST_F(JobLife, CancelByAnyButtonsReleaseUnloadsAndDropsTheWindow) {
   }
 }
 
-TEST_F(JobLife, OnlyTheCancelTextUnloadsTheWindow) {
+TEST_F(JobLife, GoesOnWhenAnythingButCancelIsClicked) {
   LoadJob();
   for (Control* control : Job().findChildren<Control*>()) {
     if (control->objectName() != QLatin1String("Label2")) Click(*control);
   }
-  EXPECT_TRUE(job_.Loaded());
   EXPECT_TRUE(Job().isVisible());
 }
 
-TEST_F(JobLife, TheWindowStaysOpenAfterTheJobUntilCancel) {
+TEST_F(JobLife, GoesOnAfterTheJobUntilCancel) {
   LoadJob();
   Run();
   PumpOnce();
@@ -41,64 +40,37 @@ TEST_F(JobLife, TheWindowStaysOpenAfterTheJobUntilCancel) {
   EXPECT_FALSE(JobIsThere());
 }
 
-TEST_F(JobLife, ClosingTheWindowIsLikeCancel) {
+TEST_F(JobLife, CancelIsDarkUnderThePointerUntilThatMovesOverTheBareWindow) {
   LoadJob();
-  EXPECT_TRUE(Job().close());
-  EXPECT_FALSE(job_.Loaded());
-  PumpOnce();
-  EXPECT_FALSE(JobIsThere());
-}
-
-TEST_F(JobLife, OnlyThePointerOverCancelDarkensItsPlateAndOnlyOverTheWindowPutsItBack) {
-  LoadJob();
-  const auto movingOverOthersLeavesIt = [this](const char* color) {
+  const auto expectAfterMovesOverOthers = [this](const char* color) {
     for (const char* name : {"Label1(0)", "Label1(1)", "Label1(2)", "Label3", "Picture1", "pbar"}) {
       MovePointerOver(Get<Control>(name));
       EXPECT_EQ(Hex(Get<Label>("Label3").BackColor()), color) << name;
     }
   };
-  movingOverOthersLeavesIt("0x232323");
+  expectAfterMovesOverOthers("0x232323");
   MovePointerOver(Get<Label>("Label2"));
-  movingOverOthersLeavesIt("0x000000");
+  expectAfterMovesOverOthers("0x000000");
   MovePointerOver(*Job().findChild<ContentArea*>(QString(), Qt::FindDirectChildrenOnly));
-  movingOverOthersLeavesIt("0x232323");
+  expectAfterMovesOverOthers("0x232323");
 }
 
-TEST_F(JobLife, LoadingALoadedWindowDoesNothing) {
+TEST_F(JobLife, ASecondLoadHasNoEffect) {
   Form2& job = LoadJob("00:00:10");
   Tick(JobTimer());
   MainBar().setValue(4);
   Bar().setValue(3);
-  OutputPath = QStringLiteral("/tmp/second.mp4");
+  OutputPath = "/tmp/second.mp4";
   EXPECT_EQ(&LoadJob("00:01:00"), &job);
-  job.Load();
   EXPECT_EQ(Bar().Max(), 10);
   EXPECT_EQ(Bar().Value(), 3);
   EXPECT_EQ(MainBar().Value(), 4);
-  EXPECT_EQ(Get<Label>("Label1(1)").Caption().toStdString(), "/tmp/out.mp4");
-  Tick(JobTimer());  // the second since the one load
+  EXPECT_EQ(Get<Label>("Label1(1)").Caption(), "/tmp/out.mp4");
+  Tick(JobTimer());  // the second since the load
   EXPECT_EQ(tools_.Runs().size(), 1U);
 }
 
-TEST_F(JobLife, AfterCancelAFreshWindowIsLoaded) {
-  LoadJob("00:00:10");
-  Run(PrintBlocks({"time=00:00:04.00"}));
-  Cancel();
-  PumpOnce();
-  ASSERT_FALSE(JobIsThere());
-  EXPECT_EQ(MainBar().Value(), 4);  // until the next job's load
-  OutputPath = QStringLiteral("/tmp/second.mp4");
-  LoadJob("N/A, bit");
-  EXPECT_EQ(Bar().Max(), 100);
-  EXPECT_EQ(Bar().Value(), 0);
-  EXPECT_EQ(MainBar().Max(), 100);
-  EXPECT_EQ(MainBar().Value(), 0);
-  EXPECT_EQ(Status(), kGettingCropRegions);
-  EXPECT_EQ(Get<Label>("Label1(1)").Caption().toStdString(), "/tmp/second.mp4");
-  EXPECT_TRUE(JobTimer().Enabled());
-}
-
-TEST_F(JobLife, CancelBeforeTheSecondTickStopsTheTimer) {
+TEST_F(JobLife, CancelBeforeTheSecondTickRunsNoTool) {
   LoadJob();
   Tick(JobTimer());
   Cancel();
@@ -106,7 +78,7 @@ TEST_F(JobLife, CancelBeforeTheSecondTickStopsTheTimer) {
   EXPECT_TRUE(tools_.Runs().empty());
 }
 
-TEST_F(JobLife, CancelDuringAJobLeavesTheToolToItsEndAndTheMainWindowFed) {
+TEST_F(JobLife, CancelDuringAJobLetsTheToolFinishAndUpdateTheMainWindow) {
   const QString output = tools_.Path() + QLatin1String("/whole");
   const Gate gate(tools_.PathOf("gate"));
   LoadJob("00:00:10");
@@ -130,28 +102,13 @@ TEST_F(JobLife, CancelDuringAJobLeavesTheToolToItsEndAndTheMainWindowFed) {
   EXPECT_FALSE(JobIsThere());
 }
 
-TEST_F(JobLife, ClosingDuringAJobIsLikeCancel) {
-  const Gate gate(tools_.PathOf("gate"));
-  LoadJob("00:00:10");
-  AtNextDoEvents([&] {
-    Job().close();
-    PumpOnce();
-    EXPECT_TRUE(JobIsThere()) << "dropped while its handler runs";
-    gate.Open();
-  });
-  Run(Print(QStringLiteral("one\n")) + Wait(gate) + Print(QStringLiteral("time=00:00:05.00\n")));
-  EXPECT_EQ(MainBar().Value(), 5);
-  PumpOnce();
-  EXPECT_FALSE(JobIsThere());
-}
-
-TEST_F(JobLife, TwoJobsMayRunAtTheSameTimeTheOneInsideTheOther) {
+TEST_F(JobLife, ASecondJobCanRunDuringACancelledOne) {
   const Gate gate(tools_.PathOf("gate"));
   LoadJob("00:00:10");
   const QPointer<Form2> first = shown_;
   AtNextDoEvents([&] {
     Cancel();
-    OutputPath = QStringLiteral("/tmp/second.mp4");
+    OutputPath = "/tmp/second.mp4";
     LoadJob("00:00:20");
     EXPECT_NE(&Job(), first);
     Run(PrintBlocks({"time=00:00:15.00"}));
@@ -159,8 +116,7 @@ TEST_F(JobLife, TwoJobsMayRunAtTheSameTimeTheOneInsideTheOther) {
     EXPECT_EQ(Bar().Value(), 15);
     gate.Open();
   });
-  tools_.CropDoes(Print(QStringLiteral("one\n")) + Wait(gate) +
-                  Print(QStringLiteral("time=00:00:09.00\n")));
+  tools_.CropDoes(Print("one\n") + Wait(gate) + Print("time=00:00:09.00\n"));
   Timer& timer = JobTimer();
   Tick(timer);
   Tick(timer);

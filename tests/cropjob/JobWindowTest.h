@@ -15,7 +15,7 @@
 
 namespace kelvane::testing {
 
-// The job window, with recording tools.
+// The job window, with recording tools and a stand-in for the main window.
 class JobWindowTest : public ::testing::Test {
  protected:
   JobWindowTest() {
@@ -51,14 +51,14 @@ class JobWindowTest : public ::testing::Test {
     Release(Get<Label>("Label2"), button);
   }
 
-  // Two ticks: the tool runs to its end.
+  // Lets the timer tick twice, so that the tool runs these commands to its end.
   void Run(const QString& commands = {}) const {
     tools_.CropDoes(commands);
     Timer& timer = JobTimer();
     Tick(timer);
     Tick(timer);
   }
-  // A tool that prints these, each as a block of its own.
+  // Returns shell commands that print each of the texts as a block of its own.
   static QString PrintBlocks(const std::vector<std::string>& texts) {
     constexpr int kBlock = 256;
     QString commands;

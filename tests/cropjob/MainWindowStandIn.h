@@ -22,7 +22,7 @@ constexpr FormDesign kStandInDesign = {.name = "StandIn",
 constexpr auto kStandInControls = std::to_array<ControlDesign>(
     {{.name = "pbar", .controlClass = ControlClass::kProgressBar, .place = {0, 0, 1500, 180}}});
 
-// A window with all that the job window knows of the main window.
+// A window that does what the job window needs of the main window.
 class MainWindowStandIn : public Form, public MainWindow {
  public:
   MainWindowStandIn() : Form(kStandInDesign, kStandInControls) {

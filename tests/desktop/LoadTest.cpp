@@ -65,7 +65,8 @@ TEST_F(Load, ShowsFrenchNumbersAndCropsAndPlaysAsInAnyLocale) {
   program.SetVariable("LANG", "fr_FR.UTF-8");
   video = program.PathOf("video.mp4");
   ASSERT_TRUE(MakeVideo(video, kSize, 2));
-  program.ReplaceTool("ffmpeg", R"(exec "$real" "$@")");
+  program.ReplaceTool(
+      "ffmpeg", "echo time=00:00:01.00\n" + program.PrintingGate("go") + R"(exec "$real" "$@")");
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
   ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, video));
   EXPECT_TRUE(window.AwaitCaption("Label1(1)", french("1 920")));
@@ -75,6 +76,8 @@ TEST_F(Load, ShowsFrenchNumbersAndCropsAndPlaysAsInAnyLocale) {
   EXPECT_TRUE(window.AwaitMoving(kSize));
   const QString output = program.PathOf("cropped.mp4");
   ASSERT_NO_FATAL_FAILURE(StartCrop(output));
+  EXPECT_TRUE(job.AwaitStatus("Progress: 00,00% Complete: Status: Cropping Video"));
+  ASSERT_TRUE(program.Open("go"));
   ExpectSuccessAndCloseJob();
   EXPECT_EQ(program.RunsOf("ffmpeg").value(0).value(3), "crop=1915:1075:0:0");
   EXPECT_EQ(VideoSize(output), QSize(1914, 1074));

@@ -1,18 +1,12 @@
-// Flat headers and the list's extent, by their outcome.
+// The look of the joiner's lists. The tests of the platform layer hold how a flat header and a list
+// with an extent are painted and scrolled.
 #include <gtest/gtest.h>
-
-#include <QHeaderView>
-#include <QListWidget>
-#include <QScrollBar>
-#include <QTreeView>
 
 #include "lookandfeel/FlatListViewHeaders.h"
 #include "lookandfeel/ListBoxScrollBar.h"
 #include "platform/Form.h"
 #include "platform/ListBox.h"
 #include "platform/ListView.h"
-#include "support/Events.h"
-#include "support/Pictures.h"
 
 namespace kelvane::testing {
 namespace {
@@ -24,69 +18,24 @@ constexpr FormDesign kForm{.name = "Form",
                            .backColor = 0x404040,
                            .labelColor = 0xC0C0C0,
                            .scale = ScaleMode::kPixels};
+constexpr ControlDesign kLists[]{
+    {.name = "ListView1", .controlClass = ControlClass::kListView, .place = {0, 0, 4500, 3000}},
+    {.name = "List1", .controlClass = ControlClass::kListBox, .place = {4500, 0, 4500, 3000}}};
 
-class LookAndFeel : public ::testing::Test {
- protected:
-  LookAndFeel() {
-    form.Load();
-    form.Show();
-    table.ColumnHeaders.Add("Index");
-    PumpOnce();
-  }
-  ~LookAndFeel() override { form.Unload(); }
-
-  QHeaderView& Header() const { return *table.findChild<QTreeView*>()->header(); }
-
-  const std::vector<ControlDesign> controls{{.name = "ListView1",
-                                             .controlClass = ControlClass::kListView,
-                                             .place = {0, 0, 4500, 3000},
-                                             .color = 0x404040},
-                                            {.name = "List1",
-                                             .controlClass = ControlClass::kListBox,
-                                             .place = {4500, 0, 4500, 3000},
-                                             .color = 0x404040}};
-  Form form{kForm, controls};
-  ListView& table = form.Find<ListView>("ListView1");
-  ListBox& paths = form.Find<ListBox>("List1");
-};
-
-TEST_F(LookAndFeel, AFreshHeaderIsFlattenedOnce) {
-  ASSERT_TRUE(Header().sectionsClickable());
+TEST(LookAndFeel, MakesAHeaderOfButtonsFlatAndAFlatOneAHeaderOfButtons) {
+  const Form form(kForm, kLists);
+  auto& table = form.Find<ListView>("ListView1");
   FlattenHeaders(table);
   EXPECT_FALSE(table.HeaderButtons());
-  EXPECT_FALSE(Header().sectionsClickable());
-}
-
-TEST_F(LookAndFeel, AHeaderThatIsFlatAlreadyBecomesButtonsAgain) {
-  FlattenHeaders(table);
   FlattenHeaders(table);
   EXPECT_TRUE(table.HeaderButtons());
 }
 
-TEST_F(LookAndFeel, AFlatHeaderIsDrawnInTheTablesColoursWithoutAnyRelief) {
-  FlattenHeaders(table);
-  PumpOnce();
-  const QImage picture = Picture(*Header().viewport());
-  // Ground, and the lines below and beside the heading.
-  EXPECT_EQ(picture.pixel(60, 3), 0xff404040U);
-  EXPECT_EQ(picture.pixel(60, picture.height() - 3), 0xff404040U);
-  EXPECT_EQ(picture.pixel(60, picture.height() - 1), 0xff808080U);
-}
-
-TEST_F(LookAndFeel, TheListScrollsSidewaysOver900PixelsWhateverItHolds) {
-  GiveHorizontalExtent(paths);
-  PumpOnce();
-  auto* lines = paths.findChild<QListWidget*>();
-  const auto reach = [&] {
-    return lines->horizontalScrollBar()->maximum() + lines->viewport()->width();
-  };
-  EXPECT_EQ(reach(), 900);
-  paths.AddItem("/a.mp4");
-  PumpOnce();
-  EXPECT_EQ(reach(), 900);
-  paths.AddItem(QString(400, 'w'));
-  PumpOnce();
-  EXPECT_EQ(reach(), 900);
+TEST(LookAndFeel, LetsAListScrollHorizontallyOver900Pixels) {
+  const Form form(kForm, kLists);
+  auto& list = form.Find<ListBox>("List1");
+  GiveHorizontalExtent(list);
+  EXPECT_EQ(list.HorizontalExtent(), 900);
 }
 
 }  // namespace

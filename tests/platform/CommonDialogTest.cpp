@@ -1,4 +1,4 @@
-// The dialogs that ask for a file, as the user meets them.
+// The dialogs that ask for a file.
 #include "platform/CommonDialog.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,6 @@
 #include <QtTest/QTest>
 #include <algorithm>
 #include <functional>
-#include <stdexcept>
 
 #include "platform/DialogLoop.h"
 #include "platform/TestForm.h"
@@ -33,6 +32,7 @@ class FileDialog : public ::testing::Test {
  protected:
   FileDialog() {
     for (const QString& name : everyFile) Touch(folder.filePath(name));
+    Touch(far);
     dialog.InitDir = folder.path();
   }
 
@@ -41,23 +41,22 @@ class FileDialog : public ::testing::Test {
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
   }
 
-  // Shows the dialog to a user, who must close it. The test fails if anything is asked on top of
-  // it.
+  // Shows the dialog to a user, who must close it. The test fails if another dialog comes up.
   bool Open(const User& user) { return Show(user, &CommonDialog::ShowOpen); }
   bool Save(const User& user) { return Show(user, &CommonDialog::ShowSave); }
 
-  QString TitleAfter(bool (CommonDialog::*show)()) {
+  QString TitleOf(bool (CommonDialog::*show)()) {
     const DialogAnswers answers({CancelDialog()});
     (dialog.*show)();
     return QString::fromStdString(answers.seen().at(0));
   }
-  QString FolderAtTheBeginning() {
-    QString began;
+  QString FirstFolder() {
+    QString first;
     Open([&](QFileDialog& shown) {
-      began = shown.directory().absolutePath();
+      first = shown.directory().absolutePath();
       shown.reject();
     });
-    return began;
+    return first;
   }
 
   static QLineEdit& NameOf(const QFileDialog& shown) {
@@ -70,10 +69,9 @@ class FileDialog : public ::testing::Test {
     return *shown.findChild<QComboBox*>("fileTypeCombo");
   }
   static QPushButton& DefaultButton(const QFileDialog& shown) {
-    for (QPushButton* button : shown.findChildren<QPushButton*>()) {
-      if (button->isDefault()) return *button;
-    }
-    throw std::logic_error("no default button");
+    const auto buttons = shown.findChildren<QPushButton*>();
+    return **std::find_if(buttons.begin(), buttons.end(),
+                          [](const QPushButton* button) { return button->isDefault(); });
   }
 
   static void TypeAndReturn(const QFileDialog& shown, const QString& path) {
@@ -82,7 +80,7 @@ class FileDialog : public ::testing::Test {
   }
   static void Pick(const QFileDialog& shown, const QString& name) {
     NameOf(shown).clearFocus();  // as the pointer does
-    // The list goes on being sorted for a while, and forgets what is picked.
+    // The list is sorted repeatedly at first, which clears what was picked.
     QListView& list = ListOf(shown);
     EXPECT_TRUE(WaitFor([&] {
       for (const QModelIndex& file : FilesOf(list)) {
@@ -94,7 +92,7 @@ class FileDialog : public ::testing::Test {
     }));
   }
 
-  // The files that are listed and can be picked.
+  // Returns the listed files that the user can pick.
   static QModelIndexList FilesOf(const QListView& list) {
     QModelIndexList files;
     for (int row = 0; row < list.model()->rowCount(list.rootIndex()); ++row) {
@@ -111,13 +109,15 @@ class FileDialog : public ::testing::Test {
       names.sort();
       return names == expected;
     });
-    EXPECT_EQ(names.join(u", "_s), expected.join(u", "_s));
+    EXPECT_EQ(names, expected);
   }
 
   TestForm form;
   CommonDialog dialog{form};
   const QTemporaryDir folder;
   const QStringList everyFile{"clip.mp4", "film.avi", "noextension", "video one.MP4"};
+  const QTemporaryDir farFolder;
+  const QString far = farFolder.filePath("clip.mp4");
 
  private:
   bool Show(const User& user, bool (CommonDialog::*show)()) {
@@ -128,14 +128,13 @@ class FileDialog : public ::testing::Test {
 };
 
 TEST_F(FileDialog, HasQtsTitleUnlessItIsGivenOneForOnce) {
-  const QString open = TitleAfter(&CommonDialog::ShowOpen);
-  const QString save = TitleAfter(&CommonDialog::ShowSave);
+  const QString open = TitleOf(&CommonDialog::ShowOpen);
+  const QString save = TitleOf(&CommonDialog::ShowSave);
   EXPECT_NE(open, QString());
   dialog.DialogTitle = "Save Cropped Video As";
-  EXPECT_EQ(TitleAfter(&CommonDialog::ShowSave), u"Save Cropped Video As"_s);
-  EXPECT_EQ(dialog.DialogTitle, QString());
-  EXPECT_EQ(TitleAfter(&CommonDialog::ShowSave), save);
-  EXPECT_EQ(TitleAfter(&CommonDialog::ShowOpen), open);
+  EXPECT_EQ(TitleOf(&CommonDialog::ShowSave), u"Save Cropped Video As"_s);
+  EXPECT_EQ(TitleOf(&CommonDialog::ShowSave), save);
+  EXPECT_EQ(TitleOf(&CommonDialog::ShowOpen), open);
 }
 
 TEST_F(FileDialog, IsQtsAndModalToItsWindow) {
@@ -149,15 +148,7 @@ TEST_F(FileDialog, IsQtsAndModalToItsWindow) {
   EXPECT_FALSE(DialogIsOpen());
 }
 
-TEST_F(FileDialog, GivesTheFileThatWasTyped) {
-  EXPECT_TRUE(Open(TypeFile("clip.mp4")));
-  EXPECT_EQ(dialog.FileName, folder.filePath("clip.mp4"));
-  EXPECT_TRUE(Open(TypeFile(folder.filePath("video one.MP4"))));
-  EXPECT_EQ(dialog.FileName, folder.filePath("video one.MP4"));
-}
-
-TEST_F(FileDialog, GivesTheFileThatWasPicked) {
-  dialog.Filter = "*.*";
+TEST_F(FileDialog, ReturnsTheFileThatWasPicked) {
   EXPECT_TRUE(Open([this](QFileDialog& shown) {
     ExpectFiles(shown, everyFile);
     Pick(shown, "noextension");
@@ -178,24 +169,17 @@ TEST_F(FileDialog, OpensOnlyAFileThatExists) {
 }
 
 TEST_F(FileDialog, KeepsTheFileNameWhenItIsCancelled) {
-  EXPECT_FALSE(Open(CancelDialog()));
-  EXPECT_EQ(dialog.FileName, QString());
   dialog.FileName = "/tmp/former.mp4";
   EXPECT_FALSE(Open(CancelDialog()));
   EXPECT_FALSE(Save(CancelDialog()));
   EXPECT_EQ(dialog.FileName, u"/tmp/former.mp4"_s);
 }
 
-TEST_F(FileDialog, SavesOverAFileWithoutAQuestion) {
-  EXPECT_TRUE(Save(TypeFile("clip.mp4")));
-  EXPECT_EQ(dialog.FileName, folder.filePath("clip.mp4"));
-}
-
-TEST_F(FileDialog, AddsNoExtensionAndMakesNoFile) {
+TEST_F(FileDialog, SavesUnderTheTypedNameWithoutAQuestionOrAnExtensionAndMakesNoFile) {
   dialog.Filter = "MP4 Files (*.mp4)|*.mp4|All Files (*.*)|*.*";
   for (const int index : {1, 2}) {
     dialog.FilterIndex = index;
-    for (const char* name : {"new", "new.mkv"}) {
+    for (const char* name : {"new", "new.mkv", "clip.mp4"}) {
       EXPECT_TRUE(Save(TypeFile(name)));
       EXPECT_EQ(dialog.FileName, folder.filePath(name));
     }
@@ -203,57 +187,53 @@ TEST_F(FileDialog, AddsNoExtensionAndMakesNoFile) {
   EXPECT_FALSE(QFile::exists(folder.filePath("new")));
 }
 
-TEST_F(FileDialog, OffersThePairsOfItsFilterFromTheOneOfItsIndexOn) {
+TEST_F(FileDialog, OffersThePairsOfItsFilterAndBeginsWithThatOfItsIndex) {
   const QString three = "MP4 Files (*.mp4)|*.mp4|AVI Files (*.avi)|*.avi|All Files (*.*)|*.*";
-  const QString two = "One|*.mp4|Two|*.avi";
+  const QStringList all{"MP4 Files (*.mp4)", "AVI Files (*.avi)", "All Files (*.*)"};
   const QStringList mp4Files{"clip.mp4", "video one.MP4"};
-  const QStringList aviFiles{"film.avi"};
   struct Case {
     QString filter;
     int index;
+    QStringList offered;
     QString chosen;
     QStringList files;
-    QString offered;
   };
-  const QString all = "MP4 Files (*.mp4), AVI Files (*.avi), All Files (*.*)";
-  for (const Case& given : {Case{three, 1, "MP4 Files (*.mp4)", mp4Files, all},
-                            {three, 2, "AVI Files (*.avi)", aviFiles, all},
-                            {three, 3, "All Files (*.*)", everyFile, all},
-                            {two, 0, "One", mp4Files, "One, Two"},
-                            {two, 3, "One", mp4Files, "One, Two"},
-                            {two, -1, "One", mp4Files, "One, Two"},
-                            {"*.*", 1, "*.*", everyFile, "*.*"},
-                            {"*.avi", 1, "*.avi", aviFiles, "*.avi"}}) {
+  for (const Case& given : {Case{three, 1, all, "MP4 Files (*.mp4)", mp4Files},
+                            {three, 2, all, "AVI Files (*.avi)", {"film.avi"}},
+                            {three, 3, all, "All Files (*.*)", everyFile},
+                            {"One|*.mp4|Two|*.avi", 0, {"One", "Two"}, "One", mp4Files},
+                            {"One|*.mp4|Two|*.avi", 3, {"One", "Two"}, "One", mp4Files},
+                            {"*.*", 1, {"*.*"}, "*.*", everyFile},
+                            {"*.avi", 1, {"*.avi"}, "*.avi", {"film.avi"}}}) {
     SCOPED_TRACE(given.filter.toStdString() + " " + std::to_string(given.index));
     dialog.Filter = given.filter;
     dialog.FilterIndex = given.index;
     Save([&](QFileDialog& shown) {
-      const QComboBox& types = TypesOf(shown);
       QStringList offered;
-      for (int row = 0; row < types.count(); ++row) offered << types.itemText(row);
-      EXPECT_EQ(offered.join(u", "_s), given.offered);
-      EXPECT_EQ(types.currentText(), given.chosen);
+      for (int row = 0; row < TypesOf(shown).count(); ++row) {
+        offered << TypesOf(shown).itemText(row);
+      }
+      EXPECT_EQ(offered, given.offered);
+      EXPECT_EQ(TypesOf(shown).currentText(), given.chosen);
       ExpectFiles(shown, given.files);
       shown.reject();
     });
   }
 }
 
-TEST_F(FileDialog, WithoutAFilterShowsEveryFileAndNoBlankFilter) {
+TEST_F(FileDialog, ShowsEveryFileAndNoEmptyFilterWithoutAFilter) {
   Open([this](QFileDialog& shown) {
     ExpectFiles(shown, everyFile);
-    EXPECT_LE(TypesOf(shown).count(), 1);
     EXPECT_EQ(TypesOf(shown).findText({}), -1);
     shown.reject();
   });
 }
 
-TEST_F(FileDialog, BeginsInItsFolderOrAtHomeWhereThereIsNone) {
+TEST_F(FileDialog, BeginsInItsFolderOrTheHomeFolderWhereThereIsNone) {
+  EXPECT_EQ(FirstFolder(), folder.path());
   for (const QString& missing : {folder.filePath("nowhere"), folder.filePath("clip.mp4"), u""_s}) {
-    EXPECT_EQ(FolderAtTheBeginning(), folder.path());
     dialog.InitDir = missing;
-    EXPECT_EQ(FolderAtTheBeginning(), QDir::homePath()) << missing.toStdString();
-    dialog.InitDir = folder.path();
+    EXPECT_EQ(FirstFolder(), QDir::homePath()) << missing.toStdString();
   }
 }
 
@@ -262,34 +242,17 @@ TEST_F(FileDialog, BeginsWhereTheLastFileWasChosenUnlessItIsGivenAFolder) {
   ASSERT_TRUE(QDir().mkpath(inner));
   dialog.InitDir.clear();
   ASSERT_TRUE(Save(TypeFile(inner + "/new.mp4")));
-  EXPECT_EQ(FolderAtTheBeginning(), inner);
-  EXPECT_EQ(FolderAtTheBeginning(), inner) << "a cancelled dialog changes nothing";
+  EXPECT_EQ(FirstFolder(), inner);
+  EXPECT_EQ(FirstFolder(), inner) << "a cancelled dialog changes nothing";
   dialog.InitDir = folder.path();
-  EXPECT_EQ(FolderAtTheBeginning(), folder.path());
+  EXPECT_EQ(FirstFolder(), folder.path());
   dialog.InitDir.clear();
   ASSERT_TRUE(QDir(inner).removeRecursively());
-  EXPECT_EQ(FolderAtTheBeginning(), QDir::homePath());
+  EXPECT_EQ(FirstFolder(), QDir::homePath());
 }
 
-class TypedName : public FileDialog {
- protected:
-  TypedName() { Touch(far); }
-
-  // Opens the list of completions by typing the beginning of a path.
-  static QAbstractItemView& Complete(const QFileDialog& shown, const QString& beginning) {
-    QTest::keyClicks(&NameOf(shown), beginning);
-    QAbstractItemView& completions = *NameOf(shown).completer()->popup();
-    EXPECT_TRUE(WaitFor([&] { return completions.isVisible(); }));
-    return completions;
-  }
-
-  const QTemporaryDir farFolder;
-  const QString far = farFolder.filePath("clip.mp4");
-  const QString beginningOfFar = farFolder.filePath("c");
-};
-
-// X tells late that the list of completions has the focus, even after the list has closed again.
-TEST_F(TypedName, IsTakenAtTheFirstReturnWhereTheNameHasLostTheFocus) {
+// X may give the focus to the list of completions after that list has closed.
+TEST_F(FileDialog, TakesATypedNameAtTheFirstReturnThoughTheNameHasNoFocus) {
   const auto type = [](const QString& path) {
     return [path](QFileDialog& shown) {
       NameOf(shown).clearFocus();
@@ -304,7 +267,7 @@ TEST_F(TypedName, IsTakenAtTheFirstReturnWhereTheNameHasLostTheFocus) {
   EXPECT_EQ(dialog.FileName, inner + "/new.mp4");
 }
 
-TEST_F(TypedName, OverridesAFileThatWasPickedInTheList) {
+TEST_F(FileDialog, PrefersATypedNameToAFileThatWasPicked) {
   EXPECT_TRUE(Open([&](QFileDialog& shown) {
     ExpectFiles(shown, everyFile);
     Pick(shown, "film.avi");
@@ -315,7 +278,7 @@ TEST_F(TypedName, OverridesAFileThatWasPickedInTheList) {
   EXPECT_EQ(dialog.FileName, far);
 }
 
-TEST_F(TypedName, OverridesAFolderThatIsSelectedInTheList) {
+TEST_F(FileDialog, PrefersATypedNameToAFolderThatIsSelected) {
   ASSERT_TRUE(QDir(folder.path()).mkdir("inner"));
   EXPECT_TRUE(Open([&](QFileDialog& shown) {
     QListView& list = ListOf(shown);
@@ -331,28 +294,32 @@ TEST_F(TypedName, OverridesAFolderThatIsSelectedInTheList) {
   EXPECT_EQ(dialog.FileName, folder.filePath("clip.mp4"));
 }
 
-TEST_F(TypedName, IsCompletedByTheEntryThatTheArrowKeysChoose) {
+TEST_F(FileDialog, CompletesATypedNameByArrowKeysAndKeepsItAtEscape) {
+  const QString beginning = farFolder.filePath("c");
+  const auto complete = [&](const QFileDialog& shown) -> QAbstractItemView& {
+    QTest::keyClicks(&NameOf(shown), beginning);
+    QAbstractItemView& completions = *NameOf(shown).completer()->popup();
+    EXPECT_TRUE(WaitFor([&] { return completions.isVisible(); }));
+    return completions;
+  };
   EXPECT_TRUE(Open([&](QFileDialog& shown) {
-    QAbstractItemView& completions = Complete(shown, beginningOfFar);
+    QAbstractItemView& completions = complete(shown);
     QTest::keyClick(&completions, Qt::Key_Down);
     EXPECT_EQ(NameOf(shown).text(), far);
     QTest::keyClick(&completions, Qt::Key_Return);
   }));
   EXPECT_EQ(dialog.FileName, far);
-}
-
-TEST_F(TypedName, StaysWhereEscapeClosesTheListOfCompletions) {
   EXPECT_FALSE(Open([&](QFileDialog& shown) {
-    QAbstractItemView& completions = Complete(shown, beginningOfFar);
+    QAbstractItemView& completions = complete(shown);
     QTest::keyClick(&completions, Qt::Key_Escape);
     EXPECT_FALSE(completions.isVisible());
     EXPECT_TRUE(shown.isVisible());
-    EXPECT_EQ(NameOf(shown).text(), beginningOfFar);
+    EXPECT_EQ(NameOf(shown).text(), beginning);
     shown.reject();
   }));
 }
 
-TEST_F(TypedName, EnablesTheButtonWhereThereIsSuchAFile) {
+TEST_F(FileDialog, EnablesItsButtonOnlyWhileTheTypedNameIsThatOfAFile) {
   Open([&](QFileDialog& shown) {
     const QPushButton& open = DefaultButton(shown);
     EXPECT_FALSE(open.isEnabled());

@@ -1,31 +1,30 @@
-// Forms live by Load, Show, Unload.
+// The life of forms by Load, Show and Unload, and the end of the program after that of its forms.
 #include <gtest/gtest.h>
 
-#include <QPointer>
+#include <QApplication>
+#include <QMessageBox>
 #include <QWindow>
 #include <algorithm>
 #include <utility>
 
 #include "platform/App.h"
 #include "platform/Label.h"
-#include "platform/Pointer.h"
+#include "platform/MsgBox.h"
 #include "platform/TestForm.h"
 #include "platform/Timer.h"
+#include "support/DialogAnswers.h"
 #include "support/Events.h"
 
 namespace kelvane::testing {
 namespace {
 
-// What an application's event loop does with forms that are to be deleted; also in a handler, as
-// any code that is called there might.
-void DeleteWhatMayBeDeleted() {
-  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-}
+// Deletes the objects whose deletion an event loop would now carry out.
+void RunDeferredDeletions() { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete); }
 
-void ProcessAllEventsAFewTimes() {
+void ProcessAllEvents() {
   for (int round = 0; round < 3; ++round) {
     DoEvents();
-    DeleteWhatMayBeDeleted();
+    RunDeferredDeletions();
   }
 }
 
@@ -43,44 +42,33 @@ class FormLife : public ::testing::Test {
   Events events;
 };
 
-TEST_F(FormLife, BeginsWithLoadWhichShowsNothing) {
+TEST_F(FormLife, BeginsWithLoadWhichRunsOnceAndShowsNothing) {
   EXPECT_FALSE(form.Loaded());
-  EXPECT_FALSE(form.isVisible());
-  bool loadedInside = false;
-  form.OnLoad = [&] { loadedInside = form.Loaded(); };
-  form.Load();
-  EXPECT_TRUE(loadedInside);
-  EXPECT_TRUE(form.Loaded());
-  EXPECT_FALSE(form.isVisible());
-}
-
-TEST_F(FormLife, IsNotChangedByLoadingALoadedForm) {
   form.OnLoad = [this] {
     events.emplace_back("Load");
+    EXPECT_TRUE(form.Loaded());
     form.Load();
   };
   form.Load();
   form.Load();
   EXPECT_EQ(events, Events{"Load"});
-}
-
-TEST_F(FormLife, IsVisibleAndModelessAfterShow) {
-  form.Open();
-  EXPECT_TRUE(form.isVisible());
-  EXPECT_FALSE(form.isModal());
+  EXPECT_TRUE(form.Loaded());
+  EXPECT_FALSE(form.isVisible());
   form.Show();
   EXPECT_TRUE(form.isVisible());
-  EXPECT_EQ(events, Events{"Load"});
+  EXPECT_FALSE(form.isModal());
 }
 
 TEST_F(FormLife, EndsWithUnloadWhichHidesTheFormAfterItsEvents) {
+  form.Unload();
+  EXPECT_EQ(events, Events{}) << "it isn't loaded";
   form.Open();
   events.clear();
   const auto record = [this](const char* event) {
     events.emplace_back(event);
     EXPECT_TRUE(form.Loaded());
     EXPECT_TRUE(form.isVisible());
-    form.Unload();  // has no effect once more
+    form.Unload();  // has no effect while the form is being unloaded
   };
   form.OnQueryUnload = [&] { record("QueryUnload"); };
   form.OnUnload = [&] {
@@ -88,18 +76,10 @@ TEST_F(FormLife, EndsWithUnloadWhichHidesTheFormAfterItsEvents) {
     form.close();
   };
   form.Unload();
+  form.Unload();
   EXPECT_EQ(events, (Events{"QueryUnload", "Unload"}));
   EXPECT_FALSE(form.Loaded());
   EXPECT_FALSE(form.isVisible());
-}
-
-TEST_F(FormLife, IsNotChangedByUnloadingAFormThatIsNotLoaded) {
-  form.Unload();
-  EXPECT_EQ(events, Events{});
-  form.Load();
-  form.Unload();
-  form.Unload();
-  EXPECT_EQ(events, (Events{"Load", "QueryUnload", "Unload"}));
 }
 
 TEST_F(FormLife, EndsWhenTheWindowIsClosedAndBeginsAnewWithTheNextLoad) {
@@ -107,6 +87,7 @@ TEST_F(FormLife, EndsWhenTheWindowIsClosedAndBeginsAnewWithTheNextLoad) {
   form.windowHandle()->close();
   ASSERT_TRUE(WaitFor([this] { return !form.Loaded(); }));
   EXPECT_FALSE(form.isVisible());
+  RunDeferredDeletions();
   form.Open();
   EXPECT_TRUE(form.Loaded());
   EXPECT_TRUE(form.isVisible());
@@ -127,176 +108,139 @@ TEST(OwnedForm, StaysInFrontOfItsOwnerAndOutlivesIt) {
   Events events;
   TestForm owned(FixedForm());
   RecordLife(owned, events);
-  const auto expectThatItLives = [&] {
-    DoEvents();
-    EXPECT_TRUE(owned.Loaded());
-    EXPECT_TRUE(owned.isVisible());
-  };
   {
     TestForm owner;
     owner.Open();
     owned.Load();
     owned.Show(&owner);
     EXPECT_EQ(owned.windowHandle()->transientParent(), owner.windowHandle());
-    EXPECT_EQ(owned.parent(), nullptr);
     EXPECT_FALSE(owned.isModal());
     owner.Unload();
-    expectThatItLives();
+    DoEvents();
+    EXPECT_TRUE(owned.isVisible());
   }
-  expectThatItLives();
+  DoEvents();
+  EXPECT_TRUE(owned.isVisible());
   EXPECT_EQ(events, Events{"Load"});
 }
 
-// A form that is dropped when it has been unloaded, with a button, a timer and a record.
-class Dropped : public TestForm {
+// A form that is deleted when it has been unloaded, with a label and a timer. It records its life.
+class DroppedForm : public TestForm {
  public:
-  explicit Dropped(Events& record)
+  explicit DroppedForm(Events& record)
       : TestForm({Design(kLabel, "Label1", {0, 0, 50, 20})}), events(record) {
     RecordLife(*this, events);
   }
-  ~Dropped() override { events.emplace_back("deleted"); }
+  ~DroppedForm() override { events.emplace_back("deleted"); }
 
   Events& events;
   Label& label = Find<Label>("Label1");
   Timer timer{*this, "Timer1", 1};
 };
 
-class DroppedForm : public ::testing::Test {
+class FormInstanceTest : public ::testing::Test {
  protected:
-  // What a handler does that unloads its own form and goes on.
-  std::function<void()> Handler() {
-    return [this] {
-      Dropped& form = instance.Load(events);
-      events.emplace_back("begin");
-      form.Unload();
-      ProcessAllEventsAFewTimes();
-      form.label.setCaption(u"still here"_s);
-      events.emplace_back("end");
-    };
-  }
-
   void WaitForEvent(const char* event) {
     ASSERT_TRUE(WaitFor([&] { return std::count(events.begin(), events.end(), event) > 0; }));
-    DeleteWhatMayBeDeleted();
-  }
-
-  void ExpectDeletionAfterTheHandler() {
-    WaitForEvent("end");
-    EXPECT_EQ(events, (Events{"Load", "begin", "QueryUnload", "Unload", "end", "deleted"}));
+    RunDeferredDeletions();
   }
 
   Events events;
-  FormInstance<Dropped> instance;
+  FormInstance<DroppedForm> instance;
 };
 
-TEST_F(DroppedForm, OutlivesItsUnloadingInATick) {
-  Dropped& form = instance.Load(events);
-  form.timer.Tick = Handler();
-  form.timer.setEnabled(true);
-  ExpectDeletionAfterTheHandler();
+TEST_F(FormInstanceTest, KeepsAFormThatIsUnloadedInAnEventUntilItsHandlerReturns) {
+  using Handler = std::function<void()>;
+  // Each gives an event of the form the handler and makes the event be raised.
+  const std::function<void(DroppedForm&, const Handler&)> raisers[]{
+      [](DroppedForm& form, const Handler& handler) {
+        form.timer.Tick = handler;
+        form.timer.setEnabled(true);
+      },
+      [](DroppedForm& form, const Handler& handler) {
+        form.label.MouseUp = [handler](const MouseEvent&) { handler(); };
+        Release(form.label);
+      },
+      [](DroppedForm& form, const Handler& handler) {
+        form.label.Change = [handler](int) { handler(); };
+        AtNextDoEvents([&form] { form.label.setCaption(u"go"_s); });
+      }};
+  for (const auto& raise : raisers) {
+    DroppedForm& form = instance.Load(events);
+    bool begun = false;
+    raise(form, [this, &form, &begun] {
+      if (std::exchange(begun, true)) return;
+      form.Unload();
+      ProcessAllEvents();
+      form.label.setCaption(u"still here"_s);
+      events.emplace_back("end");
+    });
+    WaitForEvent("end");
+    EXPECT_EQ(std::exchange(events, {}),
+              (Events{"Load", "QueryUnload", "Unload", "end", "deleted"}));
+  }
 }
 
-TEST_F(DroppedForm, OutlivesItsUnloadingInAMouseEvent) {
-  Dropped& form = instance.Load(events);
-  form.Open();
-  form.label.MouseUp = [run = Handler()](const MouseEvent&) { run(); };
-  Pointer pointer(form);
-  pointer.MoveTo(form.label, {5, 5});
-  pointer.Click();
-  ExpectDeletionAfterTheHandler();
-}
-
-TEST_F(DroppedForm, OutlivesItsUnloadingInAChange) {
-  Dropped& form = instance.Load(events);
-  form.label.Change = [run = Handler(), begun = false](int) mutable {
-    if (!std::exchange(begun, true)) run();
-  };
-  AtNextDoEvents([&form] { form.label.setCaption(u"go"_s); });
-  ExpectDeletionAfterTheHandler();
-}
-
-TEST_F(DroppedForm, OutlivesItsUnloadingInFormLoad) {
-  struct Impatient : Dropped {
-    explicit Impatient(Events& record) : Dropped(record) {
+TEST_F(FormInstanceTest, KeepsAFormThatIsUnloadedInFormLoadUntilThatReturns) {
+  struct UnloadsAtOnce : DroppedForm {
+    explicit UnloadsAtOnce(Events& record) : DroppedForm(record) {
       OnLoad = [this] {
-        events.emplace_back("begin");
         Unload();
-        ProcessAllEventsAFewTimes();
+        ProcessAllEvents();
         events.emplace_back("end");
       };
     }
   };
-  FormInstance<Impatient> impatient;
-  impatient.Load(events);
-  EXPECT_FALSE(impatient.Loaded());
-  DeleteWhatMayBeDeleted();
-  EXPECT_EQ(events, (Events{"begin", "QueryUnload", "Unload", "end", "deleted"}));
+  FormInstance<UnloadsAtOnce> other;
+  other.Load(events);
+  EXPECT_FALSE(other.Loaded());
+  RunDeferredDeletions();
+  EXPECT_EQ(events, (Events{"QueryUnload", "Unload", "end", "deleted"}));
 }
 
-TEST_F(DroppedForm, OutlivesItsClosingInANestedDoEvents) {
-  Dropped& form = instance.Load(events);
-  form.Show();
-  form.timer.Tick = [&] {
-    form.timer.setEnabled(false);
-    events.emplace_back("begin");
-    AtNextDoEvents([&] { form.close(); });
-    ProcessAllEventsAFewTimes();
-    events.push_back(form.Loaded() ? "loaded" : "not loaded");
-    events.emplace_back("end");
-  };
-  form.timer.setEnabled(true);
-  WaitForEvent("end");
-  EXPECT_EQ(events,
-            (Events{"Load", "begin", "QueryUnload", "Unload", "not loaded", "end", "deleted"}));
-}
-
-TEST_F(DroppedForm, LivesUntilTheOutermostOfItsHandlersReturns) {
-  Dropped& form = instance.Load(events);
+TEST_F(FormInstanceTest, KeepsAnUnloadedFormUntilTheOutermostOfItsHandlersReturns) {
+  DroppedForm& form = instance.Load(events);
   int depth = 0;
   form.timer.Tick = [&] {
     const int mine = ++depth;
-    events.push_back("begin " + std::to_string(mine));
     if (mine == 1) {
       WaitFor([&] { return depth == 2; });
     } else {
       form.Unload();
     }
-    DeleteWhatMayBeDeleted();
+    RunDeferredDeletions();
     events.push_back("end " + std::to_string(mine));
   };
   form.timer.setEnabled(true);
   WaitForEvent("end 1");
-  EXPECT_EQ(events, (Events{"Load", "begin 1", "begin 2", "QueryUnload", "Unload", "end 2", "end 1",
-                            "deleted"}));
+  EXPECT_EQ(events, (Events{"Load", "QueryUnload", "Unload", "end 2", "end 1", "deleted"}));
 }
 
-TEST_F(DroppedForm, IsMadeAnewByTheNextLoad) {
+TEST_F(FormInstanceTest, MakesTheFormAnewAtTheNextLoad) {
   EXPECT_FALSE(instance.Loaded());
   instance.Unload();
-  Dropped& first = instance.Load(events);
+  DroppedForm& first = instance.Load(events);
   EXPECT_TRUE(instance.Loaded());
   EXPECT_FALSE(instance.Visible());
   EXPECT_EQ(&instance.Load(events), &first);
-  EXPECT_EQ(events, Events{"Load"});
   first.Show();
   EXPECT_TRUE(instance.Visible());
   instance.Unload();
   EXPECT_FALSE(instance.Loaded());
   EXPECT_FALSE(instance.Visible());
-  const Dropped& second = instance.Load(events);
-  EXPECT_NE(&second, &first);
-  DeleteWhatMayBeDeleted();
+  EXPECT_NE(&instance.Load(events), &first);
+  RunDeferredDeletions();
   EXPECT_TRUE(instance.Loaded());
   EXPECT_EQ(events, (Events{"Load", "QueryUnload", "Unload", "Load", "deleted"}));
 }
 
-TEST_F(DroppedForm, LivesBesideItsSuccessorUntilItsHandlerReturns) {
-  Dropped& first = instance.Load(events);
+TEST_F(FormInstanceTest, KeepsAnUnloadedFormBesideItsSuccessorUntilItsHandlerReturns) {
+  DroppedForm& first = instance.Load(events);
   first.timer.Tick = [&] {
     first.timer.setEnabled(false);
     first.Unload();
     instance.Load(events).label.setCaption(u"second"_s);
-    DeleteWhatMayBeDeleted();
+    RunDeferredDeletions();
     events.push_back("first: " + first.label.Caption().toStdString());
   };
   first.timer.setEnabled(true);
@@ -305,21 +249,73 @@ TEST_F(DroppedForm, LivesBesideItsSuccessorUntilItsHandlerReturns) {
   EXPECT_TRUE(instance.Loaded());
 }
 
-TEST_F(DroppedForm, IsDeletedWithItsFormInstance) {
+TEST_F(FormInstanceTest, DeletesItsFormAtItsOwnEnd) {
   {
-    FormInstance<Dropped> other;
+    FormInstance<DroppedForm> other;
     other.Load(events);
   }
   EXPECT_EQ(events, (Events{"Load", "deleted"}));
 }
 
-TEST(FormOnTheStack, IsNotDeletedWhenItIsUnloaded) {
-  TestForm form;
-  const QPointer<Form> still(&form);
-  form.Open();
-  form.Unload();
-  DeleteWhatMayBeDeleted();
-  EXPECT_EQ(still, &form);
+class ProgramEnd : public ::testing::Test {
+ protected:
+  // Runs `step` in a handler of the form, soon after the program's event loop has begun.
+  void InAHandlerOf(Form& form, std::function<void()> step) {
+    auto* timer = new Timer(form, "Timer1", 1);
+    timer->Tick = [timer, step = std::move(step)] {
+      timer->setEnabled(false);
+      step();
+    };
+    timer->setEnabled(true);
+  }
+  void UnloadInAHandlerOf(Form& form) {
+    InAHandlerOf(form, [this, &form] {
+      events.emplace_back("last form unloads");
+      form.Unload();
+    });
+  }
+  // Runs the program's event loop to its end.
+  static void Run() { EXPECT_EQ(QApplication::exec(), 0); }
+
+  TestForm first;
+  TestForm second;
+  Events events;
+};
+
+TEST_F(ProgramEnd, ComesWhenTheLastFormIsUnloadedShownOrNot) {
+  first.Load();
+  first.Show();
+  second.Load();
+  InAHandlerOf(second, [this] {
+    first.Unload();
+    UnloadInAHandlerOf(second);
+  });
+  Run();
+  EXPECT_EQ(events, Events{"last form unloads"});
+}
+
+TEST_F(ProgramEnd, WaitsForTheHandlerThatUnloadedTheLastForm) {
+  first.Load();
+  const DialogAnswers answers({PressButton(QMessageBox::Ok)});
+  InAHandlerOf(first, [this] {
+    first.Unload();
+    for (int round = 0; round < 3; ++round) DoEvents();
+    MsgBox("An error occurred.");
+    events.emplace_back("still running");
+  });
+  Run();
+  EXPECT_EQ(events, Events{"still running"});
+}
+
+TEST_F(ProgramEnd, DoesNotComeWhereAHandlerLoadsAnotherFormAfterUnloadingTheLast) {
+  first.Load();
+  InAHandlerOf(first, [this] {
+    first.Unload();
+    second.Load();
+    UnloadInAHandlerOf(second);
+  });
+  Run();
+  EXPECT_EQ(events, Events{"last form unloads"});
 }
 
 }  // namespace

@@ -15,15 +15,11 @@ namespace {
 
 constexpr int kQuestion = kYesNoCancel + kExclamation;
 
-Answer Close() {
-  return [](QDialog& dialog) { dialog.close(); };
-}
-
 Answer PressKey(Qt::Key key) {
   return [key](QDialog& dialog) { QTest::keyClick(&dialog, key); };
 }
 
-TEST(MessageBox, HasItsButtonsAndIconAndTellsWhichButtonWasPressed) {
+TEST(MessageBox, HasItsTitleButtonsAndIconAndReturnsTheButtonThatWasPressed) {
   struct Case {
     int buttons;
     QMessageBox::StandardButton pressed;
@@ -37,7 +33,6 @@ TEST(MessageBox, HasItsButtonsAndIconAndTellsWhichButtonWasPressed) {
         {kOKCancel + kExclamation, QMessageBox::Cancel, MsgBoxResult::kCancel,
          "exclamation | OK Cancel"},
         {kYesNoCancel, QMessageBox::Yes, MsgBoxResult::kYes, "no icon | Yes No Cancel"},
-        {kYesNoCancel, QMessageBox::No, MsgBoxResult::kNo, "no icon | Yes No Cancel"},
         {kYesNoCancel, QMessageBox::Cancel, MsgBoxResult::kCancel, "no icon | Yes No Cancel"},
         {kQuestion, QMessageBox::No, MsgBoxResult::kNo, "exclamation | Yes No Cancel"}}) {
     const DialogAnswers answers({PressButton(pressed)});
@@ -46,19 +41,19 @@ TEST(MessageBox, HasItsButtonsAndIconAndTellsWhichButtonWasPressed) {
   }
 }
 
-TEST(MessageBox, HasTheProgramsNameAsItsTitleAndOneButtonUnlessToldOtherwise) {
+TEST(MessageBox, HasTheProgramsNameAndAnOKButtonByDefault) {
   const DialogAnswers answers({PressButton(QMessageBox::Ok)});
   EXPECT_EQ(MsgBox("no change"), MsgBoxResult::kOK);
   EXPECT_EQ(answers.seen(), Events{"Kelvane | no change | no icon | OK"});
 }
 
-TEST(MessageBox, CountsAsAnOpenDialogUntilItsAnswerIsReturned) {
+TEST(MessageBox, CountsAsAnOpenDialogUntilItReturns) {
   EXPECT_FALSE(DialogIsOpen());
   const DialogAnswers answers({[](QDialog& outer) {
     EXPECT_TRUE(DialogIsOpen());
     {
       const DialogAnswers inner({PressButton(QMessageBox::Ok)});
-      MsgBox("a box on top of it");
+      MsgBox("a nested box");
     }
     EXPECT_TRUE(DialogIsOpen());
     outer.accept();
@@ -69,8 +64,9 @@ TEST(MessageBox, CountsAsAnOpenDialogUntilItsAnswerIsReturned) {
   EXPECT_FALSE(DialogIsOpen());
 }
 
-TEST(MessageBox, ThatIsClosedIsCancelledWhereItCanBe) {
-  for (const Answer& close : {Close(), PressKey(Qt::Key_Escape)}) {
+TEST(MessageBox, ReturnsCancelWhenItIsClosedAndOKIfThatIsItsOnlyButton) {
+  for (const Answer& close :
+       {Answer([](QDialog& dialog) { dialog.close(); }), PressKey(Qt::Key_Escape)}) {
     const DialogAnswers answers({close, close});
     EXPECT_EQ(MsgBox("?", kQuestion), MsgBoxResult::kCancel);
     EXPECT_EQ(MsgBox("!"), MsgBoxResult::kOK);
@@ -91,7 +87,7 @@ TEST(MessageBox, TakesReturnForItsFirstButtonInWhateverOrderTheDesktopHasThem) {
   qApp->setStyleSheet({});
 }
 
-TEST(MessageBox, ShowsItsTextAsItIsModalToTheActiveWindow) {
+TEST(MessageBox, ShowsItsTextWithoutMarkupAndIsModalToTheActiveWindow) {
   TestForm form;
   form.Open();
   form.activateWindow();

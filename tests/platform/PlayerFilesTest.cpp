@@ -1,5 +1,4 @@
-// Files that players trip over. Whatever one of them does, the window lives and the next file
-// plays.
+// Unusual, damaged and changing files. After each of them the next file must play.
 #include <utility>
 
 #include "platform/PlayerTest.h"
@@ -7,14 +6,16 @@
 namespace kelvane::testing {
 namespace {
 
+const QString kLossless = " -c:v ffv1 -pix_fmt bgr0";
+
 class PlayerFiles : public PlayerTest {
  protected:
-  // The tool's arguments for a blue video.
+  // Returns ffmpeg's arguments for a blue video.
   static QString Blue(const QString& size, int seconds = 3, int rate = 25) {
     return u"-f lavfi -i color=blue:size=%1:rate=%2:duration=%3"_s.arg(size).arg(rate).arg(seconds);
   }
 
-  // How much of the picture's top row and left column is blue.
+  // Returns how many pixels of the picture's top row and left column are blue, from the corner.
   QSize BlueExtent() const {
     const QImage picture = Picture(player);
     const auto isBlue = [&](QPoint place) {
@@ -37,9 +38,7 @@ class PlayerFiles : public PlayerTest {
   }
 };
 
-const QString kLossless = " -c:v ffv1 -pix_fmt bgr0";
-
-TEST_F(PlayerFiles, OfManyFormatsAreShownAsTheyAreStored) {
+TEST_F(PlayerFiles, ShowsManyFormatsAsTheyAreStored) {
   struct Case {
     const char* what;
     const char* name;
@@ -56,7 +55,7 @@ TEST_F(PlayerFiles, OfManyFormatsAreShownAsTheyAreStored) {
          Blue("3840x2160", 1, 60) + " -vf scale=out_color_matrix=bt709 -colorspace bt709"
                                     " -pix_fmt yuv420p -preset ultrafast",
          all},
-        {"pixels that are no squares", "anamorphic.mkv",
+        {"pixels that aren't square", "anamorphic.mkv",
          Blue("80x90") + " -vf pad=160:90:0:0:red,setsar=64/45" + kLossless, QSize(80, 90)},
         {"an odd size", "odd.mkv", Blue("162x92") + " -vf format=bgr0,crop=161:91" + kLossless,
          QSize(161, 91)},
@@ -70,7 +69,7 @@ TEST_F(PlayerFiles, OfManyFormatsAreShownAsTheyAreStored) {
   }
 }
 
-TEST_F(PlayerFiles, OfSoundAlonePlayAndStayBlack) {
+TEST_F(PlayerFiles, PlaysSoundWithoutAPictureAndIsBlack) {
   player.setURL(Make("sound.flac", "-f lavfi -i sine=frequency=440:duration=20"));
   EXPECT_TRUE(watch.AwaitPosition(0.3));
   EXPECT_EQ(CountOf(Picture(player), 0x000000), 320 * 180);
@@ -78,7 +77,7 @@ TEST_F(PlayerFiles, OfSoundAlonePlayAndStayBlack) {
   ExpectTheNextFilePlays();
 }
 
-TEST_F(PlayerFiles, WithANoteToTurnThemAreShownAsTheyAreStored) {
+TEST_F(PlayerFiles, IgnoresANoteToTurnThePicture) {
   const QString turned = InFolder("turned.mp4");
   ASSERT_TRUE(MakeTurned(Make("plain.mp4", Blue("160x90")), turned, 90));
   QString printed;
@@ -90,9 +89,9 @@ TEST_F(PlayerFiles, WithANoteToTurnThemAreShownAsTheyAreStored) {
   ExpectTheNextFilePlays();
 }
 
-// In the place of its shape on show the track gets a border of 32 pixels on the left and 9 at the
-// top.
-TEST_F(PlayerFiles, WithANoteToCutTheirEdgesOffAreShownAsTheyAreStored) {
+// The fields for the display size are overwritten with fields for cropping, 32 pixels on the left
+// and 9 at the top.
+TEST_F(PlayerFiles, IgnoresANoteToCutTheEdgesOff) {
   QByteArray content =
       ContentOf(Make("plain.mkv", Blue("160x90") + " -vf setsar=2 -write_crc32 0" + kLossless));
   for (const auto& [before, after] :
@@ -104,14 +103,7 @@ TEST_F(PlayerFiles, WithANoteToCutTheirEdgesOffAreShownAsTheyAreStored) {
   ExpectTheNextFilePlays();
 }
 
-TEST_F(PlayerFiles, OfAnotherSizeThanTheOneBeforeAreShownInTheirOwn) {
-  player.setURL(Make("one.mkv", Blue("160x90") + kLossless));
-  EXPECT_TRUE(AwaitBlue(QSize(160, 90)));
-  player.setURL(Make("two.mkv", Blue("100x140") + kLossless));
-  EXPECT_TRUE(AwaitBlue(QSize(100, 140)));
-}
-
-TEST_F(PlayerFiles, WhosePicturesBecomeSmallerAreBlackAroundThem) {
+TEST_F(PlayerFiles, IsBlackAroundPicturesThatBecomeSmaller) {
   const QString large = InFolder("large.ts");
   const QString small = InFolder("small.ts");
   ASSERT_TRUE(MakeColours(large, QSize(320, 180), {0xffff0000, 0xffff0000}));
@@ -120,13 +112,14 @@ TEST_F(PlayerFiles, WhosePicturesBecomeSmallerAreBlackAroundThem) {
   EXPECT_TRUE(watch.AwaitColour(kPlayedRed));
   EXPECT_TRUE(WaitFor([&] {
     const QImage picture = Picture(player);
-    return BlueExtent() == QSize(160, 90) && picture.pixel(165, 45) == 0xff000000 &&
-           picture.pixel(80, 95) == 0xff000000 && picture.pixel(315, 175) == 0xff000000;
+    return BlueExtent() == QSize(160, 90) && ColorAt(picture, 165, 45) == 0 &&
+           ColorAt(picture, 80, 95) == 0 && ColorAt(picture, 315, 175) == 0;
   }));
 }
 
-// As of a broadcast that was put together out of two. Not every release of the library goes back.
-TEST_F(PlayerFiles, WhoseTimesJumpBackHaveNoPositionBeforeTheBeginning) {
+// The concatenation of two broadcasts is such a file. Some releases of the library tell a negative
+// position for it.
+TEST_F(PlayerFiles, HasNoPositionBeforeTheBeginningWhereTimesJumpBack) {
   const QByteArray late = ContentOf(Make("late.ts", Blue("320x180", 1) + " -output_ts_offset 60"));
   const QByteArray early = ContentOf(Make("early.ts", Blue("320x180", 2)));
   player.setURL(Write("both.ts", late + early));
@@ -138,8 +131,7 @@ TEST_F(PlayerFiles, WhoseTimesJumpBackHaveNoPositionBeforeTheBeginning) {
   EXPECT_FALSE(isNegative);
 }
 
-// What is still being written can be played as far as it goes.
-TEST_F(PlayerFiles, ThatGrowPlay) {
+TEST_F(PlayerFiles, PlaysAFileThatIsStillBeingWritten) {
   const QByteArray whole = ContentOf(Make("whole.ts", Blue("320x180", 6)));
   const qsizetype half = whole.size() / 2;
   QFile file(Write("growing.ts", whole.left(half)));
@@ -152,7 +144,7 @@ TEST_F(PlayerFiles, ThatGrowPlay) {
   ExpectTheNextFilePlays();
 }
 
-TEST_F(PlayerFiles, CutShortPlayToTheirEnd) {
+TEST_F(PlayerFiles, PlaysATruncatedFileToItsEnd) {
   const QByteArray whole =
       ContentOf(Make("whole.mp4", Blue("320x180", 4) + " -g 5 -movflags faststart"));
   player.setURL(Write("short.mp4", whole.left(whole.size() * 2 / 3)));
@@ -162,7 +154,7 @@ TEST_F(PlayerFiles, CutShortPlayToTheirEnd) {
   ExpectTheNextFilePlays();
 }
 
-TEST_F(PlayerFiles, DeletedWhileTheyPlayGoOn) {
+TEST_F(PlayerFiles, GoesOnWithADeletedFileAndCannotPlayItAgain) {
   const QString file = Make("gone.mp4", Blue("320x180", 20));
   player.setURL(file);
   ASSERT_TRUE(AwaitBlue(QSize(320, 180)));
@@ -174,7 +166,7 @@ TEST_F(PlayerFiles, DeletedWhileTheyPlayGoOn) {
   ExpectTheNextFilePlays();
 }
 
-TEST_F(PlayerFiles, ThatCannotBePlayedEndTheOneBeforeAndAreBlack) {
+TEST_F(PlayerFiles, EndsTheFileBeforeAndIsBlackWhereAFileCannotBePlayed) {
   ExpectTheNextFilePlays();
   ASSERT_TRUE(AwaitDuration(5));
   for (const QString& file :

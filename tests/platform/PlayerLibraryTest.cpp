@@ -1,4 +1,5 @@
-// The player over a library that refuses, or keeps something to itself.
+// The player when functions of its library fail or withhold something, and what the library is told
+// to leave out.
 #include <QDir>
 #include <QLibrary>
 #include <array>
@@ -13,7 +14,7 @@
 namespace kelvane::testing {
 namespace {
 
-// Another function in the place of one of the library's, while this lives.
+// Replaces a function of the library by another one during its lifetime.
 template <auto Member>
 class Replaced {
  public:
@@ -27,7 +28,7 @@ class Replaced {
   Replaced& operator=(const Replaced&) = delete;
   ~Replaced() { Place() = own; }
 
-  // The library's.
+  // The library's function.
   static inline Function own = nullptr;
 
  private:
@@ -36,11 +37,12 @@ class Replaced {
 
 class PlayerLibraryTest : public PlayerTest {
  protected:
-  // Before what was replaced is put back, since the player's thread calls it to its end.
-  ~PlayerLibraryTest() override { EXPECT_EQ(form, nullptr) << "the player is still there"; }
+  // A test deletes the form itself, before the end of its replacements: the player's thread calls
+  // them to its own end.
+  ~PlayerLibraryTest() override { EXPECT_EQ(form, nullptr); }
 
-  // Of a player that the library hasn't given what it asked for.
-  void ExpectNothingButBlack() {
+  // The library must refuse to make a player.
+  void ExpectABlackPicture() {
     player.setURL(MakePlain("red.mp4", "red", 5));
     EXPECT_TRUE(watch.Made());
     EXPECT_FALSE(watch.Core().Usable());
@@ -58,24 +60,24 @@ class PlayerLibraryTest : public PlayerTest {
   }
 };
 
-TEST_F(PlayerLibraryTest, WithoutAPlayerLeavesThePictureBlack) {
+TEST_F(PlayerLibraryTest, LeavesThePictureBlackIfItMakesNoPlayer) {
   const Replaced<&PlayerLibrary::create> none([]() -> mpv_handle* { return nullptr; });
-  ExpectNothingButBlack();
+  ExpectABlackPicture();
 }
 
-TEST_F(PlayerLibraryTest, WithAPlayerThatDoesNotStartLeavesThePictureBlack) {
+TEST_F(PlayerLibraryTest, LeavesThePictureBlackIfItDoesNotStartAPlayer) {
   const Replaced<&PlayerLibrary::initialize> refuses(
       [](mpv_handle*) -> int { return MPV_ERROR_NOMEM; });
-  ExpectNothingButBlack();
+  ExpectABlackPicture();
 }
 
-TEST_F(PlayerLibraryTest, WithoutARenderContextLeavesThePictureBlack) {
+TEST_F(PlayerLibraryTest, LeavesThePictureBlackIfItMakesNoRenderContext) {
   const Replaced<&PlayerLibrary::render_context_create> refuses(
       [](mpv_render_context**, mpv_handle*, mpv_render_param*) -> int { return MPV_ERROR_NOMEM; });
-  ExpectNothingButBlack();
+  ExpectABlackPicture();
 }
 
-TEST_F(PlayerLibraryTest, ThatTakesNoCommandLeavesWhatPlaysAsItIs) {
+TEST_F(PlayerLibraryTest, LeavesTheOldFilePlayingIfItRefusesToStartAnother) {
   player.setURL(MakePlain("red.mp4", "red", 20));
   ASSERT_TRUE(watch.AwaitPosition(0.3));
   {
@@ -90,8 +92,8 @@ TEST_F(PlayerLibraryTest, ThatTakesNoCommandLeavesWhatPlaysAsItIs) {
   form.reset();
 }
 
-// As where a stop comes between the end of a load and the question how long the file is.
-TEST_F(PlayerLibraryTest, ThatDoesNotAnswerHowLongAFileIsLeavesTheDurationAsItWas) {
+// A stop just after a load makes the library refuse the request for the duration.
+TEST_F(PlayerLibraryTest, LeavesTheDurationAsItWasIfItRefusesToTellIt) {
   using Making = Replaced<&PlayerLibrary::create>;
   using Waiting = Replaced<&PlayerLibrary::wait_event>;
   static mpv_handle* handle = nullptr;
@@ -105,7 +107,7 @@ TEST_F(PlayerLibraryTest, ThatDoesNotAnswerHowLongAFileIsLeavesTheDurationAsItWa
   player.setURL(MakePlain("red.mp4", "red", 20));
   EXPECT_TRUE(AwaitDuration(20));
   player.controls.stop();
-  // When a second one comes, the player has dealt with the first.
+  // The player has handled the first refusal when the second one comes.
   EXPECT_TRUE(WaitFor([] {
     PlayerLibrary::Get()->get_property_async(handle, 0, "duration", MPV_FORMAT_DOUBLE);
     return refusals > 1;
@@ -115,7 +117,7 @@ TEST_F(PlayerLibraryTest, ThatDoesNotAnswerHowLongAFileIsLeavesTheDurationAsItWa
   form.reset();
 }
 
-// It brings scripts of its own, which ask for keys and for changes of what is played.
+// The library has scripts of its own, which react to keys and change what is played.
 TEST_F(PlayerLibraryTest, RunsNoScriptTakesNoKeyAndReadsNoClipboard) {
   using Making = Replaced<&PlayerLibrary::create>;
   static mpv_handle* handle = nullptr;
@@ -149,9 +151,8 @@ TEST_F(PlayerLibraryTest, RunsNoScriptTakesNoKeyAndReadsNoClipboard) {
   form.reset();
 }
 
-// A change back to what was before, as where the same file starts again, is one that the library
-// tells of only if it looks in between.
-TEST_F(PlayerLibraryTest, ThatTellsOfNoChangeOfTheDurationIsAskedForIt) {
+// The library may miss that a duration changes and changes back, as when a file is started again.
+TEST_F(PlayerLibraryTest, IsAskedForTheDurationOfEachFile) {
   using Waiting = Replaced<&PlayerLibrary::wait_event>;
   const Waiting hides([](mpv_handle* handle, double seconds) {
     mpv_event* event = Waiting::own(handle, seconds);

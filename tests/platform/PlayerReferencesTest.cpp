@@ -1,15 +1,13 @@
-// Files that name others. The player opens the one that was chosen, and nothing else.
-#include <arpa/inet.h>
+// The player opens the file that it is given, and no file or server that this one names.
 #include <dlfcn.h>
-#include <netinet/in.h>
 #include <sys/inotify.h>
 #include <sys/socket.h>
 #include <unistd.h>
 
 #include <QDir>
 #include <QFileInfo>
+#include <QTcpServer>
 #include <QtEndian>
-#include <algorithm>
 #include <array>
 #include <atomic>
 #include <ostream>
@@ -23,7 +21,7 @@ std::atomic<int> networkBinds = 0;
 
 }  // namespace
 
-// Stands before the system's own: a session description makes the player listen, not ask.
+// Comes before the bind() of the system. A session description makes a player listen for packets.
 extern "C" int bind(int descriptor, const sockaddr* address, socklen_t length) noexcept {
   using Bind = int (*)(int, const sockaddr*, socklen_t);
   static const auto own = reinterpret_cast<Bind>(::dlsym(RTLD_NEXT, "bind"));
@@ -34,47 +32,17 @@ extern "C" int bind(int descriptor, const sockaddr* address, socklen_t length) n
 namespace kelvane::testing {
 namespace {
 
-// Listens on the loopback device and answers nothing.
-class Server {
+// Records which files of a folder are opened during its lifetime.
+class OpenedFiles {
  public:
-  Server() {
-    sockaddr_in address{};
-    address.sin_family = AF_INET;
-    address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-    socklen_t length = sizeof address;
-    auto* const any = reinterpret_cast<sockaddr*>(&address);
-    EXPECT_EQ(::bind(socket_, any, length), 0);
-    EXPECT_EQ(::listen(socket_, 8), 0);
-    EXPECT_EQ(::getsockname(socket_, any, &length), 0);
-    port_ = ntohs(address.sin_port);
-  }
-  Server(const Server&) = delete;
-  Server& operator=(const Server&) = delete;
-  ~Server() { ::close(socket_); }
-
-  QString Address() const { return u"http://127.0.0.1:%1"_s.arg(port_); }
-  bool WasConnectedTo() const {
-    const int connection = ::accept(socket_, nullptr, nullptr);
-    if (connection >= 0) ::close(connection);
-    return connection >= 0;
-  }
-
- private:
-  const int socket_ = ::socket(AF_INET, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0);
-  int port_ = 0;
-};
-
-// Notes what is opened in a folder from now on.
-class Openings {
- public:
-  explicit Openings(const QString& folder) {
+  explicit OpenedFiles(const QString& folder) {
     EXPECT_GE(::inotify_add_watch(notifier_, QFile::encodeName(folder), IN_OPEN), 0);
   }
-  Openings(const Openings&) = delete;
-  Openings& operator=(const Openings&) = delete;
-  ~Openings() { ::close(notifier_); }
+  OpenedFiles(const OpenedFiles&) = delete;
+  OpenedFiles& operator=(const OpenedFiles&) = delete;
+  ~OpenedFiles() { ::close(notifier_); }
 
-  // Each name once, in their order; the folder itself, where it was listed, as an empty one.
+  // Returns each name once, sorted. An empty name stands for the folder itself.
   QStringList Names() const {
     QStringList names;
     alignas(inotify_event) std::array<char, 4096> buffer{};
@@ -94,17 +62,18 @@ class Openings {
   const int notifier_ = ::inotify_init1(IN_NONBLOCK | IN_CLOEXEC);
 };
 
-class FilesBesideOthers : public PlayerTest {
+class PlayerReferences : public PlayerTest {
  protected:
-  FilesBesideOthers() {
+  PlayerReferences() {
+    EXPECT_TRUE(server.listen(QHostAddress::LocalHost));
     MakePlain("other.mp4", "blue", 0.5);
     Make("other.mkv", "-i " + InFolder("other.mp4") + " -c copy");
   }
 
-  void ExpectNothingButBlackOf(const QString& name) const {
+  void ExpectABlackPictureAndNoOtherFile(const QString& name) {
     const int binds = networkBinds;
     const QFileInfo file(InFolder(name));
-    const Openings opened(file.path());
+    const OpenedFiles opened(file.path());
     bool shows = false;
     player.setURL(InFolder(name));
     EXPECT_TRUE(WaitFor([&] {
@@ -113,73 +82,87 @@ class FilesBesideOthers : public PlayerTest {
     }));
     EXPECT_FALSE(shows);
     EXPECT_EQ(opened.Names(), QStringList{file.fileName()});
-    EXPECT_FALSE(server.WasConnectedTo());
+    EXPECT_FALSE(server.waitForNewConnection(0));
     EXPECT_EQ(networkBinds, binds);
   }
-  // Of a red video.
-  void ExpectThatItPlaysAlone(const QString& name) const {
-    const Openings opened(files.path());
+  void ExpectARedPictureAndNoOtherFile(const QString& name) const {
+    const OpenedFiles opened(files.path());
     player.setURL(InFolder(name));
     EXPECT_TRUE(watch.AwaitColour(kPlayedRed));
     EXPECT_TRUE(watch.AwaitEnd());
     EXPECT_EQ(opened.Names(), QStringList{name});
   }
 
-  const Server server;
+  QTcpServer server;  // never answers
 };
 
 struct Reference {
   const char* kind;
   const char* name;
-  const char* text;  // with SERVER for the server's address and FOLDER for the folder's path
+  QByteArray content;  // with SERVER for the server's address and FOLDER for the folder's path
 };
 
 void PrintTo(const Reference& reference, std::ostream* out) { *out << reference.kind; }
 
-constexpr std::array kReferences{
-    Reference{"Playlist", "movie.mp4", "#EXTM3U\nother.mp4\nSERVER/a.mp4\n"},
-    Reference{"HlsOfFiles", "movie.mp4",
-              "#EXTM3U\n#EXT-X-TARGETDURATION:1\n#EXTINF:1,\nother.mp4\n#EXT-X-ENDLIST\n"},
-    Reference{"HlsByItsExtension", "movie.m3u8",
-              "#EXTM3U\n#EXT-X-TARGETDURATION:1\n#EXTINF:1,\nother.mp4\n#EXT-X-ENDLIST\n"},
-    Reference{"HlsOfAServer", "movie.mp4",
-              "#EXTM3U\n#EXT-X-TARGETDURATION:1\n#EXTINF:1,\nSERVER/a.ts\n#EXT-X-ENDLIST\n"},
-    Reference{"EditList", "movie.mp4", "# mpv EDL v0\nother.mp4\nSERVER/a.mp4,0,1\n"},
-    Reference{"EditListOfAServer", "movie.mp4", "# mpv EDL v0\nSERVER/a.mp4,0,1\n"},
-    Reference{"CueSheet", "movie.mp4",
-              "FILE \"other.mp4\" WAVE\n  TRACK 01 AUDIO\n    INDEX 01 00:00:00\n"},
-    Reference{"CueSheetOfAMissingFile", "movie.cue",
-              "FILE \"none.wav\" WAVE\n  TRACK 01 AUDIO\n    INDEX 01 00:00:00\n"},
-    Reference{"Concatenation", "movie.mp4", "ffconcat version 1.0\nfile other.mp4\n"},
-    Reference{"NumberedPlaylist", "movie.pls", "[playlist]\nFile1=other.mp4\nFile2=SERVER/a.mp4\n"},
-    Reference{"Shortcut", "movie.url", "[InternetShortcut]\nURL=SERVER/a.mp4\n"},
-    Reference{"ReferenceList", "movie.mp4", "[Reference]\nRef1=SERVER/a.mp4\n"},
-    Reference{"DashManifest", "movie.mpd",
-              "<?xml version=\"1.0\"?><MPD xmlns=\"urn:mpeg:dash:schema:mpd:2011\" type=\"static\" "
-              "mediaPresentationDuration=\"PT1S\" minBufferTime=\"PT1S\" "
-              "profiles=\"urn:mpeg:dash:profile:isoff-on-demand:2011\"><Period><AdaptationSet "
-              "mimeType=\"video/mp4\"><Representation id=\"1\" bandwidth=\"1000\"><BaseURL>"
-              "FOLDER/other.mp4</BaseURL></Representation></AdaptationSet></Period></MPD>"},
-    Reference{"SessionDescription", "movie.sdp",
-              "v=0\no=- 0 0 IN IP4 127.0.0.1\ns=-\nc=IN IP4 127.0.0.1\nt=0 0\n"
-              "m=video 5004 RTP/AVP 96\na=rtpmap:96 H264/90000\n"},
-    Reference{"SubtitleIndex", "movie.idx",
-              "# VobSub index file, v7\nsize: 720x576\nid: en, index: 0\n"
-              "timestamp: 00:00:00:000, filepos: 000000000\n"}};
+constexpr char kHls[] = "#EXTM3U\n#EXT-X-TARGETDURATION:1\n#EXTINF:1,\nother.mp4\n#EXT-X-ENDLIST\n";
 
-class AFileThatNames : public FilesBesideOthers, public ::testing::WithParamInterface<Reference> {};
+const Reference kReferences[]{
+    {"Playlist", "movie.mp4", "#EXTM3U\nother.mp4\nSERVER/a.mp4\n"},
+    {"HlsOfFiles", "movie.mp4", kHls},
+    {"HlsByItsExtension", "movie.m3u8", kHls},
+    {"HlsOfAServer", "movie.mp4", QByteArray(kHls).replace("other.mp4", "SERVER/a.ts")},
+    {"EditList", "movie.mp4", "# mpv EDL v0\nother.mp4\nSERVER/a.mp4,0,1\n"},
+    {"EditListOfAServer", "movie.mp4", "# mpv EDL v0\nSERVER/a.mp4,0,1\n"},
+    {"CueSheet", "movie.mp4", "FILE \"other.mp4\" WAVE\n  TRACK 01 AUDIO\n    INDEX 01 00:00:00\n"},
+    {"CueSheetOfAMissingFile", "movie.cue",
+     "FILE \"none.wav\" WAVE\n  TRACK 01 AUDIO\n    INDEX 01 00:00:00\n"},
+    {"Concatenation", "movie.mp4", "ffconcat version 1.0\nfile other.mp4\n"},
+    {"NumberedPlaylist", "movie.pls", "[playlist]\nFile1=other.mp4\nFile2=SERVER/a.mp4\n"},
+    {"Shortcut", "movie.url", "[InternetShortcut]\nURL=SERVER/a.mp4\n"},
+    {"ReferenceList", "movie.mp4", "[Reference]\nRef1=SERVER/a.mp4\n"},
+    {"DashManifest", "movie.mpd",
+     "<?xml version=\"1.0\"?><MPD xmlns=\"urn:mpeg:dash:schema:mpd:2011\" type=\"static\" "
+     "mediaPresentationDuration=\"PT1S\" minBufferTime=\"PT1S\" "
+     "profiles=\"urn:mpeg:dash:profile:isoff-on-demand:2011\"><Period><AdaptationSet "
+     "mimeType=\"video/mp4\"><Representation id=\"1\" bandwidth=\"1000\"><BaseURL>"
+     "FOLDER/other.mp4</BaseURL></Representation></AdaptationSet></Period></MPD>"},
+    {"SessionDescription", "movie.sdp",
+     "v=0\no=- 0 0 IN IP4 127.0.0.1\ns=-\nc=IN IP4 127.0.0.1\nt=0 0\n"
+     "m=video 5004 RTP/AVP 96\na=rtpmap:96 H264/90000\n"},
+    {"SubtitleIndex", "movie.idx",
+     "# VobSub index file, v7\nsize: 720x576\nid: en, index: 0\n"
+     "timestamp: 00:00:00:000, filepos: 000000000\n"},
+    {"DvdIndex", "VIDEO_TS.IFO", QByteArray("DVDVIDEO-VMG").leftJustified(4096, '\0')}};
 
-TEST_P(AFileThatNames, OthersIsTheOnlyOneThatIsOpened) {
-  const QString name = GetParam().name;
-  Write("movie.sub", "what an index of subtitles belongs to");
-  Write(name, QByteArray(GetParam().text)
-                  .replace("SERVER", server.Address().toLatin1())
-                  .replace("FOLDER", QFile::encodeName(files.path())));
-  ExpectNothingButBlackOf(name);
+class PlayerReferenceFile : public PlayerReferences,
+                            public ::testing::WithParamInterface<Reference> {};
+
+TEST_P(PlayerReferenceFile, IsTheOnlyFileThatIsOpened) {
+  Write("movie.sub", "the subtitles of the index");
+  const QString address = u"http://127.0.0.1:%1"_s.arg(server.serverPort());
+  Write(GetParam().name, QByteArray(GetParam().content)
+                             .replace("SERVER", address.toLatin1())
+                             .replace("FOLDER", QFile::encodeName(files.path())));
+  ExpectABlackPictureAndNoOtherFile(GetParam().name);
 }
 
-INSTANTIATE_TEST_SUITE_P(Player, AFileThatNames, ::testing::ValuesIn(kReferences),
+INSTANTIATE_TEST_SUITE_P(Kinds, PlayerReferenceFile, ::testing::ValuesIn(kReferences),
                          [](const auto& instance) { return std::string(instance.param.kind); });
+
+TEST_F(PlayerReferences, DoesNotUnpackAnArchive) {
+  ASSERT_TRUE(RunTool(
+      "cmake", {"-E", "tar", "cf", InFolder("movie.zip"), "--format=zip", InFolder("other.mkv")}));
+  ExpectABlackPictureAndNoOtherFile("movie.zip");
+}
+
+// A player knows a Blu-ray disc by either of these files.
+TEST_F(PlayerReferences, DoesNotFollowTheIndexOfABluRay) {
+  ASSERT_TRUE(QDir(files.path()).mkpath("BDMV/PLAYLIST"));
+  Write("BDMV/index.bdmv", QByteArray("INDX0200").leftJustified(200, '\0'));
+  Write("BDMV/MovieObject.bdmv", QByteArray("MOBJ0200").leftJustified(200, '\0'));
+  ExpectABlackPictureAndNoOtherFile("BDMV/index.bdmv");
+  ExpectABlackPictureAndNoOtherFile("BDMV/MovieObject.bdmv");
+}
 
 QByteArray BigEndian(qsizetype value, int bytes) {
   QByteArray big;
@@ -187,96 +170,47 @@ QByteArray BigEndian(qsizetype value, int bytes) {
   return big;
 }
 
-QByteArray LittleEndian(qsizetype value, int bytes) {
-  QByteArray little = BigEndian(value, bytes);
-  std::reverse(little.begin(), little.end());
-  return little;
-}
-
-quint32 Checksum(const QByteArray& content) {
-  quint32 sum = ~0U;
-  for (const char byte : content) {
-    sum ^= static_cast<unsigned char>(byte);
-    for (int bit = 0; bit < 8; ++bit) sum = sum >> 1 ^ ((sum & 1) != 0 ? 0xEDB88320U : 0U);
-  }
-  return ~sum;
-}
-
-// The tool that packs isn't among those that the tests need: a file that is stored in an archive
-// lies between two headers, by its length and checksum.
-TEST_F(FilesBesideOthers, AreNotUnpackedFromAnArchive) {
-  const QByteArray name = "other.mkv";
-  const QByteArray inside = ContentOf(InFolder(name));
-  const QByteArray size = LittleEndian(inside.size(), 4);
-  const QByteArray about = LittleEndian(10, 2) + QByteArray(2 + 2 + 4, '\0') +
-                           LittleEndian(Checksum(inside), 4) + size + size +
-                           LittleEndian(name.size(), 2) + LittleEndian(0, 2);
-  const QByteArray file = "PK\3\4" + about + name + inside;
-  const QByteArray directory =
-      "PK\1\2" + LittleEndian(10, 2) + about + QByteArray(2 + 2 + 2 + 4 + 4, '\0') + name;
-  Write("movie.zip", file + directory + "PK\5\6" + LittleEndian(0, 4) + LittleEndian(1, 2) +
-                         LittleEndian(1, 2) + LittleEndian(directory.size(), 4) +
-                         LittleEndian(file.size(), 4) + LittleEndian(0, 2));
-  ExpectNothingButBlackOf("movie.zip");
-}
-
-TEST_F(FilesBesideOthers, AreNotLookedForByTheIndexOfADisc) {
-  constexpr int kTwoSectors = 4096;
-  Write("VIDEO_TS.IFO", QByteArray("DVDVIDEO-VMG").leftJustified(kTwoSectors, '\0'));
-  ExpectNothingButBlackOf("VIDEO_TS.IFO");
-}
-
-// The two files by either of which a disc of that kind is known, in their folder.
-TEST_F(FilesBesideOthers, AreNotLookedForByTheIndexOfABluRay) {
-  ASSERT_TRUE(QDir(files.path()).mkpath("BDMV/PLAYLIST"));
-  Write("BDMV/index.bdmv", QByteArray("INDX0200").leftJustified(200, '\0'));
-  Write("BDMV/MovieObject.bdmv", QByteArray("MOBJ0200").leftJustified(200, '\0'));
-  ExpectNothingButBlackOf("BDMV/index.bdmv");
-  ExpectNothingButBlackOf("BDMV/MovieObject.bdmv");
-}
-
-// What a QuickTime movie consists of.
-QByteArray Box(const QByteArray& name, const QByteArray& content) {
+// Returns an atom of a QuickTime movie.
+QByteArray Atom(const QByteArray& name, const QByteArray& content) {
   return BigEndian(4 + name.size() + content.size(), 4) + name + content;
 }
 
-// A movie may refer for its pictures to another file, which is known by its path.
-TEST_F(FilesBesideOthers, AreNotOpenedForPicturesThatLieInThem) {
+TEST_F(PlayerReferences, DoesNotFollowAMovieToTheFileWithItsPictures) {
   QByteArray movie = ContentOf(Make("other.mov", "-i " + InFolder("other.mp4") + " -an -c copy"));
   movie.remove(0, movie.indexOf("moov") - 4);
   const QByteArray path = "/other.mov";
-  const QByteArray inIt = Box("url ", BigEndian(1, 4));
-  const QByteArray names(134, '\0');  // of volume and file, and dates: the path alone counts
+  const QByteArray inTheMovie = Atom("url ", BigEndian(1, 4));
+  const QByteArray names(134, '\0');  // names and dates, which players ignore
   const QByteArray levels = BigEndian(1, 2) + BigEndian(1, 2) + QByteArray(16, '\0');
-  const QByteArray elsewhere =
-      Box("alis", names + levels + BigEndian(2, 2) + BigEndian(path.size(), 2) + path +
-                      BigEndian(0xFFFF, 2) + BigEndian(0, 2));
-  Replace(movie, inIt, elsewhere);
+  const QByteArray inTheOther =
+      Atom("alis", names + levels + BigEndian(2, 2) + BigEndian(path.size(), 2) + path +
+                       BigEndian(0xFFFF, 2) + BigEndian(0, 2));
+  Replace(movie, inTheMovie, inTheOther);
   for (const char* around : {"moov", "trak", "mdia", "minf", "dinf", "dref"}) {
     ASSERT_EQ(movie.count(around), 1) << around;
     const qsizetype length = movie.indexOf(around) - 4;
     const auto before = qFromBigEndian<quint32>(movie.constData() + length);
-    movie.replace(length, 4, BigEndian(before + elsewhere.size() - inIt.size(), 4));
+    movie.replace(length, 4, BigEndian(before + inTheOther.size() - inTheMovie.size(), 4));
   }
   const QString file = Write("movie.mov", movie);
   QString printed;
   ASSERT_TRUE(RunTool("ffmpeg", {"-enable_drefs", "1", "-i", file, "-f", "null", "-"}, &printed))
       << printed.toStdString();
-  ExpectNothingButBlackOf("movie.mov");
+  ExpectABlackPictureAndNoOtherFile("movie.mov");
 }
 
-TEST_F(FilesBesideOthers, AreNotPlayedForTheirFolder) {
+TEST_F(PlayerReferences, DoesNotPlayTheFilesOfAFolder) {
   ASSERT_TRUE(QDir(files.path()).mkdir("folder"));
   ASSERT_TRUE(QFile::rename(InFolder("other.mkv"), InFolder("folder/other.mkv")));
-  const Openings opened(InFolder("folder"));
+  const OpenedFiles opened(InFolder("folder"));
   player.setURL(InFolder("folder"));
   EXPECT_TRUE(watch.AwaitEnd());
   EXPECT_FALSE(opened.Names().contains("other.mkv"));
 }
 
-// A chapter may be said to lie in another file, which is known by its number and looked for in the
-// folder.
-TEST_F(FilesBesideOthers, AreNotOpenedForChaptersThatLieInThem) {
+// A Matroska file names the file of a chapter by its unique number; players look for it in the
+// folder. Here the title of the chapter is overwritten with the number of other.mkv.
+TEST_F(PlayerReferences, DoesNotFollowAChapterToItsFile) {
   const QByteArray other = ContentOf(InFolder("other.mkv"));
   const qsizetype number = other.indexOf(QByteArray::fromHex("73a490"));
   ASSERT_GT(number, 0);
@@ -293,10 +227,10 @@ TEST_F(FilesBesideOthers, AreNotOpenedForChaptersThatLieInThem) {
       QByteArray::fromHex("80918589") + "123456789" + QByteArray::fromHex("437c83") + "und";
   Replace(movie, title, QByteArray::fromHex("6e6790") + other.mid(number + 3, 16));
   Write("movie.mkv", movie);
-  ExpectThatItPlaysAlone("movie.mkv");
+  ExpectARedPictureAndNoOtherFile("movie.mkv");
 }
 
-TEST_F(FilesBesideOthers, AreNotTakenForTheirSoundTextOrCover) {
+TEST_F(PlayerReferences, DoesNotOpenSoundTextOrCoverFilesOfTheSameName) {
   MakePlain("movie.mp4", "red", 0.5);
   Make("movie.mka", "-f lavfi -i sine=duration=1");
   for (const char* picture : {"movie.jpg", "cover.jpg"}) {
@@ -305,11 +239,10 @@ TEST_F(FilesBesideOthers, AreNotTakenForTheirSoundTextOrCover) {
   for (const char* text : {"movie.srt", "movie.en.srt"}) {
     Write(text, "1\n00:00:00,000 --> 00:00:01,000\nText\n");
   }
-  ExpectThatItPlaysAlone("movie.mp4");
+  ExpectARedPictureAndNoOtherFile("movie.mp4");
 }
 
-// No name is an address, an option or a pattern.
-TEST_F(FilesBesideOthers, AreTakenByTheirNamesWhateverTheseLookLike) {
+TEST_F(PlayerReferences, PlaysFilesWhoseNamesLookLikeAddressesOptionsOrPatterns) {
   const QString red = MakePlain("red.mp4", "red", 20);
   ASSERT_TRUE(QDir(files.path()).mkdir("http:"));
   ASSERT_TRUE(QDir(files.path()).mkdir("memory:"));
@@ -332,13 +265,13 @@ TEST_F(FilesBesideOthers, AreTakenByTheirNamesWhateverTheseLookLike) {
   EXPECT_TRUE(QDir::setCurrent(before));
 }
 
-TEST_F(FilesBesideOthers, ArePlayedThroughALink) {
+TEST_F(PlayerReferences, FollowsALinkOfTheFileSystem) {
   ASSERT_TRUE(QFile::link(MakePlain("red.mp4", "red", 5), InFolder("link.mp4")));
   player.setURL(InFolder("link.mp4"));
   EXPECT_TRUE(watch.AwaitColour(kPlayedRed));
 }
 
-TEST_F(FilesBesideOthers, ThatHaveSeveralSoundsAndChaptersOfTheirOwnPlay) {
+TEST_F(PlayerReferences, PlaysAFileWithSeveralSoundsAndChaptersOfItsOwn) {
   const QString chapters =
       Write("chapters.txt",
             ";FFMETADATA1\n[CHAPTER]\nTIMEBASE=1/1000\nSTART=0\nEND=200\ntitle=One\n"

@@ -1,4 +1,4 @@
-// The sound as it leaves for the machine's sound system, which here writes it into a file.
+// The sound that the player hands to the sound system. Here that writes it into a file.
 #include <QFile>
 #include <cmath>
 #include <cstring>
@@ -9,7 +9,7 @@
 namespace kelvane::testing {
 namespace {
 
-// How loud a channel is: the root of its mean square.
+// The root mean square of each channel.
 struct Loudness {
   double left = 0;
   double right = 0;
@@ -31,7 +31,7 @@ class PlayerSound : public PlayerTest {
     qputenv("ALSA_CONFIG_PATH", Write("sound.conf", configuration).toUtf8());
   }
 
-  // The same tone left and right.
+  // Makes a file with the same tone on both channels.
   QString MakeStereo() const {
     return Make("stereo.flac",
                 "-f lavfi -i aevalsrc='0.5*sin(440*2*PI*t)|0.5*sin(440*2*PI*t)':duration=2");
@@ -43,7 +43,7 @@ class PlayerSound : public PlayerTest {
     EXPECT_TRUE(watch.AwaitEnd());
     const QByteArray bytes = ContentOf(heard_);
     std::vector<float> samples(static_cast<std::size_t>(bytes.size()) / sizeof(float));
-    EXPECT_GT(samples.size(), 44'100U) << "a second of two channels at least, half of it in";
+    EXPECT_GT(samples.size(), 44'100U) << "at least half a second of two channels";
     std::memcpy(samples.data(), bytes.constData(), samples.size() * sizeof(float));
     Loudness sum;
     for (std::size_t place = 0; place + 1 < samples.size(); place += 2) {
@@ -57,8 +57,7 @@ class PlayerSound : public PlayerTest {
   const QString heard_ = InFolder("heard.raw");
 };
 
-// The far side is turned down, the near side stays.
-TEST_F(PlayerSound, LeansToASideAsTheBalanceSays) {
+TEST_F(PlayerSound, IsTurnedDownOnTheSideOppositeToTheBalance) {
   const double full = 0.5 / std::sqrt(2);
   struct Balance {
     int value;
@@ -77,7 +76,7 @@ TEST_F(PlayerSound, LeansToASideAsTheBalanceSays) {
   }
 }
 
-TEST_F(PlayerSound, OfOneOrSixChannelsLeansToo) {
+TEST_F(PlayerSound, FollowsTheBalanceWithOneOrSixChannelsAsWell) {
   player.settings.setBalance(-100);
   for (const QString& layout : {u"mono"_s, u"5.1"_s}) {
     SCOPED_TRACE(layout.toStdString());
@@ -103,7 +102,7 @@ TEST_F(PlayerSound, IsLouderWithTheVolumeAndSilentAtZero) {
   }
 }
 
-TEST_F(PlayerSound, StartsAtHalfTheVolumeInTheMiddleAndRefusesValuesOutOfRange) {
+TEST_F(PlayerSound, HasHalfTheVolumeAndNoBalanceAtFirstAndRefusesValuesOutOfRange) {
   EXPECT_EQ(player.settings.volume(), 50);
   EXPECT_EQ(player.settings.balance(), 0);
   for (const int volume : {30, -1, 101}) player.settings.setVolume(volume);

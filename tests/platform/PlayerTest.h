@@ -19,14 +19,14 @@
 
 namespace kelvane::testing {
 
-// A player of 320 by 180 pixels in a window that is open, and real files for it.
+// A player of 320 by 180 pixels in an open form, and a folder for its files.
 class PlayerTest : public ::testing::Test {
  protected:
   PlayerTest() { form->Open(); }
 
   QString InFolder(const QString& name) const { return files.filePath(name); }
-  // Makes a file with the real tool and returns its path. The tool gets the arguments, which are
-  // separated by blanks, before it.
+  // Makes a file with ffmpeg and returns its path. `arguments` are separated by blanks and come
+  // before the path.
   QString Make(const QString& name, const QString& arguments) const {
     QString path = InFolder(name);
     QString printed;
@@ -52,7 +52,7 @@ class PlayerTest : public ::testing::Test {
     EXPECT_TRUE(file.open(QIODevice::ReadOnly));
     return file.readAll();
   }
-  // Replaces what must be in the content exactly once.
+  // Replaces `before`, which must be in the content exactly once.
   static void Replace(QByteArray& content, const QByteArray& before, const QByteArray& after) {
     ASSERT_EQ(content.count(before), 1) << before.toHex().toStdString();
     content.replace(before, after);

@@ -11,15 +11,15 @@
 namespace kelvane::testing {
 namespace {
 
-// The window system's clock, in milliseconds. Presses of different clicks are far apart.
+// The time stamp of the last event, in milliseconds. The presses of two clicks are so far apart
+// that Qt doesn't take them for a double click.
 int now = 0;
 constexpr int kNextInDoubleClick = 10;
 constexpr int kLongAfter = 5000;
 
 }  // namespace
 
-// Qt passes over a move to the place where the pointer is, which may be where it was left
-// over another window.
+// Qt ignores a move to the pointer's present place, which may be the one over an earlier window.
 Pointer::Pointer(QWidget& window) : window_(window), place_(-9, -9) {
   Send(QEvent::MouseMove, Qt::NoButton);
 }

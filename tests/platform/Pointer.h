@@ -9,14 +9,14 @@ class QWidget;
 
 namespace kelvane::testing {
 
-// The user's pointer over a window that is on the screen. What it does goes in where the window
-// system's own events do, so that Qt finds the widget under it.
+// The user's pointer over an exposed window. Its events enter Qt as those of the window system do,
+// so that Qt finds the widget under the pointer.
 class Pointer {
  public:
-  // Comes from outside the window.
+  // The pointer enters from outside the window.
   explicit Pointer(QWidget& window);
 
-  // From now on.
+  // Sets the keys that are held from now on.
   void Hold(Qt::KeyboardModifiers keys) { keys_ = keys; }
 
   // `place` is relative to the widget, which is the window itself or anything in it.
@@ -26,7 +26,7 @@ class Pointer {
   void Click(Qt::MouseButton button = Qt::LeftButton);
   void DoubleClick(Qt::MouseButton button = Qt::LeftButton);
   void TurnWheel();
-  // As long as it takes for a tool tip to come up.
+  // Rests until Qt asks for a tool tip.
   void Rest();
 
  private:

@@ -9,42 +9,17 @@
 #include "support/Pictures.h"
 
 namespace kelvane::testing {
-namespace {
-
-template <class Step, class... Arguments>
-void Call(const Step& step, const Arguments&... arguments) {
-  if (step) step(arguments...);
-}
-
-}  // namespace
-
 Design::Design(ControlClass controlClass, const char* name, const DesignPlace& pixels)
     : row_{.name = name,
            .controlClass = controlClass,
            .place = {pixels.left * kTwipsPerPixel, pixels.top * kTwipsPerPixel,
                      pixels.width * kTwipsPerPixel, pixels.height * kTwipsPerPixel}} {}
 
-TestForm::TestForm(const Controls& controls, const Menus& menus)
-    : TestForm(kPixelForm, controls, menus) {}
-
-TestForm::TestForm(const FormDesign& design, const Controls& controls, const Menus& menus)
-    : Form(design, controls, menus) {}
-
 void TestForm::Open() {
   Load();
   Show();
   ASSERT_TRUE(WaitFor([this] { return windowHandle()->isExposed(); }));
 }
-
-void TestForm::Form_Load() { Call(OnLoad); }
-
-void TestForm::Form_Resize() { Call(OnResize); }
-
-void TestForm::Form_MouseMove(const MouseEvent& event) { Call(OnMouseMove, event); }
-
-void TestForm::Form_QueryUnload() { Call(OnQueryUnload); }
-
-void TestForm::Form_Unload() { Call(OnUnload); }
 
 FormDesign TwipForm() {
   FormDesign design = kPixelForm;

@@ -8,8 +8,8 @@
 #include "platform/Form.h"
 #include "support/Pictures.h"
 
-// What the tests of this room stand on: a form whose events are open to the test, and a record of
-// what happened.
+// What the tests of the platform layer share: a form whose handlers a test can set, and a record of
+// events.
 namespace kelvane::testing {
 
 using enum ControlClass;
@@ -18,7 +18,7 @@ using namespace Qt::StringLiterals;
 using Controls = std::vector<ControlDesign>;
 using Menus = std::vector<MenuDesign>;
 
-// A control of a test's form: its row of the form's table, with its place in pixels.
+// The row of one control in the table of a test's form. The place is in pixels.
 class Design {
  public:
   Design(ControlClass controlClass, const char* name, const DesignPlace& pixels = {});
@@ -56,7 +56,7 @@ constexpr float kNotANumber = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInfinite = std::numeric_limits<float>::infinity();
 constexpr float kGreatest = std::numeric_limits<float>::max();
 
-// 300 by 200 pixels, in pixels.
+// A form of 300 by 200 pixels with the scale unit pixels.
 constexpr FormDesign kPixelForm{.name = "Form",
                                 .caption = "A form",
                                 .clientWidth = 4500,
@@ -67,42 +67,45 @@ constexpr FormDesign kPixelForm{.name = "Form",
 
 class TestForm : public Form {
  public:
-  explicit TestForm(const Controls& controls = {}, const Menus& menus = {});
+  explicit TestForm(const Controls& controls = {}, const Menus& menus = {})
+      : TestForm(kPixelForm, controls, menus) {}
   explicit TestForm(const FormDesign& design, const Controls& controls = {},
-                    const Menus& menus = {});
+                    const Menus& menus = {})
+      : Form(design, controls, menus) {}
 
-  std::function<void()> OnLoad;
-  std::function<void()> OnResize;
-  std::function<void(const MouseEvent&)> OnMouseMove;
-  std::function<void()> OnQueryUnload;
-  std::function<void()> OnUnload;
+  std::function<void()> OnLoad = [] {};
+  std::function<void()> OnResize = [] {};
+  std::function<void(const MouseEvent&)> OnMouseMove = [](const MouseEvent&) {};
+  std::function<void()> OnQueryUnload = [] {};
+  std::function<void()> OnUnload = [] {};
 
-  // Loads it, shows it and waits until it is on the screen.
+  // Loads and shows the form and waits until it is exposed.
   void Open();
 
  protected:
-  void Form_Load() override;
-  void Form_Resize() override;
-  void Form_MouseMove(const MouseEvent& event) override;
-  void Form_QueryUnload() override;
-  void Form_Unload() override;
+  void Form_Load() override { OnLoad(); }
+  void Form_Resize() override { OnResize(); }
+  void Form_MouseMove(const MouseEvent& event) override { OnMouseMove(event); }
+  void Form_QueryUnload() override { OnQueryUnload(); }
+  void Form_Unload() override { OnUnload(); }
 };
 
-// The same form in twips.
+// kPixelForm with the scale unit twips, and with the border of a fixed dialog.
 FormDesign TwipForm();
 FormDesign FixedForm();
 
-// What happened, in order.
+// The events that were raised, in order.
 using Events = std::vector<std::string>;
 
-// "Down 3 button 1 shift 2 at 4,5": without the index of a control in no array, and without a
-// button or shift of 0.
+// Returns "Down 3 button 1 shift 2 at 4,5". The index is left out for a control in no array, and so
+// are a button and a shift of 0.
 std::string Describe(const char* what, const MouseEvent& event);
 
-// Writes a control's mouse events down in `events`.
+// Appends the mouse events that the control raises from now on to `events`.
 void Record(Control& control, Events& events);
 
-// Where the picture has the colour, empty if nowhere. The test fails if the place isn't full of it.
+// Returns the rectangle of the pixels that have the colour; empty if none has. The test fails
+// unless they fill it.
 QRect InkOf(const QImage& picture, QRgb color);
 
 }  // namespace kelvane::testing

@@ -1,4 +1,5 @@
-// One situation of an application object, by the name on the command line; prints what came of it.
+// Brings an application object into the situation that the command line names, and prints what
+// comes of it.
 #include <unistd.h>
 
 #include <QApplication>
@@ -6,8 +7,8 @@
 #include <QFontInfo>
 #include <QLineEdit>
 #include <QLocale>
+#include <QProcess>
 #include <QTimer>
-#include <array>
 #include <clocale>
 #include <cstdio>
 #include <filesystem>
@@ -18,7 +19,7 @@
 
 #include "platform/App.h"
 #include "platform/CommonDialog.h"
-#include "platform/Form.h"
+#include "platform/TestForm.h"
 #include "platform/Timer.h"
 
 namespace kelvane {
@@ -26,30 +27,19 @@ namespace {
 
 using namespace Qt::StringLiterals;
 
-constexpr FormDesign kForm{.name = "Form",
-                           .caption = "A form",
-                           .clientWidth = 4500,
-                           .clientHeight = 3000,
-                           .backColor = 0,
-                           .labelColor = 0,
-                           .scale = ScaleMode::kPixels};
-constexpr std::array kLabel{
-    ControlDesign{.name = "Label1", .controlClass = ControlClass::kLabel, .place = {}}};
+constexpr ControlDesign kLabel[]{
+    {.name = "Label1", .controlClass = ControlClass::kLabel, .place = {}}};
 
 void Print(const QString& text) { std::puts(qPrintable(text)); }
 
+// The locale in which C counts, and Qt's decimal point.
 int Locale(App& /*app*/) {
-  Print(QString::fromLatin1(std::setlocale(LC_NUMERIC, nullptr)));
-  return 0;
-}
-
-int DecimalPoint(App& /*app*/) {
-  Print(QLocale().decimalPoint());
+  Print(QLatin1String(std::setlocale(LC_NUMERIC, nullptr)) + " and " + QLocale().decimalPoint());
   return 0;
 }
 
 int Scale(App& /*app*/) {
-  Form form(kForm, kLabel);
+  Form form(testing::kPixelForm, kLabel);
   form.Load();
   form.Show();
   Print(u"%1, %2 pixels wide, letters of %3"_s.arg(form.devicePixelRatio())
@@ -65,18 +55,8 @@ int Names(App& /*app*/) {
   return 0;
 }
 
-// What the programs that are started later find.
-int Environment(App& /*app*/) {
-  for (const char* name :
-       {"QT_SCALE_FACTOR", "QT_SCREEN_SCALE_FACTORS", "QT_ENABLE_HIGHDPI_SCALING",
-        "QT_QPA_PLATFORM", "LC_ALL", "LC_CTYPE", "LC_NUMERIC"}) {
-    Print(QLatin1String(name) + u' ' + qEnvironmentVariable(name, u"is not set"_s));
-  }
-  return 0;
-}
-
-// Says by its exit status whether all three standard descriptors are the null device, since it may
-// have nowhere to print to.
+// Tells by its exit status whether all three standard descriptors are the null device, since it may
+// be unable to print.
 int StandardDescriptors(App& /*app*/) {
   for (const int standard : {0, 1, 2}) {
     std::error_code error;
@@ -87,9 +67,9 @@ int StandardDescriptors(App& /*app*/) {
   return 0;
 }
 
-// Goes into a folder, types a name and accepts it; then opens a dialog once more and cancels.
+// Saves under a typed name in another folder; then shows a dialog for opening and cancels it.
 int FileDialogs(App& /*app*/) {
-  Form form(kForm, {});
+  Form form(testing::kPixelForm, {});
   form.Load();
   form.Show();
   CommonDialog dialog(form);
@@ -114,7 +94,7 @@ int FileDialogs(App& /*app*/) {
 }
 
 int Run(App& app) {
-  Form form(kForm, {});
+  Form form(testing::kPixelForm, {});
   Timer timer(form, "Timer1", 1);
   timer.Tick = [&form] {
     Print("tick");
@@ -127,24 +107,33 @@ int Run(App& app) {
   return app.Run();
 }
 
-// What comes of a start-up form that is unloaded before the event loop begins.
+// Its form is unloaded before the event loop begins.
 int RunWithoutAForm(App& app) {
-  Form form(kForm, {});
+  Form form(testing::kPixelForm, {});
   form.Load();
   form.Unload();
   return app.Run();
+}
+
+QStringList SortedEnvironment() {
+  QStringList variables = QProcess::systemEnvironment();
+  variables.sort();
+  return variables;
 }
 
 int Main(std::string_view situation) {
   if (situation == "standard-descriptors") {
     for (const int standard : {0, 1, 2}) ::close(standard);
   }
+  const QStringList environment = SortedEnvironment();
   App app("program");
+  if (situation == "environment") {
+    Print(SortedEnvironment() == environment ? u"unchanged"_s : u"changed"_s);
+    return 0;
+  }
   for (const auto& [name, show] : {std::pair<std::string_view, int (*)(App&)>{"locale", Locale},
-                                   {"decimal-point", DecimalPoint},
                                    {"scale", Scale},
                                    {"names", Names},
-                                   {"environment", Environment},
                                    {"standard-descriptors", StandardDescriptors},
                                    {"file-dialogs", FileDialogs},
                                    {"run", Run},

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QAction>
 #include <QApplication>
 #include <QString>
 #include <string>
@@ -11,7 +12,7 @@
 
 namespace kelvane::testing {
 
-// The main window as the user meets it, with recording tools.
+// The main window, loaded and shown, with recording tools.
 class MainWindowTest : public OpenWindowTest<Form1> {
  protected:
   PictureBox& Canvas() const { return Get<PictureBox>("Picture1", CanvasBox); }
@@ -20,22 +21,29 @@ class MainWindowTest : public OpenWindowTest<Form1> {
   std::string Number(ReadOut number) const {
     return Get<Label>("Label1", number).Caption().toStdString();
   }
+  // Returns everything that the tools have printed.
   QString Store() const { return Get<TextBox>("Text2").Text(); }
+  std::string PauseState() const {
+    return Get<CommandButton>("Command1", PauseVideo).Caption().toStdString();
+  }
+  std::string LastRun() const { return tools_.Runs().empty() ? "" : tools_.Runs().back(); }
+  // Lets the timer that measures the bars tick once.
+  void Measure() const { Tick(Get<Timer>("Timer2")); }
 
-  // The user releases the button over one of the commands.
+  // Releases the left button over the command.
   void Give(Command command) const { Release(Get<Label>("Label14", command)); }
-  // Load Video, with that file picked.
+  // Gives Load Video and types that file into its dialog.
   void Pick(const QString& file) const {
     const DialogAnswers answers({TypeFile(file)});
     Give(LoadVideo);
   }
-  // The same with a tool that says that much of it.
+  // Does the same with probes that print these texts.
   void Pick(const QString& file, const QString& size, const QString& duration) const {
     tools_.SizeProbeDoes(Print(size));
     tools_.DurationProbeDoes(Print(duration));
     Pick(file);
   }
-  // A video of that size, in the words of the probe tool.
+  // Makes a file, loads it with probes that print that size and ten seconds, and returns its path.
   QString LoadVideoOf(int width, int height) const {
     QString file = tools_.File(QStringLiteral("clip%1x%2.mp4").arg(width).arg(height));
     Pick(file, SizeText(width, height), DurationText("00:00:10.00"));
@@ -48,7 +56,17 @@ class MainWindowTest : public OpenWindowTest<Form1> {
     return QStringLiteral("Input #0\n  Duration: %1, start: 0.000000, bitrate: 1 kb/s\n")
         .arg(QLatin1String(duration));
   }
-  // Crop Video, with that file typed.
+  // Gives Load Video or Crop Video and cancels its dialog.
+  void Cancel(Command command) const {
+    const DialogAnswers answers({CancelDialog()});
+    Give(command);
+  }
+  void ChooseMenuItem(const char* caption) const {
+    for (QAction* action : form_->findChildren<QAction*>()) {
+      if (action->text() == caption) action->trigger();
+    }
+  }
+  // Gives Crop Video and types that file into its dialog.
   void CropTo(const QString& file) const {
     const DialogAnswers answers({TypeFile(file)});
     Give(CropVideo);
@@ -67,14 +85,14 @@ class MainWindowTest : public OpenWindowTest<Form1> {
     return jobs.empty() ? nullptr : jobs.front();
   }
   static Timer& TimerOf(const Form2& job) { return job.Find<Timer>(QStringLiteral("Timer1")); }
-  // The job window is on the screen two ticks before its tool.
+  // Lets the timer tick twice, so that the tool runs to its end.
   static void RunJob(const Form2& job) {
     Timer& timer = TimerOf(job);
     Tick(timer);
     Tick(timer);
   }
 
-  // The lines as the recording tools write them down.
+  // These return the runs of the probe tool as RecordingTools::Runs() does.
   std::string SizeRun(const QString& video) const {
     return ("ffprobe | -v | error | -show_entries | stream=width,height | -of | "
             "default=noprint_wrappers=1" +

@@ -23,13 +23,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// No file, script, key or window of the player's own: it plays the file that it is given, opens no
-// other, and that is all. A release of the library refuses the options that it doesn't have.
+// The player has no configuration, scripts, keys or window, and opens no file but the one that it
+// is given. A release of libmpv refuses the options that it doesn't know, without effect.
 constexpr std::pair<const char*, const char*> kOptions[] = {
     {"config", "no"},
     {"load-scripts", "no"},
     {"load-stats-overlay", "no"},
-    {"load-osd-console", "no"},  // which is called load-console by newer releases
+    {"load-osd-console", "no"},  // newer releases call it load-console
     {"load-console", "no"},
     {"load-select", "no"},
     {"load-positioning", "no"},
@@ -42,23 +42,23 @@ constexpr std::pair<const char*, const char*> kOptions[] = {
     {"clipboard-backends", ""},
     {"autoload-files", "no"},
     {"access-references", "no"},
-    {"demuxer-lavf-o", "protocol_whitelist=none"},  // what that file names is opened by no protocol
+    {"demuxer-lavf-o", "protocol_whitelist=none"},  // nothing that the file references is opened
     {"resume-playback", "no"},
     {"osd-level", "0"},
     {"sid", "no"},
     {"idle", "yes"},
     {"vo", "libmpv"},
     {"hwdec", "no"},
-    // One stored pixel to one of the picture, which is cut where less of it is asked for. By "no" a
-    // newer library means the file's own aspect ratio.
+    // Stored pixels are rendered 1:1, and the picture is cut to the rendered size. Newer releases
+    // take "no" for the file's own aspect ratio.
     {"video-aspect-override", "0"},
     {"video-unscaled", "yes"},
     {"video-align-x", "-1"},
     {"video-align-y", "-1"},
     {"video-rotate", "no"},
-    {"video-crop", "0x0+0+0"},  // none, not even the file's own
+    {"video-crop", "0x0+0+0"},  // no crop, not even the file's own
     {"profile", "sw-fast"},
-    {"ao", "pulse,alsa"},  // newer sound servers answer to the first as well
+    {"ao", "pulse,alsa"},  // PipeWire serves Pulse clients as well
     {"audio-fallback-to-null", "yes"},
 };
 
@@ -67,28 +67,27 @@ constexpr const char* kDuration = "duration";
 constexpr const char* kStoredWidth = "video-params/w";
 constexpr const char* kStoredHeight = "video-params/h";
 
-// The sound library prints its complaints, as on a machine without a sound device, unless told not
-// to.
+// ALSA prints its errors, such as a missing sound device, unless it has an error handler.
 void Silence(const char* /*file*/, int /*line*/, const char* /*function*/, int /*error*/,
              const char* /*format*/, ...) {}
 
-// Whether the system would start as many threads as a file takes. The player aborts the program, or
-// never returns, if it can't start one of its own.
+// Returns whether the system can start as many threads as a file takes. libmpv aborts the program,
+// or never returns, if it can't start one.
 bool HasRoomForThreads() {
-  constexpr std::size_t kMostOfAFile = 16;
+  constexpr std::size_t kThreadsPerFile = 16;
   std::latch counted(1);
   std::vector<std::jthread> threads;
-  threads.reserve(kMostOfAFile);
+  threads.reserve(kThreadsPerFile);
   try {
-    while (threads.size() < kMostOfAFile) threads.emplace_back([&counted] { counted.wait(); });
+    while (threads.size() < kThreadsPerFile) threads.emplace_back([&counted] { counted.wait(); });
   } catch (const std::system_error&) {
-    // There are fewer.
+    // There are too few threads then.
   }
   counted.count_down();
-  return threads.size() == kMostOfAFile;
+  return threads.size() == kThreadsPerFile;
 }
 
-// The player may leave anything in the byte beside a pixel's colours.
+// libmpv leaves the byte beside a pixel's colours undefined.
 void MakeOpaque(QImage& image) {
   for (int y = 0; y < image.height(); ++y) {
     auto* line = reinterpret_cast<QRgb*>(image.scanLine(y));
@@ -96,8 +95,8 @@ void MakeOpaque(QImage& image) {
   }
 }
 
-// Marks the answer to a command that starts a file.
-constexpr std::uint64_t kStartAnswer = 1;
+// The reply id of a command that starts a file.
+constexpr std::uint64_t kStartReplyId = 1;
 
 }  // namespace
 
@@ -108,12 +107,12 @@ PlaybackCore::PlaybackCore(QObject* parent, const QString& clientName)
   try {
     serving_ = std::thread([this] { ServePlayer(); });
   } catch (const std::system_error&) {
-    // Without it nothing is played.
+    // Usable returns false then.
   }
 }
 
 bool PlaybackCore::MakePlayer(const QString& clientName) {
-  // The player refuses to be made under another locale's numbers.
+  // mpv_create fails if LC_NUMERIC isn't "C".
   (void)std::setlocale(LC_NUMERIC, "C");
   snd_lib_error_set_handler(Silence);
   player_ = mpv_->create();
@@ -127,7 +126,8 @@ bool PlaybackCore::MakePlayer(const QString& clientName) {
   if (mpv_->render_context_create(&renderer_, player_, parameters.data()) < 0) return false;
   mpv_->render_context_set_update_callback(
       renderer_,
-      [](void* core) { static_cast<PlaybackCore*>(core)->Wake(&PlaybackCore::frameWaits_); }, this);
+      [](void* core) { static_cast<PlaybackCore*>(core)->Wake(&PlaybackCore::framePending_); },
+      this);
   return true;
 }
 
@@ -150,13 +150,13 @@ PlaybackCore::~PlaybackCore() {
 void PlaybackCore::Start(const QString& path) {
   if (!Usable()) return;
   const bool hasRoom = HasRoomForThreads();
-  // Before the player is asked, since what it tells of the file comes on another thread.
+  // Before the command, since the serving thread may set the new values at once.
   const double position = position_.exchange(0);
   const double duration = duration_.exchange(0);
   if (!hasRoom) return Stop();
-  // A name that isn't a whole path might be taken for an address or for the standard input.
+  // The player might take a relative path for a URL, or "-" for standard input.
   const std::string file = ToNarrow(QDir::current().absoluteFilePath(path));
-  if (!Command({"loadfile", file.c_str(), "replace"}, kStartAnswer)) {
+  if (!Command({"loadfile", file.c_str(), "replace"}, kStartReplyId)) {
     position_ = position;
     duration_ = duration;
     return;
@@ -172,10 +172,10 @@ void PlaybackCore::Stop() {
   Command({"stop"});
 }
 
-bool PlaybackCore::Command(std::initializer_list<const char*> words, std::uint64_t answer) {
+bool PlaybackCore::Command(std::initializer_list<const char*> words, std::uint64_t replyId) {
   std::vector<const char*> arguments(words);
   arguments.push_back(nullptr);
-  return mpv_->command_async(player_, answer, arguments.data()) >= 0;
+  return mpv_->command_async(player_, replyId, arguments.data()) >= 0;
 }
 
 void PlaybackCore::setPaused(bool paused) {
@@ -190,7 +190,7 @@ void PlaybackCore::setVolume(int volume) {
   mpv_->set_property_async(player_, 0, "volume", MPV_FORMAT_DOUBLE, &value);
 }
 
-// The far side is turned down, the near side stays.
+// Attenuates the opposite channel.
 void PlaybackCore::setBalance(int balance) {
   if (!Usable()) return;
   constexpr double kFull = 100;
@@ -210,7 +210,8 @@ void PlaybackCore::ObserveProperties() {
   }
   mpv_->set_wakeup_callback(
       player_,
-      [](void* core) { static_cast<PlaybackCore*>(core)->Wake(&PlaybackCore::eventsWait_); }, this);
+      [](void* core) { static_cast<PlaybackCore*>(core)->Wake(&PlaybackCore::eventsPending_); },
+      this);
 }
 
 void PlaybackCore::DrainEvents() {
@@ -222,16 +223,16 @@ void PlaybackCore::DrainEvents() {
       const bool isKnown = event->error >= 0 && property.format == MPV_FORMAT_DOUBLE;
       TakeProperty(property.name, isKnown ? static_cast<const double*>(property.data) : nullptr);
     } else if (event->event_id == MPV_EVENT_COMMAND_REPLY) {
-      if (event->reply_userdata == kStartAnswer) Tell([this] { --unansweredStarts_; });
+      if (event->reply_userdata == kStartReplyId) Post([this] { --unansweredStarts_; });
     } else if (event->event_id == MPV_EVENT_START_FILE) {
       position_ = 0;
       duration_ = 0;
     } else if (event->event_id == MPV_EVENT_FILE_LOADED) {
-      // A file as long as the one before it may come without a change.
+      // A duration equal to the last file's isn't reported as a change.
       mpv_->get_property_async(player_, 0, kDuration, MPV_FORMAT_DOUBLE);
     } else if (event->event_id == MPV_EVENT_IDLE) {
-      // While a start is under way this is still the end of what was before it.
-      Tell([this] {
+      // Before the reply to a start this is the end of the file before it.
+      Post([this] {
         if (unansweredStarts_ == 0) active_ = false;
       });
     }
@@ -252,7 +253,7 @@ void PlaybackCore::TakeProperty(const char* name, const double* number) {
   }
 }
 
-// The frame that is being drawn is older than its size: it is drawn again.
+// A frame may come before its size, so it is rendered again.
 void PlaybackCore::TakeSize() {
   const QSize size(storedWidth_, storedHeight_);
   {
@@ -262,12 +263,11 @@ void PlaybackCore::TakeSize() {
     redraw_ = true;
     if (size.isEmpty()) shown_ = {};
   }
-  TellChange();
+  PostChange();
 }
 
-// More than can be seen now, so that a canvas that is slid about doesn't have to wait for its
-// picture.
-void PlaybackCore::setVisible(QSize visible) {
+// Has more rendered than is visible, so that scrolling doesn't have to wait for a new picture.
+void PlaybackCore::setVisibleSize(QSize visible) {
   constexpr int kMargin = 128;
   constexpr int kStep = 256;
   const auto roundUp = [](int length) { return (length + kMargin + kStep - 1) / kStep * kStep; };
@@ -281,10 +281,10 @@ void PlaybackCore::setVisible(QSize visible) {
   wake_.notify_one();
 }
 
-void PlaybackCore::Wake(bool PlaybackCore::*waits) {
+void PlaybackCore::Wake(bool PlaybackCore::*pending) {
   {
     const std::lock_guard lock(mutex_);
-    this->*waits = true;
+    this->*pending = true;
   }
   wake_.notify_one();
 }
@@ -292,11 +292,11 @@ void PlaybackCore::Wake(bool PlaybackCore::*waits) {
 void PlaybackCore::ServePlayer() {
   std::unique_lock lock(mutex_);
   while (true) {
-    wake_.wait(lock, [this] { return frameWaits_ || eventsWait_ || redraw_ || ending_; });
+    wake_.wait(lock, [this] { return framePending_ || eventsPending_ || redraw_ || ending_; });
     if (ending_) return;
-    const bool drains = std::exchange(eventsWait_, false);
+    const bool drains = std::exchange(eventsPending_, false);
     const bool redraws = std::exchange(redraw_, false);
-    frameWaits_ = false;
+    framePending_ = false;
     lock.unlock();
     if (drains) DrainEvents();
     const bool hasFrame = (mpv_->render_context_update(renderer_) & MPV_RENDER_UPDATE_FRAME) != 0;
@@ -330,20 +330,20 @@ void PlaybackCore::RenderFrame() {
     if (size_.boundedTo(wanted_) != size) return;
     std::swap(shown_, drawing_);
   }
-  TellChange();
+  PostChange();
 }
 
-void PlaybackCore::TellChange() {
-  if (changeTold_.exchange(true)) return;
-  Tell([this] {
-    changeTold_ = false;
+void PlaybackCore::PostChange() {
+  if (changePosted_.exchange(true)) return;
+  Post([this] {
+    changePosted_ = false;
     emit PictureChanged();
   });
 }
 
-template <typename News>
-void PlaybackCore::Tell(News news) {
-  QMetaObject::invokeMethod(this, news, Qt::QueuedConnection);
+template <typename Task>
+void PlaybackCore::Post(Task task) {
+  QMetaObject::invokeMethod(this, task, Qt::QueuedConnection);
 }
 
 QRegion PlaybackCore::Draw(QPainter& painter, const QRegion& region) {

@@ -20,10 +20,11 @@ namespace kelvane {
 
 struct PlayerLibrary;
 
-// Plays one file at a time. Its sound goes to the system's device, if there is one. The picture, as
-// it is stored and with square pixels, is drawn into memory on a thread of its own. Prints nothing.
+// Plays one file at a time, with sound if the system has a device. The picture, unrotated and with
+// square pixels, is rendered to memory on a thread of its own. Prints nothing.
 //
-// Everything public belongs to the user-interface thread, and no call of it waits for the player.
+// Public members belong to the user-interface thread. Only the constructor and the destructor may
+// wait for the player.
 class PlaybackCore : public QObject {
   Q_OBJECT
  public:
@@ -35,15 +36,16 @@ class PlaybackCore : public QObject {
   // False if nothing can be played; everything else has no effect then.
   bool Usable() const { return serving_.joinable(); }
 
-  // Plays a file from its beginning instead of the one that was playing. If the system has no room
-  // for the threads that a file takes, it only ends that one; if the player takes no more commands,
+  // Plays a file from its beginning instead of the current one. If the system can't start the
+  // threads that a file takes, it only ends the current one; if the player's command queue is full,
   // it has no effect.
   void Start(const QString& path);
+  // Ends the file. Active is false at once.
   void Stop();
   void setPaused(bool paused);
-  // 0 to 100.
+  // 0 to 100; the caller checks the range.
   void setVolume(int volume);
-  // -100, left alone, to 100, right alone.
+  // -100, left alone, to 100, right alone; the caller checks the range.
   void setBalance(int balance);
 
   // Whether a file is being opened or played, paused or not.
@@ -52,24 +54,24 @@ class PlaybackCore : public QObject {
   double Position() const { return position_; }
   double Duration() const { return duration_; }
 
-  // The size of the part of the picture that can be seen, from its top left corner. Little more
-  // than that is drawn.
-  void setVisible(QSize visible);
-  // Draws the part of the current picture that lies in `region`, with the picture's top left corner
-  // at (0, 0). Returns the part of the region that it doesn't cover.
+  // Sets the visible size of the picture, from its top left corner, in pixels. Little more than
+  // that is rendered.
+  void setVisibleSize(QSize visible);
+  // Draws the part of the current picture that is inside `region`, with the picture's top left
+  // corner at (0, 0). Returns the part of the region outside the picture.
   QRegion Draw(QPainter& painter, const QRegion& region);
 
  signals:
-  // The picture, or whether there is one, has changed since it was last drawn.
+  // The picture may have changed. Emitted on the user-interface thread.
   void PictureChanged();
 
  private:
   bool MakePlayer(const QString& clientName);
-  // Returns whether the player has accepted the command and will answer.
-  bool Command(std::initializer_list<const char*> words, std::uint64_t answer = 0);
+  // Returns whether the player has queued the command and will reply with `replyId`.
+  bool Command(std::initializer_list<const char*> words, std::uint64_t replyId = 0);
   void ObserveProperties();
   // Sets the flag and wakes the serving thread. Called on any thread of the player.
-  void Wake(bool PlaybackCore::*waits);
+  void Wake(bool PlaybackCore::*pending);
 
   // On the serving thread.
   void ServePlayer();
@@ -77,12 +79,12 @@ class PlaybackCore : public QObject {
   void TakeProperty(const char* name, const double* number);
   void TakeSize();
   void RenderFrame();
-  void TellChange();
-  // Has `news` called on the user-interface thread.
-  template <typename News>
-  void Tell(News news);
+  void PostChange();
+  // Queues `task` to the user-interface thread.
+  template <typename Task>
+  void Post(Task task);
 
-  const PlayerLibrary* const mpv_;  // null where it isn't there: then nothing is ever played
+  const PlayerLibrary* const mpv_;  // null if libmpv can't be loaded: then nothing is played
   mpv_handle* player_ = nullptr;
   mpv_render_context* renderer_ = nullptr;
   bool active_ = false;
@@ -91,19 +93,19 @@ class PlaybackCore : public QObject {
   std::atomic<double> duration_ = 0;
 
   std::thread serving_;
-  int storedWidth_ = 0;  // the serving thread's alone
+  int storedWidth_ = 0;  // for the serving thread alone
   int storedHeight_ = 0;
   std::mutex mutex_;  // guards what follows
   std::condition_variable wake_;
-  bool frameWaits_ = false;
-  bool eventsWait_ = false;
+  bool framePending_ = false;
+  bool eventsPending_ = false;
   bool redraw_ = false;
   bool ending_ = false;
-  QSize size_;      // of the pictures to come, whole; empty while unknown
-  QSize wanted_;    // the part of them to make, which may be larger than they are
+  QSize size_;      // full size of the next pictures; empty while unknown
+  QSize wanted_;    // the part of them to render, which may exceed size_
   QImage shown_;    // null while there is none
-  QImage drawing_;  // the serving thread's alone between two swaps
-  std::atomic<bool> changeTold_ = false;
+  QImage drawing_;  // for the serving thread alone between two swaps
+  std::atomic<bool> changePosted_ = false;
 };
 
 }  // namespace kelvane

@@ -10,7 +10,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Returns false if the library lacks one of them.
+// Returns false if the library lacks a function.
 bool ResolveAll(QLibrary& library, PlayerLibrary& functions) {
   bool complete = true;
   const auto resolve = [&]<class Function>(const char* name, Function*& function) {
@@ -36,7 +36,7 @@ bool ResolveAll(QLibrary& library, PlayerLibrary& functions) {
 }
 
 std::optional<PlayerLibrary> Load() {
-  // Of the interface that this is compiled for.
+  // The version of the API that this is compiled for.
   constexpr int kMajorVersion = MPV_CLIENT_API_VERSION >> 16;
   QLibrary library(u"mpv"_s, kMajorVersion);
   PlayerLibrary functions;
@@ -47,7 +47,7 @@ std::optional<PlayerLibrary> Load() {
 }  // namespace
 
 const PlayerLibrary* PlayerLibrary::Get() {
-  // What failed for lack of descriptors or memory may succeed later.
+  // Loading may fail for lack of descriptors or memory, and succeed later.
   static std::optional<PlayerLibrary> functions;
   if (!functions) functions = Load();
   return functions ? &*functions : nullptr;

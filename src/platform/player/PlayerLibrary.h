@@ -5,11 +5,11 @@
 
 namespace kelvane {
 
-// The player's functions, each under its own name without the prefix. The library is loaded when it
-// is first asked for, since that takes longer than a window takes to open.
+// libmpv's functions, under their names without the prefix. The library is loaded on first use,
+// since loading takes longer than opening a window.
 struct PlayerLibrary {
-  // Returns null if the library can't be loaded or lacks one of the functions; a later call tries
-  // again. The result is valid until the program ends. For the user-interface thread alone.
+  // Returns null if the library can't be loaded or lacks a function; a later call tries again. The
+  // result is valid until the program ends. For the user-interface thread alone.
   static const PlayerLibrary* Get();
 
   decltype(&mpv_command_async) command_async = nullptr;

@@ -1,4 +1,4 @@
-// The sizes of windows.
+// The sizes of forms.
 #include <gtest/gtest.h>
 
 #include <QMenuBar>
@@ -13,37 +13,25 @@
 namespace kelvane::testing {
 namespace {
 
-const Menus kMenus{{.name = "mnu_open", .caption = "Open"}};
-
-TEST(FormSize, OfADesignIsThatOfTheContentArea) {
-  const TestForm pixels;
-  EXPECT_EQ(pixels.Width(), 4500);
-  EXPECT_EQ(pixels.Height(), 3000);
-  EXPECT_EQ(pixels.ScaleWidth(), 300);
-  EXPECT_EQ(pixels.ScaleHeight(), 200);
-  EXPECT_EQ(pixels.size(), QSize(300, 200));
-  const TestForm twips(TwipForm());
-  EXPECT_EQ(twips.Width(), 4500);
-  EXPECT_EQ(twips.ScaleWidth(), 4500);
-  EXPECT_EQ(twips.ScaleHeight(), 3000);
-}
-
-TEST(FormSize, IncludesTheMenuBarWhichTheContentAreaDoesNot) {
-  TestForm form(Controls{}, kMenus);
-  const int bar = form.findChild<QMenuBar*>()->height();
-  ASSERT_GT(bar, 0);
+TEST(FormSize, IncludesTheMenuBarWhichLiesAboveTheContentArea) {
+  TestForm form(Controls{}, Menus{{.name = "mnu_open", .caption = "Open"}});
+  auto* menus = form.findChild<QMenuBar*>();
+  const int height = menus->height();
+  ASSERT_GT(height, 0);
+  EXPECT_FALSE(menus->isNativeMenuBar());
+  EXPECT_EQ(menus->geometry(), QRect(0, 0, 300, height));
   EXPECT_EQ(form.ScaleHeight(), 200);
-  EXPECT_EQ(form.Height(), static_cast<float>(200 + bar) * 15);
+  EXPECT_EQ(form.Height(), static_cast<float>(200 + height) * 15);
   form.setHeight(6000);
-  EXPECT_EQ(form.ScaleHeight(), static_cast<float>(400 - bar));
   form.Open();
   EXPECT_EQ(form.Height(), 6000);
-  EXPECT_EQ(form.ScaleHeight(), static_cast<float>(400 - bar));
+  EXPECT_EQ(form.ScaleHeight(), static_cast<float>(400 - height));
   form.setHeight(15);
   EXPECT_EQ(form.ScaleHeight(), 0) << "not negative";
+  EXPECT_EQ(TestForm().findChild<QMenuBar*>(), nullptr) << "a form without menus has none";
 }
 
-TEST(FormSize, ReadsBackAsAssignedAndIsTheNearestWholePixelOnTheScreen) {
+TEST(FormSize, ReadsBackAsAssignedAndIsRoundedToPixelsOnTheScreen) {
   TestForm form;
   for (int shown = 0; shown < 2; ++shown) {
     for (const auto& [assigned, pixels] :
@@ -57,18 +45,6 @@ TEST(FormSize, ReadsBackAsAssignedAndIsTheNearestWholePixelOnTheScreen) {
     }
     form.Open();
   }
-}
-
-TEST(FormSize, IsTheScreensOnceTheUserHasChangedIt) {
-  TestForm form;
-  form.Open();
-  form.setWidth(16667);
-  form.windowHandle()->resize(500, 400);
-  ASSERT_TRUE(WaitFor([&] { return form.width() == 500; }));
-  EXPECT_EQ(form.Width(), 7500);
-  EXPECT_EQ(form.Height(), 6000);
-  EXPECT_EQ(form.ScaleWidth(), 500);
-  EXPECT_EQ(form.ScaleHeight(), 400);
 }
 
 TEST(FormSize, RefusesWhatIsNegativeOrUndefined) {
@@ -94,50 +70,51 @@ TEST(FormSize, MayBeHuge) {
   }
 }
 
-TEST(FormSize, OfTheContentAreaIsWholeTwipsForEveryPixel) {
-  TestForm form(TwipForm());
-  for (int pixels = 1; pixels < 2000; ++pixels) {
-    form.setWidth(static_cast<float>(pixels * 15));
-    ASSERT_EQ(form.ScaleWidth(), static_cast<float>(pixels * 15));
-  }
-}
-
-TEST(FormSize, OfASizableFormHasNoLimit) {
+TEST(FormSize, HasNoLimitInASizableForm) {
   const TestForm form;
   EXPECT_EQ(form.minimumSize(), QSize(0, 0));
   EXPECT_GE(form.maximumWidth(), 32767);
   EXPECT_EQ(form.windowType(), Qt::Window);
 }
 
-TEST(FormSize, OfAFixedDialogIsTheProgramsToChooseAndNotTheUsers) {
+TEST(FixedDialog, HasASizeThatTheProgramCanChangeAndTheUserCannot) {
   TestForm form(FixedForm());
-  EXPECT_EQ(form.minimumSize(), QSize(300, 200));
-  EXPECT_EQ(form.maximumSize(), QSize(300, 200));
   form.Open();
-  form.setHeight(2400);
-  EXPECT_EQ(form.size(), QSize(300, 160));
-  EXPECT_EQ(form.windowHandle()->minimumSize(), QSize(300, 160));
-  EXPECT_EQ(form.windowHandle()->maximumSize(), QSize(300, 160));
-  EXPECT_EQ(form.ScaleHeight(), 160);
+  for (const int height : {160, 200}) {
+    form.setHeight(static_cast<float>(height * 15));
+    EXPECT_EQ(form.windowHandle()->minimumSize(), QSize(300, height));
+    EXPECT_EQ(form.windowHandle()->maximumSize(), QSize(300, height));
+    EXPECT_EQ(form.ScaleHeight(), height);
+  }
+  const Qt::WindowFlags flags = form.windowFlags();
+  EXPECT_TRUE(flags.testFlag(Qt::WindowTitleHint) && flags.testFlag(Qt::WindowCloseButtonHint));
+  EXPECT_FALSE(flags & (Qt::WindowMinimizeButtonHint | Qt::WindowMaximizeButtonHint));
 }
 
-TEST(FixedDialog, HasATitleAndACloseButtonAndNoneToMinimiseOrMaximise) {
-  const TestForm form(FixedForm());
-  EXPECT_TRUE(form.windowFlags().testFlag(Qt::WindowTitleHint));
-  EXPECT_TRUE(form.windowFlags().testFlag(Qt::WindowCloseButtonHint));
-  EXPECT_FALSE(form.windowFlags().testFlag(Qt::WindowMinimizeButtonHint));
-  EXPECT_FALSE(form.windowFlags().testFlag(Qt::WindowMaximizeButtonHint));
-  EXPECT_EQ(form.windowType(), Qt::Dialog);
-  EXPECT_FALSE(form.isModal());
+TEST(FormSize, IsNoLargerThanTheScreenWhileTheFormIsMaximisedOrFullScreen) {
+  for (const Qt::WindowState filling : {Qt::WindowMaximized, Qt::WindowFullScreen}) {
+    TestForm form;
+    form.OnResize = [&] {
+      if (form.Width() < 30000) form.setWidth(30000);
+    };
+    form.Open();
+    form.setWidth(30000);
+    ASSERT_EQ(form.width(), 2000);
+    const int screenWidth = form.screen()->size().width();
+    ASSERT_LT(screenWidth, 2000);
+    form.setWindowState(filling);
+    EXPECT_TRUE(WaitFor([&] { return form.width() <= screenWidth; })) << filling;
+    DoEvents();
+    EXPECT_LE(form.width(), screenWidth) << filling;
+    EXPECT_EQ(form.windowHandle()->size(), form.size()) << filling;
+  }
 }
 
 class FormResize : public ::testing::Test {
  protected:
   FormResize() {
     form.OnResize = [this] {
-      events.push_back(u"%1x%2"_s.arg(static_cast<double>(form.ScaleWidth()))
-                           .arg(static_cast<double>(form.ScaleHeight()))
-                           .toStdString());
+      events.push_back(std::to_string(form.width()) + "x" + std::to_string(form.height()));
     };
   }
 
@@ -148,6 +125,10 @@ class FormResize : public ::testing::Test {
 TEST_F(FormResize, IsRaisedBeforeTheAssignmentReturnsAndOnlyIfAPixelChanges) {
   form.setWidth(9000);
   EXPECT_EQ(events, Events{}) << "it isn't loaded yet";
+  form.OnLoad = [this] {
+    form.setHeight(3015);
+    EXPECT_EQ(events, Events{"600x201"}) << "in Form_Load";
+  };
   form.Load();
   for (int shown = 0; shown < 2; ++shown) {
     events.clear();
@@ -164,22 +145,17 @@ TEST_F(FormResize, IsRaisedBeforeTheAssignmentReturnsAndOnlyIfAPixelChanges) {
   }
 }
 
-TEST_F(FormResize, IsRaisedByFormLoadItself) {
-  form.OnLoad = [this] {
-    events.emplace_back("load");
-    form.setHeight(6000);
-    events.emplace_back("loaded");
-  };
-  form.Load();
-  EXPECT_EQ(events, (Events{"load", "300x400", "loaded"}));
-}
-
-TEST_F(FormResize, IsRaisedWhenTheUserResizes) {
+TEST_F(FormResize, IsRaisedWithTheNewSizeWhenTheUserResizes) {
   form.Open();
+  form.setWidth(16667);
   events.clear();
   form.windowHandle()->resize(500, 400);
   ASSERT_TRUE(WaitFor([&] { return !events.empty(); }));
   EXPECT_EQ(events, Events{"500x400"});
+  EXPECT_EQ(form.Width(), 7500);
+  EXPECT_EQ(form.Height(), 6000);
+  EXPECT_EQ(form.ScaleWidth(), 500);
+  EXPECT_EQ(form.ScaleHeight(), 400);
 }
 
 TEST_F(FormResize, MayItselfChangeTheSizeOfTheForm) {
@@ -196,18 +172,10 @@ TEST_F(FormResize, MayItselfChangeTheSizeOfTheForm) {
     EXPECT_EQ(form.ScaleWidth(), 1111);
     form.Open();
   }
-}
-
-TEST_F(FormResize, SnapsBackWhatTheUserMadeTooSmall) {
-  form.OnResize = [this] {
-    if (form.Width() < 4500) form.setWidth(4500);
-  };
-  form.Open();
   form.windowHandle()->resize(100, 400);
   EXPECT_TRUE(WaitFor([&] { return form.height() == 400; }));
-  EXPECT_TRUE(WaitFor([&] { return form.windowHandle()->width() == 300; }));
-  EXPECT_EQ(form.Width(), 4500);
-  EXPECT_EQ(form.ScaleWidth(), 300);
+  EXPECT_TRUE(WaitFor([&] { return form.windowHandle()->width() == 1111; }))
+      << "after a size that the user chose";
 }
 
 TEST_F(FormResize, IsRaisedWhenTheFormIsMinimisedAndWhenItIsRestored) {
@@ -233,25 +201,6 @@ TEST_F(FormResize, IsRaisedOnceWhenTheFormIsMaximisedAndOnceWhenItIsRestored) {
   ASSERT_TRUE(WaitFor([&] { return form.width() == 300; }));
   EXPECT_EQ(form.State(), WindowState::kNormal);
   EXPECT_EQ(events, (Events{maximised, "300x200"}));
-}
-
-TEST(FormSize, IsNoLargerThanTheScreenThatTheFormFills) {
-  for (const Qt::WindowState filling : {Qt::WindowMaximized, Qt::WindowFullScreen}) {
-    TestForm form;
-    form.OnResize = [&] {
-      if (form.Width() < 30000) form.setWidth(30000);
-    };
-    form.Open();
-    form.setWidth(30000);
-    ASSERT_EQ(form.width(), 2000);
-    const int screenWidth = form.screen()->size().width();
-    ASSERT_LT(screenWidth, 2000);
-    form.setWindowState(filling);
-    EXPECT_TRUE(WaitFor([&] { return form.width() <= screenWidth; })) << filling;
-    DoEvents();
-    EXPECT_LE(form.width(), screenWidth) << filling;
-    EXPECT_EQ(form.windowHandle()->size(), form.size()) << filling;
-  }
 }
 
 }  // namespace

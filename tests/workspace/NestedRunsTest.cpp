@@ -1,0 +1,268 @@
+// Events are handled at each block of a running tool's text. These tests start loads, previews and
+// crops then.
+#include <QFile>
+#include <QPointer>
+#include <QTimer>
+#include <utility>
+
+#include "shared/SharedValues.h"
+#include "workspace/MainWindowTest.h"
+
+namespace kelvane::testing {
+namespace {
+
+constexpr const char* kSuccessful = "Progress: 100 % Complete: Status: Cropping Successful";
+
+class NestedRuns : public MainWindowTest {
+ protected:
+  // Does the step when events are next handled after that block has been stored, and opens the gate
+  // for the tool to go on.
+  void AfterBlock(const QString& block, std::function<void()> step) const {
+    Get<TextBox>("Text2").Change = [this, block, step = std::move(step)](int) mutable {
+      if (!step || !Store().endsWith(block)) return;
+      AtNextDoEvents(std::exchange(step, nullptr));
+      gate_.Open();
+    };
+  }
+  static QString StatusOf(const Form2& job) { return job.Find<Label>("Label1(2)").Caption(); }
+
+  const Gate gate_{tools_.PathOf("gate")};
+};
+
+TEST_F(NestedRuns, ALoadDuringADurationProbeReplacesPathAndSizeOfTheFirstLoad) {
+  const QString first = tools_.File("first.mp4");
+  const QString second = tools_.File("second.mp4");
+  tools_.SizeProbeDoes(Print(SizeText(640, 360)));
+  tools_.DurationProbeDoes(Print("one\n") + Wait(gate_) + Print("two, Duration: 00:00:11.00\n") +
+                           Wait(gate_) + Print("three\n"));
+  Texts inside;
+  AfterBlock("one\n", [&] {
+    inside = {Path().Text().toStdString(), Number(SourceWidth), Number(SourceHeight)};
+    Pick(second, SizeText(1920, 1080), "Duration: 00:00:22.00\n");
+    gate_.Open();
+  });
+  Pick(first);
+
+  EXPECT_EQ(inside, (Texts{first.toStdString(), "0,640", "0,360"}));
+  EXPECT_EQ(tools_.Runs(),
+            (Texts{SizeRun(first), DurationRun(first), SizeRun(second), DurationRun(second)}));
+  EXPECT_EQ(Store(),
+            "width=640\nheight=360\none\nDuration: 00:00:22.00\n"
+            "two, Duration: 00:00:11.00\nthree\n");
+  EXPECT_EQ(VideoDuration, "00:00:22");
+  EXPECT_EQ(Path().Text(), second);
+  EXPECT_EQ(VideoPath, second);
+  EXPECT_EQ(Number(SourceWidth), "1,920");
+  EXPECT_EQ(Canvas().size(), QSize(1920, 1080));
+  EXPECT_TRUE(ProbeDimensionsDone);
+}
+
+TEST_F(NestedRuns, ALoadDuringASizeProbeReplacesThePathThatTheFirstLoadProbesNext) {
+  const QString first = tools_.File("first.mp4");
+  const QString second = tools_.File("second.mp4");
+  tools_.SizeProbeDoes(Print(SizeText(640, 360)));
+  tools_.DurationProbeDoes(Print("text\n"));
+  Before(Path().Change, [&](int) {
+    if (Path().Text() == first) AtNextDoEvents([&] { Pick(second); });
+  });
+  Pick(first);
+  EXPECT_EQ(tools_.Runs(),
+            (Texts{SizeRun(first), SizeRun(second), DurationRun(second), DurationRun(second)}));
+  EXPECT_EQ(Path().Text(), second);
+  EXPECT_EQ(VideoPath, second);
+  EXPECT_EQ(Store(), "width=640\nheight=360\ntext\nwidth=640\nheight=360\ntext\n");
+}
+
+TEST_F(NestedRuns, ALoadDuringAPreviewDoesNotLoseThePreviewsLaterText) {
+  ProbeDimensionsDone = true;
+  tools_.PreviewDoes(Print("one\n") + Wait(gate_) + Print("two\n"));
+  AfterBlock("one\n", [&] { Pick(tools_.File("a.mp4"), SizeText(1920, 1080), "loaded\n"); });
+  Give(PreviewCroppedVideo);
+  EXPECT_EQ(Store(), "one\nloaded\ntwo\n");
+  EXPECT_EQ(Number(SourceWidth), "1,920");
+}
+
+TEST_F(NestedRuns, APreviewDuringADurationProbeDoesNotLoseTheProbesLaterText) {
+  tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
+  tools_.DurationProbeDoes(Print("one\n") + Wait(gate_) + Print("Duration: 00:00:11.00\n"));
+  tools_.PreviewDoes(Print("playing\n"));
+  AfterBlock("one\n", [&] { Give(PreviewCroppedVideo); });
+  Pick(tools_.File("a.mp4"));
+  EXPECT_EQ(Store(), "one\nplaying\nDuration: 00:00:11.00\n");
+  EXPECT_EQ(VideoDuration, "00:00:11");
+}
+
+TEST_F(NestedRuns, EventsAreFirstHandledInALoadWhenTheSizeIsShown) {
+  for (const auto& [size, width, height] :
+       {std::tuple(QSize(1920, 1080), "1,920", "1,080"), {QSize(640, 360), "0,640", "0,360"}}) {
+    Get<TextBox>("Text2").setText({});
+    const std::size_t runs = tools_.Runs().size();
+    Texts state;
+    const std::function<void(int)> wired = Path().Change;
+    Before(Path().Change, [&](int) {
+      AtNextDoEvents([&] {
+        state = {Number(SourceWidth), Number(SourceHeight), Store().toStdString()};
+        EXPECT_EQ(tools_.Runs().size(), runs + 1);
+        EXPECT_TRUE(ProbeDimensionsDone);
+      });
+    });
+    LoadVideoOf(size.width(), size.height());
+    Path().Change = wired;
+    EXPECT_EQ(state, (Texts{width, height, ""}));
+  }
+}
+
+TEST_F(NestedRuns, EventsAreHandledForEachBlockOfTextBeforeItIsStored) {
+  tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
+  tools_.DurationProbeDoes(Print("one\n") + Wait(gate_) + Print("Duration: 00:00:01") +
+                           Wait(gate_) + Print("\nthree\n"));
+  Texts handled;
+  Get<TextBox>("Text2").Change = [&](int) {
+    AtNextDoEvents([&] {
+      EXPECT_FALSE(Canvas().Visible()) << "before the end of the first load";
+      handled.push_back(Store().toStdString() + ", duration: " + VideoDuration.toStdString());
+    });
+    gate_.Open();
+  };
+  Pick(tools_.File("a.mp4"));
+  EXPECT_EQ(handled, (Texts{"one\n, duration: ", "one\nDuration: 00:00:01, duration: 00:00:01",
+                            "one\nDuration: 00:00:01\nthree\n, duration: 00:00:01"}));
+}
+
+TEST_F(NestedRuns, ACropDuringAJobReplacesTheSharedValuesAndStartsNoTool) {
+  tools_.CropDoes(Print("one\n") + Wait(gate_) + Print("two\n"));
+  CropWidth = 111;
+  CropTo("/tmp/first.mp4");
+  Form2* const job = JobWindow();
+  ASSERT_NE(job, nullptr);
+  AtNextDoEvents([&] {
+    CropWidth = 222;
+    CropTo("/tmp/second.mp4");
+    EXPECT_EQ(JobWindow(), job);
+    EXPECT_EQ(StatusOf(*job), "Progress: 00.00 % Complete: Status: Cropping...");
+    gate_.Open();
+  });
+  RunJob(*job);
+  EXPECT_EQ(tools_.Runs(), Texts{"ffmpeg | -i | -vf | crop=111:0:0:0 | /tmp/first.mp4"});
+  EXPECT_EQ(OutputPath, "/tmp/second.mp4");
+  EXPECT_EQ(CropFilter, "222:0:0:0");
+  EXPECT_EQ(job->Find<Label>("Label1(1)").Caption(), "/tmp/first.mp4");
+  EXPECT_EQ(StatusOf(*job), kSuccessful);
+  EXPECT_TRUE(job->isVisible());
+}
+
+TEST_F(NestedRuns, ACropAfterAJobShowsItsWindowAgainAndStartsNoTool) {
+  CropTo("/tmp/first.mp4");
+  Form2* const job = JobWindow();
+  ASSERT_NE(job, nullptr);
+  RunJob(*job);
+  job->hide();
+  CropTo("/tmp/second.mp4");
+  EXPECT_EQ(JobWindow(), job);
+  EXPECT_TRUE(job->isVisible());
+  EXPECT_FALSE(TimerOf(*job).Enabled());
+  EXPECT_EQ(StatusOf(*job), kSuccessful);
+  EXPECT_EQ(OutputPath, "/tmp/second.mp4");
+}
+
+TEST_F(NestedRuns, AJobDoesNotStartWhileALoadsDialogIsOpenButOtherTimersTick) {
+  const QString chosen = tools_.File("chosen.mp4");
+  tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
+  CropWidth = 111;
+  CropTo("/tmp/first.mp4");
+  Form2* const job = JobWindow();
+  ASSERT_NE(job, nullptr);
+  const DialogAnswers answers({[&](QDialog& dialog) {
+    Bar(LeftBar).setLeft(100);
+    RunJob(*job);
+    EXPECT_TRUE(WaitForTicks(Get<Timer>("Timer2"), 1));
+    EXPECT_EQ(CropLeft, 100);
+    TypeFile(chosen)(dialog);
+    RunJob(*job);
+  }});
+  Give(LoadVideo);
+  EXPECT_EQ(Path().Text(), chosen);
+  EXPECT_EQ(Number(SourceWidth), "1,920");
+  EXPECT_EQ(tools_.Runs(), (Texts{SizeRun(chosen), DurationRun(chosen)}));
+  RunJob(*job);
+  EXPECT_EQ(LastRun(),
+            "ffmpeg | -i | " + chosen.toStdString() + " | -vf | crop=111:0:0:0 | /tmp/first.mp4");
+}
+
+TEST_F(NestedRuns, ALoadDuringAJobLeavesTheJobsCommandLine) {
+  const QString video = tools_.File("other.mp4");
+  tools_.CropDoes(Print("one\n") + Wait(gate_));
+  CropTo("/tmp/out.mp4");
+  AtNextDoEvents([&] {
+    Pick(video, SizeText(1920, 1080), DurationText("00:00:10.00"));
+    gate_.Open();
+  });
+  RunJob(*JobWindow());
+  EXPECT_EQ(tools_.Runs(), (Texts{"ffmpeg | -i | -vf | crop=0:0:0:0 | /tmp/out.mp4", SizeRun(video),
+                                  DurationRun(video)}));
+  EXPECT_EQ(Number(SourceWidth), "1,920");
+}
+
+TEST_F(NestedRuns, ANewJobCanStartDuringACancelledOneAndEndAfterIt) {
+  tools_.CropDoes(Print("one\n"));
+  CropTo("/tmp/first.mp4");
+  const QPointer<Form2> first = JobWindow();
+  ASSERT_FALSE(first.isNull());
+  AtNextDoEvents([&] {
+    Release(first->Find<Label>("Label2"));
+    EXPECT_EQ(JobWindow(), nullptr);
+    CropTo("/tmp/second.mp4");
+  });
+  RunJob(*first);
+  PumpOnce();
+  EXPECT_TRUE(first.isNull());
+  ASSERT_NE(JobWindow(), nullptr);
+  RunJob(*JobWindow());
+  EXPECT_EQ(tools_.Runs(), (Texts{"ffmpeg | -i | -vf | crop=0:0:0:0 | /tmp/first.mp4",
+                                  "ffmpeg | -i | -vf | crop=0:0:0:0 | /tmp/second.mp4"}));
+  EXPECT_EQ(StatusOf(*JobWindow()), kSuccessful);
+}
+
+TEST_F(NestedRuns, StartFreshDuringAJobUnloadsItsWindowAndLetsTheToolUpdateTheProgressBar) {
+  auto& bar = Get<ProgressBar>("pbar");
+  tools_.CropDoes(Print("time=00:00:05.00 ") + Wait(gate_) + Print("time=00:00:09.00 "));
+  CropTo("/tmp/out.mp4");
+  Form2* const job = JobWindow();
+  AtNextDoEvents([&] {
+    const DialogAnswers answers({PressButton(QMessageBox::Yes)});
+    Get<CommandButton>("Command1", StartFreshButton).Click(StartFreshButton);
+    EXPECT_EQ(JobWindow(), nullptr);
+    EXPECT_EQ(bar.Value(), 0);
+    gate_.Open();
+  });
+  RunJob(*job);
+  EXPECT_EQ(bar.Value(), 9);
+}
+
+TEST_F(NestedRuns, TheProgramEndsAfterTheToolOfAJobWhoseWindowsWereClosed) {
+  const QString whole = tools_.Path() + "/whole";
+  tools_.CropDoes(Print("one\n") + Wait(gate_) + Print("two\n") +
+                  QStringLiteral("echo whole > '%1'\n").arg(whole));
+  CropTo("/tmp/out.mp4");
+  Form2* const job = JobWindow();
+  bool handled = false;
+  QTimer::singleShot(0, [&] {
+    AtNextDoEvents([&] {
+      handled = true;
+      EXPECT_TRUE(form_->close());
+      EXPECT_TRUE(job->isVisible());
+      EXPECT_TRUE(job->close());
+      gate_.Open();
+    });
+    RunJob(*job);
+  });
+  QTimer deadline;
+  QObject::connect(&deadline, &QTimer::timeout, [] { QApplication::exit(1); });
+  deadline.start(kPatience);
+  EXPECT_EQ(QApplication::exec(), 0);
+  EXPECT_TRUE(handled);
+  EXPECT_TRUE(QFile::exists(whole));
+}
+
+}  // namespace
+}  // namespace kelvane::testing
