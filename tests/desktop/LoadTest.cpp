@@ -1,7 +1,7 @@
 // Loads by the real probe tool: names of every kind, and locales.
 #include <QDir>
 
-#include "desktop/DesktopTest.h"
+#include "desktop/JoinerTest.h"
 
 namespace kelvane::desktop {
 namespace {
@@ -55,12 +55,12 @@ TEST_P(LocaleOfAnotherEncoding, LoadsNamesBeyondAsciiWithoutAComplaint) {
 INSTANTIATE_TEST_SUITE_P(Locales, LocaleOfAnotherEncoding,
                          ::testing::Values("C", "POSIX", "de_DE.ISO-8859-1", "xx_XX"));
 
-// French numbers have a decimal comma, and a separator of thousands of three bytes.
+// A number as the French locale has it. Its separator of thousands takes three bytes, and its
+// decimal sign is a comma.
+QString French(const char* number) { return QString(number).replace(' ', QChar(0x202f)); }
+
 TEST_F(Load, ShowsFrenchNumbersAndCropsAndPlaysAsInAnyLocale) {
   constexpr QSize kSize(1920, 1080);
-  const auto french = [](const char* number) {
-    return QString(number).replace(' ', QChar(0x202f));
-  };
   ASSERT_NO_FATAL_FAILURE(ProvideLocale(program, "fr_FR.UTF-8"));
   program.SetVariable("LANG", "fr_FR.UTF-8");
   video = program.PathOf("video.mp4");
@@ -69,8 +69,8 @@ TEST_F(Load, ShowsFrenchNumbersAndCropsAndPlaysAsInAnyLocale) {
       "ffmpeg", "echo time=00:00:01.00\n" + program.PrintingGate("go") + R"(exec "$real" "$@")");
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
   ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, video));
-  EXPECT_TRUE(window.AwaitCaption("Label1(1)", french("1 920")));
-  EXPECT_TRUE(window.AwaitCaption("Label1(9)", french("1 915"))) << "the region's width";
+  EXPECT_TRUE(window.AwaitCaption("Label1(1)", French("1 920")));
+  EXPECT_TRUE(window.AwaitCaption("Label1(9)", French("1 915"))) << "the region's width";
   ASSERT_TRUE(window.AwaitCanvas());
   window.Click(kRunVideo);
   EXPECT_TRUE(window.AwaitMoving(kSize));
@@ -81,6 +81,27 @@ TEST_F(Load, ShowsFrenchNumbersAndCropsAndPlaysAsInAnyLocale) {
   ExpectSuccessAndCloseJob();
   EXPECT_EQ(program.RunsOf("ffmpeg").value(0).value(3), "crop=1915:1075:0:0");
   EXPECT_EQ(VideoSize(output), QSize(1914, 1074));
+}
+
+class FrenchJoiner : public JoinerTest {
+ protected:
+  FrenchJoiner() {
+    ProvideLocale(program, "fr_FR.UTF-8");
+    program.SetVariable("LANG", "fr_FR.UTF-8");
+    program.ReplaceTool("ffprobe", "echo '  Duration: 00:20:20.90, start: 0.000000' >&2");
+    program.ReplaceTool("ffmpeg", "");
+  }
+};
+
+TEST_F(FrenchJoiner, ShowsFrenchNumbersAndJoinsAsInAnyLocale) {
+  const QString clip = program.PathOf("a.mp4");
+  const QString output = program.PathOf("joined.mp4");
+  WriteFile(clip, "no video");
+  ASSERT_NO_FATAL_FAILURE(Add(clip));
+  EXPECT_TRUE(joiner.AwaitTotals(1, French("01 220"), "00:20:20"));
+  ASSERT_NO_FATAL_FAILURE(JoinTo(output));
+  EXPECT_EQ(program.RunsOf("ffmpeg").value(0).last(), output);
+  CloseJoinerAndExpectEnd();
 }
 
 }  // namespace

@@ -1,271 +1,159 @@
-// The join by copy: what the tools are told, what is written, and in what order.
+// The join by copy: what the tool is told, what is written, and in what order.
 #include <QDir>
 #include <QElapsedTimer>
-#include <QFileDialog>
 #include <QFileInfo>
-#include <fstream>
+#include <new>
 
-#include "joiner/JoinTest.h"
+#include "joiner/JoinerWindowTest.h"
 #include "media/Module1.h"
 #include "platform/App.h"
-#include "support/AllocationFailure.h"
 
 namespace kelvane::testing {
 namespace {
 
-using Joining = JoinTest;
+using JoinByCopy = JoinerWindowTest;
 
-TEST_F(Joining, TellsTheToolTheListFileAndTheOutput) {
-  AddThree();
-  EXPECT_EQ(JoinTo("/tmp/all.mp4"), (Texts{"Save Video As", kSuccess}));
-  EXPECT_EQ(RunsOf("ffmpeg"), Texts{CopyRun("/tmp/all.mp4")});
-}
-
-TEST_F(Joining, AsksForTheOutputUnderItsTitleWithAFilterForMp4) {
-  Texts seen;
-  Join([&](QDialog& dialog) {
-    auto& files = dynamic_cast<QFileDialog&>(dialog);
-    seen = {files.windowTitle().toStdString(),
-            files.nameFilters().join(QLatin1Char(';')).toStdString()};
-    EXPECT_EQ(files.acceptMode(), QFileDialog::AcceptSave);
-    dialog.reject();
-  });
-  EXPECT_EQ(seen, (Texts{"Save Video As", "MP4 File (*.mp4) (*.mp4)"}));
-}
-
-TEST_F(Joining, WritesALineForEachSectionInOrder) {
-  AddThree();
-  JoinTo("/tmp/all.mp4");
-  EXPECT_EQ(ListFile(), "file '" + Path("a.mp4") + "'\r\nfile '" + Path("b.mp4") + "'\r\nfile '" +
-                            Path("c.mp4") + "'\r\n");
-}
-
-TEST_F(Joining, WritesARemovedSectionAsALineAsWell) {
-  AddThree();
+TEST_F(JoinByCopy, ListsEveryPathForTheToolEvenThoseOfRemovedSections) {
+  for (const char* name : {"a.mp4", "b.mp4", "it's ü 動.mp4"}) AddSectionOf(name);
   Remove(3);
-  JoinTo("/tmp/all.mp4");
-  EXPECT_EQ(ListFile(), "file '" + Path("a.mp4") + "'\r\nfile 'Deleted Section'\r\nfile '" +
-                            Path("c.mp4") + "'\r\n");
+  EXPECT_EQ(JoinTo("/tmp/all.mp4"), (Texts{"Save Video As", kSuccess}));
+  EXPECT_EQ(ListFile(),
+            ListLine("a.mp4") + "file 'Deleted Section'\r\n" + ListLine("it's ü 動.mp4"));
+  EXPECT_EQ(Joins(), Texts{CopyRun("/tmp/all.mp4")});
 }
 
-TEST_F(Joining, WritesPathsWithBlanksApostrophesAndAnyLettersAsTheyStand) {
-  tools_.DurationProbeDoes(Print(DurationText("00:10:00.00")));
-  const QString file = tools_.File(QString::fromUtf8("it's ü 動.mp4"));
-  Add(file);
-  JoinTo("/tmp/all.mp4");
-  EXPECT_EQ(ListFile(), "file '" + file.toStdString() + "'\r\n");
-}
-
-TEST_F(Joining, OfOneSectionIsNothingSpecial) {
-  AddSectionOf("a.mp4", "00:10:00.00");
-  JoinTo("/tmp/all.mp4");
-  EXPECT_EQ(ListFile(), "file '" + Path("a.mp4") + "'\r\n");
-  EXPECT_EQ(RunsOf("ffmpeg"), Texts{CopyRun("/tmp/all.mp4")});
-}
-
-TEST_F(Joining, OfNoSectionWritesAnEmptyListAndRunsTheToolOnIt) {
+TEST_F(JoinByCopy, RunsTheToolOnAnEmptyListIfThereIsNoSection) {
   EXPECT_EQ(JoinTo("/tmp/all.mp4"), (Texts{"Save Video As", kSuccess}));
   EXPECT_EQ(ListFile(), "");
-  EXPECT_EQ(RunsOf("ffmpeg"), Texts{CopyRun("/tmp/all.mp4")});
+  EXPECT_EQ(Joins(), Texts{CopyRun("/tmp/all.mp4")});
 }
 
-TEST_F(Joining, RunsOnWithoutAnOutputWhereTheDialogIsCancelled) {
-  AddThree();
+TEST_F(JoinByCopy, RunsTheToolWithoutAnOutputIfTheDialogIsCancelled) {
+  JoinTo("/tmp/earlier.mp4");
   EXPECT_EQ(Join(CancelDialog()), (Texts{"Save Video As", kSuccess}));
-  EXPECT_EQ(RunsOf("ffmpeg"), Texts{CopyRun("")});
-  EXPECT_EQ(Shown(ProcessLine), "Process: Video Created.");
+  EXPECT_EQ(Joins(), (Texts{CopyRun("/tmp/earlier.mp4"), CopyRun("")}));
 }
 
-TEST_F(Joining, ForgetsTheOutputOfAnEarlierJoin) {
-  JoinTo("/tmp/all.mp4");
-  Join(CancelDialog());
-  EXPECT_EQ(RunsOf("ffmpeg"), (Texts{CopyRun("/tmp/all.mp4"), CopyRun("")}));
+TEST_F(JoinByCopy, ReplacesALinkInThePlaceOfItsListAndNotTheFileBehindIt) {
+  AddSectionOf("a.mp4");
+  const QString target = tools_.File("target.txt");
+  const QString missing = InFolder("missing.txt");
+  for (const QString& linked : {target, missing}) {
+    QFile::remove(InFolder("files.txt"));
+    ASSERT_TRUE(QFile::link(linked, InFolder("files.txt")));
+    JoinTo("/tmp/all.mp4");
+    EXPECT_FALSE(QFileInfo(InFolder("files.txt")).isSymLink());
+    EXPECT_EQ(ListFile(), ListLine("a.mp4"));
+  }
+  EXPECT_EQ(ContentOf(target), "contents");
+  EXPECT_FALSE(QFile::exists(missing));
 }
 
-TEST_F(Joining, ABlankInTheOutputCutsTheCommandLine) {
-  JoinTo("/tmp/my all.mp4");
-  EXPECT_EQ(RunsOf("ffmpeg"), Texts{CopyRun("/tmp/my | all.mp4")});
-}
-
-TEST_F(Joining, BlanksRoundTheOutputAreDropped) {
-  JoinTo("/tmp/all.mp4 ");
-  EXPECT_EQ(RunsOf("ffmpeg"), Texts{CopyRun("/tmp/all.mp4")});
-}
-
-TEST_F(Joining, ReplacesTheListFileOfAnEarlierJoinWhole) {
-  AddThree();
-  JoinTo("/tmp/all.mp4");
-  const std::string first = ListFile();
-  Paths().setList(0, "/x");
-  Paths().setList(1, "/y");
-  Paths().setList(2, "/z");
-  JoinTo("/tmp/all.mp4");
-  EXPECT_LT(ListFile().size(), first.size());
-  EXPECT_EQ(ListFile(), "file '/x'\r\nfile '/y'\r\nfile '/z'\r\n");
-}
-
-TEST_F(Joining, WritesNothingThroughALinkInTheListFilesPlace) {
-  const QString victim = tools_.File("victim.txt");
-  ASSERT_TRUE(QFile::link(victim, InFolder("files.txt")));
-  AddSectionOf("a.mp4", "00:10:00.00");
-  JoinTo("/tmp/all.mp4");
-  EXPECT_EQ(ContentOf(victim), "contents");
-  EXPECT_EQ(ListFile(), "file '" + Path("a.mp4") + "'\r\n");
-}
-
-TEST_F(Joining, MakesNoFileWhereALinkInTheListFilesPlaceLeadsNowhere) {
-  const QString nowhere = InFolder("nowhere.txt");
-  ASSERT_TRUE(QFile::link(nowhere, InFolder("files.txt")));
-  AddSectionOf("a.mp4", "00:10:00.00");
-  JoinTo("/tmp/all.mp4");
-  EXPECT_FALSE(QFileInfo::exists(nowhere));
-  EXPECT_FALSE(QFileInfo(InFolder("files.txt")).isSymLink());
-  EXPECT_EQ(ListFile(), "file '" + Path("a.mp4") + "'\r\n");
-}
-
-TEST_F(Joining, RunsOnWithWhatIsThereWhereTheListFileCannotBeWritten) {
+TEST_F(JoinByCopy, LeavesAFolderInThePlaceOfItsListAndRunsTheTool) {
   ASSERT_TRUE(QDir(tools_.Path()).mkpath("files.txt/inside"));
-  AddSectionOf("a.mp4", "00:10:00.00");
   EXPECT_EQ(JoinTo("/tmp/all.mp4"), (Texts{"Save Video As", kSuccess}));
-  EXPECT_EQ(RunsOf("ffmpeg"), Texts{CopyRun("/tmp/all.mp4")});
-  EXPECT_TRUE(QFileInfo(InFolder("files.txt")).isDir());
+  EXPECT_EQ(Joins(), Texts{CopyRun("/tmp/all.mp4")});
+  EXPECT_TRUE(QDir(InFolder("files.txt/inside")).exists());
 }
 
-// The folder is a file: it takes no other, not even from root.
-TEST_F(Joining, WritesAPrivateListWhereTheProgramsFolderTakesNone) {
-  AddThree();
-  const std::string folder = App::Path();
+// The program's folder is a file here, so that not even root can make a list in it.
+TEST_F(JoinByCopy, WritesAPrivateListIfTheProgramsFolderTakesNone) {
+  AddSectionOf("a.mp4");
   App::setPath(tools_.File("no-folder").toStdString());
-  std::string list;
-  DuringTheWait([&] { list = ContentOf(QString::fromStdString(PrivateListFile())); });
   EXPECT_EQ(JoinTo("/tmp/all.mp4"), (Texts{"Save Video As", kSuccess}));
-  App::setPath(folder);
-  EXPECT_EQ(list, "file '" + Path("a.mp4") + "'\r\nfile '" + Path("b.mp4") + "'\r\nfile '" +
-                      Path("c.mp4") + "'\r\n");
+  EXPECT_EQ(ContentOf(QString::fromStdString(PrivateListFile())), ListLine("a.mp4"));
 }
 
-TEST_F(Joining, AMissingToolSucceedsAllTheSame) {
-  tools_.Remove("ffmpeg");
-  EXPECT_EQ(JoinTo("/tmp/all.mp4"), (Texts{"Save Video As", kSuccess}));
-  EXPECT_EQ(Shown(ProcessLine), "Process: Video Created.");
-}
-
-TEST_F(Joining, AToolThatFailsSucceedsAllTheSameAndTheOutputThatIsThereStays) {
-  tools_.CropDoes("echo 'files.txt: Invalid data' >&2; exit 1\n");
-  const QString output = InFolder("all.mp4");
-  std::ofstream(output.toStdString()) << "somebody's work";
+TEST_F(JoinByCopy, ReportsSuccessEvenIfTheToolFailsOrIsMissing) {
+  const QString output = tools_.File("all.mp4");
+  tools_.CropDoes("exit 1\n");
   EXPECT_EQ(JoinTo(output), (Texts{"Save Video As", kSuccess}));
-  EXPECT_EQ(ContentOf(output), "somebody's work");
+  tools_.Remove("ffmpeg");
+  EXPECT_EQ(JoinTo(output), (Texts{"Save Video As", kSuccess}));
+  EXPECT_EQ(ContentOf(output), "contents");
 }
 
-TEST_F(Joining, TheAnswerToTheLastMessageIsIgnored) {
+TEST_F(JoinByCopy, ShowsItsStepsAndIgnoresTheAnswerToItsMessage) {
+  Texts captions;
+  RecordCaptions(captions);
   const DialogAnswers answers({CancelDialog(), PressButton(QMessageBox::Cancel)});
   Give(JoinAllSections);
-  EXPECT_EQ(Shown(ProcessLine), "Process: Video Created.");
-}
-
-TEST_F(Joining, TheProcessLineTellsTheStepsInTheirOrder) {
-  Texts captions;
-  WriteCaptionsDown(captions);
-  Join(CancelDialog());
   EXPECT_EQ(captions, (Texts{"Process: Creating List Index", "Process: Joining Your Videos...",
                              "Process: Video Created."}));
 }
 
-TEST_F(Joining, TheListIsWrittenBeforeTheWaitAndTheToolRunsBehindIt) {
-  AddThree();
-  Texts seen;
-  DuringTheWait([&] { seen = {ListFile(), std::to_string(RunsOf("ffmpeg").size())}; });
+TEST_F(JoinByCopy, ServesEventsForASecondBetweenTheListAndTheTool) {
+  AddSectionOf("a.mp4");
+  int served = 0;
+  std::function<void()> step = [&] {
+    EXPECT_EQ(ListFile(), ListLine("a.mp4"));
+    EXPECT_EQ(Joins(), Texts{});
+    if (++served < 10) AtNextDoEvents(step);
+  };
+  DuringTheWait(step);
   QElapsedTimer clock;
   clock.start();
   JoinTo("/tmp/all.mp4");
-  ASSERT_EQ(seen.size(), 2U);
-  EXPECT_EQ(seen[0], ListFile());
-  EXPECT_EQ(seen[1], "0");
-  EXPECT_GE(clock.elapsed(), 1000) << "the second is always waited";
-}
-
-TEST_F(Joining, ServesTheWindowsOnceBeforeTheCaptionOfTheJoin) {
-  std::string served;
-  const DialogAnswers answers({[&](QDialog& dialog) {
-                                 AtNextDoEvents([&] { served = Shown(ProcessLine); });
-                                 dialog.reject();
-                               },
-                               PressButton(QMessageBox::Ok)});
-  Give(JoinAllSections);
-  EXPECT_EQ(served, "Process: Creating List Index");
-}
-
-TEST_F(Joining, ASectionRemovedWhenTheWindowsAreFirstServedIsNoneInTheList) {
-  AddThree();
-  const DialogAnswers answers({[&](QDialog& dialog) {
-                                 AtNextDoEvents([&] { Remove(2); });
-                                 dialog.reject();
-                               },
-                               PressButton(QMessageBox::Ok)});
-  Give(JoinAllSections);
-  EXPECT_EQ(ListFile().find("a.mp4"), std::string::npos) << ListFile();
-  EXPECT_NE(ListFile().find("b.mp4"), std::string::npos) << ListFile();
-}
-
-TEST_F(Joining, ServesTheWindowsAgainAndAgainDuringTheWait) {
-  int served = 0;
-  std::function<void()> again = [&] {
-    if (++served < 10) AtNextDoEvents(again);
-  };
-  DuringTheWait(again);
-  JoinTo("/tmp/all.mp4");
   EXPECT_EQ(served, 10);
+  EXPECT_GE(clock.elapsed(), 1000);
+  EXPECT_EQ(Joins(), Texts{CopyRun("/tmp/all.mp4")});
 }
 
-TEST_F(Joining, TheCommandsWorkDuringTheWait) {
+TEST_F(JoinByCopy, ServesEventsBetweenItsDialogAndTheList) {
   AddThree();
-  DuringTheWait([&] { Remove(2); });
-  JoinTo("/tmp/all.mp4");
-  EXPECT_EQ(Details(2), " Deleted Section ");
-  EXPECT_NE(ListFile().find("a.mp4"), std::string::npos) << "the list was written before";
+  std::string caption;
+  Join([&](QDialog& dialog) {
+    AtNextDoEvents([&] {
+      caption = Shown(ProcessLine);
+      Remove(2);
+    });
+    dialog.reject();
+  });
+  EXPECT_EQ(caption, "Process: Creating List Index");
+  EXPECT_EQ(ListFile(), "file 'Deleted Section'\r\n" + ListLine("b.mp4") + ListLine("c.mp4"));
 }
 
-TEST_F(Joining, IsNotRunWhereTheOtherModeIsChosenDuringTheWait) {
+TEST_F(JoinByCopy, DoesNotListWhatIsAddedOrRemovedDuringTheWait) {
+  AddSectionOf("a.mp4");
+  DuringTheWait([&] {
+    AddSectionOf("b.mp4");
+    Remove(2);
+  });
+  JoinTo("/tmp/all.mp4");
+  EXPECT_EQ(PathsListed(), (Texts{" Deleted Section ", Path("b.mp4")}));
+  EXPECT_EQ(ListFile(), ListLine("a.mp4"));
+}
+
+TEST_F(JoinByCopy, RunsNoToolIfTheOtherModeIsChosenDuringTheWait) {
   DuringTheWait([&] { Choose(TranscodeAllSections); });
   EXPECT_EQ(JoinTo("/tmp/all.mp4"), (Texts{"Save Video As", kSuccess}));
-  EXPECT_EQ(RunsOf("ffmpeg"), Texts{});
+  EXPECT_EQ(Joins(), Texts{});
 }
 
-TEST_F(Joining, ASecondJoinDuringTheWaitIsDoneWithBeforeTheFirstGoesOn) {
+TEST_F(JoinByCopy, FinishesASecondJoinStartedDuringTheWaitFirstAndUsesItsList) {
   AddThree();
   Texts captions;
   DuringTheWait([&] {
-    WriteCaptionsDown(captions);
+    RecordCaptions(captions);
     Remove(2);
     JoinTo("/tmp/second.mp4");
   });
   JoinTo("/tmp/first.mp4");
-  EXPECT_EQ(RunsOf("ffmpeg"), (Texts{CopyRun("/tmp/second.mp4"), CopyRun("/tmp/first.mp4")}));
-  EXPECT_EQ(ListFile().find("a.mp4"), std::string::npos) << "both join the second one's list";
+  EXPECT_EQ(Joins(), (Texts{CopyRun("/tmp/second.mp4"), CopyRun("/tmp/first.mp4")}));
+  EXPECT_EQ(ListFile(), "file 'Deleted Section'\r\n" + ListLine("b.mp4") + ListLine("c.mp4"));
   EXPECT_EQ(captions, (Texts{"Process: Creating List Index", "Process: Joining Your Videos...",
                              "Process: Video Created."}));
 }
 
-TEST_F(Joining, ASectionAddedDuringTheWaitIsNotJoined) {
-  AddSectionOf("a.mp4", "00:10:00.00");
-  DuringTheWait([&] { AddSectionOf("b.mp4", "00:10:00.00"); });
-  JoinTo("/tmp/all.mp4");
-  EXPECT_EQ(Rows().size(), 2U);
-  EXPECT_EQ(ListFile(), "file '" + Path("a.mp4") + "'\r\n");
-  EXPECT_EQ(RunsOf("ffmpeg"), Texts{CopyRun("/tmp/all.mp4")});
-}
-
-TEST_F(Joining, AWindowThatIsClosedDuringTheWaitJoinsAllTheSame) {
-  AddThree();
+TEST_F(JoinByCopy, RunsTheToolEvenIfItsWindowIsClosedDuringTheWait) {
   DuringTheWait([&] { form_->close(); });
   EXPECT_EQ(JoinTo("/tmp/all.mp4"), (Texts{"Save Video As", kSuccess}));
-  EXPECT_EQ(RunsOf("ffmpeg"), Texts{CopyRun("/tmp/all.mp4")});
+  EXPECT_EQ(Joins(), Texts{CopyRun("/tmp/all.mp4")});
   EXPECT_FALSE(form_->Loaded());
 }
 
-TEST_F(Joining, ABlockOfTheToolWithADurationMakesASectionOfTheLastFilesTitle) {
-  AddSectionOf("a.mp4", "00:10:00.00");
+TEST_F(JoinByCopy, AddsASectionForADurationThatTheToolPrints) {
+  AddSectionOf("a.mp4");
   tools_.CropDoes(Print("Input #0, concat\n  Duration: N/A, start: 0.000000, bitrate: N/A\n"));
   JoinTo("/tmp/all.mp4");
   EXPECT_EQ(Rows(), (Texts{"1 | a.mp4 | 600", "2 | a.mp4 | 60"}));
@@ -274,28 +162,50 @@ TEST_F(Joining, ABlockOfTheToolWithADurationMakesASectionOfTheLastFilesTitle) {
   EXPECT_EQ(Paths().ListCount(), 1);
 }
 
-TEST_F(Joining, RunsTheToolsOfAFolderWithABlankInItsNameUnderAShortName) {
-  const QString folder = MoveToolsToAFolderWithABlank();
-  JoinTo("/tmp/all.mp4");
-  ASSERT_EQ(RunsOf("ffmpeg").size(), 1U);
-  EXPECT_EQ(RunsOf("ffmpeg")[0].find("my program"), std::string::npos);
-  EXPECT_EQ(ContentOf(folder + "/files.txt"), "");
-}
-
-TEST_F(Joining, ABlockThatCannotBeReadForLackOfMemoryDoesNotStopTheTool) {
-  const Gate gate(tools_.PathOf("gate"));
-  tools_.CropDoes(Print(BlockEndingIn("Duration: 00:10:00.00, start ")) + Wait(gate) +
-                  Print("Duration: 00:05:00.00, start\n"));
+TEST_F(JoinByCopy, SkipsABlockForWhichMemoryIsShortAndReadsTheNext) {
+  tools_.CropDoes(Print("Duration: 00:10:00.00, start\nDuration: 00:05:00.00, start\n"));
+  bool thrown = false;
   Get<TextBox>("Text1").Change = [&](int) {
-    if (Get<TextBox>("Text1").Text().size() != 256) return;
-    constexpr std::size_t kBlock = 257;  // with its end
-    FailNextAllocation(kBlock, 2 * kBlock);
-    gate.Open();
+    if (!std::exchange(thrown, true)) throw std::bad_alloc();
   };
   JoinTo("/tmp/all.mp4");
-  EXPECT_TRUE(AllocationHasFailed());
-  EXPECT_EQ(Rows(), Texts{"1 |  | 300"}) << "that of the second block";
+  EXPECT_TRUE(thrown);
+  EXPECT_EQ(Rows(), Texts{"1 |  | 300"});
   EXPECT_EQ(Shown(ProcessLine), "Process: Video Created.");
+}
+
+// Nothing reads this list.
+TEST_F(JoinByCopy, ListsTheIntermediatesOfTheRemainingSectionsAtEachStart) {
+  AddThree();
+  AddSectionOf("d.mp4");
+  Remove(3);
+  Paths().setList(0, "no-folder.mp4");
+  const Texts once = {Path("intermediate02.ts"), Path("intermediate03.ts")};
+  const auto& intermediates = Get<ListBox>("List2");
+  Join([&](QDialog& dialog) {
+    EXPECT_EQ(LinesOf(intermediates), once);
+    dialog.reject();
+  });
+  Join(CancelDialog());
+  EXPECT_EQ(LinesOf(intermediates), (Texts{once[0], once[1], once[0], once[1]}));
+}
+
+using JoinerTools = JoinerWindowTest;
+
+TEST_F(JoinerTools, RunFromAFolderWithABlankInItsNameByAShortName) {
+  const QString folder = InFolder("my program");
+  ASSERT_TRUE(QDir().mkpath(folder));
+  for (const char* tool : {"/ffmpeg", "/ffprobe"}) {
+    ASSERT_TRUE(QFile::rename(tools_.Path() + tool, folder + tool));
+  }
+  App::setPath(folder.toStdString());
+  AddSectionOf("a.mp4");
+  EXPECT_EQ(Shown(TotalDurationSeconds), "00,600");
+  JoinTo("/tmp/all.mp4");
+  EXPECT_EQ(ContentOf(folder + "/files.txt"), ListLine("a.mp4"));
+  TranscodeAll();
+  ASSERT_EQ(Joins().size(), 2U);
+  EXPECT_EQ(Joins()[0].find("my program"), std::string::npos);
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// The list of a join where its place is full, or somebody else is quick.
+// The list file of a join: its lines, and what happens if it can't be written.
 #include <fcntl.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
@@ -8,19 +8,19 @@
 #include <atomic>
 #include <cerrno>
 #include <csignal>
-#include <utility>
 
-#include "joiner/JoinTest.h"
+#include "joiner/JoinTexts.h"
+#include "joiner/JoinerWindowTest.h"
 #include "media/Module1.h"
-#include "platform/App.h"
 
 namespace kelvane::testing {
 namespace {
 
-// How many lists are still to fail.
+// The number of lists that can't be written from now on.
 std::atomic<int> failuresLeft = 0;
+bool closesFail = false;
 
-extern "C" void LiftLimitAfterTheLast(int /*number*/) {
+extern "C" void CountShortWrite(int /*signal*/) {
   if (--failuresLeft > 0) return;
   rlimit limit{};
   ::getrlimit(RLIMIT_FSIZE, &limit);
@@ -28,42 +28,38 @@ extern "C" void LiftLimitAfterTheLast(int /*number*/) {
   ::setrlimit(RLIMIT_FSIZE, &limit);
 }
 
-// Lets no file grow beyond a few bytes until that many writes have met the limit.
-void CutWritesShort(int count) {
-  constexpr rlim_t kFew = 10;
+// Limits the size of files to a few bytes until `count` writes have met that limit.
+void FailWrites(int count) {
   failuresLeft = count;
-  std::signal(SIGXFSZ, LiftLimitAfterTheLast);
+  std::signal(SIGXFSZ, CountShortWrite);
   rlimit limit{};
   ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &limit), 0);
-  limit.rlim_cur = kFew;
+  limit.rlim_cur = 10;
   ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &limit), 0);
 }
-
-bool closesFail = false;
 
 void FailCloses(int count) {
   failuresLeft = count;
   closesFail = true;
 }
 
-// Whether the open file is a list.
-bool IsList(int number) {
-  const std::string entry = "/proc/self/fd/" + std::to_string(number);
+bool IsListFile(int descriptor) {
+  const std::string entry = "/proc/self/fd/" + std::to_string(descriptor);
   return QFileInfo(QString::fromStdString(entry)).symLinkTarget().endsWith("/files.txt");
 }
 
-// What is done as soon as a list has been removed.
+// Called once, after the next list file has been removed.
 std::function<void()> afterRemoval;
 
 }  // namespace
 }  // namespace kelvane::testing
 
-// The system's own, for the libraries as well.
+// These replace the C library's functions in the whole test program.
 
-extern "C" int close(int number) {
+extern "C" int close(int descriptor) {
   using namespace kelvane::testing;
-  const bool fails = closesFail && IsList(number);
-  const int result = static_cast<int>(::syscall(SYS_close, number));
+  const bool fails = closesFail && IsListFile(descriptor);
+  const int result = static_cast<int>(::syscall(SYS_close, descriptor));
   if (!fails) return result;
   closesFail = --failuresLeft > 0;
   errno = EDQUOT;
@@ -84,61 +80,57 @@ extern "C" int unlink(const char* path) noexcept {
 namespace kelvane::testing {
 namespace {
 
-struct WayToFail {
-  const char* name;
-  void (*fail)(int count);
-};
+TEST(ListFileLine, QuotesTheTrimmedPathAndEscapesNothing) {
+  EXPECT_EQ(ListFileLine("/clips/a.mp4"), QString("file '/clips/a.mp4'\r\n"));
+  EXPECT_EQ(ListFileLine(" Deleted Section "), QString("file 'Deleted Section'\r\n"));
+  EXPECT_EQ(ListFileLine("/it's \\ 100%.mp4"), QString("file '/it's \\ 100%.mp4'\r\n"));
+}
 
-void PrintTo(const WayToFail& way, std::ostream* out) { *out << way.name; }
-
-class ListFileThat : public JoinTest, public ::testing::WithParamInterface<WayToFail> {
+class JoinListFile : public JoinerWindowTest {
  protected:
-  // The join of three sections, where several lists fail one after the other.
-  void JoinFailing(int lists) {
-    AddThree();
+  JoinListFile() { AddSectionOf("a.mp4"); }
+
+  static QString PrivateList() { return QString::fromStdString(PrivateListFile()); }
+  // Joins while the next `lists` lists can't be written; an earlier list is there.
+  void JoinFailing(void (*fail)(int count), int lists) {
     JoinTo("/tmp/earlier.mp4");
-    whole_ = ListFile();
-    Get<Label>("Label3", ProcessLine).Change = [this, lists](int) {
-      if (Shown(ProcessLine) == "Process: Joining Your Videos...") GetParam().fail(lists);
+    ASSERT_EQ(ListFile(), ListLine("a.mp4"));
+    QFile::remove(PrivateList());
+    auto& change = Get<Label>("Label3", ProcessLine).Change;
+    change = [=, this](int) {
+      if (Shown(ProcessLine) == "Process: Joining Your Videos...") fail(lists);
     };
     EXPECT_EQ(JoinTo("/tmp/all.mp4"), (Texts{"Save Video As", kSuccess}));
+    change = nullptr;
     EXPECT_EQ(failuresLeft, 0);
+    EXPECT_EQ(ListFile(), "(not there)");
   }
-  static QString PrivateList() { return QString::fromStdString(PrivateListFile()); }
-
-  std::string whole_;
 };
 
-TEST_P(ListFileThat, CannotBeWrittenWholeIsRemovedAndThePrivatePlaceTaken) {
-  JoinFailing(1);
-  EXPECT_EQ(ListFile(), "(not there)");
-  EXPECT_EQ(ContentOf(PrivateList()), whole_);
-  EXPECT_EQ(RunsOf("ffmpeg").back(), "ffmpeg | -f | concat | -safe | 0 | -i | " +
-                                         PrivateListFile() + " | -c | copy | -y | /tmp/all.mp4");
+TEST_F(JoinListFile, IsRemovedAndReplacedByAPrivateOneIfItIsNotWrittenWhole) {
+  for (const auto fail : {FailWrites, FailCloses}) {
+    JoinFailing(fail, 1);
+    EXPECT_EQ(ContentOf(PrivateList()), ListLine("a.mp4"));
+    EXPECT_EQ(Joins().back(), "ffmpeg | -f | concat | -safe | 0 | -i | " + PrivateListFile() +
+                                  " | -c | copy | -y | /tmp/all.mp4");
+  }
 }
 
-TEST_P(ListFileThat, CannotBeWrittenWholeInEitherPlaceIsInNeither) {
-  JoinFailing(2);
-  EXPECT_EQ(ListFile(), "(not there)");
-  EXPECT_EQ(ContentOf(PrivateList()), "(not there)");
-  EXPECT_EQ(RunsOf("ffmpeg").back(), CopyRun("/tmp/all.mp4"));
+TEST_F(JoinListFile, IsRemovedInBothPlacesIfItIsWrittenWholeInNeither) {
+  for (const auto fail : {FailWrites, FailCloses}) {
+    JoinFailing(fail, 2);
+    EXPECT_EQ(ContentOf(PrivateList()), "(not there)");
+    EXPECT_EQ(Joins().back(), CopyRun("/tmp/all.mp4"));
+  }
 }
 
-INSTANTIATE_TEST_SUITE_P(Joining, ListFileThat,
-                         ::testing::Values(WayToFail{"WhenWritten", CutWritesShort},
-                                           WayToFail{"WhenClosed", FailCloses}),
-                         [](const auto& way) { return way.param.name; });
-
-using ListFileTest = JoinTest;
-
-TEST_F(ListFileTest, IsNotWrittenThroughALinkThatComesIntoItsPlaceMeanwhile) {
-  const QString victim = tools_.File("victim.txt");
-  AddThree();
-  afterRemoval = [&] { EXPECT_TRUE(QFile::link(victim, InFolder("files.txt"))); };
+TEST_F(JoinListFile, IsNotWrittenThroughALinkThatIsMadeInItsPlaceAfterItsRemoval) {
+  const QString target = tools_.File("target.txt");
+  afterRemoval = [&] { EXPECT_TRUE(QFile::link(target, InFolder("files.txt"))); };
   JoinTo("/tmp/all.mp4");
-  EXPECT_FALSE(afterRemoval);
-  EXPECT_EQ(ContentOf(victim), "contents");
-  EXPECT_NE(RunsOf("ffmpeg"), Texts{CopyRun("/tmp/all.mp4")});
+  EXPECT_FALSE(std::exchange(afterRemoval, nullptr));
+  EXPECT_EQ(ContentOf(target), "contents");
+  EXPECT_NE(Joins(), Texts{CopyRun("/tmp/all.mp4")});
 }
 
 }  // namespace

@@ -1,220 +1,142 @@
-// What a section is made of, where its strip lies, and what is left of a removed one.
-#include <QAction>
-#include <QImage>
+// What a section consists of, where its strip lies, and what remains of a removed one.
+#include <QApplication>
 #include <QPainter>
 
 #include "joiner/JoinerWindowTest.h"
+#include "support/ScreenReader.h"
 
 namespace kelvane::testing {
 namespace {
 
-class Sections : public JoinerWindowTest {
- protected:
-  // A strip of that size with this text, drawn anew.
-  static QImage DrawnStrip(QSize size, const QString& text) {
-    QImage image(size, QImage::Format_RGB32);
-    image.fill(QColor(0x008000));
-    QPainter painter(&image);
-    QFont font("Arial");
-    font.setPixelSize(11);
-    painter.setFont(font);
-    painter.setPen(QColor(0xFFFFFF));
-    painter.drawText(5, 1 + QFontMetrics(font).ascent(), text);
-    return image;
-  }
-};
+using JoinerSections = JoinerWindowTest;
 
-TEST_F(Sections, OneSectionIsAPathARowAStripItsDetailsAndItsRule) {
-  const QString file = AddSectionOf("clip.mp4", "00:10:00.00");
-  EXPECT_EQ(PathsListed(), Texts{file.toStdString()});
-  EXPECT_EQ(Rows(), Texts{"1 | clip.mp4 | 600"});
+// Draws a strip anew.
+QImage DrawnStrip(int width, const QString& number) {
+  QImage image(width, 17, QImage::Format_RGB32);
+  image.fill(QColor(0x008000));
+  QPainter painter(&image);
+  QFont font("Arial");
+  font.setPixelSize(11);
+  painter.setFont(font);
+  painter.setPen(Qt::white);
+  painter.drawText(5, 1 + QFontMetrics(font).ascent(), number);
+  return image;
+}
+
+TEST_F(JoinerSections, HaveAPathARowAStripAndDetails) {
+  AddSectionOf("Füße 動画.mp4");
+  EXPECT_EQ(PathsListed(), Texts{Path("Füße 動画.mp4")});
+  EXPECT_EQ(Rows(), Texts{"1 | Füße 動画.mp4 | 600"});
   EXPECT_EQ(Strips(), Texts{"1,1 60x17"});
-  EXPECT_EQ(Details(2), "   Video Index: 01 Title: clip.mp4   ");
-  EXPECT_EQ(Shown(TotalSections), "Total Sections: 01");
+  EXPECT_EQ(Strip(2).parent(), &TimeChart());
+  EXPECT_EQ(Picture(Strip(2)), DrawnStrip(60, "01"));
+  EXPECT_EQ(Details(2), "   Video Index: 01 Title: Füße 動画.mp4   ");
 }
 
-TEST_F(Sections, TheFirstOneHasIndexTwoAndThereIsNeverAnIndexOne) {
-  AddSectionOf("a.mp4", "00:10:00.00");
-  AddSectionOf("b.mp4", "00:10:00.00");
+TEST_F(JoinerSections, HaveIndicesFromTwoOnAndAHiddenTemplateHasZero) {
+  AddSectionOf("a.mp4");
+  AddSectionOf("b.mp4");
   for (const char* array : {"Picture2", "Label2", "Line1"}) {
-    EXPECT_TRUE(Has<Control>(array, 0)) << array;
-    EXPECT_FALSE(Has<Control>(array, 1)) << array;
-    EXPECT_TRUE(Has<Control>(array, 2)) << array;
-    EXPECT_TRUE(Has<Control>(array, 3)) << array;
-    EXPECT_FALSE(Has<Control>(array, 4)) << array;
+    EXPECT_FALSE(Get<Control>(array, 0).isVisible()) << array;
+    EXPECT_FALSE(Has(array, 1)) << array;
+    EXPECT_TRUE(Has(array, 2)) << array;
+    EXPECT_TRUE(Has(array, 3)) << array;
+    EXPECT_FALSE(Has(array, 4)) << array;
   }
-  EXPECT_FALSE(Strip(0).Visible());
-  EXPECT_FALSE(Get<Line>("Line1", 0).Visible());
 }
 
-TEST_F(Sections, EachStripBeginsWhereTheOneBeforeEndedOneRowDown) {
+TEST_F(JoinerSections, BeginWhereThePreviousOneEndsOneRowLowerAboveARule) {
   AddSectionOf("a.mp4", "00:10:00.00");
-  AddSectionOf("b.mp4", "00:05:00.00");
-  AddSectionOf("c.mp4", "00:20:00.00");
-  EXPECT_EQ(Strips(), (Texts{"1,1 60x17", "61,21 30x17", "91,41 120x17"}));
-}
-
-TEST_F(Sections, AShortSectionHasAStripThatCannotBeSeenAndTheNextOneBeginsAtTheSamePlace) {
-  AddSectionOf("a.mp4", "00:10:00.00");
-  AddSectionOf("b.mp4", "00:00:04.00");
+  AddSectionOf("short.mp4", "00:00:04.00");
   AddSectionOf("c.mp4", "00:05:00.00");
   EXPECT_EQ(Strips(), (Texts{"1,1 60x17", "61,21 0x17", "61,41 30x17"}));
-  EXPECT_EQ(Strip(3).width(), 0) << "on the screen as well: nothing to hover or to click";
-}
-
-TEST_F(Sections, AStripIsGreenWithItsNumberInWhite) {
-  AddSectionOf("a.mp4", "00:10:00.00");
-  AddSectionOf("b.mp4", "00:05:00.00");
-  EXPECT_TRUE(Strip(2).Visible());
-  EXPECT_EQ(Hex(Strip(2).BackColor()), "0x008000");
-  EXPECT_EQ(Picture(Strip(2)), DrawnStrip(QSize(60, 17), "01"));
-  EXPECT_EQ(Picture(Strip(3)), DrawnStrip(QSize(30, 17), "02"));
-}
-
-TEST_F(Sections, TheNumberHasTwoDigitsAndMoreWhereItNeedsThem) {
-  tools_.DurationProbeDoes(
-      "for i in $(seq 100); do printf '%-256s' 'Duration: 00:20:00.00, start'; done\n");
-  Add(tools_.File("a.mp4"));
-  EXPECT_EQ(Details(10), "   Video Index: 09 Title: a.mp4   ");
-  EXPECT_EQ(Details(101), "   Video Index: 100 Title: a.mp4   ");
-  EXPECT_EQ(Picture(Strip(101)), DrawnStrip(QSize(120, 17), "100"));
-  EXPECT_EQ(Strip(101).Top(), 1 + 99 * 20) << "below the chart's end";
-  EXPECT_EQ(Rows().back(), "100 | a.mp4 | 1200");
-}
-
-TEST_F(Sections, AStripLiesInTheChartAndItsHiddenDetailsInTheStrip) {
-  AddSectionOf("a.mp4", "00:10:00.00");
-  EXPECT_EQ(Strip(2).parent(), &Get<PictureBox>("Picture1", Chart));
-  const auto& details = Get<Label>("Label2", 2);
-  EXPECT_EQ(details.parent(), &Strip(2));
-  EXPECT_FALSE(details.Visible());
-  EXPECT_EQ(details.Left(), 1);
-  EXPECT_EQ(details.Top(), 1);
-  EXPECT_EQ(details.Width(), 1);
-  EXPECT_EQ(details.Height(), 10);
-}
-
-TEST_F(Sections, ARuleRunsAcrossTheChartUnderEachStrip) {
-  AddSectionOf("a.mp4", "00:10:00.00");
-  AddSectionOf("b.mp4", "00:10:00.00");
-  for (const int index : {2, 3}) {
-    const auto& rule = Get<Line>("Line1", index);
-    EXPECT_TRUE(rule.Visible());
-    EXPECT_EQ(rule.X1(), 0);
-    EXPECT_EQ(rule.X2(), 7000);
-    EXPECT_EQ(rule.Y1(), static_cast<float>(19 + 20 * (index - 2)));
-    EXPECT_EQ(rule.Y2(), rule.Y1());
-    EXPECT_EQ(Hex(rule.BorderColor()), "0x808080");
+  EXPECT_EQ(Strip(3).width(), 0) << "on the screen, where there is nothing to click";
+  for (const auto& [index, place] :
+       {std::pair(2, "0,19 7000x0"), {3, "0,39 7000x0"}, {4, "0,59 7000x0"}}) {
+    EXPECT_EQ(PlaceText(Get<Line>("Line1", index)), place);
+    EXPECT_TRUE(Get<Line>("Line1", index).Visible()) << index;
   }
 }
 
-TEST_F(Sections, TheSameFileMayComeInAgain) {
-  const QString file = AddSectionOf("a.mp4", "00:10:00.00");
-  Add(file);
-  EXPECT_EQ(PathsListed(), (Texts{file.toStdString(), file.toStdString()}));
-  EXPECT_EQ(Rows(), (Texts{"1 | a.mp4 | 600", "2 | a.mp4 | 600"}));
+TEST_F(JoinerSections, MayBeTwoThousandWithNumbersOfMoreThanTwoDigits) {
+  AddPrinting("a.mp4", QString("Duration: 00:05:00.00, start\n").repeated(2000));
+  ASSERT_EQ(Strips().size(), 2000U);
+  EXPECT_EQ(Rows().back(), "2000 | a.mp4 | 300");
+  EXPECT_EQ(Strips().back(), "59971,39981 30x17");
+  EXPECT_EQ(Picture(Strip(2001)), DrawnStrip(30, "2000"));
+  EXPECT_EQ(Details(2001), "   Video Index: 2000 Title: a.mp4   ");
+  EXPECT_EQ(Shown(TotalDurationSeconds), "600,000");
+  MovePointerOver(Strip(2001));
+  EXPECT_TRUE(Table().ListItems(2000).Selected());
 }
 
-class Removing : public Sections {};
+TEST_F(JoinerSections, AreReadByAScreenReaderInChartTableAndList) {
+  const std::string path = AddSectionOf("first.mp4", "00:03:20.00").toStdString();
+  AddSectionOf("second.mp4", "00:01:00.00");
+  Remove(3);
+  QApplication::activePopupWidget()->close();
+  const std::string heard = HeardIn(*form_);
+  for (const std::string& lines : {std::string(R"(
+    List "Video sections on the time chart"
+      ListItem "Video Index: 01 Title: first.mp4"
+      ListItem "Deleted Section"
+    ScrollBar)"),
+                                   R"(
+    TreeItem "1"
+    TreeItem "first.mp4"
+    TreeItem "200"
+    TreeItem "2"
+    TreeItem "second.mp4"
+    TreeItem "60"
+  List "Paths of the video sections"
+    ListItem ")" + path + R"("
+    ListItem " Deleted Section "
+  StaticText)"}) {
+    EXPECT_NE(heard.find(lines), std::string::npos) << lines << "\nin" << heard;
+  }
+}
 
-TEST_F(Removing, LeavesAGreyStripWithoutItsNumberAndATombstoneForThePath) {
+using RemoveSection = JoinerWindowTest;
+
+TEST_F(RemoveSection, LeavesAGreyStripAndAMarkInTheListAndKeepsRowsNumbersAndTotals) {
   AddThree();
   const Texts strips = Strips();
   const Texts rows = Rows();
-  Remove(3);
-  EXPECT_EQ(Hex(Strip(3).BackColor()), "0x808080");
-  QImage grey(60, 17, QImage::Format_RGB32);
-  grey.fill(QColor(0x808080));
-  EXPECT_EQ(Picture(Strip(3)), grey);
-  EXPECT_EQ(Details(3), " Deleted Section ");
-  EXPECT_EQ(PathsListed(), (Texts{InFolder("a.mp4").toStdString(), " Deleted Section ",
-                                  InFolder("c.mp4").toStdString()}));
-  EXPECT_EQ(Strips(), strips);
-  EXPECT_EQ(Rows(), rows);
-  EXPECT_EQ(Shown(TotalSections), "Total Sections: 03");
-  EXPECT_EQ(Shown(TotalDurationSeconds), "01,800");
-  EXPECT_EQ(Shown(TotalRuntime), "00:30:00");
-}
-
-TEST_F(Removing, TwiceChangesNothingFurther) {
-  AddThree();
-  Remove(3);
-  const QImage picture = Picture(Get<PictureBox>("Picture1", Chart));
-  const Texts paths = PathsListed();
-  Remove(3);
-  EXPECT_EQ(Picture(Get<PictureBox>("Picture1", Chart)), picture);
-  EXPECT_EQ(PathsListed(), paths);
-}
-
-TEST_F(Removing, CountsARemovedSectionAmongTheNextOnesNumbers) {
-  AddThree();
-  Remove(2);
-  AddSectionOf("d.mp4", "00:10:00.00");
+  for (int times = 0; times < 2; ++times) {
+    Remove(3);
+    EXPECT_TRUE(AllOf(Picture(Strip(3)), QRect(0, 0, 60, 17), 0x808080));
+    EXPECT_EQ(Details(3), " Deleted Section ");
+    EXPECT_EQ(PathsListed(), (Texts{Path("a.mp4"), " Deleted Section ", Path("c.mp4")}));
+    EXPECT_EQ(Strips(), strips);
+    EXPECT_EQ(Rows(), rows);
+    EXPECT_EQ(Shown(TotalDurationSeconds), "01,800");
+    EXPECT_EQ(Shown(TotalRuntime), "00:30:00");
+  }
+  AddSectionOf("d.mp4");
   EXPECT_EQ(Shown(TotalSections), "Total Sections: 04");
   EXPECT_EQ(Details(5), "   Video Index: 04 Title: d.mp4   ");
-  EXPECT_EQ(Rows().back(), "4 | d.mp4 | 600");
 }
 
-TEST_F(Removing, FromTheMenuOfTheTableMeansTheStripLastRightClicked) {
+TEST_F(RemoveSection, MeansTheStripLastRightClickedWhateverElseIsClickedOrSelected) {
   AddThree();
   OpenMenuOn(4);
   Table().ListItems(1).Select();
+  Release(Strip(3), Qt::LeftButton);
+  Release(Strip(3), Qt::MiddleButton);
   Release(Table(), Qt::RightButton);
   ChooseRemove();
-  EXPECT_EQ(Details(4), " Deleted Section ");
-  EXPECT_EQ(Details(2), "   Video Index: 01 Title: a.mp4   ");
+  EXPECT_EQ(PathsListed(), (Texts{Path("a.mp4"), Path("b.mp4"), " Deleted Section "}));
 }
 
-TEST_F(Removing, FromTheMenuBarMeansTheSame) {
-  AddThree();
-  OpenMenuOn(3);
-  for (QAction* action : form_->findChildren<QAction*>()) {
-    if (action->text() == QLatin1String("Remove Section")) action->trigger();
-  }
-  EXPECT_EQ(Details(3), " Deleted Section ");
-}
-
-TEST_F(Removing, BeforeAnyRightClickTouchesTheTemplateAlone) {
+TEST_F(RemoveSection, BeforeAnyRightClickChangesTheTemplateAlone) {
   AddThree();
   const Texts paths = PathsListed();
   ChooseRemove();
-  EXPECT_EQ(Hex(Strip(0).BackColor()), "0x808080");
-  EXPECT_EQ(Details(0), " Deleted Section ");
-  EXPECT_FALSE(Strip(0).Visible());
   EXPECT_EQ(PathsListed(), paths);
+  EXPECT_FALSE(Strip(0).Visible());
   EXPECT_EQ(Hex(Strip(2).BackColor()), "0x008000");
-  AddSectionOf("d.mp4", "00:10:00.00");
-  EXPECT_EQ(Hex(Strip(5).BackColor()), "0x808080") << "new strips copy their template";
-}
-
-TEST_F(Removing, AfterAFileWithoutADurationHitsThePathBeforeTheStripsOwn) {
-  AddPrinting("none.txt", "no video\n");
-  AddSectionOf("a.mp4", "00:10:00.00");
-  AddSectionOf("b.mp4", "00:10:00.00");
-  Remove(3);
-  EXPECT_EQ(Details(3), " Deleted Section ");
-  EXPECT_EQ(PathsListed(), (Texts{InFolder("none.txt").toStdString(), " Deleted Section ",
-                                  InFolder("b.mp4").toStdString()}));
-}
-
-TEST_F(Removing, OfAStripThatHasNoPathLeavesThePathsThatThereAre) {
-  tools_.DurationProbeDoes("for i in 1 2; do printf '%-256s' 'Duration: 00:10:00.00, st'; done\n");
-  const QString file = tools_.File("a.mp4");
-  Add(file);
-  ASSERT_EQ(Strips().size(), 2U);
-  Remove(3);
-  EXPECT_EQ(Details(3), " Deleted Section ");
-  EXPECT_EQ(PathsListed(), Texts{file.toStdString()});
-}
-
-TEST_F(Removing, NeitherTheLeftNorTheMiddleButtonMeansAStrip) {
-  AddThree();
-  OpenMenuOn(2);
-  Release(Strip(3), Qt::LeftButton);
-  Release(Strip(3), Qt::MiddleButton);
-  ChooseRemove();
-  EXPECT_EQ(Details(3), "   Video Index: 02 Title: b.mp4   ");
-  EXPECT_EQ(Details(2), " Deleted Section ");
+  AddSectionOf("d.mp4");
+  EXPECT_EQ(Hex(Strip(5).BackColor()), "0x808080") << "as the template's";
 }
 
 }  // namespace

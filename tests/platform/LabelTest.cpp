@@ -176,7 +176,7 @@ TEST(LabelAutoSize, IsTheSizeOfEachNewCaptionBeforeItsChange) {
     label.Change = [&](int) { widthAtChange = label.width(); };
     for (const char* caption : {"Video Details: a.mp4", "", "A && B"}) {
       label.setCaption(caption);
-      const int width = qCeil(QFontMetricsF(label.font()).horizontalAdvance(label.ShownCaption()));
+      const int width = qCeil(QFontMetricsF(label.font()).horizontalAdvance(label.SpokenCaption()));
       EXPECT_EQ(label.size(), QSize(width, QFontMetrics(label.font()).height())) << caption;
       EXPECT_EQ(widthAtChange, width) << caption;
     }

@@ -1,113 +1,79 @@
-// The light on the sliders, and what of it is left over.
+// The highlights and outlines of the sliders under the pointer, and those of the arrows.
 #include "sections/SectionWindowTest.h"
 
 namespace kelvane::testing {
 namespace {
 
-constexpr const char* kThumbRest = "0x404040";
-constexpr const char* kTextRest = "0xc0c0c0";
-constexpr const char* kWhiteText = "0xffffff";
+using Indices = std::vector<int>;
 
-class Highlight : public SectionWindowTest {
+class SliderHighlight : public SectionWindowTest {
  protected:
-  // The members of an array of labels that stand out.
-  std::vector<int> LitThumbs() const {
-    return Where(7, [this](int i) { return Hex(Thumb(i).BackColor()) != kThumbRest; });
+  // The indices of the highlighted thumbs (Label1), captions (Label3) and names (Label2).
+  Indices Thumbs() const {
+    return Where(
+        7, [this](int i) { return Hex(Thumb(i).BackColor()); }, "0x404040");
   }
-  std::vector<int> LitCaptions() const {
-    return Where(7, [this](int i) { return LightOf("Label3", i) != kTextRest; });
+  Indices Captions() const {
+    return Where(
+        7, [this](int i) { return Hex(Get<Label>("Label3", i).ForeColor()); }, "0xc0c0c0");
   }
-  std::vector<int> LitNames() const {
-    return Where(14, [this](int i) { return LightOf("Label2", i) != kTextRest; });
-  }
-  std::string LightOf(const char* array, int index) const {
-    return Hex(Get<Label>(array, index).ForeColor());
+  Indices Names() const {
+    return Where(
+        14, [this](int i) { return Hex(Get<Label>("Label2", i).ForeColor()); }, "0xc0c0c0");
   }
   const Shape& Outline() const { return Get<Shape>("Shape1"); }
 
  private:
-  template <class Test>
-  static std::vector<int> Where(int count, Test test) {
-    std::vector<int> found;
+  template <class ColourOf>
+  static Indices Where(int count, ColourOf colourOf, const std::string& plain) {
+    Indices found;
     for (int i = 0; i < count; ++i) {
-      if (test(i)) found.push_back(i);
+      if (colourOf(i) == plain) continue;
+      EXPECT_EQ(colourOf(i), "0xffffff") << i;
+      found.push_back(i);
     }
     return found;
   }
 };
 
-using Indices = std::vector<int>;
-
-TEST_F(Highlight, IsNowhereAtTheStart) {
-  EXPECT_EQ(LitThumbs(), Indices{});
-  EXPECT_EQ(LitCaptions(), Indices{});
-  EXPECT_EQ(LitNames(), Indices{});
-}
-
-TEST_F(Highlight, FallsOnTheThumbUnderTheMouseAndItsCaption) {
+TEST_F(SliderHighlight, IsOnThumbAndCaptionUnderThePointerAndOnTheNameDuringADrag) {
   for (int slider = StepSize; slider <= UnSharpLY; ++slider) {
     MoveOver(Thumb(slider));
-    EXPECT_EQ(LitThumbs(), Indices{slider});
-    EXPECT_EQ(Hex(Thumb(slider).BackColor()), kWhiteText);
-    EXPECT_EQ(LitCaptions(), Indices{slider});
-    EXPECT_EQ(LightOf("Label3", slider), kWhiteText);
-    EXPECT_EQ(LitNames(), Indices{});
+    EXPECT_EQ(Thumbs(), Indices{slider});
+    EXPECT_EQ(Captions(), Indices{slider});
+    EXPECT_EQ(Names(), Indices{});
+    Drag(Thumb(slider), 2, 12);
+    EXPECT_EQ(Thumbs(), Indices{slider});
+    EXPECT_EQ(Names(), Indices{OptionName(slider)});
   }
 }
 
-TEST_F(Highlight, FallsOnTheNameOfTheSliderThatIsDragged) {
-  for (int slider = StepSize; slider <= UnSharpLY; ++slider) {
-    Drag(Thumb(slider), 10);
-    EXPECT_EQ(LitNames(), Indices{2 * slider});
-    EXPECT_EQ(LightOf("Label2", 2 * slider), kWhiteText);
-    EXPECT_EQ(LitThumbs(), Indices{slider});
-  }
-  MoveOver(Thumb(UnSharpLY));
-  EXPECT_EQ(LitNames(), Indices{}) << "the next move without a button puts it out";
-}
-
-TEST_F(Highlight, AMoveOverATrackPutsOutTheThumbsAndNothingElse) {
-  Drag(Thumb(Zoom), 10);
+TEST_F(SliderHighlight, IsClearedOnTheThumbsAloneByAMoveOverATrack) {
+  Drag(Thumb(Zoom), 2, 12);
   MoveOver(Track(Smoothing));
-  EXPECT_EQ(LitThumbs(), Indices{});
-  EXPECT_EQ(LitCaptions(), Indices{Zoom});
-  EXPECT_EQ(LitNames(), Indices{2 * Zoom});
+  EXPECT_EQ(Thumbs(), Indices{});
+  EXPECT_EQ(Captions(), Indices{Zoom});
+  EXPECT_EQ(Names(), Indices{OptionName(Zoom)});
 }
 
-TEST_F(Highlight, AMoveOverATrackPutsTheOutlineRoundIt) {
+TEST_F(SliderHighlight, OfTheLastThreeNamesStaysWhenThePointerIsOverTheBareWindow) {
+  for (int slider = StepSize; slider <= UnSharpLY; ++slider) {
+    Drag(Thumb(slider), 2, 12);
+    MoveOverTheWindow();
+    EXPECT_EQ(Thumbs(), Indices{});
+    EXPECT_EQ(Captions(), Indices{});
+    EXPECT_EQ(Names(), slider <= Zoom ? Indices{} : Indices{OptionName(slider)});
+  }
+  MoveOver(Thumb(StepSize));
+  EXPECT_EQ(Names(), Indices{});
+}
+
+TEST_F(SliderHighlight, OutlinesATrackUntilThePointerIsOverTheBareWindow) {
   for (int slider = StepSize; slider <= UnSharpLY; ++slider) {
     MoveOver(Track(slider));
     EXPECT_TRUE(Outline().Visible());
-    EXPECT_EQ(Outline().Left(), 208 - 1);
-    EXPECT_EQ(Outline().Top(), static_cast<float>(240 + 32 * slider - 1));
-    EXPECT_EQ(Outline().Width(), 537 + 2);
-    EXPECT_EQ(Outline().Height(), 25 + 2);
-    EXPECT_EQ(Hex(Picture(*form_).pixel(207, 240 + 32 * slider + 5)), "0x404040");
+    EXPECT_EQ(Outline().geometry(), QRect(207, 239 + 32 * slider, 539, 27));
   }
-}
-
-TEST_F(Highlight, AMoveOverATrackPutsTheThumbsOutlineRoundItsThumb) {
-  Thumb(Accuracy).setLeft(3000);
-  Thumb(Zoom).setLeft(4000);
-  Disarrange(Get<Shape>("Shape2", Accuracy));
-  MoveOver(Track(Accuracy));
-  EXPECT_EQ(Get<Shape>("Shape2", Accuracy).Left(), 2999);
-  EXPECT_EQ(Get<Shape>("Shape2", Accuracy).Top(), -1);
-  EXPECT_EQ(Get<Shape>("Shape2", Accuracy).Width(), 137);
-  EXPECT_EQ(Get<Shape>("Shape2", Accuracy).Height(), 377);
-  EXPECT_EQ(Get<Shape>("Shape2", Zoom).Left(), 719) << "the others stay where they were";
-}
-
-// Step Size is put back after its outline was placed.
-TEST_F(Highlight, TheOutlineOfStepSizeIsPlacedBeforeTheThumbIsPutBack) {
-  Thumb(StepSize).setLeft(9000);
-  MoveOver(Track(StepSize));
-  EXPECT_EQ(Get<Shape>("Shape2", StepSize).Left(), 8999);
-  EXPECT_EQ(Thumb(StepSize).Left(), 7920);
-}
-
-TEST_F(Highlight, TheOutlineStaysUntilTheMouseIsOnTheBareWindow) {
-  MoveOver(Track(Zoom));
   for (const char* name : {"Label1(3)", "Label3(0)", "Picture8", "Label7(0)", "Picture3(1)"}) {
     MovePointerOver(Get<Control>(name));
     EXPECT_TRUE(Outline().Visible()) << name;
@@ -116,29 +82,46 @@ TEST_F(Highlight, TheOutlineStaysUntilTheMouseIsOnTheBareWindow) {
   EXPECT_FALSE(Outline().Visible());
 }
 
-TEST_F(Highlight, TheBareWindowPutsOutThumbsCaptionsAndTheFirstSevenOfTheNames) {
-  for (int slider = StepSize; slider <= UnSharpLY; ++slider) {
-    Drag(Thumb(slider), 10);
-    MoveOverTheWindow();
-    EXPECT_EQ(LitThumbs(), Indices{});
-    EXPECT_EQ(LitCaptions(), Indices{});
-    EXPECT_EQ(LitNames(), slider <= Zoom ? Indices{} : Indices{2 * slider});
+TEST_F(SliderHighlight, AMoveOverATrackPlacesTheOutlineOfItsThumbAlone) {
+  Thumb(Accuracy).setLeft(3000);
+  Thumb(Zoom).setLeft(4000);
+  MoveOver(Track(Accuracy));
+  EXPECT_EQ(ThumbOutline(Accuracy).Left(), 2999);
+  EXPECT_EQ(ThumbOutline(Zoom).Left(), 719);
+}
+
+class ArrowHighlight : public SectionWindowTest {
+ protected:
+  std::string Look(Arrow arrow) const {
+    const Label& label = ArrowButton(arrow);
+    return Hex(label.ForeColor()) + (label.FontBold() ? " bold " : " plain ") +
+           std::to_string(label.font().pixelSize());
   }
-}
+  const std::string plain_ = "0xc0c0c0 plain 11";
+  const std::string lit_ = "0xffffff bold 13";
+};
 
-TEST_F(Highlight, ANameThatWasLeftOverGoesOutWithTheNextMoveOverAThumb) {
-  Drag(Thumb(UnSharpLY), 10);
+TEST_F(ArrowHighlight, IsOnOneArrowUntilThePointerIsOverTheBarOrTheBareWindow) {
+  MovePointerOver(ArrowButton(TowardsStart));
+  EXPECT_EQ(Look(TowardsStart), lit_);
+  EXPECT_EQ(Look(TowardsEnd), plain_);
+  MovePointerOver(ArrowButton(TowardsEnd));
+  EXPECT_EQ(Look(TowardsStart), plain_);
+  EXPECT_EQ(Look(TowardsEnd), lit_);
+  MovePointerOver(Get<PictureBox>("Picture5"));
+  EXPECT_EQ(Look(TowardsEnd), plain_);
+  MovePointerOver(ArrowButton(TowardsStart));
   MoveOverTheWindow();
-  ASSERT_EQ(LitNames(), Indices{12});
-  MoveOver(Thumb(StepSize));
-  EXPECT_EQ(LitNames(), Indices{});
+  EXPECT_EQ(Look(TowardsStart), plain_);
 }
 
-TEST_F(Highlight, TheLitThumbIsWhiteInsideItsOutline) {
-  MoveOver(Thumb(StepSize));
-  const QImage track = Picture(Track(StepSize));
-  EXPECT_EQ(Hex(track.pixel(52, 12)), "0xffffff");
-  EXPECT_EQ(Hex(track.pixel(48, 12)), "0xe0e0e0");
+TEST_F(ArrowHighlight, StaysWhileThePointerIsOverAnyOtherControl) {
+  MovePointerOver(ArrowButton(TowardsStart));
+  for (const char* name : {"Picture3(0)", "Picture3(1)", "Picture8", "Label12(0)", "Picture2(0)",
+                           "Label1(0)", "Picture4(0)"}) {
+    MovePointerOver(Get<Control>(name));
+    EXPECT_EQ(Look(TowardsStart), lit_) << name;
+  }
 }
 
 }  // namespace

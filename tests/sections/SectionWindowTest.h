@@ -9,7 +9,7 @@
 
 namespace kelvane::testing {
 
-// The section window as it opens. Nothing should start its tools.
+// The open section window. A test fails if the window runs a tool.
 class SectionWindowTest : public OpenWindowTest<Form3> {
  protected:
   ~SectionWindowTest() override {
@@ -20,35 +20,32 @@ class SectionWindowTest : public OpenWindowTest<Form3> {
   PictureBox& Strip() const { return Get<PictureBox>("Picture3", TimeLineStrip); }
   PictureBox& Frame() const { return Get<PictureBox>("Picture3", TimeLineFrame); }
   PictureBox& NeedleBox(Needle needle) const { return Get<PictureBox>("Picture4", needle); }
+  Label& ArrowButton(Arrow arrow) const { return Get<Label>("Label7", arrow); }
   PictureBox& Track(int slider) const { return Get<PictureBox>("Picture2", slider); }
   Label& Thumb(int slider) const { return Get<Label>("Label1", slider); }
-  std::string Caption(const char* array, int index) const {
-    return Get<Label>(array, index).Caption().toStdString();
+  Shape& ThumbOutline(int slider) const { return Get<Shape>("Shape2", slider); }
+  // The read-out of a slider.
+  std::string Value(int slider) const {
+    return Get<Label>("Label2", OptionReadOut(slider)).Caption().toStdString();
   }
-  // Of a slider's read-out, and of one of the needles'.
-  std::string Value(int slider) const { return Caption("Label2", 2 * slider + 1); }
-  std::string Time(SectionReadOut readOut) const { return Caption("Label8", readOut); }
+  std::string Time(SectionReadOut readOut) const {
+    return Get<Label>("Label8", readOut).Caption().toStdString();
+  }
 
-  static MouseEvent At(const Control& control, int button, float x, float y = 0) {
-    return {.Index = control.Index(), .Button = button, .Shift = 0, .X = x, .Y = y};
+  static MouseEvent At(const Control& control, int button, float x) {
+    return {.Index = control.Index(), .Button = button, .Shift = 0, .X = x, .Y = 0};
   }
-  // Presses the control at X, and moves the mouse by that much with the button held.
-  static void Drag(Control& control, float by, float pressedAt = 2) {
+  // Presses the control at `pressedAt`, moves the pointer to `movedTo` with the left button held,
+  // and releases it. Both places are in the control's units.
+  static void Drag(Control& control, float pressedAt, float movedTo) {
     control.MouseDown(At(control, kLeftButton, pressedAt));
-    control.MouseMove(At(control, kLeftButton, pressedAt + by));
+    control.MouseMove(At(control, kLeftButton, movedTo));
     if (control.MouseUp) control.MouseUp(At(control, kLeftButton, pressedAt));
   }
-  // The same, so that its left edge comes to stand there.
-  static void DragTo(Control& control, float left) { Drag(control, left - control.Left()); }
+  // Drags the control until its left edge is at `left`.
+  static void DragTo(Control& control, float left) { Drag(control, 2, 2 + left - control.Left()); }
   static void MoveOver(Control& control, float x = 1) {
     control.MouseMove(At(control, kNoButton, x));
-  }
-  // Puts a control where no rule of the window puts one.
-  static void Disarrange(Control& control) {
-    control.setLeft(11);
-    control.setTop(22);
-    control.setWidth(33);
-    control.setHeight(44);
   }
   void MoveOverTheWindow() const {
     MovePointerOver(*form_->findChild<ContentArea*>(QString(), Qt::FindDirectChildrenOnly));

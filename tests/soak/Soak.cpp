@@ -3,68 +3,46 @@
 #include <gtest/gtest.h>
 #include <malloc.h>
 #include <pthread.h>
-#include <unistd.h>
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QDir>
 #include <QFile>
 #include <QWidget>
+#include <algorithm>
 #include <iostream>
+#include <map>
+#include <string>
 
 #include "media/DOSOutputs.h"
-#include "support/Events.h"
 #include "support/Sanitized.h"
+#include "support/Wait.h"
 
 namespace kelvane::testing {
 namespace {
 
-// One heap for all threads: those of others lie in memory that looks like anybody's.
+// All threads share one heap, since the heaps of others can't be told from mapped memory.
 [[maybe_unused]] const int oneHeap = ::mallopt(M_ARENA_MAX, 1);
 
-struct Counts {
-  qsizetype descriptors = 0;
-  qsizetype threads = 0;
-  qsizetype timers = 0;   // that run
-  qsizetype objects = 0;  // of Qt's, widgets and all that hangs on them
-  qsizetype widgets = 0;
-
-  bool NoMoreThan(const Counts& other) const {
-    return descriptors <= other.descriptors && threads <= other.threads && timers <= other.timers &&
-           objects <= other.objects && widgets <= other.widgets;
-  }
-  friend bool operator==(const Counts&, const Counts&) = default;
-  friend std::ostream& operator<<(std::ostream& out, const Counts& counts) {
-    return out << counts.descriptors << " descriptors, " << counts.threads << " threads, "
-               << counts.timers << " timers, " << counts.objects << " objects, " << counts.widgets
-               << " widgets";
-  }
-};
+using Counts = std::map<std::string, qsizetype>;
 
 QStringList EntriesOf(const QString& folder) {
   return QDir(folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::System);
 }
 
-QByteArray ContentOf(const QString& path) {
-  QFile file(path);
-  EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
-  return file.readAll();
-}
-
-// Alive, or ended and not reaped.
+// Returns the number of child processes that run or aren't reaped.
 qsizetype Children() {
   const QString tasks = QStringLiteral("/proc/self/task/");
   qsizetype children = 0;
   for (const QString& task : EntriesOf(tasks)) {
     QFile list(tasks + task + QLatin1String("/children"));
-    // A thread may have gone since the folder was read.
+    // A thread may have ended since the folder was read.
     if (list.open(QIODevice::ReadOnly)) children += list.readAll().count(' ');
   }
   return children;
 }
 
-// Whether the runner takes leave of all that it has started, as it does at the end of each run. The
-// tool of the run itself may end a moment later, and then stays until the next.
+// Returns whether a further run reaps all tools but its own, which may end a moment later.
 bool ChildrenAreReaped() {
   return WaitFor([] {
     DOSOutputs().ExecuteCommand("/bin/true");
@@ -73,37 +51,38 @@ bool ChildrenAreReaped() {
 }
 
 Counts Count() {
-  Counts counts{.descriptors = EntriesOf(QStringLiteral("/proc/self/fd")).size(),
-                .threads = EntriesOf(QStringLiteral("/proc/self/task")).size(),
-                .widgets = QApplication::allWidgets().size()};
+  Counts counts = {{"descriptors", EntriesOf(QStringLiteral("/proc/self/fd")).size()},
+                   {"threads", EntriesOf(QStringLiteral("/proc/self/task")).size()},
+                   {"widgets", QApplication::allWidgets().size()}};
   QObjectList roots{qApp};
   for (QWidget* window : QApplication::topLevelWidgets()) roots << window;
   const QAbstractEventDispatcher* const dispatcher = QAbstractEventDispatcher::instance();
   for (QObject* root : roots) {
     const QObjectList objects = root->findChildren<QObject*>() << root;
-    counts.objects += objects.size();
-    for (QObject* object : objects) counts.timers += dispatcher->registeredTimers(object).size();
+    counts["objects"] += objects.size();
+    for (QObject* object : objects) {
+      counts["running timers"] += dispatcher->registeredTimers(object).size();
+    }
   }
   return counts;
 }
 
-// Once the threads that are ending have gone.
-Counts Settled() {
-  constexpr auto kQuiet = 200ms;
+// Returns the counts once they have stayed the same for a while: threads take time to end.
+Counts SettledCount() {
   Counts counts;
   EXPECT_TRUE(WaitFor([&counts] {
     counts = Count();
-    return HoldsFor([&counts] { return Count() == counts; }, kQuiet);
+    return HoldsFor([&counts] { return Count() == counts; }, 200ms);
   }));
   return counts;
 }
 
-double ResidentMiB() {
-  const double pages = ContentOf(QStringLiteral("/proc/self/statm")).split(' ').value(1).toDouble();
-  return pages * static_cast<double>(::sysconf(_SC_PAGESIZE)) / 1024 / 1024;
+double BytesOnHeap() {
+  const struct mallinfo2 heap = ::mallinfo2();
+  return static_cast<double>(heap.uordblks + heap.hblkhd);
 }
 
-// Of a thread's stack, as mapped beside its guard.
+// Returns the size of a thread's stack without its guard, which is how it is mapped.
 double StackBytes() {
   pthread_attr_t attributes;
   ::pthread_getattr_default_np(&attributes);
@@ -115,12 +94,14 @@ double StackBytes() {
   return static_cast<double>(whole - guard);
 }
 
-// Of memory that is mapped to be written to and is neither the heap's nor a stack: threads are
-// counted by themselves, and the stacks of those that have gone are kept for others.
+// Returns the size of the writable memory that is mapped beside the heap and the stacks. Threads
+// are counted by themselves.
 double BytesMapped() {
   const double stack = StackBytes();
   double bytes = 0;
-  for (const QByteArray& line : ContentOf(QStringLiteral("/proc/self/maps")).split('\n')) {
+  QFile maps(QStringLiteral("/proc/self/maps"));
+  EXPECT_TRUE(maps.open(QIODevice::ReadOnly));
+  for (const QByteArray& line : maps.readAll().split('\n')) {
     const QList<QByteArray> fields = line.split(' ');
     if (!fields.value(1).startsWith("rw") || line.endsWith("[heap]")) continue;
     const QList<QByteArray> ends = fields[0].split('-');
@@ -129,11 +110,6 @@ double BytesMapped() {
     if (length != stack) bytes += length;
   }
   return bytes - static_cast<double>(::mallinfo2().hblkhd);
-}
-
-double BytesNet(const Soak& soak) {
-  const std::size_t kept = soak.keptOnPurpose ? soak.keptOnPurpose() : 0;
-  return static_cast<double>(BytesInUse()) - static_cast<double>(kept);
 }
 
 void Run(const Soak& soak, int from, int to) {
@@ -145,38 +121,29 @@ void Run(const Soak& soak, int from, int to) {
 
 }  // namespace
 
-std::size_t BytesInUse() {
-  if (kSanitized) return 0;
-  const struct mallinfo2 heap = ::mallinfo2();
-  return heap.uordblks + heap.hblkhd;
-}
-
 void ExpectFlat(const Soak& soak) {
   ASSERT_NO_FATAL_FAILURE(Run(soak, 0, soak.warmUp));
   ASSERT_TRUE(ChildrenAreReaped());
-  const Counts before = Settled();
-  const double bytesBefore = BytesNet(soak);
+  const Counts before = SettledCount();
+  const double heapBefore = BytesOnHeap();
   const double mappedBefore = BytesMapped();
-  const double residentBefore = ResidentMiB();
 
   ASSERT_NO_FATAL_FAILURE(Run(soak, soak.warmUp, soak.warmUp + soak.rounds));
   EXPECT_TRUE(ChildrenAreReaped()) << Children() << " children";
   Counts after;
   EXPECT_TRUE(WaitFor([&] {
-    after = Settled();
-    return after.NoMoreThan(before);
+    after = SettledCount();
+    return std::ranges::all_of(
+        after, [&](const auto& count) { return count.second <= before.at(count.first); });
   }));
-  const double grown = (BytesNet(soak) - bytesBefore) / soak.rounds;
+  const double heap = (BytesOnHeap() - heapBefore) / soak.rounds;
   const double mapped = (BytesMapped() - mappedBefore) / soak.rounds;
-  std::cout << "after " << soak.warmUp << " rounds: " << before << ", " << bytesBefore / 1024 / 1024
-            << " MiB in use, " << residentBefore << " MiB resident\nafter " << soak.rounds
-            << " more: " << after << ", " << BytesNet(soak) / 1024 / 1024 << " MiB in use, "
-            << ResidentMiB() << " MiB resident; " << grown << " bytes a round, and " << mapped
-            << " mapped\n";
-  if (!kSanitized) {
-    EXPECT_LT(grown, soak.mostOfARound);
-    EXPECT_LT(mapped, soak.mostOfARound);
-  }
+  std::cout << "before: " << ::testing::PrintToString(before)
+            << "\nafter: " << ::testing::PrintToString(after) << "\na round took " << heap
+            << " bytes of the heap and " << mapped << " bytes mapped beside it\n";
+  if (kSanitized) return;
+  EXPECT_LT(heap, soak.mostOfARound);
+  EXPECT_LT(mapped, soak.mostOfARound);
 }
 
 }  // namespace kelvane::testing
