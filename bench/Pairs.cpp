@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
@@ -13,40 +12,12 @@
 namespace kelvane::bench {
 namespace {
 
-struct Runs {
-  std::vector<double> ours;
-  std::vector<double> theirs;
-  std::vector<double> ratios;
-};
-
-// Opened anew for each line, as the benches write it one after the other; none where it isn't
-// named.
 std::ofstream Report() {
   std::fflush(stdout);
   std::ofstream report;
   if (const char* name = std::getenv("KELVANE_BENCH_REPORT")) report.open(name, std::ios::app);
   report << std::fixed << std::setprecision(2);
   return report;
-}
-
-Runs RunPairs(const char* what, int pairs, const Side& ours, const Side& theirs) {
-  Runs runs;
-  for (int pair = 0; pair < pairs; ++pair) {
-    const bool oursFirst = pair % 2 == 0;
-    if (oursFirst) runs.ours.push_back(ours.run());
-    runs.theirs.push_back(theirs.run());
-    if (!oursFirst) runs.ours.push_back(ours.run());
-    runs.ratios.push_back(runs.ours.back() / runs.theirs.back());
-  }
-  std::printf("%s, %d pairs: min, median, max\n", what, pairs);
-  PrintRow(std::string(ours.name) + ", s", runs.ours);
-  PrintRow(std::string(theirs.name) + ", s", runs.theirs);
-  PrintRow("ratio", runs.ratios);
-  return runs;
-}
-
-std::string Comparison(const char* what, const Side& ours, const Side& theirs) {
-  return std::string(what) + ": " + ours.name + " against " + theirs.name;
 }
 
 }  // namespace
@@ -65,11 +36,14 @@ int ToEnd(const std::function<void()>& bench) {
   return 0;
 }
 
-double Now() {
-  return std::chrono::duration<double>(std::chrono::system_clock::now().time_since_epoch()).count();
+double Now(clockid_t clock) {
+  timespec time{};
+  Need(clock_gettime(clock, &time) == 0, "the clock doesn't answer");
+  return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
 double At(std::vector<double> values, double share) {
+  Need(!values.empty(), "nothing was measured");
   std::sort(values.begin(), values.end());
   return values[static_cast<std::size_t>(share * static_cast<double>(values.size() - 1))];
 }
@@ -92,17 +66,26 @@ void PrintFigure(const std::string& what, double figure, const char* unit) {
   Report() << what << '\t' << figure << unit << "\t\t\n";
 }
 
-void Compare(const char* what, int pairs, double target, const Side& ours, const Side& theirs) {
-  const Runs runs = RunPairs(what, pairs, ours, theirs);
-  PrintVerdict(Comparison(what, ours, theirs), At(runs.ratios, 0.5), target);
-}
-
-void CompareFastest(const char* what, int pairs, double target, const Side& ours,
-                    const Side& theirs) {
-  const Runs runs = RunPairs(what, pairs, ours, theirs);
-  PrintFigure(Comparison(what, ours, theirs) + ", median ratio", At(runs.ratios, 0.5));
-  PrintVerdict(Comparison(what, ours, theirs) + ", fastest runs",
-               At(runs.ours, 0) / At(runs.theirs, 0), target);
+void Compare(const std::string& what, int pairs, double mark, const Side& ours, const Side& theirs,
+             Counts counts) {
+  std::vector<double> ourSeconds;
+  std::vector<double> theirSeconds;
+  std::vector<double> ratios;
+  for (int pair = 0; pair < pairs; ++pair) {
+    const bool oursFirst = pair % 2 == 0;
+    if (oursFirst) ourSeconds.push_back(ours.run());
+    theirSeconds.push_back(theirs.run());
+    if (!oursFirst) ourSeconds.push_back(ours.run());
+    ratios.push_back(ourSeconds.back() / theirSeconds.back());
+  }
+  std::printf("%s, %d pairs: min, median, max\n", what.c_str(), pairs);
+  PrintRow(std::string(ours.name) + ", s", ourSeconds);
+  PrintRow(std::string(theirs.name) + ", s", theirSeconds);
+  PrintRow("ratio", ratios);
+  const std::string comparison = what + ": " + ours.name + " against " + theirs.name;
+  if (counts == Counts::kMedianRatio) return PrintVerdict(comparison, At(ratios, 0.5), mark);
+  PrintFigure(comparison + ", median ratio", At(ratios, 0.5));
+  PrintVerdict(comparison + ", fastest runs", At(ourSeconds, 0) / At(theirSeconds, 0), mark);
 }
 
 }  // namespace kelvane::bench

@@ -1,44 +1,44 @@
 #pragma once
 
+#include <ctime>
 #include <functional>
 #include <string>
 #include <vector>
 
-// What the benches have in common: they run in pairs, tell ratios, and say of each mark whether it
-// was met. The report is a file of lines "what, figure, mark, verdict", tabs between them, to which
-// every bench adds its own; KELVANE_BENCH_REPORT names it, and without that there is none.
+// What the benches share. KELVANE_BENCH_REPORT names the report, a file to which every figure is
+// added as a line "what, figure, mark, verdict" with tabs between; without it there is no report.
 namespace kelvane::bench {
 
-// Ends the bench with this complaint where `holds` is false.
+// Throws std::runtime_error with the complaint unless the condition holds.
 void Need(bool holds, const char* complaint);
-// Runs a whole bench. 0, or 1 with the complaint on the standard error if it came to one.
+// Runs a whole bench. Returns 0, or prints the complaint and returns 1 if the bench throws.
 int ToEnd(const std::function<void()>& bench);
 
-// Seconds since 1970.
-double Now();
+// Seconds of a clock; of the default one, since 1970.
+double Now(clockid_t clock = CLOCK_REALTIME);
 
-// The value that this share of all lie below; 0.5 is the median.
+// The value below which this share of all lies; 0.5 is the median. Throws if there is no value.
 double At(std::vector<double> values, double share);
 
-// Minimum, median and maximum.
+// Prints minimum, median and maximum.
 void PrintRow(const std::string& name, const std::vector<double>& values);
-// Says whether a figure is at most its mark, and tells the report of it.
+// Prints and reports a figure, and whether it is at most its mark.
 void PrintVerdict(const std::string& what, double figure, double mark, const char* unit = "");
-// Tells the report of a figure that has no mark.
+// Prints and reports a figure without a mark.
 void PrintFigure(const std::string& what, double figure, const char* unit = "");
 
-// One of two things that are compared, and a run of it in seconds.
+// One of two things that are compared.
 struct Side {
   const char* name;
-  std::function<double()> run;
+  std::function<double()> run;  // returns seconds
 };
 
-// Runs the two sides one after the other, in alternating order, prints what each took, and says
-// whether the median ratio is at most `target`.
-void Compare(const char* what, int pairs, double target, const Side& ours, const Side& theirs);
-// The same, and says it of the ratio of the two fastest: for runs of seconds on all cores, to which
-// the machine now and then adds more than the mark allows, and from which it takes nothing.
-void CompareFastest(const char* what, int pairs, double target, const Side& ours,
-                    const Side& theirs);
+// The fastest runs count where other work adds more to single runs than the mark allows.
+enum class Counts { kMedianRatio, kRatioOfTheFastest };
+
+// Runs both sides in turn, the other one first in every second pair. Prints what each took, and
+// whether the ratio is at most `mark`.
+void Compare(const std::string& what, int pairs, double mark, const Side& ours, const Side& theirs,
+             Counts counts = Counts::kMedianRatio);
 
 }  // namespace kelvane::bench

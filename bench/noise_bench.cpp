@@ -1,9 +1,7 @@
-// The machine itself: how evenly it runs what needs nothing but a processor. Where these figures
-// are large, so is what the other benches owe to it.
+// How evenly the machine runs what needs a processor alone.
 #include <algorithm>
-#include <chrono>
 #include <cstdio>
-#include <thread>
+#include <future>
 #include <vector>
 
 #include "Pairs.h"
@@ -11,32 +9,28 @@
 namespace {
 
 using namespace kelvane::bench;
-using Clock = std::chrono::steady_clock;
-using Milliseconds = std::chrono::duration<double, std::milli>;
 
-// In milliseconds.
-double FixedWork() {
+double MillisecondsOfFixedWork() {
   constexpr unsigned kRounds = 20'000'000;
-  const Clock::time_point begin = Clock::now();
+  const double begin = Now();
   volatile unsigned sink = 0;
   unsigned value = 1;
   for (unsigned round = 0; round < kRounds; ++round) value = value * 1664525U + 1013904223U;
   sink = value;
   static_cast<void>(sink);
-  return Milliseconds(Clock::now() - begin).count();
+  return (Now() - begin) * 1e3;
 }
 
-// The longest time for which a thread that never sleeps was kept from running, in milliseconds.
+// The longest time in milliseconds that a thread without a pause didn't run, in two seconds.
 double LongestGap() {
-  constexpr std::chrono::seconds kLength{2};
   double longest = 0;
-  const Clock::time_point end = Clock::now() + kLength;
-  for (Clock::time_point last = Clock::now(); last < end;) {
-    const Clock::time_point now = Clock::now();
-    longest = std::max(longest, Milliseconds(now - last).count());
+  double last = Now();
+  for (const double end = last + 2; last < end;) {
+    const double now = Now();
+    longest = std::max(longest, now - last);
     last = now;
   }
-  return longest;
+  return longest * 1e3;
 }
 
 }  // namespace
@@ -44,15 +38,13 @@ double LongestGap() {
 int main() {
   constexpr int kRuns = 30;
   std::vector<double> work;
-  for (int run = 0; run < kRuns; ++run) work.push_back(FixedWork());
+  for (int run = 0; run < kRuns; ++run) work.push_back(MillisecondsOfFixedWork());
   std::puts("the machine itself: min, median, max");
   PrintRow("the same work, ms", work);
   PrintFigure("the machine: the same work, longest against shortest", At(work, 1) / At(work, 0));
   PrintFigure("the machine: longest gap of one busy thread", LongestGap(), " ms");
-  double other = 0;
-  std::thread second([&other] { other = LongestGap(); });
-  const double first = LongestGap();
-  second.join();
-  PrintFigure("the machine: longest gap of two busy threads", std::max(first, other), " ms");
+  std::future<double> other = std::async(std::launch::async, LongestGap);
+  const double gap = LongestGap();
+  PrintFigure("the machine: longest gap of two busy threads", std::max(gap, other.get()), " ms");
   return 0;
 }

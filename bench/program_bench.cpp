@@ -1,15 +1,11 @@
-// The whole program against what a user could do without it: a crop against the very same command
-// line run bare, and its start against a bare player's. Both sides of a pair run one after the
-// other, in alternating order, and each pair gives a ratio.
+// A crop in the program against the same command line in a shell, and the program's start against a
+// bare player's.
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/stat.h>
-#include <sys/wait.h>
 #include <unistd.h>
-#include <xcb/xcb.h>
 
 #include <chrono>
-#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -20,6 +16,7 @@
 #include "desktop/driver/Program.h"
 #include "desktop/driver/QtOnDisplay.h"
 #include "desktop/driver/Windows.h"
+#include "support/Process.h"
 #include "support/Videos.h"
 
 namespace {
@@ -28,15 +25,11 @@ using namespace kelvane;
 using namespace kelvane::bench;
 using namespace kelvane::desktop;
 
-constexpr const char* kProgramFolder = KELVANE_PROGRAM_FOLDER;
-
-// One crop of a long clip, started by hand in the window and started bare. The tool's script notes
-// the moment at which it starts. A clip that is quick to encode, so that there can be many pairs:
-// the encoder's own time varies by five in a hundred from run to run.
+// A crop of a clip that is quick to encode, so that there can be many pairs.
 class CropBench {
  public:
   CropBench(Screen& screen, const QString& display)
-      : screen_(screen), program_(kProgramFolder, display), window_(screen), job_(screen) {
+      : screen_(screen), program_(KELVANE_PROGRAM_FOLDER, display), window_(screen), job_(screen) {
     std::puts("making a clip of 60 seconds, 1920 by 1080 pixels");
     Need(RunTool("ffmpeg", {"-v", "error", "-f", "lavfi", "-i",
                             "color=gray:size=1920x1080:rate=25:duration=60", "-pix_fmt", "yuv420p",
@@ -61,7 +54,7 @@ class CropBench {
     Forget();
     const double begin = Now();
     Need(ChooseFile(screen_, window_, kCropVideo, output_) && job_.Await(), "no job starts");
-    // To look at the screen, or for a file, would cost time that the tool would miss.
+    // Sleeps: looking at the screen would take processor time from the tool.
     constexpr int kLongest = 300'000;  // ms
     pollfd ended{.fd = ended_, .events = POLLIN, .revents = 0};
     Need(poll(&ended, 1, kLongest) == 1, "the tool doesn't end");
@@ -74,8 +67,8 @@ class CropBench {
     return seconds;
   }
 
-  // After the pause that the program takes. Memory that lies free for some seconds may go back to
-  // the machine's host, and a tool that starts then has to wait until it has it again.
+  // Starts the tool after as long a pause as the program: free memory may meanwhile go back to the
+  // host of a virtual machine, which delays the next tool.
   double Bare() {
     Forget();
     std::this_thread::sleep_for(std::chrono::duration<double>(pause_));
@@ -93,8 +86,7 @@ class CropBench {
   void Forget() {
     for (const QString& file : {start_, output_}) QFile::remove(file);
     char earlier = 0;
-    while (read(ended_, &earlier, 1) == 1) {
-    }
+    while (read(ended_, &earlier, 1) == 1) continue;
   }
 
   double StartOfTool() const {
@@ -111,123 +103,61 @@ class CropBench {
   QString output_ = program_.PathOf("cropped.mp4");
   QString start_ = program_.PathOf("start");
   QString end_ = program_.PathOf("end");
-  int ended_ = -1;    // a pipe into which the tool's script writes at its end
-  double pause_ = 0;  // from the click on the command to the start of the tool, in seconds
+  int ended_ = -1;    // a named pipe; the tool's script writes to it at its end
+  double pause_ = 0;  // seconds from the click on the command to the start of the tool
 };
 
-// From exec to the first window on the screen.
-class StartBench {
- public:
-  StartBench(const std::string& display, std::string home)
-      : display_(display),
-        home_(std::move(home)),
-        connection_(xcb_connect(display.c_str(), nullptr)) {
-    Need(xcb_connection_has_error(connection_) == 0, "the display doesn't answer");
-    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
-    const std::uint32_t events = XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY;
-    xcb_change_window_attributes(connection_, root, XCB_CW_EVENT_MASK, &events);
-    xcb_flush(connection_);
-  }
-  StartBench(const StartBench&) = delete;
-  StartBench& operator=(const StartBench&) = delete;
-  ~StartBench() { xcb_disconnect(connection_); }
-
-  double SecondsToWindow(std::vector<std::string> arguments) {
-    std::vector<std::string> environment = {"PATH=/usr/bin:/bin",       "HOME=" + home_,
-                                            "XDG_RUNTIME_DIR=" + home_, "LANG=C.UTF-8",
-                                            "DISPLAY=" + display_,      "QT_QPA_PLATFORM=xcb"};
+// From the exec of a program to its first window.
+double SecondsToWindow(const Screen& screen, const std::vector<std::string>& command) {
+  double seconds = 0;
+  {
     const double begin = Now();
-    const pid_t child = fork();
-    if (child == 0) {
-      setpgid(0, 0);
-      if (std::freopen("/dev/null", "r+", stdin) != nullptr) {
-        dup2(STDIN_FILENO, STDOUT_FILENO);
-        dup2(STDIN_FILENO, STDERR_FILENO);
-      }
-      execve(arguments.front().c_str(), Pointers(arguments).data(), Pointers(environment).data());
-      _exit(127);
+    const kelvane::testing::Process program(command, kelvane::testing::Process::Errors::kInOutput);
+    while (screen.Windows().isEmpty()) {
+      Need(Now() - begin < 20, "no window comes");
+      std::this_thread::sleep_for(1ms);
     }
-    const double seconds = AwaitWindow() - begin;
-    kill(-child, SIGKILL);
-    waitpid(child, nullptr, 0);
-    Need(seconds > 0, "no window comes");
-    AwaitQuiet();
-    return seconds;
+    seconds = Now() - begin;
   }
-
- private:
-  static std::vector<char*> Pointers(std::vector<std::string>& texts) {
-    std::vector<char*> pointers;
-    pointers.reserve(texts.size() + 1);
-    for (std::string& text : texts) pointers.push_back(text.data());
-    pointers.push_back(nullptr);
-    return pointers;
-  }
-
-  // The moment at which a window of some size was put on the screen; 0 if none is.
-  double AwaitWindow() {
-    pollfd display{.fd = xcb_get_file_descriptor(connection_), .events = POLLIN, .revents = 0};
-    for (;;) {
-      while (xcb_generic_event_t* event = xcb_poll_for_event(connection_)) {
-        const double moment = IsWindow(*event) ? Now() : 0;
-        free(event);
-        if (moment > 0) return moment;
-      }
-      if (poll(&display, 1, static_cast<int>(kPatience.count())) != 1) return 0;
-    }
-  }
-
-  bool IsWindow(const xcb_generic_event_t& event) {
-    constexpr int kNoTypeBit = 0x7f;
-    constexpr int kLeastWidth = 100;
-    if ((event.response_type & kNoTypeBit) != XCB_MAP_NOTIFY) return false;
-    const auto& mapped = reinterpret_cast<const xcb_map_notify_event_t&>(event);
-    xcb_get_geometry_reply_t* geometry =
-        xcb_get_geometry_reply(connection_, xcb_get_geometry(connection_, mapped.window), nullptr);
-    const bool large = geometry != nullptr && geometry->width >= kLeastWidth;
-    free(geometry);
-    return large;
-  }
-
-  // Until the killed program's windows are gone.
-  void AwaitQuiet() {
-    HoldsFor(
-        [this] {
-          free(xcb_poll_for_event(connection_));
-          return true;
-        },
-        300ms);
-  }
-
-  std::string display_;
-  std::string home_;
-  xcb_connection_t* connection_;
-};
+  Need(WaitFor([&] { return screen.Windows().isEmpty(); }), "the window doesn't go");
+  return seconds;
+}
 
 void Run() {
   const QTemporaryDir home;
   const std::string folder = home.path().toStdString();
   const PrivateDisplay display(folder);
   const QtOnDisplay qt(display, folder);
+  Screen screen(display.Name());
 
-  StartBench start(display.Name(), folder);
-  const std::string program = std::string(kProgramFolder) + "/kelvane";
-  const std::vector<std::string> player = {"/usr/bin/mpv", "--no-config", "--idle",
-                                           "--force-window=immediate", "--vo=x11"};
-  // Once each, so that neither pays for reading the disk.
-  start.SecondsToWindow({program});
-  start.SecondsToWindow(player);
+  const auto bare = [&](const std::vector<std::string>& command) {
+    std::vector<std::string> line = {"env",
+                                     "-i",
+                                     "PATH=/usr/bin:/bin",
+                                     "HOME=" + folder,
+                                     "XDG_RUNTIME_DIR=" + folder,
+                                     "LANG=C.UTF-8",
+                                     "DISPLAY=" + display.Name(),
+                                     "QT_QPA_PLATFORM=xcb"};
+    line.insert(line.end(), command.begin(), command.end());
+    return line;
+  };
+  const std::vector<std::string> program = bare({KELVANE_PROGRAM_FOLDER "/kelvane"});
+  const std::vector<std::string> player =
+      bare({"mpv", "--no-config", "--idle", "--force-window=immediate", "--vo=x11"});
+  // Once each, so that the files are in the cache.
+  SecondsToWindow(screen, program);
+  SecondsToWindow(screen, player);
   constexpr int kStartPairs = 15;
   Compare("exec to first window", kStartPairs, 1.00,
-          {"kelvane", [&] { return start.SecondsToWindow({program}); }},
-          {"mpv", [&] { return start.SecondsToWindow(player); }});
+          {"kelvane", [&] { return SecondsToWindow(screen, program); }},
+          {"mpv", [&] { return SecondsToWindow(screen, player); }});
 
-  Screen screen(display.Name());
   CropBench crop(screen, QString::fromStdString(display.Name()));
   constexpr int kCropPairs = 8;
-  CompareFastest("a crop of 60 s of 1080p", kCropPairs, 1.02,
-                 {"in the program", [&] { return crop.InProgram(); }},
-                 {"bare command", [&] { return crop.Bare(); }});
+  Compare("a crop of 60 s of 1080p", kCropPairs, 1.02,
+          {"in the program", [&] { return crop.InProgram(); }},
+          {"bare command", [&] { return crop.Bare(); }}, Counts::kRatioOfTheFastest);
 }
 
 }  // namespace

@@ -1,13 +1,11 @@
-#include "demo/DemoClip.h"
-
+#include "demo/DemoPart.h"
 #include "support/Videos.h"
 
 namespace kelvane::desktop {
 namespace {
 
-// Everything is painted once, by formulas in the tool's words, and moved about from then on:
-// formulas are too slow to paint every picture by. X, Y, W and H are of the painted picture.
-
+// Formulas of FFmpeg's geq filter, in which X, Y, W and H are those of a pixel and its picture.
+// They are slow, so each part of the scene is painted once and moved from then on.
 struct Paint {
   QString red;
   QString green;
@@ -25,7 +23,6 @@ QString Still(QSize size, const Paint& paint) {
       .arg(paint.red, paint.green, paint.blue, paint.opacity);
 }
 
-// Dusk above, embers below, and a sun with its glow.
 QString Sky(QSize size) {
   const auto colour = [](const char* dusk, int glow, int sun) {
     return QStringLiteral(
@@ -39,15 +36,13 @@ QString Sky(QSize size) {
                       .blue = colour("100+60*sin(PI*Y/H)-40*Y/H", 40, 120)});
 }
 
-// A range of mountains that goes by. `crest` and `roughness` are parts of the picture's height, and
-// `waves` repeats from edge to edge, so that there is no seam; `speed` is the part of the width
-// that goes by in a twenty-fifth of a second.
+// Mountains that go by.
 struct Range {
-  double crest;
-  double roughness;
-  const char* waves;
+  double crest;       // of the picture's height
+  double roughness;   // of the picture's height
+  const char* waves;  // repeats from edge to edge, so that there is no seam
   Paint paint;
-  double speed;
+  double speed;  // of the picture's width, in a twenty-fifth of a second
 };
 
 QString Mountains(QSize size, const Range& range) {
@@ -59,7 +54,6 @@ QString Mountains(QSize size, const Range& range) {
   return Still(size, paint) + QStringLiteral(",scroll=horizontal=%1").arg(range.speed);
 }
 
-// Striped like a beach ball, darker on its right side; a neck, two ropes and a basket.
 QString Balloon() {
   constexpr QSize kSize(110, 160);
   const auto colour = [](int dark, int light, int basket) {

@@ -1,5 +1,3 @@
-#include "demo/DemoJoiner.h"
-
 #include <cmath>
 #include <cstdio>
 #include <stdexcept>
@@ -19,17 +17,11 @@ struct ClipDesign {
   int seconds;
 };
 
-// Of one encoding, so that they can be joined as they are.
-constexpr std::array<ClipDesign, 10> kClips = {{{"red", 120},
-                                                {"orange", 300},
-                                                {"yellow", 200},
-                                                {"green", 450},
-                                                {"cyan", 90},
-                                                {"blue", 360},
-                                                {"violet", 240},
-                                                {"white", 500},
-                                                {"gray", 180},
-                                                {"black", 400}}};
+// All have one encoding, as a join requires.
+constexpr ClipDesign kClips[] = {
+    {"red", 120},  {"orange", 300}, {"yellow", 200}, {"green", 450}, {"cyan", 90},
+    {"blue", 360}, {"violet", 240}, {"white", 500},  {"gray", 180},  {"black", 400},
+};
 constexpr int kTotalSeconds = 2840;
 constexpr int kRemoved = 3;
 constexpr int kHovered = 6;
@@ -95,7 +87,7 @@ class JoinerDemo : private DemoPart {
     Need(window_.AwaitTotals(added, QStringLiteral("02,840"), QStringLiteral("00:47:20")),
          "the totals aren't the sum of the clips");
     for (int section = 0; section < added; ++section) {
-      Need(window_.Strip(section).width() == kClips[static_cast<std::size_t>(section)].seconds / 10,
+      Need(window_.Strip(section).width() == kClips[section].seconds / 10,
            "a strip isn't as wide as its clip is long");
     }
   }
@@ -143,7 +135,7 @@ void MakeClips(const QDir& output) {
 
 }  // namespace
 
-// Opened a second time for the join: a removed section's line would be read by the tool as a file.
+// A program of its own for the join: the tool would read the line of a removed section as a file.
 void ShowJoiner(Screen& screen, const QString& programFolder, const QString& display,
                 const QDir& output) {
   MakeClips(output);

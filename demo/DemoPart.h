@@ -7,19 +7,31 @@
 
 namespace kelvane::desktop {
 
-// One window's part of the demo: leaves its pictures in a folder and says what it does.
+// What the parts of the demo share: each drives one window with a real pointer and leaves pictures
+// in a folder.
 class DemoPart {
  protected:
   DemoPart(Screen& screen, const QDir& output) : screen_(screen), output_(output) {}
 
-  // A picture of what the screen shows now, without the bare ground round it.
+  // Saves a picture of the screen, without its empty margins, as NAME.png, and prints `what`.
   void Keep(const char* name, const char* what);
-  // Ends the demo with a picture of the screen and std::runtime_error unless it holds.
+  // Throws std::runtime_error with the complaint unless the condition holds, and saves a picture of
+  // the screen as failed.png.
   void Need(bool holds, const char* complaint);
   static void Say(const QString& text);
 
   Screen& screen_;
   QDir output_;
 };
+
+// The parts with a program of their own. The joiner's leaves the joined file in `output` as well.
+void ShowSections(Screen& screen, const QString& programFolder, const QString& display,
+                  const QDir& output);
+void ShowJoiner(Screen& screen, const QString& programFolder, const QString& display,
+                const QDir& output);
+
+// Makes the clip that the demo crops, with a tone and 25 pictures a second: a balloon before a
+// sunset, over mountains that go by. Returns whether it could be made.
+bool MakeDemoClip(const QString& path, QSize size, int seconds);
 
 }  // namespace kelvane::desktop

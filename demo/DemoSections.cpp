@@ -1,8 +1,3 @@
-#include "demo/DemoSections.h"
-
-#include <cstdio>
-#include <stdexcept>
-
 #include "demo/DemoPart.h"
 #include "desktop/driver/Program.h"
 #include "desktop/driver/SectionWindow.h"
@@ -69,13 +64,12 @@ class SectionsDemo : private DemoPart {
     for (int slider = 0; slider < SectionWindow::kSliders; ++slider) {
       window_.DragThumb(slider, kPitch * (slider + 1));
     }
-    // 720 twips and 420 pixels more.
     Need(window_.AwaitOption(SectionWindow::kSliders - 1, "28"), "the sliders don't move");
     Keep("sections-5-sliders", "all seven sliders were dragged; the last one is lit");
     screen_.MovePointer(window_.Track(2).center());
-    Need(
-        WaitFor([&] { return screen_.Pixel(window_.Track(2).topLeft() - QPoint(1, 1)) == kHover; }),
-        "the track isn't framed");
+    constexpr QRgb kHover = 0xff404040;
+    const QPoint frame = window_.Track(2).topLeft() - QPoint(1, 1);
+    Need(WaitFor([&] { return screen_.Pixel(frame) == kHover; }), "the track isn't framed");
     Keep("sections-6-track", "a track under the pointer has a frame");
   }
 
@@ -83,8 +77,6 @@ class SectionsDemo : private DemoPart {
     screen_.Close(window_.Id());
     Need(program_.AwaitExit() == 0, "the section window's program doesn't end cleanly");
   }
-
-  static constexpr QRgb kHover = 0xff404040;
 
   Program& program_;
   SectionWindow window_;

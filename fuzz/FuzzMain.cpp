@@ -1,4 +1,4 @@
-// A fuzzer of one target, which the build names.
+// A fuzzer of the target KELVANE_FUZZ_TARGET.
 #include <QLocale>
 #include <QtGlobal>
 
@@ -12,7 +12,7 @@ extern "C" int LLVMFuzzerInitialize(int* /*argumentCount*/, char*** /*arguments*
   return 0;
 }
 
-// A disagreement that nobody catches ends the fuzzer, which then keeps the input.
+// An uncaught Disagreement ends the fuzzer, which then keeps the input.
 extern "C" int LLVMFuzzerTestOneInput(const char* bytes, std::size_t count) {
   kelvane::fuzz::KELVANE_FUZZ_TARGET.run({bytes, count});
   return 0;

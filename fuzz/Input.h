@@ -1,13 +1,12 @@
 #pragma once
 
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 
 namespace kelvane::fuzz {
 
-// The bytes of one input, taken from the front. What has run out is nought or empty.
+// The bytes of one input, taken from the front. After the end, a byte is 0 and a text is empty.
 class Input {
  public:
   explicit Input(std::string_view bytes) : rest_(bytes) {}
@@ -29,23 +28,20 @@ class Input {
   std::string_view rest_;
 };
 
-// What comes to a window in the course of an input: a step of a number below `steps`, or a block of
-// 1 to 256 bytes.
-struct Happening {
+// One event of a window: a step of the target, numbered below `steps`, or a block of a tool's text.
+struct Event {
   std::uint8_t step;
-  std::string_view block;  // empty for a step
+  std::string_view block;  // 1 to 256 bytes; empty for a step
 };
 
-constexpr std::size_t kBlockSize = 256;
-
-// One byte tells: the last `steps` of its values are the steps, counted from the highest one, any
-// other is the block's length less one, and the longest of these stands for a full block.
-inline Happening Next(Input& input, std::uint8_t steps) {
+// The first byte tells: 255 is step 0, 254 step 1 and so on. Below the steps stands the length of a
+// block less one, but the highest such value means a full block.
+inline Event NextEvent(Input& input, std::uint8_t steps) {
   constexpr int kHighest = 0xFF;
+  constexpr std::size_t kFullBlock = 256;
   const int head = input.Byte();
   if (head > kHighest - steps) return {static_cast<std::uint8_t>(kHighest - head), {}};
-  const std::size_t length = head == kHighest - steps ? kBlockSize : std::size_t(head) + 1;
-  return {steps, input.Take(length)};
+  return {steps, input.Take(head == kHighest - steps ? kFullBlock : std::size_t(head) + 1)};
 }
 
 }  // namespace kelvane::fuzz

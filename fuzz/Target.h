@@ -1,19 +1,20 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <concepts>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
-#include <vector>
 
-// What is fuzzed. Each target takes any bytes, does with them what the program would, and compares
-// what comes of it with a plain model of its own or with what must hold in any case. An application
-// object must stand.
+#include "shared/TextHelpers.h"
+
+// What is fuzzed. Each target gives any bytes to the program's code and compares the outcome with a
+// plain model of its own, or with what must always hold. The application object must exist.
 namespace kelvane::fuzz {
 
-// Thrown where the program and the model differ.
+// Thrown if the program and the model differ.
 class Disagreement : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
@@ -25,17 +26,18 @@ struct Target {
 };
 
 extern const Target kMainWindow;
-extern const Target kJobWindow;
 extern const Target kJoiner;
-extern const Target kCommandLine;
 extern const Target kNumbersAndTimes;
 extern const Target kShortPaths;
 
-// With every byte that isn't a printable character of ASCII as its number, "a\x0A".
-std::string Readable(std::string_view bytes);
-std::string Readable(const QString& text);
+// A value in a message; bytes that aren't printable ASCII are percent-encoded.
+inline std::string Readable(std::string_view bytes) {
+  const QByteArray copy(bytes.data(), static_cast<qsizetype>(bytes.size()));
+  return '"' + copy.toPercentEncoding(" !#$&'()*+,/:;<=>?@[]").toStdString() + '"';
+}
+inline std::string Readable(const QString& text) { return Readable(text.toStdString()); }
 std::string Readable(std::floating_point auto number) {
-  return Readable(QString::number(double{number}, 'g', 17));
+  return QString::number(double{number}, 'g', 17).toStdString();
 }
 std::string Readable(std::integral auto number) { return std::to_string(number); }
 template <class Value>
@@ -43,13 +45,23 @@ std::string Readable(const std::optional<Value>& value) {
   return value ? Readable(*value) : "none";
 }
 
-// `what` names the value in the failure.
-void Agree(bool holds, const std::string& what);
-
+// Throw unless the condition holds, or the values are equal. `what` names them.
+inline void Agree(bool holds, const std::string& what) {
+  if (!holds) throw Disagreement(what);
+}
 template <class Actual, class Expected>
 void AgreeOn(const std::string& what, const Actual& actual, const Expected& expected) {
   if (actual == expected) return;
   throw Disagreement(what + ": got " + Readable(actual) + ", expected " + Readable(expected));
+}
+
+// The model of a duration: at most nine bytes after the first "duration:", without the blanks
+// around them.
+inline std::optional<QString> DurationIn(std::string_view text) {
+  const auto bytes = QString::fromLatin1(text);
+  const qsizetype word = bytes.indexOf(QLatin1String("duration:"), 0, Qt::CaseInsensitive);
+  if (word < 0) return std::nullopt;
+  return QString::fromUtf8(Trim(bytes.mid(word + 9, 9)).toLatin1());
 }
 
 }  // namespace kelvane::fuzz

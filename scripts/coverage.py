@@ -1,11 +1,10 @@
 #!/usr/bin/env python3
-"""What of src/ the tests have run: lines and branches, by room and in total, from the counters that
-a coverage build has left. Fails where the total is below the mark.
+"""Tells which lines and branches of src/ the tests have run, by room and in total, from the counters
+of a coverage build. Fails if the total is below the marks.
 
-A branch counts where the source decides something: on a line with if, for, while, switch, case, ?,
-&& or ||, or with the last operand of such a condition. What the compiler branches on by itself,
-above all to clean up behind exceptions, is no decision of the sources. --files tells each file,
---missing the lines that nothing has run and those of which a branch has never been taken.
+A branch counts if its line has if, for, while, switch, case, ?, && or ||, or the last operand of such
+a condition. The compiler's other branches, above all those of exceptions, don't count. --missing
+names the lines that were never run and those with a branch that was never taken.
 """
 
 import argparse
@@ -28,14 +27,14 @@ GOES_ON = re.compile(r"(?:&&|\|\||\?)\s*$")
 
 
 def decides(lines, number):
-    """Whether the line of that number, from 1 on, holds a decision or a condition's last operand."""
+    """Whether a line, numbered from 1, has a decision or the last operand of a condition."""
     line = TEXT.sub("", lines[number - 1])
     before = TEXT.sub("", lines[number - 2]) if number > 1 else ""
     return bool(DECISION.search(line) or GOES_ON.search(before))
 
 
 def counted():
-    """The files of src/ with their lines and branches."""
+    """What gcovr tells of each file of src/, with the branches that count."""
     with tempfile.NamedTemporaryFile(suffix=".json") as out:
         subprocess.run(
             ["gcovr", "--root", str(ROOT), "--filter", str(ROOT / "src") + "/",
@@ -52,32 +51,21 @@ def counted():
     return files
 
 
-class Tally:
-    def __init__(self):
-        self.lines = self.lines_run = self.branches = self.branches_taken = 0
+def count(file):
+    lines = [line for line in file["lines"] if not line.get("gcovr/noncode")]
+    branches = [branch for line in lines for branch in line["branches"]]
+    return collections.Counter(
+        lines=len(lines), run=sum(line["count"] > 0 for line in lines),
+        branches=len(branches), taken=sum(branch["count"] > 0 for branch in branches))
 
-    def take(self, file):
-        for line in file["lines"]:
-            if line.get("gcovr/noncode"):
-                continue
-            self.lines += 1
-            self.lines_run += line["count"] > 0
-            self.branches += len(line["branches"])
-            self.branches_taken += sum(branch["count"] > 0 for branch in line["branches"])
 
-    @staticmethod
-    def share(part, whole):
-        return 100.0 * part / whole if whole else 100.0
+def share(part, whole):
+    return 100.0 * part / whole if whole else 100.0
 
-    def line_share(self):
-        return self.share(self.lines_run, self.lines)
 
-    def branch_share(self):
-        return self.share(self.branches_taken, self.branches)
-
-    def row(self, name):
-        return (f"{name:<36}{self.lines_run:>6} of {self.lines:<6}{self.line_share():6.1f} %"
-                f"{self.branches_taken:>8} of {self.branches:<6}{self.branch_share():6.1f} %")
+def row(name, of):
+    return (f"{name:<36}{of['run']:>6} of {of['lines']:<6}{share(of['run'], of['lines']):6.1f} %"
+            f"{of['taken']:>8} of {of['branches']:<6}{share(of['taken'], of['branches']):6.1f} %")
 
 
 def room_of(file):
@@ -100,31 +88,27 @@ def missing(file):
 def main():
     parser = argparse.ArgumentParser(description=__doc__,
                                      formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("--files", action="store_true")
     parser.add_argument("--missing", action="store_true")
     arguments = parser.parse_args()
 
     files = sorted(counted(), key=lambda file: file["file"])
     if not files:
         sys.exit("coverage: there are no counters")
-    rooms = collections.defaultdict(Tally)
-    total = Tally()
-    print(f"{'':<36}{'lines':>15}{'branches':>28}")
+    rooms = collections.defaultdict(collections.Counter)
     for file in files:
-        alone = Tally()
-        for tally in (alone, rooms[room_of(file)], total):
-            tally.take(file)
-        if arguments.files:
-            print(alone.row(file["file"]))
+        rooms[room_of(file)] += count(file)
+    total = sum(rooms.values(), collections.Counter())
+    print(f"{'':<36}{'lines':>15}{'branches':>28}")
     for name in sorted(rooms):
-        print(rooms[name].row(name))
-    print(total.row("in total"))
+        print(row(name, rooms[name]))
+    print(row("in total", total))
     if arguments.missing:
         for file in files:
             for text in missing(file):
                 print(text)
 
-    if total.line_share() < LEAST_LINES or total.branch_share() < LEAST_BRANCHES:
+    if (share(total["run"], total["lines"]) < LEAST_LINES
+            or share(total["taken"], total["branches"]) < LEAST_BRANCHES):
         sys.exit(f"coverage: below {LEAST_LINES} lines or {LEAST_BRANCHES} branches in a hundred")
 
 

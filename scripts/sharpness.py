@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""How sharp the quick tests are: puts small faults, drawn at random, into a private copy of the
-sources, one at a time, builds that and looks whether a test notices. Prints the faults that no test
-notices and the share of those that one does; fails where that is below 95 in a hundred.
+"""Puts small faults, drawn at random, into a private copy of the sources, one at a time, and tells how
+many of them the quick tests notice. Prints the faults that no test notices. Fails if the tests notice
+fewer than 95 in a hundred.
 
-A fault is caught when a test of its own room, or else one of the others, fails twice running. A
-fault that isn't built is drawn anew.
+A fault is noticed if a test of its room, or else any other, fails twice running. A fault that doesn't
+compile is replaced by another.
 """
 
 import argparse
@@ -31,7 +31,7 @@ def swaps(*pairs):
     return pattern, lambda found: both[found[0]]
 
 
-# What is looked for in a line of code, and what takes its place.
+# For each kind of fault, what a line of code must match, and what replaces the match.
 OPERATORS = {
     "comparison": swaps(("<", "<="), (">", ">="), ("==", "!=")),
     "arithmetic": swaps(("+", "-"), ("*", "/"), ("+=", "-=")),
@@ -45,7 +45,7 @@ OPERATORS = {
 
 
 def all_faults(rooms):
-    """By operator: the source, the line's number, and what it becomes."""
+    """The faults by kind: the source, the number of the line, and the changed line."""
     faults = {operator: [] for operator in OPERATORS}
     for path in sorted((TREE / "src").rglob("*.cpp")):
         source = path.relative_to(TREE)
@@ -54,7 +54,7 @@ def all_faults(rooms):
         for number, line in enumerate(path.read_text().splitlines()):
             if re.match(r"\s*(//|#)|template|using|namespace", line):
                 continue
-            # No fault in a text, whose place is kept.
+            # Texts are blanked, so that no fault is put into them.
             code = re.sub(r'"(?:[^"\\]|\\.)*"|//.*', lambda found: "\0" * len(found[0]), line)
             for operator, (pattern, becomes) in OPERATORS.items():
                 faults[operator] += [
@@ -68,8 +68,8 @@ def room_of(source):
 
 
 def run(*command):
-    """Whether it succeeds. Nothing of it is left afterwards, neither processes nor files."""
-    temporary = tempfile.mkdtemp()  # a short path, as the tests have it
+    """Whether a command succeeds. Leaves neither processes nor temporary files behind."""
+    temporary = tempfile.mkdtemp()
     process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                                stderr=subprocess.DEVNULL, start_new_session=True,
                                env={**os.environ, "TMPDIR": temporary})
@@ -104,7 +104,7 @@ def prepare():
         if theirs.is_file() and not (mine.is_file() and mine.read_bytes() == theirs.read_bytes()):
             mine.parent.mkdir(parents=True, exist_ok=True)
             shutil.copy(theirs, mine)
-    # No optimising, which takes time, and no warnings, which would catch what the tests miss.
+    # Optimising takes time, and warnings would notice faults that the tests don't.
     if not (run("cmake", "-G", "Ninja", "-S", TREE, "-B", OBJECTS, "-DCMAKE_BUILD_TYPE=Debug",
                 "-DCMAKE_CXX_FLAGS_DEBUG=", "-DCMAKE_CXX_FLAGS=-O0 -w", "-DKELVANE_BENCH=OFF")
             and build("quick_tests") and passes(OBJECTS)):
@@ -112,7 +112,7 @@ def prepare():
 
 
 def verdict_on(source, number, changed):
-    """None where it isn't built."""
+    """"caught" or "survived"; None if the fault doesn't compile."""
     path = TREE / source
     before = path.read_text()
     lines = before.splitlines()

@@ -1,11 +1,10 @@
-// The joiner hears what its tools print, and makes a section of every block that tells a duration,
-// until it transcodes: from then on it hears nothing.
+// The joiner receives what its tools print, and makes a section of every block with a duration,
+// until it transcodes: from then on it ignores the text.
 #include <QApplication>
 #include <QTimer>
 #include <memory>
 
 #include "Input.h"
-#include "PlainText.h"
 #include "Target.h"
 #include "joiner/Form4.h"
 #include "shared/SharedValues.h"
@@ -13,142 +12,99 @@
 namespace kelvane::fuzz {
 namespace {
 
-// The joiner's sections never go away. One that has taken in so many is replaced, and so is one
-// that has transcoded.
+// Sections can't be removed: a window that has so many is replaced.
 constexpr int kMostSections = 600;
 
-// What may happen between two blocks.
 enum Step : std::uint8_t { TranscodingBegins, StepCount };
-
-// Half of a pixel's ten seconds goes to the even number of pixels.
-int PixelsOf(int seconds) {
-  const int pixels = seconds / 10;
-  const int rest = seconds % 10;
-  return rest > 5 || (rest == 5 && pixels % 2 != 0) ? pixels + 1 : pixels;
-}
 
 class Joiner {
  public:
   Joiner() { form_.Load(); }
 
-  bool Full() const { return sections_ >= kMostSections; }
-  bool Transcoding() const { return transcoding_; }
+  bool IsFull() const { return sections_ >= kMostSections; }
+  bool IsUsedUp() const { return IsFull() || transcoding_; }
 
-  // Whatever an input before has left: the section before the next one's has no length.
-  void ForgetLength() {
-    if (pixels_ != 0) Hear("Duration: 00:00:00.00");
+  // A duration that is no time counts as the width of the section before. This makes that 0.
+  void ForgetWidth() {
+    if (width_ != 0) Receive("Duration: 00:00:00.00");
   }
 
-  void Hear(std::string_view block) {
+  void Receive(std::string_view block) {
     form_.objDOS_ReceiveOutputs(std::string(block));
-    if (!transcoding_) Take(QString::fromUtf8(block));
-    AgreeOn("scratch box", Get<TextBox>("Text1").Text(), scratch_);
-    Agree(!HasStrip(sections_ + 2), "a strip too many");
-    CheckTotals();
+    if (!transcoding_) {
+      scratch_ = QString::fromUtf8(block);
+      if (const std::optional<QString> found = DurationIn(scratch_.toStdString())) {
+        duration_ = *found;
+        TakeSection();
+      }
+    }
+    AgreeOn("scratch box", form_.Find<TextBox>("Text1").Text(), scratch_);
+    Agree(form_.findChild<PictureBox*>(StripName(sections_ + 1)) == nullptr, "a strip too many");
+    AgreeOn("duration", VideoDuration, duration_);
+    AgreeOn("rows", form_.Find<ListView>("ListView1").ListItems.Count(), sections_);
+    AgreeOn("seconds in total", Total(TotalDurationSeconds),
+            FormatGrouped(static_cast<double>(total_), 5));
+    AgreeOn("time in total", Total(TotalRuntime), FormatTimeText(static_cast<double>(total_)));
   }
 
-  // The join of an empty list runs no tool. Its message is closed once it is up.
+  // The list is empty, so no tool runs. A timer closes the message box at the end.
   void BeginTranscoding() {
-    Get<OptionButton>("Option1", TranscodeAllSections).Choose();
+    form_.Find<OptionButton>(QStringLiteral("Option1(%1)").arg(TranscodeAllSections)).Choose();
     QTimer::singleShot(0, [] {
       if (QWidget* message = QApplication::activeModalWidget()) message->close();
     });
-    Get<Label>("Label1", JoinAllSections)
+    form_.Find<Label>(QStringLiteral("Label1(%1)").arg(JoinAllSections))
         .MouseUp({.Index = JoinAllSections, .Button = kLeftButton, .Shift = 0, .X = 0, .Y = 0});
-    AgreeOn("process", Get<Label>("Label3", ProcessLine).Caption(),
-            QStringLiteral("Process: Video Created."));
     transcoding_ = true;
   }
 
  private:
-  template <class Kind>
-  Kind& Get(const char* name) const {
-    return form_.Find<Kind>(QLatin1String(name));
-  }
-  template <class Kind>
-  Kind& Get(const char* array, int index) const {
-    return form_.Find<Kind>(QStringLiteral("%1(%2)").arg(QLatin1String(array)).arg(index));
-  }
-
-  bool HasStrip(int index) const {
-    return form_.findChild<PictureBox*>(QStringLiteral("Picture2(%1)").arg(index)) != nullptr;
-  }
-
-  void Take(const QString& text) {
-    scratch_ = text;
-    if (const std::optional<QString> found = DurationIn(text.toStdString())) {
-      duration_ = *found;
-      TakeSection();
-    }
+  static QString StripName(int section) { return QStringLiteral("Picture2(%1)").arg(section + 1); }
+  QString Total(int label) const {
+    return form_.Find<Label>(QStringLiteral("Label3(%1)").arg(label)).Caption();
   }
 
   void TakeSection() {
-    // What is no time counts with the pixels of the section before.
-    const int seconds = Seconds(duration_).value_or(pixels_);
+    const int seconds = SecondsFromTimeText(duration_).value_or(width_);
     total_ += seconds;
-    pixels_ = PixelsOf(seconds);
+    width_ = *ToInteger32(seconds / 10.0);
     ++sections_;
-    CheckRow();
-    CheckStrip();
-    left_ += pixels_;
-  }
-
-  void CheckRow() const {
-    const auto& list = Get<ListView>("ListView1");
-    AgreeOn("number of rows", list.ListItems.Count(), sections_);
-    const ListView::ListItem row = list.ListItems(sections_);
-    AgreeOn("row", row.Text(), QString::number(sections_));
-    AgreeOn("seconds in the row", row.SubItems(2), QString::number(pixels_ * 10));
-  }
-
-  void CheckStrip() const {
-    const int index = sections_ + 1;
-    const auto& strip = Get<PictureBox>("Picture2", index);
-    AgreeOn("strip's left", strip.Left(), static_cast<float>(left_));
-    AgreeOn("strip's top", strip.Top(), static_cast<float>(1 + 20 * (sections_ - 1)));
-    AgreeOn("strip's width", strip.Width(), static_cast<float>(pixels_));
-    AgreeOn("strip's height", strip.Height(), 17.0F);
-    AgreeOn(
-        "details", Get<Label>("Label2", index).Caption(),
-        QStringLiteral("   Video Index: %1 Title:    ").arg(sections_, 2, 10, QLatin1Char('0')));
-    Agree(form_.findChild<Line*>(QStringLiteral("Line1(%1)").arg(index)) != nullptr, "no rule");
-  }
-
-  void CheckTotals() const {
-    AgreeOn("duration", VideoDuration, duration_);
-    AgreeOn("number of rows", Get<ListView>("ListView1").ListItems.Count(), sections_);
-    AgreeOn("total seconds", Get<Label>("Label3", TotalDurationSeconds).Caption(),
-            Grouped(static_cast<double>(total_), 5, PlainSeparators()));
-    AgreeOn("total run time", Get<Label>("Label3", TotalRuntime).Caption(), TimeText(total_));
+    const auto& strip = form_.Find<PictureBox>(StripName(sections_));
+    AgreeOn("left of the strip", strip.Left(), static_cast<float>(left_));
+    AgreeOn("width of the strip", strip.Width(), static_cast<float>(width_));
+    AgreeOn("seconds in the row",
+            form_.Find<ListView>("ListView1").ListItems(sections_).SubItems(2),
+            QString::number(width_ * 10));
+    left_ += width_;
   }
 
   Form4 form_;
   QString duration_ = VideoDuration;
   QString scratch_;
-  std::int64_t total_ = 0;
-  std::int64_t left_ = 1;
-  int pixels_ = 0;
+  std::int64_t total_ = 0;  // seconds
+  std::int64_t left_ = 1;   // pixels, of the next strip
+  int width_ = 0;           // pixels, of the last strip
   int sections_ = 0;
   bool transcoding_ = false;
 };
 
 void Run(std::string_view bytes) {
   static std::unique_ptr<Joiner> joiner;
-  if (!joiner || joiner->Full() || joiner->Transcoding()) {
+  if (!joiner || joiner->IsUsedUp()) {
     joiner.reset();
     VideoDuration.clear();
     joiner = std::make_unique<Joiner>();
   }
-  joiner->ForgetLength();
-  for (Input input(bytes); !input.AtEnd() && !joiner->Full();) {
-    const auto [step, block] = Next(input, StepCount);
+  joiner->ForgetWidth();
+  for (Input input(bytes); !input.AtEnd() && !joiner->IsFull();) {
+    const auto [step, block] = NextEvent(input, StepCount);
     if (step == TranscodingBegins) {
       joiner->BeginTranscoding();
     } else {
-      joiner->Hear(block);
+      joiner->Receive(block);
     }
   }
-  joiner->Hear({});
+  joiner->Receive({});
 }
 
 }  // namespace

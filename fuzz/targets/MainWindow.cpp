@@ -1,11 +1,11 @@
-// The main window hears what its tools print: as the size probe's answer first, and as text from
-// then on. The model keeps all text as bytes and reads it from the beginning each time.
+// The main window receives what its tools print: first the size probe's answer, and then any text.
+// The model keeps all text and reads it from the beginning each time.
+#include <QRegularExpression>
 #include <cmath>
 #include <limits>
 #include <memory>
 
 #include "Input.h"
-#include "PlainText.h"
 #include "Target.h"
 #include "shared/SharedValues.h"
 #include "workspace/Form1.h"
@@ -13,42 +13,29 @@
 namespace kelvane::fuzz {
 namespace {
 
-// What may happen between two blocks.
 enum Step : std::uint8_t { LoadBegins, SecondRunBegins, RegionIsMeasured, StepCount };
 
-std::string WithWideBreaks(std::string_view block) {
-  std::string wide;
-  for (std::size_t i = 0; i < block.size(); ++i) {
-    if (block[i] == '\n' && (i == 0 || block[i - 1] != '\r')) wide += '\r';
-    wide += block[i];
-  }
-  return wide;
-}
-
-// One side of the canvas and what follows from it.
+// One dimension of the canvas and what follows from it, in pixels.
 struct Side {
   QString caption;
-  float size = 0;    // of the canvas; the number of the caption where it is one
-  float length = 0;  // of the bars that lie along it
-  float farBar = 0;  // where the bar at its end is
+  float size = 0;         // of the canvas; the number of the caption if it is one
+  float barLength = 0;    // of the bars that lie along it
+  float barPosition = 0;  // of the bar at its end
   int scrollMax = 0;
 
-  // True if the canvas has another size on the screen.
+  // Returns whether the canvas changes its size on the screen.
   bool Take(const QString& text) {
     if (text == caption) return false;
     caption = text;
     const float before = size;
-    const std::optional<double> number = Number(caption, PlainSeparators());
-    if (number && *number >= 0 && *number <= double{std::numeric_limits<float>::max()}) {
-      size = static_cast<float>(*number);
-    }
+    if (const auto number = SingleFromText(caption); number && *number >= 0) size = *number;
     constexpr float kWidest = 16777215;
     return std::min(size, kWidest) != std::min(before, kWidest);
   }
   void Reset() {
     constexpr float kBarThickness = 5;
-    length = size;
-    farBar = size - kBarThickness;
+    barLength = size;
+    barPosition = size - kBarThickness;
     const double units = std::floor((double{size} * 2 + 15) / 30);
     if (units <= std::numeric_limits<std::int16_t>::max()) scrollMax = static_cast<int>(units);
   }
@@ -56,49 +43,42 @@ struct Side {
 
 class Model {
  public:
-  void Hear(std::string_view block) {
-    if (!textComes) {
-      if (TakeSize(WithWideBreaks(block))) return;
-      textComes = true;
-    }
+  void Receive(std::string_view block) {
+    if (!sizeIsKnown && TakeSize(QString::fromLatin1(block))) return;
+    sizeIsKnown = true;
     shown += QString::fromUtf8(block);
     store_ += block;
-    if (const std::optional<QString> found = DurationIn(store_)) {
-      heardDuration = true;
-      duration = *found;
-    }
+    if (const auto found = DurationIn(store_)) duration = found;
   }
 
-  bool textComes = false;
+  bool sizeIsKnown = false;
   QString shown;
-  bool heardDuration = false;
-  QString duration;
-  const Side& width() const { return width_; }
-  const Side& height() const { return height_; }
+  std::optional<QString> duration;
+  Side width{QStringLiteral("0,000"), 0, 0, -5, 0};
+  Side height{QStringLiteral("0,000"), 0, 0, -5, 0};
 
  private:
-  // True where the block ends there.
-  bool TakeSize(const std::string& block) {
-    const std::size_t height = Position(block, "height=");
-    if (Position(block, "width=") > 0) {
-      Take(width_, Middle(block.substr(0, height == 0 ? 0 : height - 1), 7));
+  // Returns whether the block was a whole size and nothing else. A character of `block` is a byte.
+  bool TakeSize(QString block) {
+    static const QRegularExpression kBareLineFeed(QStringLiteral("(?<!\r)\n"));
+    block.replace(kBareLineFeed, QStringLiteral("\r\n"));
+    const qsizetype heightWord = block.indexOf(u"height=", 0, Qt::CaseInsensitive);
+    if (block.contains(u"width=", Qt::CaseInsensitive)) {
+      Take(width, block.left(std::max<qsizetype>(heightWord, 0)).mid(6));
     }
-    if (height == 0) return false;
-    std::string digits(Middle(TrimBlanks(Middle(block, 12)), 8));
-    const bool ends = !digits.empty() && digits.front() == '=';
-    if (ends) std::erase(digits, '=');
-    Take(height_, digits);
-    return ends;
+    if (heightWord < 0) return false;
+    QString digits = Trim(block.mid(11)).mid(7);
+    const bool usedUp = digits.startsWith(u'=');
+    if (usedUp) digits.remove(u'=');
+    Take(height, digits);
+    return usedUp;
   }
-  void Take(Side& side, std::string_view digits) {
-    if (!side.Take(GroupedText(QString::fromUtf8(digits), PlainSeparators()))) return;
-    width_.Reset();
-    height_.Reset();
+  void Take(Side& side, const QString& digits) {
+    if (!side.Take(FormatGroupedText(QString::fromUtf8(digits.toLatin1())))) return;
+    width.Reset();
+    height.Reset();
   }
 
-  // No size is known, and the bars are on the edges of nothing.
-  Side width_{QStringLiteral("0,000"), 0, 0, -5, 0};
-  Side height_{QStringLiteral("0,000"), 0, 0, -5, 0};
   std::string store_;
 };
 
@@ -106,12 +86,12 @@ class Window {
  public:
   Window() { form_.Load(); }
 
-  // The first duration is never forgotten.
-  bool CanBeginAnew() const { return !model_.heardDuration; }
+  // The window keeps its first duration for good.
+  bool IsUsedUp() const { return model_.duration.has_value(); }
 
   void Begin() {
     ProbeDimensionsDone = true;
-    // No beginning of the word is left.
+    // Ends a word that the last input began.
     form_.objDOS_ReceiveOutputs("........");
     Get<TextBox>("Text2").setText({});
     for (const char* size : {"Label1(1)", "Label1(3)"}) {
@@ -126,23 +106,23 @@ class Window {
 
   void Run(Input input) {
     while (!input.AtEnd()) {
-      const auto [step, block] = Next(input, StepCount);
+      const auto [step, block] = NextEvent(input, StepCount);
       switch (step) {
         case LoadBegins:
-          ProbeDimensionsDone = model_.textComes = false;
+          ProbeDimensionsDone = model_.sizeIsKnown = false;
           break;
         case SecondRunBegins:
-          ProbeDimensionsDone = model_.textComes = true;
+          ProbeDimensionsDone = model_.sizeIsKnown = true;
           break;
         case RegionIsMeasured:
           Measure();
           break;
         default:
-          Hear(block);
+          Receive(block);
           break;
       }
     }
-    Hear({});
+    Receive({});
     Measure();
   }
 
@@ -153,41 +133,36 @@ class Window {
   }
   QString Caption(const char* name) const { return Get<Label>(name).Caption(); }
 
-  void Hear(std::string_view block) {
+  void Receive(std::string_view block) {
     form_.objDOS_ReceiveOutputs(std::string(block));
-    model_.Hear(block);
-    AgreeOn("caption of the width", Caption("Label1(1)"), model_.width().caption);
-    AgreeOn("caption of the height", Caption("Label1(3)"), model_.height().caption);
-    Agree(ProbeDimensionsDone == model_.textComes, "whether text comes next");
+    model_.Receive(block);
+    AgreeOn("caption of the width", Caption("Label1(1)"), model_.width.caption);
+    AgreeOn("caption of the height", Caption("Label1(3)"), model_.height.caption);
+    Agree(ProbeDimensionsDone == model_.sizeIsKnown, "whether the size is known");
     AgreeOn("stored text", Get<TextBox>("Text2").Text(), model_.shown);
-    AgreeOn("duration", VideoDuration, model_.duration);
-    CheckCanvas();
-  }
-
-  void CheckCanvas() const {
-    const Side& width = model_.width();
-    const Side& height = model_.height();
+    AgreeOn("duration", VideoDuration, model_.duration.value_or(QString()));
+    const Side& width = model_.width;
+    const Side& height = model_.height;
     const auto& canvas = Get<PictureBox>("Picture1(2)");
     AgreeOn("canvas width", canvas.Width(), width.size);
     AgreeOn("canvas height", canvas.Height(), height.size);
-    AgreeOn("left bar's height", Get<PictureBox>("Picture2(0)").Height(), height.length);
-    AgreeOn("top bar's width", Get<PictureBox>("Picture2(1)").Width(), width.length);
+    AgreeOn("left bar's height", Get<PictureBox>("Picture2(0)").Height(), height.barLength);
+    AgreeOn("top bar's width", Get<PictureBox>("Picture2(1)").Width(), width.barLength);
     AgreeOn("horizontal range", int{Get<HScrollBar>("HScroll1").Max()}, width.scrollMax);
     AgreeOn("vertical range", int{Get<VScrollBar>("VScroll1").Max()}, height.scrollMax);
   }
 
   void Measure() {
     Get<Timer>("Timer2").Tick();
-    const float right = model_.width().farBar;
-    const float base = model_.height().farBar;
-    const auto grouped = [](double number) { return Grouped(number, 4, PlainSeparators()); };
+    const float right = model_.width.barPosition;
+    const float base = model_.height.barPosition;
     const auto fits = [](float number) { return number < 2147483648.0F; };
-    AgreeOn("left", Caption("Label1(5)"), grouped(0));
-    AgreeOn("top", Caption("Label1(7)"), grouped(0));
-    AgreeOn("width", Caption("Label1(9)"), grouped(fits(right) ? right : 0));
-    AgreeOn("height", Caption("Label1(11)"), grouped(fits(base) ? base : 0));
-    AgreeOn("right", Caption("Label1(15)"), grouped(right));
-    AgreeOn("base", Caption("Label1(13)"), grouped(base));
+    AgreeOn("left", Caption("Label1(5)"), FormatGrouped(0));
+    AgreeOn("top", Caption("Label1(7)"), FormatGrouped(0));
+    AgreeOn("width", Caption("Label1(9)"), FormatGrouped(fits(right) ? right : 0));
+    AgreeOn("height", Caption("Label1(11)"), FormatGrouped(fits(base) ? base : 0));
+    AgreeOn("right", Caption("Label1(15)"), FormatGrouped(right));
+    AgreeOn("base", Caption("Label1(13)"), FormatGrouped(base));
     if (fits(right)) width_ = static_cast<std::int32_t>(right);
     if (fits(base)) height_ = static_cast<std::int32_t>(base);
     AgreeOn("crop width", CropWidth, width_);
@@ -204,7 +179,7 @@ class Window {
 
 void Run(std::string_view input) {
   static std::unique_ptr<Window> window;
-  if (!window || !window->CanBeginAnew()) {
+  if (!window || window->IsUsedUp()) {
     window.reset();
     window = std::make_unique<Window>();
   }

@@ -1,45 +1,98 @@
-// Numbers and times as texts and back, under locales with unlike separators.
+// Numbers and times as texts and back, in locales with different separators.
 #include <QLocale>
-#include <array>
+#include <QRegularExpression>
+#include <QScopeGuard>
+#include <QStringList>
 #include <cmath>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <iterator>
 #include <limits>
 
 #include "Input.h"
-#include "PlainText.h"
 #include "Target.h"
 #include "shared/TextHelpers.h"
 
 namespace kelvane::fuzz {
 namespace {
 
+struct Separators {
+  QString group;
+  QString decimal;
+};
+
 struct FuzzedLocale {
   QLocale locale;
   Separators separators;
 };
 
-// Written out: what Qt says of a locale is part of what is looked at.
+// The separators are not asked of Qt, which the program asks.
 const FuzzedLocale kLocales[] = {
-    {QLocale::c(), PlainSeparators()},
+    {QLocale::c(), {",", "."}},
     {QLocale(QLocale::German, QLocale::Germany), {".", ","}},
     {QLocale(QLocale::French, QLocale::France), {QString(QChar(0x202F)), ","}},
     {QLocale(QLocale::German, QLocale::Switzerland), {QString(QChar(0x2019)), "."}},
     {QLocale(QLocale::Polish, QLocale::Poland), {QString(QChar(0x00A0)), ","}},
 };
 
-// The locale of one input; the plain one again behind it.
-class UseLocale {
- public:
-  explicit UseLocale(const QLocale& locale) { QLocale::setDefault(locale); }
-  UseLocale(const UseLocale&) = delete;
-  UseLocale& operator=(const UseLocale&) = delete;
-  ~UseLocale() { QLocale::setDefault(QLocale::c()); }
-};
+// Returns whether the whole text matches.
+bool Matches(const QString& text, const char* pattern) {
+  return QRegularExpression("\\A(?:" + QLatin1String(pattern) + ")\\z").match(text).hasMatch();
+}
 
-// The longest beginning that is a number with a point, blanks, tabs and line breaks left out.
+// Commas that group have a digit before them and exactly three behind them.
+QString WithoutGroupingCommas(const QString& text) {
+  const QStringList parts = text.split(u',');
+  QString left = parts.first();
+  for (qsizetype i = 1; i < parts.size(); ++i) {
+    const bool groups =
+        Matches(parts[i - 1], "(?s).*[0-9]") && Matches(parts[i], "[0-9]{3}([^0-9].*)?");
+    if (!groups) left += u',';
+    left += parts[i];
+  }
+  return left;
+}
+
+// The whole text as a number, unless a double can't hold it.
+std::optional<double> Number(const QString& text, const Separators& separators) {
+  QString plain = text.trimmed().remove(separators.group);
+  if (separators.decimal != u',') plain = WithoutGroupingCommas(plain);
+  plain = plain.replace(separators.decimal, QStringLiteral(".")).trimmed();
+  if (!Matches(plain, "[+-]?([0-9]+\\.?[0-9]*|\\.[0-9]+)([eE][+-]?[0-9]+)?")) return std::nullopt;
+  const double number = std::strtod(plain.toStdString().c_str(), nullptr);
+  const bool tooSmall = number == 0 && !Matches(plain, "[+-]?[0.]+([eE].*)?");
+  return std::isfinite(number) && !tooSmall ? std::optional(number) : std::nullopt;
+}
+
+// Seconds from midnight of "h:m" or "h:m:s".
+std::optional<int> Seconds(const QString& text) {
+  const QString time = text.trimmed();
+  if (!Matches(time, "[0-9]{1,2}:[0-9]{1,2}(:[0-9]{1,2})?")) return std::nullopt;
+  const QStringList parts = time.split(u':');
+  const int hours = parts[0].toInt();
+  const int minutes = parts[1].toInt();
+  const int seconds = parts.value(2).toInt();
+  if (hours > 23 || minutes > 59 || seconds > 59) return std::nullopt;
+  return hours * 3600 + minutes * 60 + seconds;
+}
+
+// "hh:mm:ss" of a time of day.
+QString TimeText(std::int64_t seconds) {
+  return QString::asprintf("%02d:%02d:%02d", static_cast<int>(seconds % 86400 / 3600),
+                           static_cast<int>(seconds % 3600 / 60), static_cast<int>(seconds % 60));
+}
+
+QString Grouped(double number, int leastDigits, const Separators& separators) {
+  QString text = QString::asprintf("%0*.0f", leastDigits, std::round(std::fabs(number)));
+  const bool negative = std::round(number) < 0;
+  for (qsizetype place = text.size() - 3; place > 0; place -= 3) {
+    text.insert(place, separators.group);
+  }
+  return negative ? u'-' + text : text;
+}
+
+// The longest beginning that is a number with a decimal point, without blanks, tabs and line
+// breaks.
 double NumberAhead(const std::string& text) {
   std::string plain;
   for (const char c : text) {
@@ -77,10 +130,14 @@ void ReadText(std::string_view bytes, const Separators& separators) {
   AgreeOn("number of " + shown, SingleFromText(text),
           fits ? std::optional(static_cast<float>(*number)) : std::nullopt);
   if (!number || std::fabs(*number) < 1e15) {
-    AgreeOn("grouped " + shown, FormatGroupedText(text), GroupedText(text, separators));
+    AgreeOn("grouped " + shown, FormatGroupedText(text),
+            number ? Grouped(*number, 4, separators) : text);
   }
   AgreeOn("seconds of " + shown, SecondsFromTimeText(text), Seconds(text));
-  AgreeOn("trimmed " + shown, Trim(text).toStdString(), TrimBlanks(text.toStdString()));
+  QString trimmed = text;
+  while (trimmed.startsWith(u' ')) trimmed.remove(0, 1);
+  while (trimmed.endsWith(u' ')) trimmed.chop(1);
+  AgreeOn("trimmed " + shown, Trim(text), trimmed);
   const bool plain = std::all_of(bytes.begin(), bytes.end(), [](char c) { return c > 0; });
   if (plain) {
     AgreeOn("leading number of " + shown, LeadingNumber(text), NumberAhead(std::string(bytes)));
@@ -88,13 +145,7 @@ void ReadText(std::string_view bytes, const Separators& separators) {
   AgreeOn("text through the narrow encoding", FromNarrow(ToNarrow(text)), text);
 }
 
-std::string Printed(const char* format, double number) {
-  std::array<char, 400> buffer{};
-  std::snprintf(buffer.data(), buffer.size(), format, number);
-  return buffer.data();
-}
-
-// The digits as they stand, for a text that is a number without a power of ten.
+// The value of a text that is a number without an exponent.
 double ValueOf(QString text, const Separators& separators) {
   text.remove(separators.group).replace(separators.decimal, QLatin1String("."));
   char* end = nullptr;
@@ -135,9 +186,8 @@ void FormatTimes(double number) {
   const auto passed = static_cast<std::int64_t>(std::min(number, 1e15));
   const QString minutes = TimeText(passed).mid(3);
   AgreeOn("position" + what, position,
-          passed < 3600
-              ? minutes
-              : QString::fromStdString(Printed("%02.0f:", double(passed / 3600))) + minutes);
+          passed < 3600 ? minutes
+                        : QString::number(passed / 3600).rightJustified(2, u'0') + ':' + minutes);
 }
 
 void FormatNumber(double number, const Separators& separators) {
@@ -145,8 +195,7 @@ void FormatNumber(double number, const Separators& separators) {
   for (const int digits : {4, 5}) {
     const QString text = FormatGrouped(number, digits);
     if (std::fabs(number) < 1e15) {
-      AgreeOn("grouped " + shown, text,
-              Grouped(number, static_cast<std::size_t>(digits), separators));
+      AgreeOn("grouped " + shown, text, Grouped(number, digits, separators));
     }
     AgreeOn("value of grouped " + shown, ValueOf(text, separators), std::round(number) + 0.0);
     const auto single = static_cast<float>(std::round(number));
@@ -169,18 +218,17 @@ void FormatNumber(double number, const Separators& separators) {
   AgreeOn("32 bits of " + shown, ToInteger32(number), HalfToEven<std::int32_t>(number));
   const auto single = static_cast<float>(number);
   if (!std::isfinite(single)) return;
-  // A little more than it is, so that a half is rounded up.
+  // Slightly more, so that a half is rounded up.
   const double more = double{single} * (1 + 1e-12);
-  const QString expected =
-      single == 0 ? QStringLiteral("0") : QString::fromStdString(Printed("%.7G", more));
-  AgreeOn("single " + shown, FormatSingle(single),
-          QString(expected).replace(u'.', separators.decimal));
+  QString expected = single == 0 ? "0" : QString::asprintf("%.7G", more);
+  AgreeOn("single " + shown, FormatSingle(single), expected.replace(u'.', separators.decimal));
 }
 
 void Run(std::string_view bytes) {
   Input input(bytes);
   const FuzzedLocale& used = kLocales[input.Byte() % std::size(kLocales)];
-  const UseLocale locale(used.locale);
+  QLocale::setDefault(used.locale);
+  const auto restore = qScopeGuard([] { QLocale::setDefault(QLocale::c()); });
   ReadText(input.Rest(), used.separators);
 
   const double read = std::strtod(std::string(input.Rest()).c_str(), nullptr);

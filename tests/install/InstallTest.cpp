@@ -1,31 +1,121 @@
-// The program as it is installed for its users: every file in its place, started from the commands,
-// used, and removed again without a trace.
+// The build, installed and packed: its files, its commands in use, and its removal.
 #include <sys/stat.h>
 #include <xcb/xcb.h>
 
 #include <QDir>
+#include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QLockFile>
 #include <QRegularExpression>
 #include <QSettings>
+#include <QTemporaryDir>
 #include <cstdlib>
-#include <memory>
 
 #include "desktop/JoinerTest.h"
-#include "desktop/driver/SectionWindow.h"
-#include "install/Installation.h"
+#include "support/Videos.h"
 
 namespace kelvane::desktop {
 namespace {
 
-constexpr QSize kSize(640, 360);
-constexpr QSize kUntouchedCrop(634, 354);
-
 const QStringList kCommands = {"kelvane", "kelvane-joiner", "kelvane-sections"};
 const QStringList kTools = {"ffmpeg", "ffplay", "ffprobe"};
 
-// By their paths from the prefix, in order.
-QStringList WhatIsInstalled() {
+const QString kBuild = KELVANE_BUILD_FOLDER;
+// The build notes what it installed in one file, so only one test at a time may install or pack.
+const QString kLock = kBuild + "/install_test.lock";
+
+// Runs a command to its end and returns what it printed. The running test fails unless it succeeds.
+QString Ran(const QString& command, const QStringList& arguments) {
+  QString printed;
+  EXPECT_TRUE(RunTool(command, arguments, &printed))
+      << command.toStdString() << ' ' << arguments.join(' ').toStdString() << '\n'
+      << printed.toStdString();
+  return printed;
+}
+
+// Where the build is installed: with the root as the prefix, or under the prefix /usr of a system
+// whose root it is.
+enum class Prefix { kRoot, kUsr };
+
+// An empty folder, the root, into which the build is installed. Failures are the running test's.
+class Installation {
+ public:
+  explicit Installation(Prefix prefix = Prefix::kRoot) {
+    QDir().mkpath(Root());
+    if (prefix == Prefix::kUsr) environment_ = {"DESTDIR=" + Root()};
+    prefix_ = prefix == Prefix::kUsr ? "/usr" : Root();
+    for (const QString& folder : {place_.path(), Root()}) {
+      QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner |
+                                        QFile::ReadOther | QFile::ExeOther);
+    }
+  }
+
+  QString Root() const { return place_.path() + "/root"; }
+  QString PathOf(const QString& file) const { return Root() + '/' + file; }
+
+  // The paths from the root of everything below it, sorted.
+  QStringList Entries() const {
+    QStringList entries;
+    QDirIterator entry(Root(),
+                       QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot,
+                       QDirIterator::Subdirectories);
+    while (entry.hasNext()) entries << QDir(Root()).relativeFilePath(entry.next());
+    entries.sort();
+    return entries;
+  }
+  // The same without folders.
+  QStringList Files() const {
+    QStringList files = Entries();
+    files.removeIf([this](const QString& entry) {
+      const QFileInfo info(PathOf(entry));
+      return info.isDir() && !info.isSymLink();
+    });
+    return files;
+  }
+
+  // Installs a component, which leaves the manifest of the developer's own installation alone.
+  void Install() const {
+    QLockFile lock(kLock);
+    lock.lock();
+    Ran("env", environment_ + QStringList{KELVANE_CMAKE, "--install", kBuild, "--component",
+                                          "kelvane", "--prefix", prefix_});
+    EXPECT_TRUE(QFile::copy(kBuild + "/install_manifest_kelvane.txt", Manifest()));
+  }
+  void Uninstall() const {
+    Ran("env", environment_ + QStringList{KELVANE_CMAKE, "-D", "MANIFEST=" + Manifest(), "-P",
+                                          KELVANE_SOURCE_FOLDER "/packaging/uninstall.cmake"});
+  }
+
+  // Makes the Debian package outside the root and returns its path.
+  QString MakePackage() const {
+    QLockFile lock(kLock);
+    lock.lock();
+    const QDir folder(place_.path() + "/package");
+    Ran(KELVANE_CPACK,
+        {"-G", "DEB", "--config", kBuild + "/CPackConfig.cmake", "-B", folder.path()});
+    const QStringList made = folder.entryList({"*.deb"});
+    EXPECT_EQ(made.size(), 1);
+    return folder.filePath(made.value(0));
+  }
+
+  // Has the test's program started by this command, such as "bin/kelvane".
+  void Use(const Program& program, const QString& command) const {
+    const QString link = program.ProgramFolder() + '/' + QFileInfo(command).fileName();
+    EXPECT_TRUE(QFile::remove(link));
+    EXPECT_TRUE(QFile::link(PathOf(command), link));
+  }
+
+ private:
+  QString Manifest() const { return place_.path() + "/manifest.txt"; }
+
+  QTemporaryDir place_;
+  QStringList environment_;
+  QString prefix_;
+};
+
+// The paths from the prefix, sorted.
+QStringList ExpectedFiles() {
   QStringList files = {"share/doc/kelvane/changelog.gz", "share/doc/kelvane/copyright",
                        "share/icons/hicolor/scalable/apps/kelvane.svg",
                        "share/metainfo/org.kelvane.kelvane.metainfo.xml"};
@@ -41,33 +131,36 @@ QStringList WhatIsInstalled() {
   return files;
 }
 
-QString EntryOf(const Installation& installation, const QString& command, const QString& key) {
+QString DesktopEntry(const Installation& installation, const QString& command, const QString& key) {
   const QSettings entry(installation.PathOf("share/applications/" + command + ".desktop"),
                         QSettings::IniFormat);
   return entry.value("Desktop Entry/" + key).toString();
 }
 
-// Both names that the window bears for its program.
+// Both names in the window's WM_CLASS.
 QList<QByteArray> ClassOf(WindowId window) {
-  const std::unique_ptr<xcb_connection_t, decltype(&xcb_disconnect)> connection(
-      xcb_connect(nullptr, nullptr), &xcb_disconnect);
   constexpr std::uint32_t kWords = 64;
-  const std::unique_ptr<xcb_get_property_reply_t, decltype(&std::free)> reply(
-      xcb_get_property_reply(connection.get(),
-                             xcb_get_property(connection.get(), 0, window, XCB_ATOM_WM_CLASS,
-                                              XCB_ATOM_STRING, 0, kWords),
-                             nullptr),
-      &std::free);
-  if (!reply) return {};
-  return QByteArray(static_cast<const char*>(xcb_get_property_value(reply.get())),
-                    xcb_get_property_value_length(reply.get()))
-      .split('\0');
+  xcb_connection_t* const connection = xcb_connect(nullptr, nullptr);
+  xcb_get_property_reply_t* const reply = xcb_get_property_reply(
+      connection,
+      xcb_get_property(connection, 0, window, XCB_ATOM_WM_CLASS, XCB_ATOM_STRING, 0, kWords),
+      nullptr);
+  QByteArray names;
+  if (reply != nullptr) {
+    names = {static_cast<const char*>(xcb_get_property_value(reply)),
+             xcb_get_property_value_length(reply)};
+  }
+  std::free(reply);
+  xcb_disconnect(connection);
+  return names.split('\0');
 }
 
-TEST(Installed, HasEachFileInItsPlaceAndEveryLinkLeadsToAProgram) {
+void MakeFile(const QString& path) { ASSERT_TRUE(QFile(path).open(QIODevice::WriteOnly)); }
+
+TEST(Installed, HasEachFileInItsPlaceAndLeavesNothingButForeignFiles) {
   const Installation installation;
   installation.Install();
-  EXPECT_EQ(installation.Files(), WhatIsInstalled());
+  EXPECT_EQ(installation.Files(), ExpectedFiles());
   for (const QString& command : kCommands) {
     EXPECT_EQ(QFileInfo(installation.PathOf("bin/" + command)).canonicalFilePath(),
               QFileInfo(installation.PathOf("lib/kelvane/" + command)).canonicalFilePath());
@@ -76,42 +169,34 @@ TEST(Installed, HasEachFileInItsPlaceAndEveryLinkLeadsToAProgram) {
     EXPECT_TRUE(QFileInfo(installation.PathOf("lib/kelvane/" + tool)).isExecutable())
         << tool.toStdString();
   }
-}
-
-TEST(Installed, HasTheSameFilesForASystemAndGoesFromThereToo) {
-  const Installation installation;
-  installation.InstallSystem();
-  QStringList expected = WhatIsInstalled();
-  for (QString& file : expected) file.prepend("usr/");
-  EXPECT_EQ(installation.Files(), expected);
-  EXPECT_EQ(QFile::symLinkTarget(installation.PathOf("usr/lib/kelvane/ffmpeg")),
-            installation.PathOf("usr/bin/ffmpeg"))
-      << "from one place of the system to another, wherever that system lies";
-  installation.UninstallSystem();
-  EXPECT_EQ(installation.Things(), QStringList("usr"));
-}
-
-TEST(Installed, GoesAndTakesTheJoinersListWithItAndNothingElse) {
-  const Installation installation;
-  installation.Install();
-  for (const char* name : {"lib/kelvane/files.txt", "share/icons/of-another-program"}) {
-    QFile file(installation.PathOf(name));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  }
+  MakeFile(installation.PathOf("lib/kelvane/files.txt"));  // the joiner's list
+  MakeFile(installation.PathOf("share/icons/of-another-program"));
   installation.Uninstall();
-  EXPECT_EQ(installation.Things(),
+  EXPECT_EQ(installation.Entries(),
             (QStringList{"share", "share/icons", "share/icons/of-another-program"}));
 }
 
-TEST(Installed, HasDesktopEntriesAndMetadataThatAreValidAndLeadToWhatIsThere) {
+TEST(Installed, HasTheSameFilesInASystemAndIsRemovedFromThere) {
+  const Installation installation(Prefix::kUsr);
+  installation.Install();
+  EXPECT_EQ(installation.Files(),
+            ExpectedFiles().replaceInStrings(QRegularExpression("^"), "usr/"));
+  EXPECT_EQ(QFile::symLinkTarget(installation.PathOf("usr/lib/kelvane/ffmpeg")),
+            installation.PathOf("usr/bin/ffmpeg"))
+      << "a relative link";
+  installation.Uninstall();
+  EXPECT_EQ(installation.Entries(), QStringList("usr"));
+}
+
+TEST(Installed, HasValidDesktopEntriesAndMetadata) {
   const Installation installation;
   installation.Install();
   for (const QString& command : kCommands) {
     EXPECT_EQ(Ran("desktop-file-validate",
                   {installation.PathOf("share/applications/" + command + ".desktop")}),
               "");
-    EXPECT_EQ(EntryOf(installation, command, "Exec"), command);
-    EXPECT_EQ(EntryOf(installation, command, "Icon"), "kelvane");
+    EXPECT_EQ(DesktopEntry(installation, command, "Exec"), command);
+    EXPECT_EQ(DesktopEntry(installation, command, "Icon"), "kelvane");
   }
   const QString metadata = installation.PathOf("share/metainfo/org.kelvane.kelvane.metainfo.xml");
   Ran("appstreamcli", {"validate", "--no-net", metadata});
@@ -120,51 +205,23 @@ TEST(Installed, HasDesktopEntriesAndMetadataThatAreValidAndLeadToWhatIsThere) {
   EXPECT_TRUE(text.readAll().contains("<release version=\"" KELVANE_VERSION "\""));
 }
 
-class InstalledProgram : public DesktopTest {
- protected:
-  // To be called with a video in the window.
-  void CropAndClose() {
-    const QString output = program.PathOf("cropped.mp4");
-    ASSERT_NO_FATAL_FAILURE(StartCrop(output));
-    EXPECT_TRUE(job.AwaitSuccess());
-    EXPECT_EQ(VideoSize(output), kUntouchedCrop);
-    job.Cancel();
-    EXPECT_TRUE(WaitFor([&] { return !job.Open(); }));
-    CloseAndExpectEnd();
+TEST(Installed, OpensWindowsWithTheClassesOfTheDesktopEntries) {
+  const Installation installation;
+  installation.Install();
+  for (const QString& command : kCommands) {
+    Program program(KELVANE_PROGRAM_FOLDER, TheDisplay(), command);
+    installation.Use(program, "bin/" + command);
+    program.Start();
+    const WindowId window = TheScreen().AwaitNew({});
+    ASSERT_NE(window, 0U) << command.toStdString();
+    const QString windowClass = DesktopEntry(installation, command, "StartupWMClass");
+    EXPECT_TRUE(ClassOf(window).contains(windowClass.toUtf8())) << command.toStdString();
+    TheScreen().Close(window);
+    EXPECT_EQ(program.AwaitExit(), 0);
   }
-
-  Installation installation;
-};
-
-TEST_F(InstalledProgram, CropsFromItsCommandUnderTheClassOfItsEntry) {
-  installation.Install();
-  installation.Use(program, "bin/kelvane");
-  ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 1));
-  EXPECT_TRUE(
-      ClassOf(window.Id()).contains(EntryOf(installation, "kelvane", "StartupWMClass").toUtf8()));
-  ASSERT_NO_FATAL_FAILURE(CropAndClose());
-  EXPECT_EQ(installation.Files(), WhatIsInstalled());
 }
 
-class InstalledSections : public DesktopTest {
- protected:
-  InstalledSections() : DesktopTest("kelvane-sections") {}
-  Installation installation;
-  SectionWindow sections{screen};
-};
-
-TEST_F(InstalledSections, OpensFromItsCommandUnderTheClassOfItsEntry) {
-  installation.Install();
-  installation.Use(program, "bin/kelvane-sections");
-  program.Start();
-  ASSERT_TRUE(sections.Await());
-  EXPECT_TRUE(ClassOf(sections.Id())
-                  .contains(EntryOf(installation, "kelvane-sections", "StartupWMClass").toUtf8()));
-  screen.Close(sections.Id());
-  EXPECT_EQ(program.AwaitExit(), 0);
-}
-
-// Installed by root for an ordinary user, who can't write there.
+// Used by an ordinary user, who can't write to the program's folder.
 class InstalledJoiner : public JoinerTest {
  protected:
   void SetUp() override {
@@ -182,9 +239,7 @@ class InstalledJoiner : public JoinerTest {
   Installation installation;
 };
 
-TEST_F(InstalledJoiner, JoinsFromItsCommandForOneWhoCannotWriteInItsFolder) {
-  EXPECT_TRUE(ClassOf(joiner.Id())
-                  .contains(EntryOf(installation, "kelvane-joiner", "StartupWMClass").toUtf8()));
+TEST_F(InstalledJoiner, JoinsFromItsCommandForAnOrdinaryUser) {
   for (const char* name : {"a.mp4", "b.mp4"}) {
     ASSERT_TRUE(MakePlainVideo(program.PathOf(name), "teal", 2));
     ASSERT_NO_FATAL_FAILURE(Add(program.PathOf(name)));
@@ -193,10 +248,10 @@ TEST_F(InstalledJoiner, JoinsFromItsCommandForOneWhoCannotWriteInItsFolder) {
   ASSERT_NO_FATAL_FAILURE(JoinTo(output));
   EXPECT_EQ(Pictures(output), 4 * 25);
   CloseJoinerAndExpectEnd();
-  EXPECT_EQ(installation.Files(), WhatIsInstalled());
+  EXPECT_EQ(installation.Files(), ExpectedFiles());
 }
 
-TEST(Package, IsCleanAndNeedsWhatTheProgramUses) {
+TEST(Package, PassesLintianAndDependsOnWhatTheProgramUses) {
   const Installation installation;
   const QString package = installation.MakePackage();
   EXPECT_EQ(Ran("lintian", {"--allow-root", "--fail-on", "error,warning", package}), "");
@@ -209,38 +264,40 @@ TEST(Package, IsCleanAndNeedsWhatTheProgramUses) {
   EXPECT_TRUE(Ran("dpkg-deb", {"--field", package, "Section"}).startsWith("video"));
 }
 
-// A package manager's own root, with nothing in it but the tools.
-using InstalledPackage = InstalledProgram;
+using InstalledPackage = DesktopTest;
 
 TEST_F(InstalledPackage, CropsAndIsRemovedWithoutATrace) {
-  const QString package = installation.MakePackage();
+  const Installation installation;
   for (const char* folder : {"var/lib/dpkg/info", "var/lib/dpkg/updates", "var/log", "usr/bin"}) {
     ASSERT_TRUE(QDir(installation.Root()).mkpath(folder));
   }
   for (const char* file : {"var/lib/dpkg/status", "var/lib/dpkg/available"}) {
-    QFile empty(installation.PathOf(file));
-    ASSERT_TRUE(empty.open(QIODevice::WriteOnly));
+    MakeFile(installation.PathOf(file));
   }
   for (const QString& tool : kTools) {
     ASSERT_TRUE(QFile::link("/usr/bin/" + tool, installation.PathOf("usr/bin/" + tool)));
   }
-  const auto outsideOfItsBooks = [this] {
-    return installation.Things().filter(QRegularExpression("^usr"));
+  const auto systemFiles = [&installation] {
+    return installation.Entries().filter(QRegularExpression("^usr"));
   };
-  const QStringList before = outsideOfItsBooks();
-  const QStringList manager = {"--root=" + installation.Root(), "--force-not-root",
-                               "--force-depends", "--force-script-chrootless"};
-  Ran("dpkg", manager + QStringList{"--install", package});
-  EXPECT_TRUE(outsideOfItsBooks().contains("usr/bin/kelvane"));
+  const QStringList before = systemFiles();
+  const QStringList dpkg = {"--root=" + installation.Root(), "--force-not-root", "--force-depends",
+                            "--force-script-chrootless"};
+  Ran("dpkg", dpkg + QStringList{"--install", installation.MakePackage()});
 
   installation.Use(program, "usr/bin/kelvane");
-  ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 1));
-  ASSERT_NO_FATAL_FAILURE(CropAndClose());
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(QSize(640, 360), 1));
+  const QString output = program.PathOf("cropped.mp4");
+  ASSERT_NO_FATAL_FAILURE(StartCrop(output));
+  EXPECT_TRUE(job.AwaitSuccess());
+  EXPECT_EQ(VideoSize(output), QSize(634, 354));
+  job.Cancel();
+  EXPECT_TRUE(WaitFor([&] { return !job.Open(); }));
+  CloseAndExpectEnd();
 
-  QFile list(installation.PathOf("usr/lib/kelvane/files.txt"));
-  ASSERT_TRUE(list.open(QIODevice::WriteOnly));
-  Ran("dpkg", manager + QStringList{"--remove", "kelvane"});
-  EXPECT_EQ(outsideOfItsBooks(), before);
+  MakeFile(installation.PathOf("usr/lib/kelvane/files.txt"));
+  Ran("dpkg", dpkg + QStringList{"--remove", "kelvane"});
+  EXPECT_EQ(systemFiles(), before);
 }
 
 }  // namespace

@@ -1,19 +1,20 @@
-// One licence, wherever it is named, and those of the libraries that the programs use.
+// The project's licence, and those of the libraries and tools that the programs use.
 #include <gtest/gtest.h>
 
 #include <QFile>
 #include <QRegularExpression>
 #include <QStringList>
+#include <map>
 #include <set>
 #include <string>
 
-#include "install/Installation.h"
 #include "support/Sanitized.h"
+#include "support/Videos.h"
 
 namespace kelvane::desktop {
 namespace {
 
-// The text of a file, without line breaks and runs of blanks.
+// The text of a file in one line with single blanks.
 QString TextOf(const QString& path) {
   QFile file(path);
   EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
@@ -24,41 +25,28 @@ QString InSource(const char* file) {
   return QStringLiteral(KELVANE_SOURCE_FOLDER "/") + QLatin1String(file);
 }
 
-struct Naming {
-  const char* name;
-  const char* file;
-  const char* words;
-};
-
-void PrintTo(const Naming& naming, std::ostream* out) { *out << naming.file; }
-
-class Licence : public ::testing::TestWithParam<Naming> {};
-
-TEST_P(Licence, IsNamedAsTheProjectsOwn) {
-  const QString text = TextOf(InSource(GetParam().file));
-  EXPECT_TRUE(text.contains(GetParam().words)) << text.toStdString();
-  EXPECT_FALSE(text.contains("proprietary"));
+TEST(Licence, IsTheSameWhereverItIsNamed) {
+  const std::string manual = "Licence " KELVANE_LICENSE ":";
+  const std::multimap<const char*, std::string> cases = {
+      {"LICENSE", "SPDX-License-Identifier: " KELVANE_LICENSE},
+      {"README.md", "(`" KELVANE_LICENSE "`): [LICENSE](LICENSE)"},
+      {"packaging/desktop/org.kelvane.kelvane.metainfo.xml",
+       "<project_license>" KELVANE_LICENSE "</project_license>"},
+      {"packaging/debian/copyright", "\"GPL-3+\" is this format's name for " KELVANE_LICENSE},
+      {"packaging/debian/copyright",
+       "Files: * Copyright: 2026 The Kelvane developers License: GPL-3+"},
+      {"packaging/man/kelvane.1", manual},
+      {"packaging/man/kelvane-joiner.1", manual},
+      {"packaging/man/kelvane-sections.1", manual},
+  };
+  for (const auto& [file, words] : cases) {
+    const QString text = TextOf(InSource(file));
+    EXPECT_TRUE(text.contains(QString::fromStdString(words))) << file;
+    EXPECT_FALSE(text.contains("proprietary")) << file;
+  }
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    In, Licence,
-    ::testing::Values(
-        Naming{"TheNotice", "LICENSE", "SPDX-License-Identifier: " KELVANE_LICENSE},
-        Naming{"TheReadme", "README.md", "(`" KELVANE_LICENSE "`): [LICENSE](LICENSE)"},
-        Naming{"TheMetadata", "packaging/desktop/org.kelvane.kelvane.metainfo.xml",
-               "<project_license>" KELVANE_LICENSE "</project_license>"},
-        Naming{"ThePackage", "packaging/debian/copyright",
-               "\"GPL-3+\" is this format's name for " KELVANE_LICENSE},
-        Naming{"ThePackagesFiles", "packaging/debian/copyright",
-               "Files: * Copyright: 2026 The Kelvane developers License: GPL-3+"},
-        Naming{"TheManual", "packaging/man/kelvane.1", "Licence " KELVANE_LICENSE ":"},
-        Naming{"TheJoinersManual", "packaging/man/kelvane-joiner.1",
-               "Licence " KELVANE_LICENSE ":"},
-        Naming{"TheSectionWindowsManual", "packaging/man/kelvane-sections.1",
-               "Licence " KELVANE_LICENSE ":"}),
-    [](const auto& test) { return test.param.name; });
-
-TEST(LicencesText, LiesWhereTheNoticesSay) {
+TEST(Licence, HasItsTextWhereTheNoticesSay) {
   const char* const kPlace = "/usr/share/common-licenses/GPL-3";
   for (const char* file : {"LICENSE", "packaging/debian/copyright", "packaging/man/kelvane.1"}) {
     EXPECT_TRUE(TextOf(InSource(file)).contains(kPlace)) << file;
@@ -66,30 +54,34 @@ TEST(LicencesText, LiesWhereTheNoticesSay) {
   EXPECT_TRUE(TextOf(kPlace).startsWith("GNU GENERAL PUBLIC LICENSE Version 3,"));
 }
 
-// What the loader needs at the start of the three programs.
+// What a shell command prints.
+QString Printed(const QString& command) {
+  QString printed;
+  EXPECT_TRUE(RunTool("sh", {"-c", command}, &printed)) << printed.toStdString();
+  return printed.trimmed();
+}
+
+// The libraries that the three programs are linked to.
 std::set<std::string> LinkedLibraries() {
   std::set<std::string> libraries;
-  static const QRegularExpression kNeeded("\\(NEEDED\\).*\\[(.*)\\]");
   static const QRegularExpression kSanitizer("^lib[a-z]+san\\.");
-  for (const char* program : {"kelvane", "kelvane-joiner", "kelvane-sections"}) {
-    const QString path = QStringLiteral(KELVANE_PROGRAM_FOLDER "/") + QLatin1String(program);
-    auto matches = kNeeded.globalMatch(Ran("readelf", {"--dynamic", "--wide", path}));
-    while (matches.hasNext()) {
-      const QString library = matches.next().captured(1);
-      if (!kSanitized || !library.contains(kSanitizer)) libraries.insert(library.toStdString());
-    }
+  const QString names = Printed("cd '" KELVANE_PROGRAM_FOLDER
+                                "' && readelf --dynamic --wide kelvane kelvane-joiner"
+                                " kelvane-sections | sed -n 's/.*(NEEDED).*\\[\\(.*\\)\\]/\\1/p'");
+  for (const QString& library : names.split('\n')) {
+    if (!kSanitized || !library.contains(kSanitizer)) libraries.insert(library.toStdString());
   }
   return libraries;
 }
 
-// What the copyright file of a file's package says.
+// The copyright file of the package that a library or tool comes from.
 QString CopyrightOf(const QString& file) {
   const QString pattern = file.startsWith("lib") ? "*/" + file : "/usr/bin/" + file;
-  const QString package = Ran("dpkg-query", {"--search", pattern}).section(':', 0, 0);
+  const QString package = Printed("dpkg-query --search '" + pattern + '\'').section(':', 0, 0);
   return TextOf("/usr/share/doc/" + package + "/copyright");
 }
 
-TEST(LicencesOfLibraries, StandInTheReadmeForEachAsItsPackageSays) {
+TEST(LicencesOfLibraries, AreInTheReadmeInTheWordsOfTheirPackages) {
   QFile readme(InSource("README.md"));
   ASSERT_TRUE(readme.open(QIODevice::ReadOnly));
   const QString section = QString::fromUtf8(readme.readAll()).section("\n## Licence\n", 1);

@@ -1,52 +1,41 @@
-// What a run yields: its events, its result, its command line.
-
 #include <gtest/gtest.h>
-#include <unistd.h>
+#include <pthread.h>
 
 #include <algorithm>
 #include <cstdlib>
 #include <filesystem>
+#include <functional>
 #include <random>
 #include <string>
 #include <vector>
 
 #include "TestTools.h"
 #include "media/DOSOutputs.h"
+#include "support/Sanitized.h"
 
 namespace kelvane::testing {
 namespace {
 
-constexpr std::size_t kMebibyte = 1U << 20;
+constexpr unsigned kMebibyte = 1U << 20;
 
-// Bytes of every value, in an order of no pattern.
+// Random bytes, the same in every run.
 std::string AnyBytes(std::size_t count) {
-  std::mt19937 random(7);  // the same bytes every time
+  std::mt19937 random(7);
   std::string bytes(count, '\0');
   std::generate(bytes.begin(), bytes.end(), [&random] { return static_cast<char>(random()); });
   return bytes;
 }
 
-TEST(ConsoleRunner, DeliversBlocksOfAtMost256BytesAndAnEmptyOneAtTheEnd) {
+TEST(ConsoleRunner, DeliversAnyBytesInBlocksOfAtMost256AndAnEmptyOneAtTheEnd) {
   const TemporaryFolder folder;
-  for (const std::size_t size : {0U, 1U, 255U, 256U, 257U, 512U, 513U}) {
+  for (const std::size_t size : {0U, 1U, 255U, 256U, 257U, 513U, kMebibyte}) {
     const std::string text = AnyBytes(size);
-    Events expected;
-    for (std::size_t place = 0; place < size; place += 256) {
-      expected.push_back(text.substr(place, 256));
-    }
-    expected.emplace_back();
-    EXPECT_EQ(RunLine("/bin/cat " + folder.File("text", text)), expected) << size;
+    const Events events = RunLine("/bin/cat " + folder.File("text", text));
+    EXPECT_TRUE(Joined(events) == text) << size;
+    EXPECT_EQ(std::ranges::count(events, std::string()), 1) << size;
+    EXPECT_EQ(events.back(), "") << size;
+    EXPECT_TRUE(std::ranges::all_of(events, [](const auto& block) { return block.size() <= 256; }));
   }
-}
-
-TEST(ConsoleRunner, DeliversAMebibyteOfAnyBytesWhole) {
-  const TemporaryFolder folder;
-  const std::string text = AnyBytes(kMebibyte);
-  const Events events = RunLine("/bin/cat " + folder.File("text", text));
-  EXPECT_TRUE(Joined(events) == text);
-  EXPECT_EQ(std::count(events.begin(), events.end(), ""), 1);
-  EXPECT_EQ(events.back(), "");
-  EXPECT_TRUE(std::ranges::all_of(events, [](const auto& block) { return block.size() <= 256; }));
 }
 
 TEST(ConsoleRunner, DeliversBothOutputsInTheOrderOfWriting) {
@@ -91,13 +80,7 @@ TEST(ConsoleRunner, OutputsStartsEmptyWithEachRunAndGrowsBlockByBlock) {
   }
 }
 
-TEST(ConsoleRunner, ReturnsTheSameTextWithoutAHandler) {
-  DOSOutputs outputs;
-  EXPECT_EQ(outputs.ExecuteCommand("/bin/echo text"), "text\n");
-  EXPECT_EQ(outputs.Outputs(), "text\n");
-}
-
-TEST(ConsoleRunner, EndsTheRunOfAFailingToolLikeAnyOther) {
+TEST(ConsoleRunner, EndsTheRunOfAFailingOrKilledToolLikeAnyOther) {
   const TemporaryFolder folder;
   EXPECT_EQ(RunLine(folder.Script("fails", "echo complaint >&2; exit 3")),
             (Events{"complaint\n", ""}));
@@ -105,7 +88,7 @@ TEST(ConsoleRunner, EndsTheRunOfAFailingToolLikeAnyOther) {
             (Events{"last words\n", ""}));
 }
 
-TEST(ConsoleRunner, YieldsNothingAndKeepsOutputsWhereNoToolCanBeStarted) {
+TEST(ConsoleRunner, RaisesNoEventAndKeepsOutputsIfNoToolCanBeStarted) {
   const TemporaryFolder folder;
   const std::string notExecutable = folder.File("not-executable", "#!/bin/sh\necho ran\n");
   const std::string noFormat = folder.File("no-format", "echo ran\n");
@@ -126,63 +109,97 @@ TEST(ConsoleRunner, YieldsNothingAndKeepsOutputsWhereNoToolCanBeStarted) {
     EXPECT_EQ(outputs.Outputs(), "earlier\n");
     EXPECT_TRUE(outputs.CommandLine() == line);
   }
-  EXPECT_EQ(RunLine(""), Events{}) << "where no line was ever given";
+  EXPECT_EQ(RunLine(""), Events{}) << "no command line was ever given";
 }
 
-TEST(ConsoleRunner, RunsTheLineHeldWhereNoneIsGivenAndHoldsTheOneGiven) {
+TEST(ConsoleRunner, RunsItsCommandLineIfNoneIsGivenAndKeepsTheOneGiven) {
   DOSOutputs outputs;
   outputs.setCommandLine("/bin/echo held");
   EXPECT_EQ(outputs.CommandLine(), "/bin/echo held");
   EXPECT_EQ(outputs.ExecuteCommand(""), "held\n");
+  EXPECT_EQ(outputs.Outputs(), "held\n");
   EXPECT_EQ(outputs.ExecuteCommand(), "held\n");
   EXPECT_EQ(outputs.ExecuteCommand("/bin/echo given"), "given\n");
   EXPECT_EQ(outputs.CommandLine(), "/bin/echo given");
   EXPECT_EQ(outputs.ExecuteCommand(""), "given\n");
 }
 
-TEST(ConsoleRunner, HandsTheToolItsArgumentsWithoutAShell) {
+TEST(ConsoleRunner, PassesArgumentsWithoutAShell) {
   const TemporaryFolder folder;
   const std::string tool = folder.Script("my tool", R"(for a; do printf '[%s]' "$a"; done)");
   EXPECT_EQ(Joined(RunLine('"' + tool + R"("  -i  a.mp4	"b c" "" $HOME * ; | > 'd e' \ )")),
             R"([-i][a.mp4][b c][][$HOME][*][;][|][>]['d][e'][\])");
 }
 
-TEST(ConsoleRunner, TakesABareNameForAFileInTheCurrentFolderAndSearchesNowhereElse) {
+TEST(ConsoleRunner, RunsToolsInTheCurrentFolderWithItsEnvironmentAndSearchesNoPath) {
   const TemporaryFolder folder;
-  folder.Script("tool", "echo ran");
+  folder.Script("tool", "pwd; echo $RUNNER_TEST_VALUE");
   const CurrentFolder current(folder.path());
-  EXPECT_EQ(Joined(RunLine("tool")), "ran\n");
+  ASSERT_EQ(::setenv("RUNNER_TEST_VALUE", "of the program", 1), 0);
+  EXPECT_EQ(Joined(RunLine("tool")), folder.path() + "\nof the program\n");
+  ::unsetenv("RUNNER_TEST_VALUE");
   EXPECT_EQ(RunLine("echo text"), Events{});
 }
 
-TEST(ConsoleRunner, RunsTheToolInTheProgramsFolderWithItsEnvironment) {
+TEST(ConsoleRunner, NeverMakesAToolWaitForAHandlerOrANestedRun) {
   const TemporaryFolder folder;
-  const CurrentFolder current(folder.path());
-  ASSERT_EQ(::setenv("RUNNER_TEST_VALUE", "of the program", 1), 0);
-  EXPECT_EQ(Joined(RunLine("/bin/pwd")), folder.path() + "\n");
-  EXPECT_EQ(Joined(RunLine("/usr/bin/printenv RUNNER_TEST_VALUE")), "of the program\n");
-  ::unsetenv("RUNNER_TEST_VALUE");
+  constexpr std::size_t kMuch = 400'000;  // bytes, more than a pipe holds
+  const std::string text = "begin\n" + std::string(kMuch, '\0') + "end\n";
+  int waitedFor = 0;
+  const std::function<void(int)> run = [&](int depth) {
+    constexpr int kDepth = 3;
+    const std::string ended = folder / "ended" + std::to_string(depth);
+    const std::string tool = folder.Script(
+        "tool" + std::to_string(depth),
+        "echo begin; head -c " + std::to_string(kMuch) + " /dev/zero; echo end; touch " + ended);
+    DOSOutputs outputs;
+    std::string received;
+    outputs.ReceiveOutputs = [&](const std::string& block) {
+      if (received.empty()) {
+        if (depth < kDepth) run(depth + 1);
+        if (WaitFor([&] { return std::filesystem::exists(ended); })) ++waitedFor;
+      }
+      received += block;
+    };
+    EXPECT_TRUE(outputs.ExecuteCommand(tool) == text);
+    EXPECT_TRUE(received == text);
+  };
+  run(1);
+  EXPECT_EQ(waitedFor, 3);
 }
 
-TEST(ConsoleRunner, RunsAToolWholeInsideAnEventOfAnotherRun) {
+TEST(ConsoleRunner, StartsNoToolWithoutAThreadToReadIt) {
   const TemporaryFolder folder;
-  const Gate gate(folder / "gate");
-  const std::string outerTool =
-      "/usr/bin/timeout 30 " + folder.Script("outer", "echo one\n" + gate.Wait() + "echo two");
-  DOSOutputs outer;
-  DOSOutputs inner;
-  Events events;
-  inner.ReceiveOutputs = [&](const std::string& block) { events.push_back("inner " + block); };
-  outer.ReceiveOutputs = [&](const std::string& block) {
-    events.push_back("outer " + block);
-    if (block == "one\n") {
-      EXPECT_EQ(inner.ExecuteCommand("/bin/echo nested"), "nested\n");
-      gate.Open();
-    }
-  };
-  EXPECT_EQ(outer.ExecuteCommand(outerTool), "one\ntwo\n");
-  EXPECT_EQ(inner.Outputs(), "nested\n");
-  EXPECT_EQ(events, (Events{"outer one\n", "inner nested\n", "inner ", "outer two\n", "outer "}));
+  pthread_attr_t former;
+  ASSERT_EQ(pthread_getattr_default_np(&former), 0);
+  pthread_attr_t tooLarge;
+  ASSERT_EQ(pthread_getattr_default_np(&tooLarge), 0);
+  constexpr std::size_t kWholeAddressSpace = std::size_t{1} << 47U;
+  ASSERT_EQ(pthread_attr_setstacksize(&tooLarge, kWholeAddressSpace), 0);
+
+  DOSOutputs outputs;
+  RunLine(outputs, "/bin/echo earlier");
+  ASSERT_EQ(pthread_setattr_default_np(&tooLarge), 0);
+  const Events events = RunLine(outputs, "/bin/touch " + folder / "started");
+  pthread_setattr_default_np(&former);
+  pthread_attr_destroy(&former);
+  pthread_attr_destroy(&tooLarge);
+
+  EXPECT_EQ(events, Events{});
+  EXPECT_EQ(outputs.Outputs(), "earlier\n");
+  EXPECT_FALSE(std::filesystem::exists(folder / "started"));
+  EXPECT_EQ(Joined(RunLine(outputs, "/bin/echo later")), "later\n");
+}
+
+// In a process of its own, whose memory is that of the run alone.
+TEST(ConsoleRunner, NeedsAtMostTwiceTheMemoryOfTheText) {
+  if (kSanitized) GTEST_SKIP() << "a sanitizer needs memory of its own";
+  constexpr long kText = 256 * 1024;  // KiB
+  Process program = StartTestProgram({"flood", std::to_string(kText)});
+  const long most = std::stol(program.ReadLine());
+  EXPECT_EQ(program.Wait(), 0);
+  EXPECT_GT(most, kText) << "the whole text is kept";
+  EXPECT_LT(most, 2 * kText + kText / 20);
 }
 
 }  // namespace

@@ -1,8 +1,7 @@
-// Uses the media room in a process of its own, in ways that a test can't be put to itself. The
-// first argument says how; what it finds goes to standard output, or to a file where there is none.
+// Does what would harm the process of the tests. The first argument is the name of a function in
+// the table below, the others are its arguments.
 
 #include <fcntl.h>
-#include <spawn.h>
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -26,20 +25,21 @@ namespace {
 
 using Arguments = std::vector<std::string>;
 
-std::string RunAndTell(DOSOutputs& outputs, const std::string& commandLine) {
+std::string RunAndDescribe(DOSOutputs& outputs, const std::string& commandLine) {
   int events = 0;
   outputs.ReceiveOutputs = [&events](const std::string&) { ++events; };
   const std::string result = outputs.ExecuteCommand(commandLine);
-  std::ostringstream told;
-  told << "events " << events << ", result [" << result << "], held [" << outputs.Outputs() << "]";
-  return told.str();
+  std::ostringstream text;
+  text << "events " << events << ", result [" << result << "], held [" << outputs.Outputs() << "]";
+  return text.str();
 }
 
 int LowestFreeDescriptor() {
   return Descriptor(::open("/dev/null", O_RDONLY | O_CLOEXEC)).number();
 }
 
-// Descriptors to close, one digit each; file to write to; command line.
+// Closes standard descriptors, runs a tool and writes its text to a file. Arguments: the
+// descriptors, a digit each; the file; the command line.
 int RunWithoutDescriptors(const Arguments& arguments) {
   for (const char digit : arguments.at(0)) ::close(digit - '0');
   const int lowestBefore = LowestFreeDescriptor();
@@ -51,10 +51,11 @@ int RunWithoutDescriptors(const Arguments& arguments) {
   return EXIT_SUCCESS;
 }
 
-// How many descriptors to leave free; command line for before, amid and after the shortage.
+// Runs a tool before, during and after a shortage of descriptors. Arguments: how many remain free;
+// the command line, to which one of these words is added.
 int RunWithFreeDescriptors(const Arguments& arguments) {
   DOSOutputs outputs;
-  std::cout << RunAndTell(outputs, arguments.at(1) + " before") << '\n';
+  std::cout << RunAndDescribe(outputs, arguments.at(1) + " before") << '\n';
   {
     constexpr rlim_t kFew = 64;
     rlimit limit{};
@@ -62,17 +63,18 @@ int RunWithFreeDescriptors(const Arguments& arguments) {
     limit.rlim_cur = kFew;
     if (::setrlimit(RLIMIT_NOFILE, &limit) != 0) return EXIT_FAILURE;
     std::vector<Descriptor> taken;
-    while (Descriptor one{::open("/dev/null", O_RDONLY | O_CLOEXEC)})
+    while (Descriptor one{::open("/dev/null", O_RDONLY | O_CLOEXEC)}) {
       taken.push_back(std::move(one));
+    }
     taken.resize(taken.size() - std::stoul(arguments.at(0)));
-    std::cout << RunAndTell(outputs, arguments.at(1) + " amid") << '\n';
+    std::cout << RunAndDescribe(outputs, arguments.at(1) + " during") << '\n';
   }
-  std::cout << RunAndTell(outputs, arguments.at(1) + " after") << '\n';
+  std::cout << RunAndDescribe(outputs, arguments.at(1) + " after") << '\n';
   return EXIT_SUCCESS;
 }
 
-// How many KiB a tool prints, all of them before the first block is taken; tells by how many KiB
-// the program's memory has grown at most.
+// Runs a tool that prints so many KiB, all of them before the first block is taken. Prints by how
+// many KiB the program's memory has grown at most.
 int Flood(const Arguments& arguments) {
   const auto mostMemory = [] {
     rusage usage{};
@@ -90,49 +92,30 @@ int Flood(const Arguments& arguments) {
   return EXIT_SUCCESS;
 }
 
-// Folder of the links; way to end; paths.
-int ShortPaths(const Arguments& arguments) {
-  for (std::size_t place = 2; place < arguments.size(); ++place) {
-    std::cout << GetShortFileName(arguments[place], {}, arguments[0]) << std::endl;
-  }
+// Makes a short path and a join's list in a private folder, and ends in a way that the test names.
+// Arguments: parent of the folder; way to end; file.
+int UsePrivateFolder(const Arguments& arguments) {
+  const std::string& links = arguments.at(0);
   const std::string& end = arguments.at(1);
-  if (end == "exit") std::exit(EXIT_SUCCESS);
-  if (end == "crash") return std::raise(SIGKILL);
-  if (end == "wait") std::cin.get();
-  if (end == "crash beside another program") {
-    pid_t other = 0;
-    std::vector<std::string> line = {"/bin/sleep", "60"};
-    std::vector<char*> pointers = {line[0].data(), line[1].data(), nullptr};
-    if (::posix_spawn(&other, pointers[0], nullptr, nullptr, pointers.data(), environ) != 0) {
-      return EXIT_FAILURE;
-    }
-    std::cout << other << std::endl;
-    return std::raise(SIGKILL);
+  std::ofstream(PrivateListFile(links)) << "the list";
+  std::cout << GetShortFileName(arguments.at(2), {}, links) << std::endl;
+  if (end == "crash after starting a child" && std::system("/bin/sleep 60 & echo $!") != 0) {
+    return EXIT_FAILURE;
   }
+  if (end.starts_with("crash")) return std::raise(SIGKILL);
   if (end == "fork") {
-    // The copy of the program ends in the ordinary way, and the program after it.
     const pid_t copy = ::fork();
     if (copy == 0) return EXIT_SUCCESS;
     ::waitpid(copy, nullptr, 0);
     std::cout << "copy ended" << std::endl;
-    std::cin.get();
   }
+  if (end != "return") std::cin.get();
   return EXIT_SUCCESS;
 }
 
-// Folder of the links; "crash" or "wait".
-int ListFiles(const Arguments& arguments) {
-  const std::string path = PrivateListFile(arguments.at(0));
-  std::ofstream(path) << "the list";
-  std::cout << path << std::endl;
-  if (arguments.at(1) == "crash") return std::raise(SIGKILL);
-  std::cin.get();
-  return EXIT_SUCCESS;
-}
-
-// Folders of programs.
-int ToolsFolders(const Arguments& arguments) {
-  for (const std::string& folder : arguments) std::cout << ToolsFolder(folder) << std::endl;
+// Prints the tools' folder of a program in the folder of the argument, and waits.
+int PrintToolsFolder(const Arguments& arguments) {
+  std::cout << ToolsFolder(arguments.at(0)) << std::endl;
   std::cin.get();
   return EXIT_SUCCESS;
 }
@@ -142,14 +125,13 @@ int ToolsFolders(const Arguments& arguments) {
 
 int main(int count, char** values) {
   using kelvane::Arguments;
-  static const std::map<std::string, int (*)(const Arguments&)> kWays = {
+  static const std::map<std::string, int (*)(const Arguments&)> kFunctions = {
       {"run-without-descriptors", kelvane::RunWithoutDescriptors},
       {"run-with-free-descriptors", kelvane::RunWithFreeDescriptors},
       {"flood", kelvane::Flood},
-      {"short-paths", kelvane::ShortPaths},
-      {"list-files", kelvane::ListFiles},
-      {"tools-folders", kelvane::ToolsFolders},
+      {"private-folder", kelvane::UsePrivateFolder},
+      {"tools-folder", kelvane::PrintToolsFolder},
   };
   const Arguments all(values + 1, values + count);
-  return kWays.at(all.at(0))(Arguments(all.begin() + 1, all.end()));
+  return kFunctions.at(all.at(0))(Arguments(all.begin() + 1, all.end()));
 }

@@ -15,6 +15,7 @@
 namespace kelvane::testing {
 
 namespace fs = std::filesystem;
+
 TemporaryFolder::TemporaryFolder() : path_("/tmp/media-test-XXXXXX") {
   if (::mkdtemp(path_.data()) == nullptr) throw std::runtime_error("no temporary folder");
 }
@@ -93,7 +94,7 @@ std::set<int> OpenDescriptors() {
   for (const fs::directory_entry& entry : fs::directory_iterator("/proc/self/fd")) {
     numbers.insert(std::stoi(entry.path().filename()));
   }
-  // The listing's own is closed by now.
+  // The descriptor that read the folder is closed by now.
   std::erase_if(numbers, [](int number) { return ::fcntl(number, F_GETFD) < 0; });
   return numbers;
 }

@@ -11,11 +11,10 @@
 #include "support/Process.h"
 #include "support/Wait.h"
 
-// What the tests of this room stand on: files and folders of their own, small tools to run, and a
-// look at the system's view of processes and descriptors.
+// Temporary files, small tools to run, and what the system knows of processes and descriptors.
 namespace kelvane::testing {
 
-// A new folder under a path that can stand bare, removed with all that is in it.
+// A new folder whose path has no blank. It is removed with all that is in it.
 class TemporaryFolder {
  public:
   TemporaryFolder();
@@ -26,7 +25,7 @@ class TemporaryFolder {
   const std::string& path() const { return path_; }
   std::string operator/(const std::string& name) const { return path_ + '/' + name; }
 
-  // Each makes a file and returns its path. A script is run by the system's plain shell.
+  // Each makes a file and returns its path. /bin/sh runs a script.
   std::string File(const std::string& name, const std::string& contents = "contents") const;
   std::string Script(const std::string& name, const std::string& commands) const;
 
@@ -37,7 +36,7 @@ class TemporaryFolder {
   std::string path_;
 };
 
-// Makes a folder the program's current one, and the former again at the end of its life.
+// Changes the current folder for as long as it lives.
 class CurrentFolder {
  public:
   explicit CurrentFolder(const std::string& path);
@@ -54,19 +53,17 @@ Process StartTestProgram(std::vector<std::string> arguments);
 
 using Events = std::vector<std::string>;
 
-// The events of one run. The test fails where the result, or the text held after a run that raised
-// an event, isn't theirs together.
+// Runs a tool and returns its blocks. The test fails if they aren't what ExecuteCommand returns
+// and, unless there are none, what Outputs holds.
 Events RunLine(DOSOutputs& outputs, const std::string& commandLine);
 Events RunLine(const std::string& commandLine);
 std::string Joined(const Events& events);
 
-// The letter of a process's state as the system shows it, 'Z' for one that ended and isn't reaped;
-// a blank for none.
+// The state of a process in /proc, such as 'Z' for a zombie; a blank if there is none.
 char ProcessState(pid_t process);
 
-std::set<int> OpenDescriptors();
-
 // Of this process.
+std::set<int> OpenDescriptors();
 std::vector<pid_t> Threads();
 
 std::string ReadFile(const std::string& path);

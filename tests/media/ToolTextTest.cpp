@@ -1,4 +1,3 @@
-// The text of a tool between the thread that reads it and the one that takes it.
 #include "media/ToolText.h"
 
 #include <gtest/gtest.h>
@@ -9,7 +8,7 @@
 namespace kelvane {
 namespace {
 
-TEST(ToolText, IsTakenInBlocksOf256BytesAtMostAndThenEmpty) {
+TEST(ToolText, GivesBlocksOfAtMost256BytesAndAnEmptyOneAtTheEnd) {
   ToolText text;
   const std::string much(600, 'x');
   text.Append(much);
@@ -23,26 +22,25 @@ TEST(ToolText, IsTakenInBlocksOf256BytesAtMostAndThenEmpty) {
   EXPECT_EQ(text.UpToCursor(), much + "rest");
 }
 
-TEST(ToolText, IsCutWhereTheBlocksLengthIsTold) {
+TEST(ToolText, CutsBlocksWhereTheLengthFunctionSays) {
   const auto toTheDot = [](std::string_view text) { return text.find('.') + 1; };
   ToolText text;
   const std::string full(256, 'x');
   text.Append("one.two." + full + "three");
   EXPECT_EQ(text.NextBlock(toTheDot), "one.");
   EXPECT_EQ(text.NextBlock(toTheDot), "two.");
-  EXPECT_EQ(text.NextBlock(toTheDot), full) << "256 bytes are the most";
+  EXPECT_EQ(text.NextBlock(toTheDot), full) << "no block is longer";
   text.Append(".");
   EXPECT_EQ(text.NextBlock(toTheDot), "three.");
   text.Append("four");
   text.End();
-  EXPECT_EQ(text.NextBlock(toTheDot), "four") << "the end is one as well";
+  EXPECT_EQ(text.NextBlock(toTheDot), "four") << "the last block needs no dot";
   EXPECT_EQ(text.NextBlock(toTheDot), "");
 }
 
-TEST(ToolText, DropsWhatThereIsNoMemoryForAndTakesWhatComesLater) {
+TEST(ToolText, DropsTextThatFindsNoMemoryAndKeepsLaterText) {
   ToolText text;
   text.Append("before ");
-  // No text is as long as this.
   constexpr std::size_t kTooMuch = std::string().max_size();
   text.Append({"", kTooMuch});
   text.Append("after");

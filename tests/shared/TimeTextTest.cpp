@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QString>
+#include <utility>
 #include <vector>
 
 #include "shared/TextHelpers.h"
@@ -8,13 +9,8 @@
 namespace kelvane {
 namespace {
 
-struct TimeAndSeconds {
-  const char* text;
-  int seconds;
-};
-
-TEST(TimeText, CountsHoursMinutesAndSecondsFromMidnight) {
-  const std::vector<TimeAndSeconds> cases = {
+TEST(TimeText, IsReadAsSecondsFromMidnight) {
+  const std::vector<std::pair<const char*, int>> cases = {
       {"00:00:00", 0},
       {"00:00:10", 10},
       {"00:01:00", 60},
@@ -26,37 +22,26 @@ TEST(TimeText, CountsHoursMinutesAndSecondsFromMidnight) {
       // Two parts are hours and minutes.
       {"0:0", 0},
       {"00:01", 60},
-      {"00:0", 0},
       {"12:30", 45000},
       {"23:59", 86340},
-      // Space around a time doesn't matter.
       {" 00:00:10 ", 10},
       {"\t00:00:10\r\n", 10},
   };
-  for (const auto& [text, seconds] : cases) {
-    EXPECT_EQ(SecondsFromTimeText(text), seconds) << text;
-  }
+  for (const auto& [text, seconds] : cases) EXPECT_EQ(SecondsFromTimeText(text), seconds) << text;
 }
 
-TEST(TimeText, HasNoValueWhereItIsNoTime) {
+TEST(TimeText, HasNoValueIfItIsNoTime) {
   for (const char* text :
-       {// A part beyond its range.
-        "24:00:00", "24:00", "00:60:00", "00:00:60", "99:99:99", "-1:00", "00:-1:00", "+1:00",
-        // Cut short.
-        "00:00:", "00:", "0", "00", ":", "::", ":00", ":00:00", "00::00",
-        // Any other text, and digits of another script.
-        "", " ", "12", "N/A, bit", "N/A", "00:00:10.5", "00:00:00:00", "100:00", "00:000:00",
-        "00 :00", "aa:bb:cc", "00:00:1x", "٠٠:٠٠:١٠"}) {
+       {"24:00:00", "24:00",     "00:60:00", "00:00:60", "99:99:99",   "-1:00",
+        "00:-1:00", "+1:00",     "00:00:",   "00:",      "0",          "00",
+        ":",        "::",        ":00",      ":00:00",   "00::00",     "",
+        " ",        "12",        "N/A, bit", "N/A",      "00:00:10.5", "00:00:00:00",
+        "100:00",   "00:000:00", "00 :00",   "aa:bb:cc", "00:00:1x",   "٠٠:٠٠:١٠"}) {
     EXPECT_EQ(SecondsFromTimeText(QString::fromUtf8(text)), std::nullopt) << text;
   }
 }
 
-struct SecondsAndText {
-  double seconds;
-  const char* text;
-};
-
-using Cases = std::vector<SecondsAndText>;
+using Cases = std::vector<std::pair<double, const char*>>;
 
 template <class Format>
 void ExpectTexts(Format format, const Cases& cases) {
@@ -65,29 +50,17 @@ void ExpectTexts(Format format, const Cases& cases) {
   }
 }
 
-TEST(TimeOfDay, HasHoursWithoutALeadingZero) {
+TEST(FormatTimeOfDay, HasHoursWithoutALeadingZeroWrapsAfterADayAndRoundsFractions) {
   const Cases cases = {
-      {0, "0:00:00"},      {9, "0:00:09"},      {75, "0:01:15"},  {3600, "1:00:00"},
-      {45296, "12:34:56"}, {86399, "23:59:59"}, {-75, "0:01:15"},
+      {0, "0:00:00"},      {9, "0:00:09"},      {75, "0:01:15"},       {3600, "1:00:00"},
+      {45296, "12:34:56"}, {86399, "23:59:59"}, {-75, "0:01:15"},      {86400, "0:00:00"},
+      {86475, "0:01:15"},  {867661, "1:01:01"}, {1e15, "1:46:40"},     {74.6, "0:01:15"},
+      {75.4, "0:01:15"},   {59.5, "0:01:00"},   {86399.4, "23:59:59"}, {86399.6, "0:00:00"},
   };
   ExpectTexts(FormatTimeOfDay, cases);
 }
 
-TEST(TimeOfDay, WrapsAfterTwentyFourHours) {
-  ExpectTexts(
-      FormatTimeOfDay,
-      {{86400, "0:00:00"}, {86475, "0:01:15"}, {10 * 86400 + 3661, "1:01:01"}, {1e15, "1:46:40"}});
-}
-
-TEST(TimeOfDay, RoundsFractionsOfASecond) {
-  const Cases cases = {
-      {74.6, "0:01:15"},     {75.4, "0:01:15"},    {59.5, "0:01:00"},
-      {86399.4, "23:59:59"}, {86399.6, "0:00:00"},
-  };
-  ExpectTexts(FormatTimeOfDay, cases);
-}
-
-TEST(TimeOfDay, HasTwoDigitsOfHoursAsATimeText) {
+TEST(FormatTimeText, HasTwoDigitsOfHours) {
   const Cases cases = {
       {0, "00:00:00"},     {7, "00:00:07"},     {60, "00:01:00"},    {138, "00:02:18"},
       {3599, "00:59:59"},  {3600, "01:00:00"},  {45296, "12:34:56"}, {86400, "00:00:00"},
@@ -97,7 +70,7 @@ TEST(TimeOfDay, HasTwoDigitsOfHoursAsATimeText) {
   ExpectTexts(FormatTimeText, cases);
 }
 
-TEST(Position, HasMinutesAndSecondsAndHoursWhereThereAreAny) {
+TEST(FormatPosition, HasMinutesAndSecondsAndAnyHours) {
   const Cases cases = {
       {0, "00:00"},        {0.99, "00:00"},       {1, "00:01"},       {59.9, "00:59"},
       {75, "01:15"},       {3599.9, "59:59"},     {3600, "01:00:00"}, {3661.5, "01:01:01"},
@@ -106,14 +79,16 @@ TEST(Position, HasMinutesAndSecondsAndHoursWhereThereAreAny) {
   ExpectTexts(FormatPosition, cases);
 }
 
-TEST(Position, BeforeTheBeginningIsTheBeginning) {
-  for (const double seconds : {-0.5, -1.0, -54.0, -3600.0, -1e300}) {
-    EXPECT_EQ(FormatPosition(seconds).toStdString(), "00:00") << seconds;
-  }
-}
-
-TEST(Position, BeyondAnyRecordingIsTheLongestThatIsShown) {
-  ExpectTexts(FormatPosition, {{1e15, "277777777777:46:40"}, {5.8e252, "277777777777:46:40"}});
+TEST(FormatPosition, ShowsNegativeSecondsAsZeroAndMoreThan1e15As1e15) {
+  const Cases cases = {
+      {-0.5, "00:00"},
+      {-54.0, "00:00"},
+      {-3600.0, "00:00"},
+      {-1e300, "00:00"},
+      {1e15, "277777777777:46:40"},
+      {5.8e252, "277777777777:46:40"},
+  };
+  ExpectTexts(FormatPosition, cases);
 }
 
 }  // namespace

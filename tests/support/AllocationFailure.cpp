@@ -5,7 +5,6 @@
 
 namespace {
 
-// Forms and tools live on one thread, so does this order; other threads' allocations don't see it.
 thread_local bool ordered = false;
 thread_local std::size_t leastSize = 0;
 thread_local std::size_t mostSize = 0;
@@ -28,8 +27,8 @@ bool AllocationHasFailed() {
 
 }  // namespace kelvane::testing
 
-// The replacements of the language's own. ThreadSanitizer goes without them, since it has to see which
-// library an allocation is made by.
+// Replacements of the standard operators. ThreadSanitizer needs its own, which tell the library
+// that allocates.
 #ifndef __SANITIZE_THREAD__
 
 void* operator new(std::size_t size) {
@@ -44,7 +43,7 @@ void* operator new(std::size_t size) {
 
 void* operator new[](std::size_t size) { return operator new(size); }
 
-// What the library sorts by; the sanitizers have one of their own, which doesn't go with the rest.
+// For std::stable_sort. Otherwise the sanitizers' own would be mixed with those above.
 void* operator new(std::size_t size, const std::nothrow_t& /*kind*/) noexcept try {
   return operator new(size);
 } catch (const std::bad_alloc&) {

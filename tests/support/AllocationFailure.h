@@ -4,10 +4,10 @@
 
 namespace kelvane::testing {
 
-// The next allocation of a size from `least` to `most` bytes fails, that one alone. While nothing
-// fails in this way, allocations are the system's.
+// Makes the next allocation of this thread that has from `least` to `most` bytes fail, and no
+// other.
 void FailNextAllocation(std::size_t least, std::size_t most);
-// True if it has come to that; takes the order back if not.
+// Returns whether it has failed. If it hasn't, none will.
 bool AllocationHasFailed();
 
 }  // namespace kelvane::testing

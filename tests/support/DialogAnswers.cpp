@@ -12,43 +12,36 @@
 namespace kelvane::testing {
 namespace {
 
-QString Icon(const QMessageBox& box) {
-  switch (box.icon()) {
-    case QMessageBox::NoIcon:
-      return QStringLiteral("no icon");
-    case QMessageBox::Warning:
-      return QStringLiteral("exclamation");
-    default:
-      return QStringLiteral("icon %1").arg(static_cast<int>(box.icon()));
-  }
-}
-
-QString Buttons(const QMessageBox& box) {
-  QStringList names;
-  for (const auto& [button, name] : {std::pair(QMessageBox::Yes, "Yes"),
-                                     {QMessageBox::No, "No"},
-                                     {QMessageBox::Ok, "OK"},
-                                     {QMessageBox::Cancel, "Cancel"}}) {
-    if (box.standardButtons().testFlag(button)) names << QLatin1String(name);
-  }
-  return names.join(QLatin1Char(' '));
-}
+using namespace Qt::StringLiterals;
 
 DialogAnswers* innermost = nullptr;
 
+// "title | text | icon | buttons" of a message box, "title" of any other dialog.
 std::string Describe(const QDialog& dialog) {
   QStringList parts(dialog.windowTitle());
   if (const auto* box = qobject_cast<const QMessageBox*>(&dialog)) {
-    parts << box->text() << Icon(*box) << Buttons(*box);
+    const auto icon = box->icon();
+    parts << box->text()
+          << (icon == QMessageBox::NoIcon    ? u"no icon"_s
+              : icon == QMessageBox::Warning ? u"exclamation"_s
+                                             : u"icon %1"_s.arg(static_cast<int>(icon)));
+    QStringList buttons;
+    for (const auto& [button, name] : {std::pair(QMessageBox::Yes, "Yes"),
+                                       {QMessageBox::No, "No"},
+                                       {QMessageBox::Ok, "OK"},
+                                       {QMessageBox::Cancel, "Cancel"}}) {
+      if (box->standardButtons().testFlag(button)) buttons << QLatin1String(name);
+    }
+    parts << buttons.join(u' ');
   }
-  return parts.join(QStringLiteral(" | ")).toStdString();
+  return parts.join(u" | "_s).toStdString();
 }
 
 }  // namespace
 
 Answer TypeFile(const QString& path) {
   return [path](QDialog& dialog) {
-    auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
+    auto* name = dialog.findChild<QLineEdit*>(u"fileNameEdit"_s);
     ASSERT_NE(name, nullptr) << "not a file dialog: " << Describe(dialog);
     name->setText(path);
     dialog.accept();
@@ -70,14 +63,14 @@ Answer PressButton(QMessageBox::StandardButton button) {
 
 DialogAnswers::DialogAnswers(std::initializer_list<Answer> answers)
     : answers_(answers), outer_(std::exchange(innermost, this)) {
-  constexpr int kLook = 2;  // ms
+  constexpr int kInterval = 2;  // ms
   QObject::connect(&timer_, &QTimer::timeout, [this] { Look(); });
-  timer_.start(kLook);
+  timer_.start(kInterval);
 }
 
 DialogAnswers::~DialogAnswers() {
   innermost = outer_;
-  EXPECT_TRUE(answers_.empty()) << answers_.size() << " more dialogs should have come up";
+  EXPECT_TRUE(answers_.empty()) << answers_.size() << " dialogs are missing";
 }
 
 void DialogAnswers::Look() {
@@ -86,7 +79,7 @@ void DialogAnswers::Look() {
   if (dialog == nullptr || !dialog->isVisible()) return;
   seen_.push_back(Describe(*dialog));
   if (answers_.empty()) {
-    ADD_FAILURE() << "a dialog that nobody expected: " << seen_.back();
+    ADD_FAILURE() << "an unexpected dialog: " << seen_.back();
     dialog->reject();
     return;
   }

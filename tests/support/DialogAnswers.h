@@ -15,14 +15,13 @@ namespace kelvane::testing {
 // What the user does with a dialog; must close it.
 using Answer = std::function<void(QDialog& dialog)>;
 
-// Types a path into the name's line of a file dialog and accepts it.
+// Types a path into a file dialog and accepts it.
 Answer TypeFile(const QString& path);
 Answer CancelDialog();
 Answer PressButton(QMessageBox::StandardButton button);
 
-// Answers the modal dialogs that come up during its life, each with the next answer. The test fails
-// if one comes up for which there is no answer left, and if an answer is left at the end. One that
-// is made inside another's life answers in its stead.
+// Answers each modal dialog that opens during its life with the next answer. The test fails if a
+// dialog has no answer, or an answer no dialog. The innermost object answers.
 class DialogAnswers {
  public:
   explicit DialogAnswers(std::initializer_list<Answer> answers);
@@ -30,7 +29,7 @@ class DialogAnswers {
   DialogAnswers& operator=(const DialogAnswers&) = delete;
   ~DialogAnswers();
 
-  // What came up: "title | text | icon | buttons" of a message box, "title" of a file dialog.
+  // The dialogs so far: "title | text | icon | buttons" of a message box, "title" of any other.
   const std::vector<std::string>& seen() const { return seen_; }
   bool AllGiven() const { return answers_.empty(); }
 

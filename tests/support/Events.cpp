@@ -12,30 +12,13 @@
 namespace kelvane::testing {
 namespace {
 
-// Does its step at the event that is posted to it, once.
-class StepReceiver : public QObject {
- public:
-  explicit StepReceiver(std::function<void()> step) : step_(std::move(step)) {}
-
- protected:
-  void customEvent(QEvent* /*event*/) override {
-    // The step may serve deletions itself.
-    const std::function<void()> step = std::move(step_);
-    deleteLater();
-    step();
-  }
-
- private:
-  std::function<void()> step_;
-};
-
 void Send(QWidget& widget, QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons held) {
   const QPointF place = widget.rect().center();
   QMouseEvent event(type, place, widget.mapToGlobal(place), button, held, Qt::NoModifier);
   QApplication::sendEvent(&widget, &event);
 }
 
-// As the system tells the window, which finds the widget that is meant.
+// Sends the event to the window, as the platform does; Qt finds the widget.
 void SendToWindow(QWidget& window, QPointF place, QEvent::Type type, Qt::MouseButton button,
                   Qt::MouseButtons held) {
   const QPointF inWindow = window.mapFromGlobal(place);
@@ -70,7 +53,7 @@ void Tick(Timer& timer) {
 }
 
 void AtNextDoEvents(std::function<void()> step) {
-  QCoreApplication::postEvent(new StepReceiver(std::move(step)), new QEvent(QEvent::User));
+  QMetaObject::invokeMethod(qApp, std::move(step), Qt::QueuedConnection);
 }
 
 void MovePointerOver(QWidget& widget, Qt::MouseButtons held) {
@@ -113,10 +96,7 @@ void ForgetSharedValues() {
   VideoPath.clear();
   VideoDuration.clear();
   ProbeDimensionsDone = false;
-  CropWidth = 0;
-  CropHeight = 0;
-  CropLeft = 0;
-  CropTop = 0;
+  CropWidth = CropHeight = CropLeft = CropTop = 0;
   CropFilter.clear();
   OutputPath.clear();
   MainWindowMinimised = false;

@@ -14,7 +14,7 @@
 
 class QWidget;
 
-// How Qt's values look in a failure.
+// How GoogleTest prints values of Qt.
 inline void PrintTo(const QString& text, std::ostream* out) {
   *out << '"' << text.toStdString() << '"';
 }
@@ -22,39 +22,35 @@ inline void PrintTo(const QSize& size, std::ostream* out) {
   *out << size.width() << 'x' << size.height();
 }
 
-// Waiting for the windows, standing in for the pointer and the clock, and writing down what
-// happens.
 namespace kelvane {
-
 class Timer;
+}
 
-}  // namespace kelvane
-
+// Events of the windows, of the pointer and of timers.
 namespace kelvane::testing {
 
 using Texts = std::vector<std::string>;
 
-// Serves everything that waits, deletions as well.
+// Serves all pending events, deferred deletions included.
 void PumpOnce();
-// Waits for `count` ticks of a timer by the clock; false if they don't come in good time.
+// Waits for `count` ticks that the clock brings. Returns false if they don't come in time.
 bool WaitForTicks(Timer& timer, int count);
-
-// One tick of an enabled timer, now.
+// Makes an enabled timer tick once, now.
 void Tick(Timer& timer);
 
-// To be run by the next one to serve events, and by nobody before.
+// Runs the step the next time that events are served.
 void AtNextDoEvents(std::function<void()> step);
 
-// What the pointer does, in the widget's middle.
+// Events of the pointer in the middle of the widget.
 void MovePointerOver(QWidget& widget, Qt::MouseButtons held = Qt::NoButton);
 void Press(QWidget& widget, Qt::MouseButton button = Qt::LeftButton);
 void Release(QWidget& widget, Qt::MouseButton button = Qt::LeftButton);
 void Click(QWidget& widget, Qt::MouseButton button = Qt::LeftButton);
-// Presses at a place of the screen, which may lie between two pixels, and moves on to others with
-// the button held. The widget may move meanwhile.
+// Presses the left button at the first place, moves through the others and releases it at the last.
+// Places are those of the screen and may lie between two pixels. The widget may move meanwhile.
 void DragThrough(QWidget& widget, const std::vector<QPointF>& places);
 
-// Does something more before, or after, what is wired to an event.
+// Adds a step before, or after, the handler of an event.
 template <class... Arguments, class Step>
 void Before(std::function<void(Arguments...)>& handler, Step step) {
   handler = [wired = std::move(handler), step](Arguments... arguments) mutable {
@@ -72,11 +68,11 @@ void After(std::function<void(Arguments...)>& handler, Step step) {
 
 // The name of an array's member: "Label14(3)".
 QString Member(const char* array, int index);
-// A colour as it stands in the tables of the design.
+// A colour such as "0xc0c0c0", or "transparent".
 std::string Hex(unsigned int color);
 std::string Hex(std::optional<unsigned int> color);
 
-// The values that the windows share, as they are at the program's start.
+// Resets the values that the windows share.
 void ForgetSharedValues();
 
 }  // namespace kelvane::testing

@@ -12,12 +12,12 @@ class Gate {
   // Makes the pipe under that path. Throws std::system_error where it can't be made.
   explicit Gate(std::string path);
 
-  // The shell commands that wait until the gate has been opened once for each run of them, or the
-  // test program has ended.
+  // Shell commands that wait until Open is called, once for each run of them, or until the process
+  // of the test ends.
   std::string Wait() const { return "read go < '" + path_ + "'\n"; }
-  // Lets one script through, now or when it comes. Async-signal-safe.
+  // Lets one script go on, now or when it comes. Async-signal-safe.
   void Open() const;
-  // Whether a script has come for each call of Open().
+  // Returns whether a script has gone on for each call of Open.
   bool IsPassed() const;
 
  private:

@@ -5,8 +5,7 @@
 #include "platform/App.h"
 #include "shared/Product.h"
 
-// The windows under test stand on Qt's own screen that isn't there, and read and write
-// numbers with a comma between the thousands unless a test says otherwise.
+// Tests run on the offscreen platform unless QT_QPA_PLATFORM says otherwise, in the C locale.
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");

@@ -9,7 +9,7 @@
 
 namespace kelvane::testing {
 
-// A window as the user meets it, with recording tools.
+// A loaded and shown window, with recording tools.
 template <class Window>
 class OpenWindowTest : public ::testing::Test {
  protected:

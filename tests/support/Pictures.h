@@ -5,16 +5,14 @@
 
 class QWidget;
 
-// What a picture shows, pixel by pixel. Colours are compared without their alpha.
+// The pixels of a picture. Colours are compared without their alpha.
 namespace kelvane::testing {
 
-// The widget as it would be drawn now.
+// Renders the widget.
 QImage Picture(QWidget& widget);
 
-// Of a pixel, without its alpha.
 inline QRgb ColorAt(const QImage& picture, int x, int y) { return picture.pixel(x, y) & RGB_MASK; }
-// Whether no part of the colours differs by more than `tolerance`, as what conversions of colours
-// round off does.
+// Returns whether red, green and blue each differ by `tolerance` at most.
 bool IsNear(QRgb one, QRgb other, int tolerance);
 
 // How many pixels of `part` have the colour.
@@ -28,8 +26,8 @@ bool AllOf(const QImage& picture, const QRect& part, QRgb color);
 QRect Extent(const QImage& picture, const QRect& part, QRgb color);
 // The smallest rectangle that holds all pixels of another colour than `background`.
 QRect Ink(const QImage& picture, QRgb background);
-// The smallest rectangle that holds all pixels in which the two differ; all of both where they
-// aren't of one size.
+// The smallest rectangle that holds all pixels in which the two differ; all of both if their sizes
+// differ.
 QRect Difference(const QImage& one, const QImage& other);
 // How many different colours the picture has.
 int Colours(const QImage& picture);

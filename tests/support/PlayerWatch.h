@@ -3,34 +3,32 @@
 #include <QRgb>
 
 namespace kelvane {
-
 class PlaybackCore;
 class WindowsMediaPlayer;
-
 }  // namespace kelvane
 
 namespace kelvane::testing {
 
-// Tells what a player does. Each Await and Stands serves events meanwhile, and is false if what it
-// waits for isn't so in good time.
+// What a player does. Whatever waits serves events meanwhile, and returns false if it has waited in
+// vain.
 class PlayerWatch {
  public:
   explicit PlayerWatch(WindowsMediaPlayer& player) : player_(player) {}
 
-  // Behind the control; made at the first file.
+  // What plays for the control; made at the first file.
   PlaybackCore& Core() const;
   bool Made() const;
 
   bool AwaitPosition(double seconds) const;
   bool AwaitEnd() const;
-  // It plays, ahead of where it is.
+  // Waits until the position has moved on.
   bool Moves() const;
-  // It comes to stand still before the end of its file, and stays so for a while.
+  // Waits until the position has stood still for half a second, before the end of the file.
   bool StandsStill() const;
 
-  // The colour of the picture a little off its corner.
+  // The colour near the top left corner of the picture.
   QRgb Colour() const;
-  // Give or take what a conversion of colours rounds off.
+  // These compare up to the rounding of a conversion of colours.
   bool AwaitColour(QRgb colour) const;
   static bool Like(QRgb one, QRgb other);
 
@@ -38,7 +36,7 @@ class PlayerWatch {
   WindowsMediaPlayer& player_;
 };
 
-constexpr QRgb kPlayedRed = 0xFD0000;  // what comes out of a red video
+constexpr QRgb kPlayedRed = 0xFD0000;  // of a red video
 constexpr QRgb kPlayedBlue = 0x0000FE;
 constexpr QRgb kNothingPlayed = 0x000000;
 

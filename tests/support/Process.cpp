@@ -18,7 +18,7 @@ void Require(int failure, const char* what) {
   if (failure != 0) throw std::system_error(failure, std::generic_category(), what);
 }
 
-// The read end first.
+// Returns the read end and the write end.
 std::array<Descriptor, 2> Pipe() {
   std::array<int, 2> ends{};
   Require(::pipe2(ends.data(), O_CLOEXEC) == 0 ? 0 : errno, "pipe2");
@@ -27,11 +27,10 @@ std::array<Descriptor, 2> Pipe() {
 
 }  // namespace
 
-// Not a QProcess: its child lives for a moment in this process's memory, where ThreadSanitizer's
-// keeping of locks doesn't survive it.
+// QProcess doesn't work under ThreadSanitizer: its child shares the memory of this process at
+// first.
 Process::Process(std::vector<std::string> arguments, Errors errors) {
   std::vector<char*> pointers;
-  pointers.reserve(arguments.size() + 1);
   for (std::string& argument : arguments) pointers.push_back(argument.data());
   pointers.push_back(nullptr);
   std::array<Descriptor, 2> in = Pipe();

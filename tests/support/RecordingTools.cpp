@@ -5,28 +5,22 @@
 #include <QDir>
 #include <QFile>
 #include <QSaveFile>
-#include <QStringList>
-#include <array>
+#include <fstream>
 
 #include "platform/App.h"
 
 namespace kelvane::testing {
 namespace {
 
-constexpr std::array kTools{"ffprobe", "ffplay", "ffmpeg"};
-
-QString Quoted(QString text) {
-  return QLatin1Char('\'') + text.replace(QLatin1Char('\''), QLatin1String("'\\''")) +
-         QLatin1Char('\'');
-}
+using namespace Qt::StringLiterals;
 
 }  // namespace
 
 RecordingTools::RecordingTools()
-    : folder_(QDir::tempPath() + QLatin1String("/tools-XXXXXX")), formerPath_(App::Path()) {
-  for (const char* tool : kTools) Make(QLatin1String(tool));
+    : folder_(QDir::tempPath() + "/tools-XXXXXX"), formerPath_(App::Path()) {
+  for (const char* tool : {"ffprobe", "ffplay", "ffmpeg"}) Make(tool);
   for (const char* name : {"size", "duration", "ffplay", "ffmpeg"}) {
-    Write(QLatin1String(name) + QLatin1String(".commands"), QStringLiteral(":\n"));
+    Write(name + u".commands"_s, u":\n"_s);
   }
   App::setPath(Path().toStdString());
 }
@@ -34,7 +28,7 @@ RecordingTools::RecordingTools()
 RecordingTools::~RecordingTools() { App::setPath(formerPath_); }
 
 void RecordingTools::Make(const QString& tool) const {
-  // One write for each run, so that runs at the same time don't mix.
+  // Each run records itself in one write, so that simultaneous runs don't mix.
   QString script = QStringLiteral(
       "#!/bin/sh\n"
       "line=TOOL\n"
@@ -45,68 +39,47 @@ void RecordingTools::Make(const QString& tool) const {
       "ffprobe*) . 'FOLDER/duration.commands' ;;\n"
       "*) . 'FOLDER/TOOL.commands' ;;\n"
       "esac\n");
-  script.replace(QLatin1String("FOLDER"), Path()).replace(QLatin1String("TOOL"), tool);
+  script.replace("FOLDER", Path()).replace("TOOL", tool);
   Write(tool, script);
-  QFile(Path() + QLatin1Char('/') + tool)
+  QFile(folder_.filePath(tool))
       .setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
 }
 
-// In one step: a shell may still be reading the former commands.
+// Replaces the file in one step, since a shell may still be reading it.
 void RecordingTools::Write(const QString& name, const QString& text) const {
-  QSaveFile file(Path() + QLatin1Char('/') + name);
+  QSaveFile file(folder_.filePath(name));
   ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << name.toStdString();
   file.write(text.toUtf8());
   ASSERT_TRUE(file.commit()) << name.toStdString();
 }
 
 QString RecordingTools::File(const QString& name) const {
-  Write(name, QStringLiteral("contents"));
-  return Path() + QLatin1Char('/') + name;
+  Write(name, u"contents"_s);
+  return folder_.filePath(name);
 }
 
 std::string RecordingTools::PathOf(const char* name) const {
   return folder_.filePath(QLatin1String(name)).toStdString();
 }
 
-void RecordingTools::SizeProbeDoes(const QString& commands) const {
-  Write(QStringLiteral("size.commands"), commands);
-}
-
-void RecordingTools::DurationProbeDoes(const QString& commands) const {
-  Write(QStringLiteral("duration.commands"), commands);
-}
-
-void RecordingTools::PreviewDoes(const QString& commands) const {
-  Write(QStringLiteral("ffplay.commands"), commands);
-}
-
-void RecordingTools::CropDoes(const QString& commands) const {
-  Write(QStringLiteral("ffmpeg.commands"), commands);
-}
-
 void RecordingTools::Remove(const QString& tool) const {
-  ASSERT_TRUE(QFile::remove(Path() + QLatin1Char('/') + tool)) << tool.toStdString();
+  ASSERT_TRUE(QFile::remove(folder_.filePath(tool))) << tool.toStdString();
 }
 
 std::vector<std::string> RecordingTools::Runs() const {
   std::vector<std::string> runs;
-  QFile file(Path() + QLatin1String("/runs"));
-  if (!file.open(QIODevice::ReadOnly)) return runs;
-  const QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
-  for (const QString& line : lines) {
-    if (!line.isEmpty()) runs.push_back(line.toStdString());
+  std::ifstream file(PathOf("runs"));
+  for (std::string line; std::getline(file, line);) {
+    if (!line.empty()) runs.push_back(line);
   }
   return runs;
 }
 
 QString Print(const QString& text) {
-  return QStringLiteral("printf '%s' ") + Quoted(text) + QLatin1Char('\n');
+  return u"printf '%s' '"_s + QString(text).replace(u'\'', u"'\\''"_s) + u"'\n"_s;
 }
 
-QString BlockEndingIn(const QString& end) {
-  constexpr qsizetype kBlock = 256;
-  return QString(kBlock - end.size(), QLatin1Char('.')) + end;
-}
+QString BlockEndingIn(const QString& end) { return end.rightJustified(256, u'.'); }
 
 QString Wait(const Gate& gate) { return QString::fromStdString(gate.Wait()); }
 

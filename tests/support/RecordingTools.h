@@ -9,8 +9,8 @@
 
 namespace kelvane::testing {
 
-// A folder with tools that write down how they were started, and the program's folder for as long
-// as this lives. Each tool then runs the shell commands that it was given; none at first.
+// A folder with scripts in the place of the tools. It is the program's folder for as long as this
+// lives. A tool records its arguments and runs the shell commands that it was given, if any.
 class RecordingTools {
  public:
   RecordingTools();
@@ -18,17 +18,17 @@ class RecordingTools {
   RecordingTools& operator=(const RecordingTools&) = delete;
   ~RecordingTools();
 
-  // Of the tools; without a blank.
+  // The folder's path has no blank.
   QString Path() const { return folder_.path(); }
   std::string PathOf(const char* name) const;
   // Makes a file, for instance a video, and returns its path.
   QString File(const QString& name) const;
 
-  // From now on.
-  void SizeProbeDoes(const QString& commands) const;
-  void DurationProbeDoes(const QString& commands) const;
-  void PreviewDoes(const QString& commands) const;
-  void CropDoes(const QString& commands) const;
+  // Each gives a tool its commands, from now on.
+  void SizeProbeDoes(const QString& commands) const { Write("size.commands", commands); }
+  void DurationProbeDoes(const QString& commands) const { Write("duration.commands", commands); }
+  void PreviewDoes(const QString& commands) const { Write("ffplay.commands", commands); }
+  void CropDoes(const QString& commands) const { Write("ffmpeg.commands", commands); }
   void Remove(const QString& tool) const;
 
   // Each run so far: the tool's name and its arguments, with " | " between.
@@ -42,12 +42,12 @@ class RecordingTools {
   std::string formerPath_;
 };
 
-// Shell commands that print a text in one block.
+// Shell commands that print a text in one write.
 QString Print(const QString& text);
-// A block of 256 bytes that ends as given.
+// A text of 256 bytes, a whole block.
 QString BlockEndingIn(const QString& end);
 
-// The shell commands that wait at the gate.
+// Shell commands that wait at the gate.
 QString Wait(const Gate& gate);
 
 }  // namespace kelvane::testing

@@ -8,19 +8,9 @@
 namespace kelvane::testing {
 namespace {
 
-template <class Value>
-std::string KeyOf(Value value) {
-  return QMetaEnum::fromType<Value>().valueToKey(value);
-}
-
-bool IsLayoutAlone(const QAccessibleInterface& node) {
-  return node.role() == QAccessible::Client && node.text(QAccessible::Name).isEmpty();
-}
-
 void Hear(const QAccessibleInterface& node, int level, std::string& lines) {
-  const QAccessible::State state = node.state();
-  if (state.invisible) return;
-  const bool layout = IsLayoutAlone(node);
+  if (node.state().invisible) return;
+  const bool layout = node.role() == QAccessible::Client && node.text(QAccessible::Name).isEmpty();
   if (!layout) lines += std::string(static_cast<std::size_t>(2 * level), ' ') + Heard(node) + '\n';
   for (int i = 0; i < node.childCount(); ++i) {
     const QAccessibleInterface* child = node.child(i);
@@ -47,7 +37,7 @@ QAccessibleInterface& NodeOf(QObject& object) {
 }
 
 std::string Heard(const QAccessibleInterface& node) {
-  std::string line = KeyOf(node.role());
+  std::string line = QMetaEnum::fromType<QAccessible::Role>().valueToKey(node.role());
   line += " \"" + node.text(QAccessible::Name).toStdString() + '"';
   auto& readable = const_cast<QAccessibleInterface&>(node);
   if (QAccessibleValueInterface* value = readable.valueInterface()) {
@@ -57,8 +47,7 @@ std::string Heard(const QAccessibleInterface& node) {
     line += ": \"" + node.text(QAccessible::Value).toStdString() + '"';
   }
   const std::string description = node.text(QAccessible::Description).toStdString();
-  if (!description.empty()) line += " (" + description + ')';
-  return line;
+  return description.empty() ? line : line + " (" + description + ')';
 }
 
 std::string HeardIn(QWidget& window) {

@@ -6,20 +6,20 @@
 
 class QWidget;
 
-// A screen reader's ears inside the program.
+// What a screen reader is told of a window.
 namespace kelvane::testing {
 
 QAccessibleInterface& NodeOf(QObject& object);
 
-// What is read of one node: `PushButton "Load Video"`, `StaticText "0,640" (Width of the video in
+// One node as a line: `PushButton "Load Video"`, `StaticText "0,640" (Width of the video in
 // pixels)`, `Slider "Left Bar" = 12`.
 std::string Heard(const QAccessibleInterface& node);
 
-// The same of all that shows in a window, itself first: a line to a node, indented by two blanks to
-// the level, and a line break before the first. What only lays others out, and has no name, is
-// passed over. Fails the test where a node isn't where its parent has it.
+// The lines of all visible nodes of a window, itself first, each indented by two blanks for a
+// level, after a line break. Leaves out nodes without a name that only lay out others. Fails the
+// test if a node and its parent disagree on its place.
 std::string HeardIn(QWidget& window);
-// Of the first node that is read like this; null if there is none.
+// The first node with that line; null if there is none.
 QAccessibleInterface* FindHeard(QWidget& window, const std::string& line);
 
 }  // namespace kelvane::testing

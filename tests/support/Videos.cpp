@@ -10,12 +10,23 @@
 namespace kelvane {
 namespace {
 
-// `pictures` is a source of the tool's filters.
-bool MakeWithTone(const QString& path, const QString& pictures, double seconds) {
+// `pictures` is a source of ffmpeg's filters.
+bool MakeWithTone(const QString& path, const QString& pictures, double seconds,
+                  const QStringList& encoding = {"-pix_fmt", "yuv420p", "-preset", "ultrafast"}) {
   const QString tone = QStringLiteral("sine=frequency=440:duration=%1").arg(seconds);
-  return RunTool(QStringLiteral("ffmpeg"),
-                 {"-v", "error", "-f", "lavfi", "-i", pictures, "-f", "lavfi", "-i", tone,
-                  "-pix_fmt", "yuv420p", "-preset", "ultrafast", path});
+  return RunTool("ffmpeg", QStringList{"-v", "error", "-f", "lavfi", "-i", pictures, "-f", "lavfi",
+                                       "-i", tone} +
+                               encoding + QStringList{path});
+}
+
+// What ffprobe prints of one entry as comma-separated values.
+QString Probed(const QString& path, const QString& entry, const QStringList& options = {}) {
+  QString printed;
+  RunTool("ffprobe",
+          QStringList{"-v", "error", "-show_entries", entry, "-of", "csv=p=0"} + options +
+              QStringList{path},
+          &printed);
+  return printed.trimmed();
 }
 
 }  // namespace
@@ -53,9 +64,7 @@ bool MakeChequers(const QString& path, QSize size, int seconds) {
           .arg(size.width())
           .arg(size.height())
           .arg(seconds);
-  const QString tone = QStringLiteral("sine=frequency=440:duration=%1").arg(seconds);
-  return RunTool(QStringLiteral("ffmpeg"), {"-v", "error", "-f", "lavfi", "-i", pictures, "-f",
-                                            "lavfi", "-i", tone, "-c:v", "ffv1", path});
+  return MakeWithTone(path, pictures, seconds, {"-c:v", "ffv1"});
 }
 
 bool MakeColours(const QString& path, QSize size, const QList<QRgb>& colours) {
@@ -73,57 +82,42 @@ bool MakeColours(const QString& path, QSize size, const QList<QRgb>& colours) {
   return MakeWithTone(path, pictures + joined + QStringLiteral("concat=n=%1").arg(count), count);
 }
 
-// FFmpeg 5.1 writes it by a word among the metadata, FFmpeg 7 by an option of the input.
+// FFmpeg 7 has an option of the input for it, FFmpeg 5.1 a word among the metadata.
 bool MakeTurned(const QString& path, const QString& turned, int degrees) {
   const QString angle = QString::number(degrees);
   const QStringList quiet = {"-v", "error", "-y"};
   const QStringList copy = {"-i", path, "-c", "copy"};
-  return RunTool(QStringLiteral("ffmpeg"),
+  return RunTool("ffmpeg",
                  quiet + QStringList{"-display_rotation", angle} + copy + QStringList{turned}) ||
-         RunTool(
-             QStringLiteral("ffmpeg"),
-             quiet + copy + QStringList{"-metadata:s:v", "rotate=" + angle} + QStringList{turned});
+         RunTool("ffmpeg", quiet + copy + QStringList{"-metadata:s:v", "rotate=" + angle, turned});
 }
 
 QSize VideoSize(const QString& path) {
-  QString printed;
-  RunTool(QStringLiteral("ffprobe"),
-          {"-v", "error", "-select_streams", "v:0", "-show_entries", "stream=width,height", "-of",
-           "csv=p=0", path},
-          &printed);
-  const QStringList numbers = printed.trimmed().split(QLatin1Char(','));
+  const QStringList numbers =
+      Probed(path, "stream=width,height", {"-select_streams", "v:0"}).split(u',');
   return numbers.size() == 2 ? QSize(numbers[0].toInt(), numbers[1].toInt()) : QSize();
 }
 
-double VideoSeconds(const QString& path) {
-  QString printed;
-  RunTool(QStringLiteral("ffprobe"),
-          {"-v", "error", "-show_entries", "format=duration", "-of", "csv=p=0", path}, &printed);
-  return printed.trimmed().toDouble();
-}
+double VideoSeconds(const QString& path) { return Probed(path, "format=duration").toDouble(); }
 
 int DecodedPictures(const QString& path) {
-  QString printed;
-  RunTool(QStringLiteral("ffprobe"),
-          {"-v", "quiet", "-select_streams", "v:0", "-count_frames", "-show_entries",
-           "stream=nb_read_frames", "-of", "csv=p=0", path},
-          &printed);
-  // Of a transport stream it is told once more for its programme.
-  return printed.section(QLatin1Char('\n'), 0, 0).remove(QLatin1Char(',')).trimmed().toInt();
+  const QString printed = Probed(path, "stream=nb_read_frames",
+                                 {"-select_streams", "v:0", "-count_frames", "-v", "quiet"});
+  // A transport stream has a second line, for its programme.
+  return printed.section(u'\n', 0, 0).remove(u',').toInt();
 }
 
 int Pictures(const QString& path) {
   QString printed;
-  const bool sound =
-      RunTool(QStringLiteral("ffmpeg"), {"-v", "error", "-i", path, "-f", "null", "-"}, &printed);
-  return sound && printed.isEmpty() ? DecodedPictures(path) : -1;
+  const bool decodes = RunTool("ffmpeg", {"-v", "error", "-i", path, "-f", "null", "-"}, &printed);
+  return decodes && printed.isEmpty() ? DecodedPictures(path) : -1;
 }
 
 QString PicturesSum(const QString& path) {
   QString printed;
   const bool made = RunTool(
-      QStringLiteral("ffmpeg"),
-      {"-v", "error", "-noautorotate", "-i", path, "-map", "0:v:0", "-f", "md5", "-"}, &printed);
+      "ffmpeg", {"-v", "error", "-noautorotate", "-i", path, "-map", "0:v:0", "-f", "md5", "-"},
+      &printed);
   return made ? printed.trimmed() : QString();
 }
 

@@ -6,41 +6,34 @@
 #include <QString>
 #include <QStringList>
 
-// Videos made and looked at with the real tools.
+// Videos made and examined with the real tools. What makes a file returns whether it could be made.
 namespace kelvane {
 
-// Runs the tool to its end with nothing to read. False if it fails or takes over a minute; what it
-// printed goes to `printed`.
+// Runs the tool to its end without any input; `printed` takes what it prints. Returns false if it
+// fails, or takes more than five minutes.
 bool RunTool(const QString& tool, const QStringList& arguments, QString* printed = nullptr);
 
-// A moving test picture with a tone, 25 pictures a second. False if it can't be made.
+// A moving test picture with a tone, 25 pictures a second.
 bool MakeVideo(const QString& path, QSize size, int seconds);
-// One colour, by its name, without a change, 320 by 180 pixels, with a tone. False if it can't be
-// made.
+// One colour, by its name, 320 by 180 pixels, with a tone, 25 pictures a second.
 bool MakePlainVideo(const QString& path, const QString& colour, double seconds);
-
-// Single pixels, black and white by turns both ways, black in the corner; still, and not rounded by
-// any encoding; with a tone. False if it can't be made.
+// A chequerboard whose squares are single pixels, black in the corner, with a tone. The encoding
+// keeps every pixel as it is.
 bool MakeChequers(const QString& path, QSize size, int seconds);
-
-// A video with a tone whose pictures are of one colour each, a second of every colour in turn, 25
-// pictures a second. False if it can't be made.
+// A second of each colour in turn, with a tone, 25 pictures a second.
 bool MakeColours(const QString& path, QSize size, const QList<QRgb>& colours);
-
-// Makes a copy of a video with a note for players to turn it by 90 or 180 degrees, as telephones
-// write. Returns whether it could be made.
+// A copy of a video with a note for players to turn it by 90 or 180 degrees, as telephones write.
 bool MakeTurned(const QString& path, const QString& turned, int degrees);
 
 // The size of the file's first picture stream; empty if it has none.
 QSize VideoSize(const QString& path);
-// How long the file says it lasts; 0 if it doesn't say.
+// The duration that the file states; 0 if it states none.
 double VideoSeconds(const QString& path);
 // The number of pictures that decode.
 int DecodedPictures(const QString& path);
-// The same; -1 if the file doesn't decode without complaint.
+// The same; -1 if ffmpeg complains while it decodes the file.
 int Pictures(const QString& path);
-
-// A sum over every picture of the file as it decodes, without any turning; empty if it doesn't.
+// A checksum of all pictures, decoded without turning them; empty if they don't decode.
 QString PicturesSum(const QString& path);
 
 }  // namespace kelvane

@@ -1,31 +1,31 @@
 #pragma once
 
+#include <QCoreApplication>
 #include <chrono>
+#include <thread>
 
-// Waiting for a condition. No test sleeps for a time and hopes.
+// Waiting for a condition.
 namespace kelvane::testing {
 
 using namespace std::chrono_literals;
 
-// Long enough for the slowest machine and a sanitizer; a test that passes never waits this long.
+// Long enough for a slow machine and a sanitizer. A test that passes never waits this long.
 constexpr std::chrono::milliseconds kPatience = 20s;
 
-// The pause between two looks at a condition: serves the waiting events of this process's
-// application object, if there is one, and then sleeps for 5 ms.
-void ServeEventsOrSleep();
-
-// Serves events until `condition` holds. False if it doesn't hold in time.
+// Serves the events of the application object, if there is one, until the condition holds. Looks
+// every 5 ms. Returns false if it doesn't hold in time.
 template <class Condition>
 bool WaitFor(Condition condition, std::chrono::milliseconds patience = kPatience) {
   const auto deadline = std::chrono::steady_clock::now() + patience;
   while (!condition()) {
     if (std::chrono::steady_clock::now() > deadline) return false;
-    ServeEventsOrSleep();
+    if (QCoreApplication::instance() != nullptr) QCoreApplication::processEvents();
+    std::this_thread::sleep_for(5ms);
   }
   return true;
 }
 
-// Serves events for `time`, or less if `condition` doesn't hold all the while: then false.
+// Serves events for `time`. Returns false as soon as the condition doesn't hold.
 template <class Condition>
 bool HoldsFor(Condition condition, std::chrono::milliseconds time) {
   return !WaitFor([&] { return !condition(); }, time);

@@ -50,7 +50,7 @@ QString Place(const Control& control) {
                               Number(control.Width()), Number(control.Height()));
 }
 
-// What a control shows beyond its place.
+// What a control looks like, without its place.
 QString Look(const Control& control) {
   QStringList words;
   if (const auto* button = qobject_cast<const CommandButton*>(&control)) {
@@ -164,8 +164,8 @@ class Description {
     }
   }
 
-  // Behind "=>", where a timer, or what a control shows, isn't as drawn any more; and the place of
-  // what is hidden, which AddPlaces doesn't tell.
+  // Adds, after "=>", what differs from the design, with the place of a hidden control, which
+  // AddPlaces leaves out.
   void AddWhatTheLoadChanges() {
     qsizetype line = 1;
     for (const Timer* timer : form_.findChildren<Timer*>()) {
@@ -207,7 +207,7 @@ class Description {
     }
   }
 
-  // As much of a control as its containers show, from the content area's corner.
+  // The part of a control that its containers show, from the content area's corner.
   QRect InSight(const Control& control) const {
     QRect place = control.geometry();
     for (const QWidget* around = control.parentWidget(); around != &Area();
@@ -220,25 +220,20 @@ class Description {
     return place;
   }
 
-  // What holds the controls that lie in no other.
   const ContentArea& Area() const {
     return *form_.findChild<ContentArea*>(QString(), Qt::FindDirectChildrenOnly);
   }
 
   Form& form_;
   QStringList lines_;
-  std::vector<std::pair<QString, qsizetype>> rows_;  // name and line of each control
+  std::vector<std::pair<QString, qsizetype>> rows_;  // name and number in lines_ of each control
 };
 
 }  // namespace
 
-std::string DescribeWindow(Form& form, const std::vector<QSize>& areas) {
-  return Description(form).Of(areas);
-}
-
 void ExpectWindowText(Form& form, const std::vector<QSize>& areas) {
   QFile file(QStringLiteral(KELVANE_WINDOW_TEXTS "/%1.txt").arg(form.objectName()));
-  const std::string description = DescribeWindow(form, areas);
+  const std::string description = Description(form).Of(areas);
   if (qEnvironmentVariableIsSet("KELVANE_RENEW_WINDOW_TEXTS")) {
     ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
     file.write(description.data(), static_cast<qint64>(description.size()));

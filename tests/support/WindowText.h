@@ -1,30 +1,25 @@
 #pragma once
 
 #include <QSize>
-#include <string>
 #include <vector>
 
 #include "platform/Form.h"
 
-// A window as text: what it is made of and how it is designed, where everything lies on the screen,
-// and what a screen reader is told. There is one such text to a window in tests/windows; the
-// desktop tests look up there where a control lies.
+// A window as text: how it is designed, what its load changes, where everything lies on the screen,
+// and what a screen reader is told. tests/windows has one such text for each window, in which the
+// desktop tests look up where a control lies.
 namespace kelvane::testing {
 
-// Describes a form that hasn't been loaded yet, and loads and shows it for that. `areas` are the
-// sizes in pixels of the content area under the menu bar for which places on the screen are told;
-// if there are none, it is the size that the load leaves. The timers are off afterwards.
+// Describes a form that hasn't been loaded yet, for which it loads and shows it and turns its
+// timers off. Fails the test with a diff unless tests/windows/NAME_OF_THE_FORM.txt holds that text.
+// With KELVANE_RENEW_WINDOW_TEXTS in the environment it writes that file instead, and fails as
+// well.
 //
-// A line describes a control, under its container and from front to back: name, class, place in the
-// container's unit, look; after "=>" what of that the load has changed; and, after each '|', what
-// its containers show of it at one of the sizes, in pixels from the content area's corner, or '-' if
-// it is hidden. What isn't said is the class's default. What a screen reader is told follows, at the
-// last of the sizes.
-std::string DescribeWindow(Form& form, const std::vector<QSize>& areas = {});
-
-// Fails the test with a diff unless the description is the text in tests/windows/<name of the
-// form>.txt. With KELVANE_RENEW_WINDOW_TEXTS in the environment it writes that file instead, and
-// fails as well.
+// `areas` are sizes of the content area in pixels; without any, it keeps the size that the load
+// gives it. A line stands for a control, below its container and from front to back: its name,
+// class, place in the container's unit and look; after "=>" what the load changes; and after each
+// '|', for each of the sizes, the part that its containers show, in pixels from the content area's
+// corner, or '-' if it is hidden. Defaults of the class are left out.
 void ExpectWindowText(Form& form, const std::vector<QSize>& areas = {});
 
 }  // namespace kelvane::testing

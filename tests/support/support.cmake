@@ -1,12 +1,11 @@
-# What the in-process tests of the windows stand on; they are linked to one main() of their own,
-# which makes the application object.
+# The libraries of the tests. kelvane_test_support has the main() of the windows' tests, which makes
+# the application object.
 include_guard(GLOBAL)
 
-# The kit that needs no window: gates, waiting, processes.
+# For tests without windows.
 add_library(kelvane_test_kit STATIC
   ${CMAKE_CURRENT_LIST_DIR}/Gate.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/Process.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/Wait.cpp)
+  ${CMAKE_CURRENT_LIST_DIR}/Process.cpp)
 target_include_directories(kelvane_test_kit
   PUBLIC ${PROJECT_SOURCE_DIR}/tests ${PROJECT_SOURCE_DIR}/src)
 target_link_libraries(kelvane_test_kit PUBLIC Qt6::Core PRIVATE kelvane_options)

@@ -1,0 +1,258 @@
+// The private folder of the short paths: its mode, its end, and what a later start removes.
+
+#include <gtest/gtest.h>
+#include <sys/prctl.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+#include <filesystem>
+#include <set>
+#include <string>
+#include <vector>
+
+#include "TestTools.h"
+#include "media/Module1.h"
+
+namespace kelvane::testing {
+namespace {
+
+namespace fs = std::filesystem;
+
+using Names = std::vector<std::string>;
+
+class PrivateFolder : public ::testing::Test {
+ protected:
+  std::string Short() const { return GetShortFileName(file_, {}, links_.path()); }
+
+  // A program that prints its short path of the file, writes a join's list, and then ends as `end`
+  // says; "wait" ends it when its input is closed.
+  Process Program(const std::string& end) const {
+    return StartTestProgram({"private-folder", links_.path(), end, file_});
+  }
+  static void End(Process& waiting) {
+    waiting.CloseInput();
+    EXPECT_EQ(waiting.Wait(), 0);
+  }
+
+  // Returns the folder that a killed program left behind.
+  std::string FolderLeftBehind() const {
+    Process program = Program("crash");
+    const fs::path shortPath = program.ReadLine();
+    EXPECT_TRUE(WIFSIGNALED(program.Wait()));
+    EXPECT_TRUE(fs::is_symlink(shortPath)) << shortPath;
+    EXPECT_EQ(ReadFile(shortPath.parent_path() / "files.txt"), "the list");
+    return shortPath.parent_path();
+  }
+
+  static std::string FolderName(const std::string& ending) {
+    return "kelvane-" + std::to_string(::geteuid()) + "-" + ending;
+  }
+
+  TemporaryFolder files_;
+  TemporaryFolder links_;
+  std::string file_ = files_.File("my clip.mp4", "the clip");
+};
+
+TEST_F(PrivateFolder, IsOpenToItsUserAlone) {
+  const auto mode = [this] {
+    struct stat status {};
+    EXPECT_EQ(::stat(fs::path(Short()).parent_path().c_str(), &status), 0);
+    return static_cast<int>(status.st_mode & ALLPERMS);
+  };
+  const mode_t former = ::umask(0);
+  EXPECT_EQ(mode(), S_IRWXU);
+  fs::remove_all(fs::path(Short()).parent_path());
+  EXPECT_EQ(mode(), S_IRWXU) << "made again";
+  ::umask(former);
+}
+
+TEST_F(PrivateFolder, IsMadeAgainWithItsLinksIfItVanished) {
+  const std::string shortPath = Short();
+  fs::remove(shortPath);
+  EXPECT_EQ(Short(), shortPath);
+  EXPECT_EQ(ReadFile(shortPath), "the clip");
+  fs::remove_all(fs::path(shortPath).parent_path());
+  EXPECT_EQ(Short(), shortPath);
+  ClearShortPathsLeftBehind(links_.path());
+  EXPECT_EQ(ReadFile(shortPath), "the clip") << "the new folder is locked too";
+}
+
+TEST_F(PrivateFolder, IsMadeUnderAnotherNameIfItsOwnWasTaken) {
+  const fs::path taken = fs::path(Short()).parent_path();
+  fs::remove_all(taken);
+  fs::create_directory(taken);
+  const fs::path shortPath = Short();
+  EXPECT_NE(shortPath.parent_path(), taken);
+  EXPECT_EQ(ReadFile(shortPath), "the clip");
+  EXPECT_TRUE(fs::is_empty(taken));
+}
+
+TEST_F(PrivateFolder, HasOnePlaceForTheListOfEveryJoin) {
+  const fs::path list = PrivateListFile(links_.path());
+  EXPECT_EQ(list.filename(), "files.txt");
+  EXPECT_EQ(list.parent_path(), fs::path(Short()).parent_path());
+  EXPECT_EQ(PrivateListFile(links_.path()), list);
+  EXPECT_EQ(PrivateListFile("/missing folder"), "");
+}
+
+TEST_F(PrivateFolder, IsRemovedWhenTheProgramEnds) {
+  Process program = Program("return");
+  EXPECT_TRUE(program.ReadLine().starts_with(links_.path() + "/kelvane-"));
+  EXPECT_EQ(program.Wait(), 0);
+  EXPECT_EQ(links_.Names(), Names());
+  EXPECT_EQ(ReadFile(file_), "the clip");
+}
+
+TEST_F(PrivateFolder, KeepsWhatTheProgramDidNotMakeWhenTheProgramEnds) {
+  Process program = Program("wait");
+  const fs::path shortPath = program.ReadLine();
+  const fs::path folder = shortPath.parent_path();
+  links_.File(folder.filename().string() + "/foreign", "foreign");
+  fs::create_symlink(file_, folder / "foreign.mp4");
+  End(program);
+  EXPECT_EQ(ReadFile(folder / "foreign"), "foreign");
+  EXPECT_EQ(ReadFile(folder / "foreign.mp4"), "the clip");
+  EXPECT_FALSE(fs::is_symlink(fs::symlink_status(shortPath)));
+}
+
+TEST_F(PrivateFolder, LeavesAFolderThatTookItsNameWhenTheProgramEnds) {
+  Process program = Program("wait");
+  const fs::path folder = fs::path(program.ReadLine()).parent_path();
+  fs::remove_all(folder);
+  fs::create_directory(folder);
+  End(program);
+  EXPECT_EQ(links_.Names(), Names{folder.filename()});
+}
+
+TEST_F(PrivateFolder, IsNotRemovedByTheEndOfAForkedCopy) {
+  Process program = Program("fork");
+  const std::string shortPath = program.ReadLine();
+  EXPECT_EQ(program.ReadLine(), "copy ended");
+  EXPECT_EQ(ReadFile(shortPath), "the clip");
+  End(program);
+  EXPECT_EQ(links_.Names(), Names());
+}
+
+TEST_F(PrivateFolder, IsRemovedByALaterStartAfterACrash) {
+  FolderLeftBehind();
+  FolderLeftBehind();
+  fs::create_directory(links_ / FolderName("abcDE7"));
+  ASSERT_EQ(links_.Names().size(), 3U);
+  ClearShortPathsLeftBehind(links_.path());
+  EXPECT_EQ(links_.Names(), Names());
+  EXPECT_EQ(ReadFile(file_), "the clip");
+}
+
+TEST_F(PrivateFolder, OfARunningProgramIsKeptByAnotherStart) {
+  Process program = Program("wait");
+  const std::string shortPath = program.ReadLine();
+  FolderLeftBehind();
+  ClearShortPathsLeftBehind(links_.path());
+  EXPECT_EQ(links_.Names(), Names{fs::path(shortPath).parent_path().filename()});
+  EXPECT_EQ(ReadFile(shortPath), "the clip");
+  End(program);
+}
+
+TEST_F(PrivateFolder, IsNotLockedByAChildOfACrashedProgram) {
+  Process program = Program("crash after starting a child");
+  EXPECT_TRUE(fs::is_symlink(program.ReadLine()));
+  const pid_t child = std::stoi(program.ReadLine());
+  EXPECT_TRUE(WIFSIGNALED(program.Wait()));
+  EXPECT_EQ(::kill(child, 0), 0);
+  ClearShortPathsLeftBehind(links_.path());
+  EXPECT_EQ(links_.Names(), Names());
+  ::kill(child, SIGKILL);
+}
+
+TEST_F(PrivateFolder, IsKeptByALaterStartIfItHoldsAForeignFile) {
+  const std::string folder = FolderLeftBehind();
+  links_.File(fs::path(folder).filename().string() + "/foreign", "foreign");
+  fs::create_directory(folder + "/inner");
+  fs::create_symlink(file_, folder + "/inner/link");
+  ClearShortPathsLeftBehind(links_.path());
+  EXPECT_EQ(ReadFile(folder + "/foreign"), "foreign");
+  EXPECT_EQ(ReadFile(folder + "/inner/link"), "the clip");
+  EXPECT_FALSE(fs::is_symlink(fs::symlink_status(folder + "/1.mp4")));
+}
+
+TEST_F(PrivateFolder, IsAllThatALaterStartRemoves) {
+  const TemporaryFolder elsewhere;
+  fs::create_symlink(file_, elsewhere / "link");
+  fs::create_symlink(elsewhere.path(), links_ / FolderName("aLink0"));
+  links_.File(FolderName("aFile0"));
+  ASSERT_EQ(::mkfifo((links_ / FolderName("aPipe0")).c_str(), S_IRWXU), 0);
+  for (const std::string& name :
+       {std::string("kelvane"), "kelvane-" + std::to_string(::geteuid() + 1) + "-abcdef",
+        FolderName("abcde"), FolderName("abcdefg"), "x" + FolderName("abcdef")}) {
+    fs::create_directory(links_ / name);
+    fs::create_symlink(file_, links_ / name + "/1.mp4");
+  }
+  const Names before = links_.Names();
+  ClearShortPathsLeftBehind(links_.path());
+  EXPECT_EQ(links_.Names(), before);
+  EXPECT_EQ(elsewhere.Names(), Names{"link"}) << "the link isn't followed";
+}
+
+TEST_F(PrivateFolder, OfAnotherUserIsKeptByALaterStart) {
+  const std::string folder = links_ / FolderName("abcdef");
+  fs::create_directory(folder);
+  // Only root can give a folder away.
+  const bool givenAway = ::chown(folder.c_str(), ::geteuid() + 1, ::getegid()) == 0;
+  ClearShortPathsLeftBehind(links_.path());
+  EXPECT_EQ(fs::exists(folder), givenAway);
+}
+
+TEST_F(PrivateFolder, IsClearedWithoutLeakingADescriptor) {
+  FolderLeftBehind();
+  links_.File(FolderName("aFile0"));
+  Short();
+  const std::set<int> before = OpenDescriptors();
+  ClearShortPathsLeftBehind(links_.path());
+  ClearShortPathsLeftBehind(links_ / "missing");
+  EXPECT_EQ(OpenDescriptors(), before);
+}
+
+TEST_F(PrivateFolder, IsKeptByAnotherStartWhileItIsBeingMade) {
+  const pid_t clearing = ::fork();
+  ASSERT_GE(clearing, 0);
+  if (clearing == 0) {
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    for (;;) ClearShortPathsLeftBehind(links_.path());
+  }
+  for (int start = 0; start < 100; ++start) {
+    Process program = Program("wait");
+    const std::string shortPath = program.ReadLine();
+    EXPECT_EQ(ReadFile(shortPath), "the clip") << shortPath;
+    End(program);
+  }
+  ::kill(clearing, SIGKILL);
+  ::waitpid(clearing, nullptr, 0);
+  ClearShortPathsLeftBehind(links_.path());
+  EXPECT_EQ(links_.Names(), Names());
+}
+
+TEST(ToolsFolder, IsTheProgramsFolderIfItNeedsNoShortPathOrHasNone) {
+  const TemporaryFolder folder;
+  for (const std::string& path :
+       {folder.path(), std::string("/missing folder/of nothing"), std::string()}) {
+    EXPECT_EQ(ToolsFolder(path), path);
+  }
+}
+
+TEST(ToolsFolder, IsALinkForAFolderWithABlankUntilTheProgramEnds) {
+  const TemporaryFolder folder;
+  fs::create_directory(folder / "my programs");
+  folder.Script("my programs/tool", "echo ran");
+  Process program = StartTestProgram({"tools-folder", folder / "my programs"});
+  const std::string toolsFolder = program.ReadLine();
+  EXPECT_EQ(toolsFolder.find(' '), std::string::npos);
+  EXPECT_EQ(Joined(RunLine(toolsFolder + "/tool")), "ran\n");
+  program.CloseInput();
+  EXPECT_EQ(program.Wait(), 0);
+  EXPECT_FALSE(fs::exists(fs::path(toolsFolder).parent_path()));
+}
+
+}  // namespace
+}  // namespace kelvane::testing
