@@ -146,7 +146,7 @@ class Demo : private DemoPart {
     Keep("08-preview", "Preview Cropped Video: the player shows the region");
     screen_.Activate(player);
     Need(WaitFor([&] { return screen_.Active(player); }), "the player can't be reached");
-    screen_.Strike('q');
+    screen_.PressKey('q');
     Need(WaitFor([&] { return !screen_.Exists(player); }), "the player doesn't end");
   }
 

@@ -1,4 +1,4 @@
-// One crop: what the job's window and the main window show, and what the tool is told.
+// Crops and previews by the real tools, and the web pages of the menus.
 #include <QFile>
 
 #include "desktop/DesktopTest.h"
@@ -6,79 +6,101 @@
 namespace kelvane::desktop {
 namespace {
 
-constexpr const char* kBeforeTheStart = "Progress: 00.00 % Complete: Status: Getting Crop Regions";
-
-class Crop : public DesktopTest {
- protected:
-  // The tool prints the time of a frame, and goes on printing until the gate of this name is
-  // opened.
-  QString PrintTime(const QString& time, const QString& gate) {
-    return QStringLiteral("printf 'size=    1kB time=%1.00 bitrate= 8.0kbits/s speed=2x\\r' >&2\n")
-               .arg(time) +
-           program.TalkingGate(gate);
-  }
-
-  QString output = program.PathOf("cropped.mp4");
-};
+using Crop = DesktopTest;
 
 TEST_F(Crop, WritesWhatTheBareCommandWrites) {
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(QSize(640, 360), 20));
   const QByteArray source = ContentOf(video);
+  const QString output = program.PathOf("cropped.mp4");
   ASSERT_NO_FATAL_FAILURE(StartCrop(output));
-  EXPECT_TRUE(job.AwaitStatus(kBeforeTheStart));
+  EXPECT_TRUE(job.AwaitStatus("Progress: 00.00 % Complete: Status: Getting Crop Regions"));
   EXPECT_TRUE(job.ShowsOutput(output));
-  int jobProgress = 0;
-  int mainProgress = 0;
-  EXPECT_TRUE(WaitFor(
-      [&] {
-        jobProgress = std::max(jobProgress, job.Progress());
-        mainProgress = std::max(mainProgress, window.Progress());
-        return job.AwaitSuccess(0ms);
-      },
-      60s));
-  EXPECT_GT(jobProgress, 0);
-  EXPECT_GT(mainProgress, 0);
-  // 635 by 355, rounded down by the crop filter to whole colour samples.
+  EXPECT_TRUE(WaitFor([&] { return job.Progress() > 0 && window.Progress() > 0; }));
+  EXPECT_TRUE(job.AwaitSuccess(60s));
+  // The crop filter rounds 635 by 355 down to whole colour samples.
   EXPECT_EQ(VideoSize(output), QSize(634, 354));
   const QString bare = program.PathOf("bare.mp4");
   ASSERT_TRUE(RunTool("ffmpeg", {"-i", video, "-vf", "crop=635:355:0:0", bare}));
   EXPECT_EQ(ContentOf(output), ContentOf(bare));
   EXPECT_EQ(ContentOf(video), source);
-
-  EXPECT_TRUE(HoldsFor([&] { return job.Open(); }, 300ms));
-  job.Cancel();
-  EXPECT_TRUE(WaitFor([&] { return !job.Open(); }));
+  ExpectSuccessAndCloseJob();
   CloseAndExpectEnd();
 }
 
-TEST_F(Crop, PutsTheFigureIntoTheTitleOfAMinimisedWindowAlone) {
-  ReplaceProbe("00:00:10.00");
-  program.ReplaceTool("ffmpeg", program.TalkingGate("start") + PrintTime("00:00:02", "first") +
-                                    PrintTime("00:00:04", "second") +
-                                    PrintTime("00:00:06", "third"));
-  ASSERT_NO_FATAL_FAILURE(OpenWindowWithPretendedVideo());
-  ASSERT_NO_FATAL_FAILURE(StartCrop(output));
-  ASSERT_TRUE(job.AwaitStatus("Progress: 00.00 % Complete: Status: Cropping..."));
-  ASSERT_TRUE(program.Open("start"));
-  ASSERT_TRUE(WaitFor([&] { return window.Progress() > 0; }));
-  EXPECT_EQ(screen.Title(window.Id()), "Kelvane");
+// Outputs that the tool doesn't write.
+class CropOutput : public DesktopTest {
+ protected:
+  // Crops to that file, and expects that the tool complains so and no file changes.
+  void ExpectNoFileChanges(const QString& output, const QByteArray& complaint,
+                           const char* moreArguments = "") {
+    ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(QSize(320, 240), 1));
+    const QString printed = program.PathOf("log/printed");
+    program.ReplaceTool(
+        "ffmpeg", QString(R"("$real" %1 "$@" 2>&1 | tee '%2' >&2)").arg(moreArguments, printed));
+    const QHash<QString, QByteArray> before = Files();
+    ASSERT_NO_FATAL_FAILURE(StartCrop(output));
+    ExpectSuccessAndCloseJob();
+    EXPECT_TRUE(ContentOf(printed).contains(complaint)) << ContentOf(printed).toStdString();
+    EXPECT_EQ(Files(), before);
+  }
+};
 
-  screen.Minimise(window.Id());
-  ASSERT_TRUE(WaitFor([&] { return screen.Minimised(window.Id()); }));
-  EXPECT_TRUE(HoldsFor([&] { return screen.Title(window.Id()) == "Kelvane"; }, 300ms))
-      << "until the next update";
-  ASSERT_TRUE(program.Open("first"));
-  EXPECT_TRUE(WaitFor([&] { return screen.Title(window.Id()) == "Crop: 20.00%"; }))
-      << screen.Title(window.Id()).toStdString();
+TEST_F(CropOutput, AnExistingFileIsKept) {
+  const QString existing = program.PathOf("existing.mp4");
+  WriteFile(existing, "somebody's work");
+  ExpectNoFileChanges(existing, "already exists");
+}
 
-  screen.Activate(window.Id());
-  ASSERT_TRUE(WaitFor([&] { return !screen.Minimised(window.Id()); }));
-  EXPECT_TRUE(HoldsFor([&] { return screen.Title(window.Id()) == "Crop: 20.00%"; }, 300ms))
-      << "until the next update";
-  ASSERT_TRUE(program.Open("second"));
-  EXPECT_TRUE(WaitFor([&] { return screen.Title(window.Id()) == "Kelvane"; }));
-  ASSERT_TRUE(program.Open("third"));
-  EXPECT_TRUE(job.AwaitSuccess());
+// Nobody can make a file in /proc, not even root.
+TEST_F(CropOutput, IsNotMadeInAFolderThatTakesNoFiles) {
+  const QString output = program.PathOf("cropped.mp4");
+  ASSERT_TRUE(QFile::link("/proc/cropped.mp4", output));
+  ExpectNoFileChanges(output, output.toLocal8Bit() + ": No such file or directory");
+}
+
+// Without -y the tool would refuse to write to a device.
+TEST_F(CropOutput, OnAFullDiskShowsNoMessage) {
+  const QString full = program.PathOf("full.mp4");
+  ASSERT_TRUE(QFile::link("/dev/full", full));
+  ExpectNoFileChanges(full, "No space left on device", "-y");
+}
+
+using Preview = DesktopTest;
+
+TEST_F(Preview, ShowsTheCropRegionInThePlayerTool) {
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(QSize(640, 360), 20));
+  window.Click(kPreviewCroppedVideo);
+  const WindowId player = screen.AwaitNew({window.Id()});
+  ASSERT_NE(player, 0U);
+  EXPECT_TRUE(WaitFor([&] { return screen.Place(player).size() == QSize(634, 354); }));
+  constexpr int kManyColours = 100;
+  EXPECT_TRUE(
+      WaitFor([&] { return Colours(screen.Picture(screen.Place(player))) > kManyColours; }));
+  EXPECT_TRUE(window.Answers());
+
+  screen.Activate(player);
+  ASSERT_TRUE(WaitFor([&] { return screen.Active(player); }));
+  screen.PressKey('q');
+  EXPECT_TRUE(WaitFor([&] { return !screen.Exists(player); }));
+  EXPECT_TRUE(WaitFor([&] { return program.Children().isEmpty(); }));
+  EXPECT_TRUE(window.AwaitBarsAround(QSize(640, 360)));
+  CloseAndExpectEnd();
+}
+
+using WebPages = DesktopTest;
+
+TEST_F(WebPages, AreOpenedByXdgOpen) {
+  const QString opened = program.PathOf("opened");
+  program.AddCommand("xdg-open", "echo \"$@\" >> '" + opened + "'");
+  ASSERT_NO_FATAL_FAILURE(OpenWindow());
+  constexpr int kUpdates = 1;
+  constexpr int kDonate = 2;
+  window.ChooseFirstItem(kUpdates);
+  EXPECT_TRUE(WaitFor([&] { return ContentOf(opened) == "https://kelvane.example/updates\n"; }))
+      << ContentOf(opened).toStdString();
+  window.ChooseFirstItem(kDonate);
+  EXPECT_TRUE(WaitFor([&] { return ContentOf(opened).endsWith("/donate\n"); }))
+      << ContentOf(opened).toStdString();
 }
 
 }  // namespace

@@ -9,7 +9,7 @@
 namespace kelvane::desktop {
 namespace {
 
-// Made when the first test starts, so that listing the tests needs no display.
+// Made when the first test starts, since listing the tests must work without a display.
 class DisplayEnvironment : public ::testing::Environment {
  public:
   void SetUp() override {
@@ -48,22 +48,21 @@ DesktopTest::DesktopTest(const QString& programName)
 
 DesktopTest::DesktopTest(Screen& otherScreen, const QString& display, const QString& programName)
     : screen(otherScreen),
-      program(QStringLiteral(KELVANE_PROGRAM_FOLDER), display, programName),
+      program(KELVANE_PROGRAM_FOLDER, display, programName),
       window(screen),
       job(screen) {}
 
 void DesktopTest::TearDown() {
   const QString printed = program.Printed();
-  EXPECT_FALSE(printed.contains(QLatin1String("Sanitizer")) ||
-               printed.contains(QLatin1String("runtime error")))
+  EXPECT_FALSE(printed.contains("Sanitizer") || printed.contains("runtime error"))
       << printed.toStdString();
   if (!HasFailure()) return;
   const ::testing::TestInfo* test = ::testing::UnitTest::GetInstance()->current_test_info();
-  QDir().mkpath(QStringLiteral(KELVANE_FAILURES_FOLDER));
-  // The names of a table's tests have the separator of paths in them.
-  const QString name = QStringLiteral("%1.%2").arg(test->test_suite_name(), test->name());
-  const QString file = QStringLiteral(KELVANE_FAILURES_FOLDER "/%1.png")
-                           .arg(QString(name).replace(QLatin1Char('/'), QLatin1Char('-')));
+  // The names of parameterised tests contain slashes.
+  const QString name =
+      QString("%1.%2").arg(test->test_suite_name(), test->name()).replace('/', '-');
+  const QString file = QString(KELVANE_FAILURES_FOLDER "/%1.png").arg(name);
+  QDir().mkpath(KELVANE_FAILURES_FOLDER);
   screen.Picture().save(file);
   std::cerr << "The screen at the end: " << file.toStdString() << "\nThe program printed:\n"
             << printed.toStdString() << '\n';
@@ -75,7 +74,7 @@ void DesktopTest::OpenWindow() {
 }
 
 void DesktopTest::OpenWindowWithVideo(QSize size, int seconds) {
-  video = program.PathOf(QStringLiteral("video.mp4"));
+  video = program.PathOf("video.mp4");
   ASSERT_TRUE(MakeVideo(video, size, seconds));
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
   ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, video));
@@ -83,29 +82,21 @@ void DesktopTest::OpenWindowWithVideo(QSize size, int seconds) {
   ASSERT_TRUE(window.AwaitCanvas());
 }
 
-void DesktopTest::ReplaceProbe(const QString& duration) {
-  program.ReplaceTool(QStringLiteral("ffprobe"),
-                      QStringLiteral("case \"$*\" in\n"
-                                     "*show_entries*) printf 'width=640\\nheight=360\\n' ;;\n"
-                                     "*) echo '  Duration: %1, start: 0.000000' >&2 ;;\n"
-                                     "esac")
-                          .arg(duration));
+void DesktopTest::ReplaceProbe() {
+  program.ReplaceTool("ffprobe",
+                      "case \"$*\" in\n"
+                      "*show_entries*) printf 'width=640\\nheight=360\\n' ;;\n"
+                      "*) echo '  Duration: 00:00:10.00, start: 0.000000' >&2 ;;\n"
+                      "esac");
 }
 
 void DesktopTest::OpenWindowWithPretendedVideo() {
-  video = program.PathOf(QStringLiteral("pretended.mp4"));
-  ASSERT_NO_FATAL_FAILURE(WriteFile(video, "no video"));
+  video = program.PathOf("pretended.mp4");
+  WriteFile(video, "no video");
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
   ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, video));
   ASSERT_TRUE(window.AwaitVideo(QSize(640, 360)));
   ASSERT_TRUE(window.AwaitCanvas());
-}
-
-void DesktopTest::ExpectVideoUnderPath(QSize size, const QString& path) {
-  EXPECT_TRUE(WaitFor([&] { return window.ShowsPath(path); }));
-  EXPECT_TRUE(window.AwaitVideo(size));
-  EXPECT_TRUE(window.AwaitBarsAround(size));
-  EXPECT_EQ(screen.Windows().size(), 1) << "no message";
 }
 
 void DesktopTest::StartCrop(const QString& output) {
@@ -113,17 +104,16 @@ void DesktopTest::StartCrop(const QString& output) {
   ASSERT_TRUE(job.Await()) << "the job's window doesn't come";
 }
 
+void DesktopTest::ExpectSuccessAndCloseJob() {
+  EXPECT_TRUE(job.AwaitSuccess());
+  EXPECT_EQ(screen.Windows().size(), 2) << "a message box is open";
+  job.Cancel();
+  EXPECT_TRUE(WaitFor([&] { return !job.Open(); }));
+}
+
 void DesktopTest::CloseAndExpectEnd() {
   screen.Close(window.Id());
   EXPECT_EQ(program.AwaitExit(), 0);
-}
-
-QString DesktopTest::Note(const QString& name) const {
-  return QStringLiteral(": > '%1'\n").arg(program.PathOf(QStringLiteral("note-") + name));
-}
-
-bool DesktopTest::AwaitNote(const QString& name) const {
-  return WaitFor([&] { return QFile::exists(program.PathOf(QStringLiteral("note-") + name)); });
 }
 
 pid_t DesktopTest::Tool() const {
@@ -131,22 +121,7 @@ pid_t DesktopTest::Tool() const {
   return tools.size() == 1 ? static_cast<pid_t>(tools.first()) : 0;
 }
 
-bool DesktopTest::AwaitStopped() const {
-  return WaitFor([&] { return program.Children("T").size() == 1; });
-}
-
-void DesktopTest::ExpectRestsWhateverComes(const std::function<void()>& userDoes) {
-  const QImage before = screen.Still();
-  const QList<WindowId> windows = screen.Windows();
-  const std::chrono::milliseconds worked = program.ProcessorTime();
-  userDoes();
-  EXPECT_TRUE(HoldsFor([&] { return screen.Picture() == before; }, 1s));
-  EXPECT_EQ(screen.Windows(), windows);
-  EXPECT_TRUE(program.Running());
-  EXPECT_LT(program.ProcessorTime() - worked, 100ms);
-}
-
-QByteArray DesktopTest::ContentOf(const QString& path) const {
+QByteArray DesktopTest::ContentOf(const QString& path) {
   QFile file(path);
   return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(not there)");
 }
@@ -154,14 +129,14 @@ QByteArray DesktopTest::ContentOf(const QString& path) const {
 QHash<QString, QByteArray> DesktopTest::Files() const {
   QHash<QString, QByteArray> files;
   for (const QFileInfo& file : QDir(program.Folder()).entryInfoList(QDir::Files | QDir::System)) {
-    // Not a device's, which may have no end.
+    // A device may have endless content.
     const QByteArray content = file.isFile() ? ContentOf(file.filePath()) : QByteArray();
     files.insert(file.fileName(), file.symLinkTarget().toUtf8() + content);
   }
   return files;
 }
 
-void DesktopTest::WriteFile(const QString& path, const QByteArray& content) const {
+void DesktopTest::WriteFile(const QString& path, const QByteArray& content) {
   QFile file(path);
   ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   ASSERT_EQ(file.write(content), content.size());

@@ -4,7 +4,6 @@
 
 #include <QHash>
 #include <QString>
-#include <functional>
 
 #include "desktop/driver/Program.h"
 #include "desktop/driver/Screen.h"
@@ -13,53 +12,44 @@
 
 namespace kelvane::desktop {
 
-// The display that the tests of this process share.
+// The display that all tests of this process share.
 Screen& TheScreen();
-// Its name, as in ":7".
+// Its name, such as ":7".
 QString TheDisplay();
 
-// A program of its own for each test, not yet started. At the end the program must be sound: what
-// is left of it is ended, and a sanitizer's report fails the test. A failed test leaves a picture.
+// Has a program of its own, which the test starts. A report of a sanitizer fails the test. A failed
+// test saves a picture of the screen.
 class DesktopTest : public ::testing::Test {
  protected:
-  explicit DesktopTest(const QString& programName = QStringLiteral("kelvane"));
+  explicit DesktopTest(const QString& programName = "kelvane");
   // On another display than the shared one.
-  DesktopTest(Screen& otherScreen, const QString& display,
-              const QString& programName = QStringLiteral("kelvane"));
+  DesktopTest(Screen& otherScreen, const QString& display, const QString& programName = "kelvane");
   void TearDown() override;
 
-  // Starts the program and waits for its window.
+  // Starts the program and waits for the main window.
   void OpenWindow();
-  // Opens the window and loads a real video of this size.
+  // The same, and loads a real video of this size.
   void OpenWindowWithVideo(QSize size, int seconds);
-  // Puts a script in the probe tool's place that knows every file as a video of 640 by 360 pixels
-  // and this duration, without looking at it.
-  void ReplaceProbe(const QString& duration);
-  // Opens the window and loads a file that is no video; the probe has been replaced before.
+  // Replaces the probe tool by a script that takes every file for a video of 640 by 360 pixels and
+  // ten seconds.
+  void ReplaceProbe();
+  // Opens the window and loads a file that is no video. For a replaced probe tool.
   void OpenWindowWithPretendedVideo();
-  // Expects the read-outs and the bars of a video of this size, whatever path is on show, and no
-  // message.
-  void ExpectVideoUnderPath(QSize size, const QString& path);
   // Chooses `output` in the save dialog and waits for the job's window.
   void StartCrop(const QString& output);
-  // Closes the main window and expects the program to end by itself, with 0.
+  // Expects that the job ends without a message, and closes its window.
+  void ExpectSuccessAndCloseJob();
+  // Closes the main window and expects that the program then exits with 0.
   void CloseAndExpectEnd();
 
-  // Script of a tool that tells how far it has come, and the wait for it.
-  QString Note(const QString& name) const;
-  bool AwaitNote(const QString& name) const;
-  // The one process that the program has started and that hasn't ended; 0 where there isn't one.
+  // The process id of the program's only running child. 0 if there isn't exactly one.
   pid_t Tool() const;
-  // Waits until a tool has stopped itself.
-  bool AwaitStopped() const;
-  // Expects that the program paints, tells and works at nothing, whatever the user does.
-  void ExpectRestsWhateverComes(const std::function<void()>& userDoes);
 
-  QByteArray ContentOf(const QString& path) const;
-  // Every file in the test's own folder with its content, and of a link with what it leads to.
-  // What tools note in a folder of their own isn't among them.
+  static QByteArray ContentOf(const QString& path);
+  // The files in the test's temporary folder by name. The value is the content and, for a link, its
+  // target.
   QHash<QString, QByteArray> Files() const;
-  void WriteFile(const QString& path, const QByteArray& content) const;
+  static void WriteFile(const QString& path, const QByteArray& content);
 
   Screen& screen;
   Program program;

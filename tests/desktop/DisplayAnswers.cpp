@@ -1,5 +1,5 @@
-// Prints Qt's name for the way to the display server that answers, "xcb" or "wayland", and
-// ends with 0; with 1 if none answers.
+// Prints the name of Qt's platform plugin for the display server that answers, "xcb" or "wayland",
+// and exits with 0. Exits with 1 if no display server answers.
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>
@@ -19,7 +19,7 @@ bool XServerAnswers() {
   return answers;
 }
 
-// The socket's name is absolute, or stands in the user's folder for such things.
+// WAYLAND_DISPLAY is an absolute path or a name in the folder XDG_RUNTIME_DIR.
 bool WaylandAnswers() {
   const char* name = std::getenv("WAYLAND_DISPLAY");
   const char* folder = std::getenv("XDG_RUNTIME_DIR");

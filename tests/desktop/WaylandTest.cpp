@@ -1,6 +1,6 @@
-// The windows under a Wayland compositor without an X server, whatever its scales, on outputs of
-// any size.
+// The windows under Wayland compositors, on outputs of several scales and sizes.
 #include <memory>
+#include <vector>
 
 #include "desktop/DesktopTest.h"
 #include "desktop/driver/Compositor.h"
@@ -13,24 +13,24 @@ namespace {
 
 constexpr QSize kClip(320, 180);
 
-struct Situation {
+struct Outputs {
   const char* name;
-  QList<Output> outputs;  // the last of them shows the window
+  QList<Output> list;  // the last one shows the window
 };
 
-void PrintTo(const Situation& situation, std::ostream* out) { *out << situation.name; }
+void PrintTo(const Outputs& outputs, std::ostream* out) { *out << outputs.name; }
 
-class OnACompositor : public DesktopTest, public ::testing::WithParamInterface<Situation> {
+class OnACompositor : public DesktopTest, public ::testing::WithParamInterface<Outputs> {
  protected:
   explicit OnACompositor(const QString& programName) : DesktopTest(programName) {}
 
   void SetUp() override {
-    compositor_ = std::make_unique<Compositor>(screen, TheDisplay(), GetParam().outputs);
+    compositor_ = std::make_unique<Compositor>(screen, TheDisplay(), GetParam().list);
     compositor_->Show(program);
     program.Start();
   }
 
-  // The program first, as at a user's hands.
+  // Ends the program before the compositor.
   void TearDown() override {
     EXPECT_TRUE(program.Running());
     DesktopTest::TearDown();
@@ -38,37 +38,38 @@ class OnACompositor : public DesktopTest, public ::testing::WithParamInterface<S
     compositor_.reset();
   }
 
-  WindowId OutputWindow() const { return compositor_->Id(); }
+  // The window of the X display that shows the program's window.
+  WindowId OutputWindow() const { return compositor_->LastOutput(); }
 
-  // The compositor adds up the pointer's ways, and may have missed the first ones: the edges of its
-  // outputs set it right.
-  void PointFromTheCorners(QPoint place) {
+  // Moves the pointer there by way of the output's corners. The compositor adds up the pointer's
+  // moves and may have missed the first ones; it stops the pointer at the edges, which corrects the
+  // sum.
+  void MovePointerViaCorners(QPoint place) {
     const QRect output = screen.Place(OutputWindow());
     screen.MovePointer(output.topLeft());
     screen.MovePointer(output.bottomRight());
     screen.MovePointer(place);
   }
 
-  // Clicks there and types the name into the file dialog that comes, which has no window of its own
-  // on the display; it covers `ground`, a place of this colour.
-  void ChooseFile(QPoint button, QPoint ground, QRgb color, const QString& path) {
+  // Clicks there and types the path into the file dialog that this opens. The dialog covers the
+  // place `covered`, which has that colour without it.
+  void ChooseFile(QPoint button, QPoint covered, QRgb color, const QString& path) {
     screen.Click(button);
-    ASSERT_TRUE(WaitFor([&] { return screen.Pixel(ground) != color; })) << "no dialog comes";
+    ASSERT_TRUE(WaitFor([&] { return screen.Pixel(covered) != color; })) << "no dialog comes";
     QImage last;
     ASSERT_TRUE(WaitFor([&] {
       last = screen.Picture();
-      return HoldsFor([&] { return Like(screen.Picture(), last); }, 300ms);
-    })) << "the dialog doesn't settle";
+      return HoldsFor([&] { return AreSameButForCaret(screen.Picture(), last); }, 300ms);
+    })) << "the dialog never stops changing";
     screen.Type(path);
-    screen.Strike(kReturn);
-    ASSERT_TRUE(WaitFor([&] { return screen.Pixel(ground) == color; })) << "the dialog stays";
+    screen.PressKey(kReturn);
+    ASSERT_TRUE(WaitFor([&] { return screen.Pixel(covered) == color; })) << "the dialog stays";
   }
 
  private:
-  // But for a caret that blinks.
-  static bool Like(const QImage& one, const QImage& other) {
+  static bool AreSameButForCaret(const QImage& one, const QImage& other) {
     const QRect difference = Difference(one, other);
-    return difference.width() <= 2 * GetParam().outputs.last().scale;
+    return difference.width() <= 2 * GetParam().list.last().scale;
   }
 
   std::unique_ptr<Compositor> compositor_;
@@ -76,14 +77,14 @@ class OnACompositor : public DesktopTest, public ::testing::WithParamInterface<S
 
 class UnderACompositor : public OnACompositor {
  protected:
-  UnderACompositor() : OnACompositor(QStringLiteral("kelvane")) {}
+  UnderACompositor() : OnACompositor("kelvane") {}
 
   void SetUp() override {
     OnACompositor::SetUp();
-    ASSERT_TRUE(window.AwaitFilling(OutputWindow())) << "the main window doesn't come";
+    ASSERT_TRUE(window.AwaitInside(OutputWindow())) << "the main window doesn't come";
     const QPoint corner = window.Place(MainWindow::NameOf(kLoadVideo)).topLeft() + QPoint(1, 1);
     ASSERT_TRUE(WaitFor([&] {
-      PointFromTheCorners(window.Place(MainWindow::NameOf(kLoadVideo)).center());
+      MovePointerViaCorners(window.Place(MainWindow::NameOf(kLoadVideo)).center());
       return WaitFor([&] { return screen.Pixel(corner) == kLit; }, 500ms);
     })) << "no command is lit";
   }
@@ -94,20 +95,12 @@ class UnderACompositor : public OnACompositor {
   }
 };
 
-TEST_P(UnderACompositor, LiesInPixelsOfTheScreen) {
-  const QImage picture = screen.Picture();
-  for (const char* shape : {"Shape1", "Shape2", "Shape3", "Shape4"}) {
-    const QRect place = window.Place(shape);
-    EXPECT_TRUE(AllOf(picture, QRect(place.bottomLeft(), QSize(place.width(), 1)), kFrame))
-        << shape;
-    EXPECT_TRUE(AllOf(picture, QRect(place.topRight(), QSize(1, place.height())), kFrame)) << shape;
-    const QRect above(place.bottomLeft() - QPoint(-1, 1), QSize(10, 1));
-    EXPECT_TRUE(AllOf(picture, above, kDark)) << shape << " has a line of one pixel";
-  }
+TEST_P(UnderACompositor, HasFramesOnePixelWide) {
+  EXPECT_TRUE(WaitFor([&] { return window.FramesLieInPlace(); }));
 }
 
-TEST_P(UnderACompositor, ShowsOnePixelOfTheVideoOnOneOfTheScreenAndMovesBarsByPixels) {
-  video = program.PathOf(QStringLiteral("chequers.mkv"));
+TEST_P(UnderACompositor, ShowsTheVideoUnscaledAndMovesBarsByPixels) {
+  video = program.PathOf("chequers.mkv");
   ASSERT_TRUE(MakeChequers(video, kClip, 60));
   ASSERT_NO_FATAL_FAILURE(Load(video));
   EXPECT_TRUE(window.AwaitBarsAround(kClip));
@@ -117,10 +110,10 @@ TEST_P(UnderACompositor, ShowsOnePixelOfTheVideoOnOneOfTheScreenAndMovesBarsByPi
 
   screen.Drag(window.OnCanvas({2, 90}), {51, 0});
   const MarkerBars dragged{{51, 0, 5, 180}, {51, 0, 264, 5}, {315, 0, 5, 180}, {51, 175, 264, 5}};
-  // The compositor draws the pointer into its picture.
+  // The pointer is part of the compositor's picture.
   window.PointAtGround();
   EXPECT_TRUE(window.AwaitBars(dragged, QRect({}, kClip)));
-  // No seam is left on the bare canvas.
+  // The bars leave no trace on the canvas.
   EXPECT_TRUE(WaitFor([&] {
     const QImage canvas = screen.Picture(QRect(window.OnCanvas({}), kClip));
     return AllOf(canvas, QRect(0, 0, 51, 180), kBlack) &&
@@ -128,18 +121,17 @@ TEST_P(UnderACompositor, ShowsOnePixelOfTheVideoOnOneOfTheScreenAndMovesBarsByPi
   }));
 }
 
-class UnderACompositorOfAnyFraction : public OnACompositor {
+class UnderACompositorAtAFraction : public OnACompositor {
  protected:
-  UnderACompositorOfAnyFraction() : OnACompositor(QStringLiteral("kelvane")) {}
+  UnderACompositorAtAFraction() : OnACompositor("kelvane") {}
 };
 
-// But for a pixel at the edges, which the compositor may draw from two.
-TEST_P(UnderACompositorOfAnyFraction, IsAsLargeInPixelsOfTheScreenAsAtScaleOne) {
+// The compositor may blend the pixels at the edges.
+TEST_P(UnderACompositorAtAFraction, IsAsLargeInPixelsOfTheScreenAsAtScale1) {
   EXPECT_TRUE(WaitFor([&] {
     const QRect area = AreaUnderMenus(screen, OutputWindow(), kDark);
     if (area.isEmpty()) return false;
-    const QRect bar = PlaceIn(QStringLiteral("Form1"), area.size(), QStringLiteral("pbar"))
-                          .translated(area.topLeft());
+    const QRect bar = PlaceIn("Form1", area.size(), "pbar").translated(area.topLeft());
     const QImage picture = screen.Picture();
     return AllOf(picture, bar.adjusted(1, 1, -1, -1), kProgressBack) &&
            AllOf(picture, QRect(bar.left(), bar.top() - 2, bar.width(), 1), kDark) &&
@@ -151,27 +143,26 @@ TEST_P(UnderACompositorOfAnyFraction, IsAsLargeInPixelsOfTheScreenAsAtScaleOne) 
 
 class JoinerUnderACompositor : public OnACompositor {
  protected:
-  JoinerUnderACompositor() : OnACompositor(QStringLiteral("kelvane-joiner")) {}
+  JoinerUnderACompositor() : OnACompositor("kelvane-joiner") {}
 
   JoinerWindow joiner{screen};
 };
 
-TEST_P(JoinerUnderACompositor, LiesInPixelsOfTheScreenAndShowsTenSecondsAsOneOfThem) {
-  program.ReplaceTool(QStringLiteral("ffprobe"),
-                      QStringLiteral("echo '  Duration: 00:10:10.90, start: 0.0' >&2"));
-  const QString section = program.PathOf(QStringLiteral("section.mp4"));
+TEST_P(JoinerUnderACompositor, HasFramesOnePixelWideAndShowsTenSecondsAsOnePixel) {
+  program.ReplaceTool("ffprobe", "echo '  Duration: 00:10:10.90, start: 0.0' >&2");
+  const QString section = program.PathOf("section.mp4");
   WriteFile(section, "no video");
-  // A compositor may show a first picture in another scale, where the menus have another height.
+  // The first picture may have another scale, in which the menu bar has another height.
   ASSERT_TRUE(WaitFor([&] {
-    if (!joiner.AwaitFilling(OutputWindow())) return false;
-    const QRect frame = joiner.Place(QStringLiteral("Shape2"));
+    if (!joiner.AwaitInside(OutputWindow())) return false;
+    const QRect frame = joiner.Place("Shape2");
     const QImage picture = screen.Picture();
     return AllOf(picture, QRect(frame.topLeft(), QSize(frame.width(), 1)), kLit) &&
            AllOf(picture, QRect(frame.bottomLeft(), QSize(frame.width(), 1)), kLit) &&
            AllOf(picture, QRect(frame.topLeft(), QSize(1, frame.height())), kLit);
   })) << "the joiner window doesn't come";
 
-  PointFromTheCorners(joiner.BareChart());
+  MovePointerViaCorners(joiner.BareChart());
   ASSERT_NO_FATAL_FAILURE(ChooseFile(joiner.ButtonCentre(JoinerButton::kAddSection),
                                      joiner.Chart().center(), JoinerWindow::kGround, section));
   EXPECT_TRUE(WaitFor([&] { return joiner.Strip(0) == QRect(1, 1, 61, 17); }))
@@ -180,17 +171,17 @@ TEST_P(JoinerUnderACompositor, LiesInPixelsOfTheScreenAndShowsTenSecondsAsOneOfT
 
 class SectionsUnderACompositor : public OnACompositor {
  protected:
-  SectionsUnderACompositor() : OnACompositor(QStringLiteral("kelvane-sections")) {}
+  SectionsUnderACompositor() : OnACompositor("kelvane-sections") {}
 
   SectionWindow sections{screen};
 };
 
 TEST_P(SectionsUnderACompositor, MovesNeedlesAndThumbsByPixelsOfTheScreen) {
   constexpr int kAccuracy = 2;
-  ASSERT_TRUE(sections.AwaitFilling(OutputWindow())) << "the section window doesn't come";
-  // The compositor draws the pointer into its picture.
-  const QPoint aside = sections.OnScreen({10, 300, 2, 2}).center();
-  PointFromTheCorners(aside);
+  ASSERT_TRUE(sections.AwaitInside(OutputWindow())) << "the section window doesn't come";
+  // The pointer is part of the compositor's picture.
+  const QPoint aside = sections.BareGround();
+  MovePointerViaCorners(aside);
   const QRect needle(136, 20, 5, 15);
   ASSERT_TRUE(WaitFor([&] { return sections.OnTimeLine(SectionWindow::kEndNeedle) == needle; }));
   screen.Still(screen.Place(OutputWindow()));
@@ -205,31 +196,24 @@ TEST_P(SectionsUnderACompositor, MovesNeedlesAndThumbsByPixelsOfTheScreen) {
       WaitFor([&] { return sections.ThumbOutline(kAccuracy) == thumb.translated(101, 0); }));
 }
 
-const auto kOnOneOutput = ::testing::Values(
-    Situation{"Scale1", {{{1500, 900}, 1}}}, Situation{"Scale2", {{{1500, 900}, 2}}},
-    Situation{"SmallerThanTheWindow", {{{1100, 600}, 1}}},
-    Situation{"SmallerThanTheWindowAndDense", {{{1100, 700}, 2}}});
-const auto kAtAFraction = ::testing::Values(Situation{"ScaleOneAndAHalf", {{{1500, 900}, 1.5}}});
-const auto kOnOneOfTwo =
-    ::testing::Values(Situation{"TheDenseOneOfTwo", {{{500, 900}, 1}, {{1300, 800}, 2}}},
-                      Situation{"ThePlainOneOfTwo", {{{500, 900}, 2}, {{1300, 800}, 1}}});
-
-std::string NameOf(const ::testing::TestParamInfo<Situation>& situation) {
-  return situation.param.name;
-}
-
-INSTANTIATE_TEST_SUITE_P(OneOutput, UnderACompositor, kOnOneOutput, NameOf);
-INSTANTIATE_TEST_SUITE_P(OneOutput, UnderACompositorOfAnyFraction, kAtAFraction, NameOf);
-#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)  // 6.4 paints at whole scales alone
-INSTANTIATE_TEST_SUITE_P(AtAFraction, UnderACompositor, kAtAFraction, NameOf);
-INSTANTIATE_TEST_SUITE_P(AtAFraction, JoinerUnderACompositor, kAtAFraction, NameOf);
-INSTANTIATE_TEST_SUITE_P(AtAFraction, SectionsUnderACompositor, kAtAFraction, NameOf);
+const std::vector<Outputs> kOutputs = {{"Scale1", {{{1500, 900}, 1}}},
+                                       {"Scale2", {{{1500, 900}, 2}}},
+#if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)  // Qt 6.4 paints at whole scales only
+                                       {"Scale1AndAHalf", {{{1500, 900}, 1.5}}},
 #endif
-INSTANTIATE_TEST_SUITE_P(TwoOutputs, UnderACompositor, kOnOneOfTwo, NameOf);
-INSTANTIATE_TEST_SUITE_P(OneOutput, JoinerUnderACompositor, kOnOneOutput, NameOf);
-INSTANTIATE_TEST_SUITE_P(OneOutput, SectionsUnderACompositor, kOnOneOutput, NameOf);
-INSTANTIATE_TEST_SUITE_P(TwoOutputs, JoinerUnderACompositor, kOnOneOfTwo, NameOf);
-INSTANTIATE_TEST_SUITE_P(TwoOutputs, SectionsUnderACompositor, kOnOneOfTwo, NameOf);
+                                       {"SmallerThanTheWindow", {{{1100, 600}, 1}}},
+                                       {"SmallerThanTheWindowAtScale2", {{{1100, 700}, 2}}},
+                                       {"Scale2BesideScale1", {{{500, 900}, 1}, {{1300, 800}, 2}}},
+                                       {"Scale1BesideScale2", {{{500, 900}, 2}, {{1300, 800}, 1}}}};
+
+std::string NameOf(const ::testing::TestParamInfo<Outputs>& tested) { return tested.param.name; }
+
+INSTANTIATE_TEST_SUITE_P(Outputs, UnderACompositorAtAFraction,
+                         ::testing::Values(Outputs{"Scale1AndAHalf", {{{1500, 900}, 1.5}}}),
+                         NameOf);
+INSTANTIATE_TEST_SUITE_P(Outputs, UnderACompositor, ::testing::ValuesIn(kOutputs), NameOf);
+INSTANTIATE_TEST_SUITE_P(Outputs, JoinerUnderACompositor, ::testing::ValuesIn(kOutputs), NameOf);
+INSTANTIATE_TEST_SUITE_P(Outputs, SectionsUnderACompositor, ::testing::ValuesIn(kOutputs), NameOf);
 
 }  // namespace
 }  // namespace kelvane::desktop

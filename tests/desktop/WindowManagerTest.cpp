@@ -1,91 +1,83 @@
-// The main window under a window manager that keeps it at a size of its own.
+// The main window under a window manager that chooses the size of its windows.
 #include "desktop/DesktopTest.h"
-#include "desktop/driver/HoldingManager.h"
 #include "desktop/driver/PrivateDisplay.h"
+#include "desktop/driver/TilingManager.h"
 
 namespace kelvane::desktop {
 namespace {
 
-constexpr QSize kTooNarrow(900, 600);
-constexpr QSize kTooNarrowAsWell(1000, 650);
+// All are narrower than the window's least width.
+constexpr QSize kFirstSize(900, 600);
+constexpr QSize kSecondSize(1000, 650);
+constexpr QSize kThirdSize(950, 620);
 
-class HeldDisplay {
+class TiledDisplay {
  protected:
   QTemporaryDir home_;
   PrivateDisplay display_{home_.path().toStdString(), WindowManager::kNone};
-  Screen heldScreen_{display_.Name()};
-  HoldingManager manager{display_.Name(), kTooNarrow};
+  Screen tiledScreen_{display_.Name()};
+  TilingManager manager{display_.Name(), kFirstSize};
 };
 
-class AHeldWindow : protected HeldDisplay, public DesktopTest {
+class UnderATilingManager : protected TiledDisplay, public DesktopTest {
  protected:
-  AHeldWindow() : DesktopTest(heldScreen_, QString::fromStdString(display_.Name())) {}
+  UnderATilingManager() : DesktopTest(tiledScreen_, QString::fromStdString(display_.Name())) {}
 
-  // Opens the window and waits for it to have asked for its least size.
-  void OpenAndAsk() {
+  // Opens the window, which asks for its least size and isn't given it.
+  void SetUp() override {
     ASSERT_NO_FATAL_FAILURE(OpenWindow());
-    ASSERT_TRUE(WaitFor([&] { return manager.Requests() > 0; }));
+    ASSERT_TRUE(AwaitRequestAfter(0));
+    ASSERT_TRUE(AwaitLaidOut(kFirstSize));
   }
 
-  bool AwaitLaidOutIn(QSize size) const {
+  bool AwaitRequestAfter(int requests) const {
+    return WaitFor([&] { return manager.Requests() > requests; });
+  }
+  bool AwaitLaidOut(QSize size) const {
     return WaitFor([&] {
-      if (screen.Place(window.Id()).size() != size) return false;
-      const QImage picture = screen.Picture();
-      const QRect frame = window.Place(QStringLiteral("Picture1(0)"));
-      return AllOf(picture, QRect(frame.bottomLeft(), QSize(frame.width(), 1)), kLit) &&
-             AllOf(picture, QRect(frame.topRight(), QSize(1, frame.height())), kLit);
+      return screen.Place(window.Id()).size() == size &&
+             window.FrameLiesInPlace("Picture1(0)", kLit);
     });
   }
-
-  // That the window asks for no size any more.
-  bool Rests() const {
+  // Whether the window asks for no other size.
+  bool StopsAsking() const {
     const int requests = manager.Requests();
     return HoldsFor([&] { return manager.Requests() == requests; }, 1s);
   }
 };
 
-TEST_F(AHeldWindow, IsLaidOutInTheSizeThatItIsGivenAndAsksForNoOther) {
-  ASSERT_NO_FATAL_FAILURE(OpenAndAsk());
-  EXPECT_TRUE(AwaitLaidOutIn(kTooNarrow));
-  EXPECT_TRUE(Rests());
-
+TEST_F(UnderATilingManager, TheWindowAsksOnceForItsLeastSizeAndAcceptsTheOneItIsGiven) {
+  EXPECT_TRUE(StopsAsking());
   const int requests = manager.Requests();
-  manager.Give(window.Id(), kTooNarrowAsWell);
-  ASSERT_TRUE(WaitFor([&] { return manager.Requests() > requests; }));
-  EXPECT_TRUE(AwaitLaidOutIn(kTooNarrowAsWell));
-  EXPECT_TRUE(Rests());
+  manager.Resize(window.Id(), kSecondSize);
+  ASSERT_TRUE(AwaitRequestAfter(requests));
+  EXPECT_TRUE(AwaitLaidOut(kSecondSize));
+  EXPECT_TRUE(StopsAsking());
 }
 
-// Some managers grant no size while the user drags an edge.
-TEST_F(AHeldWindow, AsksOnceMoreWhenTheUserLetsGoOfItsEdge) {
-  ASSERT_NO_FATAL_FAILURE(OpenAndAsk());
-  ASSERT_TRUE(AwaitLaidOutIn(kTooNarrow));
-  screen.MovePointer(QPoint(kTooNarrowAsWell.width() + 20, 100));
+// Some managers grant no request while the user drags an edge.
+TEST_F(UnderATilingManager, TheWindowAsksOnceMoreWhenTheUserReleasesItsEdge) {
+  screen.MovePointer(QPoint(kSecondSize.width() + 20, 100));
   screen.Press(kLeftButton);
   int requests = manager.Requests();
-  manager.Give(window.Id(), kTooNarrowAsWell);
-  ASSERT_TRUE(WaitFor([&] { return manager.Requests() > requests; }));
-  EXPECT_TRUE(Rests());
-
+  manager.Resize(window.Id(), kSecondSize);
+  ASSERT_TRUE(AwaitRequestAfter(requests));
+  EXPECT_TRUE(StopsAsking());
   requests = manager.Requests();
   screen.Release(kLeftButton);
-  EXPECT_TRUE(WaitFor([&] { return manager.Requests() > requests; }));
-  EXPECT_TRUE(AwaitLaidOutIn(kTooNarrowAsWell));
-  EXPECT_TRUE(Rests());
+  EXPECT_TRUE(AwaitRequestAfter(requests));
+  EXPECT_TRUE(AwaitLaidOut(kSecondSize));
+  EXPECT_TRUE(StopsAsking());
   EXPECT_EQ(manager.Requests(), requests + 1);
-}
 
-TEST_F(AHeldWindow, AsksOnceMoreWhenTheUserLetsGoOfItsEdgeAtOnce) {
-  ASSERT_NO_FATAL_FAILURE(OpenAndAsk());
-  ASSERT_TRUE(AwaitLaidOutIn(kTooNarrow));
-  screen.MovePointer(QPoint(kTooNarrowAsWell.width() + 20, 100));
+  // The release comes before the window has stopped asking.
   screen.Press(kLeftButton);
-  const int requests = manager.Requests();
-  manager.Give(window.Id(), kTooNarrowAsWell);
-  ASSERT_TRUE(WaitFor([&] { return manager.Requests() > requests; }));
+  requests = manager.Requests();
+  manager.Resize(window.Id(), kThirdSize);
+  ASSERT_TRUE(AwaitRequestAfter(requests));
   screen.Release(kLeftButton);
-  EXPECT_TRUE(WaitFor([&] { return manager.Requests() > requests + 1; }));
-  EXPECT_TRUE(AwaitLaidOutIn(kTooNarrowAsWell));
+  EXPECT_TRUE(AwaitRequestAfter(requests + 1));
+  EXPECT_TRUE(AwaitLaidOut(kThirdSize));
 }
 
 }  // namespace

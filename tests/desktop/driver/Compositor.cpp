@@ -12,12 +12,15 @@
 #include <stdexcept>
 
 namespace kelvane::desktop {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
-// The window that shows an output of this size; 0 where there is none. Its frame isn't counted.
-WindowId Showing(const Screen& screen, const QList<WindowId>& windows, QSize size) {
-  const auto shows = [&](WindowId window) { return screen.Place(window).size() == size; };
-  const auto found = std::ranges::find_if(windows, shows);
+// Returns 0 if no window has this size.
+WindowId WindowOfSize(const Screen& screen, const QList<WindowId>& windows, QSize size) {
+  const auto hasSize = [&](WindowId window) { return screen.Place(window).size() == size; };
+  const auto found = std::ranges::find_if(windows, hasSize);
   return found == windows.end() ? 0 : *found;
 }
 
@@ -25,14 +28,14 @@ WindowId Showing(const Screen& screen, const QList<WindowId>& windows, QSize siz
 
 Compositor::Compositor(Screen& screen, const QString& display, const QList<Output>& outputs) {
   const Output& last = outputs.last();
-  const bool plain = outputs.size() == 1 && last.scale == std::floor(last.scale);
-  QStringList command = plain ? ForWeston(last) : ForSway(outputs);
+  const bool isSimple = outputs.size() == 1 && last.scale == std::floor(last.scale);
+  QStringList command = isSimple ? WestonCommand(last) : SwayCommand(outputs);
   const QList<WindowId> known = screen.Windows();
   QProcessEnvironment environment;
-  environment.insert(QStringLiteral("PATH"), QStringLiteral("/usr/bin:/bin"));
-  environment.insert(QStringLiteral("HOME"), folder_.path());
-  environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), folder_.path());
-  environment.insert(QStringLiteral("DISPLAY"), display);
+  environment.insert("PATH", "/usr/bin:/bin");
+  environment.insert("HOME", folder_.path());
+  environment.insert("XDG_RUNTIME_DIR", folder_.path());
+  environment.insert("DISPLAY", display);
   process_.setProcessEnvironment(environment);
   process_.setProcessChannelMode(QProcess::MergedChannels);
   GiveToOrdinaryUser(folder_.path());
@@ -45,7 +48,7 @@ Compositor::Compositor(Screen& screen, const QString& display, const QList<Outpu
   process_.start(name, command);
   const bool shown = WaitFor([&] {
     const QList<WindowId> windows = screen.Windows();
-    window_ = Showing(screen, windows, last.pixels);
+    window_ = WindowOfSize(screen, windows, last.pixels);
     return !Socket().isEmpty() && window_ != 0 && windows.size() == known.size() + outputs.size();
   });
   if (!shown) {
@@ -53,7 +56,7 @@ Compositor::Compositor(Screen& screen, const QString& display, const QList<Outpu
     process_.waitForFinished();
     throw std::runtime_error("no Wayland compositor: " + process_.readAll().toStdString());
   }
-  // Another output's window may lie over it.
+  // The window of another output may cover it.
   screen.Activate(window_);
 }
 
@@ -64,10 +67,9 @@ Compositor::~Compositor() {
   process_.waitForFinished();
 }
 
-QStringList Compositor::ForWeston(const Output& output) const {
+QStringList Compositor::WestonCommand(const Output& output) const {
   const QSize units = output.pixels / output.scale;
-  Configure(QStringLiteral("[output]\nname=X1\nmode=%1x%2\nscale=%3\n")
-                .arg(units.width())
+  Configure(u"[output]\nname=X1\nmode=%1x%2\nscale=%3\n"_s.arg(units.width())
                 .arg(units.height())
                 .arg(output.scale));
   return {"weston",
@@ -78,14 +80,12 @@ QStringList Compositor::ForWeston(const Output& output) const {
           "--idle-time=0"};
 }
 
-QStringList Compositor::ForSway(const QList<Output>& outputs) const {
-  QString lines = QStringLiteral(
-                      "default_border none\nxwayland disable\n"
-                      "workspace last output X11-%1\nassign [app_id=\"kelvane.*\"] last\n")
-                      .arg(outputs.size());
+QStringList Compositor::SwayCommand(const QList<Output>& outputs) const {
+  QString lines =
+      u"default_border none\nxwayland disable\n"
+      "workspace last output X11-%1\nassign [app_id=\"kelvane.*\"] last\n"_s.arg(outputs.size());
   for (qsizetype i = 0; i < outputs.size(); ++i) {
-    lines += QStringLiteral("output X11-%1 mode %2x%3 scale %4\n")
-                 .arg(i + 1)
+    lines += u"output X11-%1 mode %2x%3 scale %4\n"_s.arg(i + 1)
                  .arg(outputs[i].pixels.width())
                  .arg(outputs[i].pixels.height())
                  .arg(outputs[i].scale);
@@ -93,7 +93,7 @@ QStringList Compositor::ForSway(const QList<Output>& outputs) const {
   Configure(lines);
   return {"env",
           "WLR_BACKENDS=x11",
-          QStringLiteral("WLR_X11_OUTPUTS=%1").arg(outputs.size()),
+          u"WLR_X11_OUTPUTS=%1"_s.arg(outputs.size()),
           "WLR_RENDERER=pixman",
           "sway",
           "--config",
@@ -104,19 +104,19 @@ void Compositor::Configure(const QString& lines) const {
   const QByteArray settings = lines.toUtf8();
   QFile file(ConfigFile());
   if (!file.open(QIODevice::WriteOnly) || file.write(settings) != settings.size()) {
-    throw std::runtime_error("no place for the settings of the Wayland compositor");
+    throw std::runtime_error("the configuration of the Wayland compositor can't be written");
   }
 }
 
 QString Compositor::Socket() const {
   const QDir folder(folder_.path());
-  const QStringList sockets = folder.entryList({QStringLiteral("wayland-?")}, QDir::System);
+  const QStringList sockets = folder.entryList({"wayland-?"}, QDir::System);
   return sockets.isEmpty() ? QString() : folder.filePath(sockets.first());
 }
 
 void Compositor::Show(Program& program) const {
-  program.SetVariable(QStringLiteral("WAYLAND_DISPLAY"), Socket());
-  program.SetVariable(QStringLiteral("DISPLAY"), QString());
+  program.SetVariable("WAYLAND_DISPLAY", Socket());
+  program.SetVariable("DISPLAY", QString());
 }
 
 }  // namespace kelvane::desktop

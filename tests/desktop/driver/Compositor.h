@@ -12,35 +12,35 @@ namespace kelvane::desktop {
 
 struct Output {
   QSize pixels;
-  double scale;  // pixels, across and down, to a unit of the compositor's
+  double scale;  // pixels to a logical pixel
 };
 
-// A Wayland compositor that shows its outputs as windows of a private display, side by side, and
-// hands on its pointer and keyboard. It makes a program's first window as large as the last output
-// and shows it there. It ends with the object. One output of a whole scale is weston's, all else is
-// sway's.
+// A Wayland compositor that shows its outputs as windows of a private X display, side by side, and
+// passes on that display's pointer and keyboard. A program's first window fills the last output.
+// The compositor is weston for one output of a whole scale, and sway otherwise. It ends with the
+// object.
 class Compositor {
  public:
-  // No two outputs are of one size. Throws std::runtime_error where the compositor doesn't come up.
+  // No two outputs may have the same size. Throws std::runtime_error if the compositor doesn't
+  // start.
   Compositor(Screen& screen, const QString& display, const QList<Output>& outputs);
   Compositor(const Compositor&) = delete;
   Compositor& operator=(const Compositor&) = delete;
   ~Compositor();
 
-  // To be called before the program's start: it shall open its windows here, with no X server in
-  // reach.
+  // Makes the program open its windows on this compositor. To be called before the program's start.
   void Show(Program& program) const;
 
-  // The window of the display that shows the last output.
-  WindowId Id() const { return window_; }
+  // The window of the X display that shows the last output.
+  WindowId LastOutput() const { return window_; }
 
  private:
-  // Each prepares its settings and returns the command.
-  QStringList ForWeston(const Output& output) const;
-  QStringList ForSway(const QList<Output>& outputs) const;
+  // Each writes the configuration file and returns the command.
+  QStringList WestonCommand(const Output& output) const;
+  QStringList SwayCommand(const QList<Output>& outputs) const;
   void Configure(const QString& lines) const;
   QString Socket() const;
-  QString ConfigFile() const { return folder_.filePath(QStringLiteral("settings")); }
+  QString ConfigFile() const { return folder_.filePath("settings"); }
 
   QTemporaryDir folder_;
   QProcess process_;

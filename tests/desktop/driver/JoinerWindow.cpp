@@ -6,6 +6,9 @@
 #include "desktop/driver/Windows.h"
 
 namespace kelvane::desktop {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
 constexpr int kRowPitch = 20;
@@ -16,92 +19,64 @@ constexpr int kTableRow = 13;
 constexpr int kListLine = 14;
 constexpr int kColumn = 96;
 
-// Of the ruler.
-constexpr QRgb kTick = 0xffc0c0c0;
+QRect WithoutBorder(const QRect& place) { return place.adjusted(1, 1, -1, -1); }
 
-// Without the border.
-QRect Inside(const QRect& place) { return place.adjusted(1, 1, -1, -1); }
-
-QString NameOf(JoinerButton button) {
-  return QStringLiteral("Label1(%1)").arg(static_cast<int>(button));
-}
+QString NameOf(JoinerButton button) { return u"Label1(%1)"_s.arg(static_cast<int>(button)); }
 
 }  // namespace
 
 bool JoinerWindow::Await() {
-  window_ = screen_.Await(QStringLiteral("Video Joiner"));
-  if (window_ == 0) return false;
-  return WaitFor([this] {
-    menuHeight_ = AreaUnderMenus(screen_, window_, kGround).top() - screen_.Place(window_).top();
-    return menuHeight_ < screen_.Place(window_).height() &&
-           ShowsProcess(QStringLiteral("Process: Compiling Video List"));
-  });
+  const WindowId window = screen_.Await("Video Joiner");
+  return window != 0 && AwaitInside(window) &&
+         WaitFor([this] { return ShowsProcess("Process: Compiling Video List"); });
 }
 
-// Not by a caption: letters may be drawn otherwise there.
-bool JoinerWindow::AwaitFilling(WindowId window) {
-  window_ = window;
+// This looks at a tick of the ruler and not at a caption, since letters may be drawn in another way
+// there.
+bool JoinerWindow::AwaitInside(WindowId output) {
+  window_ = output;
   return WaitFor([this] {
     menuHeight_ = AreaUnderMenus(screen_, window_, kGround).top() - screen_.Place(window_).top();
     return menuHeight_ < screen_.Place(window_).height() &&
-           CountOf(screen_.Picture(), Ruler(), kTick) > 0;
+           CountOf(screen_.Picture(), Ruler(), kText) > 0;
   });
 }
 
 QRect JoinerWindow::Area() const { return screen_.Place(window_).adjusted(0, menuHeight_, 0, 0); }
 
-QRect JoinerWindow::Menus() const {
-  const QRect window = screen_.Place(window_);
-  return {window.topLeft(), QSize(window.width(), menuHeight_)};
-}
-
 QRect JoinerWindow::Place(const QString& control) const {
   const QRect area = Area();
-  return PlaceIn(QStringLiteral("Form4"), area.size(), control).translated(area.topLeft());
+  return PlaceIn("Form4", area.size(), control).translated(area.topLeft());
 }
 
 QPoint JoinerWindow::ButtonCentre(JoinerButton button) const {
   return Place(NameOf(button)).center();
 }
 
-WindowId JoinerWindow::OpenDialog(JoinerButton button, PointerButton with) {
-  const QList<WindowId> known = screen_.Windows();
-  screen_.Click(ButtonCentre(button), with);
-  return screen_.AwaitNew(known);
-}
-
 bool JoinerWindow::ChooseFile(JoinerButton button, const QString& path) {
-  const WindowId dialog = OpenDialog(button);
+  const QList<WindowId> known = screen_.Windows();
+  screen_.Click(ButtonCentre(button));
+  const WindowId dialog = screen_.AwaitNew(known);
   return dialog != 0 && TypeFileName(screen_, dialog, path);
 }
 
-QPoint JoinerWindow::ModeCentre(JoinerMode mode) const {
-  return Place(QStringLiteral("Option1(%1)").arg(static_cast<int>(mode))).center();
-}
-
-void JoinerWindow::Choose(JoinerMode mode) { screen_.Click(ModeCentre(mode)); }
-
 bool JoinerWindow::AwaitTotals(int sections, const QString& seconds, const QString& runtime) const {
   const auto shows = [this](const char* readOut, const QString& caption) {
-    return ShowsCaption(screen_.Picture(Place(QLatin1String(readOut))), caption, kGround,
-                        Justify::kLeft);
+    return ShowsCaption(screen_.Picture(Place(readOut)), caption, kGround, Justify::kLeft);
   };
   return AwaitSections(sections) &&
          WaitFor([&] { return shows("Label3(3)", seconds) && shows("Label3(4)", runtime); });
 }
 
 bool JoinerWindow::AwaitSections(int sections) const {
-  const QString caption =
-      QStringLiteral("Total Sections: %1").arg(sections, 2, 10, QLatin1Char('0'));
+  const QString caption = u"Total Sections: %1"_s.arg(sections, 2, 10, QChar('0'));
   return WaitFor([&] {
-    return ShowsCaption(screen_.Picture(Place(QStringLiteral("Label3(7)"))), caption, kGround,
-                        Justify::kCentre);
+    return ShowsCaption(screen_.Picture(Place("Label3(7)")), caption, kGround, Justify::kCentre);
   });
 }
 
 bool JoinerWindow::ShowsProcess(const QString& process) const {
-  return ShowsCaption(screen_.Picture(Place(QStringLiteral("Label3(6)"))), process, kGround,
-                      Justify::kLeft);
+  return ShowsCaption(screen_.Picture(Place("Label3(6)")), process, kGround, Justify::kLeft);
 }
 
 bool JoinerWindow::AwaitProcess(const QString& process, std::chrono::milliseconds patience) const {
@@ -109,26 +84,26 @@ bool JoinerWindow::AwaitProcess(const QString& process, std::chrono::millisecond
 }
 
 bool JoinerWindow::ShowsDetails(const QString& details) const {
-  // The outline is as wide as the text.
-  const QRect bar = Place(QStringLiteral("Picture3"));
-  const QRect outline = Place(QStringLiteral("Shape8"));
+  // The outline is as wide as the text. What lies inside it is put on a picture that is wide enough
+  // for the expected text.
+  const QRect bar = Place("Picture3");
+  const QRect outline = Place("Shape8");
   const QImage top = screen_.Picture({outline.topLeft(), QSize(bar.right() - outline.left(), 1)});
-  QRect inside = Place(QStringLiteral("Label3(8)"));
+  QRect inside = Place("Label3(8)");
   inside.setRight(outline.left() + Extent(top, top.rect(), kLit).right() - 1);
-  // On as much ground as any text needs.
   QImage picture(bar.width(), inside.height(), QImage::Format_RGB32);
   picture.fill(kGround);
   QPainter(&picture).drawImage(0, 0, screen_.Picture(inside));
-  return ShowsText(picture, QStringLiteral("Video Details: ") + details, kGround);
+  return ShowsText(picture, "Video Details: " + details, kGround);
 }
 
 bool JoinerWindow::AwaitDetails(const QString& details) const {
   return WaitFor([&] { return ShowsDetails(details); }, 5s);
 }
 
-QRect JoinerWindow::Chart() const { return Place(QStringLiteral("Picture1(2)")); }
+QRect JoinerWindow::Chart() const { return Place("Picture1(2)"); }
 
-QRect JoinerWindow::Ruler() const { return Place(QStringLiteral("Picture5")); }
+QRect JoinerWindow::Ruler() const { return Place("Picture5"); }
 
 QRect JoinerWindow::Strip(int section, QRgb color) const {
   const QImage chart = screen_.Picture(Chart());
@@ -155,18 +130,13 @@ bool JoinerWindow::RemoveSection(int section) {
   return WaitFor([&] { return Strip(section).isEmpty(); }, 5s);
 }
 
-QRect JoinerWindow::Headers() const {
-  const QRect table = Inside(Place(QStringLiteral("ListView1")));
-  return {table.topLeft(), QSize(table.width(), kHeaderHeight)};
-}
-
 QRect JoinerWindow::Row(int row) const {
-  const QRect headers = Headers();
-  return {headers.left(), headers.bottom() + 1 + row * kTableRow, headers.width(), kTableRow};
+  const QRect table = WithoutBorder(Place("ListView1"));
+  return {table.left(), table.top() + kHeaderHeight + row * kTableRow, table.width(), kTableRow};
 }
 
 QRect JoinerWindow::Line(int line) const {
-  const QRect list = Inside(Place(QStringLiteral("List1")));
+  const QRect list = WithoutBorder(Place("List1"));
   return {list.left(), list.top() + line * kListLine, list.width(), kListLine};
 }
 
@@ -193,9 +163,9 @@ bool JoinerWindow::Chosen(const QRect& entry) const {
 }
 
 bool ConfirmJoin(Screen& screen, std::chrono::milliseconds patience) {
-  const WindowId box = screen.Await(QStringLiteral("Kelvane"), patience);
+  const WindowId box = screen.Await("Kelvane", patience);
   if (box == 0 || !WaitFor([&] { return screen.Active(box); })) return false;
-  screen.Strike(kReturn);
+  screen.PressKey(kReturn);
   return WaitFor([&] { return !screen.Exists(box); });
 }
 

@@ -8,7 +8,6 @@
 namespace kelvane::desktop {
 
 enum class JoinerButton { kAddSection, kJoinSections, kSaveList };
-enum class JoinerMode { kCopy, kTransportStreams };
 
 // The joiner window as a user finds and uses it. Sections, rows and lines are numbered from 0.
 class JoinerWindow {
@@ -20,61 +19,54 @@ class JoinerWindow {
 
   explicit JoinerWindow(Screen& screen) : screen_(screen) {}
 
-  // Waits until the window is on the screen and painted. False if that doesn't happen.
+  // Waits until the window is on the screen and painted. Returns false if it doesn't come.
   bool Await();
-  // The same where it fills another one, as under a compositor that shows its output there.
-  bool AwaitFilling(WindowId window);
+  // The same under a Wayland compositor, whose window `output` shows the program's window.
+  bool AwaitInside(WindowId output);
   WindowId Id() const { return window_; }
 
-  // The area under the menu, and the menu's bar, in screen pixels.
+  // The area under the menu bar.
   QRect Area() const;
-  QRect Menus() const;
-  // A control's place by the drawing and the window's present size, in screen pixels.
+  // The place of a control, such as "Label3(6)", if the chart hasn't been scrolled.
   QRect Place(const QString& control) const;
 
   QPoint ButtonCentre(JoinerButton button) const;
-  // Clicks the button and waits for the dialog or box that it brings up; 0 if none comes.
-  WindowId OpenDialog(JoinerButton button, PointerButton with = kLeftButton);
-  // Clicks the button and types the path into the file dialog that comes. False if none comes or it
-  // doesn't take the path.
+  // Clicks the button and types the path into the file dialog that this opens. Returns false if no
+  // dialog opens or if it doesn't accept the path.
   bool ChooseFile(JoinerButton button, const QString& path);
-  void Choose(JoinerMode mode);
-  QPoint ModeCentre(JoinerMode mode) const;
 
   bool AwaitTotals(int sections, const QString& seconds, const QString& runtime) const;
   bool AwaitSections(int sections) const;
   bool ShowsProcess(const QString& process) const;
   bool AwaitProcess(const QString& process, std::chrono::milliseconds patience = kPatience) const;
-  // What stands behind "Video Details: ", and nothing else.
-  bool ShowsDetails(const QString& details) const;
+  // Waits until exactly these details are shown behind "Video Details: ".
   bool AwaitDetails(const QString& details) const;
 
-  // What can be seen of the chart and the ruler, on the screen.
+  // The visible parts of the chart and the ruler.
   QRect Chart() const;
   QRect Ruler() const;
-  // Where the row of a section shows the colour, in pixels from the chart's visible corner.
+  // Where the row of a section has the colour, in pixels from the chart's visible corner.
   QRect Strip(int section, QRgb color = kStrip) const;
   QPoint OnChart(QPoint place) const { return Chart().topLeft() + place; }
-  // In the strip's middle.
+  // Moves the pointer to the middle of the strip.
   void PointAtSection(int section);
-  // Under the strips.
+  // A place of the chart under the strips.
   QPoint BareChart() const;
-  // Opens the context menu there with the right button, and returns its entry's middle on the
-  // screen. Null if it doesn't come.
+  // Opens the context menu there with the right button, and returns the middle of its entry.
+  // Returns a null point if no menu opens.
   QPoint OpenMenuAt(QPoint place);
   bool RemoveSection(int section);
 
-  // A row of the table and a line of the list, as far as they can be seen.
+  // The visible parts of a row of the table and of a line of the list.
   QRect Row(int row) const;
   QRect Line(int line) const;
   bool AwaitRow(int row, const QString& number, const QString& title, const QString& seconds) const;
   bool AwaitLine(int line, const QString& text) const;
   bool RowChosen(int row) const { return Chosen(Row(row)); }
   bool LineChosen(int line) const { return Chosen(Line(line)); }
-  // The table's headers.
-  QRect Headers() const;
 
  private:
+  bool ShowsDetails(const QString& details) const;
   bool Chosen(const QRect& entry) const;
 
   Screen& screen_;
@@ -82,7 +74,7 @@ class JoinerWindow {
   int menuHeight_ = 0;
 };
 
-// Waits for the box that ends a join, and closes it. False if it doesn't come.
+// Waits for the message box at the end of a join and closes it. Returns false if it doesn't come.
 bool ConfirmJoin(Screen& screen, std::chrono::milliseconds patience = kPatience);
 
 }  // namespace kelvane::desktop

@@ -1,8 +1,8 @@
 #include "desktop/driver/Picture.h"
 
-#include <QLabel>
+#include <QFont>
 #include <QPixmap>
-#include <QToolTip>
+#include <algorithm>
 #include <cstdlib>
 
 #include "platform/ContentArea.h"
@@ -13,17 +13,17 @@ namespace {
 
 using testing::Ink;
 
-// How a label of this size draws a caption.
+// A label of this size with that caption.
 QImage CaptionPicture(const QString& caption, QSize size, QRgb background, Justify justify) {
   constexpr int kFontPixels = 11;
-  QFont font(QStringLiteral("Arial"));
+  QFont font("Arial");
   font.setPixelSize(kFontPixels);
 
   ContentArea behind(nullptr, ScaleMode::kPixels);
   behind.setBackColor(background);
   behind.setFont(font);
   behind.resize(size);
-  Label label(behind, QStringLiteral("Caption"));
+  Label label(behind, "Caption");
   label.setForeColor(kText);
   label.setAlignment(justify == Justify::kCentre ? Qt::AlignHCenter : Qt::AlignLeft);
   label.setWidth(static_cast<float>(size.width()));
@@ -35,33 +35,17 @@ QImage CaptionPicture(const QString& caption, QSize size, QRgb background, Justi
 }  // namespace
 
 bool ShowsCaption(const QImage& label, const QString& caption, QRgb background, Justify justify) {
-  // Wide enough to tell another character behind the last one.
+  // Enough to notice a further character.
   constexpr int kMargin = 4;
   const QImage expected = CaptionPicture(caption, label.size(), background, justify);
   const int end = std::min(Ink(expected, background).right() + kMargin, label.width());
-  const QRect told(0, 0, end, label.height());
-  return label.copy(told) == expected.copy(told);
+  const QRect compared(0, 0, end, label.height());
+  return label.copy(compared) == expected.copy(compared);
 }
 
 bool ShowsText(const QImage& picture, const QString& text, QRgb background) {
   const QImage expected = CaptionPicture(text, picture.size(), background, Justify::kLeft);
   return picture.copy(Ink(picture, background)) == expected.copy(Ink(expected, background));
-}
-
-bool ShowsTip(const QImage& picture, const QString& text) {
-  const QPalette palette = QToolTip::palette();
-  const QRgb background = palette.color(QPalette::ToolTipBase).rgb();
-  const QImage tip = picture.copy(Extent(picture, picture.rect(), background));
-  if (tip.isNull()) return false;
-  QLabel label(text);
-  label.setTextFormat(Qt::PlainText);
-  label.setFont(QToolTip::font());
-  label.setPalette(palette);
-  label.setAutoFillBackground(true);
-  label.setBackgroundRole(QPalette::ToolTipBase);
-  label.setForegroundRole(QPalette::ToolTipText);
-  const QImage expected = label.grab().toImage().convertToFormat(QImage::Format_RGB32);
-  return tip.copy(Ink(tip, background)) == expected.copy(Ink(expected, background));
 }
 
 bool ShowsChequers(const QImage& picture) {

@@ -6,7 +6,7 @@
 
 #include "support/Pictures.h"
 
-// What is to be seen in a picture of the screen.
+// What a picture of the screen shows.
 namespace kelvane::desktop {
 
 using testing::AllOf;
@@ -16,7 +16,7 @@ using testing::Difference;
 using testing::Extent;
 using testing::IsNear;
 
-// The program's own colours, as a user sees them.
+// The program's own colours.
 constexpr QRgb kDark = 0xff232323;
 constexpr QRgb kText = 0xffc0c0c0;
 constexpr QRgb kLit = 0xff808080;
@@ -27,18 +27,14 @@ constexpr QRgb kBlack = 0xff000000;
 
 enum class Justify { kLeft, kCentre };
 
-// True if the picture of a label shows exactly this caption. Beyond the caption's end it may show
-// what lies behind the label: some captions are drawn shorter than their labels, and these overlap.
+// Whether the picture of a label shows exactly this caption. What lies further right than the
+// caption isn't compared, since another label may overlap it.
 bool ShowsCaption(const QImage& label, const QString& caption, QRgb background, Justify justify);
 
-// True if the picture shows this text and nothing else, wherever in it.
+// Whether the picture shows this text anywhere, and nothing else.
 bool ShowsText(const QImage& picture, const QString& text, QRgb background);
 
-// True if the picture holds a tip, and this is its text.
-bool ShowsTip(const QImage& picture, const QString& text);
-
-// True if every pixel is black or white, give or take what a conversion of colours rounds off, and
-// unlike its neighbours beside, above and below it.
+// Whether the pixels alternate between black and white in both directions, but for rounded colours.
 bool ShowsChequers(const QImage& picture);
 
 }  // namespace kelvane::desktop

@@ -9,27 +9,26 @@
 namespace kelvane::desktop {
 namespace {
 
-// The parts of the line that begins with `name`, which '|' divides.
+// The parts, divided by '|', of the line that begins with `name`.
 QStringList PartsOf(const QString& form, const QString& name) {
-  QFile file(QStringLiteral(KELVANE_WINDOW_TEXTS "/%1.txt").arg(form));
+  QFile file(QString(KELVANE_WINDOW_TEXTS "/%1.txt").arg(form));
   if (file.open(QIODevice::ReadOnly)) {
     while (!file.atEnd()) {
       const QString line = QString::fromUtf8(file.readLine()).trimmed();
-      if (line.startsWith(name + QLatin1Char(' '))) return line.split(QStringLiteral(" | "));
+      if (line.startsWith(name + ' ')) return line.split(" | ");
     }
   }
   throw std::invalid_argument("no " + name.toStdString() + " in " + file.fileName().toStdString());
 }
 
 QList<int> NumbersIn(const QString& text) {
-  static const QRegularExpression number(QStringLiteral("-?\\d+"));
+  static const QRegularExpression number("-?\\d+");
   QList<int> numbers;
   for (const auto& match : number.globalMatch(text)) numbers << match.captured().toInt();
   return numbers;
 }
 
-// What is `first` at one size and `second` at another, at the size `now`. Halves of a pixel are
-// whole ones at the sizes of the texts, which are odd.
+// The place of an edge at the size `now`, where it is `first` at one size and `second` at another.
 int At(int now, int firstSize, int first, int secondSize, int second) {
   if (first == second) return first;
   const double slope = static_cast<double>(second - first) / (secondSize - firstSize);
@@ -54,7 +53,7 @@ QRect PlaceIn(const QString& form, QSize area, const QString& control) {
 }
 
 QString CaptionIn(const QString& form, const QString& control) {
-  return PartsOf(form, control).first().section(QLatin1Char('"'), 1, 1);
+  return PartsOf(form, control).first().section('"', 1, 1);
 }
 
 }  // namespace kelvane::desktop

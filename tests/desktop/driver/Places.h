@@ -5,14 +5,15 @@
 
 namespace kelvane::desktop {
 
-// What is to be seen of a control, in pixels from the corner of its window's content area under the
-// menu bar, while that area has the size `area` and nothing has been scrolled. The place is looked
-// up in tests/windows/<form>.txt; for sizes that aren't told there it follows from those that are,
-// since every edge keeps its distance from an edge or from the middle of the window. Throws
-// std::invalid_argument for a control that the text doesn't show. `control` as in "Label14(3)".
+// The visible part of a control, in pixels from the top left corner of the content area under the
+// menu bar, if that area has the size `area` and nothing has been scrolled. `control` is a name
+// such as "Label14(3)". The window text tests/windows/<form>.txt has the places at two sizes of the
+// window. Other sizes are computed from these two, since each edge moves with an edge or with the
+// middle of the window. Throws std::invalid_argument if the text has no visible control of that
+// name.
 QRect PlaceIn(const QString& form, QSize area, const QString& control);
 
-// The caption, or the text, with which the control is drawn.
+// The control's caption in the window text.
 QString CaptionIn(const QString& form, const QString& control);
 
 }  // namespace kelvane::desktop

@@ -17,8 +17,9 @@
 namespace kelvane::desktop {
 namespace {
 
-// Starts a program found in PATH that ends when this process does. `inherited` stays open in it.
-pid_t StartCompanion(const std::vector<std::string>& arguments, int inherited = -1) {
+// Starts a program from PATH, which is killed when this process ends. It inherits the descriptor
+// `inherited`.
+pid_t StartProcess(const std::vector<std::string>& arguments, int inherited = -1) {
   std::vector<char*> pointers;
   pointers.reserve(arguments.size() + 1);
   for (const std::string& argument : arguments) {
@@ -35,8 +36,8 @@ pid_t StartCompanion(const std::vector<std::string>& arguments, int inherited = 
   _exit(127);
 }
 
-// The server and its screen. Xephyr's option takes no screen number.
-std::vector<std::string> ServerAndScreen() {
+// The option of Xephyr takes no screen number.
+std::vector<std::string> ServerCommand() {
   const std::string screen = "1920x1200x24";
   const char* shown = std::getenv("KELVANE_TEST_DISPLAY_SERVER");
   if (shown == nullptr || *shown == '\0') return {"Xvfb", "-screen", "0", screen};
@@ -52,8 +53,8 @@ void End(pid_t process) {
   waitpid(process, nullptr, 0);
 }
 
-// A window of the driver's own, to see whether the manager takes windows on. The manager says that
-// it is there some time before it does, and a window that comes in between is never shown.
+// A window that shows whether the window manager manages windows yet. The manager announces itself
+// some time before, and never shows a window that is mapped in between.
 class TrialWindow {
  public:
   explicit TrialWindow(Screen& screen, const std::string& display)
@@ -71,7 +72,7 @@ class TrialWindow {
     WaitFor([this] { return screen_.Windows().isEmpty(); });
   }
 
-  bool IsTakenOn() {
+  bool IsManaged() {
     xcb_unmap_window(connection_, window_);
     xcb_map_window(connection_, window_);
     xcb_flush(connection_);
@@ -110,15 +111,15 @@ void PrivateDisplay::UseForQt(const std::string& privateFolder) const {
   setenv("LANG", "C.UTF-8", 1);
 }
 
-// The server says its number on a pipe once it takes connections.
+// The server writes its display number to a pipe when it accepts connections.
 void PrivateDisplay::StartServer() {
   std::array<int, 2> ends{};
   if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe for the X server");
-  std::vector<std::string> arguments = ServerAndScreen();
+  std::vector<std::string> arguments = ServerCommand();
   const std::string server = arguments.front();
   arguments.insert(arguments.end(),
                    {"-displayfd", std::to_string(ends[1]), "-nolisten", "tcp", "-noreset"});
-  server_ = StartCompanion(arguments, ends[1]);
+  server_ = StartProcess(arguments, ends[1]);
   close(ends[1]);
   std::string number;
   char digit = 0;
@@ -129,11 +130,11 @@ void PrivateDisplay::StartServer() {
 }
 
 void PrivateDisplay::StartWindowManager(const std::string& privateFolder) {
-  windowManager_ = StartCompanion({"env", "-i", "PATH=/usr/bin:/bin", "HOME=" + privateFolder,
-                                   "LANG=C.UTF-8", "DISPLAY=" + name_, "openbox"});
+  windowManager_ = StartProcess({"env", "-i", "PATH=/usr/bin:/bin", "HOME=" + privateFolder,
+                                 "LANG=C.UTF-8", "DISPLAY=" + name_, "openbox"});
   Screen screen(name_);
   TrialWindow window(screen, name_);
-  const bool answers = WaitFor([&] { return window.IsTakenOn(); });
+  const bool answers = WaitFor([&] { return window.IsManaged(); });
   if (!answers) throw std::runtime_error("the window manager openbox doesn't start");
 }
 

@@ -9,26 +9,25 @@ namespace kelvane::desktop {
 
 enum class WindowManager { kOpenbox, kNone };
 
-// A private X server of 1920 by 1200 pixels without a screen, and a window manager on it, both with
-// nobody's configuration. They end with the object, and with this process however it ends.
+// A private X server with a virtual screen of 1920 by 1200 pixels, and a window manager without a
+// user's configuration. Both end with the object and with this process.
 //
-// To watch, name Xephyr in KELVANE_TEST_DISPLAY_SERVER: it then takes Xvfb's place and shows its
-// screen in a window of the display in DISPLAY.
+// With KELVANE_TEST_DISPLAY_SERVER=Xephyr the server is Xephyr instead of Xvfb. It shows the screen
+// in a window on the display that DISPLAY names.
 class PrivateDisplay {
  public:
-  // `privateFolder` is the window manager's home. Throws std::runtime_error where the server or the
-  // manager doesn't come up.
+  // `privateFolder` is the window manager's home folder. Throws std::runtime_error if the server or
+  // the manager doesn't start.
   explicit PrivateDisplay(const std::string& privateFolder,
                           WindowManager windowManager = WindowManager::kOpenbox);
   PrivateDisplay(const PrivateDisplay&) = delete;
   PrivateDisplay& operator=(const PrivateDisplay&) = delete;
   ~PrivateDisplay();
 
-  // ":7"
+  // The value of DISPLAY, such as ":7".
   const std::string& Name() const { return name_; }
 
-  // Has this process's own Qt, started later, look at the display as the program under test
-  // does.
+  // Sets this process's environment so that a QApplication made later uses this display.
   void UseForQt(const std::string& privateFolder) const;
 
  private:

@@ -21,32 +21,35 @@
 #include <utility>
 
 namespace kelvane::desktop {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
-// One whom nothing belongs to but what a test gives him.
+// The id of the user "nobody" and of his group.
 constexpr uid_t kOrdinaryUser = 65534;
+
+constexpr auto kExecutable = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
 
 void WriteScript(const QString& path, const QString& script) {
   QFile::remove(path);
   QFile file(path);
   if (!file.open(QIODevice::WriteOnly)) throw std::runtime_error("a script can't be written");
-  file.write(script.toUtf8());
-  file.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  file.write("#!/bin/sh\n" + script.toUtf8());
+  file.setPermissions(kExecutable);
 }
 
 QProcessEnvironment CleanEnvironment(const QString& folder, const QString& display) {
   QProcessEnvironment environment;
-  environment.insert(QStringLiteral("PATH"), folder + QStringLiteral("/commands:/usr/bin:/bin"));
-  environment.insert(QStringLiteral("HOME"), folder + QStringLiteral("/home"));
-  environment.insert(QStringLiteral("XDG_RUNTIME_DIR"), folder + QStringLiteral("/runtime"));
-  environment.insert(QStringLiteral("LANG"), QStringLiteral("C.UTF-8"));
-  environment.insert(QStringLiteral("DISPLAY"), display);
+  environment.insert("PATH", folder + "/commands:/usr/bin:/bin");
+  environment.insert("HOME", folder + "/home");
+  environment.insert("XDG_RUNTIME_DIR", folder + "/runtime");
+  environment.insert("LANG", "C.UTF-8");
+  environment.insert("DISPLAY", display);
   // The machine may have no sound device.
-  environment.insert(QStringLiteral("SDL_AUDIODRIVER"), QStringLiteral("dummy"));
+  environment.insert("SDL_AUDIODRIVER", "dummy");
   for (const char* name : {"ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS"}) {
-    if (qEnvironmentVariableIsSet(name)) {
-      environment.insert(QLatin1String(name), qEnvironmentVariable(name));
-    }
+    if (qEnvironmentVariableIsSet(name)) environment.insert(name, qEnvironmentVariable(name));
   }
   return environment;
 }
@@ -58,7 +61,7 @@ bool BecomeOrdinaryUser() {
          (setgroups(0, nullptr) == 0 && setgid(kOrdinaryUser) == 0 && setuid(kOrdinaryUser) == 0);
 }
 
-// Nothing of what is given is a link to follow.
+// Links are given away themselves, not the files that they lead to.
 void GiveToOrdinaryUser(const QString& folder) {
   if (geteuid() != 0) return;
   QStringList paths = {folder};
@@ -73,21 +76,19 @@ void GiveToOrdinaryUser(const QString& folder) {
 }
 
 Program::Program(const QString& builtFolder, QString display, const QString& name)
-    : display_(std::move(display)), name_(QLatin1Char('/') + name) {
+    : display_(std::move(display)), name_('/' + name) {
   if (!QFile::exists(builtFolder + name_)) {
     throw std::runtime_error("no program in " + builtFolder.toStdString());
   }
-  const QDir place(place_.path());
   for (const char* folder : {"program", "home", "commands", "runtime", "log"}) {
-    place.mkdir(QLatin1String(folder));
+    QDir(Folder()).mkdir(folder);
   }
-  QFile::setPermissions(place.filePath(QStringLiteral("runtime")),
-                        QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  QFile::setPermissions(PathOf("runtime"), kExecutable);
   QFile::copy(builtFolder + name_, ProgramFolder() + name_);
-  for (const char* tool : {"ffmpeg", "ffprobe", "ffplay"}) {
-    const QString real = QFile::symLinkTarget(builtFolder + QLatin1Char('/') + QLatin1String(tool));
-    QFile::link(real, ProgramFolder() + QLatin1Char('/') + QLatin1String(tool));
-    QFile::link(real, RealTool(QLatin1String(tool)));
+  for (const QString tool : {"ffmpeg", "ffprobe", "ffplay"}) {
+    const QString real = QFile::symLinkTarget(builtFolder + '/' + tool);
+    QFile::link(real, ProgramFolder() + '/' + tool);
+    QFile::link(real, RealTool(tool));
   }
   process_.setProcessChannelMode(QProcess::MergedChannels);
 }
@@ -101,27 +102,12 @@ void Program::Kill() {
   process_.waitForFinished();
 }
 
-QString Program::RealTool(const QString& tool) const {
-  return place_.filePath(QStringLiteral("real-") + tool);
-}
-
-QString Program::LogOf(const QString& tool) const {
-  return place_.filePath(QStringLiteral("log/") + tool);
-}
-
 void Program::ReplaceTool(const QString& tool, const QString& behaviour) {
-  const QString script = QStringLiteral(
-                             "#!/bin/sh\n"
-                             "real='%1'\n"
-                             "{ for argument; do printf ' %s\\n' \"$argument\"; done; echo end; }"
-                             " >> '%2'\n"
-                             "%3\n")
-                             .arg(RealTool(tool), LogOf(tool), behaviour);
-  WriteScript(ProgramFolder() + QLatin1Char('/') + tool, script);
-}
-
-void Program::RemoveTool(const QString& tool) const {
-  QFile::remove(ProgramFolder() + QLatin1Char('/') + tool);
+  const QString script =
+      u"real='%1'\n"
+      "{ for argument; do printf ' %s\\n' \"$argument\"; done; echo end; } >> '%2'\n"
+      "%3\n"_s.arg(RealTool(tool), LogOf(tool), behaviour);
+  WriteScript(ProgramFolder() + '/' + tool, script);
 }
 
 QList<QStringList> Program::RunsOf(const QString& tool) const {
@@ -129,13 +115,11 @@ QList<QStringList> Program::RunsOf(const QString& tool) const {
   QFile log(LogOf(tool));
   if (!log.open(QIODevice::ReadOnly)) return runs;
   QStringList arguments;
-  const QString text = QString::fromUtf8(log.readAll());
-  for (const QString& line : text.split(QLatin1Char('\n'))) {
-    if (line.startsWith(QLatin1Char(' '))) {
+  for (const QString& line : QString::fromUtf8(log.readAll()).split('\n')) {
+    if (line.startsWith(' ')) {
       arguments << line.mid(1);
-    } else if (line == QLatin1String("end")) {
-      runs << arguments;
-      arguments.clear();
+    } else if (line == "end") {
+      runs << std::exchange(arguments, {});
     }
   }
   return runs;
@@ -143,10 +127,7 @@ QList<QStringList> Program::RunsOf(const QString& tool) const {
 
 testing::Gate& Program::GateNamed(const QString& name) {
   std::unique_ptr<testing::Gate>& gate = gates_[name];
-  if (!gate) {
-    const QString path = place_.filePath(QStringLiteral("gate-") + name);
-    gate = std::make_unique<testing::Gate>(path.toStdString());
-  }
+  if (!gate) gate = std::make_unique<testing::Gate>(PathOf("gate-" + name).toStdString());
   return *gate;
 }
 
@@ -154,13 +135,11 @@ QString Program::Gate(const QString& name) {
   return QString::fromStdString(GateNamed(name).Wait());
 }
 
-QString Program::TalkingGate(const QString& name) {
-  return QStringLiteral(
-             "passed=$(mktemp -u)\n"
-             "{ %1touch \"$passed\"; } > /dev/null 2>&1 &\n"
-             "until [ -e \"$passed\" ]; do echo .; sleep 0.05; done\n"
-             "rm \"$passed\"\n")
-      .arg(Gate(name));
+QString Program::PrintingGate(const QString& name) {
+  return u"passed=$(mktemp -u)\n"
+         "{ %1touch \"$passed\"; } > /dev/null 2>&1 &\n"
+         "until [ -e \"$passed\" ]; do echo .; sleep 0.05; done\n"
+         "rm \"$passed\"\n"_s.arg(Gate(name));
 }
 
 bool Program::Open(const QString& name) {
@@ -170,11 +149,11 @@ bool Program::Open(const QString& name) {
 }
 
 void Program::AddCommand(const QString& name, const QString& script) const {
-  WriteScript(place_.filePath(QStringLiteral("commands/") + name),
-              QStringLiteral("#!/bin/sh\n") + script);
+  WriteScript(PathOf("commands/" + name), script);
 }
 
-// Only the user of a process may do so, and not even root where it is kept in a container.
+// In a child process, which becomes the program's user: in a container not even root may set the
+// limits of another user's process.
 bool Program::SetLimit(int resource, std::uint64_t limit) const {
   const auto program = static_cast<pid_t>(Id());
   const pid_t child = fork();
@@ -197,20 +176,19 @@ bool Program::LiftLimit(int resource) const {
 }
 
 void Program::Start() {
-  QProcessEnvironment environment = CleanEnvironment(place_.path(), display_);
+  QProcessEnvironment environment = CleanEnvironment(Folder(), display_);
   for (const auto& [name, value] : variables_.asKeyValueRange()) environment.insert(name, value);
   process_.setProcessEnvironment(environment);
-  if (asOrdinaryUser_) GiveToOrdinaryUser(place_.path());
-  process_.setWorkingDirectory(place_.path());
-  // A group of its own, so that its tools can be ended with it.
+  if (asOrdinaryUser_) GiveToOrdinaryUser(Folder());
+  process_.setWorkingDirectory(Folder());
+  // The program gets a process group of its own, which Kill kills with the tools in it.
   process_.setChildProcessModifier([asOrdinaryUser = asOrdinaryUser_] {
     constexpr int kNotStarted = 127;
     setpgid(0, 0);
     if (asOrdinaryUser && !BecomeOrdinaryUser()) _exit(kNotStarted);
     prctl(PR_SET_PDEATHSIG, SIGKILL);
   });
-  const QString program = ProgramFolder() + name_;
-  process_.start(program, QStringList());
+  process_.start(ProgramFolder() + name_, QStringList());
   if (!process_.waitForStarted()) throw std::runtime_error("the program can't be started");
 }
 
@@ -224,56 +202,49 @@ QString Program::Printed() {
   return printed_;
 }
 
-int Program::OpenDescriptors() const {
-  const QDir descriptors(QStringLiteral("/proc/%1/fd").arg(Id()));
-  return static_cast<int>(
-      descriptors.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot).size());
-}
-
 int Program::LowestFreeDescriptor() const {
   int number = 0;
-  while (QFileInfo(QStringLiteral("/proc/%1/fd/%2").arg(Id()).arg(number)).isSymLink()) ++number;
+  while (QFileInfo(u"/proc/%1/fd/%2"_s.arg(Id()).arg(number)).isSymLink()) ++number;
   return number;
 }
 
+int Program::Threads() const {
+  const QDir threads(u"/proc/%1/task"_s.arg(Id()));
+  return static_cast<int>(threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot).size());
+}
+
+QByteArray Program::FromProc(const char* file) const {
+  QFile text(u"/proc/%1/%2"_s.arg(Id()).arg(file));
+  return text.open(QIODevice::ReadOnly) ? text.readAll() : QByteArray();
+}
+
 qint64 Program::Memory(const QByteArray& kind) const {
-  QFile status(QStringLiteral("/proc/%1/status").arg(Id()));
-  if (!status.open(QIODevice::ReadOnly)) return 0;
-  const QByteArray text = status.readAll();
-  const qsizetype line = text.indexOf(kind);
-  return line < 0 ? 0 : text.mid(line).simplified().split(' ').value(1).toLongLong();
+  const QByteArray status = FromProc("status");
+  const qsizetype line = status.indexOf(kind);
+  return line < 0 ? 0 : status.mid(line).simplified().split(' ').value(1).toLongLong();
 }
 
 std::chrono::milliseconds Program::ProcessorTime() const {
-  QFile status(QStringLiteral("/proc/%1/stat").arg(Id()));
-  if (!status.open(QIODevice::ReadOnly)) return {};
-  // Behind the name in its brackets, and ten more numbers: in the program, and for it in the
-  // system.
-  const QByteArray line = status.readAll();
-  const QList<QByteArray> numbers = line.mid(line.lastIndexOf(')') + 2).split(' ');
-  const qint64 ticks = numbers.value(11).toLongLong() + numbers.value(12).toLongLong();
+  // Of the fields behind the name, which stands in brackets, these are the times in the program and
+  // in the system.
+  const QByteArray status = FromProc("stat");
+  const QList<QByteArray> fields = status.mid(status.lastIndexOf(')') + 2).split(' ');
+  const qint64 ticks = fields.value(11).toLongLong() + fields.value(12).toLongLong();
   return std::chrono::milliseconds(ticks * 1000 / sysconf(_SC_CLK_TCK));
-}
-
-bool Program::HasInMemory(const QString& path) const {
-  QFile areas(QStringLiteral("/proc/%1/maps").arg(Id()));
-  return areas.open(QIODevice::ReadOnly) &&
-         areas.readAll().contains(' ' + QFile::encodeName(path) + '\n');
 }
 
 QList<qint64> Program::Children(const QByteArray& states) const {
   QList<qint64> found;
-  const QDir threads(QStringLiteral("/proc/%1/task").arg(Id()));
+  const QDir threads(u"/proc/%1/task"_s.arg(Id()));
   for (const QString& thread : threads.entryList(QDir::Dirs | QDir::NoDotAndDotDot)) {
-    QFile list(threads.filePath(thread + QStringLiteral("/children")));
+    QFile list(threads.filePath(thread + "/children"));
     if (!list.open(QIODevice::ReadOnly)) continue;
     for (const QByteArray& child : list.readAll().simplified().split(' ')) {
-      QFile status(QStringLiteral("/proc/%1/stat").arg(QString::fromUtf8(child)));
+      QFile status("/proc/" + child + "/stat");
       if (child.isEmpty() || !status.open(QIODevice::ReadOnly)) continue;
-      // The state follows the name in its brackets.
+      // The state follows the name, which stands in brackets.
       const QByteArray line = status.readAll();
-      const char state = line.at(line.lastIndexOf(')') + 2);
-      if (states.contains(state)) found << child.toLongLong();
+      if (states.contains(line.at(line.lastIndexOf(')') + 2))) found << child.toLongLong();
     }
   }
   return found;

@@ -15,87 +15,88 @@
 
 namespace kelvane::desktop {
 
-// Where the tests are root's, makes this process an ordinary user's. For children, before what they
-// shall run.
+// Where the tests run as root: makes this process one of an ordinary user, who owns nothing but
+// what GiveToOrdinaryUser gives. For a child process before its exec.
 bool BecomeOrdinaryUser();
-// Gives him the folder with all that is in it, likewise.
+// Gives that user the folder and everything in it.
 void GiveToOrdinaryUser(const QString& folder);
 
-// The program under test: a copy of the built folder in a place of its own, so that single tools in
-// it can be exchanged, started with an environment that holds nothing of the tester's.
+// The program under test: a copy of the built folder in a temporary folder, so that a test can
+// replace its tools. It starts with an environment of its own.
 class Program {
  public:
-  // `builtFolder` holds the program of that name with its tools, `display` is where it opens its
-  // windows. Throws std::runtime_error if there is no program.
-  Program(const QString& builtFolder, QString display,
-          const QString& name = QStringLiteral("kelvane"));
+  // `builtFolder` holds the program of that name and its tools. The program opens its windows on
+  // `display`. Throws std::runtime_error if there is no such program.
+  Program(const QString& builtFolder, QString display, const QString& name = "kelvane");
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
-  // Ends the program and every tool that it left behind.
+  // Kills the program and the tools that still run.
   ~Program();
 
-  // A folder for the test's files, gone with the object. Its path has no blank in it.
+  // The test's temporary folder. Its path has no blank.
   QString Folder() const { return place_.path(); }
   QString PathOf(const QString& file) const { return place_.filePath(file); }
   // The folder of the program and its tools.
-  QString ProgramFolder() const { return place_.filePath(QStringLiteral("program")); }
+  QString ProgramFolder() const { return PathOf("program"); }
 
-  // Puts a shell script in the tool's place that notes its arguments and goes on with `behaviour`.
-  // In it, $real names the tool that it stands for.
+  // Replaces the tool by a shell script that logs its arguments and then does what `behaviour`
+  // says. In `behaviour`, $real is the path of the replaced tool.
   void ReplaceTool(const QString& tool, const QString& behaviour);
-  void RemoveTool(const QString& tool) const;
   // The arguments of each run of a replaced tool, in order.
   QList<QStringList> RunsOf(const QString& tool) const;
 
-  // Lines of shell script that wait until Open of the same name, once for each run of them.
+  // Shell commands that wait until the test calls Open with the same name.
   QString Gate(const QString& name);
-  // The same, printing a little all the while: the program's windows live while a tool prints.
-  QString TalkingGate(const QString& name);
-  // Lets one script through, and waits until it has come to its gate. False if none comes.
+  // The same, and the commands print dots meanwhile, so that the program serves its windows.
+  QString PrintingGate(const QString& name);
+  // Lets one script pass its gate, and waits until it has. Returns false if no script comes.
   bool Open(const QString& name);
 
-  // Programs of the desktop, found before the system's own.
+  // Adds a shell script to the program's PATH, in front of the system's commands.
   void AddCommand(const QString& name, const QString& script) const;
 
-  // To be called before the start: a variable of the program's environment.
+  // The following two are to be called before Start.
   void SetVariable(const QString& name, const QString& value) { variables_.insert(name, value); }
-  // To be called before the start: the program shall run as an ordinary user to whom everything in
-  // its place belongs. Limits and rights of files mean nothing to root.
+  // Runs the program as an ordinary user, since limits and file permissions don't hold for root.
+  // That user then owns the temporary folder.
   void RunAsOrdinaryUser() { asOrdinaryUser_ = true; }
-  // Sets the running program's limit of a resource, RLIMIT_NOFILE or the like, as far as it may be
-  // set back. False if that can't be done.
+
+  // Sets the soft limit of a resource, such as RLIMIT_NOFILE, of the running program. Returns false
+  // if that fails.
   bool SetLimit(int resource, std::uint64_t limit) const;
+  // Raises it to the hard limit.
   bool LiftLimit(int resource) const;
 
   void Start();
-  // Ends the program and every tool that it left behind, as the object's own end does.
+  // Kills the program and the tools that still run.
   void Kill();
   bool Running() const { return process_.state() == QProcess::Running; }
   qint64 Id() const { return process_.processId(); }
-  // Waits for the program's own end; its exit code, -1 for a crash, -2 if it goes on running.
+  // Waits until the program has ended. Returns its exit code, -1 after a crash, or -2 if it still
+  // runs.
   int AwaitExit(std::chrono::milliseconds patience = kPatience);
   // What the program has printed so far.
   QString Printed();
 
-  int OpenDescriptors() const;
-  // The number that the program's next descriptor gets: as a limit, it lets none be opened.
+  // The number that the program's next descriptor will have. As RLIMIT_NOFILE it lets the program
+  // open no further one.
   int LowestFreeDescriptor() const;
-  // What the program has in memory, and what it has had at most, in KiB.
+  // How many threads the program has.
+  int Threads() const;
+  // The program's resident memory now and at its peak, in KiB.
   qint64 Memory() const { return Memory("VmRSS:"); }
-  qint64 MostMemory() const { return Memory("VmHWM:"); }
-  // What the program has reserved, in memory or not, in KiB: what RLIMIT_AS counts.
-  qint64 AddressSpace() const { return Memory("VmSize:"); }
-  // How long the program's threads have been at work on a processor.
+  qint64 PeakMemory() const { return Memory("VmHWM:"); }
+  // The processor time of all threads of the program.
   std::chrono::milliseconds ProcessorTime() const;
-  // Whether the program has a file of this path in its memory, as it has the libraries in use.
-  bool HasInMemory(const QString& path) const;
-  // The numbers of the program's child processes whose state is one of `states`, as in "ZRS".
-  QList<qint64> Children(const QByteArray& states) const;
+  // The process ids of the program's children in one of these states, as in "RSDTZ". The default is
+  // every state: Z, a zombie, is a child that the program hasn't reaped.
+  QList<qint64> Children(const QByteArray& states = "RSDTZ") const;
 
  private:
   testing::Gate& GateNamed(const QString& name);
-  QString RealTool(const QString& tool) const;
-  QString LogOf(const QString& tool) const;
+  QString RealTool(const QString& tool) const { return PathOf("real-" + tool); }
+  QString LogOf(const QString& tool) const { return PathOf("log/" + tool); }
+  QByteArray FromProc(const char* file) const;
   qint64 Memory(const QByteArray& kind) const;
 
   QTemporaryDir place_;

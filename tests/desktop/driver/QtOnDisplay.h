@@ -9,8 +9,9 @@
 
 namespace kelvane::desktop {
 
-// This process's own Qt, looking at a private display as the program under test does. Needed
-// for the clipboard, and for windows of this process; one at a time.
+// This process's QApplication on a private display, with the same settings of Qt as the program
+// under test. The clipboard and the drawing of expected captions need it. There may be only one at
+// a time.
 class QtOnDisplay {
  public:
   QtOnDisplay(const PrivateDisplay& display, const std::string& privateFolder) {

@@ -1,6 +1,5 @@
 #include "desktop/driver/Screen.h"
 
-#include <xcb/xfixes.h>
 #include <xcb/xtest.h>
 
 #include <QClipboard>
@@ -34,8 +33,8 @@ QList<std::uint32_t> Numbers(const QByteArray& property) {
   return numbers;
 }
 
-constexpr std::uint32_t kFromPager = 2;  // requests with a user's full weight
-constexpr std::uint32_t kIconic = 3;
+// Requests from a pager are always granted by window managers.
+constexpr std::uint32_t kPager = 2;
 
 }  // namespace
 
@@ -47,11 +46,6 @@ Screen::Screen(const std::string& display) : connection_(xcb_connect(display.c_s
   const xcb_screen_t* screen = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data;
   root_ = screen->root;
   size_ = {screen->width_in_pixels, screen->height_in_pixels};
-  // The server must be told which version it is asked for.
-  Own(xcb_xfixes_query_version_reply(
-      connection_,
-      xcb_xfixes_query_version(connection_, XCB_XFIXES_MAJOR_VERSION, XCB_XFIXES_MINOR_VERSION),
-      nullptr));
   ReadKeyboard();
 }
 
@@ -76,16 +70,14 @@ WindowId Screen::Await(const QString& title, std::chrono::milliseconds patience)
   return found.value_or(0);
 }
 
-WindowId Screen::AwaitNew(const QList<WindowId>& known, std::chrono::milliseconds patience) const {
+WindowId Screen::AwaitNew(const QList<WindowId>& known) const {
   WindowId found = 0;
-  WaitFor(
-      [&] {
-        for (const WindowId window : Windows()) {
-          if (!known.contains(window)) found = window;
-        }
-        return found != 0;
-      },
-      patience);
+  WaitFor([&] {
+    for (const WindowId window : Windows()) {
+      if (!known.contains(window)) found = window;
+    }
+    return found != 0;
+  });
   return found;
 }
 
@@ -110,28 +102,31 @@ void Screen::SetResources(const QByteArray& resources) {
   xcb_change_property(connection_, XCB_PROP_MODE_REPLACE, root_, XCB_ATOM_RESOURCE_MANAGER,
                       XCB_ATOM_STRING, 8, static_cast<std::uint32_t>(resources.size()),
                       resources.constData());
-  Settle();
+  Sync();
 }
 
-void Screen::Minimise(WindowId window) { Ask(window, "WM_CHANGE_STATE", kIconic); }
+void Screen::Minimise(WindowId window) {
+  constexpr std::uint32_t kIconic = 3;
+  SendMessage(window, "WM_CHANGE_STATE", kIconic);
+}
 
-void Screen::Activate(WindowId window) { Ask(window, "_NET_ACTIVE_WINDOW", kFromPager); }
+void Screen::Activate(WindowId window) { SendMessage(window, "_NET_ACTIVE_WINDOW", kPager); }
 
 void Screen::Resize(WindowId window, QSize size) {
   const std::array values = {static_cast<std::uint32_t>(size.width()),
                              static_cast<std::uint32_t>(size.height())};
   xcb_configure_window(connection_, window, XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
                        values.data());
-  Settle();
+  Sync();
 }
 
 void Screen::Close(WindowId window) {
-  Ask(window, "_NET_CLOSE_WINDOW", XCB_CURRENT_TIME, kFromPager);
+  SendMessage(window, "_NET_CLOSE_WINDOW", XCB_CURRENT_TIME, kPager);
 }
 
 void Screen::Disconnect(WindowId window) {
   xcb_kill_client(connection_, window);
-  Settle();
+  Sync();
 }
 
 QImage Screen::Picture() const { return Picture(QRect({}, size_)); }
@@ -158,39 +153,23 @@ QImage Screen::Picture(const QRect& part) const {
 }
 
 QImage Screen::Still(const QRect& part) const {
-  constexpr std::chrono::milliseconds kMoment{100};
+  constexpr std::chrono::milliseconds kQuiet{100};
   QImage last;
-  const bool rests = WaitFor([&] {
+  const bool still = WaitFor([&] {
     last = Picture(part);
-    return HoldsFor([&] { return Picture(part) == last; }, kMoment);
+    return HoldsFor([&] { return Picture(part) == last; }, kQuiet);
   });
-  if (!rests) throw std::runtime_error("the screen doesn't rest");
+  if (!still) throw std::runtime_error("the screen never stops changing");
   return last;
 }
 
 QRgb Screen::Pixel(QPoint place) const { return Picture({place, QSize(1, 1)}).pixel(0, 0); }
 
-QSize Screen::PointerShape() const {
-  const auto reply = Own(xcb_xfixes_get_cursor_image_reply(
-      connection_, xcb_xfixes_get_cursor_image(connection_), nullptr));
-  if (!reply) return {};
-  const QImage picture(
-      reinterpret_cast<const uchar*>(xcb_xfixes_get_cursor_image_cursor_image(reply.get())),
-      reply->width, reply->height, QImage::Format_ARGB32_Premultiplied);
-  QRect drawn;
-  for (int y = 0; y < picture.height(); ++y) {
-    for (int x = 0; x < picture.width(); ++x) {
-      if (qAlpha(picture.pixel(x, y)) != 0) drawn |= QRect(x, y, 1, 1);
-    }
-  }
-  return drawn.size();
-}
+void Screen::MovePointer(QPoint place) { SendPointerEvent(XCB_MOTION_NOTIFY, 0, place); }
 
-void Screen::MovePointer(QPoint place) { Handle(XCB_MOTION_NOTIFY, 0, place); }
+void Screen::Press(PointerButton button) { SendPointerEvent(XCB_BUTTON_PRESS, button); }
 
-void Screen::Press(PointerButton button) { Handle(XCB_BUTTON_PRESS, button); }
-
-void Screen::Release(PointerButton button) { Handle(XCB_BUTTON_RELEASE, button); }
+void Screen::Release(PointerButton button) { SendPointerEvent(XCB_BUTTON_RELEASE, button); }
 
 void Screen::Click(QPoint place, PointerButton button) {
   MovePointer(place);
@@ -198,12 +177,12 @@ void Screen::Click(QPoint place, PointerButton button) {
   Release(button);
 }
 
-void Screen::Drag(QPoint place, QPoint way, PointerButton button) {
+void Screen::Drag(QPoint place, QPoint way) {
   MovePointer(place);
-  Press(button);
+  Press(kLeftButton);
   MovePointer(place + way / 3);
   MovePointer(place + way);
-  Release(button);
+  Release(kLeftButton);
 }
 
 QRect Screen::OpenMenu(QPoint place) {
@@ -219,13 +198,12 @@ QRect Screen::OpenMenu(QPoint place) {
   return menu;
 }
 
-void Screen::Strike(std::uint32_t key, std::uint32_t held) {
+void Screen::PressKey(std::uint32_t key, std::uint32_t modifier) {
   const std::uint8_t code = keyboard_.value(key).code;
-  const std::uint8_t heldCode = held == 0 ? std::uint8_t{0} : keyboard_.value(held).code;
-  if (heldCode != 0) Send(XCB_KEY_PRESS, heldCode);
-  Send(XCB_KEY_PRESS, code);
-  Send(XCB_KEY_RELEASE, code);
-  if (heldCode != 0) Send(XCB_KEY_RELEASE, heldCode);
+  if (modifier != 0) SendEvent(XCB_KEY_PRESS, keyboard_.value(modifier).code);
+  SendEvent(XCB_KEY_PRESS, code);
+  SendEvent(XCB_KEY_RELEASE, code);
+  if (modifier != 0) SendEvent(XCB_KEY_RELEASE, keyboard_.value(modifier).code);
 }
 
 void Screen::Type(const QString& text) {
@@ -234,12 +212,12 @@ void Screen::Type(const QString& text) {
   });
   if (!hasKeys) {
     QGuiApplication::clipboard()->setText(text);
-    Strike('v', kControl);
+    PressKey('v', kControl);
     return;
   }
   for (const QChar character : text) {
     const std::uint32_t symbol = character.unicode();
-    Strike(symbol, keyboard_.value(symbol).shifted ? std::uint32_t{kShift} : 0);
+    PressKey(symbol, keyboard_.value(symbol).shifted ? std::uint32_t{kShift} : 0);
   }
 }
 
@@ -261,12 +239,10 @@ QList<WindowId> Screen::PopUps() const {
 }
 
 xcb_atom_t Screen::Atom(const char* name) const {
-  const QByteArray key(name);
-  if (const auto known = atoms_.constFind(key); known != atoms_.constEnd()) return *known;
-  const auto reply = Own(xcb_intern_atom_reply(
-      connection_, xcb_intern_atom(connection_, 0, static_cast<std::uint16_t>(key.size()), name),
-      nullptr));
-  return *atoms_.insert(key, reply->atom);
+  const auto length = static_cast<std::uint16_t>(std::strlen(name));
+  const auto reply = Own(
+      xcb_intern_atom_reply(connection_, xcb_intern_atom(connection_, 0, length, name), nullptr));
+  return reply ? reply->atom : xcb_atom_t{XCB_ATOM_NONE};
 }
 
 QByteArray Screen::Property(WindowId window, const char* name) const {
@@ -279,12 +255,13 @@ QByteArray Screen::Property(WindowId window, const char* name) const {
           xcb_get_property_value_length(reply.get())};
 }
 
-void Screen::Ask(WindowId window, const char* request, std::uint32_t first, std::uint32_t second) {
+void Screen::SendMessage(WindowId window, const char* type, std::uint32_t first,
+                         std::uint32_t second) {
   xcb_client_message_event_t event{};
   event.response_type = XCB_CLIENT_MESSAGE;
   event.format = 32;
   event.window = window;
-  event.type = Atom(request);
+  event.type = Atom(type);
   event.data.data32[0] = first;
   event.data.data32[1] = second;
   std::array<char, 32> bytes{};
@@ -292,26 +269,24 @@ void Screen::Ask(WindowId window, const char* request, std::uint32_t first, std:
   xcb_send_event(connection_, 0, root_,
                  XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
                  bytes.data());
-  Settle();
+  Sync();
 }
 
-// No hand is faster than this. The window manager holds each press back until it has looked at it,
-// and Qt leaves out every move that another one follows.
-void Screen::Handle(std::uint8_t type, std::uint8_t detail, QPoint place) {
-  constexpr auto kHandsPace = 20ms;
-  Send(type, detail, place);
-  std::this_thread::sleep_for(kHandsPace);
+// At the pace of a hand: the window manager holds back each press for a moment, and Qt drops a
+// move that another one follows at once.
+void Screen::SendPointerEvent(std::uint8_t type, std::uint8_t detail, QPoint place) {
+  SendEvent(type, detail, place);
+  std::this_thread::sleep_for(20ms);
 }
 
-void Screen::Send(std::uint8_t type, std::uint8_t detail, QPoint place) {
+void Screen::SendEvent(std::uint8_t type, std::uint8_t detail, QPoint place) {
   xcb_test_fake_input(connection_, type, detail, XCB_CURRENT_TIME, root_,
                       static_cast<std::int16_t>(place.x()), static_cast<std::int16_t>(place.y()),
                       0);
-  Settle();
+  Sync();
 }
 
-// Returns when the server has taken everything sent so far.
-void Screen::Settle() const {
+void Screen::Sync() const {
   Own(xcb_get_input_focus_reply(connection_, xcb_get_input_focus(connection_), nullptr));
 }
 

@@ -16,14 +16,13 @@ namespace kelvane::desktop {
 
 using WindowId = xcb_window_t;
 
-enum PointerButton : std::uint8_t { kLeftButton = 1, kMiddleButton = 2, kRightButton = 3 };
+enum PointerButton : std::uint8_t { kLeftButton = 1, kRightButton = 3 };
 
-// Keys by the X server's symbols.
+// X key symbols. Those of printable characters are the characters' own numbers.
 enum Key : std::uint32_t { kReturn = 0xff0d, kEscape = 0xff1b, kControl = 0xffe3, kShift = 0xffe1 };
 
-// A user's eyes and hands on one X display: the windows that the window manager knows, their titles
-// and places, pictures of the screen, and a real pointer and keyboard. All places are screen
-// pixels.
+// What a user sees and does on an X display: managed windows, pictures of the screen, pointer and
+// keyboard. All places are in pixels of the screen.
 class Screen {
  public:
   // Throws std::runtime_error if the display doesn't answer.
@@ -32,82 +31,78 @@ class Screen {
   Screen& operator=(const Screen&) = delete;
   ~Screen();
 
-  // The windows under management, oldest first, minimised ones included.
+  // The managed windows, oldest first. Minimised ones are among them.
   QList<WindowId> Windows() const;
   QString Title(WindowId window) const;
   // The oldest window of exactly this title.
   std::optional<WindowId> Find(const QString& title) const;
-  // Waits for a window of this title; 0 if none comes.
+  // Waits for a window of this title. Returns 0 if none comes.
   WindowId Await(const QString& title, std::chrono::milliseconds patience = kPatience) const;
-  // Waits for a window that isn't among `known`; 0 if none comes.
-  WindowId AwaitNew(const QList<WindowId>& known,
-                    std::chrono::milliseconds patience = kPatience) const;
+  // Waits for a window that isn't among `known`. Returns 0 if none comes.
+  WindowId AwaitNew(const QList<WindowId>& known) const;
   bool Exists(WindowId window) const { return Windows().contains(window); }
 
-  // The window's inside, without the manager's frame.
+  // The place of the window without the window manager's frame.
   QRect Place(WindowId window) const;
   bool Minimised(WindowId window) const;
   bool Active(WindowId window) const;
 
-  // What the programs that are started from now on find among the display's resources, a line as in
-  // "Xft.dpi:\t192"; nothing for no such line.
+  // Sets the X resources for programs that start later, in lines such as "Xft.dpi:\t192".
   void SetResources(const QByteArray& resources);
 
-  // What the manager's buttons and a task bar do. Each returns once it was asked for, not done.
+  // Each of these asks the window manager and returns before it has answered.
   void Minimise(WindowId window);
   void Activate(WindowId window);
   void Resize(WindowId window, QSize size);
   void Close(WindowId window);
-  // Ends the connection of the window's program to the display, as the display's own end does.
+  // Closes the connection between the window's program and the X server.
   void Disconnect(WindowId window);
 
-  // What lies beyond the screen is black. Throws std::runtime_error where the display is gone.
+  // What lies outside the screen is black. Throws std::runtime_error if the display is gone.
   QImage Picture() const;
   QImage Picture(const QRect& part) const;
-  // Waits until nothing has changed there for a moment, as after what the pointer or a window has
-  // just done. Throws std::runtime_error where it never rests.
+  // Waits until the picture of that part no longer changes. Throws std::runtime_error if it always
+  // does.
   QImage Still() const { return Still(QRect({}, size_)); }
   QImage Still(const QRect& part) const;
   QRgb Pixel(QPoint place) const;
-
-  // The picture that the pointer shows at this moment, as wide and as high as what is drawn in it.
-  QSize PointerShape() const;
 
   void MovePointer(QPoint place);
   void Press(PointerButton button);
   void Release(PointerButton button);
   void Click(QPoint place, PointerButton button = kLeftButton);
-  // Presses at `place`, goes `way` from there in two moves, as a hand does, and lets go.
-  void Drag(QPoint place, QPoint way, PointerButton button = kLeftButton);
-  // Clicks there with the right button and waits for the menu that it opens; the menu's place,
-  // empty if none comes.
+  // Presses the left button at `place`, moves the pointer by `way` in two steps, and releases it.
+  void Drag(QPoint place, QPoint way);
+  // Clicks with the right button and waits for the menu that this opens. Returns the menu's place,
+  // which is empty if none comes.
   QRect OpenMenu(QPoint place);
-  // A key alone, or with one held down.
-  void Strike(std::uint32_t key, std::uint32_t held = 0);
-  // Types what the keyboard has keys for, and pastes any other text.
+  // Presses and releases a key, while `modifier` is held unless that is 0.
+  void PressKey(std::uint32_t key, std::uint32_t modifier = 0);
+  // Types the text, or pastes it if the keyboard lacks a key for one of its characters.
   void Type(const QString& text);
 
  private:
-  struct Stroke {
+  struct KeyCode {
     std::uint8_t code;
     bool shifted;
   };
 
-  // The windows on show that no manager looks after, as menus are.
+  // The visible windows that the window manager doesn't manage, such as menus.
   QList<WindowId> PopUps() const;
   xcb_atom_t Atom(const char* name) const;
   QByteArray Property(WindowId window, const char* name) const;
-  void Ask(WindowId window, const char* request, std::uint32_t first, std::uint32_t second = 0);
-  void Handle(std::uint8_t type, std::uint8_t detail, QPoint place = {});
-  void Send(std::uint8_t type, std::uint8_t detail, QPoint place = {});
-  void Settle() const;
+  void SendMessage(WindowId window, const char* type, std::uint32_t first,
+                   std::uint32_t second = 0);
+  void SendPointerEvent(std::uint8_t type, std::uint8_t detail, QPoint place = {});
+  void SendEvent(std::uint8_t type, std::uint8_t detail, QPoint place = {});
+  // Waits until the X server has handled all requests.
+  void Sync() const;
   void ReadKeyboard();
 
   xcb_connection_t* connection_;
   WindowId root_ = 0;
   QSize size_;
-  QHash<std::uint32_t, Stroke> keyboard_;
-  mutable QHash<QByteArray, xcb_atom_t> atoms_;
+  QHash<std::uint32_t, KeyCode> keyboard_;
 };
 
 }  // namespace kelvane::desktop

@@ -10,7 +10,7 @@ namespace kelvane::desktop {
 enum class TimeLineArrow { kTowardsStart, kTowardsEnd };
 enum class TimeReadOut { kStart = 1, kEnd = 3, kSpan = 6 };
 
-// The section window as a user finds and uses it. Sliders are numbered from the top, from 0.
+// The section window as a user finds and uses it. Sliders are numbered from 0, top to bottom.
 class SectionWindow {
  public:
   static constexpr int kSliders = 7;
@@ -20,47 +20,41 @@ class SectionWindow {
 
   explicit SectionWindow(Screen& screen) : screen_(screen) {}
 
-  // Waits until the window is on the screen and painted. False if that doesn't happen.
+  // Waits until the window is on the screen and painted. Returns false if it doesn't come.
   bool Await();
-  // The same where it fills another one, as under a compositor that shows its output there.
-  bool AwaitFilling(WindowId window);
+  // The same under a Wayland compositor, whose window `output` shows the program's window.
+  bool AwaitInside(WindowId output);
   WindowId Id() const { return window_; }
 
-  // A place of the window, in pixels from its top left corner, on the screen.
-  QRect OnScreen(const QRect& place) const;
-  // A control's place in screen pixels.
+  // The place of a control, such as "Picture3(1)", if the time line hasn't been scrolled.
   QRect Place(const QString& control) const;
+  // A place where the window has no control.
+  QPoint BareGround() const;
 
-  // What can be seen of the time line, on the screen.
-  QRect TimeLine() const;
-  QImage TimeLinePicture() const { return screen_.Picture(TimeLine()); }
-  // Where a colour of the time line is to be seen, in pixels from the time line's visible corner.
+  // The visible part of the time line.
+  QRect TimeLine() const { return Place("Picture3(1)"); }
+  // Where the time line has the colour, in pixels from its visible corner.
   QRect OnTimeLine(QRgb color) const;
-  void ClickArrow(TimeLineArrow arrow, PointerButton button = kLeftButton);
+  void ClickArrow(TimeLineArrow arrow) { screen_.Click(ArrowCentre(arrow)); }
   QPoint ArrowCentre(TimeLineArrow arrow) const;
-  // Takes the needle of that colour by its middle, and drags it that far.
+  // Drags the needle of that colour sideways by `way` pixels.
   void DragNeedle(QRgb needle, int way);
-  bool ShowsTime(TimeReadOut readOut, const QString& time) const;
   bool AwaitTime(TimeReadOut readOut, const QString& time) const;
-  // Clicks the context menu's entry (from 0) after the right button at a place of the time line.
-  void ChooseAt(QPoint onTimeLine, int entry);
-  // Opens the context menu there, and returns the entry's middle on the screen. Null if it doesn't
-  // come.
+  // Opens the context menu at a place of the time line, and returns the middle of an entry, counted
+  // from 0. Returns a null point if no menu opens.
   QPoint OpenMenuAt(QPoint onTimeLine, int entry);
 
   QRect Track(int slider) const;
-  // What can be seen of the outline round the thumb, in pixels from the track's corner. Empty where
-  // it is out of sight; Step Size may leave its own behind.
+  // The visible part of the outline around the thumb, in pixels from the track's corner.
   QRect ThumbOutline(int slider) const;
-  // The outline's middle on the screen. Both throw std::runtime_error where it is out of sight.
+  // The middle of that outline on the screen.
   QPoint ThumbCentre(int slider) const;
+  // Drags the thumb sideways by `way` pixels.
   void DragThumb(int slider, int way);
-  bool ShowsOption(int slider, const QString& value) const;
   bool AwaitOption(int slider, const QString& value) const;
 
-  QPoint FileButton() const;
+  QPoint FileButton() const { return Place("Label6(0)").center(); }
   bool ShowsFile(const QString& path) const;
-  QPoint BareGround() const;
 
  private:
   Screen& screen_;

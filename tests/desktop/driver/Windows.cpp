@@ -5,15 +5,19 @@
 #include "desktop/driver/Places.h"
 
 namespace kelvane::desktop {
+
+using namespace Qt::StringLiterals;
+
 namespace {
 
-// "0,640", "-0,030"
+constexpr int kThickness = 5;  // of a bar
+
+// Such as "0,640" or "-0,030".
 QString ReadOut(int number) {
   const int size = std::abs(number);
-  return QStringLiteral("%1%2,%3")
-      .arg(QLatin1String(number < 0 ? "-" : ""))
+  return u"%1%2,%3"_s.arg(number < 0 ? "-" : "")
       .arg(size / 1000)
-      .arg(size % 1000, 3, 10, QLatin1Char('0'));
+      .arg(size % 1000, 3, 10, QChar('0'));
 }
 
 int Filled(const QImage& picture) {
@@ -21,20 +25,34 @@ int Filled(const QImage& picture) {
   return CountOf(picture, QRect(0, middle, picture.width(), 1), kLit);
 }
 
+QRegion AllOf(const MarkerBars& bars) {
+  return QRegion(bars.left) + bars.top + bars.right + bars.base;
+}
+
 }  // namespace
 
+MarkerBars BarsAround(QSize video) {
+  return {.left = {0, 0, kThickness, video.height()},
+          .top = {0, 0, video.width(), kThickness},
+          .right = {video.width() - kThickness, 0, kThickness, video.height()},
+          .base = {0, video.height() - kThickness, video.width(), kThickness}};
+}
+
+Region RegionOf(const MarkerBars& bars) {
+  return {bars.left.left(), bars.top.top(), bars.right.left(), bars.base.top()};
+}
+
 bool MainWindow::Await() {
-  window_ = screen_.Await(QStringLiteral("Kelvane"));
+  window_ = screen_.Await("Kelvane");
   if (window_ == 0) return false;
   return WaitFor([this] { return ShowsAsDrawn(NameOf(kLoadVideo)); });
 }
 
-// Not by a caption: letters may be drawn otherwise there.
-bool MainWindow::AwaitFilling(WindowId window) {
-  window_ = window;
+// This looks at no caption, since letters may be drawn in another way there.
+bool MainWindow::AwaitInside(WindowId output) {
+  window_ = output;
   return WaitFor([this] {
-    return !Area().isEmpty() &&
-           desktop::AllOf(screen_.Picture(), Place(QStringLiteral("pbar")), kProgressBack);
+    return !Area().isEmpty() && desktop::AllOf(screen_.Picture(), Place("pbar"), kProgressBack);
   });
 }
 
@@ -47,10 +65,10 @@ QRect MainWindow::Menus() const {
 
 QRect MainWindow::Place(const QString& control) const {
   const QRect area = Area();
-  return PlaceIn(QStringLiteral("Form1"), area.size(), control).translated(area.topLeft());
+  return PlaceIn("Form1", area.size(), control).translated(area.topLeft());
 }
 
-QString MainWindow::NameOf(Command command) { return QStringLiteral("Label14(%1)").arg(command); }
+QString MainWindow::NameOf(Command command) { return u"Label14(%1)"_s.arg(command); }
 
 void MainWindow::Click(Command command, PointerButton button) {
   screen_.Click(Place(NameOf(command)).center(), button);
@@ -59,53 +77,84 @@ void MainWindow::Click(Command command, PointerButton button) {
 void MainWindow::PointAt(Command command) { screen_.MovePointer(Place(NameOf(command)).center()); }
 
 void MainWindow::PointAtGround() {
-  constexpr QPoint kBetweenFrames(10, 60);
-  screen_.MovePointer(Area().topLeft() + kBetweenFrames);
-  screen_.MovePointer(Area().topLeft() + kBetweenFrames + QPoint(1, 1));
+  const QPoint betweenFrames = Area().topLeft() + QPoint(10, 60);
+  screen_.MovePointer(betweenFrames);
+  screen_.MovePointer(betweenFrames + QPoint(1, 1));
 }
 
-void MainWindow::ChooseMenuItem(int menu, int item) {
+void MainWindow::ChooseFirstItem(int menu) {
   constexpr int kFirstMenu = 20;
   constexpr int kMenuPitch = 60;
-  constexpr int kItemPitch = 22;
+  constexpr int kHalfAnItem = 11;
   const QRect menus = Menus();
   const QPoint title(menus.left() + kFirstMenu + menu * kMenuPitch, menus.center().y());
-  const QImage before = screen_.Picture();
+  const QRect item(title.x() + kFirstMenu, menus.bottom() + kHalfAnItem, 1, 1);
+  const QImage before = screen_.Picture(item);
   screen_.Click(title);
-  const QPoint chosen(title.x() + kFirstMenu, menus.bottom() + kItemPitch / 2 + item * kItemPitch);
-  WaitFor([&] {
-    return screen_.Picture({chosen, QSize(1, 1)}) != before.copy({chosen, QSize(1, 1)});
-  });
-  screen_.Click(chosen);
+  WaitFor([&] { return screen_.Picture(item) != before; });
+  screen_.Click(item.topLeft());
 }
 
 bool MainWindow::Shows(const QString& control, const QString& caption, QRgb background) const {
   const QRect place = Place(control);
-  const bool centred = control.startsWith(QLatin1String("Label14("));
+  const bool centred = control.startsWith("Label14(");
   return ShowsCaption(screen_.Picture(place), caption, background,
                       centred ? Justify::kCentre : Justify::kLeft);
 }
 
-bool MainWindow::ShowsAsDrawn(const QString& control, QRgb background) const {
-  return Shows(control, CaptionIn(QStringLiteral("Form1"), control), background);
+bool MainWindow::ShowsAsDrawn(const QString& control) const {
+  return Shows(control, CaptionIn("Form1", control));
 }
 
 bool MainWindow::AwaitCaption(const QString& control, const QString& caption) const {
   return WaitFor([&] { return Shows(control, caption); });
 }
 
-bool MainWindow::AwaitTimesOfNothing() const {
-  return AwaitCaption(QStringLiteral("Label12"), QStringLiteral("0:00:00")) &&
-         AwaitCaption(QStringLiteral("Label13"), QStringLiteral("00:00"));
+bool MainWindow::AwaitTimesWithoutVideo() const {
+  return AwaitCaption("Label12", "0:00:00") && AwaitCaption("Label13", "00:00");
+}
+
+bool MainWindow::Answers() {
+  PointAtGround();
+  PointAt(kPauseVideo);
+  return WaitFor([this] { return Shows(NameOf(kPauseVideo), "Pause Video", kLit); }, 5s);
+}
+
+bool MainWindow::FrameLiesInPlace(const QString& frame, QRgb color) const {
+  const QImage picture = screen_.Picture();
+  const QRect place = Place(frame);
+  const QRect aboveTheLine(place.bottomLeft() + QPoint(1, -1), QSize(10, 1));
+  return desktop::AllOf(picture, QRect(place.bottomLeft(), QSize(place.width(), 1)), color) &&
+         desktop::AllOf(picture, QRect(place.topRight(), QSize(1, place.height())), color) &&
+         desktop::AllOf(picture, aboveTheLine, kDark);
+}
+
+bool MainWindow::FramesLieInPlace() const {
+  for (const char* frame : {"Shape1", "Shape2", "Shape3", "Shape4"}) {
+    if (!FrameLiesInPlace(frame, kFrame)) return false;
+  }
+  return FrameLiesInPlace("Shape5", kLit) && FrameLiesInPlace("Picture1(0)", kLit);
+}
+
+bool MainWindow::IsLaidOut() const {
+  for (const char* label : {"Label14(0)", "Label14(4)", "Label14(6)", "Label10", "Label11",
+                            "Label1(0)", "Label1(1)", "Label1(14)"}) {
+    if (!ShowsAsDrawn(label)) return false;
+  }
+  const QImage picture = screen_.Picture();
+  return FramesLieInPlace() && Shows("Label12", "0:00:00") && Shows("Label13", "00:00") &&
+         desktop::AllOf(picture, Place("pbar"), kProgressBack) &&
+         desktop::AllOf(picture, Place("Text1(1)"), kDark) &&
+         desktop::AllOf(picture, Viewport(), kDark);
 }
 
 bool MainWindow::ShowsPath(const QString& path) const {
-  return ShowsText(screen_.Picture(Place(QStringLiteral("Text1(1)"))), path, kDark);
+  return ShowsText(screen_.Picture(Place("Text1(1)")), path, kDark);
 }
 
 bool MainWindow::AwaitVideo(QSize video) const {
-  return AwaitCaption(QStringLiteral("Label1(1)"), ReadOut(video.width())) &&
-         AwaitCaption(QStringLiteral("Label1(3)"), ReadOut(video.height())) &&
+  return AwaitCaption("Label1(1)", ReadOut(video.width())) &&
+         AwaitCaption("Label1(3)", ReadOut(video.height())) &&
          AwaitRegion(RegionOf(BarsAround(video)));
 }
 
@@ -117,80 +166,98 @@ bool MainWindow::AwaitRegion(const Region& region) const {
                                               {13, region.base},
                                               {15, region.right}};
   for (const auto& [index, number] : numbers) {
-    if (!AwaitCaption(QStringLiteral("Label1(%1)").arg(index), ReadOut(number))) return false;
+    if (!AwaitCaption(u"Label1(%1)"_s.arg(index), ReadOut(number))) return false;
   }
   return true;
 }
 
 bool MainWindow::AwaitCanvas() const {
-  return WaitFor([this] { return !Bars().isEmpty(); });
+  return WaitFor([this] {
+    const QImage viewport = screen_.Picture(Viewport());
+    return CountOf(viewport, viewport.rect(), kMarker) > 0;
+  });
 }
 
-QRect MainWindow::Bars() const {
-  const QImage viewport = screen_.Picture(Place(QStringLiteral("Picture1(1)")));
-  return Extent(viewport, viewport.rect(), kMarker);
-}
-
-// The lower scroll bar covers its last rows.
-QRect MainWindow::Viewport() const {
-  constexpr int kCovered = 4;
-  return Place(QStringLiteral("Picture1(1)")).adjusted(0, 0, 0, -kCovered);
-}
+// The horizontal scroll bar covers the last rows.
+QRect MainWindow::Viewport() const { return Place("Picture1(1)").adjusted(0, 0, 0, -4); }
 
 bool MainWindow::AwaitBarsAround(QSize video) const {
   return AwaitBars(BarsAround(video), QRect(QPoint(), video));
 }
 
 bool MainWindow::AwaitBars(const MarkerBars& bars, const QRect& canvas) const {
-  return WaitFor([&] { return ShowsBars(bars, canvas); }, 5s);
-}
-
-bool MainWindow::ShowsBars(const MarkerBars& bars, const QRect& canvas) const {
-  const QImage viewport = screen_.Picture(Viewport());
-  const QRegion expected =
-      AllOf(bars).translated(canvas.topLeft()) & canvas & QRegion(viewport.rect());
-  int pixels = 0;
-  for (const QRect& part : expected) {
-    pixels += part.width() * part.height();
-    if (!desktop::AllOf(viewport, part, kMarker)) return false;
-  }
-  return CountOf(viewport, viewport.rect(), kMarker) == pixels;
+  return WaitFor(
+      [&] {
+        const QImage viewport = screen_.Picture(Viewport());
+        const QRegion expected =
+            AllOf(bars).translated(canvas.topLeft()) & canvas & QRegion(viewport.rect());
+        int pixels = 0;
+        for (const QRect& part : expected) {
+          pixels += part.width() * part.height();
+          if (!desktop::AllOf(viewport, part, kMarker)) return false;
+        }
+        return CountOf(viewport, viewport.rect(), kMarker) == pixels;
+      },
+      5s);
 }
 
 QImage MainWindow::Inside(QSize video) const {
   const QRect viewport = Viewport();
-  return screen_.Picture(InsideBars(video).translated(viewport.topLeft()) & viewport);
+  const QRect inside =
+      QRect(viewport.topLeft(), video).adjusted(kThickness, kThickness, -kThickness, -kThickness);
+  return screen_.Picture(inside & viewport);
+}
+
+bool MainWindow::AwaitMoving(QSize video) const {
+  for (int change = 0; change < 3; ++change) {
+    const QImage before = Inside(video);
+    if (!WaitFor([&] { return Inside(video) != before; }, 5s)) return false;
+  }
+  return true;
+}
+
+bool MainWindow::AwaitStill(QSize video) const {
+  return WaitFor([&] {
+    const QImage picture = Inside(video);
+    return HoldsFor([&] { return Inside(video) == picture; }, 500ms);
+  });
+}
+
+bool MainWindow::AwaitBlack(QSize video) const {
+  return WaitFor([&] { return IsBlack(video); }, 5s);
+}
+
+bool MainWindow::IsBlack(QSize video) const {
+  const QImage inside = Inside(video);
+  return desktop::AllOf(inside, inside.rect(), kBlack);
 }
 
 void MainWindow::ScrollToTheFarCorner() {
-  constexpr int kOnTheThumb = 20;  // behind the arrow
-  const QRect across = Place(QStringLiteral("HScroll1"));
-  const QRect down = Place(QStringLiteral("VScroll1"));
+  constexpr int kOnTheThumb = 20;  // from the end of the arrow
+  const QRect across = Place("HScroll1");
+  const QRect down = Place("VScroll1");
   screen_.Drag(across.topLeft() + QPoint(across.height() + kOnTheThumb, across.height() / 2),
                QPoint(across.width(), 0));
   screen_.Drag(down.topLeft() + QPoint(down.width() / 2, down.width() + kOnTheThumb),
                QPoint(0, down.height()));
 }
 
-QPoint MainWindow::OnCanvas(QPoint place) const {
-  return Place(QStringLiteral("Picture1(1)")).topLeft() + place;
-}
+QPoint MainWindow::OnCanvas(QPoint place) const { return Place("Picture1(1)").topLeft() + place; }
 
-int MainWindow::Progress() const { return Filled(screen_.Picture(Place(QStringLiteral("pbar")))); }
+int MainWindow::Progress() const { return Filled(screen_.Picture(Place("pbar"))); }
 
 bool JobWindow::Await() {
-  window_ = screen_.Await(QStringLiteral("Saving Video"));
+  window_ = screen_.Await("Saving Video");
   if (window_ == 0) return false;
   return WaitFor([this] {
     const QImage heading = screen_.Picture(Place("Label1(0)"));
-    return ShowsCaption(heading, QStringLiteral("Saving As"), kDark, Justify::kLeft);
+    return ShowsCaption(heading, "Saving As", kDark, Justify::kLeft);
   });
 }
 
 QRect JobWindow::Place(const char* control) const {
   const QRect area = screen_.Place(window_);
-  return PlaceIn(QStringLiteral("Form2"), area.size(), QLatin1String(control))
-      .translated(area.topLeft());
+  return PlaceIn("Form2", area.size(), control).translated(area.topLeft());
 }
 
 bool JobWindow::ShowsStatus(const QString& status) const {
@@ -203,8 +270,7 @@ bool JobWindow::AwaitStatus(const QString& status, std::chrono::milliseconds pat
 }
 
 bool JobWindow::AwaitSuccess(std::chrono::milliseconds patience) const {
-  return AwaitStatus(QStringLiteral("Progress: 100 % Complete: Status: Cropping Successful"),
-                     patience);
+  return AwaitStatus("Progress: 100 % Complete: Status: Cropping Successful", patience);
 }
 
 bool JobWindow::ShowsOutput(const QString& output) const {
@@ -213,10 +279,6 @@ bool JobWindow::ShowsOutput(const QString& output) const {
 }
 
 int JobWindow::Progress() const { return Filled(screen_.Picture(Place("pbar"))); }
-
-QPoint JobWindow::CancelButton() const { return Place("Label2").center(); }
-
-void JobWindow::Cancel(PointerButton button) { screen_.Click(CancelButton(), button); }
 
 QRect AreaUnderMenus(const Screen& screen, WindowId window, QRgb ground) {
   const QRect place = screen.Place(window);
@@ -235,9 +297,9 @@ bool ChooseFile(Screen& screen, MainWindow& window, Command command, const QStri
 
 bool TypeFileName(Screen& screen, WindowId dialog, const QString& path) {
   if (!WaitFor([&] { return screen.Active(dialog); })) return false;
-  screen.Strike('a', kControl);
+  screen.PressKey('a', kControl);
   screen.Type(path);
-  screen.Strike(kReturn);
+  screen.PressKey(kReturn);
   return WaitFor([&] { return !screen.Exists(dialog); });
 }
 

@@ -1,12 +1,13 @@
 #pragma once
 
+#include <QRect>
+#include <QRegion>
 #include <QString>
 
-#include "desktop/driver/MarkerBars.h"
 #include "desktop/driver/Picture.h"
 #include "desktop/driver/Screen.h"
 
-// The program's windows as a user finds and uses them.
+// The main window and the job's window as a user finds and uses them.
 namespace kelvane::desktop {
 
 enum Command : int {
@@ -19,64 +20,98 @@ enum Command : int {
   kResetMarkers
 };
 
+// The four green bars on the canvas, in pixels of the video.
+struct MarkerBars {
+  QRect left;
+  QRect top;
+  QRect right;
+  QRect base;
+};
+
+// The top left edges of the bars, which the read-outs show.
+struct Region {
+  int left;
+  int top;
+  int right;
+  int base;
+};
+
+// The bars at the edges of a video of this size.
+MarkerBars BarsAround(QSize video);
+Region RegionOf(const MarkerBars& bars);
+
 class MainWindow {
  public:
   explicit MainWindow(Screen& screen) : screen_(screen) {}
 
-  // Waits until the window is on the screen and painted. False if that doesn't happen.
+  // Waits until the window is on the screen and painted. Returns false if it doesn't come.
   bool Await();
-  // The same where it fills another one, as under a compositor that shows its output there.
-  bool AwaitFilling(WindowId window);
+  // The same under a Wayland compositor, whose window `output` shows the program's window.
+  bool AwaitInside(WindowId output);
   WindowId Id() const { return window_; }
 
-  // The area under the menus, in screen pixels.
+  // The area under the menu bar, and the menu bar.
   QRect Area() const;
   QRect Menus() const;
-  // A control's place in screen pixels.
+  // The place of a control, such as "Label14(3)", if the canvas hasn't been scrolled.
   QRect Place(const QString& control) const;
   static QString NameOf(Command command);
 
   void Click(Command command, PointerButton button = kLeftButton);
   void PointAt(Command command);
-  // Lays the pointer on the window's own bare ground.
+  // Moves the pointer to where the window has no control.
   void PointAtGround();
-  // Chooses the item in line `item` (from 0) of the menu in column `menu`.
-  void ChooseMenuItem(int menu, int item);
+  // Chooses the first item of a menu. Menus count from 0.
+  void ChooseFirstItem(int menu);
 
-  // True if the label shows this caption at this moment, pixel for pixel.
+  // Whether the label shows exactly this caption now.
   bool Shows(const QString& control, const QString& caption, QRgb background = kDark) const;
-  // The same of the caption with which it is drawn.
-  bool ShowsAsDrawn(const QString& control, QRgb background = kDark) const;
-  // Waits until the label shows this caption.
+  // Whether it shows the caption that the window text has for it.
+  bool ShowsAsDrawn(const QString& control) const;
+  // Waits until the label shows exactly this caption.
   bool AwaitCaption(const QString& control, const QString& caption) const;
-  // Waits for the times of a player that plays nothing, which come a moment after the window: the
-  // last that it shows by itself.
-  bool AwaitTimesOfNothing() const;
-  // True if the box shows this path and nothing else.
+  // Waits until duration and position show the times of a player without a video. They do so half a
+  // second after the start.
+  bool AwaitTimesWithoutVideo() const;
+  // Points at a command and waits until it lights up. Returns false if the window doesn't handle
+  // events.
+  bool Answers();
+  // Whether the frame has lines of that colour and of one pixel where the window text has them at
+  // the window's present size.
+  bool FrameLiesInPlace(const QString& frame, QRgb color) const;
+  // The same for all frames.
+  bool FramesLieInPlace() const;
+  // The same for all frames, and whether captions, progress bar and viewport without a video have
+  // their places and colours.
+  bool IsLaidOut() const;
   bool ShowsPath(const QString& path) const;
-  // Waits until the read-outs are those of a video of this size with its bars at the edges.
+  // Waits until the read-outs show a video of this size with its bars at the edges.
   bool AwaitVideo(QSize video) const;
-  // Waits until the read-outs of the region are these.
   bool AwaitRegion(const Region& region) const;
-  // Waits until the canvas is on show, which is the last thing that a load does.
+  // Waits until the canvas is visible, which is the last step of a load.
   bool AwaitCanvas() const;
-  // What can be seen of the four bars, from the viewport's corner; empty while they are hidden.
-  QRect Bars() const;
-  // Waits until the canvas shows its four bars at the edges of a video of this size, and nowhere
-  // else.
+  // Waits until the bars at the edges of a video of this size are visible, and nothing else is
+  // green.
   bool AwaitBarsAround(QSize video) const;
-  // Waits until exactly these bars are to be seen where the canvas lies in the viewport. No other
-  // pixel of the viewport may have their colour.
+  // Waits until exactly these bars are visible on a canvas that lies at this place in the viewport,
+  // and nothing else in the viewport is green.
   bool AwaitBars(const MarkerBars& bars, const QRect& canvas) const;
-  bool ShowsBars(const MarkerBars& bars, const QRect& canvas) const;
-  // What a canvas of this size that hasn't been scrolled shows inside bars at its edges; the part
-  // of it that lies in the viewport.
+
+  // The visible part of the picture inside bars at the edges of a video of this size.
   QImage Inside(QSize video) const;
-  // Takes both scroll bars' thumbs as far as they go.
+  // Waits until that picture has changed three times.
+  bool AwaitMoving(QSize video) const;
+  // Waits until that picture stays the same for longer than a frame lasts.
+  bool AwaitStill(QSize video) const;
+  // Waits until that picture is black.
+  bool AwaitBlack(QSize video) const;
+  bool IsBlack(QSize video) const;
+
+  // Drags both scroll bars to their ends.
   void ScrollToTheFarCorner();
-  // The screen's pixel of a place on a canvas that hasn't been scrolled.
+  // Where a place of the canvas is on the screen, if the canvas hasn't been scrolled.
   QPoint OnCanvas(QPoint place) const;
-  // The filled part of the progress bar in pixels.
+  // The width in pixels of the filled part of the progress bar.
   int Progress() const;
 
  private:
@@ -90,19 +125,19 @@ class JobWindow {
  public:
   explicit JobWindow(Screen& screen) : screen_(screen) {}
 
-  // Waits until the window is on the screen and painted. False if that doesn't happen.
+  // Waits until the window is on the screen and painted. Returns false if it doesn't come.
   bool Await();
-  bool Open() const { return screen_.Find(QStringLiteral("Saving Video")).has_value(); }
+  bool Open() const { return screen_.Find("Saving Video").has_value(); }
   WindowId Id() const { return window_; }
 
   bool ShowsStatus(const QString& status) const;
   bool AwaitStatus(const QString& status, std::chrono::milliseconds patience = kPatience) const;
-  // Waits until the job is said to be over.
+  // Waits for the status of a job that has ended.
   bool AwaitSuccess(std::chrono::milliseconds patience = kPatience) const;
   bool ShowsOutput(const QString& output) const;
+  // The width in pixels of the filled part of the progress bar.
   int Progress() const;
-  QPoint CancelButton() const;
-  void Cancel(PointerButton button = kLeftButton);
+  void Cancel() { screen_.Click(Place("Label2").center()); }
 
  private:
   QRect Place(const char* control) const;
@@ -111,13 +146,14 @@ class JobWindow {
   WindowId window_ = 0;
 };
 
-// The window's area under its menu bar, in screen pixels; the bar ends where `ground` begins.
+// The window's area under its menu bar, in pixels of the screen: it begins where the window's left
+// edge has the colour `ground`.
 QRect AreaUnderMenus(const Screen& screen, WindowId window, QRgb ground);
 
-// Fires the command, and types the path into the file dialog that comes. False if none comes or it
-// doesn't take the path.
+// Clicks the command and types the path into the file dialog that this opens. Returns false if no
+// dialog opens or if it doesn't accept the path.
 bool ChooseFile(Screen& screen, MainWindow& window, Command command, const QString& path);
-// Types the path into a file dialog that stands open.
+// Types the path into a file dialog that is open already.
 bool TypeFileName(Screen& screen, WindowId dialog, const QString& path);
 
 }  // namespace kelvane::desktop

@@ -1,4 +1,4 @@
-#include "desktop/driver/HoldingManager.h"
+#include "desktop/driver/TilingManager.h"
 
 #include <xcb/xcb.h>
 
@@ -10,8 +10,8 @@
 
 namespace kelvane::desktop {
 
-HoldingManager::HoldingManager(const std::string& display, QSize held)
-    : connection_(xcb_connect(display.c_str(), nullptr)), held_(held) {
+TilingManager::TilingManager(const std::string& display, QSize size)
+    : connection_(xcb_connect(display.c_str(), nullptr)), size_(size) {
   root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
   constexpr std::string_view kClientList = "_NET_CLIENT_LIST";
   const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> atom(
@@ -23,39 +23,39 @@ HoldingManager::HoldingManager(const std::string& display, QSize held)
   const std::uint32_t redirect = XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT;
   xcb_change_window_attributes(connection_, root_, XCB_CW_EVENT_MASK, &redirect);
   xcb_flush(connection_);
-  server_ = std::jthread([this](const std::stop_token& stop) {
+  thread_ = std::jthread([this](const std::stop_token& stop) {
     while (!stop.stop_requested()) {
-      Serve();
+      HandleEvents();
       std::this_thread::sleep_for(1ms);
     }
   });
 }
 
-HoldingManager::~HoldingManager() {
-  server_.request_stop();
-  server_.join();
+TilingManager::~TilingManager() {
+  thread_.request_stop();
+  thread_.join();
   xcb_disconnect(connection_);
 }
 
-void HoldingManager::Give(WindowId window, QSize size) {
-  held_ = size;
+void TilingManager::Resize(WindowId window, QSize size) {
+  size_ = size;
   Place(window);
 }
 
-void HoldingManager::Serve() {
+void TilingManager::HandleEvents() {
   while (xcb_generic_event_t* event = xcb_poll_for_event(connection_)) {
     constexpr std::uint8_t kWithoutSender = 0x7f;
     const int type = event->response_type & kWithoutSender;
     if (type == XCB_MAP_REQUEST) {
-      TakeOn(reinterpret_cast<const xcb_map_request_event_t*>(event)->window);
+      Manage(reinterpret_cast<const xcb_map_request_event_t*>(event)->window);
     } else if (type == XCB_CONFIGURE_REQUEST) {
-      Answer(*reinterpret_cast<const xcb_configure_request_event_t*>(event));
+      Refuse(*reinterpret_cast<const xcb_configure_request_event_t*>(event));
     }
     std::free(event);
   }
 }
 
-void HoldingManager::TakeOn(WindowId window) {
+void TilingManager::Manage(WindowId window) {
   Place(window);
   xcb_map_window(connection_, window);
   constexpr std::uint8_t kBits = 32;
@@ -64,8 +64,8 @@ void HoldingManager::TakeOn(WindowId window) {
   xcb_flush(connection_);
 }
 
-void HoldingManager::Place(WindowId window) {
-  const QSize size = held_;
+void TilingManager::Place(WindowId window) {
+  const QSize size = size_;
   const std::array values = {0U, 0U, static_cast<std::uint32_t>(size.width()),
                              static_cast<std::uint32_t>(size.height())};
   xcb_configure_window(connection_, window,
@@ -75,8 +75,8 @@ void HoldingManager::Place(WindowId window) {
   xcb_flush(connection_);
 }
 
-void HoldingManager::Answer(const xcb_configure_request_event_t& request) {
-  const QSize size = held_;
+void TilingManager::Refuse(const xcb_configure_request_event_t& request) {
+  const QSize size = size_;
   xcb_configure_notify_event_t answer{};
   answer.response_type = XCB_CONFIGURE_NOTIFY;
   answer.event = request.window;

@@ -1,0 +1,119 @@
+// Folders that take no further file: the program's own, and the private one with its links and
+// lists.
+#include <sys/stat.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <optional>
+
+#include "desktop/JoinerTest.h"
+
+namespace kelvane::desktop {
+namespace {
+
+constexpr QSize kSize(320, 240);
+
+// Makes a folder read-only for its owner, but not for root, for as long as the object lives.
+class ReadOnlyFolder {
+ public:
+  explicit ReadOnlyFolder(const QString& path) : path_(QFile::encodeName(path)) {
+    EXPECT_EQ(chmod(path_.constData(), 0555), 0);
+  }
+  ReadOnlyFolder(const ReadOnlyFolder&) = delete;
+  ReadOnlyFolder& operator=(const ReadOnlyFolder&) = delete;
+  ~ReadOnlyFolder() { chmod(path_.constData(), 0755); }
+
+ private:
+  QByteArray path_;
+};
+
+using FolderFaults = DesktopTest;
+
+TEST_F(FolderFaults, AReadOnlyProgramFolderDisturbsNoCrop) {
+  program.RunAsOrdinaryUser();
+  const ReadOnlyFolder readOnly(program.ProgramFolder());
+  const QStringList before = QDir(program.ProgramFolder()).entryList();
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 1));
+  const QString output = program.PathOf("cropped.mp4");
+  ASSERT_NO_FATAL_FAILURE(StartCrop(output));
+  ExpectSuccessAndCloseJob();
+  EXPECT_EQ(VideoSize(output), QSize(314, 234));
+  EXPECT_EQ(QDir(program.ProgramFolder()).entryList(), before);
+  CloseAndExpectEnd();
+}
+
+using JoinersFolderFaults = JoinerTest;
+
+// A name with a blank needs a link in the program's private folder.
+TEST_F(JoinersFolderFaults, ASectionWithoutALinkHasTheLengthOfTheOneBeforeAndIsJoined) {
+  program.ReplaceTool("ffprobe", R"(exec "$real" "$@")");
+  const QString former = program.PathOf("a former clip.mp4");
+  const QString clip = program.PathOf("a clip.mp4");
+  const QString output = program.PathOf("joined.mp4");
+  ASSERT_TRUE(MakeVideo(former, kSize, 10));
+  ASSERT_TRUE(MakeVideo(clip, kSize, 30));
+  ASSERT_NO_FATAL_FAILURE(Add(former));
+  ASSERT_TRUE(joiner.AwaitTotals(1, "00,010", "00:00:10"));
+  const QFileInfo link(program.RunsOf("ffprobe").value(0).last());
+  ASSERT_EQ(link.fileName(), "1.mp4");
+  QFile nextLink(link.path() + "/2.mp4");
+  ASSERT_TRUE(nextLink.open(QIODevice::WriteOnly));
+  ASSERT_NO_FATAL_FAILURE(Add(clip));
+  EXPECT_TRUE(nextLink.remove());
+  EXPECT_TRUE(joiner.AwaitTotals(2, "00,020", "00:00:20"));
+  EXPECT_TRUE(joiner.AwaitRow(1, "2", "a clip.mp4", "10"));
+  EXPECT_EQ(screen.Windows().size(), 1) << "a message box is open";
+  ASSERT_NO_FATAL_FAILURE(JoinTo(output));
+  EXPECT_EQ(Pictures(output), Pictures(former) + Pictures(clip));
+  CloseJoinerAndExpectEnd();
+}
+
+// The folder already has the list of an earlier join.
+class JoinerInAReadOnlyFolder : public JoinerTest {
+ protected:
+  JoinerInAReadOnlyFolder() {
+    program.RunAsOrdinaryUser();
+    program.ReplaceTool("ffmpeg", R"(exec "$real" "$@")");
+    WriteFile(earlierList, kEarlier);
+    QFile::setPermissions(earlierList, QFile::ReadOwner);
+    readOnly.emplace(program.ProgramFolder());
+  }
+  // The list that the last run of the tool was told to read.
+  QString ListOfLastJoin() const {
+    const QStringList arguments = program.RunsOf("ffmpeg").last();
+    return arguments.value(arguments.indexOf("-i") + 1);
+  }
+  static constexpr const char* kEarlier = "file 'of-an-earlier-join.mp4'\n";
+  QString earlierList = program.ProgramFolder() + "/files.txt";
+  std::optional<ReadOnlyFolder> readOnly;
+};
+
+TEST_F(JoinerInAReadOnlyFolder, JoinsByAPrivateListOrElseByTheEarlierOne) {
+  const QString clip = program.PathOf("clip.mp4");
+  const QString output = program.PathOf("joined.mp4");
+  ASSERT_TRUE(MakeVideo(clip, kSize, 2));
+  ASSERT_NO_FATAL_FAILURE(Add(clip));
+  ASSERT_NO_FATAL_FAILURE(JoinTo(output));
+  EXPECT_EQ(Pictures(output), Pictures(clip));
+  const QString list = ListOfLastJoin();
+  EXPECT_TRUE(QRegularExpression("^/tmp/kelvane-\\d+-\\w{6}/files\\.txt$").match(list).hasMatch())
+      << list.toStdString();
+  EXPECT_EQ(ContentOf(list), "file '" + clip.toUtf8() + "'\r\n");
+
+  // A folder takes the place of the private list.
+  ASSERT_TRUE(QFile::remove(list));
+  ASSERT_TRUE(QDir().mkdir(list));
+  const QString noOutput = program.PathOf("none.mp4");
+  ASSERT_NO_FATAL_FAILURE(JoinTo(noOutput));
+  EXPECT_EQ(ListOfLastJoin(), earlierList);
+  EXPECT_EQ(ContentOf(earlierList), kEarlier);
+  EXPECT_EQ(ContentOf(noOutput), "(not there)");
+  ASSERT_TRUE(QDir().rmdir(list));
+  CloseJoinerAndExpectEnd();
+  EXPECT_FALSE(QFileInfo::exists(QFileInfo(list).path())) << "the private folder stays";
+}
+
+}  // namespace
+}  // namespace kelvane::desktop

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <atomic>
+#include <string>
+#include <thread>
+
+#include "desktop/driver/Screen.h"
+
+namespace kelvane::desktop {
+
+// A tiling window manager on a thread of its own: it chooses the size of the windows, and answers
+// each request for another size with that one.
+class TilingManager {
+ public:
+  // The display must have no window manager.
+  TilingManager(const std::string& display, QSize size);
+  TilingManager(const TilingManager&) = delete;
+  TilingManager& operator=(const TilingManager&) = delete;
+  ~TilingManager();
+
+  // Gives the window another size, as if the user moved its edge.
+  void Resize(WindowId window, QSize size);
+  // How many requests for another size it has answered.
+  int Requests() const { return requests_; }
+
+ private:
+  void HandleEvents();
+  void Manage(WindowId window);
+  void Place(WindowId window);
+  void Refuse(const xcb_configure_request_event_t& request);
+
+  xcb_connection_t* connection_;
+  WindowId root_ = 0;
+  xcb_atom_t clientList_ = 0;
+  std::atomic<QSize> size_;
+  std::atomic<int> requests_ = 0;
+  std::jthread thread_;
+};
+
+}  // namespace kelvane::desktop
