@@ -2,6 +2,7 @@
 #include <QFileInfo>
 #include <QProcess>
 #include <QProcessEnvironment>
+#include <QSaveFile>
 #include <csignal>
 #include <cstdlib>
 #include <memory>
@@ -95,7 +96,13 @@ class JumpingClock : public DesktopTest, public ::testing::WithParamInterface<co
     }
   }
 
-  void SetOffset(const QByteArray& offset) { WriteFile(program.PathOf("offset"), offset); }
+  // libfaketime ends the program if it reads a file that is empty.
+  void SetOffset(const QByteArray& offset) {
+    QSaveFile file(program.PathOf("offset"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(offset);
+    ASSERT_TRUE(file.commit());
+  }
 
   // What a tool in the program's environment takes for the time, in seconds since 1970.
   qint64 Time() const {
