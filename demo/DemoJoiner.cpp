@@ -99,7 +99,7 @@ class JoinerDemo : private DemoPart {
     Keep("joiner-2-menu", "the context menu of the fourth strip");
     screen_.Click(entry);
     Need(WaitFor([&] { return window_.Strip(kRemoved).isEmpty(); }), "the strip isn't removed");
-    screen_.MovePointer(window_.BareChart());
+    screen_.MovePointer(window_.EmptyChartPosition());
     Need(window_.AwaitDetails({}), "the details don't go away");
     Keep("joiner-3-one-removed", "ten sections, the fourth of them removed");
   }
@@ -108,7 +108,7 @@ class JoinerDemo : private DemoPart {
     window_.PointAtSection(kHovered);
     Need(window_.AwaitDetails(QStringLiteral("   Video Index: 07 Title: violet.mp4   ")),
          "the details don't come");
-    Need(WaitFor([&] { return window_.LineChosen(kHovered) && window_.RowChosen(kHovered); }),
+    Need(WaitFor([&] { return window_.LineSelected(kHovered) && window_.RowSelected(kHovered); }),
          "the hovered section isn't chosen in the lists");
     Keep("joiner-4-hovered", "the strip under the pointer: frame, details, its rows");
   }

@@ -12,7 +12,7 @@ namespace kelvane {
 
 // Runs one console tool at a time and passes on what it prints while it runs.
 //
-// Text is bytes in the system's narrow encoding. The event is raised on the thread that calls
+// Text is bytes in the locale's encoding. The event is raised on the thread that calls
 // ExecuteCommand, so its handler may process events and even start a run on another instance. Each
 // run has a thread that reads the tool's text, so that the tool never has to wait for a handler;
 // that thread calls no function of the caller. An instance must outlive its run. All instances

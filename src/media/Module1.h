@@ -3,7 +3,7 @@
 #include <functional>
 #include <string>
 
-// Paths that can go unquoted on a command line. Text is bytes in the system's narrow encoding.
+// Paths that can go unquoted on a command line. Text is bytes in the locale's encoding.
 // `linksParent` is a folder whose own path can go unquoted. The functions aren't thread-safe: all
 // are to be called on one thread.
 namespace kelvane {

@@ -18,11 +18,11 @@ std::string WidenLineBreaks(std::string_view text);
 // which fit widths of three and four digits; from any other block they yield other parts of it. The
 // texts include line breaks.
 struct SizeReading {
-  // std::nullopt if the block has no such word. `width` is empty if the block has no "height=".
+  // std::nullopt if the block has no "width=" or "height=". `width` is empty without "height=".
   std::optional<std::string> width;
   std::optional<std::string> height;
-  // True after a width of four digits: the block is only a size, and the next one is read as a size
-  // too.
+  // True if the width has four digits: the block is then only a size, and the next one is read as a
+  // size too.
   bool usedUp = false;
 };
 SizeReading ReadSize(std::string_view block);
@@ -30,17 +30,17 @@ SizeReading ReadSize(std::string_view block);
 // Returns the length of the first line with its line feed or carriage return; 0 if it hasn't ended.
 std::size_t EndOfLine(std::string_view text);
 
-// Returns the length of the first block: it ends before a "width=" that other text precedes, and
-// otherwise with the line of the first "height=". Returns 0 if it hasn't ended. The probe prints a
-// width and a height for each stream, and its warnings in between.
+// Returns the length of the first block: up to the first "width=" if other text precedes that,
+// otherwise up to the end of the line of the first "height="; 0 if that end hasn't come. The probe
+// prints a width and a height for each stream, and its warnings in between.
 std::size_t EndOfSize(std::string_view text);
 
 // Finds the first "Duration:" in a text that comes in blocks, even if a block ends inside it.
 class DurationReading {
  public:
-  // Takes the next block. Returns the trimmed text after "Duration:" as far as it has come, which
-  // is "hh:mm:ss" once it is whole; std::nullopt until "Duration:" has come. The cost doesn't grow
-  // with the text before.
+  // Takes the next block. Returns what has come of the nine bytes after "Duration:", trimmed, such
+  // as "00:03:20"; std::nullopt until "Duration:" has come. The cost doesn't grow with the text
+  // before.
   std::optional<std::string> Append(std::string_view block);
 
  private:

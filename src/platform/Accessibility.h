@@ -2,8 +2,8 @@
 
 namespace kelvane {
 
-// Installs the accessibility interfaces of forms and controls. One is made only when a screen
-// reader, or another program that uses Qt's accessibility, asks for it.
+// Installs the accessibility interfaces of forms and controls. An interface is made only when a
+// screen reader or another assistive program asks for it. To be called once, at the start.
 void ServeScreenReaders();
 
 }  // namespace kelvane

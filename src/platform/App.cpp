@@ -37,7 +37,7 @@ App::App(const char* programName, const QString& title)
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, u"/dev/null"_s);
 
   application_ = StartQt(argumentCount_, arguments_.data());
-  RoundPointerDown(*application_);
+  RoundPointerPositions();
   ServeScreenReaders();
   QApplication::setQuitOnLastWindowClosed(false);
   QGuiApplication::setDesktopFileName(QString::fromStdString(name_));

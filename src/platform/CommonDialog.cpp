@@ -25,10 +25,10 @@ QSize MinimumSizeFor(const QFontMetricsF& text) {
   return QSizeF(kCharacters * text.averageCharWidth(), kLines * text.height()).toSize();
 }
 
-// Makes the typed name the result. Qt's dialog selects a typed name in its list of files, prefers
-// the selected file to the typed name, and decides by the focus which of the two follows the other.
-// When the list of completions closes quickly, X gives the focus to the list of files: a file whose
-// name is the beginning of the typed one then stays selected and replaces it.
+// Makes the typed name the result. Qt's dialog selects a typed name in its list of files, returns
+// the selected file rather than the typed name, and deselects the one before only while the name's
+// box has the focus. When the list of completions closes quickly, X gives the focus to the list of
+// files: a file whose name is the beginning of the typed one then stays selected and is returned.
 void PreferTypedName(QFileDialog& dialog) {
   const auto* name = dialog.findChild<QLineEdit*>(u"fileNameEdit"_s);
   auto* files = dialog.findChild<QListView*>(u"listView"_s)->selectionModel();

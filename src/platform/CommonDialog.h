@@ -6,7 +6,7 @@ class QWidget;
 
 namespace kelvane {
 
-// Qt's dialogs that ask for a file. They ask no question about overwriting, add no extension and
+// Qt's dialogs that ask for a file. They don't ask before overwriting, add no extension and
 // remember nothing from one run of the program to the next. Belongs to the user-interface thread.
 class CommonDialog {
  public:
@@ -18,7 +18,7 @@ class CommonDialog {
   // Pairs of a description and a pattern, separated by "|", "MP4 Files (*.mp4)|*.mp4|All|*.*", or
   // a single pattern. "*.*" and an empty filter show every file.
   QString Filter;
-  // The number of the pair that is selected at first, counted from 1.
+  // The number of the pair that is selected at first, counted from 1. The dialog doesn't change it.
   int FilterIndex = 1;
   // The folder that is shown first; if it is empty, that of the file last chosen. If there is no
   // such folder, the user's home folder is shown.
@@ -27,7 +27,7 @@ class CommonDialog {
   QString DialogTitle;
 
   // Show the dialog and run its event loop until the user answers. Return false if the user
-  // cancels.
+  // cancels. ShowOpen accepts only a file that exists.
   bool ShowOpen();
   bool ShowSave();
 

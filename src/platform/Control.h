@@ -26,8 +26,8 @@ class Control : public MouseArea {
   void setHeight(float height);
 
   Container& container() const { return *container_; }
-  // Moves the control into another container of its form, which hides it if that container is on
-  // the screen.
+  // Moves the control into another container of its form. If that container is on the screen, this
+  // hides the control.
   void setContainer(Container& container);
 
   bool Visible() const { return !isHidden(); }
@@ -36,7 +36,7 @@ class Control : public MouseArea {
   // Gives the control the keyboard focus.
   void SetFocus() { setFocus(); }
 
-  // True for labels, shapes and lines. Line::BringToFront raises a line above no other controls.
+  // True for labels, shapes and lines: Line::BringToFront raises a line above these alone.
   virtual bool Windowless() const { return false; }
 
   // The text of the tool tip, shown literally; there is no tip if it is empty.

@@ -9,8 +9,7 @@ namespace kelvane {
 int RunDialog(QDialog& dialog);
 
 // Whether a dialog or message box of the program is open. One counts as open until RunDialog
-// returns: events may still be processed after the answer and before that. For the user-interface
-// thread.
+// returns, which may still process events after the answer. For the user-interface thread.
 bool DialogIsOpen();
 
 }  // namespace kelvane

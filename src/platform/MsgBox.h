@@ -5,7 +5,7 @@
 
 namespace kelvane {
 
-// Which buttons and icon a message box has; sums of these.
+// The buttons of a message box; kExclamation, a warning icon, can be added.
 enum MsgBoxButtons : int { kOKOnly = 0, kOKCancel = 1, kYesNoCancel = 3, kExclamation = 48 };
 
 enum class MsgBoxResult { kOK = 1, kCancel = 2, kYes = 6, kNo = 7 };

@@ -58,7 +58,7 @@ std::optional<QPoint> PictureBox::PixelOf(float x, float y) const {
   return QPoint(whole(x), whole(y));
 }
 
-// The drawing is as large as the inside has been: nothing is lost if the box shrinks and grows.
+// Grows the drawing to the size of the inside and never shrinks it, so that nothing is lost.
 QImage& PictureBox::Drawing() {
   const QSize wanted = drawing_.size().expandedTo(InnerSize());
   if (wanted != drawing_.size()) {

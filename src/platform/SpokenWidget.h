@@ -58,9 +58,9 @@ class SpokenWidget : public QWidget {
   // Sets the Qt widget that fills this one. It must be, or become, a child of this one.
   void setStockWidget(QWidget* stockWidget);
 
-  // These report a change to a screen reader, if one runs: of the value of a bar or a thumb, of the
-  // caption and the values of the thumbs that it is the read-out of, and of nodes that were shown
-  // (`change` is ObjectCreated) or hidden (ObjectDestroyed).
+  // These tell a screen reader, if one runs, that the value of this bar or thumb has changed; that
+  // the caption has, and with it the values of the thumbs whose read-out this is; and that nodes
+  // were shown (`change` is ObjectCreated) or hidden (ObjectDestroyed).
   void AnnounceValue();
   void AnnounceCaption();
   void AnnounceNodes(QAccessible::Event change);

@@ -12,7 +12,7 @@ class ThumbControl : public Control {
   Q_OBJECT
  public:
   // Scroll is raised at each step of a drag. Change is raised at the end of a drag that changed the
-  // value, and at any other change, before an assignment returns.
+  // value, and at once at any other change.
   std::function<void()> Change;
   std::function<void()> Scroll;
 

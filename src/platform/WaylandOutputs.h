@@ -11,23 +11,24 @@ namespace kelvane {
 // Whether the program's windows are shown by a Wayland compositor. Needs the QApplication.
 bool RunsOnWayland();
 
-// Returns the size of each output of the Wayland compositor in screen pixels, by the output's name.
-// Empty without a compositor. Blocks for two round trips to it.
+// Returns the size of each output of the Wayland compositor in screen pixels, as rotated, by the
+// output's name. Empty without a compositor. Blocks for two round trips to it.
 QHash<QString, QSize> PixelsOfWaylandOutputs();
 
-// Returns the scale of an output from its sizes in pixels and in the compositor's units.
-// `roundedUp` is the scale rounded up; it is returned if the sizes contradict it.
+// Returns the scale of an output from its sizes in physical and logical pixels. `roundedUp` is the
+// scale rounded up; it is returned if a size is empty or the sizes contradict it.
 double ScaleOfOutput(QSize pixels, QSize units, double roundedUp);
 
 // The factors that make a Qt pixel a screen pixel. Qt applies a Wayland compositor's scale even if
 // its high-DPI scaling is switched off.
 struct ScaleFactors {
   QByteArray common;   // less than 1, for QT_SCALE_FACTOR
-  QByteArray outputs;  // of each output in addition, for QT_SCREEN_SCALE_FACTORS, in which Qt
-                       // ignores factors less than 1
+  QByteArray outputs;  // one more for each output, for QT_SCREEN_SCALE_FACTORS: at least 1, since
+                       // Qt ignores smaller ones
 };
 
-// Returns std::nullopt if all outputs have the scale 1. Needs the QApplication.
+// Returns std::nullopt if all outputs have the scale 1. Needs the QApplication. Blocks as
+// PixelsOfWaylandOutputs does.
 std::optional<ScaleFactors> FactorsThatUndoScales();
 
 }  // namespace kelvane

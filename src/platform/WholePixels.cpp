@@ -47,8 +47,9 @@ class PointerRounder : public QObject {
 
 }  // namespace
 
-void RoundPointerDown(QObject& owner) {
-  QCoreApplication::instance()->installEventFilter(new PointerRounder(&owner));
+void RoundPointerPositions() {
+  QCoreApplication* application = QCoreApplication::instance();
+  application->installEventFilter(new PointerRounder(application));
 }
 
 }  // namespace kelvane

@@ -4,12 +4,11 @@ class QObject;
 
 namespace kelvane {
 
-// Rounds the pointer's position down to whole pixels in all mouse events of all windows, until
-// `owner`, an object of the user-interface thread, is deleted. Must be called once, and needs the
-// QApplication. A Wayland compositor, a pen and a touch screen send fractions of a pixel: Qt rounds
-// them in some events only, and a control that follows the pointer would jitter. The position on
-// the screen becomes the window's corner plus the position in the window, since under Wayland Qt
-// doesn't know where its windows are.
-void RoundPointerDown(QObject& owner);
+// Rounds the pointer's position down to whole pixels in all mouse events of all windows. To be
+// called once, after the QApplication is made. A Wayland compositor, a pen and a touch screen send
+// fractions of a pixel: Qt rounds them in some events only, and a control that follows the pointer
+// would jitter. The position on the screen becomes the window's corner plus the position in the
+// window, since under Wayland Qt doesn't know where its windows are.
+void RoundPointerPositions();
 
 }  // namespace kelvane

@@ -12,8 +12,8 @@ class PlaybackCore;
 // pixel to one screen pixel, at the top left corner; the rest is black. A file that can't be played
 // shows nothing, without a message.
 //
-// libmpv's player is made at the first URL; if that fails, nothing plays and the next URL tries
-// again. No other call waits for it. Belongs to the user-interface thread.
+// The first setURL makes libmpv's player; if that fails, nothing plays, and the next setURL tries
+// again. Only that and the destructor wait for it. Belongs to the user-interface thread.
 class WindowsMediaPlayer : public Control {
   Q_OBJECT
  public:

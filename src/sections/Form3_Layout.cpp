@@ -51,7 +51,7 @@ void Form3::Form_Resize() {
   Line6.SetEnds(S - 4, 4, S - 4, H - 4);
 }
 
-// Clears the highlights of only the first seven names and read-outs at the right.
+// Of the fourteen names and read-outs in Label2 only the first seven lose their highlight.
 void Form3::Form_MouseMove(const MouseEvent& /*event*/) {
   Shape1.setVisible(false);
   for (int i = StepSize; i <= UnSharpLY; ++i) {

@@ -51,6 +51,10 @@ TEST_F(CropOutput, AnExistingFileIsKept) {
   ExpectNoFileChanges(existing, "already exists");
 }
 
+TEST_F(CropOutput, IsKeptIfItIsTheInput) {
+  ExpectNoFileChanges(program.PathOf("video.mp4"), "already exists");
+}
+
 // Nobody can make a file in /proc, not even root.
 TEST_F(CropOutput, IsNotMadeInAFolderThatTakesNoFiles) {
   const QString output = program.PathOf("cropped.mp4");

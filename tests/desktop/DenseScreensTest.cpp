@@ -98,7 +98,7 @@ class Dense : public DesktopTest {
     EXPECT_TRUE(shown.ChooseFile(JoinerButton::kAddSection, clip));
     EXPECT_TRUE(shown.AwaitSections(1));
     shown.PointAtSection(0);
-    EXPECT_TRUE(WaitFor([&] { return shown.LineChosen(0) && shown.RowChosen(0); }));
+    EXPECT_TRUE(WaitFor([&] { return shown.LineSelected(0) && shown.RowSelected(0); }));
     return PictureOf(
         shown.Id(), [&] { return shown.Area(); }, QSize(1519, 845));
   }

@@ -90,7 +90,7 @@ void DesktopTest::ReplaceProbe() {
                       "esac");
 }
 
-void DesktopTest::OpenWindowWithPretendedVideo() {
+void DesktopTest::OpenWindowWithFakeVideo() {
   video = program.PathOf("pretended.mp4");
   WriteFile(video, "no video");
   ASSERT_NO_FATAL_FAILURE(OpenWindow());

@@ -34,7 +34,7 @@ class DesktopTest : public ::testing::Test {
   // ten seconds.
   void ReplaceProbe();
   // Opens the window and loads a file that is no video. For a replaced probe tool.
-  void OpenWindowWithPretendedVideo();
+  void OpenWindowWithFakeVideo();
   // Chooses `output` in the save dialog and waits for the job's window.
   void StartCrop(const QString& output);
   // Expects that the job ends without a message, and closes its window.

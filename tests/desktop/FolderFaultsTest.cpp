@@ -1,4 +1,4 @@
-// Folders that take no further file: the program's own, and the private one with its links and
+// Folders in which no file can be made: the program's own, and the private one with its links and
 // lists.
 #include <sys/stat.h>
 
@@ -31,7 +31,7 @@ class ReadOnlyFolder {
 
 using FolderFaults = DesktopTest;
 
-TEST_F(FolderFaults, AReadOnlyProgramFolderDisturbsNoCrop) {
+TEST_F(FolderFaults, AReadOnlyProgramFolderDoesNotAffectACrop) {
   program.RunAsOrdinaryUser();
   const ReadOnlyFolder readOnly(program.ProgramFolder());
   const QStringList before = QDir(program.ProgramFolder()).entryList();
@@ -46,7 +46,8 @@ TEST_F(FolderFaults, AReadOnlyProgramFolderDisturbsNoCrop) {
 
 using JoinersFolderFaults = JoinerTest;
 
-// A name with a blank needs a link in the program's private folder.
+// A name with a blank needs a link in the private folder; a file that has the link's name prevents
+// it.
 TEST_F(JoinersFolderFaults, ASectionWithoutALinkHasTheLengthOfTheOneBeforeAndIsJoined) {
   program.ReplaceTool("ffprobe", R"(exec "$real" "$@")");
   const QString former = program.PathOf("a former clip.mp4");
@@ -90,7 +91,7 @@ class JoinerInAReadOnlyFolder : public JoinerTest {
   std::optional<ReadOnlyFolder> readOnly;
 };
 
-TEST_F(JoinerInAReadOnlyFolder, JoinsByAPrivateListOrElseByTheEarlierOne) {
+TEST_F(JoinerInAReadOnlyFolder, JoinsFromAPrivateListOrElseFromTheEarlierOne) {
   const QString clip = program.PathOf("clip.mp4");
   const QString output = program.PathOf("joined.mp4");
   ASSERT_TRUE(MakeVideo(clip, kSize, 2));

@@ -1,4 +1,4 @@
-// The joiner window on a real screen, and joins by the real tools.
+// The joiner window on a real screen, and joins with the real tools.
 #include <QFile>
 
 #include "desktop/JoinerTest.h"
@@ -8,8 +8,8 @@ namespace {
 
 class JoinerOnScreen : public JoinerTest {
  protected:
-  // The probe tool prints what the file contains.
-  void AddThreePretendedSections() {
+  // The probe tool prints the file that is its last argument.
+  void AddThreeFakeSections() {
     program.ReplaceTool("ffprobe", "for file; do :; done\ncat \"$file\" >&2");
     for (const auto& [name, duration] :
          {std::pair("a.mp4", "00:03:20.00"), {"b.mp4", "00:10:10.90"}, {"c.mp4", "00:05:03.10"}}) {
@@ -28,7 +28,7 @@ class JoinerOnScreen : public JoinerTest {
 };
 
 TEST_F(JoinerOnScreen, ShowsSelectsAndRemovesSectionsUnderThePointer) {
-  ASSERT_NO_FATAL_FAILURE(AddThreePretendedSections());
+  ASSERT_NO_FATAL_FAILURE(AddThreeFakeSections());
   EXPECT_TRUE(joiner.AwaitTotals(3, "01,113", "00:18:33"));
   EXPECT_EQ(joiner.Strip(0), QRect(1, 1, 20, 17));
   EXPECT_EQ(joiner.Strip(1), QRect(21, 21, 61, 17));
@@ -41,22 +41,22 @@ TEST_F(JoinerOnScreen, ShowsSelectsAndRemovesSectionsUnderThePointer) {
 
   joiner.PointAtSection(1);
   EXPECT_TRUE(joiner.AwaitDetails("   Video Index: 02 Title: b.mp4   "));
-  EXPECT_TRUE(WaitFor([&] { return joiner.RowChosen(1) && joiner.LineChosen(1); }));
-  EXPECT_FALSE(joiner.RowChosen(0) || joiner.LineChosen(0));
+  EXPECT_TRUE(WaitFor([&] { return joiner.RowSelected(1) && joiner.LineSelected(1); }));
+  EXPECT_FALSE(joiner.RowSelected(0) || joiner.LineSelected(0));
   const QRect frame(joiner.OnChart({20, 20}), QSize(63, 19));
   EXPECT_TRUE(WaitFor([&] { return IsFramed(frame); }));
-  screen.MovePointer(joiner.BareChart());
+  screen.MovePointer(joiner.EmptyChartPosition());
   EXPECT_TRUE(joiner.AwaitDetails({}));
-  EXPECT_TRUE(WaitFor([&] { return !joiner.LineChosen(1) && !IsFramed(frame); }));
+  EXPECT_TRUE(WaitFor([&] { return !joiner.LineSelected(1) && !IsFramed(frame); }));
 
   ASSERT_TRUE(joiner.RemoveSection(1));
-  screen.MovePointer(joiner.BareChart());
+  screen.MovePointer(joiner.EmptyChartPosition());
   EXPECT_TRUE(joiner.AwaitDetails({}));
   EXPECT_TRUE(AllOf(screen.Still(joiner.Chart()), QRect(21, 21, 61, 17), JoinerWindow::kRemoved));
   EXPECT_TRUE(joiner.AwaitLine(1, " Deleted Section "));
 }
 
-TEST_F(JoinerOnScreen, JoinsClipsByTheRealTools) {
+TEST_F(JoinerOnScreen, JoinsClipsWithTheRealTools) {
   for (const auto& [name, seconds] :
        {std::pair("a b.mp4", 2), {"b.mp4", 3}, {"\u00fc\u52d5.mp4", 4}}) {
     ASSERT_TRUE(MakePlainVideo(program.PathOf(name), "teal", seconds));
@@ -70,7 +70,7 @@ TEST_F(JoinerOnScreen, JoinsClipsByTheRealTools) {
   CloseJoinerAndExpectEnd();
 }
 
-TEST_F(JoinerOnScreen, ReplacesAnExistingFileEvenByAJoinThatFailsHalfway) {
+TEST_F(JoinerOnScreen, ReplacesAnExistingFileEvenIfTheJoinFailsHalfway) {
   for (const char* name : {"a.mp4", "b.mp4"}) {
     ASSERT_TRUE(MakePlainVideo(program.PathOf(name), "teal", 2));
     ASSERT_NO_FATAL_FAILURE(Add(program.PathOf(name)));
@@ -79,12 +79,12 @@ TEST_F(JoinerOnScreen, ReplacesAnExistingFileEvenByAJoinThatFailsHalfway) {
   ASSERT_TRUE(QFile::remove(added[1]));
   WriteFile(output, "somebody's work");
   ASSERT_NO_FATAL_FAILURE(JoinTo(output));
-  EXPECT_EQ(Pictures(output), 2 * 25) << "the tool has joined the first section alone";
+  EXPECT_EQ(Pictures(output), 2 * 25) << "not the first section alone";
   EXPECT_EQ(ContentOf(added[0]), first);
 }
 
-// The window handles the request to close only after the message box is open, which blocks it.
-TEST_F(JoinerOnScreen, StaysOpenIfItIsClosedWhileTheToolRuns) {
+// The request to close is handled only while the message box is open, which blocks the window.
+TEST_F(JoinerOnScreen, IgnoresARequestToCloseWhileTheToolRuns) {
   program.ReplaceTool("ffmpeg", program.Gate("join"));
   ASSERT_TRUE(joiner.ChooseFile(JoinerButton::kJoinSections, output));
   ASSERT_TRUE(WaitFor([&] { return !program.RunsOf("ffmpeg").isEmpty(); }));

@@ -1,4 +1,4 @@
-// Loads by the real probe tool: names of every kind, and locales.
+// Loads with the real probe tool: file names of every kind, and locales.
 #include <QDir>
 
 #include "desktop/JoinerTest.h"
@@ -34,11 +34,10 @@ void ProvideLocale(Program& program, const QString& locale) {
   program.SetVariable("LOCPATH", locales);
 }
 
-class LocaleOfAnotherEncoding : public DesktopTest,
-                                public ::testing::WithParamInterface<const char*> {};
+class NonUtf8Locale : public DesktopTest, public ::testing::WithParamInterface<const char*> {};
 
-// The names of files are bytes in every locale.
-TEST_P(LocaleOfAnotherEncoding, LoadsNamesBeyondAsciiWithoutAComplaint) {
+// File names are UTF-8 in every locale.
+TEST_P(NonUtf8Locale, LoadsNonAsciiNamesWithoutAWarning) {
   ASSERT_NO_FATAL_FAILURE(ProvideLocale(program, "de_DE.ISO-8859-1"));
   program.SetVariable("LC_CTYPE", GetParam());
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
@@ -52,11 +51,11 @@ TEST_P(LocaleOfAnotherEncoding, LoadsNamesBeyondAsciiWithoutAComplaint) {
   EXPECT_FALSE(program.Printed().contains("locale")) << program.Printed().toStdString();
 }
 
-INSTANTIATE_TEST_SUITE_P(Locales, LocaleOfAnotherEncoding,
+INSTANTIATE_TEST_SUITE_P(Locales, NonUtf8Locale,
                          ::testing::Values("C", "POSIX", "de_DE.ISO-8859-1", "xx_XX"));
 
-// A number as the French locale has it. Its separator of thousands takes three bytes, and its
-// decimal sign is a comma.
+// A number as the French locale has it. Its group separator takes three bytes, and its decimal
+// separator is a comma.
 QString French(const char* number) { return QString(number).replace(' ', QChar(0x202f)); }
 
 TEST_F(Load, ShowsFrenchNumbersAndCropsAndPlaysAsInAnyLocale) {

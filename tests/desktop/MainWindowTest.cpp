@@ -54,7 +54,7 @@ TEST_F(MainWindowOnScreen, ShowsTheProgressInItsTitleWhileItIsMinimised) {
                                     "printf '%-511s\\n' time=00:00:02.00 time=00:00:04.00\n" +
                                     program.PrintingGate("restored") + "echo time=00:00:06.00\n" +
                                     program.PrintingGate("end"));
-  ASSERT_NO_FATAL_FAILURE(OpenWindowWithPretendedVideo());
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithFakeVideo());
   ASSERT_NO_FATAL_FAILURE(StartCrop(program.PathOf("cropped.mp4")));
   ASSERT_TRUE(job.AwaitStatus("Progress: 00.00 % Complete: Status: Cropping..."));
   const auto awaitTitle = [&](const char* title) {
@@ -127,7 +127,7 @@ TEST_F(MainWindowOnScreen, HasItsBarsDraggedOverAPlayingVideoAndReset) {
   EXPECT_TRUE(window.AwaitVideo(kVideo));
 }
 
-// The player draws only what is visible, so a paused video must be drawn anew when it is scrolled.
+// The player draws only what is visible, so a paused video must be drawn again when it is scrolled.
 TEST_F(MainWindowOnScreen, ShowsAPausedVideoAndItsBarsThatAreScrolledIntoView) {
   constexpr QSize kLarge(1920, 1080);
   ASSERT_NO_FATAL_FAILURE(OpenAndRunRedVideo(kLarge));

@@ -172,7 +172,7 @@ class JoinerInTheme : public JoinerTest, public Themed {
 
 TEST_P(JoinerInTheme, HasReadableListsAndSelections) {
   joiner.PointAtSection(0);
-  ASSERT_TRUE(WaitFor([&] { return joiner.LineChosen(0) && joiner.RowChosen(0); }));
+  ASSERT_TRUE(WaitFor([&] { return joiner.LineSelected(0) && joiner.RowSelected(0); }));
   EXPECT_TRUE(joiner.AwaitLine(1, program.PathOf("b.mp4")));
   EXPECT_TRUE(joiner.AwaitRow(1, "2", "b.mp4", "600"));
   for (const QRect& selected : {joiner.Line(0), joiner.Row(0)}) {
@@ -185,7 +185,7 @@ TEST_P(JoinerInTheme, HasReadableListsAndSelections) {
 TEST_P(JoinerInTheme, HasReadableTips) {
   // This puts out the light of the button that was clicked last.
   const QImage lit = screen.Still();
-  screen.MovePointer(joiner.BareChart());
+  screen.MovePointer(joiner.EmptyChartPosition());
   ASSERT_FALSE(ChangedSince(lit).isEmpty());
   const QImage before = screen.Still();
   screen.MovePointer(joiner.Ruler().center());

@@ -17,7 +17,7 @@ class ToolFaults : public DesktopTest {
   void StartJob(const QString& behaviour) {
     ReplaceProbe();
     program.ReplaceTool("ffmpeg", behaviour);
-    ASSERT_NO_FATAL_FAILURE(OpenWindowWithPretendedVideo());
+    ASSERT_NO_FATAL_FAILURE(OpenWindowWithFakeVideo());
     ASSERT_NO_FATAL_FAILURE(StartCrop(program.PathOf("cropped.mp4")));
   }
 
@@ -63,6 +63,17 @@ TEST_F(ToolFaults, AStoppedToolHoldsTheJobAndTheWindowUntilItIsContinued) {
   EXPECT_EQ(program.RunsOf("ffmpeg").size(), 1);
   ExpectSuccessAndCloseJob();
   EXPECT_TRUE(AwaitToolsAreReaped());
+}
+
+TEST_F(ToolFaults, AStoppedToolDoesNotDelayTheEndOfTheProgramAndEndsOnceItIsContinued) {
+  ASSERT_NO_FATAL_FAILURE(StartJob("kill -STOP $$\nwhile echo on; do sleep 0.02; done"));
+  ASSERT_TRUE(WaitFor([&] { return program.Children("T").size() == 1; }));
+  const pid_t tool = Tool();
+  ASSERT_NE(tool, 0);
+  ASSERT_EQ(kill(static_cast<pid_t>(program.Id()), SIGTERM), 0);
+  EXPECT_EQ(program.AwaitExit(5s), -1);
+  ASSERT_EQ(kill(tool, SIGCONT), 0);
+  EXPECT_TRUE(WaitFor([&] { return kill(tool, 0) != 0; }));
 }
 
 TEST_F(ToolFaults, AToolThatClosesItsOutputEndsTheJobAndOutlivesTheProgram) {

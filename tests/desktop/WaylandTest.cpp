@@ -162,7 +162,7 @@ TEST_P(JoinerUnderACompositor, HasFramesOnePixelWideAndShowsTenSecondsAsOnePixel
            AllOf(picture, QRect(frame.topLeft(), QSize(1, frame.height())), kLit);
   })) << "the joiner window doesn't come";
 
-  MovePointerViaCorners(joiner.BareChart());
+  MovePointerViaCorners(joiner.EmptyChartPosition());
   ASSERT_NO_FATAL_FAILURE(ChooseFile(joiner.ButtonCentre(JoinerButton::kAddSection),
                                      joiner.Chart().center(), JoinerWindow::kGround, section));
   EXPECT_TRUE(WaitFor([&] { return joiner.Strip(0) == QRect(1, 1, 61, 17); }))

@@ -63,6 +63,11 @@ TEST_F(JoinerHover, OverTheChartClearsAllButTheSelectedRow) {
   EXPECT_EQ(Frame("Shape1"), "hidden");
   EXPECT_EQ(State(), "row 2, path -1, frame hidden, details' width 393");
   EXPECT_EQ(Shown(VideoDetails), "Video Details: ");
+  // Nothing follows from a selection in a list.
+  Table().ListItems(1).Select();
+  Paths().setListIndex(0);
+  EXPECT_EQ(State(), "row 1, path 0, frame hidden, details' width 393");
+  EXPECT_EQ(Shown(VideoDetails), "Video Details: ");
 }
 
 // The command bar hides the frame of a command, as the chart does.

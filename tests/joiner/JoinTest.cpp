@@ -26,6 +26,8 @@ TEST_F(JoinByCopy, RunsTheToolOnAnEmptyListIfThereIsNoSection) {
   EXPECT_EQ(JoinTo("/tmp/all.mp4"), (Texts{"Save Video As", kSuccess}));
   EXPECT_EQ(ListFile(), "");
   EXPECT_EQ(Joins(), Texts{CopyRun("/tmp/all.mp4")});
+  EXPECT_EQ(TranscodeAll(), Texts{kSuccess});
+  EXPECT_EQ(Joins().size(), 1U) << "a tool has run to transcode nothing";
 }
 
 TEST_F(JoinByCopy, RunsTheToolWithoutAnOutputIfTheDialogIsCancelled) {

@@ -125,7 +125,7 @@ TEST_F(CostOfAJoin, AnOutputWithABlankReplacesTheFileOfEachPart) {
   QDir::setCurrent(InFolder("current"));
   JoinTo(InFolder("old.mp4 holiday.mp4"));
   EXPECT_EQ(DecodedPictures(InFolder("old.mp4")), 3 * kFrames);
-  EXPECT_NEAR(VideoSeconds(InFolder("current/holiday.mp4")), 3, 0.1) << "encoded anew";
+  EXPECT_NEAR(VideoSeconds(InFolder("current/holiday.mp4")), 3, 0.1) << "re-encoded";
 }
 
 TEST_F(CostOfAJoin, ABlankInTheOutputsFolderCanReplaceAFileAnywhere) {

@@ -10,7 +10,7 @@ namespace {
 
 using JoinerSections = JoinerWindowTest;
 
-// Draws a strip anew.
+// Redraws a strip.
 QImage DrawnStrip(int width, const QString& number) {
   QImage image(width, 17, QImage::Format_RGB32);
   image.fill(QColor(0x008000));
@@ -112,6 +112,10 @@ TEST_F(RemoveSection, LeavesAGreyStripAndAMarkInTheListAndKeepsRowsNumbersAndTot
     EXPECT_EQ(Shown(TotalDurationSeconds), "01,800");
     EXPECT_EQ(Shown(TotalRuntime), "00:30:00");
   }
+  MovePointerOver(Strip(3));
+  EXPECT_EQ(Shown(VideoDetails), "Video Details:  Deleted Section ");
+  EXPECT_EQ(Strip(3).ToolTipText(), " Deleted Section ");
+  EXPECT_TRUE(Table().ListItems(2).Selected());
   AddSectionOf("d.mp4");
   EXPECT_EQ(Shown(TotalSections), "Total Sections: 04");
   EXPECT_EQ(Details(5), "   Video Index: 04 Title: d.mp4   ");

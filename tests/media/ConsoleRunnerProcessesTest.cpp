@@ -248,7 +248,7 @@ TEST(ConsoleRunnerDescriptors, AToolGetsTheStandardOnesEvenIfTheProgramHasNone) 
     program.CloseInput();
     EXPECT_EQ(program.Wait(), 0) << closed;
     EXPECT_EQ(ReadFile(found), "out\nerr\n/dev/null\n" + std::string(kStandardAndListing) +
-                                   "none\nand no descriptor lost")
+                                   "none\nand no descriptor leaked")
         << closed;
   }
 }
@@ -257,11 +257,11 @@ TEST(ConsoleRunnerDescriptors, ARunNeedsThreeUnusedOnesAndIsEmptyWithFewer) {
   for (const char* free : {"0", "1", "2", "3"}) {
     Process program = StartTestProgram({"run-with-free-descriptors", free, "/bin/echo text"});
     const std::string during = *free == '3'
-                                   ? "events 2, result [text during\n], held [text during\n]\n"
-                                   : "events 0, result [], held [text before\n]\n";
-    EXPECT_EQ(program.ReadToTheEnd(), "events 2, result [text before\n], held [text before\n]\n" +
-                                          during +
-                                          "events 2, result [text after\n], held [text after\n]\n")
+                                   ? "events 2, result [text during\n], Outputs [text during\n]\n"
+                                   : "events 0, result [], Outputs [text before\n]\n";
+    EXPECT_EQ(program.ReadToTheEnd(),
+              "events 2, result [text before\n], Outputs [text before\n]\n" + during +
+                  "events 2, result [text after\n], Outputs [text after\n]\n")
         << free;
     EXPECT_EQ(program.Wait(), 0);
   }

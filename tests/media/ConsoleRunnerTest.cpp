@@ -52,7 +52,7 @@ TEST(ConsoleRunner, DeliversBothOutputsInTheOrderOfWriting) {
 TEST(ConsoleRunner, DeliversBlocksWhileTheToolStillRuns) {
   const TemporaryFolder folder;
   const Gate gate(folder / "gate");
-  // The time-out is there for a runner that holds the first block back.
+  // Ends the tool if the runner holds the first block back.
   const std::string tool =
       "/usr/bin/timeout 30 " + folder.Script("tool", "echo first\n" + gate.Wait() + "echo second");
   DOSOutputs outputs;
@@ -65,7 +65,7 @@ TEST(ConsoleRunner, DeliversBlocksWhileTheToolStillRuns) {
   EXPECT_EQ(events, (Events{"first\n", "second\n", ""}));
 }
 
-TEST(ConsoleRunner, OutputsStartsEmptyWithEachRunAndGrowsBlockByBlock) {
+TEST(ConsoleRunner, StartsEachRunWithEmptyOutputsAndAppendsEachBlock) {
   const TemporaryFolder folder;
   const std::string line = "/bin/cat " + folder.File("text", AnyBytes(1000));
   DOSOutputs outputs;
@@ -131,7 +131,7 @@ TEST(ConsoleRunner, PassesArgumentsWithoutAShell) {
             R"([-i][a.mp4][b c][][$HOME][*][;][|][>]['d][e'][\])");
 }
 
-TEST(ConsoleRunner, RunsToolsInTheCurrentFolderWithItsEnvironmentAndSearchesNoPath) {
+TEST(ConsoleRunner, RunsToolsInTheCurrentFolderWithTheProgramsEnvironmentAndNotByThePath) {
   const TemporaryFolder folder;
   folder.Script("tool", "pwd; echo $RUNNER_TEST_VALUE");
   const CurrentFolder current(folder.path());
@@ -198,7 +198,7 @@ TEST(ConsoleRunner, NeedsAtMostTwiceTheMemoryOfTheText) {
   Process program = StartTestProgram({"flood", std::to_string(kText)});
   const long most = std::stol(program.ReadLine());
   EXPECT_EQ(program.Wait(), 0);
-  EXPECT_GT(most, kText) << "the whole text is kept";
+  EXPECT_GT(most, kText) << "not the whole text is kept";
   EXPECT_LT(most, 2 * kText + kText / 20);
 }
 

@@ -18,7 +18,7 @@ constexpr std::size_t kLongestShortPath = 254;
 
 class ShortFileName : public ::testing::Test {
  protected:
-  // Returns the short path; a message is a failure.
+  // Returns the short path. A message fails the test.
   std::string Short(const std::string& path) const { return ShortIn(links_.path(), path); }
 
   static std::string ShortIn(const std::string& linksParent, const std::string& path) {
@@ -28,8 +28,8 @@ class ShortFileName : public ::testing::Test {
     return GetShortFileName(path, fail, linksParent);
   }
 
-  // The short path must be LINKS/kelvane-USER-xxxxxx/NUMBER followed by `extension`, a link to
-  // the path.
+  // Expects the short path LINKS/kelvane-USER-xxxxxx/NUMBER with `extension`, and there a link to
+  // `path`.
   void ExpectLink(const std::string& path, const std::string& extension) const {
     const fs::path shortPath = Short(path);
     SCOPED_TRACE(shortPath);
@@ -53,11 +53,11 @@ TEST_F(ShortFileName, IsThePathItselfIfThatIsSafeOnACommandLine) {
   for (const char* name :
        {"a.mp4", "clip", "-clip.mp4", ".hidden", "a-b_c+d=e,f@g~1.mp4", "a'b.mp4", "a\\b.mp4",
         "$HOME.mp4", "*.mp4", "a;b|c&d.mp4", "(1)[2]{3}.mp4", "#!.mp4", "a:b.mp4",
-        // Letters of every script.
+        // Valid UTF-8 of two to four bytes.
         "M\u00E4rz.mp4", "\u65E5\u672C.mp4", "\U0001F3AC.mp4", "\u0416.mp4", "\uFFFD.mp4",
         "\uD7FF\uE000.mp4", "\U0010FFFD.mp4"}) {
     const std::string path = files_.File(name);
-    EXPECT_EQ(ShortIn(links_ / "missing", path), path) << "no place for links is needed";
+    EXPECT_EQ(ShortIn(links_ / "missing", path), path) << "a link was tried";
   }
 }
 
@@ -65,9 +65,9 @@ TEST_F(ShortFileName, IsALinkIfThePathIsNotSafeOnACommandLine) {
   for (const char* name :
        {"my clip.mp4", " a.mp4", "a b c d.mp4", "a\tb.mp4", "a\nb.mp4", "a\rb.mp4", "a\r\nb.mp4",
         "a\"b.mp4", "\"a b\".mp4", "a%03d.mp4", "100%.mp4", "a\x01.mp4", "a\x1B.mp4", "a\x7F.mp4",
-        // No UTF-8: bytes that start no character, and characters without their last byte.
+        // Invalid UTF-8: stray bytes and truncated sequences.
         "a\xFF.mp4", "M\xE4rz.mp4", "a\x80.mp4", "a\xC3.mp4", "a\xE6\x97.mp4",
-        // No UTF-8: overlong forms, half of a surrogate pair, and beyond the last character.
+        // Invalid UTF-8: overlong forms, a surrogate, and beyond U+10FFFF.
         "a\xC0\xAF.mp4", "a\xE0\x80\xAF.mp4", "a\xF0\x80\x80\xAF.mp4", "a\xED\xA0\x80.mp4",
         "a\xF4\x90\x80\x80.mp4", "a\xF5\x80\x80\x80.mp4"}) {
     ExpectLink(files_.File(name), ".mp4");
@@ -108,7 +108,7 @@ TEST_F(ShortFileName, IsEmptyForAFileThatIsNotThere) {
   EXPECT_EQ(links_.Names(), Events());
 }
 
-TEST_F(ShortFileName, TakesSymbolicLinksAndFoldersForFiles) {
+TEST_F(ShortFileName, TreatsSymbolicLinksAndFoldersLikeFiles) {
   const std::string target = files_.File("my clip.mp4");
   fs::create_symlink(target, files_ / "link.mp4");
   fs::create_symlink(target, files_ / "my link.mp4");
@@ -156,7 +156,7 @@ TEST_F(ShortFileName, KeepsAnExtensionOfUpToTenLettersAndDigits) {
   ExpectLink(files_.File("my clips.old/clip"), "");
 }
 
-TEST_F(ShortFileName, StaysTheSameAndIsAnotherForAnotherFile) {
+TEST_F(ShortFileName, IsTheSameEachTimeAndDiffersBetweenFiles) {
   const std::string first = files_.File("my first.mp4");
   const std::string second = files_.File("my second.mp4");
   const std::string firstShort = Short(first);
@@ -191,11 +191,12 @@ TEST_F(ShortFileName, IsEmptyAndShowsTheReasonIfNoLinkCanBeMade) {
                              "An error occurred while obtaining the file path.\n\n"
                              "The error number was:\t" +
                                  reason}));
-    EXPECT_EQ(GetShortFileName(path, {}, place), "") << "nothing shows the reason";
+    EXPECT_EQ(GetShortFileName(path, {}, place), "") << "without showError";
   }
   EXPECT_EQ(ReadFile(taken), "foreign");
   fs::create_directory(links_ / "missing");
-  EXPECT_EQ(fs::read_symlink(ShortIn(links_ / "missing", path)), path) << "later";
+  EXPECT_EQ(fs::read_symlink(ShortIn(links_ / "missing", path)), path)
+      << "after the folder was made";
 }
 
 }  // namespace

@@ -1,4 +1,4 @@
-// Does what would harm the process of the tests. The first argument is the name of a function in
+// Does what would disturb the test process. The first argument is the name of a function in
 // the table below, the others are its arguments.
 
 #include <fcntl.h>
@@ -30,7 +30,8 @@ std::string RunAndDescribe(DOSOutputs& outputs, const std::string& commandLine) 
   outputs.ReceiveOutputs = [&events](const std::string&) { ++events; };
   const std::string result = outputs.ExecuteCommand(commandLine);
   std::ostringstream text;
-  text << "events " << events << ", result [" << result << "], held [" << outputs.Outputs() << "]";
+  text << "events " << events << ", result [" << result << "], Outputs [" << outputs.Outputs()
+       << "]";
   return text.str();
 }
 
@@ -47,7 +48,7 @@ int RunWithoutDescriptors(const Arguments& arguments) {
   const std::string result = outputs.ExecuteCommand(arguments.at(2));
   const bool same = LowestFreeDescriptor() == lowestBefore;
   std::ofstream file(arguments.at(1));
-  file << result << (same ? "and no descriptor lost" : "and a descriptor lost");
+  file << result << (same ? "and no descriptor leaked" : "and a descriptor lost");
   return EXIT_SUCCESS;
 }
 
@@ -73,8 +74,8 @@ int RunWithFreeDescriptors(const Arguments& arguments) {
   return EXIT_SUCCESS;
 }
 
-// Runs a tool that prints so many KiB, all of them before the first block is taken. Prints by how
-// many KiB the program's memory has grown at most.
+// Runs a tool that prints this many KiB, and takes the first block only when the tool has ended.
+// Prints the growth of the program's peak memory in KiB.
 int Flood(const Arguments& arguments) {
   const auto mostMemory = [] {
     rusage usage{};
@@ -113,7 +114,7 @@ int UsePrivateFolder(const Arguments& arguments) {
   return EXIT_SUCCESS;
 }
 
-// Prints the tools' folder of a program in the folder of the argument, and waits.
+// Prints the tools' folder for a program in the given folder, and waits for input.
 int PrintToolsFolder(const Arguments& arguments) {
   std::cout << ToolsFolder(arguments.at(0)) << std::endl;
   std::cin.get();

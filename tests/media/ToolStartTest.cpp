@@ -11,14 +11,14 @@
 
 namespace {
 
-// The step that fails, counted from 1 for the next one. 0 for none.
+// The number of steps until one fails: 1 for the next one, 0 for none.
 int failingStep = 0;
 
 bool Fails() { return failingStep > 0 && --failingStep == 0; }
 
 }  // namespace
 
-// Defines the function in the place of the system's, for this program.
+// Replaces the C library's function in this program.
 #define FAILING(function, parameters, arguments)                              \
   extern "C" int function parameters noexcept {                               \
     static auto* const original =                                             \
@@ -43,7 +43,7 @@ FAILING(posix_spawnattr_setflags, (Attributes * a, short flags), (a, flags))
 namespace kelvane::testing {
 namespace {
 
-TEST(ToolStart, YieldsNothingAndLosesNoDescriptorWhicheverStepFails) {
+TEST(ToolStart, RaisesNoEventAndLeaksNoDescriptorWhicheverStepFails) {
   // The two initialisations, two duplicates, the null device, the closing of all other descriptors,
   // two sets of signals, and the flags.
   constexpr int kSteps = 9;

@@ -102,6 +102,8 @@ TEST_F(LabelTest, DrawsItsCaptionAsItIsButOneAmpersandForTwo) {
 }
 
 TEST_F(LabelTest, DrawsItsCaptionInASizeInPointsAndBold) {
+  EXPECT_EQ(label.font().family(), "Arial");
+  EXPECT_EQ(label.font().pixelSize(), 11);
   label.setCaption(">");
   const QImage before = Shown();
   label.setFontBold(true);

@@ -3,6 +3,7 @@
 #include <QFileDialog>
 #include <QFileInfo>
 
+#include "platform/WindowsMediaPlayer.h"
 #include "sections/SectionWindowTest.h"
 
 namespace kelvane::testing {
@@ -28,6 +29,8 @@ TEST_F(FileChoice, ShowsThePathInFullAndKeepsAShortOne) {
   Choose(other);
   EXPECT_EQ(Shown(), other);
   EXPECT_EQ(SectionSourceShortPath, other);
+  EXPECT_EQ(Get<WindowsMediaPlayer>("wmp").URL(), "");
+  EXPECT_EQ(Get<Label>("Label16", 0).Caption(), "Video Duration hh:mm:ss: 00:00:00");
 }
 
 TEST_F(FileChoice, ShowsANameWithoutTheBlanksAroundIt) {

@@ -141,6 +141,9 @@ TEST_F(StepSizeSlider, IsHeldAtItsStartByAMoveOverAnyThumb) {
   }
   DragTo(Thumb(StepSize), kStart);
   Expect(kStart, "01");
+  DragTo(Thumb(StepSize), 100);
+  Expect(kStart, "1");
+  EXPECT_EQ(ThumbOutline(StepSize).Left(), 99) << "the outline stays where the drag was";
 }
 
 TEST_F(StepSizeSlider, IsHeldAtItsEndByAReleaseOverAnyThumb) {

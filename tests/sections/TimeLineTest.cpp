@@ -1,4 +1,4 @@
-// The pixels of the time line, compared with a drawing that is made anew from whole numbers.
+// The pixels of the time line, compared with a drawing that is computed in whole numbers.
 #include <QPainter>
 #include <QTime>
 

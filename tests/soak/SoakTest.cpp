@@ -123,7 +123,7 @@ TEST_F(JoinerSoak, AThousandJoins) {
     PumpOnce();
     // Each join lists its intermediate files once more.
     Get<ListBox>("List2").findChild<QListWidget*>()->clear();
-    // Qt 6.8 caches the icon of every message box anew.
+    // Qt 6.8 caches the icon of every message box again.
     QPixmapCache::clear();
   };
   ExpectFlat({.warmUp = 200, .rounds = 800, .round = round});

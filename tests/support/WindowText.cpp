@@ -241,7 +241,7 @@ void ExpectWindowText(Form& form, const std::vector<QSize>& areas) {
   if (qEnvironmentVariableIsSet("KELVANE_RENEW_WINDOW_TEXTS")) {
     ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
     file.write(description.data(), static_cast<qint64>(description.size()));
-    FAIL() << file.fileName().toStdString() << " is written anew";
+    FAIL() << file.fileName().toStdString() << " was written";
   }
   ASSERT_TRUE(file.open(QIODevice::ReadOnly)) << file.fileName().toStdString();
   EXPECT_EQ(description, file.readAll().toStdString())

@@ -57,6 +57,18 @@ TEST_F(NestedRuns, ALoadDuringADurationProbeReplacesPathAndSizeOfTheFirstLoad) {
   EXPECT_TRUE(ProbeDimensionsDone);
 }
 
+TEST_F(NestedRuns, ALoadWhoseWindowIsClosedGoesOnToItsEnd) {
+  tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
+  tools_.DurationProbeDoes(Print("one\n") + Wait(gate_) + Print("Duration: 00:00:11.00\n"));
+  AfterBlock("one\n", [&] {
+    EXPECT_TRUE(form_->close());
+    gate_.Open();
+  });
+  Pick(tools_.File("a.mp4"));
+  EXPECT_EQ(VideoDuration, "00:00:11");
+  EXPECT_FALSE(form_->isVisible());
+}
+
 TEST_F(NestedRuns, ALoadDuringASizeProbeReplacesThePathThatTheFirstLoadProbesNext) {
   const QString first = tools_.File("first.mp4");
   const QString second = tools_.File("second.mp4");

@@ -18,7 +18,7 @@ class HiddenButtons : public MainWindowTest {
   }
 };
 
-TEST_F(HiddenButtons, GiveTheCommands) {
+TEST_F(HiddenButtons, RunTheSameCommandsAsTheLabels) {
   const QString video = tools_.File("a.mp4");
   {
     const DialogAnswers answers({TypeFile(video)});
@@ -54,7 +54,7 @@ TEST_F(HiddenButtons, StartFreshChangesNothingUnlessTheAnswerIsYes) {
   EXPECT_TRUE(Get<Timer>("Timer2").Enabled());
 }
 
-// The user answers "Yes".
+// A video is loaded and its bars are moved.
 class StartFresh : public HiddenButtons {
  protected:
   void SetUp() override {
@@ -103,7 +103,7 @@ TEST_F(StartFresh, ResetsEverythingOfTheVideo) {
   EXPECT_EQ(Bar(BaseBar).Top(), -5);
 }
 
-TEST_F(StartFresh, KeepsOutputPauseStateAndTheToolsText) {
+TEST_F(StartFresh, KeepsTheOutputPathThePauseStateAndTheToolsText) {
   Give(PauseVideo);
   const QString store = Store();
   Reset();
@@ -112,7 +112,7 @@ TEST_F(StartFresh, KeepsOutputPauseStateAndTheToolsText) {
   EXPECT_EQ(PauseState(), "Paused");
 }
 
-TEST_F(StartFresh, ProbesTheEmptyPathForADurationAndAfterACancelledDialogForASizeToo) {
+TEST_F(StartFresh, RunsTheDurationProbeOnTheEmptyPathAndAfterACancelledDialogTheSizeProbeToo) {
   Reset();
   EXPECT_EQ(tools_.Runs().size(), 3U);
   EXPECT_EQ(LastRun(), DurationRun({}));

@@ -46,7 +46,7 @@ TEST_F(MainWindowControls, HaveAProgressBarInGreyOnSlate) {
   EXPECT_EQ(Hex(picture.pixel(picture.width() - 4, middle)), "0x3d464c");
 }
 
-TEST_F(MainWindowControls, HaveTextBoxesThatCanOnlyBeRead) {
+TEST_F(MainWindowControls, HaveReadOnlyTextBoxes) {
   for (const char* name : {"Text1(0)", "Text1(1)"}) {
     const auto* line = Get<Control>(name).findChild<QLineEdit*>();
     ASSERT_NE(line, nullptr) << name;
@@ -58,8 +58,8 @@ TEST_F(MainWindowControls, HaveTextBoxesThatCanOnlyBeRead) {
 
 class CommandHighlight : public MainWindowTest {
  protected:
-  // Returns the indices of the highlighted commands, and the colour of any command that has neither
-  // of the two colours.
+  // Returns the indices of the highlighted commands, and any colour that is neither the highlight
+  // nor the normal one.
   std::string Highlighted() const {
     std::string highlighted;
     for (int index = 0; index <= ResetMarkers; ++index) {
@@ -111,7 +111,7 @@ TEST_F(CommandHighlight, StaysWhenThePointerMovesOverAnyOtherControl) {
     EXPECT_EQ(Highlighted(), "2") << control->objectName().toStdString();
     ++tried;
   }
-  EXPECT_EQ(tried, 66 - 7 - 4);
+  EXPECT_EQ(tried, 66 - 7 - 4) << "all controls but the commands and the boxes behind them";
 }
 
 TEST_F(CommandHighlight, StaysWhenTheCommandIsClickedAndThePointerLeavesTheWindow) {
@@ -140,7 +140,7 @@ class UrlRecorder : public QObject {
 
 class Menus : public MainWindowTest {};
 
-TEST_F(Menus, OpenAWebPageByTwoOfTheirItemsOnly) {
+TEST_F(Menus, OpenAWebPageFromTwoItemsOnly) {
   UrlRecorder recorder;
   for (const char* item :
        {"Check Site For Updates", "Donate Via PayPal Website", "Crop and Save", "Remove Video",

@@ -36,9 +36,9 @@ class PlaybackCore : public QObject {
   // False if nothing can be played; everything else has no effect then.
   bool Usable() const { return serving_.joinable(); }
 
-  // Plays a file from its beginning instead of the current one. If the system can't start the
-  // threads that a file takes, it only ends the current one; if the player's command queue is full,
-  // it has no effect.
+  // Plays a file, unpaused, from its beginning instead of the current one. If the system can't
+  // start the threads that a file takes, it only ends the current one; if the player's command
+  // queue is full, it has no effect.
   void Start(const QString& path);
   // Ends the file. Active is false at once.
   void Stop();
@@ -50,7 +50,7 @@ class PlaybackCore : public QObject {
 
   // Whether a file is being opened or played, paused or not.
   bool Active() const { return active_; }
-  // In seconds; 0 while unknown.
+  // In seconds; 0 while unknown. The duration stays after the file has ended.
   double Position() const { return position_; }
   double Duration() const { return duration_; }
 
@@ -70,7 +70,7 @@ class PlaybackCore : public QObject {
   // Returns whether the player has queued the command and will reply with `replyId`.
   bool Command(std::initializer_list<const char*> words, std::uint64_t replyId = 0);
   void ObserveProperties();
-  // Sets the flag and wakes the serving thread. Called on any thread of the player.
+  // Sets the flag and wakes the serving thread. Called on libmpv's threads.
   void Wake(bool PlaybackCore::*pending);
 
   // On the serving thread.
@@ -95,7 +95,7 @@ class PlaybackCore : public QObject {
   std::thread serving_;
   int storedWidth_ = 0;  // for the serving thread alone
   int storedHeight_ = 0;
-  std::mutex mutex_;  // guards what follows
+  std::mutex mutex_;  // guards framePending_ to shown_
   std::condition_variable wake_;
   bool framePending_ = false;
   bool eventsPending_ = false;

@@ -116,7 +116,7 @@ void JoinerWindow::PointAtSection(int section) {
   screen_.MovePointer(OnChart(strip.center()));
 }
 
-QPoint JoinerWindow::BareChart() const { return Chart().bottomRight() - QPoint(40, 40); }
+QPoint JoinerWindow::EmptyChartPosition() const { return Chart().bottomRight() - QPoint(40, 40); }
 
 QPoint JoinerWindow::OpenMenuAt(QPoint place) {
   const QRect menu = screen_.OpenMenu(place);

@@ -51,7 +51,7 @@ class JoinerWindow {
   // Moves the pointer to the middle of the strip.
   void PointAtSection(int section);
   // A place of the chart under the strips.
-  QPoint BareChart() const;
+  QPoint EmptyChartPosition() const;
   // Opens the context menu there with the right button, and returns the middle of its entry.
   // Returns a null point if no menu opens.
   QPoint OpenMenuAt(QPoint place);
@@ -62,8 +62,8 @@ class JoinerWindow {
   QRect Line(int line) const;
   bool AwaitRow(int row, const QString& number, const QString& title, const QString& seconds) const;
   bool AwaitLine(int line, const QString& text) const;
-  bool RowChosen(int row) const { return Chosen(Row(row)); }
-  bool LineChosen(int line) const { return Chosen(Line(line)); }
+  bool RowSelected(int row) const { return Chosen(Row(row)); }
+  bool LineSelected(int line) const { return Chosen(Line(line)); }
 
  private:
   bool ShowsDetails(const QString& details) const;

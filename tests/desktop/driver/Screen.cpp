@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <cstring>
 #include <memory>
 #include <stdexcept>
@@ -14,15 +15,9 @@
 namespace kelvane::desktop {
 namespace {
 
-struct FreeReply {
-  void operator()(void* reply) const { free(reply); }
-};
 template <typename Reply>
-using ReplyOf = std::unique_ptr<Reply, FreeReply>;
-
-template <typename Reply>
-ReplyOf<Reply> Own(Reply* reply) {
-  return ReplyOf<Reply>(reply);
+auto Own(Reply* reply) {
+  return std::unique_ptr<Reply, void (*)(void*)>(reply, std::free);
 }
 
 QList<std::uint32_t> Numbers(const QByteArray& property) {
@@ -145,7 +140,7 @@ QImage Screen::Picture(const QRect& part) const {
                     static_cast<std::uint16_t>(inside.width()),
                     static_cast<std::uint16_t>(inside.height()), ~0U),
       nullptr));
-  if (!reply) throw std::runtime_error("the display gives no picture");
+  if (!reply) throw std::runtime_error("the screen's pixels can't be read");
   const QImage picture(xcb_get_image_data(reply.get()), inside.width(), inside.height(),
                        xcb_get_image_data_length(reply.get()) / inside.height(),
                        reply->depth == 16 ? QImage::Format_RGB16 : QImage::Format_RGB32);
@@ -272,8 +267,8 @@ void Screen::SendMessage(WindowId window, const char* type, std::uint32_t first,
   Sync();
 }
 
-// At the pace of a hand: the window manager holds back each press for a moment, and Qt drops a
-// move that another one follows at once.
+// Pauses afterwards: the window manager holds back each press for a moment, and Qt drops a move
+// that another one follows at once.
 void Screen::SendPointerEvent(std::uint8_t type, std::uint8_t detail, QPoint place) {
   SendEvent(type, detail, place);
   std::this_thread::sleep_for(20ms);
