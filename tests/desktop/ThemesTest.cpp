@@ -183,7 +183,7 @@ TEST_P(JoinerInTheme, HasReadableListsAndSelections) {
 }
 
 TEST_P(JoinerInTheme, HasReadableTips) {
-  // This puts out the light of the button that was clicked last.
+  // This clears the highlight of the button that was clicked last.
   const QImage lit = screen.Still();
   screen.MovePointer(joiner.EmptyChartPosition());
   ASSERT_FALSE(ChangedSince(lit).isEmpty());
