@@ -201,6 +201,25 @@ TEST_F(NestedRuns, AJobDoesNotStartWhileALoadsDialogIsOpenButOtherTimersTick) {
             "ffmpeg | -i | " + chosen.toStdString() + " | -vf | crop=111:0:0:0 | /tmp/first.mp4");
 }
 
+TEST_F(NestedRuns, AJobsToolPrintsMoreThanAPipeHoldsWhileADialogIsOpen) {
+  const QString ended = tools_.Path() + "/ended";
+  tools_.CropDoes("head -c 400000 /dev/zero\n" + QStringLiteral("touch '%1'\n").arg(ended));
+  CropTo("/tmp/out.mp4");
+  Form2* const job = JobWindow();
+  ASSERT_NE(job, nullptr);
+  bool endedMeanwhile = false;
+  AtNextDoEvents([&] {
+    const DialogAnswers answers({[&](QDialog& dialog) {
+      endedMeanwhile = WaitFor([&] { return QFile::exists(ended); });
+      CancelDialog()(dialog);
+    }});
+    Give(LoadVideo);
+  });
+  RunJob(*job);
+  EXPECT_TRUE(endedMeanwhile);
+  EXPECT_EQ(StatusOf(*job), kSuccessful);
+}
+
 TEST_F(NestedRuns, ALoadDuringAJobLeavesTheJobsCommandLine) {
   const QString video = tools_.File("other.mp4");
   tools_.CropDoes(Print("one\n") + Wait(gate_));
