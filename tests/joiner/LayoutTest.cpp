@@ -41,11 +41,21 @@ class JoinerStart : public JoinerWindowTest {
   std::string PlaceOf(const char* name) const { return PlaceText(Get<Control>(name)); }
 };
 
-TEST_F(JoinerStart, FlattensTheHeaderWidensTheListAndTakesTheScrollBarOutOfTheTabOrder) {
+TEST(JoinersChartScrollBar, BeginsAtZeroAndIsOutOfTheTabOrderWhateverItWasBefore) {
+  Form4 form;
+  auto& bar = form.Find<HScrollBar>("HScroll1");
+  bar.setMin(5);
+  bar.setTabStop(true);
+  form.Load();
+  const auto* widget = bar.findChild<QScrollBar*>();
+  EXPECT_EQ(widget->minimum(), 0);
+  EXPECT_EQ(widget->focusPolicy() & Qt::TabFocus, 0);
+  form.Unload();
+}
+
+TEST_F(JoinerStart, FlattensTheHeaderAndWidensTheList) {
   EXPECT_FALSE(Table().HeaderButtons());
   EXPECT_EQ(Paths().HorizontalExtent(), 900);
-  const auto* bar = Get<HScrollBar>("HScroll1").findChild<QScrollBar*>();
-  EXPECT_EQ(bar->focusPolicy() & Qt::TabFocus, 0);
 }
 
 TEST_F(JoinerStart, DrawsTheRulerWithTicksToItsEndAndLabelsAsFarAs32000Seconds) {

@@ -54,6 +54,7 @@ TEST_F(Needles, ShowTheTimesOfTheirMiddlesAndTheSpanBetweenThem) {
         Case{-62, 136, "00:01:00", "00:02:18", "00:01:18"},
         Case{100, 86408, "00:01:42", "00:00:10", "00:01:32"}}) {
     DragTo(NeedleBox(StartNeedle), start);
+    Span().SetEnds(1, 2, 3, 4);
     DragTo(NeedleBox(EndNeedle), end);
     EXPECT_EQ(Time(SectionStart), startTime);
     EXPECT_EQ(Time(SectionEnd), endTime);

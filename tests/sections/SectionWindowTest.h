@@ -44,6 +44,22 @@ class SectionWindowTest : public OpenWindowTest<Form3> {
   }
   // Drags the control until its left edge is at `left`.
   static void DragTo(Control& control, float left) { Drag(control, 2, 2 + left - control.Left()); }
+  // Puts the outline of a thumb where it never is.
+  void MoveOutlineAway(int slider) const {
+    Shape& outline = ThumbOutline(slider);
+    outline.setLeft(11);
+    outline.setTop(22);
+    outline.setWidth(33);
+    outline.setHeight(44);
+  }
+  // Expects the outline of a thumb that is at `left`.
+  void ExpectOutlineAround(int slider, float left) const {
+    const Shape& outline = ThumbOutline(slider);
+    EXPECT_EQ(outline.Left(), left - 1);
+    EXPECT_EQ(outline.Top(), -1);
+    EXPECT_EQ(outline.Width(), 137);
+    EXPECT_EQ(outline.Height(), 377);
+  }
   static void MoveOver(Control& control, float x = 1) {
     control.MouseMove(At(control, kNoButton, x));
   }

@@ -2,6 +2,8 @@
 // needle there.
 #include <QMenu>
 #include <QMenuBar>
+#include <QTest>
+#include <QWindow>
 
 #include "sections/SectionWindowTest.h"
 
@@ -45,6 +47,16 @@ TEST_F(TimeLineMenu, OpensAtTheReleaseOfTheRightButtonOverTimeLineAndFrameAlone)
     Click(Get<Control>(name), Qt::RightButton);
     EXPECT_FALSE(Items().isVisible()) << name;
   }
+}
+
+// The frame shows below the bar of the arrows, inside its border of two pixels.
+TEST_F(TimeLineMenu, OpensByARightClickOnTheFrameOutsideTheTimeLine) {
+  const QPoint place = Frame().mapTo(form_.get(), QPoint(300, Frame().height() - 4));
+  ASSERT_EQ(form_->childAt(place), &Frame());
+  QTest::mouseClick(form_->windowHandle(), Qt::RightButton, {}, place);
+  EXPECT_TRUE(Items().isVisible());
+  ChooseEnd();
+  EXPECT_EQ(NeedleBox(EndNeedle).Left(), 298);
 }
 
 TEST_F(TimeLineMenu, SetsTheStartButShowsItOnlyIfNoneIsShown) {
@@ -96,6 +108,10 @@ TEST_F(TimeLineMenu, GoesByTheLastPlaceOfTheMouseInTheBoxUnderIt) {
   MoveOver(Strip(), 110.5);
   ChooseEnd();
   EXPECT_EQ(NeedleBox(EndNeedle).Left(), 110) << "half is rounded to even";
+  MoveOver(Strip(), 2.5);
+  ChooseStart();
+  EXPECT_EQ(NeedleBox(StartNeedle).Left(), 2);
+  EXPECT_EQ(Time(SectionStart), "00:00:02");
   Strip().MouseUp(At(Strip(), kLeftButton, 221.5));
   ChooseEnd();
   EXPECT_EQ(NeedleBox(EndNeedle).Left(), 222);

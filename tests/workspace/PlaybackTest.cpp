@@ -1,4 +1,5 @@
 // These tests play a real video in the main window and check its times and its sound.
+#include <QPushButton>
 #include <QSlider>
 
 #include "platform/player/PlaybackCore.h"
@@ -90,6 +91,19 @@ TEST_F(Playback, StartsAgainByRunWhilePausedAndKeepsThePauseState) {
   EXPECT_TRUE(watch_.Moves()) << "the next Pause plays what plays already";
   Give(PauseVideo);
   EXPECT_TRUE(watch_.StandsStill());
+}
+
+TEST_F(Playback, RunsAndStopsByTheHiddenButtonsAsWell) {
+  const auto push = [this](Command command) {
+    Get<CommandButton>("Command1", command).findChild<QPushButton*>()->click();
+  };
+  RunRed();
+  Give(StopVideo);
+  ASSERT_TRUE(watch_.AwaitColour(kNothingPlayed));
+  push(RunVideo);
+  EXPECT_TRUE(watch_.AwaitColour(kPlayedRed));
+  push(StopVideo);
+  EXPECT_TRUE(watch_.AwaitColour(kNothingPlayed));
 }
 
 TEST_F(Playback, EndsByStopAndStartsAgainByTheSecondPause) {

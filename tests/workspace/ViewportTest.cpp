@@ -62,6 +62,21 @@ TEST_F(Viewport, HasScrollRangesOfAFifteenthOfTheCanvas) {
   EXPECT_EQ(across_.Max(), 43) << "a range beyond 16 bits is refused";
 }
 
+TEST_F(Viewport, ReachesTheFarEdgeOfALargeVideoOnlyIfItIsWideEnough) {
+  LoadVideoOf(1920, 1080);
+  across_.setValue(across_.Max());
+  const auto& viewport = Get<PictureBox>("Picture1", ViewportBox);
+  const auto columnsOutOfReach = [&] {
+    return Canvas().Left() + Canvas().Width() - viewport.Width();
+  };
+  constexpr float kBesideTheViewport = 61;
+  form_->setWidth((1152 + kBesideTheViewport) * kTwipsPerPixel);
+  EXPECT_EQ(viewport.Width(), 1152);
+  EXPECT_EQ(columnsOutOfReach(), 0);
+  form_->setWidth(16665);
+  EXPECT_EQ(columnsOutOfReach(), 102) << "in the narrowest window";
+}
+
 TEST_F(Viewport, ScrollsTheCanvasBySixPixelsHorizontallyAndTenVertically) {
   LoadVideoOf(1920, 1080);
   for (const auto& [across, down] : {std::pair(1, 7), {64, 36}, {128, 72}, {0, 0}}) {
