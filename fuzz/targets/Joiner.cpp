@@ -12,7 +12,7 @@
 namespace kelvane::fuzz {
 namespace {
 
-// Sections can't be removed: a window that has so many is replaced.
+// No section ever leaves a window, so one with this many sections is replaced by a new window.
 constexpr int kMostSections = 600;
 
 enum Step : std::uint8_t { TranscodingBegins, StepCount };
