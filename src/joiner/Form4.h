@@ -42,10 +42,10 @@ enum JoinMode : int { NoTranscode = 0, TranscodeAllSections = 1 };
 
 // "Video Joiner": a list of videos with its time chart, joined by the media tools.
 //
-// Section p, counted from 0, has a path in line p of List1, row p + 1 of ListView1, and a strip on
-// the chart, Picture2(p + 2), with its details in Label2 and its rule Line1 of the same index. No
-// entry is ever deleted: a removed section has a grey strip, and kDeletedSection for its path. A
-// file whose probe prints no duration has only a path, and from then on the numbers don't match.
+// Section p, counted from 0, has line p of List1 (its path), row p + 1 of ListView1 and, each with
+// index p + 2, its strip Picture2 on the chart, its details Label2 and its rule Line1. No entry is
+// ever deleted: a removed section has a grey strip, and kDeletedSection for its path. A file whose
+// probe prints no duration has only a path, and from then on the numbers don't match.
 class Form4 : public Form {
   Q_OBJECT
  public:

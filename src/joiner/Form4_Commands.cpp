@@ -25,8 +25,6 @@ void Form4::Label1_MouseUp(const MouseEvent& event) {
     case SaveVideoFileList:
       SaveList();
       break;
-    default:
-      break;
   }
 }
 

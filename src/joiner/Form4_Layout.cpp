@@ -58,8 +58,8 @@ void Form4::InitGUI() {
   GiveHorizontalExtent(List1);
 }
 
-// A pixel is ten seconds. A number that doesn't fit a 16-bit integer draws nothing, so the ticks
-// run to the ruler's end, but the labels only to 32,000 seconds.
+// A pixel is ten seconds. Numbers beyond 16 bits draw nothing: the ticks reach the ruler's end, the
+// labels only 32,000 seconds.
 void Form4::DrawRuler() {
   const float base = Picture5.ScaleHeight() / 2 + 8;
   Picture5.DrawLine(0, base, Picture5.ScaleWidth(), base, kLight);

@@ -1,6 +1,5 @@
 #include "media/PrivateFolder.h"
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/file.h>
 #include <sys/stat.h>
@@ -8,7 +7,6 @@
 
 #include <cerrno>
 #include <filesystem>
-#include <memory>
 #include <string_view>
 #include <system_error>
 #include <vector>
@@ -30,20 +28,12 @@ bool IsFolderName(std::string_view name) {
 std::system_error SystemError(int number) { return {number, std::generic_category()}; }
 
 std::vector<std::string> NamesIn(const Descriptor& folder) {
-  struct CloseListing {
-    void operator()(DIR* listing) const { ::closedir(listing); }
-  };
-  // closedir closes the descriptor of the listing as well.
-  const int ownDescriptor = ::openat(folder.number(), ".", kOpenFolder);
-  if (ownDescriptor < 0) return {};
-  const std::unique_ptr<DIR, CloseListing> listing(::fdopendir(ownDescriptor));
-  if (!listing) {
-    ::close(ownDescriptor);
-    return {};
-  }
   std::vector<std::string> names;
-  while (const dirent* const entry = ::readdir(listing.get())) {
-    names.emplace_back(static_cast<const char*>(entry->d_name));
+  std::error_code error;
+  const std::filesystem::path path = "/proc/self/fd/" + std::to_string(folder.number());
+  for (std::filesystem::directory_iterator entry(path, error), end; entry != end;
+       entry.increment(error)) {
+    names.push_back(entry->path().filename());
   }
   return names;
 }

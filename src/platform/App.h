@@ -40,7 +40,7 @@ class App {
   std::unique_ptr<QApplication> application_;
 };
 
-// Processes the pending events of all windows. Nothing else in the program does so.
+// Processes the pending events of all windows. Besides it only the event loops do so.
 void DoEvents();
 
 }  // namespace kelvane

@@ -39,8 +39,8 @@ MouseArea::MouseArea(QWidget* parent, const QString& name)
 }
 
 // The position in the widget is computed from the one on the screen, since the widget may have been
-// moved under the pointer after the event was sent. mapFromGlobal may take that for a position on
-// another screen: under a Wayland compositor Qt doesn't know where its windows are.
+// moved under the pointer after the event was sent. mapFromGlobal isn't used: under Wayland Qt
+// doesn't know where its windows are, and may take a position for one on another screen.
 MouseEvent MouseArea::MakeEvent(const QMouseEvent& event, int button) const {
   const QPointF inWindow = event.globalPosition() - window()->mapToGlobal(QPointF());
   const QPointF position = mapFrom(window(), inWindow) - MouseOrigin();

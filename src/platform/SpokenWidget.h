@@ -11,7 +11,7 @@ enum class SpokenRole {
   kNothing,  // left out
   kText,     // its caption; its meaning is the description
   kBox,      // a group if it has a meaning; otherwise its contents take its place
-  kStock,    // has the role of the Qt widget inside it
+  kStock,    // a layout node around its Qt widget
   kPicture,
   kCommand,        // a button; a click presses it
   kHorizontalBar,  // a slider that is dragged horizontally and whose value is its own Left

@@ -5,9 +5,9 @@
 #include "platform/Form.h"
 #include "shared/Colours.h"
 
-// The section window as designed. Places are in twips. Form_Load changes those of the needles, the
-// strip, the outlines of the thumbs and Picture6, and sets the ends of Line7 and Line8; drags set
-// Line8 as well. Form_Resize sets the ends of Line4 to Line6.
+// The section window as designed. Places are in twips. Form_Load changes those of the strip
+// Picture3(1) and of Picture6, and sets the ends of Line7 and Line8; drags set Line8 as well.
+// Form_Resize sets the ends of Line4 to Line6.
 namespace kelvane {
 
 constexpr QRgb kPale = 0xE0E0E0;

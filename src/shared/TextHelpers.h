@@ -6,8 +6,8 @@
 #include <string>
 
 // Conversions between text, numbers and times. Separators are those of the default locale. Numbers
-// must be finite unless a function says otherwise. A conversion from text returns std::nullopt if
-// the text doesn't convert. Thread-safe.
+// must be finite unless a function says otherwise. An optional result is std::nullopt if the text
+// doesn't convert. Thread-safe.
 namespace kelvane {
 
 // Convert between QString and the locale's encoding, which the media tools use. Characters that the

@@ -57,8 +57,6 @@ void Form1::RunCommand(int command) {
     case CropVideo:
       StartCrop();
       break;
-    default:
-      break;
   }
 }
 

@@ -48,8 +48,6 @@ void Form1::Picture2_MouseMove(const MouseEvent& event) {
       left.setHeight(base.Top() - top.Top());
       right.setHeight(base.Top() - top.Top() + kRightBarOverlap);
       break;
-    default:
-      break;
   }
 }
 

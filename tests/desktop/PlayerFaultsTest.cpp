@@ -34,7 +34,7 @@ class PlayerFaults : public DesktopTest {
   }
 };
 
-// The program finds this file before the system's library.
+// The program finds `library` before the system's libmpv.
 class PlayerLibraryFaults : public PlayerFaults {
  protected:
   PlayerLibraryFaults() {
@@ -67,9 +67,9 @@ TEST_F(PlayerLibraryFaults, WithALibraryThatLacksItsFunctionsThePictureIsBlack) 
   EXPECT_EQ(program.Printed(), "");
 }
 
-// The library ends the program where it can't start a thread, so the program looks for the sixteen
-// that a file may take.
-TEST_F(PlayerFaults, WithTooFewThreadsRunEndsWhatPlaysUntilThereAreEnough) {
+// libmpv aborts the program if it can't start a thread, so the program first tries the sixteen that
+// a file may take.
+TEST_F(PlayerFaults, WithTooFewThreadsRunOnlyEndsWhatPlays) {
   program.RunAsOrdinaryUser();
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 30));
   const auto leaveThreads = [&](int count) {

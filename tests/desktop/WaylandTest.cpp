@@ -33,6 +33,9 @@ class OnACompositor : public DesktopTest, public ::testing::WithParamInterface<O
   // Ends the program before the compositor.
   void TearDown() override {
     EXPECT_TRUE(program.Running());
+    if (compositor_->CloseWindow()) {
+      EXPECT_EQ(program.AwaitExit(), 0);
+    }
     DesktopTest::TearDown();
     program.Kill();
     compositor_.reset();

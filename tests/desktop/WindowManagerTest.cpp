@@ -30,6 +30,11 @@ class UnderATilingManager : protected TiledDisplay, public DesktopTest {
     ASSERT_TRUE(AwaitLaidOut(kFirstSize));
   }
 
+  void TearDown() override {
+    CloseAndExpectEnd();
+    DesktopTest::TearDown();
+  }
+
   bool AwaitRequestAfter(int requests) const {
     return WaitFor([&] { return manager.Requests() > requests; });
   }

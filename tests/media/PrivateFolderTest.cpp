@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 #include <sys/prctl.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -95,6 +96,22 @@ TEST_F(PrivateFolder, HasOnePlaceForTheListOfEveryJoin) {
   EXPECT_EQ(list.parent_path(), fs::path(Short()).parent_path());
   EXPECT_EQ(PrivateListFile(links_.path()), list);
   EXPECT_EQ(PrivateListFile("/missing folder"), "");
+}
+
+TEST_F(PrivateFolder, IsRemovedAtOnceIfItCanNotBeOpened) {
+  rlimit limit{};
+  ASSERT_EQ(::getrlimit(RLIMIT_NOFILE, &limit), 0);
+  const rlimit former = limit;
+  const int next = ::dup(STDIN_FILENO);
+  ASSERT_GE(next, 0);
+  ::close(next);
+  limit.rlim_cur = static_cast<rlim_t>(next);
+  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &limit), 0);
+  const std::string withoutDescriptor = Short();
+  ASSERT_EQ(::setrlimit(RLIMIT_NOFILE, &former), 0);
+  EXPECT_EQ(withoutDescriptor, "");
+  EXPECT_EQ(links_.Names(), Names());
+  EXPECT_EQ(ReadFile(Short()), "the clip");
 }
 
 TEST_F(PrivateFolder, IsRemovedWhenTheProgramEnds) {

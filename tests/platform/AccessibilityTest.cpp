@@ -206,6 +206,7 @@ TEST_F(ScreenReaderValue, IsLimitedToTheBoxOfABarAndHasNoEffectUnlessItIsFinite)
 TEST_F(ScreenReaderValue, IsTheReadOutOfAThumbAndCannotBeSet) {
   EXPECT_EQ(Value("Thumb").currentValue().toDouble(), 25);
   EXPECT_EQ(Node("Thumb").text(QAccessible::Value), u"25"_s);
+  EXPECT_EQ(Node("Thumb").text(QAccessible::Help), QString());
   EXPECT_FALSE(Value("Thumb").minimumValue().isValid());
   EXPECT_FALSE(Value("Thumb").maximumValue().isValid());
   Value("Thumb").setCurrentValue(3);

@@ -32,7 +32,7 @@ constexpr ControlDesign kLabel[]{
 
 void Print(const QString& text) { std::puts(qPrintable(text)); }
 
-// The locale in which C counts, and Qt's decimal point.
+// C's locale for numbers, and Qt's decimal point.
 int Locale(App& /*app*/) {
   Print(QLatin1String(std::setlocale(LC_NUMERIC, nullptr)) + " and " + QLocale().decimalPoint());
   return 0;

@@ -27,8 +27,8 @@ bool AllocationHasFailed() {
 
 }  // namespace kelvane::testing
 
-// Replacements of the standard operators. ThreadSanitizer needs its own, which tell the library
-// that allocates.
+// Replacements of the standard operators. ThreadSanitizer needs its own, to know which library
+// allocates.
 #ifndef __SANITIZE_THREAD__
 
 void* operator new(std::size_t size) {

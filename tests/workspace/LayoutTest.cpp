@@ -1,5 +1,5 @@
-// These tests compare what the main window shows and what a screen reader hears, and check its
-// layout when its size changes.
+// What the main window shows, what a screen reader hears of it, and its layout when its size
+// changes.
 #include "shared/SharedValues.h"
 #include "support/ScreenReader.h"
 #include "support/WindowText.h"

@@ -91,7 +91,7 @@ TEST_F(Region, IsMeasuredFromTheBarsForTheReadOutAndTheCrop) {
   }
 }
 
-TEST_F(Region, DoesNotDependOnPlayerHolderAndScrolling) {
+TEST_F(Region, DoesNotDependOnScrollingNorOnThePlayerOrItsHolder) {
   LoadVideoOf(640, 360);
   Get<Control>("wmp").setWidth(10);
   Get<PictureBox>("Picture1", HolderBox).setHeight(10);

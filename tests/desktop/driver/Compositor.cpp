@@ -67,6 +67,15 @@ Compositor::~Compositor() {
   process_.waitForFinished();
 }
 
+bool Compositor::CloseWindow() const {
+  const QDir folder(folder_.path());
+  const QStringList sockets = folder.entryList({"sway-ipc.*"}, QDir::System);
+  if (sockets.isEmpty()) return false;
+  QProcess::execute("swaymsg", {"--socket", folder.filePath(sockets.first()),
+                                "[app_id=\"kelvane.*\"] kill"});
+  return true;
+}
+
 QStringList Compositor::WestonCommand(const Output& output) const {
   const QSize units = output.pixels / output.scale;
   Configure(u"[output]\nname=X1\nmode=%1x%2\nscale=%3\n"_s.arg(units.width())

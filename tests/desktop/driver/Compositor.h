@@ -31,6 +31,9 @@ class Compositor {
   // Makes the program open its windows on this compositor. To be called before the program's start.
   void Show(Program& program) const;
 
+  // Asks the program to close its window. Returns false if this compositor can't; weston can't.
+  bool CloseWindow() const;
+
   // The window of the X display that shows the last output.
   WindowId LastOutput() const { return window_; }
 

@@ -9,17 +9,27 @@
 #include <thread>
 
 namespace kelvane::desktop {
+namespace {
 
-TilingManager::TilingManager(const std::string& display, QSize size)
-    : connection_(xcb_connect(display.c_str(), nullptr)), size_(size) {
-  root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
-  constexpr std::string_view kClientList = "_NET_CLIENT_LIST";
+xcb_atom_t Atom(xcb_connection_t* connection, std::string_view name) {
+  const auto length = static_cast<std::uint16_t>(name.size());
   const std::unique_ptr<xcb_intern_atom_reply_t, decltype(&std::free)> atom(
-      xcb_intern_atom_reply(connection_,
-                            xcb_intern_atom(connection_, 0, kClientList.size(), kClientList.data()),
+      xcb_intern_atom_reply(connection, xcb_intern_atom(connection, 0, length, name.data()),
                             nullptr),
       &std::free);
-  clientList_ = atom->atom;
+  return atom->atom;
+}
+
+}  // namespace
+
+TilingManager::TilingManager(const std::string& display, QSize size)
+    : connection_(xcb_connect(display.c_str(), nullptr)),
+      clientList_(Atom(connection_, "_NET_CLIENT_LIST")),
+      closeWindow_(Atom(connection_, "_NET_CLOSE_WINDOW")),
+      protocols_(Atom(connection_, "WM_PROTOCOLS")),
+      deleteWindow_(Atom(connection_, "WM_DELETE_WINDOW")),
+      size_(size) {
+  root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
   const std::uint32_t redirect = XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT;
   xcb_change_window_attributes(connection_, root_, XCB_CW_EVENT_MASK, &redirect);
   xcb_flush(connection_);
@@ -50,6 +60,8 @@ void TilingManager::HandleEvents() {
       Manage(reinterpret_cast<const xcb_map_request_event_t*>(event)->window);
     } else if (type == XCB_CONFIGURE_REQUEST) {
       Refuse(*reinterpret_cast<const xcb_configure_request_event_t*>(event));
+    } else if (type == XCB_CLIENT_MESSAGE) {
+      HandleMessage(*reinterpret_cast<const xcb_client_message_event_t*>(event));
     }
     std::free(event);
   }
@@ -72,6 +84,17 @@ void TilingManager::Place(WindowId window) {
                        XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH |
                            XCB_CONFIG_WINDOW_HEIGHT,
                        values.data());
+  xcb_flush(connection_);
+}
+
+void TilingManager::HandleMessage(const xcb_client_message_event_t& message) {
+  if (message.type != closeWindow_) return;
+  xcb_client_message_event_t request = message;
+  request.type = protocols_;
+  request.data.data32[0] = deleteWindow_;
+  request.data.data32[1] = XCB_CURRENT_TIME;
+  xcb_send_event(connection_, 0, request.window, XCB_EVENT_MASK_NO_EVENT,
+                 reinterpret_cast<const char*>(&request));
   xcb_flush(connection_);
 }
 

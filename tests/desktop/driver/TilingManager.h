@@ -27,11 +27,16 @@ class TilingManager {
   void HandleEvents();
   void Manage(WindowId window);
   void Place(WindowId window);
+  // Asks the window to close if the message says so.
+  void HandleMessage(const xcb_client_message_event_t& message);
   void Refuse(const xcb_configure_request_event_t& request);
 
   xcb_connection_t* connection_;
+  xcb_atom_t clientList_;
+  xcb_atom_t closeWindow_;
+  xcb_atom_t protocols_;
+  xcb_atom_t deleteWindow_;
   WindowId root_ = 0;
-  xcb_atom_t clientList_ = 0;
   std::atomic<QSize> size_;
   std::atomic<int> requests_ = 0;
   std::jthread thread_;
