@@ -5,9 +5,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <csignal>
 #include <optional>
 #include <system_error>
+#include <thread>
 #include <utility>
 #include <vector>
 
@@ -15,11 +17,31 @@
 #include "media/ToolText.h"
 
 namespace kelvane {
+
+struct StartedTool {
+  pid_t process = 0;
+  bool reaped = false;
+  std::optional<int> exitStatus;
+};
+
 namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr std::chrono::milliseconds kWaitingInterval(20);
 
 // The tools that were started and not yet reaped. Until a tool is reaped, the system gives its
 // process id to no other process.
-std::vector<pid_t> startedChildren;
+std::vector<std::shared_ptr<StartedTool>> startedTools;
+
+// Returns false while the tool runs.
+bool Reap(StartedTool& tool) {
+  int status = 0;
+  const pid_t ended = waitpid(tool.process, &status, WNOHANG);
+  tool.reaped = ended != 0;
+  if (ended > 0) tool.exitStatus = WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status);
+  return tool.reaped;
+}
 
 // Holds what posix_spawn needs to set a tool's descriptors and signals.
 class SpawnSettings {
@@ -61,8 +83,8 @@ class SpawnSettings {
 };
 
 // Starts the tool whose path is the first argument, with both its outputs on `writeEnd`. Returns
-// false if it can't be started.
-bool SpawnTool(std::vector<std::string> arguments, int writeEnd) {
+// null if it can't be started.
+std::shared_ptr<StartedTool> SpawnTool(std::vector<std::string> arguments, int writeEnd) {
   std::vector<char*> pointers;
   pointers.reserve(arguments.size() + 1);
   for (std::string& argument : arguments) pointers.push_back(argument.data());
@@ -70,14 +92,14 @@ bool SpawnTool(std::vector<std::string> arguments, int writeEnd) {
 
   const SpawnSettings settings(writeEnd);
   // Memory is reserved first, so that the process id of a started tool can always be kept.
-  startedChildren.reserve(startedChildren.size() + 1);
-  pid_t child = 0;
-  if (!settings.usable() || posix_spawn(&child, pointers.front(), settings.files(),
+  auto tool = std::make_shared<StartedTool>();
+  startedTools.reserve(startedTools.size() + 1);
+  if (!settings.usable() || posix_spawn(&tool->process, pointers.front(), settings.files(),
                                         settings.attributes(), pointers.data(), environ) != 0) {
-    return false;
+    return nullptr;
   }
-  startedChildren.push_back(child);
-  return true;
+  startedTools.push_back(tool);
+  return tool;
 }
 
 }  // namespace
@@ -86,6 +108,7 @@ std::string DOSOutputs::Outputs() const { return text_ ? text_->UpToCursor() : s
 
 std::string DOSOutputs::ExecuteCommand(const std::string& CommandLine) {
   if (!CommandLine.empty()) commandText_ = CommandLine;
+  tool_.reset();
   std::vector<std::string> arguments = SplitCommandLine(commandText_);
   if (arguments.empty()) return {};
   const auto text = std::make_shared<ToolText>();
@@ -95,22 +118,57 @@ std::string DOSOutputs::ExecuteCommand(const std::string& CommandLine) {
   } catch (const std::system_error&) {
     return {};
   }
-  if (!SpawnTool(std::move(arguments), reader->writeEnd().number())) return {};
+  const auto tool = SpawnTool(std::move(arguments), reader->writeEnd().number());
+  if (!tool) return {};
   reader->CloseWriteEnd();
   text_ = text;
+  tool_ = tool;
 
   const BlockLength length = blockLength_;
-  std::string block;
+  const std::function<void()> waiting = Waiting;
+  const auto killTime = std::make_shared<std::optional<Clock::time_point>>();
+  if (waiting) killTime_ = killTime;
+  auto due = waiting ? Clock::now() + kWaitingInterval : Clock::time_point::max();
+  const auto raiseWaitingIfDue = [&] {
+    if (Clock::now() < due) return;
+    waiting();
+    ReapEndedChildren();
+    if (*killTime && tool->reaped) {
+      // Another process may hold the output open.
+      reader.reset();
+    } else if (*killTime && Clock::now() >= **killTime) {
+      kill(tool->process, SIGKILL);
+    }
+    due = Clock::now() + kWaitingInterval;
+  };
+
+  std::optional<std::string> block;
   do {
-    block = text->NextBlock(length);
-    if (ReceiveOutputs) ReceiveOutputs(block);
-  } while (!block.empty());
+    block = text->NextBlock(length, due);
+    if (block && ReceiveOutputs) ReceiveOutputs(*block);
+    raiseWaitingIfDue();
+  } while (!block || !block->empty());
   ReapEndedChildren();
+  while (waiting && !tool->reaped) {
+    std::this_thread::sleep_until(due);
+    raiseWaitingIfDue();
+  }
   return text->UpToCursor();
 }
 
+void DOSOutputs::End(std::chrono::milliseconds patience) {
+  const auto killTime = killTime_.lock();
+  if (!killTime || *killTime) return;
+  *killTime = Clock::now() + patience;
+  if (!tool_->reaped) kill(tool_->process, SIGTERM);
+}
+
+std::optional<int> DOSOutputs::ExitStatus() const {
+  return tool_ ? tool_->exitStatus : std::nullopt;
+}
+
 void DOSOutputs::ReapEndedChildren() {
-  std::erase_if(startedChildren, [](pid_t child) { return waitpid(child, nullptr, WNOHANG) != 0; });
+  std::erase_if(startedTools, [](const auto& tool) { return Reap(*tool); });
 }
 
 }  // namespace kelvane

@@ -1,14 +1,18 @@
 #pragma once
 
+#include <chrono>
 #include <exception>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
 #include "media/ToolText.h"
 
 namespace kelvane {
+
+struct StartedTool;
 
 // Runs one console tool at a time and passes on what it prints while it runs.
 //
@@ -23,6 +27,11 @@ class DOSOutputs {
   // error in the order of writing, and once more with an empty text at the end of the stream. A
   // block may end in the middle of a word or of a character.
   std::function<void(const std::string& CommandOutputs)> ReceiveOutputs;
+
+  // If it is set when a run starts, it is raised about every 20 ms during the run, but not while a
+  // handler runs, so that the caller can process its events. The run then lasts until the tool has
+  // exited too, and End can end it.
+  std::function<void()> Waiting;
 
   const std::string& CommandLine() const { return commandText_; }
   void setCommandLine(const std::string& DosCommand) { commandText_ = DosCommand; }
@@ -40,10 +49,22 @@ class DOSOutputs {
   // tool's standard input is the null device.
   //
   // Returns an empty text, raises no event and leaves Outputs unchanged if the command line is
-  // empty, or if the tool or the thread that reads it can't be started. The run ends with the
-  // stream: it neither waits for the tool to exit nor looks at its exit status. Throws
-  // std::bad_alloc and what the event's handler throws; a started tool then has no reader any more.
+  // empty, or if the tool or the thread that reads it can't be started. Without Waiting, the run
+  // ends with the stream and doesn't wait for the tool to exit. Throws std::bad_alloc and what an
+  // event's handler throws; a started tool then has no reader any more.
   std::string ExecuteCommand(const std::string& CommandLine = {});
+
+  // Ends the run in progress; to be called by a handler, inside ExecuteCommand. Sends SIGTERM to
+  // the tool. If the tool hasn't exited after `patience`, ExecuteCommand sends SIGKILL as soon as
+  // no handler runs. The run ends when the tool has exited, even if another process still holds the
+  // tool's output. Has no effect outside a run, in a run without Waiting, and if it was called in
+  // this run before.
+  void End(std::chrono::milliseconds patience = std::chrono::seconds(5));
+
+  // Returns the exit status of the last run's tool, or the negative number of the signal that ended
+  // it. Returns std::nullopt before the first run, if the tool couldn't be started, and while it
+  // isn't reaped.
+  std::optional<int> ExitStatus() const;
 
   // Reaps the started tools that have ended, so that none stays a zombie. To be called on the
   // thread of the runs. Doesn't wait, and reaps no process that this class didn't start.
@@ -54,6 +75,11 @@ class DOSOutputs {
   // Of the last run that was started.
   std::shared_ptr<ToolText> text_;
   BlockLength blockLength_;
+  // Null if the last run's tool couldn't be started.
+  std::shared_ptr<StartedTool> tool_;
+  // When the tool is to be killed; std::nullopt until End is called. It exists only during a run
+  // with Waiting.
+  std::weak_ptr<std::optional<std::chrono::steady_clock::time_point>> killTime_;
 };
 
 // Returns a handler that calls `handler` and ignores its exceptions: a tool whose text can't be

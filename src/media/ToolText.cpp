@@ -56,15 +56,17 @@ void ToolText::End() {
   changed_.notify_one();
 }
 
-std::string ToolText::NextBlock(const BlockLength& length) {
+std::optional<std::string> ToolText::NextBlock(const BlockLength& length,
+                                               std::chrono::steady_clock::time_point due) {
   std::unique_lock lock(mutex_);
   std::string_view block;
-  changed_.wait(lock, [&] {
+  const bool came = changed_.wait_until(lock, due, [&] {
     block = std::string_view(text_).substr(cursor_, kBlockSize);
     const std::size_t end = length ? length(block) : block.size();
     if (end > 0) block = block.substr(0, end);
     return ended_ || end > 0 || block.size() == kBlockSize;
   });
+  if (!came) return std::nullopt;
   cursor_ += block.size();
   return std::string(block);
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <string>
 #include <string_view>
 
@@ -36,6 +37,22 @@ TEST(ToolText, CutsBlocksWhereTheLengthFunctionSays) {
   text.End();
   EXPECT_EQ(text.NextBlock(toTheDot), "four") << "the last block needs no dot";
   EXPECT_EQ(text.NextBlock(toTheDot), "");
+}
+
+TEST(ToolText, GivesNoBlockIfNoneComesInTime) {
+  const auto now = std::chrono::steady_clock::now;
+  const auto atTheLineEnd = [](std::string_view text) { return text.find('\n') + 1; };
+  ToolText text;
+  const auto due = now() + std::chrono::milliseconds(5);
+  EXPECT_EQ(text.NextBlock({}, due), std::nullopt);
+  EXPECT_GE(now(), due);
+  text.Append("half");
+  EXPECT_EQ(text.NextBlock(atTheLineEnd, now()), std::nullopt);
+  text.Append(" a line\nrest");
+  EXPECT_EQ(text.NextBlock(atTheLineEnd, now()), "half a line\n");
+  text.End();
+  EXPECT_EQ(text.NextBlock(atTheLineEnd, now()), "rest");
+  EXPECT_EQ(text.NextBlock(atTheLineEnd, now()), "");
 }
 
 TEST(ToolText, DropsTextThatFindsNoMemoryAndKeepsLaterText) {
