@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cerrno>
+#include <cstdlib>
 #include <exception>
 #include <filesystem>
 #include <string_view>
@@ -84,6 +85,13 @@ std::string PlainExtension(const std::string& path) {
   return plain ? extension : std::string();
 }
 
+// Returns the value of a variable of the environment if it is an absolute path, an empty text
+// otherwise.
+std::string FolderIn(const char* variable) {
+  const char* const value = std::getenv(variable);
+  return value != nullptr && *value == '/' ? value : std::string();
+}
+
 std::string ErrorText(int number, const std::string& description) {
   return "An error occurred while obtaining the file path.\n\nThe error number was:\t" +
          std::to_string(number) + "\nThe error description:\t" + description;
@@ -123,6 +131,35 @@ std::string PrivateListFile(const std::string& linksParent) {
 
 void ClearShortPathsLeftBehind(const std::string& linksParent) {
   PrivateFolder::ClearLeftBehind(linksParent);
+}
+
+std::vector<std::string> WorkFileParents() {
+  constexpr const char* kSpecialInFilters = "\\':,;[]";
+  std::vector<std::string> parents = {"/var/tmp"};
+  std::string cache = FolderIn("XDG_CACHE_HOME");
+  const std::string home = FolderIn("HOME");
+  if (cache.empty() && !home.empty()) cache = home + "/.cache";
+  if (!cache.empty() && CanGoUnquoted(cache) &&
+      cache.find_first_of(kSpecialInFilters) == std::string::npos) {
+    parents.push_back(cache);
+  }
+  return parents;
+}
+
+std::string PrivateWorkFile(const std::string& name, const std::vector<std::string>& parents) {
+  for (const std::string& parent : parents) {
+    try {
+      ::mkdir(parent.c_str(), S_IRWXU);
+      return PrivateFolder::In(parent).WorkFile(name);
+    } catch (const std::exception&) {
+      continue;
+    }
+  }
+  return {};
+}
+
+void ClearWorkFilesLeftBehind(const std::vector<std::string>& parents) {
+  for (const std::string& parent : parents) PrivateFolder::ClearLeftBehind(parent);
 }
 
 }  // namespace kelvane

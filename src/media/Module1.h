@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 // Paths that can go unquoted on a command line. Text is bytes in the locale's encoding.
 // `linksParent` is a folder whose own path can go unquoted. The functions aren't thread-safe: all
@@ -36,5 +37,21 @@ std::string PrivateListFile(const std::string& linksParent = "/tmp");
 // Removes the private folders in `linksParent` that this user's programs left behind. To be called
 // when the program starts. Leaves alone the folders of programs that run, and ignores errors.
 void ClearShortPathsLeftBehind(const std::string& linksParent = "/tmp");
+
+// Returns the folders that can have a private folder of working files, the preferred one first:
+// "/var/tmp" and, if its path can go unquoted and as it is in the text of a filter, the user's
+// cache folder ($XDG_CACHE_HOME or ~/.cache).
+std::vector<std::string> WorkFileParents();
+
+// Returns the path of a working file, in a private folder in the first of the `parents` that takes
+// one; a parent that doesn't exist is made, in a folder that does. `name` consists of ASCII
+// letters, digits, "-" and ".". The same name gets the same path each time. The caller writes the
+// file and may remove it; otherwise it is removed when the program ends. Returns an empty text if
+// none of the parents takes the folder.
+std::string PrivateWorkFile(const std::string& name,
+                            const std::vector<std::string>& parents = WorkFileParents());
+
+// Does for the working files in the `parents` what ClearShortPathsLeftBehind does.
+void ClearWorkFilesLeftBehind(const std::vector<std::string>& parents = WorkFileParents());
 
 }  // namespace kelvane

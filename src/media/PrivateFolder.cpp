@@ -17,6 +17,7 @@ namespace {
 constexpr int kOpenFolder = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 constexpr std::string_view kRandomPart = "XXXXXX";
 constexpr const char* kListFile = "files.txt";
+constexpr const char* kWorkFileBeginning = "work-";
 
 std::string NameBeginning() { return "kelvane-" + std::to_string(::geteuid()) + "-"; }
 
@@ -87,7 +88,7 @@ PrivateFolder& PrivateFolder::In(const std::string& parent) {
 PrivateFolder::~PrivateFolder() {
   if (owner_ != ::getpid() || !IsPathOf(path_, folder_)) return;
   for (const auto& [target, name] : names_) RemoveIf(S_IFLNK, folder_, name);
-  if (hasListFile_) RemoveIf(S_IFREG, folder_, kListFile);
+  for (const std::string& name : files_) RemoveIf(S_IFREG, folder_, name);
   ::rmdir(path_.c_str());
 }
 
@@ -106,10 +107,16 @@ std::string PrivateFolder::LinkTo(const std::string& target, const std::string& 
   return link;
 }
 
-std::string PrivateFolder::ListFile() {
+std::string PrivateFolder::ListFile() { return File(kListFile); }
+
+std::string PrivateFolder::WorkFile(const std::string& name) {
+  return File(kWorkFileBeginning + name);
+}
+
+std::string PrivateFolder::File(const std::string& name) {
   if (!IsPathOf(path_, folder_)) Make();
-  hasListFile_ = true;
-  return path_ + '/' + kListFile;
+  files_.insert(name);
+  return path_ + '/' + name;
 }
 
 void PrivateFolder::Make() {
@@ -137,8 +144,12 @@ void PrivateFolder::ClearLeftBehind(const std::string& parent) {
         ::flock(folder.number(), LOCK_EX | LOCK_NB) != 0) {
       continue;
     }
-    for (const std::string& entry : NamesIn(folder)) RemoveIf(S_IFLNK, folder, entry);
-    RemoveIf(S_IFREG, folder, kListFile);
+    for (const std::string& entry : NamesIn(folder)) {
+      RemoveIf(S_IFLNK, folder, entry);
+      if (entry == kListFile || entry.starts_with(kWorkFileBeginning)) {
+        RemoveIf(S_IFREG, folder, entry);
+      }
+    }
     ::unlinkat(parentFolder.number(), name.c_str(), AT_REMOVEDIR);
   }
 }

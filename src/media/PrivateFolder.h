@@ -1,27 +1,28 @@
 #pragma once
 
 #include <map>
+#include <set>
 #include <string>
 
 #include "media/Descriptor.h"
 
 namespace kelvane {
 
-// A folder of one run of the program. It holds symbolic links that give files short names, and the
-// list of a join if the program's folder can't.
+// A folder of one run of the program. It holds symbolic links that give files short names, the list
+// of a join if the program's folder can't, and working files.
 //
 // Its name is "kelvane-", the user's id, "-" and six characters. Only its user can open it. It is
 // locked until the program ends, so a folder that isn't locked was left behind. It is removed when
 // the program ends. Not thread-safe: all folders are to be used on one thread.
 class PrivateFolder {
  public:
-  // Returns the program's one folder in `parent`, which is made when a link or the list first needs
+  // Returns the program's one folder in `parent`, which is made when a link or a file first needs
   // it. The object lives until the program ends.
   static PrivateFolder& In(const std::string& parent);
 
-  // Removes this user's folders in `parent` whose programs have ended: the symbolic links and the
-  // list of a join in them, then each folder if nothing else is in it. Follows no link in `parent`,
-  // and ignores errors.
+  // Removes this user's folders in `parent` whose programs have ended: the symbolic links, the list
+  // of a join and the working files in them, then each folder if nothing else is in it. Follows no
+  // link in `parent`, and ignores errors.
   static void ClearLeftBehind(const std::string& parent);
 
   explicit PrivateFolder(std::string parent) : parent_(std::move(parent)) {}
@@ -40,8 +41,12 @@ class PrivateFolder {
   // the folder can't be made.
   std::string ListFile();
 
+  // Returns the path for a working file, whose name is "work-" and `name`, as ListFile does.
+  std::string WorkFile(const std::string& name);
+
  private:
   void Make();
+  std::string File(const std::string& name);
 
   std::string parent_;
   // Empty until the folder is made.
@@ -52,7 +57,7 @@ class PrivateFolder {
   // owner.
   pid_t owner_ = 0;
   std::map<std::string, std::string> names_;
-  bool hasListFile_ = false;
+  std::set<std::string> files_;
 };
 
 }  // namespace kelvane

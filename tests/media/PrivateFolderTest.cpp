@@ -8,7 +8,9 @@
 #include <unistd.h>
 
 #include <csignal>
+#include <cstdlib>
 #include <filesystem>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -27,8 +29,8 @@ class PrivateFolder : public ::testing::Test {
  protected:
   std::string Short() const { return GetShortFileName(file_, {}, links_.path()); }
 
-  // A program that prints its short path of the file, writes a join's list, and then ends as `end`
-  // says; "wait" ends it when its input is closed.
+  // A program that prints its short path of the file, writes a join's list and a working file, and
+  // then ends as `end` says; "wait" ends it when its input is closed.
   Process Program(const std::string& end) const {
     return StartTestProgram({"private-folder", links_.path(), end, file_});
   }
@@ -44,6 +46,7 @@ class PrivateFolder : public ::testing::Test {
     EXPECT_TRUE(WIFSIGNALED(program.Wait()));
     EXPECT_TRUE(fs::is_symlink(shortPath)) << shortPath;
     EXPECT_EQ(ReadFile(shortPath.parent_path() / "files.txt"), "the list");
+    EXPECT_EQ(ReadFile(shortPath.parent_path() / "work-sample.mp4"), "the sample");
     return shortPath.parent_path();
   }
 
@@ -96,6 +99,35 @@ TEST_F(PrivateFolder, HasOnePlaceForTheListOfEveryJoin) {
   EXPECT_EQ(list.parent_path(), fs::path(Short()).parent_path());
   EXPECT_EQ(PrivateListFile(links_.path()), list);
   EXPECT_EQ(PrivateListFile("/missing folder"), "");
+}
+
+TEST_F(PrivateFolder, HasAPlaceForEachWorkingFile) {
+  const fs::path sample = PrivateWorkFile("sample.mp4", {links_.path()});
+  EXPECT_EQ(sample.filename(), "work-sample.mp4");
+  EXPECT_EQ(sample.parent_path(), fs::path(Short()).parent_path());
+  EXPECT_EQ(PrivateWorkFile("sample.mp4", {links_.path()}), sample);
+  EXPECT_NE(PrivateWorkFile("shake.trf", {links_.path()}), sample);
+}
+
+TEST_F(PrivateFolder, OfWorkingFilesIsInTheFirstParentThatTakesIt) {
+  const std::string file = links_.File("no-folder");
+  const std::string made = links_ / "made";
+  const TemporaryFolder other;
+  const auto parentFor = [](const Names& parents) {
+    return fs::path(PrivateWorkFile("sample.mp4", parents)).parent_path().parent_path();
+  };
+  EXPECT_EQ(parentFor({links_.path(), other.path()}), links_.path());
+  EXPECT_EQ(parentFor({file, other.path(), links_.path()}), other.path());
+  EXPECT_EQ(parentFor({file, made}), made) << "made for it";
+  EXPECT_EQ(fs::status(made).permissions(), fs::perms::owner_all);
+  EXPECT_EQ(parentFor({file, links_ / "missing/inner"}), "");
+  EXPECT_EQ(parentFor({}), "");
+}
+
+TEST_F(PrivateFolder, OfWorkingFilesIsRemovedByALaterStartAfterACrash) {
+  FolderLeftBehind();
+  ClearWorkFilesLeftBehind({links_ / "missing", links_.path()});
+  EXPECT_EQ(links_.Names(), Names());
 }
 
 TEST_F(PrivateFolder, IsRemovedAtOnceIfItCanNotBeOpened) {
@@ -187,11 +219,14 @@ TEST_F(PrivateFolder, IsKeptByALaterStartIfItHoldsAForeignFile) {
   const std::string folder = FolderLeftBehind();
   links_.File(fs::path(folder).filename().string() + "/foreign", "foreign");
   fs::create_directory(folder + "/inner");
+  fs::create_directory(folder + "/work-folder");
   fs::create_symlink(file_, folder + "/inner/link");
   ClearShortPathsLeftBehind(links_.path());
   EXPECT_EQ(ReadFile(folder + "/foreign"), "foreign");
   EXPECT_EQ(ReadFile(folder + "/inner/link"), "the clip");
+  EXPECT_TRUE(fs::exists(folder + "/work-folder"));
   EXPECT_FALSE(fs::is_symlink(fs::symlink_status(folder + "/1.mp4")));
+  EXPECT_FALSE(fs::exists(folder + "/work-sample.mp4"));
 }
 
 TEST_F(PrivateFolder, IsAllThatALaterStartRemoves) {
@@ -248,6 +283,60 @@ TEST_F(PrivateFolder, IsKeptByAnotherStartWhileItIsBeingMade) {
   ::waitpid(clearing, nullptr, 0);
   ClearShortPathsLeftBehind(links_.path());
   EXPECT_EQ(links_.Names(), Names());
+}
+
+// Sets a variable of the environment for as long as it lives; null removes it.
+class Variable {
+ public:
+  Variable(const char* name, const char* value) : name_(name) {
+    if (const char* const former = std::getenv(name)) former_ = former;
+    Set(value);
+  }
+  Variable(const Variable&) = delete;
+  Variable& operator=(const Variable&) = delete;
+  ~Variable() { Set(former_ ? former_->c_str() : nullptr); }
+
+ private:
+  void Set(const char* value) const {
+    value == nullptr ? ::unsetenv(name_) : ::setenv(name_, value, 1);
+  }
+
+  const char* name_;
+  std::optional<std::string> former_;
+};
+
+TEST(WorkFileParents, AreTheDisksTemporaryFolderAndTheUsersCacheFolderIfThatIsPlain) {
+  struct Case {
+    const char* cacheHome;
+    const char* home;
+    Names expectedAfterTheFirst;
+  };
+  const std::vector<Case> cases = {
+      {nullptr, "/home/user", {"/home/user/.cache"}},
+      {"/disk/cache", "/home/user", {"/disk/cache"}},
+      {"/disk/cache", nullptr, {"/disk/cache"}},
+      {"", "/home/user", {"/home/user/.cache"}},
+      {"relative", "/home/user", {"/home/user/.cache"}},
+      {"/disk/my cache", "/home/user", {}},
+      {nullptr, "/home/50%", {}},
+      // What has a meaning in the text of a filter.
+      {nullptr, "/home/o'user", {}},
+      {nullptr, "/home/a:b", {}},
+      {nullptr, "/home/a,b", {}},
+      {nullptr, "/home/a;b", {}},
+      {nullptr, "/home/a[b", {}},
+      {nullptr, "/home/a]b", {}},
+      {nullptr, "/home/a\\b", {}},
+      {nullptr, "/home/\u00E4=b", {"/home/\u00E4=b/.cache"}},
+      {nullptr, "relative", {}},
+      {nullptr, nullptr, {}},
+  };
+  for (auto [cacheHome, home, expected] : cases) {
+    const Variable cacheHomeVariable("XDG_CACHE_HOME", cacheHome);
+    const Variable homeVariable("HOME", home);
+    expected.insert(expected.begin(), "/var/tmp");
+    EXPECT_EQ(WorkFileParents(), expected);
+  }
 }
 
 TEST(ToolsFolder, IsTheProgramsFolderIfItNeedsNoShortPathOrHasNone) {

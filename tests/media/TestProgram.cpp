@@ -93,12 +93,14 @@ int Flood(const Arguments& arguments) {
   return EXIT_SUCCESS;
 }
 
-// Makes a short path and a join's list in a private folder, and ends in a way that the test names.
+// Makes a short path, a join's list and a working file in a private folder, and ends in a way that
+// the test names.
 // Arguments: parent of the folder; way to end; file.
 int UsePrivateFolder(const Arguments& arguments) {
   const std::string& links = arguments.at(0);
   const std::string& end = arguments.at(1);
   std::ofstream(PrivateListFile(links)) << "the list";
+  std::ofstream(PrivateWorkFile("sample.mp4", {links})) << "the sample";
   std::cout << GetShortFileName(arguments.at(2), {}, links) << std::endl;
   if (end == "crash after starting a child" && std::system("/bin/sleep 60 & echo $!") != 0) {
     return EXIT_FAILURE;
