@@ -1,6 +1,10 @@
 #include "media/ProbeReadings.h"
 
 #include <algorithm>
+#include <charconv>
+#include <cstdint>
+#include <span>
+#include <system_error>
 #include <utility>
 
 #include "media/Trim.h"
@@ -23,6 +27,13 @@ size_t FindIgnoringCase(string_view text, string_view word) {
   const auto* const found = std::search(text.begin(), text.end(), word.begin(), word.end(),
                                         [](char c, char wanted) { return LowerCase(c) == wanted; });
   return found == text.end() ? string_view::npos : static_cast<size_t>(found - text.begin());
+}
+
+// The words are in lower case.
+bool HasAnyOf(std::span<const string_view> words, string_view line) {
+  return std::any_of(words.begin(), words.end(), [line](string_view word) {
+    return FindIgnoringCase(line, word) != string_view::npos;
+  });
 }
 
 // Returns the text from a position on, which is counted from 1; empty if the text is shorter.
@@ -89,6 +100,67 @@ std::optional<string> DurationReading::Append(string_view block) {
   }
   if (!found_) return std::nullopt;
   return string(Trim(FromCharacter(kept_, kValueStart)));
+}
+
+std::optional<double> ReadProgress(string_view line) {
+  constexpr string_view kTimeWord = "time=";
+  // What ends each number, and its unit in hundredths of a second.
+  constexpr std::pair<char, std::uint64_t> kNumbers[] = {
+      {':', 360'000}, {':', 6000}, {'.', 100}, {' ', 1}};
+  const size_t word = line.find(kTimeWord);
+  if (word == string_view::npos) return std::nullopt;
+  line.remove_prefix(word + kTimeWord.size());
+  if (line.starts_with('-')) return 0;
+  std::uint64_t hundredths = 0;
+  for (const auto& [end, unit] : kNumbers) {
+    std::uint32_t number = 0;
+    const auto [next, error] = std::from_chars(line.data(), line.data() + line.size(), number);
+    line.remove_prefix(static_cast<size_t>(next - line.data()));
+    if (error != std::errc() || !line.starts_with(end)) return std::nullopt;
+    line.remove_prefix(1);
+    hundredths += number * unit;
+  }
+  return static_cast<double>(hundredths) / 100;
+}
+
+string LastComplaint(string_view text) {
+  constexpr size_t kLookedAt = size_t{1} << 16U;
+  static constexpr string_view kComplaints[] = {
+      "error",    "fail",   "invalid",   "unable",         "unknown ",
+      "not ",     "cannot", "no such",   "denied",         "no space",
+      "exceeded", "too ",   "read-only", "is a directory", "supported"};
+  // What ffmpeg says after the line that names the cause.
+  static constexpr string_view kConsequences[] = {"invalid argument",
+                                                  "error opening input file",
+                                                  "error opening output file",
+                                                  "error initializing output stream",
+                                                  "error selecting an encoder",
+                                                  "error reinitializing filters",
+                                                  "failed to inject frame",
+                                                  "failed to configure",
+                                                  "error while processing the decoded data",
+                                                  "could not open encoder before",
+                                                  "nothing was written",
+                                                  "task finished",
+                                                  "terminating thread",
+                                                  "conversion failed"};
+  text = text.substr(text.size() - std::min(text.size(), kLookedAt));
+  string_view consequence;
+  while (!text.empty()) {
+    // If there is no line break, it is the whole text. npos + 1 is 0.
+    const size_t start = text.find_last_of("\r\n") + 1;
+    string_view line = text.substr(start);
+    const size_t nameEnd = line.starts_with('[') ? line.find("] ") : string_view::npos;
+    if (nameEnd != string_view::npos) line.remove_prefix(nameEnd + 2);
+    // The others describe the files, with names and titles that may have any word.
+    if (!line.starts_with(' ') && !line.starts_with("Input #") && !line.starts_with("Output #") &&
+        HasAnyOf(kComplaints, line)) {
+      if (!HasAnyOf(kConsequences, line)) return string(line);
+      consequence = line;
+    }
+    text = text.substr(0, std::max(start, size_t{1}) - 1);
+  }
+  return string(consequence);
 }
 
 }  // namespace kelvane

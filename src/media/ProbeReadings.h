@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-// Reads the text that the probe tool prints. Lengths are in bytes. Searches ignore the case of
-// ASCII letters.
+// Reads the text that the tools print. Lengths are in bytes. Searches ignore the case of ASCII
+// letters.
 namespace kelvane {
 
 // Returns `text` with a carriage return inserted before every line feed that has none. The fixed
@@ -49,5 +49,15 @@ class DurationReading {
   // and as much of the text after it as is read.
   std::string kept_;
 };
+
+// Returns the time in a line of ffmpeg's progress, "time=00:01:23.45", in seconds; 0 if it is
+// negative. Returns std::nullopt for any other line, and if the time is unknown, "time=N/A". The
+// lines end with carriage returns: EndOfLine cuts the text into them.
+std::optional<double> ReadProgress(std::string_view line);
+
+// Returns the last line of a tool's text that says what went wrong, without a "[name @ address]" at
+// its beginning; an empty text if there is none. A line in which ffmpeg only says what followed
+// from that, such as "Conversion failed!", counts if there is no other. Looks at the last 64 KiB.
+std::string LastComplaint(std::string_view text);
 
 }  // namespace kelvane
