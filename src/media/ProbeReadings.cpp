@@ -1,6 +1,7 @@
 #include "media/ProbeReadings.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <cstdint>
 #include <span>
@@ -105,8 +106,8 @@ std::optional<string> DurationReading::Append(string_view block) {
 std::optional<double> ReadProgress(string_view line) {
   constexpr string_view kTimeWord = "time=";
   // What ends each number, and its unit in hundredths of a second.
-  constexpr std::pair<char, std::uint64_t> kNumbers[] = {
-      {':', 360'000}, {':', 6000}, {'.', 100}, {' ', 1}};
+  constexpr std::array<std::pair<char, std::uint64_t>, 4> kNumbers{
+      {{':', 360'000}, {':', 6000}, {'.', 100}, {' ', 1}}};
   const size_t word = line.find(kTimeWord);
   if (word == string_view::npos) return std::nullopt;
   line.remove_prefix(word + kTimeWord.size());
@@ -125,25 +126,16 @@ std::optional<double> ReadProgress(string_view line) {
 
 string LastComplaint(string_view text) {
   constexpr size_t kLookedAt = size_t{1} << 16U;
-  static constexpr string_view kComplaints[] = {
-      "error",    "fail",   "invalid",   "unable",         "unknown ",
-      "not ",     "cannot", "no such",   "denied",         "no space",
-      "exceeded", "too ",   "read-only", "is a directory", "supported"};
+  static constexpr auto kComplaints = std::to_array<string_view>(
+      {"error", "fail", "invalid", "unable", "unknown ", "not ", "cannot", "no such", "denied",
+       "no space", "exceeded", "too ", "read-only", "is a directory", "supported"});
   // What ffmpeg says after the line that names the cause.
-  static constexpr string_view kConsequences[] = {"invalid argument",
-                                                  "error opening input file",
-                                                  "error opening output file",
-                                                  "error initializing output stream",
-                                                  "error selecting an encoder",
-                                                  "error reinitializing filters",
-                                                  "failed to inject frame",
-                                                  "failed to configure",
-                                                  "error while processing the decoded data",
-                                                  "could not open encoder before",
-                                                  "nothing was written",
-                                                  "task finished",
-                                                  "terminating thread",
-                                                  "conversion failed"};
+  static constexpr auto kConsequences = std::to_array<string_view>(
+      {"invalid argument", "error opening input file", "error opening output file",
+       "error initializing output stream", "error selecting an encoder",
+       "error reinitializing filters", "failed to inject frame", "failed to configure",
+       "error while processing the decoded data", "could not open encoder before",
+       "nothing was written", "task finished", "terminating thread", "conversion failed"});
   text = text.substr(text.size() - std::min(text.size(), kLookedAt));
   string_view consequence;
   while (!text.empty()) {

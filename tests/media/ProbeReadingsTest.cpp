@@ -215,142 +215,144 @@ struct ComplaintCase {
   const char* complaint;
 };
 
-// What ffmpeg 5.1 and 7.1 print at the end of a run that fails, without some repeated lines.
-const ComplaintCase kComplaintCases[] = {
-    {"input missing, 5.1",
-     "ffmpeg stats and -progress period set to 0.1.\n"
-     "a.mp4: No such file or directory\n",
-     "a.mp4: No such file or directory"},
-    {"input missing, 7.1",
-     "[in#0 @ 0x55a2d0f34fc0] Error opening input: No such file or directory\n"
-     "Error opening input file a.mp4.\n"
-     "Error opening input files: No such file or directory\n",
-     "Error opening input: No such file or directory"},
-    {"input is no video, 5.1",
-     "[mov,mp4,m4a,3gp,3g2,mj2 @ 0x555f911f7480] moov atom not found\n"
-     "a.mp4: Invalid data found when processing input\n",
-     "a.mp4: Invalid data found when processing input"},
-    {"filter missing, 5.1",
-     "Press [q] to stop, [?] for help\n"
-     "[AVFilterGraph @ 0x55b7f7c8f100] No such filter: 'vidstabdetect'\n"
-     "Error reinitializing filters!\n"
-     "Failed to inject frame into filter network: Invalid argument\n"
-     "Error while processing the decoded data for stream #0:0\n"
-     "Conversion failed!\n",
-     "No such filter: 'vidstabdetect'"},
-    {"filter missing, 7.1",
-     "[AVFilterGraph @ 0x56129d0e7380] No such filter: 'vidstabdetect'\n"
-     "Error opening output file -.\n"
-     "Error opening output files: Filter not found\n",
-     "No such filter: 'vidstabdetect'"},
-    {"format unknown, 5.1",
-     "    Metadata:\n"
-     "      handler_name    : SoundHandler\n"
-     "[NULL @ 0x55bba2fdd540] Unable to find a suitable output format for 'a.txx'\n"
-     "a.txx: Invalid argument\n",
-     "Unable to find a suitable output format for 'a.txx'"},
-    {"format unknown, 7.1",
-     "[AVFormatContext @ 0x55fc27ac4040] Unable to choose an output format for 'a.txx'; use a "
-     "standard extension for the filename or specify the format manually.\n"
-     "[out#0 @ 0x55fc27a726c0] Error initializing the muxer for a.txx: Invalid argument\n"
-     "Error opening output file a.txx.\n"
-     "Error opening output files: Invalid argument\n",
-     "Unable to choose an output format for 'a.txx'; use a standard extension for the filename or "
-     "specify the format manually."},
-    {"encoding doesn't fit the format, 5.1",
-     "[webm @ 0x55b06f0a65c0] Only VP8 or VP9 or AV1 video and Vorbis or Opus audio and WebVTT "
-     "subtitles are supported for WebM.\n"
-     "Could not write header for output file #0 (incorrect codec parameters ?): Invalid argument\n"
-     "Error initializing output stream 0:1 -- \n"
-     "Stream mapping:\n"
-     "  Stream #0:0 -> #0:0 (copy)\n"
-     "    Last message repeated 1 times\n",
-     "Only VP8 or VP9 or AV1 video and Vorbis or Opus audio and WebVTT subtitles are supported for "
-     "WebM."},
-    {"disk full, 5.1",
-     "av_interleaved_write_frame(): No space left on device\n"
-     "    Last message repeated 5 times\n"
-     "Error writing trailer of a.mp4: No space left on device\n"
-     "frame=  109 fps=0.0 q=24.8 Lsize=     100kB time=00:00:03.68 bitrate= 222.4kbits/s    \r"
-     "video:225kB audio:29kB subtitle:0kB other streams:0kB muxing overhead: unknown\n"
-     "Error closing file a.mp4: No space left on device\n"
-     "[libx264 @ 0x55aabe6be3c0] kb/s:776.16\n"
-     "[aac @ 0x55aabe6ba2c0] Qavg: 109.716\n"
-     "Conversion failed!\n",
-     "Error closing file a.mp4: No space left on device"},
-    {"disk full, 7.1",
-     "[out#0/mp4 @ 0x5625f70b46c0] Error muxing a packet\n"
-     "[out#0/mp4 @ 0x5625f70b46c0] Task finished with error code: -28 (No space left on device)\n"
-     "[out#0/mp4 @ 0x5625f70b46c0] Error writing trailer: No space left on device\n"
-     "[out#0/mp4 @ 0x5625f70b46c0] Error closing file: No space left on device\n"
-     "[out#0/mp4 @ 0x5625f70b46c0] video:237KiB audio:42KiB muxing overhead: unknown\n"
-     "frame=   55 fps=0.0 q=24.8 Lsize=     100KiB time=00:00:01.80 bitrate= 455.1kbits/s    \n"
-     "Conversion failed!\n",
-     "Error closing file: No space left on device"},
-    {"encoder missing, 7.1",
-     "[vost#0:0 @ 0x56b620580] Unknown encoder 'libx264'\n"
-     "[vost#0:0 @ 0x56b620580] Error selecting an encoder\n"
-     "Error opening output files: Encoder not found\n",
-     "Unknown encoder 'libx264'"},
-    {"disk full at the beginning, 5.1",
-     "Could not write header for output file #0 (incorrect codec parameters ?): No space left on "
-     "device\n"
-     "Error initializing output stream 0:0 -- \n"
-     "[aac @ 0x5647722502c0] 2 frames left in the queue on closing\n"
-     "Conversion failed!\n",
-     "Could not write header for output file #0 (incorrect codec parameters ?): No space left on "
-     "device"},
-    {"disk of the transforms full, 7.1",
-     "[Parsed_vidstabdetect_0 @ 0x7f9a7c001b80] cannot write to transform fileError while "
-     "filtering: No space left on device\n"
-     "[vf#0:0 @ 0x561ea79642c0] Task finished with error code: -28 (No space left on device)\n"
-     "[vf#0:0 @ 0x561ea79642c0] Terminating thread with return code -28 (No space left on device)\n"
-     "Conversion failed!\n",
-     "cannot write to transform fileError while filtering: No space left on device"},
-    {"transforms missing, 7.1",
-     "[Parsed_vidstabtransform_0 @ 0x7fefe8001b80]     invert    = False\n"
-     "[Parsed_vidstabtransform_0 @ 0x7fefe8001b80] cannot open input file a.trf\n"
-     "[Parsed_vidstabtransform_0 @ 0x7fefe8001b80] Failed to configure input pad on Parsed_0\n"
-     "[vf#0:0 @ 0x55ad3fe2a1c0] Error reinitializing filters!\n"
-     "[vf#0:0 @ 0x55ad3fe2a1c0] Task finished with error code: -2 (No such file or directory)\n"
-     "[vost#0:0/libx264 @ 0x55ad3fe7c580] Could not open encoder before EOF\n"
-     "[out#0/mp4 @ 0x55ad3fe2a6c0] Nothing was written into output file, because at least one of "
-     "its streams received no packets.\n"
-     "frame=    0 fps=0.0 q=0.0 Lsize=       0KiB time=N/A bitrate=N/A speed=N/A    \n"
-     "Conversion failed!\n",
-     "cannot open input file a.trf"},
-    {"folder in place of the file, 5.1", "a.mp4: Is a directory\n", "a.mp4: Is a directory"},
-    {"an earlier complaint of a stream that isn't used",
-     "[mov @ 0x1] Unsupported codec with id 0 for input stream 2\n"
-     "a.mp4: Permission denied\n",
-     "a.mp4: Permission denied"},
-    {"library missing",
-     "ffmpeg: error while loading shared libraries: libx.so: cannot open shared object file\n",
-     "ffmpeg: error while loading shared libraries: libx.so: cannot open shared object file"},
-    {"no line break", "Error one\nError two", "Error two"},
-    {"killed while it encodes",
-     "Input #0, mov,mp4,m4a,3gp,3g2,mj2, from 'failed takes.mp4':\n"
-     "    title           : Unknown errors\n"
-     "Output #0, mp4, to 'error.mp4':\n"
-     "frame=   10 fps=0.0 q=-0.0 size=N/A time=00:00:01.23 bitrate=N/A speed=   2x    \r",
-     ""},
-    {"ended by a signal",
-     "[libx264 @ 0x564353c74a80] kb/s:769.95\n"
-     "Exiting normally, received signal 15.\n",
-     ""},
-    {"only what followed",
-     "Failed to inject frame into filter network: Invalid argument\n"
-     "Error while processing the decoded data for stream #0:0\n"
-     "Conversion failed!\n",
-     "Failed to inject frame into filter network: Invalid argument"},
-    {"a bracket without its counterpart", "[error\n", "[error"},
-    {"nothing", "", ""},
-};
-
 TEST(LastComplaint, IsTheLastLineThatSaysWhatWentWrong) {
-  for (const auto& [name, text, complaint] : kComplaintCases) {
+  // What ffmpeg 5.1 and 7.1 print at the end of a run that fails, without some repeated lines.
+  const std::vector<ComplaintCase> cases = {
+      {"input missing, 5.1",
+       "ffmpeg stats and -progress period set to 0.1.\n"
+       "a.mp4: No such file or directory\n",
+       "a.mp4: No such file or directory"},
+      {"input missing, 7.1",
+       "[in#0 @ 0x55a2d0f34fc0] Error opening input: No such file or directory\n"
+       "Error opening input file a.mp4.\n"
+       "Error opening input files: No such file or directory\n",
+       "Error opening input: No such file or directory"},
+      {"input is no video, 5.1",
+       "[mov,mp4,m4a,3gp,3g2,mj2 @ 0x555f911f7480] moov atom not found\n"
+       "a.mp4: Invalid data found when processing input\n",
+       "a.mp4: Invalid data found when processing input"},
+      {"filter missing, 5.1",
+       "Press [q] to stop, [?] for help\n"
+       "[AVFilterGraph @ 0x55b7f7c8f100] No such filter: 'vidstabdetect'\n"
+       "Error reinitializing filters!\n"
+       "Failed to inject frame into filter network: Invalid argument\n"
+       "Error while processing the decoded data for stream #0:0\n"
+       "Conversion failed!\n",
+       "No such filter: 'vidstabdetect'"},
+      {"filter missing, 7.1",
+       "[AVFilterGraph @ 0x56129d0e7380] No such filter: 'vidstabdetect'\n"
+       "Error opening output file -.\n"
+       "Error opening output files: Filter not found\n",
+       "No such filter: 'vidstabdetect'"},
+      {"format unknown, 5.1",
+       "    Metadata:\n"
+       "      handler_name    : SoundHandler\n"
+       "[NULL @ 0x55bba2fdd540] Unable to find a suitable output format for 'a.txx'\n"
+       "a.txx: Invalid argument\n",
+       "Unable to find a suitable output format for 'a.txx'"},
+      {"format unknown, 7.1",
+       "[AVFormatContext @ 0x55fc27ac4040] Unable to choose an output format for 'a.txx'; use a "
+       "standard extension for the filename or specify the format manually.\n"
+       "[out#0 @ 0x55fc27a726c0] Error initializing the muxer for a.txx: Invalid argument\n"
+       "Error opening output file a.txx.\n"
+       "Error opening output files: Invalid argument\n",
+       "Unable to choose an output format for 'a.txx'; use a standard extension for the filename "
+       "or "
+       "specify the format manually."},
+      {"encoding doesn't fit the format, 5.1",
+       "[webm @ 0x55b06f0a65c0] Only VP8 or VP9 or AV1 video and Vorbis or Opus audio and WebVTT "
+       "subtitles are supported for WebM.\n"
+       "Could not write header for output file #0 (incorrect codec parameters ?): Invalid "
+       "argument\n"
+       "Error initializing output stream 0:1 -- \n"
+       "Stream mapping:\n"
+       "  Stream #0:0 -> #0:0 (copy)\n"
+       "    Last message repeated 1 times\n",
+       "Only VP8 or VP9 or AV1 video and Vorbis or Opus audio and WebVTT subtitles are supported "
+       "for "
+       "WebM."},
+      {"disk full, 5.1",
+       "av_interleaved_write_frame(): No space left on device\n"
+       "    Last message repeated 5 times\n"
+       "Error writing trailer of a.mp4: No space left on device\n"
+       "frame=  109 fps=0.0 q=24.8 Lsize=     100kB time=00:00:03.68 bitrate= 222.4kbits/s    \r"
+       "video:225kB audio:29kB subtitle:0kB other streams:0kB muxing overhead: unknown\n"
+       "Error closing file a.mp4: No space left on device\n"
+       "[libx264 @ 0x55aabe6be3c0] kb/s:776.16\n"
+       "[aac @ 0x55aabe6ba2c0] Qavg: 109.716\n"
+       "Conversion failed!\n",
+       "Error closing file a.mp4: No space left on device"},
+      {"disk full, 7.1",
+       "[out#0/mp4 @ 0x5625f70b46c0] Error muxing a packet\n"
+       "[out#0/mp4 @ 0x5625f70b46c0] Task finished with error code: -28 (No space left on device)\n"
+       "[out#0/mp4 @ 0x5625f70b46c0] Error writing trailer: No space left on device\n"
+       "[out#0/mp4 @ 0x5625f70b46c0] Error closing file: No space left on device\n"
+       "[out#0/mp4 @ 0x5625f70b46c0] video:237KiB audio:42KiB muxing overhead: unknown\n"
+       "frame=   55 fps=0.0 q=24.8 Lsize=     100KiB time=00:00:01.80 bitrate= 455.1kbits/s    \n"
+       "Conversion failed!\n",
+       "Error closing file: No space left on device"},
+      {"encoder missing, 7.1",
+       "[vost#0:0 @ 0x56b620580] Unknown encoder 'libx264'\n"
+       "[vost#0:0 @ 0x56b620580] Error selecting an encoder\n"
+       "Error opening output files: Encoder not found\n",
+       "Unknown encoder 'libx264'"},
+      {"disk full at the beginning, 5.1",
+       "Could not write header for output file #0 (incorrect codec parameters ?): No space left on "
+       "device\n"
+       "Error initializing output stream 0:0 -- \n"
+       "[aac @ 0x5647722502c0] 2 frames left in the queue on closing\n"
+       "Conversion failed!\n",
+       "Could not write header for output file #0 (incorrect codec parameters ?): No space left on "
+       "device"},
+      {"disk of the transforms full, 7.1",
+       "[Parsed_vidstabdetect_0 @ 0x7f9a7c001b80] cannot write to transform fileError while "
+       "filtering: No space left on device\n"
+       "[vf#0:0 @ 0x561ea79642c0] Task finished with error code: -28 (No space left on device)\n"
+       "[vf#0:0 @ 0x561ea79642c0] Terminating thread with return code -28 (No space left on "
+       "device)\n"
+       "Conversion failed!\n",
+       "cannot write to transform fileError while filtering: No space left on device"},
+      {"transforms missing, 7.1",
+       "[Parsed_vidstabtransform_0 @ 0x7fefe8001b80]     invert    = False\n"
+       "[Parsed_vidstabtransform_0 @ 0x7fefe8001b80] cannot open input file a.trf\n"
+       "[Parsed_vidstabtransform_0 @ 0x7fefe8001b80] Failed to configure input pad on Parsed_0\n"
+       "[vf#0:0 @ 0x55ad3fe2a1c0] Error reinitializing filters!\n"
+       "[vf#0:0 @ 0x55ad3fe2a1c0] Task finished with error code: -2 (No such file or directory)\n"
+       "[vost#0:0/libx264 @ 0x55ad3fe7c580] Could not open encoder before EOF\n"
+       "[out#0/mp4 @ 0x55ad3fe2a6c0] Nothing was written into output file, because at least one of "
+       "its streams received no packets.\n"
+       "frame=    0 fps=0.0 q=0.0 Lsize=       0KiB time=N/A bitrate=N/A speed=N/A    \n"
+       "Conversion failed!\n",
+       "cannot open input file a.trf"},
+      {"folder in place of the file, 5.1", "a.mp4: Is a directory\n", "a.mp4: Is a directory"},
+      {"an earlier complaint of a stream that isn't used",
+       "[mov @ 0x1] Unsupported codec with id 0 for input stream 2\n"
+       "a.mp4: Permission denied\n",
+       "a.mp4: Permission denied"},
+      {"library missing",
+       "ffmpeg: error while loading shared libraries: libx.so: cannot open shared object file\n",
+       "ffmpeg: error while loading shared libraries: libx.so: cannot open shared object file"},
+      {"no line break", "Error one\nError two", "Error two"},
+      {"killed while it encodes",
+       "Input #0, mov,mp4,m4a,3gp,3g2,mj2, from 'failed takes.mp4':\n"
+       "    title           : Unknown errors\n"
+       "Output #0, mp4, to 'error.mp4':\n"
+       "frame=   10 fps=0.0 q=-0.0 size=N/A time=00:00:01.23 bitrate=N/A speed=   2x    \r",
+       ""},
+      {"ended by a signal",
+       "[libx264 @ 0x564353c74a80] kb/s:769.95\n"
+       "Exiting normally, received signal 15.\n",
+       ""},
+      {"only what followed",
+       "Failed to inject frame into filter network: Invalid argument\n"
+       "Error while processing the decoded data for stream #0:0\n"
+       "Conversion failed!\n",
+       "Failed to inject frame into filter network: Invalid argument"},
+      {"a bracket without its counterpart", "[error\n", "[error"},
+      {"nothing", "", ""},
+  };
+  for (const auto& [name, text, complaint] : cases)
     EXPECT_EQ(LastComplaint(text), complaint) << name;
-  }
 }
 
 TEST(LastComplaint, IsLookedForInTheLast64Kibibytes) {
