@@ -100,10 +100,14 @@ void ToolReader::ReadToTheEnd() {
   for (;;) {
     const int ready = poll(awaited.data(), awaited.size(), -1);
     if (ready < 0 && errno == EINTR) continue;
-    if (ready < 0 || awaited[1].revents != 0) break;
-    const ssize_t count = read(readEnd_.number(), buffer.data(), buffer.size());
-    if (count <= 0) break;
-    text_.Append({buffer.data(), static_cast<std::size_t>(count)});
+    if (ready < 0) break;
+    // What is in the pipe is read even if the thread must end.
+    if (awaited[0].revents != 0) {
+      const ssize_t count = read(readEnd_.number(), buffer.data(), buffer.size());
+      if (count <= 0) break;
+      text_.Append({buffer.data(), static_cast<std::size_t>(count)});
+    }
+    if (awaited[1].revents != 0) break;
   }
   text_.End();
 }

@@ -233,38 +233,51 @@ TEST(ConsoleRunnerExitStatus, IsThatOfTheLastRun) {
     outputs.ExecuteCommand(line);
     EXPECT_EQ(outputs.ExitStatus(), status) << line;
   }
+}
+
+TEST(ConsoleRunnerExitStatus, IsUnknownWhileTheToolRuns) {
+  const TemporaryFolder folder;
   const Gate gate(folder / "gate");
-  outputs.Waiting = [&] {
-    EXPECT_EQ(outputs.ExitStatus(), std::nullopt) << "the tool still runs";
-    gate.Open();
-  };
-  outputs.ExecuteCommand(folder.Script("tool", gate.Wait() + "exit 6"));
+  DOSOutputs outputs;
+  RunLine(outputs, "/bin/false");
+  RunWaiting(outputs, folder.Script("tool", "echo $$\n" + gate.Wait() + "exit 6"),
+             [&, first = true](pid_t /*tool*/) mutable {
+               if (std::exchange(first, false)) {
+                 EXPECT_EQ(outputs.ExitStatus(), std::nullopt);
+                 gate.Open();
+               }
+             });
   EXPECT_EQ(outputs.ExitStatus(), 6);
 }
 
 TEST(ConsoleRunnerExitStatus, IsKeptIfAnotherRunReapsTheTool) {
   const TemporaryFolder folder;
+  const Gate gate(folder / "gate");
   DOSOutputs outputs;
   outputs.Waiting = [] {};
   outputs.ReceiveOutputs = [&](const std::string& block) {
     if (block.empty()) return;
     const pid_t tool = std::stoi(block);
+    gate.Open();
     EXPECT_TRUE(WaitFor([&] { return ProcessState(tool) == 'Z'; }));
     RunLine("/bin/true");
     EXPECT_EQ(ProcessState(tool), ' ');
   };
-  outputs.ExecuteCommand(folder.Script("tool", "echo $$; exit 9"));
+  outputs.ExecuteCommand(folder.Script("tool", "echo $$\n" + gate.Wait() + "exit 9"));
   EXPECT_EQ(outputs.ExitStatus(), 9);
 }
 
 TEST(ConsoleRunnerExitStatus, IsUnknownIfOtherCodeReapedTheTool) {
   const TemporaryFolder folder;
+  const Gate gate(folder / "gate");
   DOSOutputs outputs;
   outputs.Waiting = [] {};
-  outputs.ReceiveOutputs = [](const std::string& block) {
-    EXPECT_TRUE(block.empty() || ::waitpid(std::stoi(block), nullptr, 0) == std::stoi(block));
+  outputs.ReceiveOutputs = [&](const std::string& block) {
+    if (block.empty()) return;
+    gate.Open();
+    EXPECT_EQ(::waitpid(std::stoi(block), nullptr, 0), std::stoi(block));
   };
-  outputs.ExecuteCommand(folder.Script("tool", "echo $$"));
+  outputs.ExecuteCommand(folder.Script("tool", "echo $$\n" + gate.Wait()));
   EXPECT_EQ(outputs.ExitStatus(), std::nullopt);
 }
 
