@@ -2,8 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <semaphore>
 #include <string>
 #include <string_view>
+#include <thread>
+#include <vector>
+
+#include "media/ProbeReadings.h"
 
 namespace kelvane {
 namespace {
@@ -36,6 +41,44 @@ TEST(ToolText, CutsBlocksWhereTheLengthFunctionSays) {
   text.End();
   EXPECT_EQ(text.NextBlock(toTheDot), "four") << "the last block needs no dot";
   EXPECT_EQ(text.NextBlock(toTheDot), "");
+}
+
+// Returns the blocks of a text whose rest comes only when `length` has seen a block unfinished.
+std::vector<std::string> BlocksOf(std::string_view begin, std::string_view rest,
+                                  const BlockLength& length) {
+  ToolText text;
+  text.Append(begin);
+  std::counting_semaphore<> unfinished(0);
+  std::thread tool([&] {
+    unfinished.acquire();
+    text.Append(rest);
+    text.End();
+  });
+  std::vector<std::string> blocks;
+  do {
+    blocks.push_back(text.NextBlock([&](std::string_view block) {
+      const std::size_t end = length(block);
+      if (end == 0) unfinished.release();
+      return end;
+    }));
+  } while (!blocks.back().empty());
+  unfinished.release();
+  tool.join();
+  return blocks;
+}
+
+TEST(ToolText, GivesTheSameSizesWhereverAWriteOfTheProbeToolEnds) {
+  for (const std::vector<std::string>& blocks :
+       {std::vector<std::string>{"width=640\nheight=360\n", "width=320\nheight=240\n", ""},
+        {"width=1280\nheight=720\n", "width=N/A\nheight=N/A\n", ""},
+        {"[x] Bad frame.\n", "width=1920\r\nheight=1080\r\n", ""}}) {
+    std::string printed;
+    for (const std::string& block : blocks) printed += block;
+    for (std::size_t first = 0; first <= printed.size(); ++first) {
+      const std::string begin = printed.substr(0, first);
+      EXPECT_EQ(BlocksOf(begin, printed.substr(first), EndOfSize), blocks) << begin;
+    }
+  }
 }
 
 TEST(ToolText, DropsTextThatFindsNoMemoryAndKeepsLaterText) {
