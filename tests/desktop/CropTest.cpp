@@ -1,5 +1,6 @@
 // Crops and previews by the real tools, and the web pages of the menus.
 #include <QFile>
+#include <QFileInfo>
 
 #include "desktop/DesktopTest.h"
 
@@ -71,7 +72,9 @@ TEST_F(CropOutput, OnAFullDiskShowsNoMessage) {
 
 using Preview = DesktopTest;
 
-TEST_F(Preview, ShowsTheCropRegionInThePlayerTool) {
+TEST_F(Preview, ShowsTheCropRegionInThePlayerToolByALinkForABlankInTheName) {
+  program.ReplaceTool("ffplay", R"(exec "$real" "$@")");
+  video = program.PathOf("my video.mp4");
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(QSize(640, 360), 20));
   window.Click(kPreviewCroppedVideo);
   const WindowId player = screen.AwaitNew({window.Id()});
@@ -81,6 +84,7 @@ TEST_F(Preview, ShowsTheCropRegionInThePlayerTool) {
   EXPECT_TRUE(
       WaitFor([&] { return Colours(screen.Picture(screen.Place(player))) > kManyColours; }));
   EXPECT_TRUE(window.Answers());
+  EXPECT_EQ(QFileInfo(program.RunsOf("ffplay").value(0).value(1)).symLinkTarget(), video);
 
   screen.Activate(player);
   ASSERT_TRUE(WaitFor([&] { return screen.Active(player); }));

@@ -74,7 +74,7 @@ void DesktopTest::OpenWindow() {
 }
 
 void DesktopTest::OpenWindowWithVideo(QSize size, int seconds) {
-  video = program.PathOf("video.mp4");
+  if (video.isEmpty()) video = program.PathOf("video.mp4");
   ASSERT_TRUE(MakeVideo(video, size, seconds));
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
   ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, video));

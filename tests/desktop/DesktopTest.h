@@ -28,7 +28,7 @@ class DesktopTest : public ::testing::Test {
 
   // Starts the program and waits for the main window.
   void OpenWindow();
-  // The same, and loads a real video of this size.
+  // The same, and loads a real video of this size, which it makes at `video` if that is set.
   void OpenWindowWithVideo(QSize size, int seconds);
   // Replaces the probe tool by a script that takes every file for a video of 640 by 360 pixels and
   // ten seconds.

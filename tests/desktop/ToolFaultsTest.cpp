@@ -3,7 +3,7 @@
 
 #include <csignal>
 
-#include "desktop/DesktopTest.h"
+#include "desktop/JoinerTest.h"
 #include "support/Sanitized.h"
 
 namespace kelvane::desktop {
@@ -183,6 +183,58 @@ TEST_F(ToolFaults, WithoutRoomForAProcessALoadKeepsTheOldSizeAndACropMakesNoFile
   ExpectSuccessAndCloseJob();
   EXPECT_EQ(VideoSize(output), QSize(634, 354));
   CloseAndExpectEnd();
+}
+
+class JoinersToolFaults : public JoinerTest {
+ protected:
+  // Expects that the tool stops and the window doesn't respond, and continues the tool.
+  void ExpectStandstillAndContinue() {
+    ASSERT_TRUE(WaitFor([&] { return program.Children("T").size() == 1; }));
+    const QImage before = screen.Still();
+    const std::chrono::milliseconds timeBefore = program.ProcessorTime();
+    screen.MovePointer(joiner.ButtonCentre(JoinerButton::kSaveList));
+    EXPECT_TRUE(HoldsFor([&] { return screen.Picture() == before; }, 1s));
+    EXPECT_LT(program.ProcessorTime() - timeBefore, 100ms);
+    ASSERT_EQ(kill(Tool(), SIGCONT), 0);
+  }
+
+  const QString clip = program.PathOf("clip.mp4");
+  const QString output = program.PathOf("joined.mp4");
+};
+
+TEST_F(JoinersToolFaults, AStoppedToolHoldsTheWindowUntilItIsContinued) {
+  for (const char* tool : {"ffprobe", "ffmpeg"}) {
+    program.ReplaceTool(tool, R"(kill -STOP $$; exec "$real" "$@")");
+  }
+  ASSERT_TRUE(MakeVideo(clip, kSize, 2));
+  ASSERT_TRUE(joiner.ChooseFile(JoinerButton::kAddSection, clip));
+  ASSERT_NO_FATAL_FAILURE(ExpectStandstillAndContinue());
+  EXPECT_TRUE(joiner.AwaitTotals(1, "00,002", "00:00:02"));
+
+  ASSERT_TRUE(joiner.ChooseFile(JoinerButton::kJoinSections, output));
+  ASSERT_NO_FATAL_FAILURE(ExpectStandstillAndContinue());
+  ASSERT_TRUE(ConfirmJoin(screen));
+  EXPECT_EQ(Pictures(output), Pictures(clip));
+  CloseJoinerAndExpectEnd();
+}
+
+TEST_F(JoinersToolFaults, AFloodFromAJoinsToolTakesTwiceItsSizeOfMemoryAtMost) {
+  constexpr qint64 kFlood = 128 * 1024;  // KiB
+  program.ReplaceTool("ffmpeg", program.Gate("go") + "head -c 128M /dev/zero");
+  ASSERT_TRUE(joiner.ChooseFile(JoinerButton::kJoinSections, output));
+  ASSERT_TRUE(WaitFor([&] { return Tool() != 0; }));
+  const qint64 before = program.Memory();
+  ASSERT_GT(before, 0);
+  ASSERT_TRUE(program.Open("go"));
+  ASSERT_TRUE(ConfirmJoin(screen, 100s));
+  const qint64 peak = program.PeakMemory() - before;
+  EXPECT_GT(peak, kFlood);
+  if (!kSanitized) {
+    EXPECT_LT(peak, kFlood * 2 + kFlood / 20);
+    // The run's text is freed once the message box is closed.
+    EXPECT_TRUE(WaitFor([&] { return program.Memory() < before + kFlood / 20; }));
+  }
+  CloseJoinerAndExpectEnd();
 }
 
 }  // namespace

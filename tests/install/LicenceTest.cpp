@@ -8,6 +8,7 @@
 #include <set>
 #include <string>
 
+#include "desktop/DesktopTest.h"
 #include "support/Sanitized.h"
 #include "support/Videos.h"
 
@@ -81,26 +82,54 @@ QString CopyrightOf(const QString& file) {
   return TextOf("/usr/share/doc/" + package + "/copyright");
 }
 
-TEST(LicencesOfLibraries, AreInTheReadmeInTheWordsOfTheirPackages) {
+// The table of the README: the libraries and tools of each row, and the words of their packages.
+std::map<QStringList, QString> Table() {
   QFile readme(InSource("README.md"));
-  ASSERT_TRUE(readme.open(QIODevice::ReadOnly));
+  EXPECT_TRUE(readme.open(QIODevice::ReadOnly));
   const QString section = QString::fromUtf8(readme.readAll()).section("\n## Licence\n", 1);
-  std::set<std::string> named;
+  std::map<QStringList, QString> table;
   static const QRegularExpression kName("`([^`]*)`");
   for (const QString& line : section.split('\n')) {
     const QStringList cells = line.split(" | ");
     if (cells.size() != 4 || !line.startsWith("| `")) continue;
-    const QString words = cells[3].chopped(2);
-    auto names = kName.globalMatch(cells[0]);
-    while (names.hasNext()) {
-      const QString name = names.next().captured(1);
+    QStringList names;
+    for (const auto& name : kName.globalMatch(cells[0])) names << name.captured(1);
+    table.emplace(names, cells[3].chopped(2));
+  }
+  return table;
+}
+
+TEST(LicencesOfLibraries, AreInTheReadmeInTheWordsOfTheirPackages) {
+  std::set<std::string> named;
+  for (const auto& [names, words] : Table()) {
+    for (const QString& name : names) {
       named.insert(name.toStdString());
       EXPECT_TRUE(CopyrightOf(name).contains(words)) << name.toStdString();
     }
   }
   std::set<std::string> used = LinkedLibraries();
-  used.insert({"libmpv.so.2", "ffmpeg", "ffprobe", "ffplay"});
+  used.insert({"libmpv.so.2", "ffmpeg", "ffprobe", "ffplay", "xdg-open"});
   EXPECT_EQ(named, used);
+}
+
+using LoadedLibraries = DesktopTest;
+
+// Libraries that other libraries load, apart from Qt's plug-ins, aren't examined.
+TEST_F(LoadedLibraries, AreThePlayersOneAndPlugInsUnderTheLicenceOfQt) {
+  constexpr QSize kSize(320, 240);
+  ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 20));
+  window.Click(kRunVideo);
+  EXPECT_TRUE(window.AwaitMoving(kSize));
+  const QString maps = ContentOf(QStringLiteral("/proc/%1/maps").arg(program.Id()));
+  EXPECT_TRUE(maps.contains("/libmpv.so.2"));
+  std::set<QString> plugIns;
+  static const QRegularExpression kPlugIn("/qt6/plugins/.*/(lib[^/]*\\.so)\n");
+  for (const auto& plugIn : kPlugIn.globalMatch(maps)) plugIns.insert(plugIn.captured(1));
+  EXPECT_TRUE(plugIns.contains("libqxcb.so"));
+  const QString words = Table().at({"libQt6Core.so.6", "libQt6Gui.so.6", "libQt6Widgets.so.6"});
+  for (const QString& plugIn : plugIns) {
+    EXPECT_TRUE(CopyrightOf(plugIn).contains(words)) << plugIn.toStdString();
+  }
 }
 
 }  // namespace

@@ -2,7 +2,9 @@
 #include <QFileInfo>
 
 #include "joiner/JoinerWindowTest.h"
+#include "platform/App.h"
 #include "shared/SharedValues.h"
+#include "support/AllocationFailure.h"
 #include "support/PaintsOf.h"
 
 namespace kelvane::testing {
@@ -75,6 +77,28 @@ TEST_F(SectionProbe, WithoutADurationOrWithoutItsToolLeavesThePathAlone) {
   EXPECT_EQ(PathsListed(), (Texts{Path("a.txt"), Path("b.mp4")}));
   EXPECT_EQ(Shown(TotalSections), "Total Sections: 02");
   EXPECT_EQ(Rows(), Texts{});
+  EXPECT_EQ(Strips(), Texts{});
+}
+
+// Without its tool a probe raises no event, and its last allocation is for the start of the tool.
+TEST_F(SectionProbe, WithoutMemoryForTheStartOfItsToolLeavesThePathAlone) {
+  App::setPath("/a/missing/folder");
+  std::size_t before = 0;
+  std::size_t last = 0;
+  bool fail = false;
+  Before(Get<Label>("Label3", TotalSections).Change, [&](int) {
+    before = Allocations();
+    if (fail) FailAllocation(last);
+  });
+  After(Get<Label>("Label1", AddVideoSection).MouseUp,
+        [&](const MouseEvent& /*event*/) { last = Allocations() - before - 1; });
+  const QString video = tools_.File("a.mp4");
+  Add(video);
+  Add(video);  // Only the first one reserves memory for the process ids of tools.
+  fail = true;
+  Add(video);
+  EXPECT_TRUE(AllocationHasFailed());
+  EXPECT_EQ(PathsListed().size(), 3U);
   EXPECT_EQ(Strips(), Texts{});
 }
 

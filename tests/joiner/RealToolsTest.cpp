@@ -82,6 +82,18 @@ TEST_F(RealJoin, TakesANameWithAnApostropheForTheFileWithoutItAndEndsThereIfThat
   EXPECT_EQ(DecodedPictures(output), (1 + 2 + 1) * kFrames);
 }
 
+TEST_F(RealJoin, JoinsTheFilesThatASectionNamesIfItIsAList) {
+  AddClip("a.mp4", 1);
+  MakeClip("b.mp4", 2);
+  QFile list(InFolder("list.mp4"));
+  ASSERT_TRUE(list.open(QIODevice::WriteOnly));
+  list.write("ffconcat version 1.0\nfile b.mp4\n");
+  list.close();
+  Add(list.fileName());
+  JoinTo(InFolder("all.mp4"));
+  EXPECT_EQ(DecodedPictures(InFolder("all.mp4")), (1 + 2) * kFrames);
+}
+
 // docs/faults.md tells the user to run this line.
 TEST_F(RealJoin, PrintsWhyItFailsIfItsLineIsRunByHand) {
   AddClip("it's.mp4", 1);
@@ -145,6 +157,15 @@ TEST_F(CostOfAJoin, ASectionThatIsChosenAsTheOutputIsLost) {
   EXPECT_EQ(DecodedPictures(second), kFrames) << "the first section's alone";
   JoinTo(first);
   EXPECT_LT(DecodedPictures(first), kFrames);
+}
+
+TEST_F(CostOfAJoin, AnOutputThatIsAListReplacesTheFilesOfItsPiecesEvenASection) {
+  const QString section = AddClip("all0.ts", 2);
+  const std::string before = ContentOf(section);
+  tools_.File("all.m3u8");
+  JoinTo(InFolder("all.m3u8"));
+  EXPECT_NE(ContentOf(section), before);
+  EXPECT_EQ(ContentOf(InFolder("all.m3u8")).substr(0, 7), "#EXTM3U");
 }
 
 TEST_F(CostOfAJoin, AnApostropheAndALineBreakInANameAddALineToTheList) {

@@ -35,13 +35,15 @@ Events RunWaiting(DOSOutputs& outputs, const std::string& tool,
   return RunLine(outputs, tool);
 }
 
-TEST(ConsoleRunnerWaiting, IsRaisedAgainAndAgainWhileTheToolIsSilent) {
+TEST(ConsoleRunnerWaiting, IsRaisedOnTheCallersThreadAgainAndAgainWhileTheToolIsSilent) {
   const TemporaryFolder folder;
   const Gate gate(folder / "gate");
   DOSOutputs outputs;
+  const std::thread::id caller = std::this_thread::get_id();
   int calls = 0;
   const Events events = RunWaiting(
       outputs, folder.Script("tool", "echo $$\n" + gate.Wait() + "echo late"), [&](pid_t /*tool*/) {
+        EXPECT_EQ(std::this_thread::get_id(), caller);
         if (++calls == 3) gate.Open();
       });
   EXPECT_GE(calls, 3);

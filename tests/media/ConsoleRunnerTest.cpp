@@ -6,7 +6,9 @@
 #include <filesystem>
 #include <functional>
 #include <random>
+#include <set>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "TestTools.h"
@@ -63,6 +65,14 @@ TEST(ConsoleRunner, DeliversBlocksWhileTheToolStillRuns) {
   };
   outputs.ExecuteCommand(tool);
   EXPECT_EQ(events, (Events{"first\n", "second\n", ""}));
+}
+
+TEST(ConsoleRunner, RaisesItsEventOnTheThreadOfItsCaller) {
+  DOSOutputs outputs;
+  std::set<std::thread::id> threads;
+  outputs.ReceiveOutputs = [&](const std::string&) { threads.insert(std::this_thread::get_id()); };
+  outputs.ExecuteCommand("/bin/echo text");
+  EXPECT_EQ(threads, std::set{std::this_thread::get_id()});
 }
 
 TEST(ConsoleRunner, StartsEachRunWithEmptyOutputsAndAppendsEachBlock) {

@@ -1,27 +1,28 @@
 #include "support/AllocationFailure.h"
 
 #include <cstdlib>
+#include <limits>
 #include <new>
 
 namespace {
 
-thread_local bool ordered = false;
-thread_local std::size_t leastSize = 0;
-thread_local std::size_t mostSize = 0;
+constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
+
+thread_local std::size_t allocations = 0;
+// The number of the one that fails.
+thread_local std::size_t failing = kNone;
 
 }  // namespace
 
 namespace kelvane::testing {
 
-void FailNextAllocation(std::size_t least, std::size_t most) {
-  leastSize = least;
-  mostSize = most;
-  ordered = true;
-}
+std::size_t Allocations() { return allocations; }
+
+void FailAllocation(std::size_t others) { failing = allocations + others; }
 
 bool AllocationHasFailed() {
-  const bool failed = !ordered;
-  ordered = false;
+  const bool failed = failing < allocations;
+  failing = kNone;
   return failed;
 }
 
@@ -32,10 +33,7 @@ bool AllocationHasFailed() {
 #ifndef __SANITIZE_THREAD__
 
 void* operator new(std::size_t size) {
-  if (ordered && size >= leastSize && size <= mostSize) {
-    ordered = false;
-    throw std::bad_alloc();
-  }
+  if (allocations++ == failing) throw std::bad_alloc();
   void* const memory = std::malloc(size == 0 ? 1 : size);
   if (memory == nullptr) throw std::bad_alloc();
   return memory;

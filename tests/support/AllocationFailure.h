@@ -4,9 +4,10 @@
 
 namespace kelvane::testing {
 
-// Makes the next allocation of this thread that has from `least` to `most` bytes fail, and no
-// other.
-void FailNextAllocation(std::size_t least, std::size_t most);
+// Returns how many times this thread has allocated memory by operator new.
+std::size_t Allocations();
+// Makes one allocation of this thread fail: the next one, or that after the `others` next ones.
+void FailAllocation(std::size_t others = 0);
 // Returns whether it has failed. If it hasn't, none will.
 bool AllocationHasFailed();
 

@@ -2,19 +2,20 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <limits>
+#include <functional>
 #include <new>
+#include <optional>
+#include <string>
 #include <utility>
 
 #include "media/Module1.h"
+#include "platform/App.h"
 #include "shared/SharedValues.h"
 #include "support/AllocationFailure.h"
 #include "workspace/MainWindowTest.h"
 
 namespace kelvane::testing {
 namespace {
-
-void FailTheNextAllocation() { FailNextAllocation(0, std::numeric_limits<std::size_t>::max()); }
 
 class Failure : public MainWindowTest {
  protected:
@@ -33,7 +34,7 @@ class Failure : public MainWindowTest {
 
 TEST_F(Failure, OfALoadBeforeTheSizeProbeShowsAMessageAndTheNextLoadWorks) {
   Before(Path().Change, [first = true](int) mutable {
-    if (std::exchange(first, false)) FailTheNextAllocation();
+    if (std::exchange(first, false)) FailAllocation();
   });
   FailToLoad(tools_.File("a.mp4"));
   EXPECT_TRUE(tools_.Runs().empty());
@@ -50,7 +51,7 @@ TEST_F(Failure, OfALoadAfterTheSizeProbeShowsAMessageAndKeepsTheSize) {
   Before(Path().Change, [](int) {
     AtNextDoEvents([] {
       PumpOnce();  // so that no other event is left whose handling allocates memory
-      FailTheNextAllocation();
+      FailAllocation();
     });
   });
   FailToLoad(video);
@@ -61,7 +62,7 @@ TEST_F(Failure, OfALoadAfterTheSizeProbeShowsAMessageAndKeepsTheSize) {
 TEST_F(Failure, OfAPreviewShowsAMessageAndTheNextPreviewWorks) {
   Before(Get<Label>("Label14", PreviewCroppedVideo).MouseUp,
          [first = true](const MouseEvent&) mutable {
-           if (std::exchange(first, false)) FailTheNextAllocation();
+           if (std::exchange(first, false)) FailAllocation();
          });
   {
     const DialogAnswers answers({PressButton(QMessageBox::Ok)});
@@ -73,6 +74,55 @@ TEST_F(Failure, OfAPreviewShowsAMessageAndTheNextPreviewWorks) {
   EXPECT_TRUE(tools_.Runs().empty());
   Give(PreviewCroppedVideo);
   EXPECT_EQ(tools_.Runs().size(), 1U);
+}
+
+// There are no tools, so that no event is raised or processed: whatever a load or a preview
+// allocates is for its runner, its command lines and its runs.
+class FailureAnywhere : public MainWindowTest {
+ protected:
+  FailureAnywhere() { App::setPath("/a/missing/folder"); }
+
+  // Raises the event once for each allocation in its handler, which fails, and expects the message.
+  template <class Handler>
+  static void ExpectMessage(Handler& handler, const std::function<void()>& raise,
+                            const std::string& message) {
+    const Handler wired = handler;
+    std::optional<std::size_t> failing;
+    std::size_t before = 0;
+    std::size_t count = 0;
+    Before(handler, [&](const auto&... /*event*/) {
+      before = Allocations();
+      if (failing) FailAllocation(*failing);
+    });
+    After(handler, [&](const auto&... /*event*/) { count = Allocations() - before; });
+    raise();
+    raise();  // Only the first one reserves memory for the process ids of tools.
+    const std::size_t all = count;
+    EXPECT_GT(all, 0U);
+    for (failing = 0; *failing < all; ++*failing) {
+      const DialogAnswers answers({PressButton(QMessageBox::Ok)});
+      raise();
+      EXPECT_TRUE(AllocationHasFailed());
+      EXPECT_EQ(answers.seen(), Texts{"Kelvane | " + message + " | no icon | OK"}) << *failing;
+    }
+    handler = wired;
+  }
+};
+
+TEST_F(FailureAnywhere, InALoadShowsItsMessage) {
+  ExpectMessage(
+      Path().Change,
+      [&, number = 1000]() mutable {
+        ProbeDimensionsDone = false;
+        Path().setText(QStringLiteral("/some/video%1.mp4").arg(++number));
+      },
+      "An Error Occurred trying to get Video Dimensions.");
+}
+
+TEST_F(FailureAnywhere, InAPreviewShowsItsMessage) {
+  ExpectMessage(
+      Get<Label>("Label14", PreviewCroppedVideo).MouseUp, [&] { Give(PreviewCroppedVideo); },
+      "An Error Occurred trying to create Video preview.");
 }
 
 TEST_F(Failure, WhileABlockIsReadSkipsTheBlockAndLetsTheToolFinish) {
@@ -112,7 +162,7 @@ TEST_F(Failure, ToMakeAShortPathShowsAMessageAndEmptiesThePath) {
 TEST_F(Failure, ToAllocateMemoryForAShortPathIsReportedWithTheSystemsNumber) {
   const std::string video = tools_.File("my clip.mp4").toStdString();
   std::string shown;
-  FailTheNextAllocation();
+  FailAllocation();
   EXPECT_EQ(GetShortFileName(video, [&](const std::string& text,
                                         const std::string& /*title*/) { shown = text; }),
             "");

@@ -26,6 +26,44 @@ class NestedRuns : public MainWindowTest {
   }
   static QString StatusOf(const Form2& job) { return job.Find<Label>("Label1(2)").Caption(); }
 
+  // Shell commands that print more than a pipe holds and then make a file of that name.
+  QString PrintMuchAndMake(const char* name) const {
+    return QStringLiteral("yes | head -c %1\ntouch '%2/%3'\n")
+        .arg(kMuch)
+        .arg(tools_.Path(), QLatin1String(name));
+  }
+  bool AwaitFile(const char* name) const {
+    return WaitFor([&] { return QFile::exists(tools_.Path() + '/' + name); });
+  }
+  // Runs a job whose tool ends only when the step has been done.
+  void RunAJobDuring(std::function<void()> step) const {
+    const Gate done(tools_.PathOf("done"));
+    tools_.CropDoes(Print("begun\n") + Wait(done));
+    CropTo("/tmp/out.mp4");
+    AtNextDoEvents([&] {
+      step();
+      done.Open();
+    });
+    RunJob(*JobWindow());
+    EXPECT_EQ(StatusOf(*JobWindow()), kSuccessful);
+  }
+  // Does the step during a job whose tool prints more than a pipe holds and then makes "ended".
+  void DuringAJobThatPrintsMuch(std::function<void()> step) const {
+    tools_.CropDoes(PrintMuchAndMake("ended"));
+    CropTo("/tmp/out.mp4");
+    AtNextDoEvents(std::move(step));
+    RunJob(*JobWindow());
+    EXPECT_EQ(StatusOf(*JobWindow()), kSuccessful);
+  }
+  // Answers a dialog when that job's tool has ended.
+  Answer WhenItHasEnded(const Answer& answer) const {
+    return [this, answer](QDialog& dialog) {
+      EXPECT_TRUE(AwaitFile("ended"));
+      answer(dialog);
+    };
+  }
+
+  static constexpr int kMuch = 400'000;  // bytes
   const Gate gate_{tools_.PathOf("gate")};
 };
 
@@ -185,10 +223,13 @@ TEST_F(NestedRuns, AJobDoesNotStartWhileALoadsDialogIsOpenButOtherTimersTick) {
   Form2* const job = JobWindow();
   ASSERT_NE(job, nullptr);
   const DialogAnswers answers({[&](QDialog& dialog) {
+    Get<Timer>("Timer1").setEnabled(true);  // until its tick
     Bar(LeftBar).setLeft(100);
+    Get<Label>("Label13").setCaption("?");  // the position, until a tick of Timer3
     RunJob(*job);
-    EXPECT_TRUE(WaitForTicks(Get<Timer>("Timer2"), 1));
-    EXPECT_EQ(CropLeft, 100);
+    EXPECT_TRUE(WaitFor([&] { return !Get<Timer>("Timer1").Enabled(); }));
+    EXPECT_TRUE(WaitFor([&] { return CropLeft == 100; }));
+    EXPECT_TRUE(WaitFor([&] { return Get<Label>("Label13").Caption() == "00:00"; }));
     TypeFile(chosen)(dialog);
     RunJob(*job);
   }});
@@ -202,22 +243,42 @@ TEST_F(NestedRuns, AJobDoesNotStartWhileALoadsDialogIsOpenButOtherTimersTick) {
 }
 
 TEST_F(NestedRuns, AJobsToolPrintsMoreThanAPipeHoldsWhileADialogIsOpen) {
-  const QString ended = tools_.Path() + "/ended";
-  tools_.CropDoes("head -c 400000 /dev/zero\n" + QStringLiteral("touch '%1'\n").arg(ended));
-  CropTo("/tmp/out.mp4");
-  Form2* const job = JobWindow();
-  ASSERT_NE(job, nullptr);
-  bool endedMeanwhile = false;
-  AtNextDoEvents([&] {
-    const DialogAnswers answers({[&](QDialog& dialog) {
-      endedMeanwhile = WaitFor([&] { return QFile::exists(ended); });
-      CancelDialog()(dialog);
-    }});
+  DuringAJobThatPrintsMuch([&] {
+    const DialogAnswers answers({WhenItHasEnded(CancelDialog())});
     Give(LoadVideo);
   });
-  RunJob(*job);
-  EXPECT_TRUE(endedMeanwhile);
-  EXPECT_EQ(StatusOf(*job), kSuccessful);
+}
+
+TEST_F(NestedRuns, AJobsToolPrintsMoreThanAPipeHoldsWhileAMessageBoxIsOpen) {
+  DuringAJobThatPrintsMuch([&] {
+    const DialogAnswers answers(
+        {WhenItHasEnded(PressButton(QMessageBox::No)), PressButton(QMessageBox::Ok)});
+    Get<CommandButton>("Command1", StartFreshButton).Click(StartFreshButton);
+  });
+}
+
+TEST_F(NestedRuns, APreviewPrintsMoreThanAPipeHoldsAndEndsWhileAJobRunsInsideIt) {
+  ProbeDimensionsDone = true;
+  tools_.PreviewDoes(Print("one\n") + Wait(gate_) + PrintMuchAndMake("ended"));
+  AfterBlock("one\n", [&] { RunAJobDuring([&] { EXPECT_TRUE(AwaitFile("ended")); }); });
+  Give(PreviewCroppedVideo);
+  EXPECT_EQ(Store().size(), 4 + kMuch);
+}
+
+TEST_F(NestedRuns, ALoadAndAPreviewInsideItEndWhileAJobRunsInsideBoth) {
+  tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
+  tools_.DurationProbeDoes(Print("one\n") + Wait(gate_) + PrintMuchAndMake("probed"));
+  tools_.PreviewDoes(Print("two\n") + Wait(gate_) + PrintMuchAndMake("played"));
+  AfterBlock("one\n", [&] {
+    AfterBlock("two\n", [&] {
+      RunAJobDuring([&] { EXPECT_TRUE(AwaitFile("probed") && AwaitFile("played")); });
+      EXPECT_EQ(Store(), "one\ntwo\n");
+    });
+    Give(PreviewCroppedVideo);
+    EXPECT_EQ(Store().size(), 8 + kMuch);
+  });
+  Pick(tools_.File("a.mp4"));
+  EXPECT_EQ(Store().size(), 8 + 2 * kMuch);
 }
 
 TEST_F(NestedRuns, ALoadDuringAJobLeavesTheJobsCommandLine) {

@@ -53,6 +53,11 @@ class RealTools : public MainWindowTest {
               "Progress: 100 % Complete: Status: Cropping Successful");
     Release(JobWindow()->Find<Label>("Label2"));
   }
+  // A checksum of the pictures that the tool makes by itself.
+  QString SumOfACrop(const char* video, const QString& filter) const {
+    Make({"-i", InFolder(video), "-vf", filter}, "bare.mp4");
+    return PicturesSum(InFolder("bare.mp4"));
+  }
   // The arguments make a video of two seconds.
   static QStringList Source(const char* size) {
     return {"-f", "lavfi", "-i", QStringLiteral("testsrc2=duration=2:size=%1").arg(size)};
@@ -93,31 +98,72 @@ TEST_F(RealTools, KeepTheOldSizeAndDurationForAFileThatCannotBeRead) {
   EXPECT_EQ(VideoDuration, "00:00:02");
 }
 
-TEST_F(RealTools, ShowTheSizeOfTheFileThatAListNames) {
+TEST_F(RealTools, ShowTheSizeOfTheFileThatAListNamesAndCropThatFile) {
   Make(Source("320x240"), "other.mp4");
   LoadMade(Source("640x360"), "first.mp4");
   WriteFile("movie.mp4", "ffconcat version 1.0\nfile other.mp4\n");
   Pick(InFolder("movie.mp4"));
   ExpectSize("0,320", "0,240");
+  CropTheRegionTo(InFolder("cropped.mp4"));
+  EXPECT_EQ(PicturesSum(InFolder("cropped.mp4")), SumOfACrop("other.mp4", "crop=315:235:0:0"));
+}
+
+TEST_F(RealTools, CropAVideoWithABlankInItsNameByALink) {
+  Make(Source("320x240"), "my clip.mp4");
+  Pick(InFolder("my clip.mp4"));
+  EXPECT_EQ(QFileInfo(Path().Text()).symLinkTarget(), InFolder("my clip.mp4"));
+  CropTheRegionTo(InFolder("cropped.mp4"));
+  EXPECT_EQ(PicturesSum(InFolder("cropped.mp4")), SumOfACrop("my clip.mp4", "crop=315:235:0:0"));
 }
 
 // The command line is the one in docs/faults.md.
-TEST_F(RealTools, ExplainAFailedCropWhenItsCommandLineIsRunByHand) {
+TEST_F(RealTools, ExplainAFailedCropWhenItsCommandLineIsRunByHandForANewFile) {
   Make(Source("320x240"), "my clip.mp4");
   Pick(InFolder("my clip.mp4"));
-  EXPECT_TRUE(QFileInfo(Path().Text()).isSymLink());
-  const QString existing = tools_.File("existing.mp4");
-  CropTheRegionTo(existing);
+  Bar(RightBar).setLeft(1000);
+  CropTheRegionTo(InFolder("cropped.mp4"));
+  EXPECT_TRUE(QFile::exists(InFolder("cropped.mp4")));
   QStringList numbers;
   for (const ReadOut number : {RegionWidth, RegionHeight, RegionLeft, RegionTop}) {
     numbers << QString::number(QString::fromStdString(Number(number)).remove(',').toInt());
   }
   const QString filter = "crop=" + numbers.join(':');
-  EXPECT_EQ(filter, "crop=315:235:0:0");
-  QString printed;
-  RunTool("ffmpeg", {"-i", Path().Text(), "-vf", filter, existing}, &printed);
-  EXPECT_TRUE(printed.contains("already exists")) << printed.toStdString();
+  EXPECT_EQ(filter, "crop=1000:235:0:0");
+  for (const auto& [name, why] : {std::pair("cropped.mp4", "already exists"),
+                                  {"new.mp4", "Invalid too big or non positive size"}}) {
+    QString printed;
+    RunTool("ffmpeg", {"-i", Path().Text(), "-vf", filter, InFolder(name)}, &printed);
+    EXPECT_TRUE(printed.contains(why)) << printed.toStdString();
+  }
 }
+
+// A new name that stands for many files, and one of those.
+struct NameOfMany {
+  const char* name;
+  const char* output;
+  const char* file;
+};
+
+void PrintTo(const NameOfMany& tested, std::ostream* out) { *out << tested.name; }
+
+class CropToMany : public RealTools, public ::testing::WithParamInterface<NameOfMany> {};
+
+TEST_P(CropToMany, ReplacesAFileThatExists) {
+  QFile existing(tools_.File(GetParam().file));
+  LoadMade(Source("320x240"), "clip.mp4");
+  CropTheRegionTo(InFolder(GetParam().output));
+  ASSERT_TRUE(existing.open(QIODevice::ReadOnly));
+  EXPECT_NE(existing.readAll(), "contents");
+}
+
+INSTANTIATE_TEST_SUITE_P(RealTools, CropToMany,
+                         ::testing::Values(NameOfMany{"Pattern", "s%d.png", "s1.png"},
+                                           NameOfMany{"List", "l.m3u8", "l.m3u8"},
+                                           NameOfMany{"PieceOfAList", "l.m3u8", "l0.ts"},
+                                           NameOfMany{"Manifest", "d.mpd", "d.mpd"},
+                                           NameOfMany{"PieceOfAManifest", "d.mpd",
+                                                      "init-stream0.m4s"}),
+                         [](const auto& tested) { return std::string(tested.param.name); });
 
 // These tests crop to a file whose name or folder has a blank. "current" is the current folder.
 class CropWithABlank : public RealTools {
@@ -158,6 +204,13 @@ TEST_F(CropWithABlank, AndTheSwitchToOverwriteReplacesBothFiles) {
   CropTheRegionTo(InFolder("new.mp4 -y precious.mp4"));
   EXPECT_EQ(VideoSize(InFolder("new.mp4")), kCropped);
   EXPECT_EQ(VideoSize(InFolder("current/precious.mp4")), kWhole);
+}
+
+TEST_F(CropWithABlank, AndAnotherOptionCanReplaceTheFileThatTheOptionNames) {
+  QFile existing(tools_.File("current/st.txt"));
+  CropTheRegionTo(InFolder("new.mp4 -vstats_file st.txt"));
+  ASSERT_TRUE(existing.open(QIODevice::ReadOnly));
+  EXPECT_TRUE(existing.readAll().contains("frame="));
 }
 
 TEST_F(CropWithABlank, AndTheSwitchToOverwriteInAFoldersNameReplacesAFileInAnyFolder) {

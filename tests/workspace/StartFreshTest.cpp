@@ -29,8 +29,9 @@ TEST_F(HiddenButtons, RunTheSameCommandsAsTheLabels) {
   EXPECT_EQ(PauseState(), "Paused");
   Push(RunVideo);
   EXPECT_EQ(Get<WindowsMediaPlayer>("wmp").URL(), video);
+  Measure();
   Push(PreviewCroppedVideo);
-  EXPECT_EQ(LastRun(), "ffplay | -i | " + video.toStdString() + " | -vf | crop=0:0:0:0");
+  EXPECT_EQ(LastRun(), "ffplay | -i | " + video.toStdString() + " | -vf | crop=412:244:0:0");
   const DialogAnswers answers({TypeFile("/tmp/out.mp4")});
   Push(CropVideo);
   EXPECT_NE(JobWindow(), nullptr);
