@@ -108,7 +108,7 @@ std::optional<double> ReadProgress(string_view line) {
   // What ends each number, and its unit in hundredths of a second.
   constexpr std::array<std::pair<char, std::uint64_t>, 4> kNumbers{
       {{':', 360'000}, {':', 6000}, {'.', 100}, {' ', 1}}};
-  const size_t word = line.find(kTimeWord);
+  const size_t word = FindIgnoringCase(line, kTimeWord);
   if (word == string_view::npos) return std::nullopt;
   line.remove_prefix(word + kTimeWord.size());
   if (line.starts_with('-')) return 0;
