@@ -135,10 +135,10 @@ TEST_F(PlayerLibraryTest, SeeksOnAfterASeekThatItRefusesAtOnceOrLater) {
   player.OpenPaused(MakePlain("red.mp4", "red", 20));
   ASSERT_TRUE(watch.AwaitColour(kPlayedRed));
   {
-    const Commanding refuses([](mpv_handle* handle, std::uint64_t id, const char** words) -> int {
-      if (++refusals == 1) return MPV_ERROR_EVENT_QUEUE_FULL;
-      words[1] = "nowhere";
-      return Commanding::own(handle, id, words);
+    const Commanding refuses([](mpv_handle* handle, std::uint64_t id, const char** words) {
+      if (++refusals == 1) return static_cast<int>(MPV_ERROR_EVENT_QUEUE_FULL);
+      std::array<const char*, 4> failing{"script-message-to", "nobody", words[0], nullptr};
+      return Commanding::own(handle, id, failing.data());
     });
     for (int times = 1; times <= 2; ++times) {
       player.controls.setCurrentPosition(5);
