@@ -58,12 +58,12 @@ constexpr std::pair<const char*, const char*> kOptions[] = {
 
 // Stored pixels are rendered 1:1, and the picture is cut to the rendered size. Newer releases take
 // "no" for the file's own aspect ratio.
-constexpr std::pair<const char*, const char*> kStoredPictureOptions[] = {
+constexpr auto kStoredPictureOptions = std::to_array<std::pair<const char*, const char*>>({
     {"video-aspect-override", "0"},
     {"video-unscaled", "yes"},
     {"video-align-x", "-1"},
     {"video-align-y", "-1"},
-};
+});
 
 constexpr const char* kPosition = "time-pos";
 constexpr const char* kDuration = "duration";
