@@ -3,8 +3,6 @@
 #include <QAccessibleWidget>
 #include <QApplication>
 #include <QHash>
-#include <QMouseEvent>
-#include <QPointer>
 #include <algorithm>
 #include <cmath>
 #include <functional>
@@ -30,22 +28,6 @@ QAccessible::Role RoleOf(const Control& control) {
 }
 
 bool IsSlider(const Control& control) { return RoleOf(control) == QAccessible::Slider; }
-
-// Sends the control a press in its middle, a move by `offset` with the button held, and the
-// release. Stops if a handler deletes the control.
-void SendMouse(Control& control, Qt::MouseButton button, QPoint offset) {
-  const QPointer<Control> alive(&control);
-  const QPoint begin = control.mapToGlobal(control.rect().center());
-  const auto send = [&](QEvent::Type type, QPoint position, Qt::MouseButton cause,
-                        Qt::MouseButtons held) {
-    if (alive == nullptr) return;
-    QMouseEvent event(type, control.mapFromGlobal(position), position, cause, held, Qt::NoModifier);
-    QCoreApplication::sendEvent(&control, &event);
-  };
-  send(QEvent::MouseButtonPress, begin, button, button);
-  if (!offset.isNull()) send(QEvent::MouseMove, begin + offset, Qt::NoButton, button);
-  send(QEvent::MouseButtonRelease, begin + offset, button, Qt::NoButton);
-}
 
 // Returns whether a part of the control is inside all its containers and the window. Controls in
 // front of it are ignored: a user who can't see them has no way to move them aside.
@@ -160,7 +142,7 @@ class ControlInterface : public FormInterface, public QAccessibleValueInterface 
     if (!actionNames().contains(action)) return;
     const Qt::MouseButton button = action == pressAction() ? Qt::LeftButton : Qt::RightButton;
     RunFromEventLoop(control_, [&control = control_, button] {
-      if (HasUnclippedPart(control)) SendMouse(control, button, {});
+      if (HasUnclippedPart(control)) control.SendMouse(button);
     });
   }
 
@@ -179,7 +161,7 @@ class ControlInterface : public FormInterface, public QAccessibleValueInterface 
     RunFromEventLoop(control_, [this, goal] {
       const int offset = qRound((goal - static_cast<double>(Position())) /
                                 static_cast<double>(control_.container().UnitsPerPixel()));
-      SendMouse(control_, Qt::LeftButton, IsHorizontal() ? QPoint(offset, 0) : QPoint(0, offset));
+      control_.SendMouse(Qt::LeftButton, IsHorizontal() ? QPoint(offset, 0) : QPoint(0, offset));
     });
   }
 

@@ -58,7 +58,7 @@ bool CommonDialog::Show(Purpose purpose) {
   const bool opens = purpose == Purpose::kOpen;
   QFileDialog dialog(&window_);
   dialog.setOption(QFileDialog::DontUseNativeDialog);
-  dialog.setOption(QFileDialog::DontConfirmOverwrite);
+  dialog.setOption(QFileDialog::DontConfirmOverwrite, !OverwritePrompt);
   dialog.setOption(QFileDialog::HideNameFilterDetails);
   dialog.setAcceptMode(opens ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
   dialog.setFileMode(opens ? QFileDialog::ExistingFile : QFileDialog::AnyFile);

@@ -6,8 +6,8 @@ class QWidget;
 
 namespace kelvane {
 
-// Qt's dialogs that ask for a file. They don't ask before overwriting, add no extension and
-// remember nothing from one run of the program to the next. Belongs to the user-interface thread.
+// Qt's dialogs that ask for a file. They add no extension and remember nothing from one run of the
+// program to the next. Belongs to the user-interface thread.
 class CommonDialog {
  public:
   // `window` is the parent of the dialogs and must outlive this object.
@@ -25,6 +25,8 @@ class CommonDialog {
   QString InitDir;
   // The title of the next dialog, which clears it; Qt's default if it is empty.
   QString DialogTitle;
+  // Whether ShowSave asks before it accepts a file that exists.
+  bool OverwritePrompt = false;
 
   // Show the dialog and run its event loop until the user answers. Return false if the user
   // cancels. ShowOpen accepts only a file that exists.

@@ -1,11 +1,15 @@
 #include "platform/Control.h"
 
 #include <QHelpEvent>
+#include <QKeyEvent>
+#include <QPainter>
 #include <QToolTip>
 #include <algorithm>
 #include <cmath>
 
 #include "platform/Container.h"
+#include "platform/HandlerScope.h"
+#include "shared/Colours.h"
 
 namespace kelvane {
 
@@ -65,6 +69,9 @@ void Control::CopyFrom(const Control& other) {
   MouseMove = other.MouseMove;
   MouseUp = other.MouseUp;
   DblClick = other.DblClick;
+  MouseWheel = other.MouseWheel;
+  KeyDown = other.KeyDown;
+  setFocusPolicy(other.focusPolicy());
 }
 
 void Control::Place() {
@@ -104,6 +111,36 @@ bool Control::event(QEvent* event) {
     QToolTip::showText(static_cast<QHelpEvent*>(event)->globalPos(), AsMarkup(toolTip()), this);
   }
   return true;
+}
+
+void Control::keyPressEvent(QKeyEvent* event) {
+  const KeyEvent key{.Index = Index(), .Key = event->key(), .Shift = ShiftOf(event->modifiers())};
+  if (KeyDown) {
+    const HandlerScope scope(this);
+    if (KeyDown(key)) return;
+  }
+  const bool fires =
+      key.Key == Qt::Key_Space || key.Key == Qt::Key_Return || key.Key == Qt::Key_Enter;
+  if (Role() != SpokenRole::kCommand || !fires || key.Shift != 0) {
+    MouseArea::keyPressEvent(event);
+  } else if (!event->isAutoRepeat()) {
+    SendMouse(Qt::LeftButton);
+  }
+}
+
+void Control::focusInEvent(QFocusEvent* event) {
+  const auto isOneOf = [event](auto... reasons) { return ((event->reason() == reasons) || ...); };
+  if (isOneOf(Qt::TabFocusReason, Qt::BacktabFocusReason)) showsFocus_ = true;
+  // For other reasons, such as the window's activation, the focus returns.
+  if (isOneOf(Qt::MouseFocusReason, Qt::OtherFocusReason)) showsFocus_ = false;
+  MouseArea::focusInEvent(event);
+}
+
+void Control::PaintFocus(const QRect& place) {
+  if (!showsFocus_ || !hasFocus()) return;
+  QPainter painter(this);
+  painter.setPen(QColor(kWhite));
+  painter.drawRect(place.adjusted(0, 0, -1, -1));
 }
 
 void Control::resizeEvent(QResizeEvent* event) {

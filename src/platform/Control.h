@@ -6,6 +6,12 @@ namespace kelvane {
 
 class Container;
 
+struct KeyEvent {
+  int Index;  // of the control in its array; -1 if it is in none
+  int Key;    // Qt::Key
+  int Shift;  // as in a MouseEvent
+};
+
 // The base of all controls of a form, with a position and size in a container and with the mouse's
 // events. Belongs to the user-interface thread. The container's widget owns it.
 class Control : public MouseArea {
@@ -35,6 +41,13 @@ class Control : public MouseArea {
 
   // Gives the control the keyboard focus.
   void SetFocus() { setFocus(); }
+  // Lets the user give a label or a picture box the keyboard focus by Tab, Shift+Tab or a press of
+  // the mouse. A frame shows it, unless the focus came by the mouse or by SetFocus. Space and Enter
+  // click a control with the role kCommand as a screen reader does.
+  void setTakesKeyboard() { setFocusPolicy(Qt::StrongFocus); }
+  // Raised by a key, also while it repeats, if the control has the focus, or a control in it that
+  // doesn't handle the key. Returns whether it has handled the key.
+  std::function<bool(const KeyEvent&)> KeyDown;
 
   // True for labels, shapes and lines: Line::BringToFront raises a line above these alone.
   virtual bool Windowless() const { return false; }
@@ -44,7 +57,8 @@ class Control : public MouseArea {
   void setToolTipText(const QString& text) { setToolTip(text); }
 
  protected:
-  // Copies the position, size, role, cursor, tool tip and mouse handlers of another control.
+  // Copies the position, size, role, cursor, tool tip and handlers of another control, and
+  // whether it takes the keyboard.
   void CopyFrom(const Control& other);
 
   // Called when an assignment has changed the widget's size in pixels, before it returns.
@@ -54,7 +68,12 @@ class Control : public MouseArea {
   // first, and the control those that it ignores. The Qt widget then has no context menu.
   void FillWith(QWidget* stockWidget);
 
+  // Draws the frame of the keyboard focus at the edges of `place` if the control shows it.
+  void PaintFocus(const QRect& place);
+
   bool event(QEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
 
  private:
@@ -66,6 +85,7 @@ class Control : public MouseArea {
   float top_ = 0;
   float width_ = 0;
   float height_ = 0;
+  bool showsFocus_ = false;
 };
 
 }  // namespace kelvane

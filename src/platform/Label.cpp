@@ -22,6 +22,7 @@ Label& Label::Duplicate(const QString& name) const {
   copy->caption_ = caption_;
   copy->backColor_ = backColor_;
   copy->foreColor_ = foreColor_;
+  copy->disabledColor_ = disabledColor_;
   copy->alignment_ = alignment_;
   copy->bordered_ = bordered_;
   copy->sizesItself_ = sizesItself_;
@@ -66,6 +67,12 @@ void Label::setForeColor(QRgb color) {
   update();
 }
 
+void Label::setDisabledColor(QRgb color) {
+  if (disabledColor_ == color) return;
+  disabledColor_ = color;
+  update();
+}
+
 void Label::setAlignment(Qt::Alignment alignment) {
   if (alignment_ == alignment) return;
   alignment_ = alignment;
@@ -102,9 +109,11 @@ void Label::paintEvent(QPaintEvent* /*event*/) {
   }
   QString shown = ShownCaption();
   painter.setFont(FittingFont(font(), shown, place.width()));
-  painter.setPen(QColor(foreColor_));
+  painter.setPen(QColor(isEnabled() ? foreColor_ : disabledColor_.value_or(foreColor_)));
   shown = painter.fontMetrics().elidedText(shown, Qt::ElideMiddle, place.width());
   painter.drawText(place, static_cast<int>(alignment_ | Qt::AlignTop) | Qt::TextSingleLine, shown);
+  painter.end();
+  PaintFocus(rect());
 }
 
 }  // namespace kelvane

@@ -8,7 +8,8 @@ namespace kelvane {
 
 // One line of text at the top of the label, transparent unless it has a back colour. A caption that
 // is wider than the label is condensed and, if that isn't enough, elided in its middle. "&&" is
-// shown as one ampersand. Caption returns the text as assigned.
+// shown as one ampersand. Caption returns the text as assigned. A label that setEnabled disables
+// has its disabled colour, and takes neither the mouse nor the keyboard.
 class Label : public Control {
   Q_OBJECT
  public:
@@ -31,6 +32,9 @@ class Label : public Control {
 
   QRgb ForeColor() const { return foreColor_; }
   void setForeColor(QRgb color);
+
+  // The caption's colour while the label is disabled; the fore colour unless it is set.
+  void setDisabledColor(QRgb color);
 
   Qt::Alignment Alignment() const { return alignment_; }
   void setAlignment(Qt::Alignment alignment);
@@ -60,6 +64,7 @@ class Label : public Control {
   QString caption_;
   std::optional<QRgb> backColor_;
   QRgb foreColor_ = 0;
+  std::optional<QRgb> disabledColor_;
   Qt::Alignment alignment_ = Qt::AlignLeft;
   bool bordered_ = false;
   bool sizesItself_ = false;

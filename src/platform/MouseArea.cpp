@@ -1,6 +1,9 @@
 #include "platform/MouseArea.h"
 
+#include <QCoreApplication>
 #include <QMouseEvent>
+#include <QPointer>
+#include <cstdlib>
 
 #include "platform/HandlerScope.h"
 
@@ -12,12 +15,6 @@ int ButtonsOf(Qt::MouseButtons buttons) {
   return static_cast<int>(buttons & (Qt::LeftButton | Qt::RightButton | Qt::MiddleButton));
 }
 
-// Qt has Shift, Ctrl and Alt in three adjacent bits, in that order.
-int ShiftOf(Qt::KeyboardModifiers modifiers) {
-  constexpr auto kReported = Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier;
-  return static_cast<int>((modifiers & kReported).toInt() / Qt::ShiftModifier);
-}
-
 // "Label14(3)" is 3; "pbar" is -1.
 int IndexOf(const QString& name) {
   const qsizetype open = name.indexOf(u'(');
@@ -25,6 +22,12 @@ int IndexOf(const QString& name) {
 }
 
 }  // namespace
+
+// Qt has Shift, Ctrl and Alt in three adjacent bits, in that order.
+int ShiftOf(Qt::KeyboardModifiers modifiers) {
+  constexpr auto kReported = Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier;
+  return static_cast<int>((modifiers & kReported).toInt() / Qt::ShiftModifier);
+}
 
 QCursor CursorOf(MousePointer pointer) {
   if (pointer == MousePointer::kSizeNorthSouth) return Qt::SizeVerCursor;
@@ -36,6 +39,8 @@ MouseArea::MouseArea(QWidget* parent, const QString& name)
     : SpokenWidget(parent), index_(IndexOf(name)) {
   setObjectName(name);
   setMouseTracking(true);
+  // Those of a disabled area would go to its parent.
+  setAttribute(Qt::WA_NoMousePropagation);
 }
 
 // The position in the widget is computed from the one on the screen, since the widget may have been
@@ -69,8 +74,32 @@ void MouseArea::mouseReleaseEvent(QMouseEvent* event) { RaiseButtonEvent(MouseUp
 
 void MouseArea::mouseDoubleClickEvent(QMouseEvent* event) { RaiseButtonEvent(DblClick, *event); }
 
-void MouseArea::wheelEvent(QWheelEvent* event) { event->accept(); }
+void MouseArea::wheelEvent(QWheelEvent* event) {
+  event->accept();
+  const QPoint angle = event->angleDelta();
+  const int delta = std::abs(angle.x()) > std::abs(angle.y()) ? angle.x() : angle.y();
+  if (delta == 0) return;  // as when the fingers leave a touchpad
+  constexpr float kNotch = QWheelEvent::DefaultDeltasPerStep;
+  Raise(this, MouseWheel,
+        WheelEvent{.Index = index_,
+                   .Shift = ShiftOf(event->modifiers()),
+                   .Notches = static_cast<float>(delta) / kNotch});
+}
 
 void MouseArea::contextMenuEvent(QContextMenuEvent* event) { event->accept(); }
+
+void MouseArea::SendMouse(Qt::MouseButton button, QPoint offset) {
+  const QPointer<MouseArea> alive(this);
+  const QPoint begin = mapToGlobal(rect().center());
+  const auto send = [&](QEvent::Type type, QPoint position, Qt::MouseButton cause,
+                        Qt::MouseButtons held) {
+    if (alive == nullptr) return;
+    QMouseEvent event(type, mapFromGlobal(position), position, cause, held, Qt::NoModifier);
+    QCoreApplication::sendEvent(this, &event);
+  };
+  send(QEvent::MouseButtonPress, begin, button, button);
+  if (!offset.isNull()) send(QEvent::MouseMove, begin + offset, Qt::NoButton, button);
+  send(QEvent::MouseButtonRelease, begin + offset, button, Qt::NoButton);
+}
 
 }  // namespace kelvane

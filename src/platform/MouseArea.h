@@ -18,6 +18,12 @@ struct MouseEvent {
   float Y;
 };
 
+struct WheelEvent {
+  int Index;  // as in a MouseEvent
+  int Shift;
+  float Notches;  // towards the top or the left; a touchpad's are fractions
+};
+
 // Pointer shapes, numbered as in the MousePointer property.
 enum class MousePointer : int {
   kDefault = 0,
@@ -28,8 +34,12 @@ enum class MousePointer : int {
 };
 QCursor CursorOf(MousePointer pointer);
 
+// The sum of the keys held, as in a MouseEvent.
+int ShiftOf(Qt::KeyboardModifiers modifiers);
+
 // A part of a window that raises mouse events, also for moves without a pressed button. The events
-// don't propagate to the parent. A double-click raises MouseDown, MouseUp, DblClick, MouseUp.
+// don't propagate to the parent. A disabled area raises none. A double-click raises MouseDown,
+// MouseUp, DblClick, MouseUp.
 class MouseArea : public SpokenWidget {
   Q_OBJECT
  public:
@@ -46,6 +56,12 @@ class MouseArea : public SpokenWidget {
   MouseHandler MouseMove;
   MouseHandler MouseUp;
   MouseHandler DblClick;
+  // Raised by a turn of the wheel in either direction, or by two fingers on a touchpad.
+  std::function<void(const WheelEvent&)> MouseWheel;
+
+  // Sends a press in the middle, a move by `offset` pixels with the button held if that isn't null,
+  // and the release. Stops if a handler deletes the area.
+  void SendMouse(Qt::MouseButton button, QPoint offset = {});
 
  protected:
   // Returns how many units of X and Y make a pixel.

@@ -119,6 +119,7 @@ void PictureBox::SizeChanged() { Raise(this, Resize, Index()); }
 void PictureBox::paintEvent(QPaintEvent* event) {
   PaintBackground(*event);
   if (!drawing_.isNull()) QPainter(this).drawImage(ContentOrigin(), drawing_);
+  PaintFocus(QRect(ContentOrigin(), InnerSize()));
 }
 
 }  // namespace kelvane

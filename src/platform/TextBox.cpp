@@ -2,6 +2,7 @@
 
 #include <QLineEdit>
 #include <QShowEvent>
+#include <utility>
 
 #include "platform/Border.h"
 #include "platform/HandlerScope.h"
@@ -39,6 +40,11 @@ void TextBox::ShowText() {
   const QSignalBlocker silent(lineEdit_);
   lineEdit_->setText(text_);
   lineEdit_->setCursorPosition(0);
+  edited_ = false;
+}
+
+void TextBox::FinishEdit() {
+  if (std::exchange(edited_, false)) Raise(this, EditFinished, Index());
 }
 
 void TextBox::MakeLineEdit() {
@@ -54,7 +60,13 @@ void TextBox::MakeLineEdit() {
     // A screen reader can write into a read-only line.
     if (!editable_) return ShowText();
     text_ = text;
+    edited_ = true;
     Raise(this, Change, Index());
+  });
+  connect(lineEdit_, &QLineEdit::returnPressed, this, &TextBox::FinishEdit);
+  connect(lineEdit_, &QLineEdit::editingFinished, this, [this] {
+    // A window that is deactivated keeps its focus widget.
+    if (window()->focusWidget() != lineEdit_) FinishEdit();
   });
   if (!bordered_) return;
   auto* border = new Border(*this, BackColor());

@@ -25,12 +25,16 @@ class TextBox : public TextControl {
 
   // Raised when the text has changed, before the assignment returns.
   std::function<void(int Index)> Change;
+  // Raised once for each edit by the user, when Enter is pressed or another control of the window
+  // has taken the focus.
+  std::function<void(int Index)> EditFinished;
 
  protected:
   void showEvent(QShowEvent* event) override;
 
  private:
   void TextChanged();
+  void FinishEdit();
   void MakeLineEdit();
   void ShowText();
 
@@ -38,6 +42,7 @@ class TextBox : public TextControl {
   QLineEdit* lineEdit_ = nullptr;
   bool editable_ = false;
   bool bordered_ = false;
+  bool edited_ = false;  // since EditFinished
 };
 
 }  // namespace kelvane

@@ -5,6 +5,7 @@
 #include <QPaintEvent>
 #include <QPainter>
 #include <algorithm>
+#include <cmath>
 
 #include "platform/App.h"
 #include "platform/player/PlaybackCore.h"
@@ -21,18 +22,27 @@ WindowsMediaPlayer::WindowsMediaPlayer(Container& container, const QString& name
 }
 
 void WindowsMediaPlayer::setURL(const QString& url) {
+  if (TakeURL(url)) core_->Start(url_);
+}
+
+void WindowsMediaPlayer::OpenPaused(const QString& url) {
+  if (TakeURL(url)) core_->StartPaused(url_);
+}
+
+bool WindowsMediaPlayer::TakeURL(const QString& url) {
   url_ = url;
   if (url_.isEmpty()) {
     if (core_ != nullptr) core_->Stop();
-    return;
+    return false;
   }
   if (core_ == nullptr || !core_->Usable()) MakeCore();
-  core_->Start(url_);
+  return true;
 }
 
 void WindowsMediaPlayer::MakeCore() {
+  using enum PlaybackCore::Picture;
   delete core_;
-  core_ = new PlaybackCore(this, App::Title());
+  core_ = new PlaybackCore(this, App::Title(), fitsBox_ ? kFitted : kStored);
   core_->setVolume(settings.volume());
   core_->setBalance(settings.balance());
   connect(core_, &PlaybackCore::PictureChanged, this, [this] { update(visibleRegion()); });
@@ -60,6 +70,20 @@ QString WindowsMediaPlayer::Controls::currentPositionString() const {
   return FormatPosition(player_.core_->Position());
 }
 
+double WindowsMediaPlayer::Controls::currentPosition() const {
+  return player_.url_.isEmpty() ? 0 : std::max(player_.core_->Position(), 0.0);
+}
+
+void WindowsMediaPlayer::Controls::setCurrentPosition(double seconds) {
+  if (player_.url_.isEmpty() || !std::isfinite(seconds)) return;
+  if (!player_.core_->Active()) player_.core_->StartPaused(player_.url_);
+  player_.core_->Seek(std::max(seconds, 0.0));
+}
+
+bool WindowsMediaPlayer::Controls::playing() const {
+  return player_.core_ != nullptr && player_.core_->Playing();
+}
+
 void WindowsMediaPlayer::Settings::setVolume(int volume) {
   constexpr int kFull = 100;
   if (volume < 0 || volume > kFull) return;
@@ -83,7 +107,7 @@ void WindowsMediaPlayer::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   QRegion uncovered = event->region();
   if (core_ != nullptr) {
-    core_->setVisibleSize(VisibleExtent());
+    core_->setVisibleSize(fitsBox_ ? size() : VisibleExtent());
     uncovered = core_->Draw(painter, uncovered);
   }
   for (const QRect& part : uncovered) painter.fillRect(part, Qt::black);

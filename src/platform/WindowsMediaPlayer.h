@@ -9,10 +9,10 @@ namespace kelvane {
 class PlaybackCore;
 
 // A player whose only controls are in a context menu. The picture has its natural size, one source
-// pixel to one screen pixel, at the top left corner; the rest is black. A file that can't be played
-// shows nothing, without a message.
+// pixel to one screen pixel, at the top left corner, unless it fits the control's box; the rest is
+// black. A file that can't be played shows nothing, without a message.
 //
-// The first setURL makes libmpv's player; if that fails, nothing plays, and the next setURL tries
+// The first file makes libmpv's player; if that fails, nothing plays, and the next file tries
 // again. Only that and the destructor wait for it. Belongs to the user-interface thread.
 class WindowsMediaPlayer : public Control {
   Q_OBJECT
@@ -23,6 +23,12 @@ class WindowsMediaPlayer : public Control {
   // Setting an empty one unloads the file.
   QString URL() const { return url_; }
   void setURL(const QString& url);
+  // Sets a file as setURL does, but shows its first picture, paused.
+  void OpenPaused(const QString& url);
+
+  // Scales the picture to fit the control, with its pixels' shape and its rotation, and centres it.
+  // Must be called before the first file is set.
+  void setFitsBox() { fitsBox_ = true; }
 
   class Controls {
    public:
@@ -35,6 +41,15 @@ class WindowsMediaPlayer : public Control {
     void stop();
     // "mm:ss", or "hh:mm:ss" from an hour on; empty while URL is empty.
     QString currentPositionString() const;
+    // In seconds; 0 while it is unknown or URL is empty.
+    double currentPosition() const;
+    // Goes to the first picture at or after `seconds`, or else to the last one, and stays paused or
+    // playing. Doesn't wait for it; of several calls that come while another picture is sought only
+    // the last is done. A file that isn't being played is opened there, paused. A value below 0
+    // means 0; one that isn't finite has no effect, and neither has a call without a URL.
+    void setCurrentPosition(double seconds);
+    // Whether a file is being played and isn't paused. False after its end.
+    bool playing() const;
 
    private:
     WindowsMediaPlayer& player_;
@@ -68,10 +83,13 @@ class WindowsMediaPlayer : public Control {
 
  private:
   void MakeCore();
+  // Returns whether there is a file to start.
+  bool TakeURL(const QString& url);
   // The size of the picture from its top left corner to the last pixel that no container clips.
   QSize VisibleExtent() const;
 
   QString url_;
+  bool fitsBox_ = false;
   PlaybackCore* core_ = nullptr;
 };
 

@@ -187,6 +187,24 @@ TEST_F(FileDialog, SavesUnderTheTypedNameWithoutAQuestionOrAnExtensionAndMakesNo
   EXPECT_FALSE(QFile::exists(folder.filePath("new")));
 }
 
+TEST_F(FileDialog, AsksBeforeItSavesUnderTheNameOfAFileThatExistsIfItIsToldTo) {
+  dialog.OverwritePrompt = true;
+  EXPECT_TRUE(Save(TypeFile("new.mp4")));
+  EXPECT_TRUE(Open(TypeFile("film.avi")));
+  for (const auto button : {QMessageBox::No, QMessageBox::Yes}) {
+    const bool saved = Save([&](QFileDialog& shown) {
+      const DialogAnswers question({PressButton(button)});
+      TypeFile("clip.mp4")(shown);
+      ASSERT_TRUE(question.AllGiven());
+      EXPECT_NE(question.seen().at(0).find("clip.mp4"), std::string::npos);
+      EXPECT_EQ(shown.isVisible(), button == QMessageBox::No);
+      shown.close();
+    });
+    EXPECT_EQ(saved, button == QMessageBox::Yes);
+    EXPECT_EQ(dialog.FileName, folder.filePath(saved ? "clip.mp4" : "film.avi"));
+  }
+}
+
 TEST_F(FileDialog, OffersThePairsOfItsFilterAndBeginsWithThatOfItsIndex) {
   const QString three = "MP4 Files (*.mp4)|*.mp4|AVI Files (*.avi)|*.avi|All Files (*.*)|*.*";
   const QStringList all{"MP4 Files (*.mp4)", "AVI Files (*.avi)", "All Files (*.*)"};

@@ -132,6 +132,36 @@ TEST_F(Mouse, TellsThePlaceInAControlThatHasMovedSinceTheEventWasSent) {
   EXPECT_EQ(events, Events{"Move 2 button 1 at 5,7"});
 }
 
+TEST_F(Mouse, TellsTheNotchesOfTheWheelOrTheirPartsTowardsTheTopOrTheLeft) {
+  bar.MouseWheel = [this](const WheelEvent& event) {
+    events.push_back(std::to_string(event.Index) + ": " + std::to_string(event.Notches) +
+                     " shift " + std::to_string(event.Shift));
+  };
+  pointer.MoveTo(bar, {3, 4});
+  events.clear();
+  for (const QPoint angle : {QPoint(0, 120), {0, -240}, {0, 15}, {-30, 0}, {60, -15}, {0, 0}}) {
+    pointer.TurnWheel(angle);
+  }
+  pointer.Hold(Qt::ShiftModifier);
+  pointer.TurnWheel();
+  EXPECT_EQ(events, (Events{"2: 1.000000 shift 0", "2: -2.000000 shift 0", "2: 0.125000 shift 0",
+                            "2: -0.250000 shift 0", "2: 0.500000 shift 0", "2: 1.000000 shift 1"}));
+}
+
+TEST_F(Mouse, RaisesNoEventOfADisabledControlNorOneOfItsContainer) {
+  box.MouseWheel = bar.MouseWheel = [this](const WheelEvent&) { events.push_back("Wheel"); };
+  bar.setEnabled(false);
+  pointer.MoveTo(bar, {3, 4});
+  pointer.DoubleClick();
+  pointer.Click(Qt::RightButton);
+  pointer.TurnWheel();
+  EXPECT_EQ(events, Events{});
+  bar.setEnabled(true);
+  pointer.TurnWheel();
+  pointer.Click();
+  EXPECT_EQ(events, (Events{"Wheel", "Down 2 button 1 at 3,4", "Up 2 button 1 at 3,4"}));
+}
+
 TEST(MousePlace, IsInTheUnitOfTheContainerAndForABoxInItsOwn) {
   TestForm form(TwipForm(), {Design(kLabel, "Label1", {0, 0, 50, 50}),
                              Design(kPictureBox, "Pixels", {60, 0, 50, 50}),

@@ -2,6 +2,7 @@
 // to leave out.
 #include <QDir>
 #include <QLibrary>
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstring>
@@ -51,6 +52,8 @@ class PlayerLibraryTest : public PlayerTest {
     player.controls.play();
     player.settings.setVolume(70);
     player.settings.setBalance(-40);
+    player.OpenPaused(player.URL());
+    player.controls.setCurrentPosition(1);
     EXPECT_FALSE(watch.Core().Active());
     PumpOnce();
     EXPECT_EQ(watch.Colour(), kNothingPlayed);
@@ -89,6 +92,62 @@ TEST_F(PlayerLibraryTest, LeavesTheOldFilePlayingIfItRefusesToStartAnother) {
   }
   EXPECT_TRUE(watch.Moves());
   EXPECT_TRUE(PlayerWatch::Like(watch.Colour(), kPlayedRed));
+  form.reset();
+}
+
+// Seeks that are under way: sent, and not yet done.
+TEST_F(PlayerLibraryTest, IsGivenOneSeekAtATimeAndTheLastOfThoseThatCameMeanwhile) {
+  using Commanding = Replaced<&PlayerLibrary::command_async>;
+  using Waiting = Replaced<&PlayerLibrary::wait_event>;
+  static std::atomic<int> sent;
+  static std::atomic<int> underWay;
+  static std::atomic<int> most;
+  sent = underWay = most = 0;
+  const Commanding counts([](mpv_handle* handle, std::uint64_t id, const char** words) {
+    if (std::strcmp(words[0], "seek") == 0) {
+      ++sent;
+      most = std::max<int>(most, ++underWay);
+    }
+    return Commanding::own(handle, id, words);
+  });
+  const Waiting subtracts([](mpv_handle* handle, double seconds) {
+    mpv_event* event = Waiting::own(handle, seconds);
+    if (event->event_id == MPV_EVENT_PLAYBACK_RESTART && underWay > 0) --underWay;
+    return event;
+  });
+  player.OpenPaused(MakePlain("red.mp4", "red", 20));
+  ASSERT_TRUE(watch.AwaitColour(kPlayedRed));
+  constexpr int kSteps = 200;
+  for (int step = 0; step <= kSteps; ++step) {
+    player.controls.setCurrentPosition(step * 0.08);
+    PumpOnce();
+  }
+  EXPECT_TRUE(WaitFor([&] { return std::abs(watch.Core().Position() - kSteps * 0.08) < 0.001; }));
+  EXPECT_EQ(most, 1);
+  EXPECT_LT(sent, kSteps);
+  form.reset();
+}
+
+TEST_F(PlayerLibraryTest, SeeksOnAfterASeekThatItRefusesAtOnceOrLater) {
+  using Commanding = Replaced<&PlayerLibrary::command_async>;
+  static int refusals;
+  refusals = 0;
+  player.OpenPaused(MakePlain("red.mp4", "red", 20));
+  ASSERT_TRUE(watch.AwaitColour(kPlayedRed));
+  {
+    const Commanding refuses([](mpv_handle* handle, std::uint64_t id, const char** words) {
+      if (++refusals == 1) return static_cast<int>(MPV_ERROR_EVENT_QUEUE_FULL);
+      std::array<const char*, 4> failing{"script-message-to", "nobody", words[0], nullptr};
+      return Commanding::own(handle, id, failing.data());
+    });
+    for (int times = 1; times <= 2; ++times) {
+      player.controls.setCurrentPosition(5);
+      EXPECT_TRUE(WaitFor([&] { return refusals == times; }));
+    }
+  }
+  player.controls.setCurrentPosition(10);
+  EXPECT_TRUE(WaitFor([&] { return watch.Core().Position() == 10; }));
+  EXPECT_TRUE(watch.StandsStill());
   form.reset();
 }
 

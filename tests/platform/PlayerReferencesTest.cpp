@@ -10,6 +10,7 @@
 #include <QtEndian>
 #include <array>
 #include <atomic>
+#include <functional>
 #include <ostream>
 #include <vector>
 
@@ -71,11 +72,14 @@ class PlayerReferences : public PlayerTest {
   }
 
   void ExpectABlackPictureAndNoOtherFile(const QString& name) {
+    ExpectABlackPictureAndNoOtherFile(name, [&] { player.setURL(InFolder(name)); });
+  }
+  void ExpectABlackPictureAndNoOtherFile(const QString& name, const std::function<void()>& open) {
     const int binds = networkBinds;
     const QFileInfo file(InFolder(name));
     const OpenedFiles opened(file.path());
     bool shows = false;
-    player.setURL(InFolder(name));
+    open();
     EXPECT_TRUE(WaitFor([&] {
       shows |= watch.Colour() != kNothingPlayed;
       return !watch.Core().Active();
@@ -135,15 +139,31 @@ const Reference kReferences[]{
     {"DvdIndex", "VIDEO_TS.IFO", QByteArray("DVDVIDEO-VMG").leftJustified(4096, '\0')}};
 
 class PlayerReferenceFile : public PlayerReferences,
-                            public ::testing::WithParamInterface<Reference> {};
+                            public ::testing::WithParamInterface<Reference> {
+ protected:
+  void WriteReference() const {
+    Write("movie.sub", "the subtitles of the index");
+    const QString address = u"http://127.0.0.1:%1"_s.arg(server.serverPort());
+    Write(GetParam().name, QByteArray(GetParam().content)
+                               .replace("SERVER", address.toLatin1())
+                               .replace("FOLDER", QFile::encodeName(files.path())));
+  }
+};
 
 TEST_P(PlayerReferenceFile, IsTheOnlyFileThatIsOpened) {
-  Write("movie.sub", "the subtitles of the index");
-  const QString address = u"http://127.0.0.1:%1"_s.arg(server.serverPort());
-  Write(GetParam().name, QByteArray(GetParam().content)
-                             .replace("SERVER", address.toLatin1())
-                             .replace("FOLDER", QFile::encodeName(files.path())));
+  WriteReference();
   ExpectABlackPictureAndNoOtherFile(GetParam().name);
+}
+
+TEST_P(PlayerReferenceFile, IsTheOnlyFileThatIsOpenedPausedOrBySeekingForAFittedPicture) {
+  WriteReference();
+  player.setFitsBox();
+  const auto seek = [this] { player.controls.setCurrentPosition(0.2); };
+  ExpectABlackPictureAndNoOtherFile(GetParam().name, [&] {
+    player.OpenPaused(InFolder(GetParam().name));
+    seek();
+  });
+  ExpectABlackPictureAndNoOtherFile(GetParam().name, seek);
 }
 
 INSTANTIATE_TEST_SUITE_P(Kinds, PlayerReferenceFile, ::testing::ValuesIn(kReferences),

@@ -80,6 +80,10 @@ TEST_F(Player, IsBlackAndMakesNoPlaybackCoreBeforeItHasAFile) {
   player.controls.play();
   player.controls.pause();
   player.controls.stop();
+  player.controls.setCurrentPosition(1);
+  player.OpenPaused({});
+  EXPECT_EQ(player.controls.currentPosition(), 0);
+  EXPECT_FALSE(player.controls.playing());
   EXPECT_FALSE(watch.Made());
   RightClick();
   EXPECT_EQ(player.findChild<QMenu*>(), nullptr);
@@ -231,6 +235,10 @@ const State kStates[]{
     {"ShowingItsFirstPicture", true, [](auto&, auto&) {}},
     {"Playing", true, [](auto&, auto& watch) { EXPECT_TRUE(watch.AwaitPosition(0.3)); }},
     {"Paused", true, [](auto& player, auto&) { player.controls.pause(); }},
+    {"Seeking", true,
+     [](auto& player, auto&) {
+       for (const double seconds : {15, 5, 10}) player.controls.setCurrentPosition(seconds);
+     }},
     {"Stopping", true, [](auto& player, auto&) { player.controls.stop(); }},
     {"Stopped", true,
      [](auto& player, auto& watch) {

@@ -52,9 +52,8 @@ void Pointer::DoubleClick(Qt::MouseButton button) {
   Release(button);
 }
 
-void Pointer::TurnWheel() {
-  constexpr QPoint kOneNotch(0, 120);
-  QWheelEvent event(place_, window_.mapToGlobal(place_), QPoint(), kOneNotch, held_, keys_,
+void Pointer::TurnWheel(QPoint angle) {
+  QWheelEvent event(place_, window_.mapToGlobal(place_), QPoint(), angle, held_, keys_,
                     Qt::NoScrollPhase, false);
   QSpontaneKeyEvent::setSpontaneous(&event);
   qApp->notify(window_.windowHandle(), &event);

@@ -25,7 +25,8 @@ class Pointer {
   void Release(Qt::MouseButton button = Qt::LeftButton);
   void Click(Qt::MouseButton button = Qt::LeftButton);
   void DoubleClick(Qt::MouseButton button = Qt::LeftButton);
-  void TurnWheel();
+  // One notch is 120 vertically.
+  void TurnWheel(QPoint angle = {0, 120});
   // Rests until Qt asks for a tool tip.
   void Rest();
 

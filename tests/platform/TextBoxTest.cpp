@@ -14,6 +14,7 @@
 #include "platform/PictureBox.h"
 #include "platform/Pointer.h"
 #include "platform/TestForm.h"
+#include "support/Events.h"
 
 namespace kelvane::testing {
 namespace {
@@ -122,6 +123,55 @@ TEST_F(TextBoxTest, RaisesChangeForEachEditIfItIsEditable) {
   EXPECT_EQ(line->cursorPosition(), 2);
   editable.setText("/tmp/video.mp4");
   EXPECT_EQ(line->text(), u"/tmp/video.mp4"_s);
+}
+
+TEST_F(TextBoxTest, RaisesEditFinishedOnceForEachEditAtEnterOrWhenItIsLeft) {
+  editable.EditFinished = [this](int index) {
+    events.push_back(std::to_string(index) + " finished: " + editable.Text().toStdString());
+  };
+  QLineEdit* line = Line(editable);
+  const auto press = [&](Qt::Key key) { QTest::keyClick(line, key); };
+  const auto eventsOf = [&](const auto& step) {
+    events.clear();
+    step();
+    return events;
+  };
+  const auto leave = [&] { Line(shown)->setFocus(); };
+  line->setFocus();
+  EXPECT_EQ(eventsOf([&] { press(Qt::Key_Return); }), Events{}) << "nothing has been edited";
+  EXPECT_EQ(eventsOf(leave), Events{});
+  line->setFocus();
+  editable.setText("b");
+  QTest::keyClicks(line, "a");
+  EXPECT_EQ(eventsOf([&] { press(Qt::Key_Return); }), Events{"5 finished: ab"});
+  EXPECT_EQ(eventsOf([&] { press(Qt::Key_Return); }), Events{});
+  EXPECT_EQ(eventsOf(leave), Events{});
+  line->setFocus();
+  press(Qt::Key_Backspace);
+  EXPECT_EQ(eventsOf(leave), Events{"5 finished: b"});
+  line->setFocus();
+  press(Qt::Key_Delete);
+  press(Qt::Key_X);
+  EXPECT_EQ(eventsOf([&] { press(Qt::Key_Enter); }), Events{"5 finished: x"});
+  press(Qt::Key_Y);
+  editable.setText("from the code");
+  EXPECT_EQ(eventsOf(leave), Events{}) << "the edit has been replaced";
+}
+
+TEST_F(TextBoxTest, IsNotFinishedWhenAnotherWindowBecomesActive) {
+  int finished = 0;
+  editable.EditFinished = [&](int) { ++finished; };
+  Line(editable)->setFocus();
+  QTest::keyClick(Line(editable), Qt::Key_X);
+  TestForm other;
+  other.Open();
+  other.activateWindow();
+  ASSERT_TRUE(WaitFor([&] { return other.isActiveWindow(); }));
+  EXPECT_EQ(finished, 0);
+  form.activateWindow();
+  ASSERT_TRUE(WaitFor([&] { return Line(editable)->hasFocus(); }));
+  QTest::keyClick(Line(editable), Qt::Key_Return);
+  EXPECT_EQ(finished, 1);
 }
 
 TEST_F(TextBoxTest, IsPaintedInItsColoursAndHasABorderWhereTheDesignSaysSo) {

@@ -49,23 +49,27 @@ constexpr std::pair<const char*, const char*> kOptions[] = {
     {"idle", "yes"},
     {"vo", "libmpv"},
     {"hwdec", "no"},
-    // Stored pixels are rendered 1:1, and the picture is cut to the rendered size. Newer releases
-    // take "no" for the file's own aspect ratio.
-    {"video-aspect-override", "0"},
-    {"video-unscaled", "yes"},
-    {"video-align-x", "-1"},
-    {"video-align-y", "-1"},
-    {"video-rotate", "no"},
+    {"video-rotate", "no"},     // libmpv's software renderer can't rotate
     {"video-crop", "0x0+0+0"},  // no crop, not even the file's own
     {"profile", "sw-fast"},
     {"ao", "pulse,alsa"},  // PipeWire serves Pulse clients as well
     {"audio-fallback-to-null", "yes"},
 };
 
+// Stored pixels are rendered 1:1, and the picture is cut to the rendered size. Newer releases take
+// "no" for the file's own aspect ratio.
+constexpr auto kStoredPictureOptions = std::to_array<std::pair<const char*, const char*>>({
+    {"video-aspect-override", "0"},
+    {"video-unscaled", "yes"},
+    {"video-align-x", "-1"},
+    {"video-align-y", "-1"},
+});
+
 constexpr const char* kPosition = "time-pos";
 constexpr const char* kDuration = "duration";
 constexpr const char* kStoredWidth = "video-params/w";
 constexpr const char* kStoredHeight = "video-params/h";
+constexpr const char* kRotation = "current-tracks/video/demux-rotation";
 
 // ALSA prints its errors, such as a missing sound device, unless it has an error handler.
 void Silence(const char* /*file*/, int /*line*/, const char* /*function*/, int /*error*/,
@@ -95,13 +99,14 @@ void MakeOpaque(QImage& image) {
   }
 }
 
-// The reply id of a command that starts a file.
+// The reply ids of commands that start a file and that seek.
 constexpr std::uint64_t kStartReplyId = 1;
+constexpr std::uint64_t kSeekReplyId = 2;
 
 }  // namespace
 
-PlaybackCore::PlaybackCore(QObject* parent, const QString& clientName)
-    : QObject(parent), mpv_(PlayerLibrary::Get()) {
+PlaybackCore::PlaybackCore(QObject* parent, const QString& clientName, Picture picture)
+    : QObject(parent), picture_(picture), mpv_(PlayerLibrary::Get()) {
   if (mpv_ == nullptr || !HasRoomForThreads() || !MakePlayer(clientName)) return;
   ObserveProperties();
   try {
@@ -118,6 +123,11 @@ bool PlaybackCore::MakePlayer(const QString& clientName) {
   player_ = mpv_->create();
   if (player_ == nullptr) return false;
   for (const auto& [name, value] : kOptions) mpv_->set_option_string(player_, name, value);
+  if (picture_ == Picture::kStored) {
+    for (const auto& [name, value] : kStoredPictureOptions) {
+      mpv_->set_option_string(player_, name, value);
+    }
+  }
   mpv_->set_option_string(player_, "audio-client-name", clientName.toUtf8().constData());
   if (mpv_->initialize(player_) < 0) return false;
   std::string software = MPV_RENDER_API_TYPE_SW;
@@ -148,22 +158,36 @@ PlaybackCore::~PlaybackCore() {
 }
 
 void PlaybackCore::Start(const QString& path) {
-  if (!Usable()) return;
+  if (Load(path)) setPaused(false);
+}
+
+void PlaybackCore::StartPaused(const QString& path) {
+  setPaused(true);  // before the file is opened, so that its first picture stays
+  Load(path);
+}
+
+bool PlaybackCore::Load(const QString& path) {
+  if (!Usable()) return false;
   const bool hasRoom = HasRoomForThreads();
   // Before the command, since the serving thread may set the new values at once.
   const double position = position_.exchange(0);
   const double duration = duration_.exchange(0);
-  if (!hasRoom) return Stop();
+  if (!hasRoom) {
+    Stop();
+    return false;
+  }
   // The player might take a relative path for a URL, or "-" for standard input.
   const std::string file = ToNarrow(QDir::current().absoluteFilePath(path));
   if (!Command({"loadfile", file.c_str(), "replace"}, kStartReplyId)) {
     position_ = position;
     duration_ = duration;
-    return;
+    return false;
   }
   active_ = true;
   ++unansweredStarts_;
-  setPaused(false);
+  seeking_ = true;
+  nextSeek_.reset();
+  return true;
 }
 
 void PlaybackCore::Stop() {
@@ -180,8 +204,23 @@ bool PlaybackCore::Command(std::initializer_list<const char*> words, std::uint64
 
 void PlaybackCore::setPaused(bool paused) {
   if (!Usable()) return;
+  paused_ = paused;
   int flag = paused ? 1 : 0;
   mpv_->set_property_async(player_, 0, "pause", MPV_FORMAT_FLAG, &flag);
+}
+
+void PlaybackCore::Seek(double seconds) {
+  if (!active_) return;
+  nextSeek_ = seconds;
+  if (!seeking_) SeekNext();
+}
+
+void PlaybackCore::SeekNext() {
+  seeking_ = false;
+  if (!nextSeek_) return;
+  constexpr int kMicroseconds = 6;
+  const QByteArray place = QByteArray::number(*std::exchange(nextSeek_, {}), 'f', kMicroseconds);
+  seeking_ = Command({"seek", place.constData(), "absolute+exact"}, kSeekReplyId);
 }
 
 void PlaybackCore::setVolume(int volume) {
@@ -208,6 +247,9 @@ void PlaybackCore::ObserveProperties() {
   for (const char* name : {kPosition, kDuration, kStoredWidth, kStoredHeight}) {
     mpv_->observe_property(player_, 0, name, MPV_FORMAT_DOUBLE);
   }
+  if (picture_ == Picture::kFitted) {
+    mpv_->observe_property(player_, 0, kRotation, MPV_FORMAT_DOUBLE);
+  }
   mpv_->set_wakeup_callback(
       player_,
       [](void* core) { static_cast<PlaybackCore*>(core)->Wake(&PlaybackCore::eventsPending_); },
@@ -224,6 +266,12 @@ void PlaybackCore::DrainEvents() {
       TakeProperty(property.name, isKnown ? static_cast<const double*>(property.data) : nullptr);
     } else if (event->event_id == MPV_EVENT_COMMAND_REPLY) {
       if (event->reply_userdata == kStartReplyId) Post([this] { --unansweredStarts_; });
+      if (event->reply_userdata == kSeekReplyId && event->error < 0) Post([this] { SeekNext(); });
+    } else if (event->event_id == MPV_EVENT_PLAYBACK_RESTART) {
+      // A file has been opened or a seek done. Before the reply to a start it was the file before.
+      Post([this] {
+        if (unansweredStarts_ == 0) SeekNext();
+      });
     } else if (event->event_id == MPV_EVENT_START_FILE) {
       position_ = 0;
       duration_ = 0;
@@ -250,6 +298,11 @@ void PlaybackCore::TakeProperty(const char* name, const double* number) {
     storedWidth_ = static_cast<int>(value);
   } else if (std::strcmp(name, kStoredHeight) == 0) {
     storedHeight_ = static_cast<int>(value);
+  } else if (std::strcmp(name, kRotation) == 0) {
+    constexpr int kQuarterTurn = 90;
+    const int degrees = static_cast<int>(value);
+    turn_ = degrees % kQuarterTurn == 0 ? QTransform().rotate(degrees) : QTransform();
+    Wake(&PlaybackCore::redraw_);
   }
 }
 
@@ -271,7 +324,9 @@ void PlaybackCore::setVisibleSize(QSize visible) {
   constexpr int kMargin = 128;
   constexpr int kStep = 256;
   const auto roundUp = [](int length) { return (length + kMargin + kStep - 1) / kStep * kStep; };
-  const QSize wanted(roundUp(visible.width()), roundUp(visible.height()));
+  const QSize wanted = picture_ == Picture::kFitted
+                           ? visible
+                           : QSize(roundUp(visible.width()), roundUp(visible.height()));
   {
     const std::lock_guard lock(mutex_);
     if (wanted == wanted_) return;
@@ -305,11 +360,16 @@ void PlaybackCore::ServePlayer() {
   }
 }
 
+QSize PlaybackCore::RenderedSize() const {
+  if (picture_ == Picture::kStored || size_.isEmpty()) return size_.boundedTo(wanted_);
+  return turn_.mapRect(QRect(QPoint(), wanted_)).size();
+}
+
 void PlaybackCore::RenderFrame() {
   QSize size;
   {
     const std::lock_guard lock(mutex_);
-    size = size_.boundedTo(wanted_);
+    size = RenderedSize();
   }
   int skips = size.isEmpty() ? 1 : 0;
   if (skips == 0 && drawing_.size() != size) drawing_ = QImage(size, QImage::Format_RGB32);
@@ -325,9 +385,10 @@ void PlaybackCore::RenderFrame() {
   mpv_->render_context_render(renderer_, parameters.data());
   if (skips != 0) return;
   MakeOpaque(drawing_);
+  drawing_ = drawing_.transformed(turn_);
   {
     const std::lock_guard lock(mutex_);
-    if (size_.boundedTo(wanted_) != size) return;
+    if (RenderedSize() != size) return;
     std::swap(shown_, drawing_);
   }
   PostChange();

@@ -4,11 +4,13 @@
 #include <QObject>
 #include <QSize>
 #include <QString>
+#include <QTransform>
 #include <atomic>
 #include <condition_variable>
 #include <cstdint>
 #include <initializer_list>
 #include <mutex>
+#include <optional>
 #include <thread>
 
 class QPainter;
@@ -20,16 +22,20 @@ namespace kelvane {
 
 struct PlayerLibrary;
 
-// Plays one file at a time, with sound if the system has a device. The picture, unrotated and with
-// square pixels, is rendered to memory on a thread of its own. Prints nothing.
+// Plays one file at a time, with sound if the system has a device. The picture is rendered to
+// memory on a thread of its own. Prints nothing.
 //
 // Public members belong to the user-interface thread. Only the constructor and the destructor may
 // wait for the player.
 class PlaybackCore : public QObject {
   Q_OBJECT
  public:
+  // The pixels as they are stored, square and unrotated, or the whole picture scaled to fit a box,
+  // with its pixels' shape and rotated by quarter turns as the file says, between black bars.
+  enum class Picture { kStored, kFitted };
+
   // Isn't usable if the player can't be made. The sound system knows the player as `clientName`.
-  PlaybackCore(QObject* parent, const QString& clientName);
+  PlaybackCore(QObject* parent, const QString& clientName, Picture picture);
   // Waits for the player's threads to end.
   ~PlaybackCore() override;
 
@@ -40,9 +46,16 @@ class PlaybackCore : public QObject {
   // start the threads that a file takes, it only ends the current one; if the player's command
   // queue is full, it has no effect.
   void Start(const QString& path);
+  // The same, but pauses the file at its first picture.
+  void StartPaused(const QString& path);
   // Ends the file. Active is false at once.
   void Stop();
   void setPaused(bool paused);
+  // Goes to the first picture at or after `seconds`, which must be finite and not negative, or else
+  // to the last one; whether the file is paused stays. It does so later, if the file is still being
+  // opened or another seek is under way: then only the last of several is done. No effect unless
+  // Active.
+  void Seek(double seconds);
   // 0 to 100; the caller checks the range.
   void setVolume(int volume);
   // -100, left alone, to 100, right alone; the caller checks the range.
@@ -50,12 +63,13 @@ class PlaybackCore : public QObject {
 
   // Whether a file is being opened or played, paused or not.
   bool Active() const { return active_; }
+  bool Playing() const { return active_ && !paused_; }
   // In seconds; 0 while unknown. The duration stays after the file has ended.
   double Position() const { return position_; }
   double Duration() const { return duration_; }
 
-  // Sets the visible size of the picture, from its top left corner, in pixels. Little more than
-  // that is rendered.
+  // Sets the visible size of a stored picture, from its top left corner, or the size of the box of
+  // a fitted one, in pixels. Little more than that is rendered.
   void setVisibleSize(QSize visible);
   // Draws the part of the current picture that is inside `region`, with the picture's top left
   // corner at (0, 0). Returns the part of the region outside the picture.
@@ -69,6 +83,10 @@ class PlaybackCore : public QObject {
   bool MakePlayer(const QString& clientName);
   // Returns whether the player has queued the command and will reply with `replyId`.
   bool Command(std::initializer_list<const char*> words, std::uint64_t replyId = 0);
+  // Returns whether the player has queued the start.
+  bool Load(const QString& path);
+  // Does the seek that waits, if there is one.
+  void SeekNext();
   void ObserveProperties();
   // Sets the flag and wakes the serving thread. Called on libmpv's threads.
   void Wake(bool PlaybackCore::*pending);
@@ -79,22 +97,29 @@ class PlaybackCore : public QObject {
   void TakeProperty(const char* name, const double* number);
   void TakeSize();
   void RenderFrame();
+  // The size of the next pictures before they are turned; empty while the file's is unknown.
+  QSize RenderedSize() const;
   void PostChange();
   // Queues `task` to the user-interface thread.
   template <typename Task>
   void Post(Task task);
 
+  const Picture picture_;
   const PlayerLibrary* const mpv_;  // null if libmpv can't be loaded: then nothing is played
   mpv_handle* player_ = nullptr;
   mpv_render_context* renderer_ = nullptr;
   bool active_ = false;
+  bool paused_ = false;
   int unansweredStarts_ = 0;
+  bool seeking_ = false;  // or opening
+  std::optional<double> nextSeek_;
   std::atomic<double> position_ = 0;
   std::atomic<double> duration_ = 0;
 
   std::thread serving_;
   int storedWidth_ = 0;  // for the serving thread alone
   int storedHeight_ = 0;
+  QTransform turn_;   // of a fitted picture
   std::mutex mutex_;  // guards framePending_ to shown_
   std::condition_variable wake_;
   bool framePending_ = false;
@@ -102,7 +127,7 @@ class PlaybackCore : public QObject {
   bool redraw_ = false;
   bool ending_ = false;
   QSize size_;      // full size of the next pictures; empty while unknown
-  QSize wanted_;    // the part of them to render, which may exceed size_
+  QSize wanted_;    // the part of them to render, which may exceed size_, or the size of their box
   QImage shown_;    // null while there is none
   QImage drawing_;  // for the serving thread alone between two swaps
   std::atomic<bool> changePosted_ = false;
