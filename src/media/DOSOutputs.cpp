@@ -20,6 +20,7 @@ namespace kelvane {
 
 struct StartedTool {
   pid_t process = 0;
+  bool endsWithProgram = false;
   bool reaped = false;
   std::optional<int> exitStatus;
 };
@@ -42,6 +43,18 @@ bool Reap(StartedTool& tool) {
   if (ended > 0) tool.exitStatus = WIFSIGNALED(status) ? -WTERMSIG(status) : WEXITSTATUS(status);
   return tool.reaped;
 }
+
+// A program that exits in the middle of a run, as when its display is lost, leaves no tool behind
+// that it could have ended. In a forked process, whose children the tools aren't, this does
+// nothing.
+struct EndOfProgram {
+  ~EndOfProgram() {
+    for (const auto& tool : startedTools) {
+      if (tool->endsWithProgram && !Reap(*tool)) kill(tool->process, SIGKILL);
+    }
+  }
+};
+const EndOfProgram endOfProgram;
 
 // Holds what posix_spawn needs to set a tool's descriptors and signals.
 class SpawnSettings {
@@ -123,6 +136,7 @@ std::string DOSOutputs::ExecuteCommand(const std::string& CommandLine) {
   reader->CloseWriteEnd();
   text_ = text;
   tool_ = tool;
+  tool->endsWithProgram = Waiting != nullptr;
 
   const BlockLength length = blockLength_;
   const std::function<void()> waiting = Waiting;

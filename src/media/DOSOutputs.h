@@ -30,7 +30,7 @@ class DOSOutputs {
 
   // If it is set when a run starts, it is raised about every 20 ms during the run, but not while a
   // handler runs, so that the caller can process its events. The run then lasts until the tool has
-  // exited too, and End can end it.
+  // exited too, and End can end it. If the program exits meanwhile, the tool is killed.
   std::function<void()> Waiting;
 
   const std::string& CommandLine() const { return commandText_; }

@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QSettings>
 #include <clocale>
+#include <csignal>
 #include <cstdlib>
 
 #include "platform/Accessibility.h"
@@ -33,6 +34,7 @@ App::App(const char* programName, const QString& title)
     : name_(programName), arguments_{name_.data(), nullptr} {
   title_ = title;
   OpenMissingStandardDescriptors();
+  (void)std::signal(SIGCHLD, SIG_DFL);  // else a tool's exit status is lost
   // Keeps Qt's file dialogs from saving their history in the user's settings.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, u"/dev/null"_s);
 

@@ -112,7 +112,7 @@ class Form : public HandlerOwner {
   bool dragged_ = false;          // whether a pointer button was held at one of these reports
 };
 
-// Owns the only instance of a window class, which is made by Load and deleted after it is unloaded.
+// Owns the one loaded form of a class, which is made by Load and deleted after it is unloaded.
 // Belongs to the user-interface thread.
 template <class FormClass>
 class FormInstance {

@@ -24,7 +24,7 @@ struct WheelEvent {
   float Notches;  // towards the top or the left; a touchpad's are fractions
 };
 
-// Pointer shapes, numbered as in the MousePointer property.
+// The pointer shapes that the windows set.
 enum class MousePointer : int {
   kDefault = 0,
   kArrow = 1,

@@ -18,8 +18,8 @@ class PictureBox : public Control, public Container {
  public:
   PictureBox(Container& container, const QString& name, ScaleMode scale);
 
-  // Returns a new box like this one, without drawing or controls, in the same container, which owns
-  // it. It is hidden if the container is on the screen.
+  // Returns a box like this one, without border, meaning, drawing or controls, in its container. It
+  // is hidden if that is on the screen.
   PictureBox& Duplicate(const QString& name) const;
 
   // Setting a colour, even the same one, clears the drawing.

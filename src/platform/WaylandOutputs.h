@@ -11,8 +11,8 @@ namespace kelvane {
 // Whether the program's windows are shown by a Wayland compositor. Needs the QApplication.
 bool RunsOnWayland();
 
-// Returns the size of each output of the Wayland compositor in screen pixels, as rotated, by the
-// output's name. Empty without a compositor. Blocks for two round trips to it.
+// Returns the size in screen pixels, as rotated, of each output that the Wayland compositor names,
+// by its name. Empty without a compositor. Blocks for two round trips to it.
 QHash<QString, QSize> PixelsOfWaylandOutputs();
 
 // Returns the scale of an output from its sizes in physical and logical pixels. `roundedUp` is the

@@ -13,7 +13,7 @@ class PlaybackCore;
 // black. A file that can't be played shows nothing, without a message.
 //
 // The first file makes libmpv's player; if that fails, nothing plays, and the next file tries
-// again. Only that and the destructor wait for it. Belongs to the user-interface thread.
+// again. Only its making and its end may block. Belongs to the user-interface thread.
 class WindowsMediaPlayer : public Control {
   Q_OBJECT
  public:
@@ -33,7 +33,7 @@ class WindowsMediaPlayer : public Control {
   class Controls {
    public:
     explicit Controls(WindowsMediaPlayer& player) : player_(player) {}
-    // Resumes a paused file, or plays the file of URL from its beginning. No effect without a URL.
+    // Resumes a paused file, or restarts one that has ended or stopped. No effect without a URL.
     void play();
     // No effect unless a file is playing.
     void pause();

@@ -23,10 +23,10 @@ extern std::int32_t CropHeight;
 extern std::int32_t CropLeft;
 extern std::int32_t CropTop;
 
-// Those four in that order, separated by colons, as of the last preview or crop command.
+// Those four with colons between, as of the last preview or crop; "0" after a reset.
 extern QString CropFilter;
 
-// The file last chosen in the save dialog.
+// The new file last chosen for a crop.
 extern QString OutputPath;
 
 // True while the main window is minimised.

@@ -145,7 +145,7 @@ TEST_P(MainWindowInTheme, HasAReadableFileDialog) {
   window.Click(kLoadVideo);
   const WindowId dialog = screen.AwaitNew({window.Id()});
   ASSERT_TRUE(dialog != 0 && WaitFor([&] { return screen.Active(dialog); }));
-  // Long enough for the place below in every font.
+  // Long enough to reach `typed` in every font.
   screen.Type("a name of some length");
   const QRect place = screen.Place(dialog);
   const QRect captions(place.left() + 8, place.bottom() - 70, 100, 60);

@@ -1,4 +1,4 @@
-// What the text of the probe tool makes of a section: its strip, its row and the totals.
+// What the joiner makes of the probe tool's text: a strip, a row and the totals.
 #include <QFileInfo>
 
 #include "joiner/JoinerWindowTest.h"
@@ -35,7 +35,7 @@ TEST_F(SectionProbe, ShowsTensOfSecondsInTheRowAndExactSecondsInTheTotals) {
   EXPECT_EQ(Shown(TotalRuntime), "00:04:33") << "a time of day";
 }
 
-TEST_F(SectionProbe, CountsTheWidthOfTheStripBeforeForADurationThatIsNoTime) {
+TEST_F(SectionProbe, TakesThePreviousStripsWidthForADurationThatIsNoTime) {
   AddSectionOf("a.mp4", "N/A");
   AddSectionOf("b.mp4", "00:10:00.00");
   AddSectionOf("c.mp4", "N/A");
@@ -66,7 +66,7 @@ TEST_F(SectionProbe, SearchesEachBlockByItself) {
   EXPECT_EQ(Paths().ListCount(), 3);
 }
 
-TEST_F(SectionProbe, WithoutADurationOrWithoutItsToolLeavesThePathAlone) {
+TEST_F(SectionProbe, WithoutADurationOrWithoutItsToolListsThePathAlone) {
   Get<Label>("Label3", TotalDurationSeconds).setCaption("?");
   Get<Label>("Label3", TotalRuntime).setCaption("?");
   AddPrinting("a.txt", "a.txt: Invalid data found when processing input\n");
@@ -81,7 +81,7 @@ TEST_F(SectionProbe, WithoutADurationOrWithoutItsToolLeavesThePathAlone) {
 }
 
 // Without its tool a probe raises no event, and its last allocation is for the start of the tool.
-TEST_F(SectionProbe, WithoutMemoryForTheStartOfItsToolLeavesThePathAlone) {
+TEST_F(SectionProbe, WithoutMemoryForTheStartOfItsToolListsThePathAlone) {
   App::setPath("/a/missing/folder");
   std::size_t before = 0;
   std::size_t last = 0;

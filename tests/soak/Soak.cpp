@@ -21,7 +21,7 @@
 namespace kelvane::testing {
 namespace {
 
-// All threads share one heap, since the heaps of others can't be told from mapped memory.
+// All threads share one heap, since a thread's own can't be told from mapped memory.
 [[maybe_unused]] const int oneHeap = ::mallopt(M_ARENA_MAX, 1);
 
 using Counts = std::map<std::string, qsizetype>;

@@ -53,7 +53,7 @@ class RealTools : public MainWindowTest {
               "Progress: 100 % Complete: Status: Cropping Successful");
     Release(JobWindow()->Find<Label>("Label2"));
   }
-  // A checksum of the pictures that the tool makes by itself.
+  // A checksum of the pictures of ffmpeg's own crop.
   QString SumOfACrop(const char* video, const QString& filter) const {
     Make({"-i", InFolder(video), "-vf", filter}, "bare.mp4");
     return PicturesSum(InFolder("bare.mp4"));
@@ -89,7 +89,7 @@ TEST_F(RealTools, KeepTheOldSizeForARecordingOfWhichTheProbeComplains) {
   ExpectSize("1,280", "0,720");
 }
 
-// The system lets nobody read this file.
+// Nobody can read this file's beginning.
 TEST_F(RealTools, KeepTheOldSizeAndDurationForAFileThatCannotBeRead) {
   LoadMade(Source("640x360"), "clip.mp4");
   Pick("/proc/self/mem");
@@ -243,7 +243,7 @@ class TurnedVideo : public RealTools {
   }
 };
 
-TEST_F(TurnedVideo, IsShownAsStoredButFailsToBeCroppedTallerThanItsTurnedPicture) {
+TEST_F(TurnedVideo, IsShownAsStoredButFailsToBeCroppedWiderThanItsTurnedPicture) {
   Pick(InFolder("phone.mp4"));
   ExpectSize("0,320", "0,240");
   CropTheRegionTo(InFolder("cropped.mp4"));
