@@ -47,6 +47,9 @@ enum OptionSlider : int {
 constexpr int OptionName(int slider) { return 2 * slider; }
 constexpr int OptionReadOut(int slider) { return 2 * slider + 1; }
 
+inline const QString kVideoFilter =
+    QStringLiteral("MP4 Files (*.mp4)|*.mp4|AVI Files (*.avi)|*.avi|All Files (*.*)|*.*");
+
 // "Advanced 2-Pass Video Stabilization": marks a section of a video on a time line, with a pixel to
 // the second, and sets the options of a stabilising filter.
 //
@@ -62,7 +65,12 @@ class Form3 : public Form {
   void Form_Resize() override;
   void Form_MouseMove(const MouseEvent& event) override;
 
- private:
+  // The scale of the time line: returns the time at a position on it, as it is shown. Here a pixel
+  // is a second.
+  virtual QString TimeTextAt(float X) const;
+  // The tip of a needle that has been dragged.
+  static QString NeedleTip(int needle);
+
   friend void DrawOptionScales(Form3& form);       // Module3
   friend void ResetTimeLinePosition(Form3& form);  // Module5
   friend void DrawTimeLabels(Form3& form);         // Module5

@@ -66,7 +66,7 @@ void Form3::Label6_MouseUp(const MouseEvent& event) {
   if (event.Index != 0) return;
   cdialog.DialogTitle = u"Extract Section From Video"_s;
   cdialog.FileName.clear();
-  cdialog.Filter = u"MP4 Files (*.mp4)|*.mp4|AVI Files (*.avi)|*.avi|All Files (*.*)|*.*"_s;
+  cdialog.Filter = kVideoFilter;
   cdialog.FilterIndex = 1;
   cdialog.ShowOpen();
   if (cdialog.FileName.isEmpty()) return;

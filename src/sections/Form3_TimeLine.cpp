@@ -57,14 +57,21 @@ void Form3::Picture6_MouseMove(const MouseEvent& event) {
   if (W / 4 >= Picture6.Left()) strip.setLeft(0);
 }
 
+QString Form3::TimeTextAt(float X) const { return FormatTimeText(X); }
+
 void Form3::Picture3_MouseMove(const MouseEvent& event) {
   TimeLineMouseX = ToInteger32(event.X).value_or(TimeLineMouseX);
-  Picture3(TimeLineStrip).setToolTipText(FormatTimeText(event.X));
+  Picture3(TimeLineStrip).setToolTipText(TimeTextAt(event.X));
 }
 
 void Form3::Picture3_MouseUp(const MouseEvent& event) {
   TimeLineMouseX = ToInteger32(event.X).value_or(TimeLineMouseX);
   if (event.Button == kRightButton) mnu_ConntextMenu.PopUp();
+}
+
+QString Form3::NeedleTip(int needle) {
+  return needle == StartNeedle ? u" Move slider to the start of the section to be extracted "_s
+                               : u" Move slider to the end of the section to be extracted "_s;
 }
 
 void Form3::Picture4_MouseDown(const MouseEvent& event) {
@@ -77,12 +84,10 @@ void Form3::Picture4_MouseMove(const MouseEvent& event) {
   PictureBox& needle = Picture4(event.Index);
   if (Screen::Pointer() == MousePointer::kSizeWestEast) needle.SetFocus();
   if (event.Button != kLeftButton) return;
-  needle.setToolTipText(event.Index == StartNeedle
-                            ? u" Move slider to the start of the section to be extracted "_s
-                            : u" Move slider to the end of the section to be extracted "_s);
+  needle.setToolTipText(NeedleTip(event.Index));
   needle.setLeft(needle.Left() + event.X - NeedleGrabX);
   Label8(event.Index == StartNeedle ? SectionStart : SectionEnd)
-      .setCaption(FormatTimeText(needle.Left() + kNeedleMiddle));
+      .setCaption(TimeTextAt(needle.Left() + kNeedleMiddle));
   const float hairlineX = needle.Left() + needle.Width() / 2 - kHairlineOffset;
   Line3(event.Index).setX1(hairlineX);
   Line3(event.Index).setX2(hairlineX);
@@ -113,7 +118,7 @@ void Form3::mnu_Start_Click() {
   Picture4(StartNeedle).setLeft(static_cast<float>(TimeLineMouseX));
   Label& readOut = Label8(SectionStart);
   if (readOut.Caption() == "00:00:00"_L1) {
-    readOut.setCaption(FormatTimeText(TimeLineMouseX));
+    readOut.setCaption(TimeTextAt(static_cast<float>(TimeLineMouseX)));
   }
 }
 
