@@ -18,7 +18,7 @@ run_demo() {
 [[ ${1:-} != demo ]] || run_demo
 
 install_packages build run
-build release kelvane kelvane-joiner kelvane-sections display_answers
+build release kelvane kelvane-joiner kelvane-sections kelvane-stabiliser display_answers
 if ! platform=$("$(build_dir release)/tests/desktop/display_answers"); then
   say "no display server answers: showing the demo instead"
   run_demo

@@ -1,6 +1,6 @@
-// Drives the real windows on a private display, from the load of a clip to a crop and a join.
-// Leaves a picture of each step and the new files. Returns 0 only if they are as long and as large
-// as they should be.
+// Drives the real windows on a private display, from the load of a clip to a crop, a join and a
+// stabilised video. Leaves a picture of each step and the new files. Returns 0 only if they are as
+// long and as large as they should be.
 //
 //   kelvane_demo PROGRAM_FOLDER OUTPUT_FOLDER
 #include <QDir>
@@ -239,8 +239,9 @@ void Show(const QString& programFolder, const QString& outputFolder) {
   Program program(programFolder, QString::fromStdString(display.Name()));
   Demo(screen, program, shown).Run();
   ShowSections(screen, programFolder, QString::fromStdString(display.Name()), shown);
+  ShowStabiliser(screen, programFolder, QString::fromStdString(display.Name()), shown);
   ShowJoiner(screen, programFolder, QString::fromStdString(display.Name()), shown);
-  std::printf("demo: done; the pictures, the cropped and the joined file lie in %s\n",
+  std::printf("demo: done; the pictures and the new files lie in %s\n",
               qUtf8Printable(output.absolutePath()));
 }
 

@@ -29,6 +29,9 @@ void ShowSections(Screen& screen, const QString& programFolder, const QString& d
                   const QDir& output);
 void ShowJoiner(Screen& screen, const QString& programFolder, const QString& display,
                 const QDir& output);
+// Leaves a shaken clip, a section of it and the stabilised file in `output` as well.
+void ShowStabiliser(Screen& screen, const QString& programFolder, const QString& display,
+                    const QDir& output);
 
 // Makes the clip that the demo crops, with a tone and 25 pictures a second: a balloon before a
 // sunset, over mountains that go by. Returns whether it could be made.

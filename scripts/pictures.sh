@@ -9,7 +9,7 @@ source "$(dirname "${BASH_SOURCE[0]}")/setup.sh"
 (($# == 0)) || fail "usage: scripts/pictures.sh"
 
 install_packages build run test
-build release kelvane kelvane_demo
+build release kelvane_demo
 
 # The windows show this path, which is short and the same on every machine.
 demo=/tmp/demo-of-kelvane
@@ -25,5 +25,5 @@ keep() {
 }
 keep 10-running-job crop
 keep 07-dragged-bars main-window
-keep sections-3-needles section-window
+keep stabiliser-4-testing stabiliser
 keep joiner-4-hovered joiner-window

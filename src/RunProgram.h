@@ -15,6 +15,7 @@ template <class Window>
 int RunProgram(const char* programName) {
   App app(programName, kProductName);
   ClearShortPathsLeftBehind();
+  ClearWorkFilesLeftBehind();
 
   // Reaps tools that end after their output. It isn't a form's timer, since the last tool may end
   // after the first window is closed.

@@ -18,7 +18,8 @@
 namespace kelvane::desktop {
 namespace {
 
-const QStringList kCommands = {"kelvane", "kelvane-joiner", "kelvane-sections"};
+const QStringList kCommands = {"kelvane", "kelvane-joiner", "kelvane-sections",
+                               "kelvane-stabiliser"};
 const QStringList kTools = {"ffmpeg", "ffplay", "ffprobe"};
 
 const QString kBuild = KELVANE_BUILD_FOLDER;

@@ -39,6 +39,7 @@ TEST(Licence, IsTheSameWhereverItIsNamed) {
       {"packaging/man/kelvane.1", manual},
       {"packaging/man/kelvane-joiner.1", manual},
       {"packaging/man/kelvane-sections.1", manual},
+      {"packaging/man/kelvane-stabiliser.1", manual},
   };
   for (const auto& [file, words] : cases) {
     const QString text = TextOf(InSource(file));
@@ -62,13 +63,14 @@ QString Printed(const QString& command) {
   return printed.trimmed();
 }
 
-// The libraries that the three programs are linked to.
+// The libraries that the programs are linked to.
 std::set<std::string> LinkedLibraries() {
   std::set<std::string> libraries;
   static const QRegularExpression kSanitizer("^lib[a-z]+san\\.");
-  const QString names = Printed("cd '" KELVANE_PROGRAM_FOLDER
-                                "' && readelf --dynamic --wide kelvane kelvane-joiner"
-                                " kelvane-sections | sed -n 's/.*(NEEDED).*\\[\\(.*\\)\\]/\\1/p'");
+  const QString names =
+      Printed("cd '" KELVANE_PROGRAM_FOLDER
+              "' && readelf --dynamic --wide kelvane kelvane-joiner"
+              " kelvane-sections kelvane-stabiliser | sed -n 's/.*(NEEDED).*\\[\\(.*\\)\\]/\\1/p'");
   for (const QString& library : names.split('\n')) {
     if (!kSanitized || !library.contains(kSanitizer)) libraries.insert(library.toStdString());
   }

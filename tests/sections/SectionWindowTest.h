@@ -3,14 +3,24 @@
 #include <string>
 
 #include "sections/Form3.h"
+#ifdef KELVANE_STABILISER
+#include "stabiliser/Stabiliser.h"
+#endif
 #include "support/DialogAnswers.h"
 #include "support/OpenWindowTest.h"
 #include "support/Pictures.h"
 
 namespace kelvane::testing {
 
+// What is true of both windows is tested on both.
+#ifdef KELVANE_STABILISER
+using SectionWindow = Stabiliser;
+#else
+using SectionWindow = Form3;
+#endif
+
 // The open section window. A test fails if the window runs a tool.
-class SectionWindowTest : public OpenWindowTest<Form3> {
+class SectionWindowTest : public OpenWindowTest<SectionWindow> {
  protected:
   ~SectionWindowTest() override {
     EXPECT_EQ(tools_.Runs(), Texts{});

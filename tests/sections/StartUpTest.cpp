@@ -10,7 +10,7 @@ namespace kelvane::testing {
 namespace {
 
 TEST(SectionLayout, IsAsTheWindowTextSays) {
-  Form3 form;
+  SectionWindow form;
   ExpectWindowText(form);
   form.Unload();
 }
@@ -18,11 +18,11 @@ TEST(SectionLayout, IsAsTheWindowTextSays) {
 TEST(SectionWindowIcon, IsTheGivenIconOrElseTheProductsFromTheLoadOn) {
   QPixmap red(16, 16);
   red.fill(Qt::red);
-  Form3 given{QIcon(red)};
+  SectionWindow given{QIcon(red)};
   EXPECT_TRUE(given.windowIcon().isNull());
   given.Load();
   EXPECT_EQ(given.windowIcon().pixmap(16).toImage(), red.toImage());
-  Form3 own;
+  SectionWindow own;
   own.Load();
   EXPECT_EQ(own.windowIcon().pixmap(32).toImage(), ProductIcon().pixmap(32).toImage());
   own.Unload();

@@ -1,0 +1,41 @@
+#include "stabiliser/CloseOnSignal.h"
+
+#include <sys/eventfd.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <csignal>
+#include <cstdint>
+
+namespace kelvane {
+namespace {
+
+std::atomic<int> eventOfSignals = -1;
+
+void NoteSignal(int /*signal*/) {
+  const std::uint64_t one = 1;
+  (void)!::write(eventOfSignals, &one, sizeof one);
+}
+
+void HandleSignals(void (*handler)(int)) {
+  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) (void)std::signal(signal, handler);
+}
+
+}  // namespace
+
+CloseOnSignal::CloseOnSignal(QWidget& window) : event_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+  if (!event_) return;
+  notifier_ = std::make_unique<QSocketNotifier>(event_.number(), QSocketNotifier::Read);
+  QObject::connect(notifier_.get(), &QSocketNotifier::activated, &window, [this, &window] {
+    notifier_->setEnabled(false);
+    window.close();
+  });
+  eventOfSignals = event_.number();
+  HandleSignals(NoteSignal);
+}
+
+CloseOnSignal::~CloseOnSignal() {
+  if (event_) HandleSignals(SIG_DFL);
+}
+
+}  // namespace kelvane

@@ -1,0 +1,147 @@
+// Which videos are worked on, and where the results go.
+#include <QApplication>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QTimer>
+#include <filesystem>
+#include <system_error>
+#include <utility>
+
+#include "media/Module1.h"
+#include "platform/App.h"
+#include "platform/MsgBox.h"
+#include "shared/TextHelpers.h"
+#include "stabiliser/Stabiliser.h"
+
+namespace kelvane {
+
+using namespace Qt::StringLiterals;
+
+void Stabiliser::SelectVideo() {
+  if (const QString path = AskForVideo(u"Extract Section From Video"_s); !path.isEmpty()) {
+    SetSource(path);
+  }
+}
+
+void Stabiliser::LoadOtherVideo() {
+  if (const QString path = AskForVideo(u"Load Video"_s); !path.isEmpty()) SetLoadedVideo(path);
+}
+
+QString Stabiliser::AskForVideo(const QString& title) {
+  cdialog.DialogTitle = title;
+  cdialog.FileName.clear();
+  return cdialog.ShowOpen() ? cdialog.FileName : QString();
+}
+
+void Stabiliser::TakeTypedPaths() {
+  constexpr int kInterval = 20;  // ms
+  if (QApplication::mouseButtons() != Qt::NoButton) {
+    QTimer::singleShot(kInterval, this, [this] { TakeTypedPaths(); });
+  } else if (TakeTypedSource()) {
+    TakeTypedLoaded();
+  }
+}
+
+// The path is dropped if the box is left for the caption that asks for another one.
+bool Stabiliser::TakeTypedSource() {
+  const QString path = Trim(Text1.Text());
+  const QString former = source_ ? source_->path : QString();
+  if (path == former) return true;
+  const bool isDropped = path.isEmpty() || focusWidget() == &Label6(0);
+  if (!isDropped && SetSource(path)) return true;
+  Text1.setText(former);
+  return isDropped;
+}
+
+// An empty box stands for the video of the time line.
+bool Stabiliser::TakeTypedLoaded() {
+  const QString path = Trim(Text5.Text());
+  const QString former = VideoToStabilise() != nullptr ? VideoToStabilise()->path : QString();
+  if (path == former) return true;
+  const bool isDropped = path.isEmpty() || focusWidget() == &Label12(LoadOther);
+  if (path.isEmpty()) loaded_.reset();
+  if (!isDropped && SetLoadedVideo(path)) return true;
+  Text5.setText(VideoToStabilise() != nullptr ? VideoToStabilise()->path : QString());
+  return isDropped;
+}
+
+bool Stabiliser::SetSource(const QString& path) {
+  std::optional<Video> video;
+  RunCancellable(Label6(0), [&] { return ReadVideo(path, video); });
+  if (!video || !Loaded()) return false;
+  source_ = std::move(video);
+  sample_.clear();
+  Text1.setText(source_->path);
+  SectionSourceShortPath = FromNarrow(source_->shortPath);
+  if (!loaded_) Text5.setText(source_->path);
+  ShowTimeLine();
+  wmp.OpenPaused(source_->path);
+  return true;
+}
+
+bool Stabiliser::SetLoadedVideo(const QString& path) {
+  std::optional<Video> video;
+  RunCancellable(Label12(LoadOther), [&] { return ReadVideo(path, video); });
+  if (!video || !Loaded()) return false;
+  loaded_ = std::move(video);
+  Text5.setText(loaded_->path);
+  return true;
+}
+
+const Stabiliser::Video* Stabiliser::VideoToStabilise() const {
+  if (loaded_) return &*loaded_;
+  return source_ ? &*source_ : nullptr;
+}
+
+QString Stabiliser::ReadVideo(const QString& path, std::optional<Video>& video) {
+  constexpr double kLongest = 100 * 3600.0;  // seconds; the time line has a pixel for each
+  const QFileInfo file(path);
+  if (!file.isFile()) return u"There is no such file:\n%1"_s.arg(path);
+  Video read;
+  read.path = file.absoluteFilePath();
+  QString reason;
+  read.shortPath = GetShortFileName(
+      ToNarrow(read.path),
+      [&](const std::string& text, const std::string& /*title*/) { reason = FromNarrow(text); });
+  if (read.shortPath.empty()) {
+    return Paragraphs(u"This file can't be given to the tools:\n%1"_s.arg(path), reason);
+  }
+  if (!RunTool(VideoProbeLine(ToolsFolder(App::Path()), read.shortPath))) {
+    return Failure(u"This file can't be read:\n%1"_s.arg(path));
+  }
+  read.facts = ReadVideoFacts(printed_);
+  if (!read.facts.HasVideo()) return u"This file has no video:\n%1"_s.arg(path);
+  if (read.facts.still) return u"This file is a still picture:\n%1"_s.arg(path);
+  if (read.facts.duration <= 0) return u"The length of this video isn't known:\n%1"_s.arg(path);
+  if (read.facts.duration > kLongest) {
+    return u"This file says that it lasts longer than 100 hours:\n%1"_s.arg(path);
+  }
+  video = std::move(read);
+  return {};
+}
+
+QString Stabiliser::AskForOutput(const QString& title, const QString& input) {
+  cdialog.DialogTitle = title;
+  cdialog.FileName.clear();
+  if (!cdialog.ShowSave()) return {};
+  const QString path = cdialog.FileName;
+  static const QRegularExpression plainExtension(u"[^/]\\.[A-Za-z0-9]{1,10}\\z"_s);
+  static const QRegularExpression isList(u"\\.(m3u8|mpd|ism)\\z"_s,
+                                         QRegularExpression::CaseInsensitiveOption);
+  std::error_code ignored;
+  if (!plainExtension.match(path).hasMatch()) {
+    MsgBox(u"The name needs an extension that says the format, such as .mp4:\n%1"_s.arg(path),
+           kExclamation);
+  } else if (isList.match(path).hasMatch()) {
+    MsgBox(u"This format is a list of several files. Choose another one, such as .mp4:\n%1"_s.arg(
+               path),
+           kExclamation);
+  } else if (std::filesystem::equivalent(ToNarrow(input), ToNarrow(path), ignored)) {
+    MsgBox(u"This is the video that is read; choose another name:\n%1"_s.arg(path), kExclamation);
+  } else {
+    return path;
+  }
+  return {};
+}
+
+}  // namespace kelvane

@@ -1,0 +1,95 @@
+#include "stabiliser/ToolLines.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+namespace kelvane {
+namespace {
+
+// With at most six decimals and a decimal point, in every locale.
+std::string Seconds(double seconds) {
+  std::array<char, 64> text{};
+  const auto end =
+      std::to_chars(text.data(), text.data() + text.size(), seconds, std::chars_format::fixed, 6)
+          .ptr;
+  std::string digits(text.data(), end);
+  digits.erase(digits.find_last_not_of('0') + 1);
+  if (digits.ends_with('.')) digits.pop_back();
+  return digits;
+}
+
+// Where a tool must seek so that the key frame before `start` isn't missed.
+double SeekFor(double start, const VideoFacts& facts) {
+  constexpr double kLongestGroup = 60;  // seconds between key frames
+  return facts.seeksLate ? std::max(start - kLongestGroup, 0.0) : start;
+}
+
+std::string FfmpegOn(const std::string& toolsFolder, const std::string& video,
+                     const VideoFacts& facts, const std::optional<Span>& span) {
+  const std::string line = toolsFolder + "/ffmpeg -hide_banner -stats_period 0.1";
+  if (!span) return line + " -i " + video;
+  const double seek = SeekFor(span->start, facts);
+  const std::string rest = seek < span->start ? " -ss " + Seconds(span->start - seek) : "";
+  return line + " -ss " + Seconds(seek) + " -i " + video + rest + " -t " + Seconds(span->length);
+}
+
+// Makes whole pictures of two fields.
+std::string Deinterlacing(const VideoFacts& facts) { return facts.interlaced ? "yadif," : ""; }
+
+// Makes pictures that every player shows; "null" changes nothing.
+std::string Plain(const VideoFacts& facts) {
+  return facts.plain ? "null" : "crop=trunc(iw/2)*2:trunc(ih/2)*2,format=yuv420p";
+}
+
+}  // namespace
+
+std::string VideoProbeLine(const std::string& toolsFolder, const std::string& video) {
+  return toolsFolder +
+         "/ffprobe -v error -select_streams V:0 -show_entries "
+         "stream=width,height,pix_fmt,field_order,avg_frame_rate,duration:"
+         "format=format_name,start_time,duration -of default=noprint_wrappers=1 " +
+         video;
+}
+
+// The player begins at the key frame before the start, so the filters cut that off. They see the
+// end only if the player reads a little further.
+std::string ViewLine(const std::string& toolsFolder, const std::string& video,
+                     const VideoFacts& facts, const Span& span) {
+  constexpr double kBeyond = 2;  // seconds
+  const std::string cut = "trim=start=" + Seconds(facts.startTime + span.start) +
+                          ":end=" + Seconds(facts.startTime + span.start + span.length);
+  const double seek = SeekFor(span.start, facts);
+  return toolsFolder + "/ffplay -hide_banner -ss " + Seconds(seek) + " -t " +
+         Seconds(span.start - seek + span.length + kBeyond) + " -autoexit -vf " + cut + " -af a" +
+         cut + " -i " + video;
+}
+
+std::string ExtractLine(const std::string& toolsFolder, const std::string& video,
+                        const VideoFacts& facts, const Span& span, const std::string& output) {
+  const bool asItIs = facts.plain && !facts.interlaced;
+  return FfmpegOn(toolsFolder, video, facts, span) +
+         (asItIs ? "" : " -vf " + Deinterlacing(facts) + Plain(facts)) + " -sn -dn -y " + output;
+}
+
+std::string DetectLine(const std::string& toolsFolder, const std::string& video,
+                       const VideoFacts& facts, const std::optional<Span>& span,
+                       const StabiliserOptions& options, const std::string& transforms) {
+  return FfmpegOn(toolsFolder, video, facts, span) + " -an -sn -dn -vf " + Deinterlacing(facts) +
+         "vidstabdetect=stepsize=" + std::to_string(options.stepsize) +
+         ":shakiness=" + std::to_string(options.shakiness) +
+         ":accuracy=" + std::to_string(options.accuracy) + ":result=" + transforms + " -f null -";
+}
+
+std::string TransformLine(const std::string& toolsFolder, const std::string& video,
+                          const VideoFacts& facts, const std::optional<Span>& span,
+                          const StabiliserOptions& options, const std::string& transforms,
+                          const std::string& output) {
+  return FfmpegOn(toolsFolder, video, facts, span) + " -vf " + Deinterlacing(facts) +
+         "vidstabtransform=input=" + transforms + ":zoom=" + std::to_string(options.zoom) +
+         ":optzoom=0:smoothing=" + std::to_string(options.smoothing) +
+         ",unsharp=lx=" + std::to_string(options.lx) + ":ly=" + std::to_string(options.ly) +
+         (facts.plain ? "" : "," + Plain(facts)) + " -sn -dn -y " + output;
+}
+
+}  // namespace kelvane

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "stabiliser/Options.h"
+#include "stabiliser/VideoFacts.h"
+
+// Builds the command lines of the stabiliser's tools. Paths can go unquoted; `transforms` has none
+// of \ ' : , ; [ ] either, as a path of PrivateWorkFile. `toolsFolder` has no trailing separator.
+// Spans lie inside the video and aren't empty. A comment says what the returned command line makes
+// its tool do.
+namespace kelvane {
+
+// A part of a video, in seconds from its beginning.
+struct Span {
+  double start;
+  double length;
+};
+
+// Makes ffprobe print the lines that ReadVideoFacts reads.
+std::string VideoProbeLine(const std::string& toolsFolder, const std::string& video);
+
+// Makes ffplay play the part and end.
+std::string ViewLine(const std::string& toolsFolder, const std::string& video,
+                     const VideoFacts& facts, const Span& span);
+
+// Makes ffmpeg write the part to `output`, encoded anew.
+std::string ExtractLine(const std::string& toolsFolder, const std::string& video,
+                        const VideoFacts& facts, const Span& span, const std::string& output);
+
+// Makes ffmpeg write the motions of the video's pictures, or of its part, to `transforms`.
+std::string DetectLine(const std::string& toolsFolder, const std::string& video,
+                       const VideoFacts& facts, const std::optional<Span>& span,
+                       const StabiliserOptions& options, const std::string& transforms);
+
+// Makes ffmpeg write the video, or its part, to `output` without the motions in `transforms`.
+std::string TransformLine(const std::string& toolsFolder, const std::string& video,
+                          const VideoFacts& facts, const std::optional<Span>& span,
+                          const StabiliserOptions& options, const std::string& transforms,
+                          const std::string& output);
+
+}  // namespace kelvane

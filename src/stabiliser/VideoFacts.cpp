@@ -1,0 +1,56 @@
+#include "stabiliser/VideoFacts.h"
+
+#include <algorithm>
+#include <charconv>
+#include <utility>
+
+namespace kelvane {
+namespace {
+
+// 0 if the text begins with no number.
+double Number(std::string_view text) {
+  double number = 0;
+  std::from_chars(text.data(), text.data() + text.size(), number);
+  return number;
+}
+
+// Of a text such as "30000/1001".
+double Ratio(std::string_view text) {
+  const std::size_t slash = text.find('/');
+  const double divisor = slash == std::string_view::npos ? 1 : Number(text.substr(slash + 1));
+  return divisor > 0 ? Number(text) / divisor : 0;
+}
+
+// The stream's lines come before the file's, which begin with the format's name.
+void Take(VideoFacts& facts, std::string_view key, std::string_view value) {
+  if (key == "width") facts.width = static_cast<int>(Number(value));
+  if (key == "height") facts.height = static_cast<int>(Number(value));
+  if (key == "avg_frame_rate") facts.rate = Ratio(value);
+  if (key == "field_order") {
+    facts.interlaced = value == "tt" || value == "bb" || value == "tb" || value == "bt";
+  }
+  if (key == "pix_fmt") facts.plain = value == "yuv420p" || value == "yuvj420p";
+  if (key == "format_name") {
+    facts.still = value == "image2" || value.ends_with("_pipe");
+    facts.seeksLate = value == "mpegts" || value == "mpeg";
+    facts.videoDuration = std::exchange(facts.duration, 0);
+  }
+  if (key == "start_time") facts.startTime = Number(value);
+  if (key == "duration") facts.duration = Number(value);
+}
+
+}  // namespace
+
+VideoFacts ReadVideoFacts(std::string_view output) {
+  VideoFacts facts;
+  while (!output.empty()) {
+    const std::string_view line = output.substr(0, output.find('\n'));
+    output.remove_prefix(std::min(line.size() + 1, output.size()));
+    const std::size_t sign = line.find('=');
+    if (sign != std::string_view::npos) Take(facts, line.substr(0, sign), line.substr(sign + 1));
+  }
+  facts.plain = facts.plain && facts.width % 2 == 0 && facts.height % 2 == 0;
+  return facts;
+}
+
+}  // namespace kelvane

@@ -1,0 +1,4 @@
+#include "RunProgram.h"
+#include "stabiliser/Stabiliser.h"
+
+int main() { return kelvane::RunProgram<kelvane::Stabiliser>("kelvane-stabiliser"); }

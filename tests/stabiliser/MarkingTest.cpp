@@ -1,0 +1,128 @@
+// The needles of a selected video: what they read is what is cut.
+#include <QApplication>
+#include <QTest>
+#include <vector>
+
+#include "stabiliser/StabiliserWindowTest.h"
+
+namespace kelvane::testing {
+namespace {
+
+// A video of a minute: 14 pixels a second.
+class Marking : public StabiliserWindowTest {
+ protected:
+  Marking() { Select(60); }
+
+  void ExpectMark(Needle needle, double seconds, const char* time) const {
+    EXPECT_EQ(NeedleBox(needle).Left(), static_cast<float>(14 * seconds) - 2);
+    EXPECT_EQ(Time(needle == StartNeedle ? SectionStart : SectionEnd), time);
+    EXPECT_EQ(Get<Line>("Line3", needle).X1(), NeedleBox(needle).Left() + 2);
+  }
+  bool Key(Needle needle, int key, int shift = 0) const {
+    return NeedleBox(needle).KeyDown({.Index = needle, .Key = key, .Shift = shift});
+  }
+  static void Turn(const PictureBox& box, float notches) {
+    box.MouseWheel({.Index = box.Index(), .Shift = 0, .Notches = notches});
+  }
+};
+
+TEST_F(Marking, ByADragStopsAtTenthsAndAtTheEndsOfTheTimeLine) {
+  DragNeedle(StartNeedle, 14 * 10 + 3);
+  ExpectMark(StartNeedle, 10.2, "00:00:10.2");
+  EXPECT_EQ(Time(SectionSpan), "00:00:49.8");
+  DragNeedle(EndNeedle, -14 * 20);
+  ExpectMark(EndNeedle, 40, "00:00:40.0");
+  EXPECT_EQ(Time(SectionSpan), "00:00:29.8");
+  EXPECT_EQ(Get<Line>("Line8").X1(), NeedleBox(StartNeedle).Left());
+  EXPECT_EQ(Get<Line>("Line8").X2(), NeedleBox(EndNeedle).Left());
+  DragNeedle(StartNeedle, -1000);
+  ExpectMark(StartNeedle, 0, "00:00:00.0");
+  DragNeedle(EndNeedle, 1000);
+  ExpectMark(EndNeedle, 60, "00:01:00.0");
+}
+
+TEST_F(Marking, ByTheArrowKeysIsBySecondsAndWithShiftByTenOfThem) {
+  EXPECT_TRUE(Key(StartNeedle, Qt::Key_Right));
+  ExpectMark(StartNeedle, 1, "00:00:01.0");
+  EXPECT_TRUE(Key(StartNeedle, Qt::Key_Right, 1));
+  ExpectMark(StartNeedle, 11, "00:00:11.0");
+  EXPECT_TRUE(Key(EndNeedle, Qt::Key_Left, 1));
+  ExpectMark(EndNeedle, 50, "00:00:50.0");
+  EXPECT_FALSE(Key(EndNeedle, Qt::Key_Up));
+}
+
+TEST_F(Marking, ByTheMenuSetsNeedleReadOutSpanAndLines) {
+  const auto mark = [this](const char* entry, float x) {
+    Strip().MouseMove({.Index = TimeLineStrip, .Button = 0, .Shift = 0, .X = x, .Y = 5});
+    Get<Menu>(entry).Click();
+  };
+  mark("mnu_Start", 14 * 20);
+  ExpectMark(StartNeedle, 20, "00:00:20.0");
+  mark("mnu_End", 14 * 30);
+  ExpectMark(EndNeedle, 30, "00:00:30.0");
+  EXPECT_EQ(Time(SectionSpan), "00:00:10.0");
+  mark("mnu_Start", 14 * 25);
+  ExpectMark(StartNeedle, 25, "00:00:25.0");
+}
+
+TEST_F(Marking, ReadsTheTimeUnderThePointerAlsoOverTheFrame) {
+  Select(3600);
+  Strip().setLeft(-100);
+  auto& frame = Get<PictureBox>("Picture3", TimeLineFrame);
+  frame.MouseMove({.Index = TimeLineFrame, .Button = 0, .Shift = 0, .X = 50, .Y = 5});
+  EXPECT_EQ(Strip().ToolTipText(), "00:02:30");
+  Get<Menu>("mnu_Start").Click();
+  EXPECT_EQ(Time(SectionStart), "00:02:30");
+}
+
+TEST_F(Marking, IsReachedByTabBetweenTheCommandsAboveAndBelow) {
+  const std::vector<QWidget*> order = {&Caption("Label6", 0),
+                                       &NeedleBox(StartNeedle),
+                                       &NeedleBox(EndNeedle),
+                                       &Caption("Label7", TowardsStart),
+                                       &Caption("Label7", TowardsEnd),
+                                       &Caption("Label14", ViewRegion),
+                                       &Caption("Label14", ExtractRegion)};
+  form_->activateWindow();
+  ASSERT_TRUE(WaitFor([this] { return form_->isActiveWindow(); }));
+  order.front()->setFocus(Qt::TabFocusReason);
+  for (std::size_t each = 1; each < order.size(); ++each) {
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    EXPECT_EQ(QApplication::focusWidget(), order[each]) << each;
+  }
+}
+
+TEST_F(Marking, IsScrolledByTheWheelUpToBothEnds) {
+  Select(3600);
+  Turn(Strip(), -1);
+  EXPECT_EQ(Strip().Left(), -100);
+  Turn(NeedleBox(StartNeedle), -0.5);
+  EXPECT_EQ(Strip().Left(), -150);
+  Turn(Strip(), 3);
+  EXPECT_EQ(Strip().Left(), 0);
+  Turn(Strip(), -1000);
+  EXPECT_EQ(Strip().Left(), Get<PictureBox>("Picture3", TimeLineFrame).ScaleWidth() - 3603);
+}
+
+TEST_F(Marking, IsToldIfNoSectionIsMarked) {
+  Label& view = Caption("Label14", ViewRegion);
+  DragNeedle(EndNeedle, -14 * 60);
+  EXPECT_NE(MessageOf(view).find("ends before it starts"), std::string::npos);
+  EXPECT_EQ(Runs(), Texts{});
+}
+
+TEST(MarkingNothing, IsToldBeforeAnyToolRuns) {
+  Stabiliser form;
+  form.Load();
+  const RecordingTools tools;
+  for (const char* name : {"Label14(0)", "Label14(1)", "Label12(0)", "Label12(2)"}) {
+    const DialogAnswers answers({PressButton(QMessageBox::Ok)});
+    form.Find<Label>(QLatin1String(name)).SendMouse(Qt::LeftButton);
+    EXPECT_NE(answers.seen().front().find("first."), std::string::npos) << name;
+  }
+  EXPECT_EQ(tools.Runs(), Texts{});
+  form.Unload();
+}
+
+}  // namespace
+}  // namespace kelvane::testing

@@ -1,0 +1,332 @@
+// Sections and stabilised videos that the real tools make.
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <cmath>
+#include <cstdio>
+#include <map>
+
+#include "media/CommandLines.h"
+#include "platform/App.h"
+#include "stabiliser/StabiliserWindowTest.h"
+#include "support/Videos.h"
+
+namespace kelvane::testing {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+QString ToolsPath() { return QFileInfo(QStandardPaths::findExecutable(u"ffmpeg"_s)).path(); }
+
+class RealTools : public StabiliserWindowTest {
+ protected:
+  RealTools() { App::setPath(ToolsPath().toStdString()); }
+
+  QString PathOf(const QString& name) const { return folder_.filePath(name); }
+  static void Make(const QStringList& arguments) {
+    QString printed;
+    ASSERT_TRUE(RunTool("ffmpeg", QStringList{"-v", "error"} + arguments, &printed))
+        << printed.toStdString();
+  }
+  void Choose(const QString& path) {
+    const DialogAnswers answers({TypeFile(path)});
+    Click(Caption("Label6", 0));
+    ASSERT_EQ(Get<TextBox>("Text1").Text(), path);
+  }
+  // Clicks a caption that asks for a new file, which the tools then write.
+  static void SaveAs(Label& caption, const QString& path) {
+    const DialogAnswers answers({TypeFile(path), PressButton(QMessageBox::Ok)});
+    Click(caption);
+    ASSERT_EQ(answers.seen().size(), 2U);
+    EXPECT_TRUE(
+        answers.seen().back().ends_with("saved as\n" + path.toStdString() + " | no icon | OK"))
+        << answers.seen().back();
+    EXPECT_TRUE(QFileInfo::exists(path)) << path.toStdString();
+  }
+  // What ffprobe prints of the first video stream, as comma-separated values.
+  static QString Probed(const QString& path, const QString& entries) {
+    QString printed;
+    RunTool(
+        "ffprobe",
+        {"-v", "error", "-select_streams", "V:0", "-show_entries", entries, "-of", "csv=p=0", path},
+        &printed);
+    return printed.section('\n', 0, 0).trimmed();
+  }
+  // How many pictures of each colour in turn the video has.
+  QString ColoursOf(const QString& video) const {
+    const QString pixels = PathOf("pixels");
+    Make({"-y", "-i", video, "-vf", "scale=1:1", "-f", "rawvideo", "-pix_fmt", "rgb24", pixels});
+    QFile file(pixels);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    const QByteArray colours = file.readAll();
+    static const std::map<int, QString> names = {{4, "red"},    {2, "green"},   {1, "blue"},
+                                                 {6, "yellow"}, {5, "magenta"}, {3, "cyan"},
+                                                 {7, "white"},  {0, "black"}};
+    QStringList counts;
+    int last = -1;
+    int count = 0;
+    for (qsizetype pixel = 0; pixel <= colours.size(); pixel += 3) {
+      int colour = -2;
+      if (pixel < colours.size()) {
+        const auto bit = [&](qsizetype part, int value) {
+          return static_cast<unsigned char>(colours[pixel + part]) > 127 ? value : 0;
+        };
+        colour = bit(0, 4) + bit(1, 2) + bit(2, 1);
+      }
+      if (colour != last && count > 0) counts << u"%1 %2"_s.arg(count).arg(names.at(last));
+      count = colour == last ? count + 1 : 1;
+      last = colour;
+    }
+    return counts.join(", ");
+  }
+
+  QTemporaryDir folder_;
+};
+
+// Each second of the source has a colour, and 25 pictures.
+TEST_F(RealTools, ExtractASectionThatIsExactToThePicture) {
+  struct Case {
+    const char* name;
+    QStringList encoding;
+  };
+  const QString original = PathOf("original.mp4");
+  ASSERT_TRUE(MakeColours(
+      original, QSize(160, 90),
+      {0xff0000, 0x00ff00, 0x0000ff, 0xffff00, 0xff00ff, 0x00ffff, 0xffffff, 0x000000}));
+  // The first picture is the only key frame.
+  const QStringList oneGroup = {"-c:v", "libx264", "-g", "250", "-sc_threshold", "0"};
+  for (const auto& [name, encoding] :
+       {Case{"one group.mp4", oneGroup}, Case{"one group.ts", oneGroup},
+        Case{"all key frames.mkv", {"-c:v", "ffv1"}}}) {
+    SCOPED_TRACE(name);
+    const QString source = PathOf(name);
+    Make(QStringList{"-i", original} + encoding + QStringList{source});
+    Choose(source);
+    // 109 pixels a second.
+    DragNeedle(StartNeedle, 109 * 2.4F);
+    DragNeedle(EndNeedle, 109 * 5.2F - 2 - NeedleBox(EndNeedle).Left());
+    ASSERT_EQ(Time(SectionStart), "00:00:02.4");
+    ASSERT_EQ(Time(SectionEnd), "00:00:05.2");
+    const QString part = PathOf("part.mp4");
+    QFile::remove(part);
+    SaveAs(Caption("Label14", ExtractRegion), part);
+    EXPECT_EQ(ColoursOf(part), "15 blue, 25 yellow, 25 magenta, 5 cyan");
+  }
+}
+
+TEST_F(RealTools, TakeEveryOptionAtBothEndsOfItsRange) {
+  const QString clip = PathOf("clip.mp4");
+  Make({"-f", "lavfi", "-i", "testsrc2=size=160x90:rate=25:duration=1", clip});
+  Choose(clip);
+  struct Case {
+    int slider;
+    const char* least;
+    const char* most;
+  };
+  for (const auto& [slider, least, most] :
+       {Case{StepSize, "00", "99"}, Case{Shakiness, "00", "99"}, Case{Accuracy, "00", "99"},
+        Case{Zoom, "000", "999"}, Case{Smoothing, "00", "999"}, Case{UnSharpLX, "00", "99"},
+        Case{UnSharpLY, "00", "99"}}) {
+    for (const char* value : {least, most}) {
+      Click(Caption("Label12", ResetSettings));
+      Caption("Label2", OptionReadOut(slider)).setCaption(value);
+      const QString steady = PathOf("steady.mp4");
+      QFile::remove(steady);
+      SaveAs(Caption("Label12", Apply), steady);
+      EXPECT_EQ(DecodedPictures(steady), 25) << slider << ": " << value;
+    }
+  }
+  for (const int slider : {UnSharpLX, UnSharpLY}) {
+    Caption("Label2", OptionReadOut(slider)).setCaption("15");
+  }
+  SaveAs(Caption("Label12", Apply), PathOf("both.mp4"));
+}
+
+// The picture turns white and the tone begins at the same moment.
+TEST_F(RealTools, KeepTheSoundInStep) {
+  const QString source = PathOf("source.mp4");
+  Make({"-f",
+        "lavfi",
+        "-i",
+        "color=black:size=320x180:rate=25:duration=1",
+        "-f",
+        "lavfi",
+        "-i",
+        "color=white:size=320x180:rate=25:duration=1",
+        "-f",
+        "lavfi",
+        "-i",
+        "sine=frequency=440:duration=2",
+        "-filter_complex",
+        "[0][1]concat=n=2[v];[2]volume='if(lt(t,1),0,1)':eval=frame[a]",
+        "-map",
+        "[v]",
+        "-map",
+        "[a]",
+        "-pix_fmt",
+        "yuv420p",
+        source});
+  Choose(source);
+  const QString steady = PathOf("steady.mp4");
+  SaveAs(Caption("Label12", Apply), steady);
+  QString printed;
+  ASSERT_TRUE(RunTool(
+      "ffmpeg",
+      {"-i", steady, "-vf", "blackdetect=d=0.1", "-af", "silencedetect=d=0.1", "-f", "null", "-"},
+      &printed));
+  const auto number = [&printed](const char* before) {
+    return QRegularExpression(QString(before) + " ?([0-9.]+)")
+        .match(printed)
+        .captured(1)
+        .toDouble();
+  };
+  EXPECT_NEAR(number("black_end:"), 1, 0.02);
+  EXPECT_NEAR(number("silence_end:"), number("black_end:"), 0.03);
+}
+
+// What Apply makes of a kind of video.
+struct Kind {
+  const char* name;
+  QStringList input;   // for ffmpeg
+  QStringList output;  // the encoding
+  const char* size;    // of the stabilised pictures
+  bool sound = true;
+  int turned = 0;
+};
+
+void PrintTo(const Kind& kind, std::ostream* out) { *out << kind.name; }
+
+class Kinds : public RealTools, public ::testing::WithParamInterface<Kind> {};
+
+TEST_P(Kinds, ComeOutUprightPlayableAsLongAsTheyWereAndWithTheirSound) {
+  const Kind& kind = GetParam();
+  QString source = PathOf(kind.name);
+  Make(kind.input +
+       (kind.sound ? QStringList{"-f", "lavfi", "-i", "sine=frequency=440:duration=3"}
+                   : QStringList{}) +
+       kind.output + QStringList{source});
+  if (kind.turned != 0) {
+    const QString turned = PathOf(u"turned-"_s + kind.name);
+    ASSERT_TRUE(MakeTurned(source, turned, kind.turned));
+    source = turned;
+  }
+  Choose(source);
+  const QString steady = PathOf("steady.mp4");
+  SaveAs(Caption("Label12", Apply), steady);
+  EXPECT_EQ(Probed(steady, "stream=width,height,pix_fmt"), u"%1,yuv420p"_s.arg(kind.size));
+  EXPECT_GT(DecodedPictures(steady), 0);
+  const double frame = 0.04;
+  EXPECT_NEAR(VideoSeconds(steady), VideoSeconds(source), 2 * frame);
+  QString streams;
+  RunTool("ffprobe",
+          {"-v", "error", "-show_entries", "stream=codec_type", "-of", "csv=p=0", steady},
+          &streams);
+  EXPECT_EQ(streams.contains("audio"), kind.sound);
+}
+
+const QStringList kPlain = {"-pix_fmt", "yuv420p", "-preset", "ultrafast"};
+
+QStringList Moving(const char* source) { return {"-f", "lavfi", "-i", source}; }
+
+INSTANTIATE_TEST_SUITE_P(
+    Table, Kinds,
+    ::testing::Values(
+        Kind{"plain.mp4", Moving("testsrc2=size=320x180:rate=25:duration=3"), kPlain, "320,180"},
+        Kind{"silent.mp4", Moving("testsrc2=size=320x180:rate=25:duration=3"), kPlain, "320,180",
+             false},
+        Kind{"interlaced.ts",
+             Moving("testsrc2=size=320x240:rate=50:duration=3,interlace"),
+             {"-c:v", "mpeg2video", "-flags", "+ilme+ildct", "-pix_fmt", "yuv420p"},
+             "320,240"},
+        Kind{"tenbits.mkv",
+             Moving("testsrc2=size=320x180:rate=25:duration=3"),
+             {"-c:v", "ffv1", "-pix_fmt", "yuv420p10le"},
+             "320,180"},
+        Kind{"wide.mkv",
+             Moving("testsrc2=size=320x180:rate=25:duration=3"),
+             {"-c:v", "ffv1", "-pix_fmt", "yuv422p"},
+             "320,180"},
+        Kind{"odd.mkv",
+             Moving("testsrc2=size=321x181:rate=25:duration=3"),
+             {"-c:v", "ffv1", "-pix_fmt", "yuv444p"},
+             "320,180"},
+        Kind{"rotated.mp4", Moving("testsrc2=size=320x180:rate=25:duration=3"), kPlain, "180,320",
+             true, 90},
+        Kind{"variable.mkv",
+             Moving("testsrc2=size=320x180:rate=25:duration=3,select='lt(mod(n,10),4)'"),
+             {"-c:v", "ffv1", "-vsync", "vfr", "-pix_fmt", "yuv420p"},
+             "320,180"}),
+    [](const ::testing::TestParamInfo<Kind>& tested) {
+      return QString(tested.param.name).section('.', 0, 0).toStdString();
+    });
+
+// A still scene that a shaking camera films: how its window of 640 by 480 pixels moves, in pixels.
+class ShakingCamera : public RealTools, public ::testing::WithParamInterface<const char*> {
+ protected:
+  // Returns the mean motion from one picture to the next, in pixels, as the detector sees it.
+  double Motion(const QString& video) const {
+    const QString motions = PathOf("motions");
+    Make({"-i", video, "-vf", "vidstabdetect=stepsize=4:shakiness=5:accuracy=15:result=" + motions,
+          "-f", "null", "-"});
+    QFile file(motions);
+    EXPECT_TRUE(file.open(QIODevice::ReadOnly));
+    double sum = 0;
+    int pictures = 0;
+    for (const QString& line : QString::fromUtf8(file.readAll()).split('\n')) {
+      static const QRegularExpression field("LM (-?[0-9]+) (-?[0-9]+) ");
+      double x = 0;
+      double y = 0;
+      int fields = 0;
+      for (auto found = field.globalMatch(line); found.hasNext(); ++fields) {
+        const QRegularExpressionMatch match = found.next();
+        x += match.captured(1).toDouble();
+        y += match.captured(2).toDouble();
+      }
+      if (fields == 0) continue;
+      sum += std::hypot(x / fields, y / fields);
+      ++pictures;
+    }
+    EXPECT_GT(pictures, 50);
+    return pictures > 0 ? sum / pictures : 0;
+  }
+};
+
+TEST_P(ShakingCamera, IsSteadiedAsByTheBareCommands) {
+  const QString source = PathOf("shaken.mp4");
+  Make({"-f", "lavfi", "-i",
+        u"testsrc2=size=800x640:rate=25,noise=alls=60:all_seed=1,loop=-1:1,trim=end_frame=100,"
+        "gblur=1,crop=640:480:%1"_s.arg(GetParam()),
+        "-pix_fmt", "yuv420p", source});
+  Choose(source);
+  const QString steady = PathOf("steady.mp4");
+  SaveAs(Caption("Label12", Apply), steady);
+
+  const QString bare = PathOf("bare.mp4");
+  const QString transforms = PathOf("transforms");
+  Make({"-i", source, "-an", "-sn", "-dn", "-vf",
+        "vidstabdetect=stepsize=4:shakiness=3:accuracy=5:result=" + transforms, "-f", "null", "-"});
+  Make(
+      {"-i", source, "-vf",
+       "vidstabtransform=input=" + transforms + ":zoom=10:optzoom=0:smoothing=25,unsharp=lx=7:ly=7",
+       "-sn", "-dn", bare});
+  const double shaken = Motion(source);
+  const double rest = Motion(steady);
+  const double bareRest = Motion(bare);
+  std::printf("motion from picture to picture: %.3f pixels, stabilised %.3f, bare %.3f\n", shaken,
+              rest, bareRest);
+  EXPECT_LT(rest, shaken / 3);
+  EXPECT_NEAR(rest, bareRest, bareRest / 100);
+}
+
+INSTANTIATE_TEST_SUITE_P(Moves, ShakingCamera,
+                         ::testing::Values("x='80+8*sin(n*0.9)':y='80+6*sin(n*1.3)'",
+                                           "x='80+st(0,ld(0)*0.95+6*(random(1)-0.5))':"
+                                           "y='80+st(2,ld(2)*0.95+6*(random(3)-0.5))'"),
+                         [](const ::testing::TestParamInfo<const char*>& tested) {
+                           return tested.index == 0 ? "Sine" : "RandomWalk";
+                         });
+
+}  // namespace
+}  // namespace kelvane::testing

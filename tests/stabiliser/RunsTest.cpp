@@ -1,0 +1,353 @@
+// The commands that run tools, with recording tools.
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include "stabiliser/StabiliserWindowTest.h"
+#include "support/Gate.h"
+
+namespace kelvane::testing {
+namespace {
+
+using namespace Qt::StringLiterals;
+
+// A video of a minute is on the time line, and its section from 10.0 to 40.5 seconds is marked.
+class StabiliserRuns : public StabiliserWindowTest {
+ protected:
+  StabiliserRuns() {
+    source_ = Select(60);
+    DragNeedle(StartNeedle, 14 * 10);
+    DragNeedle(EndNeedle, -14 * 19.5F);
+  }
+
+  Label& Extract() const { return Caption("Label14", ExtractRegion); }
+  Label& View() const { return Caption("Label14", ViewRegion); }
+  Label& Test() const { return Caption("Label12", TestSettings); }
+  Label& ApplyAll() const { return Caption("Label12", Apply); }
+
+  // Clicks the caption and gives the dialogs these answers. Returns the dialogs.
+  static Texts ClickAndAnswer(Label& caption, std::initializer_list<Answer> answers) {
+    const DialogAnswers given(answers);
+    Click(caption);
+    EXPECT_TRUE(given.AllGiven());
+    return given.seen();
+  }
+  // Types the path of a file that exists, and agrees to replace it.
+  static Answer ReplaceFile(const QString& path) {
+    return [path](QDialog& dialog) {
+      const DialogAnswers question({PressButton(QMessageBox::Yes)});
+      TypeFile(path)(dialog);
+    };
+  }
+  // Saves and confirms the message that follows, which is returned.
+  static std::string MessageOfSaving(Label& caption, const QString& path) {
+    return ClickAndAnswer(caption, {TypeFile(path), PressButton(QMessageBox::Ok)}).back();
+  }
+
+  // Runs the step as soon as the condition holds, while a tool runs.
+  void When(std::function<bool()> condition, std::function<void()> step) {
+    auto* const timer = new QTimer(form_.get());
+    QObject::connect(timer, &QTimer::timeout, [timer, condition, step] {
+      if (!condition()) return;
+      timer->deleteLater();
+      timer->stop();
+      step();
+    });
+    timer->start(1);
+  }
+
+  QString PathOf(const QString& name) const { return outputs_.filePath(name); }
+  QStringList Outputs() const {
+    return QDir(outputs_.path()).entryList(QDir::Files | QDir::Hidden);
+  }
+  static QByteArray Content(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : "(not there)";
+  }
+
+  // The runs so far, with the source as SOURCE, a new file's temporary name as NEW, and the folder
+  // of working files as WORK.
+  Texts Lines() const {
+    static const QRegularExpression temporary(u"[^ ]*/\\.kelvane-[A-Za-z0-9]{6}"_s);
+    static const QRegularExpression working(u"[^ =]*/kelvane-[0-9]+-[A-Za-z0-9]{6}"_s);
+    Texts lines;
+    for (const std::string& run : Runs()) {
+      lines.push_back(QString::fromStdString(run)
+                          .replace(source_, "SOURCE")
+                          .replace(" | ", " ")
+                          .replace(temporary, "NEW")
+                          .replace(working, "WORK")
+                          .toStdString());
+    }
+    return lines;
+  }
+  static std::string Ffmpeg(const std::string& rest) {
+    return "ffmpeg -hide_banner -stats_period 0.1 " + rest;
+  }
+  static constexpr const char* kDetect =
+      "-vf vidstabdetect=stepsize=4:shakiness=3:accuracy=5:result=WORK/work-transforms.trf -f null "
+      "-";
+  static constexpr const char* kTransform =
+      "-vf vidstabtransform=input=WORK/work-transforms.trf:zoom=10:optzoom=0:smoothing=25,"
+      "unsharp=lx=7:ly=7 -sn -dn -y ";
+
+  QString source_;
+  QTemporaryDir outputs_{QDir::tempPath() + "/my videos-XXXXXX"};
+};
+
+TEST_F(StabiliserRuns, ViewPlaysTheMarkedSection) {
+  Click(View());
+  EXPECT_EQ(Lines(), Texts{"ffplay -hide_banner -ss 10 -t 32.5 -autoexit -vf "
+                           "trim=start=10:end=40.5 -af atrim=start=10:end=40.5 -i SOURCE"});
+}
+
+TEST_F(StabiliserRuns, ExtractWritesTheMarkedSection) {
+  ProbeSays(30.5);
+  EXPECT_EQ(
+      ClickAndAnswer(Extract(), {TypeFile(PathOf("part.mp4")), PressButton(QMessageBox::Ok)}),
+      (Texts{"Save Selected Region As", "Kelvane | The selected region has been saved as\n" +
+                                            PathOf("part.mp4").toStdString() + " | no icon | OK"}));
+  EXPECT_EQ(Lines(), Texts{Ffmpeg("-ss 10 -i SOURCE -t 30.5 -sn -dn -y NEW.mp4")});
+  EXPECT_EQ(Content(PathOf("part.mp4")), "written\n");
+  EXPECT_EQ(Outputs(), QStringList("part.mp4"));
+}
+
+TEST_F(StabiliserRuns, TestIsOfTheMarkedSectionUntilOneIsExtracted) {
+  Click(Test());
+  const std::string part = "-ss 10 -i SOURCE -t 30.5 ";
+  EXPECT_EQ(Lines(), (Texts{Ffmpeg(part + "-an -sn -dn " + kDetect),
+                            Ffmpeg(part + kTransform + "WORK/work-test.mp4")}));
+  EXPECT_TRUE(Get<WindowsMediaPlayer>("wmp").URL().endsWith("/work-test.mp4"));
+
+  MessageOfSaving(Extract(), PathOf("part.mp4"));
+  Click(Test());
+  const Texts lines = Lines();
+  ASSERT_EQ(lines.size(), 5U);
+  EXPECT_EQ(lines[3].find(" -ss "), std::string::npos) << lines[3];
+  EXPECT_NE(lines[3].find("-i WORK/"), std::string::npos) << "a link: " << lines[3];
+}
+
+TEST_F(StabiliserRuns, TestIsOfTheMarkedSectionAgainOnceOtherMarksAreSet) {
+  MessageOfSaving(Extract(), PathOf("part.mp4"));
+  DragNeedle(EndNeedle, 14);
+  Click(Test());
+  EXPECT_NE(Lines().back().find("-ss 10 -i SOURCE -t 31.5 "), std::string::npos);
+}
+
+TEST_F(StabiliserRuns, ApplyIsOfTheWholeVideo) {
+  EXPECT_EQ(
+      ClickAndAnswer(ApplyAll(), {TypeFile(PathOf("steady.mp4")), PressButton(QMessageBox::Ok)}),
+      (Texts{"Save Stabilised Video As", "Kelvane | The stabilised video has been saved as\n" +
+                                             PathOf("steady.mp4").toStdString() +
+                                             " | no icon | OK"}));
+  EXPECT_EQ(Lines(), (Texts{Ffmpeg(std::string("-i SOURCE -an -sn -dn ") + kDetect),
+                            Ffmpeg(std::string("-i SOURCE ") + kTransform + "NEW.mp4")}));
+  EXPECT_EQ(Content(PathOf("steady.mp4")), "written\n");
+  EXPECT_EQ(Outputs(), QStringList("steady.mp4"));
+}
+
+TEST_F(StabiliserRuns, ApplyIsOfTheOtherVideoIfOneIsLoaded) {
+  const QString other = tools_.File("other.mp4");
+  ClickAndAnswer(Caption("Label12", LoadOther), {TypeFile(other)});
+  MessageOfSaving(ApplyAll(), PathOf("steady.mp4"));
+  EXPECT_NE(Lines().front().find(" -i " + other.toStdString() + ' '), std::string::npos);
+}
+
+TEST_F(StabiliserRuns, ShowTheOptionsThatAreUsed) {
+  const auto readOut = [this](int slider) { return Text("Label2", OptionReadOut(slider)); };
+  Caption("Label2", OptionReadOut(Shakiness)).setCaption("31");
+  Click(Test());
+  EXPECT_EQ(readOut(Shakiness), "10");
+  EXPECT_EQ(readOut(UnSharpLX), "07");
+  EXPECT_EQ(readOut(Zoom), "010");
+  EXPECT_NE(Lines().front().find(":shakiness=10:"), std::string::npos);
+}
+
+TEST_F(StabiliserRuns, ShowTheirProgressAndThenNone) {
+  const Gate gate(tools_.PathOf("gate"));
+  tools_.CropDoes(u"printf 'frame=1 time=00:00:07.50 bitrate=N/A speed=1x\\r' >&2\n"_s +
+                  QString::fromStdString(gate.Wait()) +
+                  u"printf 'frame=2 time=00:01:00.00 bitrate=N/A speed=1x\\r' >&2\n"_s +
+                  kWriteOutput);
+  struct Case {
+    int bar;
+    const char* labels;
+    int label;
+    const char* shown;
+  };
+  int seen = 0;
+  for (const auto& [bar, labels, label, shown] :
+       {Case{0, "Label9", 2, "Progress 24.59%"}, Case{1, "Label9", 3, "Progress 24.59%"}}) {
+    When([this, labels, label, shown] { return Text(labels, label) == shown; },
+         [&, bar] {
+           EXPECT_NEAR(Get<ProgressBar>("pbar", bar).Value(), 24.59, 0.01);
+           ++seen;
+           gate.Open();
+         });
+  }
+  Click(Test());
+  When([this] { return Text("Label15", 1) == "24.59%"; },
+       [&] {
+         EXPECT_NEAR(Get<ProgressBar>("pbar", 2).Value(), 24.59, 0.01);
+         ++seen;
+         gate.Open();
+       });
+  MessageOfSaving(Extract(), PathOf("part.mp4"));
+  EXPECT_EQ(seen, 3);
+  for (int bar = 0; bar < 3; ++bar) EXPECT_EQ(Get<ProgressBar>("pbar", bar).Value(), 0);
+  EXPECT_EQ(Text("Label9", 2), "Progress 00.00%");
+  EXPECT_EQ(Text("Label9", 3), "Progress 00.00%");
+  EXPECT_EQ(Text("Label15", 1), "00.00%");
+}
+
+// The tool would sleep on: only Cancel ends it.
+TEST_F(StabiliserRuns, AreCancelledByTheirOwnCaptionAloneAndLeaveNothing) {
+  QFile former(PathOf("steady.mp4"));
+  ASSERT_TRUE(former.open(QIODevice::WriteOnly));
+  former.write("former");
+  former.close();
+  tools_.CropDoes("echo part > \"$(for o; do :; done; echo \"$o\")\"\nexec sleep 1000\n");
+  When([this] { return Lines().size() == 1; },
+       [this] {
+         EXPECT_EQ(ApplyAll().Caption(), "Cancel");
+         for (Label* other : {&Extract(), &View(), &Test(), &Caption("Label6", 0),
+                              &Caption("Label12", LoadOther)}) {
+           EXPECT_FALSE(other->isEnabled()) << other->objectName().toStdString();
+           Click(*other);
+         }
+         EXPECT_EQ(Lines().size(), 1U);
+         Click(ApplyAll());
+       });
+  ClickAndAnswer(ApplyAll(), {ReplaceFile(former.fileName())});
+  EXPECT_EQ(ApplyAll().Caption(), "Apply De-Shake && Stabilize Settings");
+  EXPECT_TRUE(Extract().isEnabled());
+  EXPECT_EQ(Lines().size(), 1U) << "no second pass";
+  EXPECT_EQ(Outputs(), QStringList("steady.mp4"));
+  EXPECT_EQ(Content(former.fileName()), "former");
+}
+
+TEST_F(StabiliserRuns, AreNotCancelledByADoubleClick) {
+  const Gate gate(tools_.PathOf("gate"));
+  tools_.PreviewDoes(QString::fromStdString(gate.Wait()));
+  When([this] { return Lines().size() == 1; },
+       [&] {
+         // What follows the first release of a double-click.
+         QTest::mouseDClick(&View(), Qt::LeftButton);
+         EXPECT_EQ(View().Caption(), "Cancel");
+         gate.Open();
+       });
+  Click(View());
+  EXPECT_EQ(Lines().size(), 1U);
+}
+
+TEST_F(StabiliserRuns, EndWithTheWindow) {
+  tools_.CropDoes("exec sleep 1000\n");
+  When([this] { return Lines().size() == 1; }, [this] { form_->Unload(); });
+  ClickAndAnswer(Extract(), {TypeFile(PathOf("part.mp4"))});
+  EXPECT_EQ(Outputs(), QStringList());
+}
+
+TEST_F(StabiliserRuns, TellWhatTheToolComplainedOfAndKeepNoOutput) {
+  struct Case {
+    const char* commands;
+    const char* reason;
+  };
+  for (const auto& [commands, reason] :
+       {Case{"echo 'No space left on device' >&2; exit 1", "No space left on device"},
+        Case{"echo \"No such filter: 'vidstabdetect'\" >&2; exit 1",
+             "lacks the filters vidstabdetect"},
+        Case{"kill -KILL $$", "can't be"}}) {
+    tools_.CropDoes(QString(kWriteOutput) + commands);
+    EXPECT_NE(MessageOfSaving(Extract(), PathOf("part.mp4")).find(reason), std::string::npos)
+        << reason;
+    EXPECT_NE(MessageOfSaving(ApplyAll(), PathOf("steady.mp4")).find(reason), std::string::npos)
+        << reason;
+    EXPECT_EQ(Outputs(), QStringList()) << reason;
+  }
+}
+
+TEST_F(StabiliserRuns, KeepNoOutputThatHasNoVideo) {
+  tools_.SizeProbeDoes("echo format_name=mp3");
+  EXPECT_NE(MessageOfSaving(Extract(), PathOf("part.mp4")).find("no video"), std::string::npos);
+  EXPECT_EQ(Outputs(), QStringList());
+}
+
+TEST_F(StabiliserRuns, TellThatTheNewNameCanNotBeTaken) {
+  tools_.CropDoes(QString(kWriteOutput) + "mkdir -p \"${output%/*}/part.mp4/full\"");
+  const std::string message = MessageOfSaving(Extract(), PathOf("part.mp4"));
+  EXPECT_NE(message.find("part.mp4 can't be written"), std::string::npos) << message;
+  EXPECT_NE(message.find("exclamation"), std::string::npos) << message;
+}
+
+TEST_F(StabiliserRuns, ReplaceNoFileThatTookTheNewNameMeanwhile) {
+  tools_.CropDoes(QString(kWriteOutput) + "echo other > \"${output%/*}/part.mp4\"");
+  EXPECT_NE(MessageOfSaving(Extract(), PathOf("part.mp4")).find("File exists"), std::string::npos);
+  EXPECT_EQ(Content(PathOf("part.mp4")), "other\n");
+  EXPECT_EQ(Outputs(), QStringList("part.mp4"));
+}
+
+TEST_F(StabiliserRuns, TestIsOfTheMarkedSectionIfTheExtractedOneVanished) {
+  MessageOfSaving(Extract(), PathOf("part.mp4"));
+  ASSERT_TRUE(QFile::remove(PathOf("part.mp4")));
+  Click(Test());
+  EXPECT_NE(Lines().back().find("-ss 10 -i SOURCE -t 30.5 "), std::string::npos);
+}
+
+TEST_F(StabiliserRuns, TellAnotherLengthThanTheProcessedOneAndKeepTheFile) {
+  ProbeSays(30.5);
+  EXPECT_EQ(MessageOfSaving(Extract(), PathOf("part.mp4")).find("instead"), std::string::npos);
+  ProbeSays(29);
+  const std::string message = MessageOfSaving(Extract(), PathOf("shorter.mp4"));
+  EXPECT_NE(message.find("29.00"), std::string::npos) << message;
+  EXPECT_NE(message.find("30.50"), std::string::npos) << message;
+  EXPECT_EQ(Outputs(), QStringList({"part.mp4", "shorter.mp4"}));
+}
+
+TEST_F(StabiliserRuns, RefuseTheirInputAsOutputByWhateverName) {
+  const QString link = PathOf("link.mp4");
+  ASSERT_TRUE(QFile::link(source_, link));
+  for (const QString& path : {source_, link}) {
+    const Texts dialogs =
+        ClickAndAnswer(Extract(), {ReplaceFile(path), PressButton(QMessageBox::Ok)});
+    EXPECT_NE(dialogs.back().find("the video that is read"), std::string::npos);
+  }
+  EXPECT_EQ(Lines(), Texts{});
+  EXPECT_EQ(Content(source_), "contents");
+}
+
+TEST_F(StabiliserRuns, RefuseANameThatSaysNoFormat) {
+  EXPECT_NE(MessageOfSaving(Extract(), PathOf("part")).find("extension"), std::string::npos);
+  EXPECT_EQ(Lines(), Texts{});
+}
+
+TEST_F(StabiliserRuns, TellThatAFolderTakesNoFile) {
+  EXPECT_NE(MessageOfSaving(Extract(), "/proc/part.mp4").find("part.mp4"), std::string::npos);
+  EXPECT_EQ(Lines(), Texts{});
+}
+
+TEST_F(StabiliserRuns, ResetSetsReadOutsThumbsAndOutlinesAsDesigned) {
+  const auto text = [this] {
+    std::string all;
+    for (int slider = StepSize; slider <= UnSharpLY; ++slider) {
+      all += Text("Label2", OptionReadOut(slider)) + ' ';
+      all += std::to_string(Get<Label>("Label1", slider).Left()) + ' ';
+      all += std::to_string(Get<Shape>("Shape2", slider).Left()) + '\n';
+    }
+    return all;
+  };
+  const std::string designed = text();
+  for (int slider = StepSize; slider <= UnSharpLY; ++slider) {
+    Label& thumb = Get<Label>("Label1", slider);
+    thumb.MouseMove({.Index = slider, .Button = kLeftButton, .Shift = 0, .X = 900, .Y = 1});
+  }
+  EXPECT_NE(text(), designed);
+  Click(Caption("Label12", ResetSettings));
+  EXPECT_EQ(text(), designed);
+}
+
+}  // namespace
+}  // namespace kelvane::testing

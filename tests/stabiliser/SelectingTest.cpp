@@ -1,0 +1,107 @@
+// Which video is on the time line, and which one is stabilised.
+#include <QLineEdit>
+#include <QTest>
+
+#include "stabiliser/StabiliserWindowTest.h"
+
+namespace kelvane::testing {
+namespace {
+
+class SelectingAVideo : public StabiliserWindowTest {};
+
+TEST_F(SelectingAVideo, ShowsItsLengthItsTimeLineAndItsWholeSpan) {
+  const QString path = Select(3723.9);
+  EXPECT_EQ(Get<TextBox>("Text1").Text(), path);
+  EXPECT_EQ(Get<TextBox>("Text5").Text(), path);
+  EXPECT_EQ(SectionSourceShortPath, path);
+  EXPECT_EQ(Text("Label16", 0), "Video Duration hh:mm:ss: 01:02:03");
+  EXPECT_EQ(Text("Label16", 2), "3723");
+  EXPECT_EQ(Strip().Width(), 3726);
+  EXPECT_EQ(Strip().Left(), 0);
+  EXPECT_EQ(Get<Line>("Line7").X2(), 3723);
+  EXPECT_EQ(Time(SectionStart), "00:00:00");
+  EXPECT_EQ(Time(SectionEnd), "01:02:03");
+  EXPECT_EQ(Time(SectionSpan), "01:02:03");
+  EXPECT_EQ(Get<WindowsMediaPlayer>("wmp").URL(), path);
+}
+
+TEST_F(SelectingAVideo, ShowsTenthsIfItIsShort) {
+  Select(12.34);
+  EXPECT_EQ(Text("Label16", 0), "Video Duration hh:mm:ss: 00:00:12");
+  EXPECT_EQ(Text("Label16", 2), "12");
+  EXPECT_EQ(Time(SectionStart), "00:00:00.0");
+  EXPECT_EQ(Time(SectionEnd), "00:00:12.3");
+  EXPECT_EQ(Time(SectionSpan), "00:00:12.3");
+  Select(0.4);
+  EXPECT_EQ(Text("Label16", 2), "1");
+}
+
+TEST_F(SelectingAVideo, TellsWhyAFileCanNotBeUsedAndChangesNothing) {
+  const QString former = Select(60);
+  struct Case {
+    const char* lines;  // what the probe prints
+    const char* reason;
+  };
+  for (const auto& [lines, reason] :
+       {Case{"echo format_name=mp3; echo duration=3.0", "This file has no video:"},
+        Case{"echo width=8; echo height=8; echo format_name=png_pipe; echo duration=N/A",
+             "This file is a still picture:"},
+        Case{"echo width=8; echo height=8; echo format_name=h264; echo duration=N/A",
+             "The length of this video isn't known:"},
+        Case{"echo 'x.mp4: Invalid data found'; exit 1", "This file can't be read:"}}) {
+    tools_.SizeProbeDoes(lines);
+    const DialogAnswers answers({TypeFile(tools_.File("x.mp4")), PressButton(QMessageBox::Ok)});
+    Click(Caption("Label6", 0));
+    ASSERT_EQ(answers.seen().size(), 2U) << reason;
+    EXPECT_NE(answers.seen().back().find(reason), std::string::npos) << answers.seen().back();
+    EXPECT_EQ(Get<TextBox>("Text1").Text(), former);
+    EXPECT_EQ(Time(SectionEnd), "00:01:00.0");
+    EXPECT_EQ(Get<WindowsMediaPlayer>("wmp").URL(), former);
+  }
+}
+
+TEST_F(SelectingAVideo, NamesTheToolsIfTheProbeIsMissing) {
+  tools_.Remove("ffprobe");
+  const DialogAnswers answers({TypeFile(tools_.File("x.mp4")), PressButton(QMessageBox::Ok)});
+  Click(Caption("Label6", 0));
+  EXPECT_NE(answers.seen().back().find("ffprobe"), std::string::npos);
+}
+
+TEST_F(SelectingAVideo, ChangesNothingIfTheDialogIsCancelled) {
+  const QString former = Select(60);
+  const DialogAnswers answers({CancelDialog()});
+  Click(Caption("Label6", 0));
+  EXPECT_EQ(Get<TextBox>("Text1").Text(), former);
+}
+
+TEST_F(SelectingAVideo, IsAlsoDoneByATypedPath) {
+  const QString path = tools_.File("typed.mp4");
+  auto* const line = Get<TextBox>("Text1").findChild<QLineEdit*>();
+  QTest::keyClicks(line, path);
+  EXPECT_EQ(Text("Label16", 2), "1825");
+  QTest::keyClick(line, Qt::Key_Return);
+  EXPECT_EQ(Text("Label16", 2), "60");
+  line->setText("/missing.mp4");
+  const DialogAnswers answers({PressButton(QMessageBox::Ok)});
+  QTest::keyClick(line, Qt::Key_Return);
+  EXPECT_EQ(Get<TextBox>("Text1").Text(), path);
+}
+
+class LoadingTheOtherVideo : public StabiliserWindowTest {};
+
+TEST_F(LoadingTheOtherVideo, LeavesTheTimeLineAlone) {
+  const QString source = Select(60);
+  const QString other = tools_.File("other.mp4");
+  ProbeSays(30);
+  const DialogAnswers answers({TypeFile(other)});
+  Click(Caption("Label12", LoadOther));
+  EXPECT_EQ(answers.seen(), Texts{"Load Video"});
+  EXPECT_EQ(Get<TextBox>("Text5").Text(), other);
+  EXPECT_EQ(Get<TextBox>("Text1").Text(), source);
+  EXPECT_EQ(Text("Label16", 2), "60");
+  const QString next = Select(20, "next.mp4");
+  EXPECT_EQ(Get<TextBox>("Text5").Text(), other) << "it stays when another source is selected";
+}
+
+}  // namespace
+}  // namespace kelvane::testing

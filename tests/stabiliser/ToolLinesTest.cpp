@@ -1,0 +1,106 @@
+// The command lines of the stabiliser's tools, and what a probe's output says.
+#include "stabiliser/ToolLines.h"
+
+#include <gtest/gtest.h>
+
+namespace kelvane {
+namespace {
+
+constexpr StabiliserOptions kOptions = {4, 3, 5, 10, 25, 7, 7};
+constexpr VideoFacts kPlain = {.duration = 60, .width = 640, .height = 360, .plain = true};
+constexpr VideoFacts kOdd = {.duration = 60, .width = 641, .height = 361, .interlaced = true};
+
+TEST(StabiliserLines, ExtractTheSpan) {
+  EXPECT_EQ(ExtractLine("/t", "in.mp4", kPlain, {.start = 12.5, .length = 3}, "out.mp4"),
+            "/t/ffmpeg -hide_banner -stats_period 0.1 -ss 12.5 -i in.mp4 -t 3 -sn -dn -y out.mp4");
+}
+
+TEST(StabiliserLines, ViewTheSpanFromItsFirstPictureOn) {
+  VideoFacts facts = kPlain;
+  facts.startTime = 1.4;
+  EXPECT_EQ(ViewLine("/t", "in.ts", facts, {.start = 12, .length = 0.3}),
+            "/t/ffplay -hide_banner -ss 12 -t 2.3 -autoexit -vf trim=start=13.4:end=13.7 "
+            "-af atrim=start=13.4:end=13.7 -i in.ts");
+}
+
+// In a transport stream a tool seeks to a place between two key frames and begins at the second.
+TEST(StabiliserLines, SeekEarlierWhereASeekMayMissTheKeyFrameBefore) {
+  VideoFacts facts = kPlain;
+  facts.seeksLate = true;
+  EXPECT_NE(ExtractLine("/t", "i.ts", facts, {80.5, 2}, "o").find(" -ss 20.5 -i i.ts -ss 60 -t 2 "),
+            std::string::npos);
+  EXPECT_NE(ExtractLine("/t", "i.ts", facts, {6.5, 2}, "o").find(" -ss 0 -i i.ts -ss 6.5 -t 2 "),
+            std::string::npos);
+  EXPECT_NE(ViewLine("/t", "i.ts", facts, {80.5, 2})
+                .find(" -ss 20.5 -t 64 -autoexit -vf trim=start=80.5:end=82.5 "),
+            std::string::npos);
+}
+
+TEST(StabiliserLines, DetectTheMotionsAndTakeThemAway) {
+  EXPECT_EQ(DetectLine("/t", "in.mp4", kPlain, std::nullopt, kOptions, "x.trf"),
+            "/t/ffmpeg -hide_banner -stats_period 0.1 -i in.mp4 -an -sn -dn "
+            "-vf vidstabdetect=stepsize=4:shakiness=3:accuracy=5:result=x.trf -f null -");
+  EXPECT_EQ(TransformLine("/t", "in.mp4", kPlain, std::nullopt, kOptions, "x.trf", "out.mp4"),
+            "/t/ffmpeg -hide_banner -stats_period 0.1 -i in.mp4 "
+            "-vf vidstabtransform=input=x.trf:zoom=10:optzoom=0:smoothing=25,unsharp=lx=7:ly=7 "
+            "-sn -dn -y out.mp4");
+}
+
+TEST(StabiliserLines, HaveBothPassesReadTheSameSpan) {
+  const Span span = {.start = 2, .length = 5};
+  const std::string part = " -ss 2 -i in.mp4 -t 5 ";
+  EXPECT_NE(DetectLine("/t", "in.mp4", kPlain, span, kOptions, "x.trf").find(part),
+            std::string::npos);
+  EXPECT_NE(TransformLine("/t", "in.mp4", kPlain, span, kOptions, "x.trf", "o.mp4").find(part),
+            std::string::npos);
+}
+
+TEST(StabiliserLines, MakePicturesThatPlayersShowOfOddSizesAndFields) {
+  const std::string after = "crop=trunc(iw/2)*2:trunc(ih/2)*2,format=yuv420p -sn";
+  EXPECT_NE(ExtractLine("/t", "i", kOdd, {0, 1}, "o.mp4").find(" -vf yadif," + after),
+            std::string::npos);
+  EXPECT_NE(DetectLine("/t", "i", kOdd, std::nullopt, kOptions, "x").find(" -vf yadif,vidstab"),
+            std::string::npos);
+  const std::string transform = TransformLine("/t", "i", kOdd, std::nullopt, kOptions, "x", "o");
+  EXPECT_NE(transform.find(" -vf yadif,vidstab"), std::string::npos);
+  EXPECT_NE(transform.find("unsharp=lx=7:ly=7," + after), std::string::npos);
+}
+
+TEST(VideoFacts, AreReadFromAProbe) {
+  const VideoFacts facts = ReadVideoFacts(
+      "width=1920\nheight=1080\npix_fmt=yuv420p\nfield_order=progressive\n"
+      "avg_frame_rate=30000/1001\nduration=12.000000\nformat_name=mpegts\nstart_time=1.400000\n"
+      "duration=12.023222\n");
+  EXPECT_EQ(facts.width, 1920);
+  EXPECT_EQ(facts.height, 1080);
+  EXPECT_TRUE(facts.plain);
+  EXPECT_FALSE(facts.interlaced);
+  EXPECT_FALSE(facts.still);
+  EXPECT_NEAR(facts.rate, 29.97, 0.001);
+  EXPECT_TRUE(facts.seeksLate);
+  EXPECT_EQ(facts.startTime, 1.4);
+  EXPECT_EQ(facts.duration, 12.023222);
+  EXPECT_EQ(facts.videoDuration, 12);
+}
+
+TEST(VideoFacts, TellWhatCanNotBeStabilised) {
+  EXPECT_FALSE(ReadVideoFacts("format_name=mp3\nduration=3.0\n").HasVideo());
+  EXPECT_TRUE(ReadVideoFacts("width=8\nheight=8\nformat_name=png_pipe\nduration=N/A\n").still);
+  EXPECT_TRUE(ReadVideoFacts("width=8\nheight=8\nformat_name=image2\nduration=0.04\n").still);
+  EXPECT_EQ(ReadVideoFacts("width=8\nheight=8\nformat_name=h264\nduration=N/A\n").duration, 0);
+  EXPECT_FALSE(ReadVideoFacts("").HasVideo());
+}
+
+TEST(VideoFacts, TellWhichPicturesEveryPlayerShows) {
+  const auto plain = [](const std::string& lines) { return ReadVideoFacts(lines).plain; };
+  EXPECT_TRUE(plain("width=640\nheight=360\npix_fmt=yuvj420p\n"));
+  EXPECT_FALSE(plain("width=641\nheight=360\npix_fmt=yuv420p\n"));
+  EXPECT_FALSE(plain("width=640\nheight=361\npix_fmt=yuv420p\n"));
+  EXPECT_FALSE(plain("width=640\nheight=360\npix_fmt=yuv422p\n"));
+  EXPECT_FALSE(plain("width=640\nheight=360\npix_fmt=yuv420p10le\n"));
+  EXPECT_TRUE(ReadVideoFacts("field_order=tt\n").interlaced);
+  EXPECT_TRUE(ReadVideoFacts("field_order=bb\n").interlaced);
+}
+
+}  // namespace
+}  // namespace kelvane
