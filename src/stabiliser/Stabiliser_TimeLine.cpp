@@ -61,7 +61,8 @@ void Stabiliser::ShowTimeLine() {
 }
 
 void Stabiliser::DrawTimes() {
-  constexpr int kLabelWidth = 64;
+  constexpr int kLabelWidth = 64;  // with the space to the next one
+  constexpr float kPrintedWidth = 48;
   constexpr float kPrintSize = 8;
   constexpr float kLabelTop = 7;
   constexpr float kBaseLineUp = 15;  // from the lower edge
@@ -80,7 +81,7 @@ void Stabiliser::DrawTimes() {
     const auto x = static_cast<float>(scale_.PositionOf(i * step));
     const bool major = i % ticks.parts == 0;
     const float tick = major ? 6 : 2;
-    if (major) strip.PrintAt(x, kLabelTop, TimeText(i * step, precision));
+    if (major && x + kPrintedWidth <= W) strip.PrintAt(x, kLabelTop, TimeText(i * step, precision));
     strip.DrawLine(x, 0, x, tick, major ? kLight : kOlive);
     strip.DrawLine(x, H - tick, x, H, kOlive);
   }
