@@ -77,6 +77,9 @@ TEST_F(SelectingAVideo, ChangesNothingIfTheDialogIsCancelled) {
 TEST_F(SelectingAVideo, IsAlsoDoneByATypedPath) {
   const QString path = tools_.File("typed.mp4");
   auto* const line = Get<TextBox>("Text1").findChild<QLineEdit*>();
+  form_->activateWindow();
+  ASSERT_TRUE(WaitFor([this] { return form_->isActiveWindow(); }));
+  line->setFocus();
   QTest::keyClicks(line, path);
   EXPECT_EQ(Text("Label16", 2), "1825");
   QTest::keyClick(line, Qt::Key_Return);
