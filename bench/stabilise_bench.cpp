@@ -81,7 +81,7 @@ class StabiliseBench {
             "('%1' -hide_banner -stats_period 0.1 -i '%2' -an -sn -dn -vf "
             "vidstabdetect=stepsize=4:shakiness=3:accuracy=5:result='%3' -f null - && "
             "'%1' -hide_banner -stats_period 0.1 -i '%2' -vf "
-            "vidstabtransform=input='%3':zoom=10:optzoom=0:smoothing=25,unsharp=lx=7:ly=7 "
+            "copy,vidstabtransform=input='%3':zoom=10:optzoom=0:smoothing=25,unsharp=lx=7:ly=7 "
             "-sn -dn -y '%4') 2>&1 < /dev/null | cat > /dev/null")
             .arg(QString::fromStdString(App::Path()) + "/ffmpeg", clip_, transforms_, steady_);
     const double begin = Now();

@@ -81,12 +81,13 @@ std::string DetectLine(const std::string& toolsFolder, const std::string& video,
          ":accuracy=" + std::to_string(options.accuracy) + ":result=" + transforms + " -f null -";
 }
 
+// FFmpeg 7.1's filter writes into pictures that the decoder still needs, unless it gets copies.
 std::string TransformLine(const std::string& toolsFolder, const std::string& video,
                           const VideoFacts& facts, const std::optional<Span>& span,
                           const StabiliserOptions& options, const std::string& transforms,
                           const std::string& output) {
   return FfmpegOn(toolsFolder, video, facts, span) + " -vf " + Deinterlacing(facts) +
-         "vidstabtransform=input=" + transforms + ":zoom=" + std::to_string(options.zoom) +
+         "copy,vidstabtransform=input=" + transforms + ":zoom=" + std::to_string(options.zoom) +
          ":optzoom=0:smoothing=" + std::to_string(options.smoothing) +
          ",unsharp=lx=" + std::to_string(options.lx) + ":ly=" + std::to_string(options.ly) +
          (facts.plain ? "" : "," + Plain(facts)) + " -sn -dn -y " + output;

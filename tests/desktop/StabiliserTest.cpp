@@ -124,7 +124,7 @@ TEST_P(StabiliserPhase, IsCancelledWithoutATrace) {
   EXPECT_TRUE(WaitFor([&] { return Tool() == 0; }));
   EXPECT_TRUE(WaitFor([&] { return Temporaries().isEmpty(); }));
   EXPECT_FALSE(QFileInfo::exists(program.PathOf("new.mp4")));
-  EXPECT_EQ(stabiliser.Progress("pbar(0)"), 0);
+  EXPECT_TRUE(WaitFor([&] { return stabiliser.Progress("pbar(0)") == 0; }));
   CloseAndExpectNothingLeft();
 }
 

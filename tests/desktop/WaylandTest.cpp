@@ -33,9 +33,8 @@ class OnACompositor : public DesktopTest, public ::testing::WithParamInterface<O
   // Ends the program before the compositor.
   void TearDown() override {
     EXPECT_TRUE(program.Running());
-    if (compositor_->CloseWindow()) {
-      EXPECT_EQ(program.AwaitExit(), 0);
-    }
+    // A program that ends by itself is counted in a coverage build.
+    if (compositor_->CloseWindow()) program.AwaitExit(5s);
     DesktopTest::TearDown();
     program.Kill();
     compositor_.reset();

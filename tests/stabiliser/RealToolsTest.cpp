@@ -307,10 +307,10 @@ TEST_P(ShakingCamera, IsSteadiedAsByTheBareCommands) {
   const QString transforms = PathOf("transforms");
   Make({"-i", source, "-an", "-sn", "-dn", "-vf",
         "vidstabdetect=stepsize=4:shakiness=3:accuracy=5:result=" + transforms, "-f", "null", "-"});
-  Make(
-      {"-i", source, "-vf",
-       "vidstabtransform=input=" + transforms + ":zoom=10:optzoom=0:smoothing=25,unsharp=lx=7:ly=7",
-       "-sn", "-dn", bare});
+  Make({"-i", source, "-vf",
+        "copy,vidstabtransform=input=" + transforms +
+            ":zoom=10:optzoom=0:smoothing=25,unsharp=lx=7:ly=7",
+        "-sn", "-dn", bare});
   const double shaken = Motion(source);
   const double rest = Motion(steady);
   const double bareRest = Motion(bare);

@@ -92,7 +92,7 @@ class StabiliserRuns : public StabiliserWindowTest {
       "-vf vidstabdetect=stepsize=4:shakiness=3:accuracy=5:result=WORK/work-transforms.trf -f null "
       "-";
   static constexpr const char* kTransform =
-      "-vf vidstabtransform=input=WORK/work-transforms.trf:zoom=10:optzoom=0:smoothing=25,"
+      "-vf copy,vidstabtransform=input=WORK/work-transforms.trf:zoom=10:optzoom=0:smoothing=25,"
       "unsharp=lx=7:ly=7 -sn -dn -y ";
 
   QString source_;
