@@ -120,6 +120,8 @@ class StabiliserPhase : public StabiliserOnScreen,
 TEST_P(StabiliserPhase, IsCancelledWithoutATrace) {
   ASSERT_NO_FATAL_FAILURE(Begin());
   EXPECT_TRUE(stabiliser.AwaitCommand(Running(), "Cancel"));
+  // So that the next click isn't taken for the second one of a double-click.
+  screen.Click(stabiliser.BareGround());
   stabiliser.Click(Running());
   EXPECT_TRUE(WaitFor([&] { return Tool() == 0; }));
   EXPECT_TRUE(WaitFor([&] { return Temporaries().isEmpty(); }));
