@@ -13,22 +13,27 @@ void ResetTimeLinePosition(Form3& form) {
   form.Picture3(TimeLineStrip).setTop(0);
 }
 
+void ClearTimeLine(PictureBox& strip) {
+  constexpr float kPrintSize = 8;
+  constexpr float kBaseLineUp = 15;  // from the lower edge
+  strip.Cls();
+  strip.SetPrintFont(u"Arial"_s, kPrintSize);
+  strip.setForeColor(kLight);
+  const float base = strip.ScaleHeight() - kBaseLineUp;
+  strip.DrawLine(0, base, strip.ScaleWidth(), base, kGrey);
+}
+
 // Makes a pass for each pixel of the time line, not only for each tick that fits on it.
 void DrawTimeLabels(Form3& form) {
   constexpr double kSpacings = 75;
   constexpr double kMinorToMajor = 8;
-  constexpr float kPrintSize = 8;
   constexpr float kLabelTop = 7;
-  constexpr float kBaseLineUp = 15;  // from the lower edge
   constexpr QRgb kOlive = 0x808000;
   PictureBox& strip = form.Picture3(TimeLineStrip);
   form.Text3.setText(FormatSingle(strip.Width()));
-  strip.Cls();
-  strip.SetPrintFont(u"Arial"_s, kPrintSize);
-  strip.setForeColor(kLight);
+  ClearTimeLine(strip);
   const float W = strip.ScaleWidth();
   const float H = strip.ScaleHeight();
-  strip.DrawLine(0, H - kBaseLineUp, W, H - kBaseLineUp, kGrey);
   const double TickStep = LeadingNumber(form.Text4.Text()) / kSpacings;
   for (int i = 0; static_cast<float>(i) <= W; ++i) {
     const auto x = static_cast<float>(i * TickStep);

@@ -2,6 +2,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "sections/Module5.h"
 #include "shared/Colours.h"
 #include "shared/TextHelpers.h"
 #include "stabiliser/Stabiliser.h"
@@ -63,17 +64,12 @@ void Stabiliser::ShowTimeLine() {
 void Stabiliser::DrawTimes() {
   constexpr int kLabelWidth = 64;  // with the space to the next one
   constexpr float kPrintedWidth = 48;
-  constexpr float kPrintSize = 8;
   constexpr float kLabelTop = 7;
-  constexpr float kBaseLineUp = 15;  // from the lower edge
   constexpr QRgb kOlive = 0x808000;
   PictureBox& strip = Picture3(TimeLineStrip);
-  strip.Cls();
-  strip.SetPrintFont(u"Arial"_s, kPrintSize);
-  strip.setForeColor(kLight);
+  ClearTimeLine(strip);
   const float W = strip.ScaleWidth();
   const float H = strip.ScaleHeight();
-  strip.DrawLine(0, H - kBaseLineUp, W, H - kBaseLineUp, kGrey);
   const TimeScale::Ticks ticks = scale_.TicksFor(kLabelWidth);
   const double step = ticks.spacing / ticks.parts;
   const Precision precision = ticks.spacing < 1 ? Precision::kTenths : Precision::kSeconds;
