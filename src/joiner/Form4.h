@@ -2,6 +2,8 @@
 
 #include <QIcon>
 #include <cstdint>
+#include <functional>
+#include <string>
 
 #include "media/DOSOutputs.h"
 #include "platform/CommonDialog.h"
@@ -90,7 +92,8 @@ class Form4 : public Form {
 
   // Running the tools, for a join and for a new section.
   void ConnectRunner(DOSOutputs& objDOS);
-  static void Run(DOSOutputs& objDOS, const std::string& commandLine);
+  // Runs the line that `commandLine` returns. Ignores exceptions, also those of `commandLine`.
+  static void Run(DOSOutputs& objDOS, const std::function<std::string()>& commandLine);
 
   // Hover, tool tips and the context menu.
   void Label1_MouseMove(const MouseEvent& event);

@@ -62,7 +62,7 @@ void Form4::JoinSections(DOSOutputs& objDOS) {
   const std::string ListFile = WriteListFile(tools);
   WaitOneSecond();
   if (Option1(NoTranscode).Value()) {
-    Run(objDOS, JoinCommandLine(tools, ListFile, ToNarrow(OutputFile)));
+    Run(objDOS, [&] { return JoinCommandLine(tools, ListFile, ToNarrow(OutputFile)); });
   }
 }
 
@@ -100,8 +100,10 @@ void Form4::TranscodeSections(DOSOutputs& objDOS) {
     const QString SectionPath = Trim(List1.List(i));
     const QString SectionFolder = FolderOf(SectionPath);
     if (SectionFolder.isEmpty()) continue;
-    Run(objDOS, TransportStreamCommandLine(tools, ToNarrow(SectionPath),
-                                           ToNarrow(SectionFolder + IntermediateName(i + 1))));
+    Run(objDOS, [&] {
+      return TransportStreamCommandLine(tools, ToNarrow(SectionPath),
+                                        ToNarrow(SectionFolder + IntermediateName(i + 1)));
+    });
   }
   // The text is composed, but nothing uses it.
   static_cast<void>(ConcatListText(List1.ListCount()));
@@ -116,9 +118,9 @@ void Form4::ConnectRunner(DOSOutputs& objDOS) {
 }
 
 // Ignores exceptions: the command goes on after a run that fails.
-void Form4::Run(DOSOutputs& objDOS, const std::string& commandLine) {
+void Form4::Run(DOSOutputs& objDOS, const std::function<std::string()>& commandLine) {
   try {
-    objDOS.setCommandLine(commandLine);
+    objDOS.setCommandLine(commandLine());
     objDOS.ExecuteCommand();
   } catch (const std::exception&) {
   }

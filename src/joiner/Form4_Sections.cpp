@@ -24,7 +24,9 @@ constexpr float kStripFontSize = 8;  // points
 void Form4::GetVideoData() {
   DOSOutputs objDOS;
   ConnectRunner(objDOS);
-  Run(objDOS, DurationProbeCommandLine(ToolsFolder(App::Path()), ToNarrow(FileShortPath)));
+  Run(objDOS, [this] {
+    return DurationProbeCommandLine(ToolsFolder(App::Path()), ToNarrow(FileShortPath));
+  });
 }
 
 // Handles every tool of this window: a join's own blocks can add sections too. Looks at one block
