@@ -66,8 +66,8 @@ void Form4::JoinSections(DOSOutputs& objDOS) {
   }
 }
 
-// The list is beside the tools. If it can't be written whole there, as on a full disk or if the
-// program is installed for everybody, it is in the private folder.
+// The list is beside the tools or, if it can't be written whole there (as on a full disk, or if the
+// program is installed for everybody) and no folder has its name, in the private folder.
 std::string Form4::WriteListFile(const std::string& tools) const {
   std::string beside = tools + "/files.txt";
   if (WriteListTo(FromNarrow(beside)) || QFileInfo(FromNarrow(beside)).isDir()) return beside;
@@ -95,7 +95,7 @@ void Form4::TranscodeSections(DOSOutputs& objDOS) {
   const std::string tools = ToolsFolder(App::Path());
   for (int i = 0; i < List1.ListCount(); ++i) {
     Label3(ProcessLine).setCaption(u"Process: Transcoding Video "_s + FormatDigits(i, 2));
-    // No event is processed before the next one.
+    // Nothing else paints it while the tools run.
     Label3(ProcessLine).repaint();
     const QString SectionPath = Trim(List1.List(i));
     const QString SectionFolder = FolderOf(SectionPath);

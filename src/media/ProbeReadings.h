@@ -21,8 +21,8 @@ struct SizeReading {
   // std::nullopt if the block has no "width=" or "height=". `width` is empty without "height=".
   std::optional<std::string> width;
   std::optional<std::string> height;
-  // True if the width has four digits: the block is then only a size, and the next one is read as a
-  // size too.
+  // True if the width has four digits: then the block isn't also text, and the next one is read as
+  // a size too.
   bool usedUp = false;
 };
 SizeReading ReadSize(std::string_view block);

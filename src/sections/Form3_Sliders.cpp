@@ -1,5 +1,5 @@
-// The options' sliders. Positions in a track are in twips. Only the thumb of Step Size is kept
-// inside its track, whichever thumb or track the pointer is on.
+// The options' sliders. Positions in a track are in twips. Only the thumb of Step Size is
+// brought back into its track, by events of any thumb or track.
 #include <array>
 
 #include "sections/Form3.h"

@@ -29,7 +29,7 @@ class TimeScale {
   // The nearest time that the time line stops at.
   double TimeAt(double position) const;
   double PositionOf(double time) const { return time * pixelsPerSecond_; }
-  // The time with the tenths that the time line stops at.
+  // The time as text, with tenths if HasTenths.
   QString Text(double time) const {
     return TimeText(time, HasTenths() ? Precision::kTenths : Precision::kSeconds);
   }

@@ -1,5 +1,5 @@
-// Folders in which no file can be made: the program's own, and the private one with its links and
-// lists.
+// A program's folder that is read-only, and a private folder in which the name of a link or a list
+// is taken.
 #include <sys/stat.h>
 
 #include <QDir>

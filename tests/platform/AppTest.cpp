@@ -121,7 +121,7 @@ TEST(Sources, ProcessEventsOnlyInDoEventsInTheProgramsLoopAndInDialogs) {
                                "platform/DialogLoop.cpp:exec"}));
 }
 
-TEST(ScaleOfOutput, IsTheNumberOfPixelsToAUnitThoughUnitsAreRoundedToWholeOnes) {
+TEST(ScaleOfOutput, IsTheNumberOfPixelsToAUnitThoughSizesAreInWholeUnits) {
   EXPECT_EQ(ScaleOfOutput({1500, 900}, {1000, 600}, 2), 1.5);
   EXPECT_EQ(ScaleOfOutput({3840, 2160}, {3072, 1728}, 2), 1.25);
   EXPECT_EQ(ScaleOfOutput({1600, 2560}, {640, 1024}, 3), 2.5);
@@ -130,7 +130,7 @@ TEST(ScaleOfOutput, IsTheNumberOfPixelsToAUnitThoughUnitsAreRoundedToWholeOnes) 
   EXPECT_EQ(ScaleOfOutput({1366, 768}, {911, 512}, 2), 1.5);
 }
 
-TEST(ScaleOfOutput, IsTheGivenWholeScaleWhereTheSizesContradictIt) {
+TEST(ScaleOfOutput, IsTheGivenWholeScaleUnlessTheSizesAgreeWithIt) {
   EXPECT_EQ(ScaleOfOutput({}, {1000, 600}, 2), 2);
   EXPECT_EQ(ScaleOfOutput({1500, 900}, {}, 2), 2);
   EXPECT_EQ(ScaleOfOutput({1500, 900}, {1500, 900}, 2), 2);

@@ -97,7 +97,7 @@ TEST_F(ZoomSlider, LimitsItsReadOutButNotItsThumb) {
   }
 }
 
-// The pointer over any thumb or track holds the thumb of Step Size between 135 and 7920 twips.
+// Events of any thumb or track bring the thumb of Step Size back between 135 and 7920 twips.
 class StepSizeSlider : public SectionWindowTest {
  protected:
   static constexpr float kStart = 135;
@@ -194,7 +194,7 @@ TEST_F(StepSizeSlider, IsHeldAtItsEndByTheNextMoveOfItsDragAndByTheRelease) {
   EXPECT_EQ(ThumbOutline(StepSize).Left(), kEnd + 9) << "the outline stays behind";
 }
 
-TEST_F(StepSizeSlider, IsHeldAtItsEndByTheDragOfAnotherThumbWhichKeepsItsReadOut) {
+TEST_F(StepSizeSlider, KeepsItsReadOutWhenTheDragOfAnotherThumbMovesItToItsEnd) {
   PutAt(9000);
   Drag(Thumb(Zoom), 2, 102);
   Expect(kEnd, "04");

@@ -63,7 +63,7 @@ TEST(WholeNumber, HasNoValueBeyondTheRangeOfItsType) {
   for (const auto& [number, whole] : of32) EXPECT_EQ(ToInteger32(number), whole) << number;
 }
 
-TEST(WholeNumber, HasNoValueIfTheNumberIsNotFinite) {
+TEST(WholeNumber, HasNoValueIfTheNumberIsInfiniteHugeOrNaN) {
   constexpr double kInfinity = std::numeric_limits<double>::infinity();
   for (const double number :
        {kInfinity, -kInfinity, std::numeric_limits<double>::quiet_NaN(), 1e300}) {

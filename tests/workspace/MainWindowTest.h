@@ -21,7 +21,7 @@ class MainWindowTest : public OpenWindowTest<Form1> {
   std::string Number(ReadOut number) const {
     return Get<Label>("Label1", number).Caption().toStdString();
   }
-  // Returns everything that the tools have printed.
+  // Returns the tools' text that the window keeps.
   QString Store() const { return Get<TextBox>("Text2").Text(); }
   std::string PauseState() const {
     return Get<CommandButton>("Command1", PauseVideo).Caption().toStdString();

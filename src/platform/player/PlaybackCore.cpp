@@ -56,8 +56,8 @@ constexpr std::pair<const char*, const char*> kOptions[] = {
     {"audio-fallback-to-null", "yes"},
 };
 
-// Stored pixels are rendered 1:1, and the picture is cut to the rendered size. Newer releases take
-// "no" for the file's own aspect ratio.
+// Stored pixels are rendered 1:1, and the picture is cut to the rendered size. "0" stands for
+// square pixels, since newer releases take "no" for the file's own aspect ratio.
 constexpr auto kStoredPictureOptions = std::to_array<std::pair<const char*, const char*>>({
     {"video-aspect-override", "0"},
     {"video-unscaled", "yes"},
@@ -268,7 +268,7 @@ void PlaybackCore::DrainEvents() {
       if (event->reply_userdata == kStartReplyId) Post([this] { --unansweredStarts_; });
       if (event->reply_userdata == kSeekReplyId && event->error < 0) Post([this] { SeekNext(); });
     } else if (event->event_id == MPV_EVENT_PLAYBACK_RESTART) {
-      // A file has been opened or a seek done. Before the reply to a start it was the file before.
+      // A file has been opened or a seek done; if a start is unanswered, in the former file.
       Post([this] {
         if (unansweredStarts_ == 0) SeekNext();
       });
@@ -279,7 +279,7 @@ void PlaybackCore::DrainEvents() {
       // A duration equal to the last file's isn't reported as a change.
       mpv_->get_property_async(player_, 0, kDuration, MPV_FORMAT_DOUBLE);
     } else if (event->event_id == MPV_EVENT_IDLE) {
-      // Before the reply to a start this is the end of the file before it.
+      // If a start is unanswered, this is the former file's end.
       Post([this] {
         if (unansweredStarts_ == 0) active_ = false;
       });
@@ -319,7 +319,7 @@ void PlaybackCore::TakeSize() {
   PostChange();
 }
 
-// Has more rendered than is visible, so that scrolling doesn't have to wait for a new picture.
+// Has more of a stored picture rendered than is visible, so that scrolling needn't wait for it.
 void PlaybackCore::setVisibleSize(QSize visible) {
   constexpr int kMargin = 128;
   constexpr int kStep = 256;

@@ -88,7 +88,7 @@ class PlaybackCore : public QObject {
   // Does the seek that waits, if there is one.
   void SeekNext();
   void ObserveProperties();
-  // Sets the flag and wakes the serving thread. Called on libmpv's threads.
+  // Sets the flag and wakes the serving thread. Thread-safe.
   void Wake(bool PlaybackCore::*pending);
 
   // On the serving thread.
