@@ -90,7 +90,7 @@ def build(target):
 def passes(folder):
     tests = ["ctest", "--test-dir", folder, "--label-exclude", SLOW_LABELS, "--exclude-regex",
              "_NOT_BUILT$", "--parallel", "4", "--stop-on-failure", "--no-tests=ignore"]
-    return run(*tests) or run(*tests)
+    return run(*tests) or (run(*tests, "--rerun-failed") and run(*tests))
 
 
 def prepare():
