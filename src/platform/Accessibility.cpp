@@ -147,17 +147,18 @@ class ControlInterface : public FormInterface, public QAccessibleValueInterface 
   }
 
   QVariant currentValue() const override {
-    if (control_.IsBar()) return static_cast<double>(Position());
+    if (control_.IsBar()) return ValueAt(static_cast<double>(Position()));
     const auto* readOut = control_.window()->findChild<SpokenWidget*>(control_.ReadOut());
     return readOut == nullptr ? QVariant() : LeadingNumber(readOut->SpokenCaption());
   }
 
-  // Drags a bar to the position `value`, clipped or not. A thumb can't be set: only its form knows
-  // the value of a position.
+  // Drags a bar to the position of `value`, clipped or not. A thumb can't be set: only its form
+  // knows the value of a position.
   void setCurrentValue(const QVariant& value) override {
     if (!control_.IsBar()) return;
     if (!std::isfinite(value.toDouble())) return;
-    const double goal = std::clamp(value.toDouble(), 0.0, Length());
+    const double goal = control_.SpokenValue().PositionOf(
+        std::clamp(value.toDouble(), minimumValue().toDouble(), maximumValue().toDouble()));
     RunFromEventLoop(control_, [this, goal] {
       const int offset = qRound((goal - static_cast<double>(Position())) /
                                 static_cast<double>(control_.container().UnitsPerPixel()));
@@ -165,10 +166,12 @@ class ControlInterface : public FormInterface, public QAccessibleValueInterface 
     });
   }
 
-  QVariant minimumValue() const override { return control_.IsBar() ? QVariant(0.0) : QVariant(); }
+  QVariant minimumValue() const override {
+    return control_.IsBar() ? QVariant(ValueAt(control_.SpokenValue().first)) : QVariant();
+  }
 
   QVariant maximumValue() const override {
-    return control_.IsBar() ? QVariant(Length()) : QVariant();
+    return control_.IsBar() ? QVariant(ValueAt(Length())) : QVariant();
   }
 
   QVariant minimumStepSize() const override { return {}; }
@@ -180,6 +183,8 @@ class ControlInterface : public FormInterface, public QAccessibleValueInterface 
     return static_cast<double>(IsHorizontal() ? control_.container().ScaleWidth()
                                               : control_.container().ScaleHeight());
   }
+
+  double ValueAt(double position) const { return control_.SpokenValue().At(position); }
 
   Control& control_;
 };

@@ -3,6 +3,8 @@
 #include <QAccessible>
 #include <QList>
 #include <QWidget>
+#include <functional>
+#include <utility>
 
 namespace kelvane {
 
@@ -14,11 +16,18 @@ enum class SpokenRole {
   kStock,    // a layout node around its Qt widget
   kPicture,
   kCommand,        // a button; a click presses it
-  kHorizontalBar,  // a slider that is dragged horizontally and whose value is its own Left
-  kVerticalBar,    // a slider that is dragged vertically and whose value is its own Top
+  kHorizontalBar,  // a slider that is dragged horizontally and whose value is that of its Left
+  kVerticalBar,    // a slider that is dragged vertically and whose value is that of its Top
   kThumb,          // a slider whose value is the caption of another widget, its read-out
   kList,           // a box of list items
   kListItem,       // an item of a kList; a right click opens its menu
+};
+
+// What the position of a bar, its Left or Top, means to a screen reader.
+struct BarValue {
+  std::function<double(double position)> At;
+  std::function<double(double value)> PositionOf;
+  double first = 0;  // the least position
 };
 
 // A part of a window, with what a screen reader says about it. The reader goes through the visible
@@ -31,7 +40,7 @@ class SpokenWidget : public QWidget {
   // Each class has a default of its own.
   SpokenRole Role() const { return role_; }
   void setRole(SpokenRole role) { role_ = role; }
-  // Whether the role is that of a slider whose value is its own position.
+  // Whether the role is that of a slider whose value is that of its position.
   bool IsBar() const;
   // What the widget is, if its own caption doesn't say so.
   QString Meaning() const { return accessibleName(); }
@@ -39,6 +48,10 @@ class SpokenWidget : public QWidget {
   // The name of the widget whose caption is a thumb's value.
   const QString& ReadOut() const { return readOut_; }
   void setReadOut(const QString& name) { readOut_ = name; }
+
+  // By default a bar's value is its position.
+  const BarValue& SpokenValue() const { return spokenValue_; }
+  void setSpokenValue(BarValue value) { spokenValue_ = std::move(value); }
 
   // The whole caption, even if it is shown elided, without the blanks around it; empty in most
   // classes.
@@ -73,6 +86,7 @@ class SpokenWidget : public QWidget {
   QWidget* stockWidget_ = nullptr;
   SpokenRole role_ = SpokenRole::kStock;
   QString readOut_;
+  BarValue spokenValue_{std::identity(), std::identity()};
 };
 
 }  // namespace kelvane
