@@ -3,6 +3,7 @@
 #include <sys/eventfd.h>
 #include <unistd.h>
 
+#include <QApplication>
 #include <atomic>
 #include <csignal>
 #include <cstdint>
@@ -28,6 +29,9 @@ CloseOnSignal::CloseOnSignal(QWidget& window) : event_(::eventfd(0, EFD_CLOEXEC 
   notifier_ = std::make_unique<QSocketNotifier>(event_.number(), QSocketNotifier::Read);
   QObject::connect(notifier_.get(), &QSocketNotifier::activated, &window, [this, &window] {
     notifier_->setEnabled(false);
+    // A dialog that stays open would keep the program alive.
+    QWidget* dialog = QApplication::activeModalWidget();
+    while (dialog != nullptr && dialog->close()) dialog = QApplication::activeModalWidget();
     window.close();
   });
   eventOfSignals = event_.number();

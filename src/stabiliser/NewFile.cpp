@@ -10,6 +10,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <set>
+#include <stdexcept>
 #include <system_error>
 
 #include "media/Module1.h"
@@ -61,7 +62,10 @@ std::string RandomName() {
 NewFile::NewFile(const std::string& path) : path_(path), replaces_(Exists(path)) {
   const std::filesystem::path file(path);
   const std::filesystem::path folder = file.parent_path();
-  const std::filesystem::path shortFolder = GetShortFileName(folder, nullptr);
+  std::string reason;
+  const std::filesystem::path shortFolder = GetShortFileName(
+      folder, [&reason](const std::string& text, const std::string& /*title*/) { reason = text; });
+  if (!reason.empty()) throw std::runtime_error(path + " can't be written: " + reason);
   if (shortFolder.empty()) throw CannotWrite(path, ENOENT);
   std::string name;
   int descriptor = -1;

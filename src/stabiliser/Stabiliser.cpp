@@ -83,7 +83,7 @@ void Stabiliser::MakeCommand(Label& caption, void (Stabiliser::*action)()) {
     if (std::exchange(pressed_, nullptr) != &caption) return;
     if (cancelCaption_ == &caption) {
       Cancel();
-    } else if (caption.isEnabled() && TakeTypedSource() && TakeTypedLoaded()) {
+    } else if (caption.isEnabled() && TakeTypedSource(&caption) && TakeTypedLoaded(&caption)) {
       (this->*action)();
     }
   };

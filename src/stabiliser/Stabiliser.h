@@ -84,9 +84,10 @@ class Stabiliser : public Form3 {
   // Takes the paths that were typed, once no mouse button is held: a press that leaves a box is
   // followed by a release on the caption that it goes to.
   void TakeTypedPaths();
-  // These return false if a typed path can't be used.
-  bool TakeTypedSource();
-  bool TakeTypedLoaded();
+  // These return false if a typed path can't be used. A click on the caption that asks for another
+  // one drops it.
+  bool TakeTypedSource(const Label* clicked = nullptr);
+  bool TakeTypedLoaded(const Label* clicked = nullptr);
   bool SetSource(const QString& path);
   bool SetLoadedVideo(const QString& path);
   // Empty if the user cancels.
@@ -139,9 +140,9 @@ class Stabiliser : public Form3 {
   QString DetectAndTransform(const Stabilising& run, const std::string& transforms);
   // Returns a question if the disk may lack room for what the first pass writes.
   static QString LackOfRoom(const Stabilising& run, const std::string& transforms);
-  // Probes the output and sets succeeded_. Returns why it can't be used, or a remark if its length
-  // differs from `seconds`, the length processed; 0 means unknown.
-  QString CheckOutput(const std::string& output, double seconds);
+  // Probes the output of a run on `source` and sets succeeded_. Returns why it can't be used, or a
+  // remark if its length differs from `seconds`, the length processed; 0 means unknown.
+  QString CheckOutput(const std::string& output, const VideoFacts& source, double seconds);
   // The sentence with the reason that the last tool gave; empty if the run is cancelled.
   QString Failure(const QString& sentence) const;
   Progress ProgressOf(Pass pass, double seconds) const;

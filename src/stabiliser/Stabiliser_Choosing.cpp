@@ -9,6 +9,7 @@
 
 #include "media/Module1.h"
 #include "platform/App.h"
+#include "platform/DialogLoop.h"
 #include "platform/MsgBox.h"
 #include "shared/TextHelpers.h"
 #include "stabiliser/Stabiliser.h"
@@ -35,6 +36,7 @@ QString Stabiliser::AskForVideo(const QString& title) {
 
 void Stabiliser::TakeTypedPaths() {
   constexpr int kInterval = 20;  // ms
+  if (DialogIsOpen()) return;    // the click that opened it has taken them
   if (QApplication::mouseButtons() != Qt::NoButton) {
     QTimer::singleShot(kInterval, this, [this] { TakeTypedPaths(); });
   } else if (TakeTypedSource()) {
@@ -42,23 +44,22 @@ void Stabiliser::TakeTypedPaths() {
   }
 }
 
-// The path is dropped if the box is left for the caption that asks for another one.
-bool Stabiliser::TakeTypedSource() {
-  const QString path = Trim(Text1.Text());
+bool Stabiliser::TakeTypedSource(const Label* clicked) {
   const QString former = source_ ? source_->path : QString();
-  if (path == former) return true;
-  const bool isDropped = path.isEmpty() || focusWidget() == &Label6(0);
+  if (Text1.Text() == former) return true;
+  const QString path = Trim(Text1.Text());
+  const bool isDropped = path.isEmpty() || clicked == &Label6(0);
   if (!isDropped && SetSource(path)) return true;
   Text1.setText(former);
   return isDropped;
 }
 
 // An empty box stands for the video of the time line.
-bool Stabiliser::TakeTypedLoaded() {
-  const QString path = Trim(Text5.Text());
+bool Stabiliser::TakeTypedLoaded(const Label* clicked) {
   const QString former = VideoToStabilise() != nullptr ? VideoToStabilise()->path : QString();
-  if (path == former) return true;
-  const bool isDropped = path.isEmpty() || focusWidget() == &Label12(LoadOther);
+  if (Text5.Text() == former) return true;
+  const QString path = Trim(Text5.Text());
+  const bool isDropped = path.isEmpty() || clicked == &Label12(LoadOther);
   if (path.isEmpty()) loaded_.reset();
   if (!isDropped && SetLoadedVideo(path)) return true;
   Text5.setText(VideoToStabilise() != nullptr ? VideoToStabilise()->path : QString());

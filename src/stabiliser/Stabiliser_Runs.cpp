@@ -144,7 +144,8 @@ void Stabiliser::ClearProgress() {
 // The sound may go on.
 double Stabiliser::EndOfVideo() const {
   const VideoFacts& facts = source_->facts;
-  return facts.videoDuration > 0 ? facts.videoDuration : facts.duration;
+  if (facts.videoDuration <= 0) return facts.duration;
+  return std::min(facts.videoStart + facts.videoDuration, facts.duration);
 }
 
 std::optional<Span> Stabiliser::MarkedSpan() const {
@@ -184,7 +185,8 @@ void Stabiliser::ExtractSection() {
       return Failure(u"The section can't be extracted."_s);
     }
     const double rest = EndOfVideo() - span->start;
-    const QString remark = CheckOutput(output.ToolPath(), std::min(span->length, rest));
+    const QString remark =
+        CheckOutput(output.ToolPath(), source_->facts, std::min(span->length, rest));
     if (!succeeded_) return remark;
     output.Keep();
     if (marks == marks_) sample_ = path;
@@ -260,7 +262,8 @@ QString Stabiliser::DetectAndTransform(const Stabilising& run, const std::string
                &first)) {
     return Failure(sentence);
   }
-  const double processed = processedSeconds_;
+  // With the file's own times the tool's count from its first report.
+  const double processed = run.span && facts.seeksLate ? 0 : processedSeconds_;
   if (!EndsWithALine(transforms)) {
     return Paragraphs(sentence, u"The disk of the folder %1 is full."_s.arg(
                                     FromNarrow(std::filesystem::path(transforms).parent_path())));
@@ -271,10 +274,11 @@ QString Stabiliser::DetectAndTransform(const Stabilising& run, const std::string
                &second)) {
     return Failure(sentence);
   }
-  return CheckOutput(run.output, processed);
+  return CheckOutput(run.output, facts, processed);
 }
 
-QString Stabiliser::CheckOutput(const std::string& output, double seconds) {
+QString Stabiliser::CheckOutput(const std::string& output, const VideoFacts& source,
+                                double seconds) {
   constexpr double kTolerance = 0.25;  // seconds
   constexpr double kPictures = 3;      // by which a tool's last time may lag
   const bool isRead = RunTool(VideoProbeLine(Tools(), output));
@@ -284,8 +288,10 @@ QString Stabiliser::CheckOutput(const std::string& output, double seconds) {
   }
   succeeded_ = true;
   const double length = facts.videoDuration > 0 ? facts.videoDuration : facts.duration;
+  // A length may have the time before the first picture in it.
   const double tolerance =
-      facts.rate > 0 ? std::max(kTolerance, kPictures / facts.rate) : kTolerance;
+      source.videoStart +
+      (facts.rate > 0 ? std::max(kTolerance, kPictures / facts.rate) : kTolerance);
   if (seconds <= 0 || std::abs(length - seconds) <= tolerance) return {};
   return u"Its video is %1 seconds long instead of %2."_s.arg(FormatTwoDecimals(length),
                                                               FormatTwoDecimals(seconds));

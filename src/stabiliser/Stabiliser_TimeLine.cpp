@@ -13,14 +13,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr float kNeedleMiddle = 2;
+constexpr int kNeedleMiddle = 2;
 constexpr int kRestOfNeedle = 3;  // of its width, behind the time that it marks
 
 }  // namespace
 
 void Stabiliser::WireTimeLine() {
   const auto scroll = [this](const WheelEvent& event) { ScrollTimeLine(event.Notches); };
+  const BarValue seconds{
+      [this](double position) { return scale_.TimeAt(position + kNeedleMiddle); },
+      [this](double time) { return scale_.PositionOf(time) - kNeedleMiddle; }, -kNeedleMiddle};
   for (PictureBox* needle : Picture4) {
+    needle->setSpokenValue(seconds);
     needle->setTakesKeyboard();
     needle->MouseMove = [this](const MouseEvent& event) { DragNeedle(event); };
     needle->MouseWheel = scroll;
@@ -37,6 +41,8 @@ void Stabiliser::WireTimeLine() {
   };
   frame.MouseUp = [this, onStrip](const MouseEvent& event) { Picture3_MouseUp(onStrip(event)); };
   for (PictureBox* box : Picture3) box->MouseWheel = scroll;
+  Picture5.MouseWheel = scroll;
+  for (Label* arrow : Label7) arrow->MouseWheel = scroll;
   Find<Menu>("mnu_Start").Click = [this] { MarkHere(StartNeedle); };
   Find<Menu>("mnu_End").Click = [this] { MarkHere(EndNeedle); };
 }

@@ -25,13 +25,16 @@ double SeekFor(double start, const VideoFacts& facts) {
   return facts.seeksLate ? std::max(start - kLongestGroup, 0.0) : start;
 }
 
+// Where a tool may seek too far, its times are the file's own: by default they count from the first
+// stream that the tool uses, which may begin later than the file.
 std::string FfmpegOn(const std::string& toolsFolder, const std::string& video,
                      const VideoFacts& facts, const std::optional<Span>& span) {
   const std::string line = toolsFolder + "/ffmpeg -hide_banner -stats_period 0.1";
   if (!span) return line + " -i " + video;
-  const double seek = SeekFor(span->start, facts);
-  const std::string rest = seek < span->start ? " -ss " + Seconds(span->start - seek) : "";
-  return line + " -ss " + Seconds(seek) + " -i " + video + rest + " -t " + Seconds(span->length);
+  const std::string part = " -ss " + Seconds(SeekFor(span->start, facts)) + " -i " + video;
+  const std::string length = " -t " + Seconds(span->length);
+  if (!facts.seeksLate) return line + part + length;
+  return line + " -copyts" + part + " -ss " + Seconds(facts.startTime + span->start) + length;
 }
 
 // Makes whole pictures of two fields.
@@ -47,7 +50,8 @@ std::string Plain(const VideoFacts& facts) {
 std::string VideoProbeLine(const std::string& toolsFolder, const std::string& video) {
   return toolsFolder +
          "/ffprobe -v error -select_streams V:0 -show_entries "
-         "stream=width,height,pix_fmt,field_order,avg_frame_rate,duration:"
+         "stream=width,height,pix_fmt,field_order,avg_frame_rate,start_time,duration:"
+         "stream_tags=DURATION:"
          "format=format_name,start_time,duration -of default=noprint_wrappers=1 " +
          video;
 }

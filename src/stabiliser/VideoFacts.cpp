@@ -21,6 +21,18 @@ double Ratio(std::string_view text) {
   return divisor > 0 ? Number(text) / divisor : 0;
 }
 
+// Of a text such as "01:02:03.5", in seconds.
+double Sexagesimal(std::string_view text) {
+  constexpr double kSixty = 60;
+  double whole = 0;
+  for (std::size_t colon = text.find(':'); colon != std::string_view::npos;
+       colon = text.find(':')) {
+    whole = (whole + Number(text)) * kSixty;
+    text.remove_prefix(colon + 1);
+  }
+  return whole + Number(text);
+}
+
 // The stream's lines come before the file's, which begin with the format's name.
 void Take(VideoFacts& facts, std::string_view key, std::string_view value) {
   if (key == "width") facts.width = static_cast<int>(Number(value));
@@ -34,9 +46,11 @@ void Take(VideoFacts& facts, std::string_view key, std::string_view value) {
     facts.still = value == "image2" || value.ends_with("_pipe");
     facts.seeksLate = value == "mpegts" || value == "mpeg";
     facts.videoDuration = std::exchange(facts.duration, 0);
+    facts.videoStart = std::exchange(facts.startTime, 0);
   }
   if (key == "start_time") facts.startTime = Number(value);
   if (key == "duration") facts.duration = Number(value);
+  if (key == "TAG:DURATION") facts.duration = Sexagesimal(value);  // Matroska has no other
 }
 
 }  // namespace
@@ -49,6 +63,7 @@ VideoFacts ReadVideoFacts(std::string_view output) {
     const std::size_t sign = line.find('=');
     if (sign != std::string_view::npos) Take(facts, line.substr(0, sign), line.substr(sign + 1));
   }
+  facts.videoStart = std::max(facts.videoStart - facts.startTime, 0.0);
   facts.plain = facts.plain && facts.width % 2 == 0 && facts.height % 2 == 0;
   return facts;
 }

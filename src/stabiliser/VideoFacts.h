@@ -9,6 +9,7 @@ struct VideoFacts {
   double duration = 0;       // seconds; 0 if the file has none
   double videoDuration = 0;  // of the video stream alone; 0 if the file doesn't say so
   double startTime = 0;      // the time stamp of its beginning, in seconds
+  double videoStart = 0;     // of its first picture, in seconds from its beginning
   int width = 0;             // pixels; 0 if the file has no video stream
   int height = 0;
   double rate = 0;          // pictures a second; 0 if unknown

@@ -99,85 +99,165 @@ TEST_F(StabiliserOnScreen, TellsThatTheSourceVanishedBetweenThePassesAndLeavesNo
   CloseAndExpectNothingLeft();
 }
 
-// Each phase: the tool begins and prints nothing more.
-class StabiliserPhase : public StabiliserOnScreen,
-                        public ::testing::WithParamInterface<const char*> {
- protected:
-  void Begin() {
-    program.ReplaceTool("ffmpeg",
-                        QString("case \"$*\" in\n*%1*) echo time=00:00:01.00 x; exec sleep "
-                                "1000 ;;\n*) exec \"$real\" \"$@\" ;;\nesac")
-                            .arg(GetParam()));
-    ASSERT_NO_FATAL_FAILURE(Select());
-    ASSERT_TRUE(stabiliser.ChooseFile(Running(), program.PathOf("new.mp4")));
-    ASSERT_TRUE(WaitFor([&] { return Tool() != 0 && !program.RunsOf("ffmpeg").isEmpty(); }));
-    ASSERT_TRUE(
-        WaitFor([&] { return program.RunsOf("ffmpeg").last().join(' ').contains(GetParam()); }));
-  }
-  const char* Running() const { return QString(GetParam()) == "-ss" ? kExtract : kApply; }
-};
+TEST_F(StabiliserOnScreen, EndsWithASessionWhileADialogIsOpen) {
+  const QList<WindowId> known = screen.Windows();
+  stabiliser.Click(kSelect);
+  ASSERT_NE(screen.AwaitNew(known), 0U);
+  ASSERT_EQ(kill(static_cast<pid_t>(program.Id()), SIGTERM), 0);
+  EXPECT_EQ(program.AwaitExit(), 0);
+}
 
-TEST_P(StabiliserPhase, IsCancelledWithoutATrace) {
-  ASSERT_NO_FATAL_FAILURE(Begin());
-  EXPECT_TRUE(stabiliser.AwaitCommand(Running(), "Cancel"));
-  // So that the next click isn't taken for the second one of a double-click.
-  screen.Click(stabiliser.BareGround());
-  stabiliser.Click(Running());
-  EXPECT_TRUE(WaitFor([&] { return Tool() == 0; }));
-  EXPECT_TRUE(WaitFor([&] { return Temporaries().isEmpty(); }));
-  EXPECT_FALSE(QFileInfo::exists(program.PathOf("new.mp4")));
-  EXPECT_TRUE(WaitFor([&] { return stabiliser.Progress("pbar(0)") == 0; }));
+TEST_F(StabiliserOnScreen, TakesTypedPathsTheWheelAndTheMenu) {
+  const QString longVideo = program.PathOf("long video.mp4");
+  ASSERT_TRUE(RunTool(
+      "ffmpeg", {"-f", "lavfi", "-i", "color=red:size=64x64:rate=1:duration=2000", longVideo}));
+  screen.Click(stabiliser.Place("Text1").center());
+  screen.Type(longVideo);
+  screen.PressKey(kReturn);
+  ASSERT_TRUE(stabiliser.AwaitTime(TimeReadOut::kEnd, "00:33:20"));
+  EXPECT_FALSE(stabiliser.OnTimeLine(SectionWindow::kStartNeedle).isEmpty());
+
+  const QPoint middle = stabiliser.TimeLine().center() - stabiliser.TimeLine().topLeft();
+  screen.MovePointer(stabiliser.TimeLine().center());
+  for (const PointerButton wheel : {kWheelDown, kWheelDown}) {
+    screen.Press(wheel);
+    screen.Release(wheel);
+  }
+  EXPECT_TRUE(
+      WaitFor([&] { return stabiliser.OnTimeLine(SectionWindow::kStartNeedle).isEmpty(); }));
+  const QPoint setStart = stabiliser.OpenMenuAt({100, middle.y()}, 0);
+  ASSERT_FALSE(setStart.isNull());
+  screen.Click(setStart);
+  EXPECT_TRUE(stabiliser.AwaitTime(TimeReadOut::kStart, "00:05:00"));
+
+  screen.Click(stabiliser.Place("Text5").center());
+  screen.PressKey('a', kControl);
+  screen.Type(program.PathOf("no video.mp4"));
+  stabiliser.Click(kApply);
+  ASSERT_TRUE(stabiliser.ConfirmMessage(kPatience)) << "a missing file isn't told";
+  EXPECT_TRUE(WaitFor([&] {
+    const QRect box = stabiliser.Place("Text5").adjusted(2, 2, -2, -2);
+    return ShowsText(screen.Picture(box), longVideo, kDark);
+  }));
   CloseAndExpectNothingLeft();
 }
 
-TEST_P(StabiliserPhase, EndsWithTheWindow) {
-  ASSERT_NO_FATAL_FAILURE(Begin());
-  screen.Close(stabiliser.Id());
-  EXPECT_EQ(program.AwaitExit(), 0);
-  EXPECT_TRUE(Temporaries().isEmpty());
-  EXPECT_FALSE(QFileInfo::exists(program.PathOf("new.mp4")));
-}
+// What the window waits for: a tool whose command line contains `part`, after a click on `command`.
+struct Phase {
+  const char* name;
+  const char* tool;
+  const char* part;
+  const char* command;
+};
 
-TEST_P(StabiliserPhase, EndsWithASession) {
-  ASSERT_NO_FATAL_FAILURE(Begin());
+constexpr Phase kExtraction = {"Extraction", "ffmpeg", "-ss", kExtract};
+constexpr Phase kFirstPass = {"FirstPass", "ffmpeg", "vidstabdetect", kApply};
+constexpr Phase kSecondPass = {"SecondPass", "ffmpeg", "vidstabtransform", kApply};
+
+void PrintTo(const Phase& phase, std::ostream* out) { *out << phase.name; }
+
+class StabiliserAtWork : public StabiliserOnScreen {
+ protected:
+  // The tool begins and prints nothing more.
+  void Begin(const Phase& phase) {
+    if (!Is(phase, kSelect)) {
+      ASSERT_NO_FATAL_FAILURE(Select());
+    }
+    Replace(phase, "echo time=00:00:01.00 x; exec sleep 1000");
+    ASSERT_TRUE(Start(phase));
+    ASSERT_TRUE(WaitFor([&] {
+      const QList<QStringList> runs = program.RunsOf(phase.tool);
+      return Tool() != 0 && !runs.isEmpty() && runs.last().join(' ').contains(phase.part);
+    }));
+  }
+  // The phase's tool runs these shell commands first.
+  void Replace(const Phase& phase, const QString& commands) {
+    program.ReplaceTool(phase.tool, QString("case \"$*\" in\n*%1*) %2 ;;\nesac\n"
+                                            "exec \"$real\" \"$@\"")
+                                        .arg(phase.part, commands));
+  }
+  bool Start(const Phase& phase) {
+    if (Is(phase, kSelect)) return stabiliser.ChooseFile(kSelect, video);
+    if (Is(phase, kExtract) || Is(phase, kApply))
+      return stabiliser.ChooseFile(phase.command, Output());
+    stabiliser.Click(phase.command);
+    return true;
+  }
+  static bool Is(const Phase& phase, const char* command) {
+    return QLatin1String(phase.command) == QLatin1String(command);
+  }
+  QString Output() const { return program.PathOf("new.mp4"); }
+  void ExpectNoOutput() const {
+    EXPECT_TRUE(Temporaries().isEmpty()) << Temporaries().join(' ').toStdString();
+    EXPECT_FALSE(QFileInfo::exists(Output()));
+  }
+};
+
+TEST_F(StabiliserAtWork, EndsItsToolWithASession) {
+  ASSERT_NO_FATAL_FAILURE(Begin(kFirstPass));
   ASSERT_EQ(kill(static_cast<pid_t>(program.Id()), SIGTERM), 0);
   EXPECT_EQ(program.AwaitExit(), 0);
-  EXPECT_TRUE(Temporaries().isEmpty());
-  EXPECT_FALSE(QFileInfo::exists(program.PathOf("new.mp4")));
+  ExpectNoOutput();
 }
 
-TEST_P(StabiliserPhase, EndsWithALostDisplay) {
+TEST_F(StabiliserAtWork, EndsItsToolWithALostDisplay) {
   program.SetVariable("ASAN_OPTIONS", qEnvironmentVariable("ASAN_OPTIONS") + ":detect_leaks=0");
-  ASSERT_NO_FATAL_FAILURE(Begin());
+  ASSERT_NO_FATAL_FAILURE(Begin(kFirstPass));
   const pid_t tool = Tool();
   screen.Disconnect(stabiliser.Id());
   constexpr int kDisplayLost = 1;
   EXPECT_EQ(program.AwaitExit(), kDisplayLost);
   EXPECT_TRUE(WaitFor([&] { return kill(tool, 0) != 0; })) << "the tool runs on";
-  EXPECT_TRUE(Temporaries().isEmpty());
-  EXPECT_FALSE(QFileInfo::exists(program.PathOf("new.mp4")));
+  ExpectNoOutput();
 }
 
-// A limit to the size of files stands for a full disk.
-TEST_P(StabiliserPhase, TellsThatTheDiskIsFullAndLeavesNothing) {
-  ASSERT_NO_FATAL_FAILURE(Select());
-  const QString output = program.PathOf("new.mp4");
-  program.ReplaceTool("ffmpeg", QString("case \"$*\" in\n*%1*) ulimit -f 1; trap '' XFSZ ;;\nesac\n"
-                                        "exec \"$real\" \"$@\"")
-                                    .arg(GetParam()));
-  ASSERT_TRUE(stabiliser.ChooseFile(Running(), output));
-  ASSERT_TRUE(stabiliser.ConfirmMessage(kRunTime));
-  EXPECT_FALSE(QFileInfo::exists(output));
+std::string NameOf(const ::testing::TestParamInfo<Phase>& tested) { return tested.param.name; }
+
+class StabiliserPhase : public StabiliserAtWork, public ::testing::WithParamInterface<Phase> {};
+
+TEST_P(StabiliserPhase, IsCancelledWithoutATrace) {
+  ASSERT_NO_FATAL_FAILURE(Begin(GetParam()));
+  EXPECT_TRUE(stabiliser.AwaitCommand(GetParam().command, "Cancel"));
+  // So that the next click isn't taken for the second one of a double-click.
+  screen.Click(stabiliser.BareGround());
+  stabiliser.Click(GetParam().command);
+  EXPECT_TRUE(WaitFor([&] { return Tool() == 0; }));
+  EXPECT_TRUE(WaitFor([&] { return Temporaries().isEmpty(); }));
+  EXPECT_FALSE(QFileInfo::exists(Output()));
+  EXPECT_TRUE(WaitFor([&] { return stabiliser.Progress("pbar(0)") == 0; }));
   CloseAndExpectNothingLeft();
 }
 
-INSTANTIATE_TEST_SUITE_P(Phases, StabiliserPhase,
-                         ::testing::Values("-ss", "vidstabdetect", "vidstabtransform"),
-                         [](const ::testing::TestParamInfo<const char*>& tested) {
-                           return std::string(tested.index == 0   ? "Extraction"
-                                              : tested.index == 1 ? "FirstPass"
-                                                                  : "SecondPass");
-                         });
+TEST_P(StabiliserPhase, EndsWithTheWindow) {
+  ASSERT_NO_FATAL_FAILURE(Begin(GetParam()));
+  screen.Close(stabiliser.Id());
+  EXPECT_EQ(program.AwaitExit(), 0);
+  ExpectNoOutput();
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Phases, StabiliserPhase,
+    ::testing::Values(Phase{"Probe", "ffprobe", "", kSelect}, Phase{"View", "ffplay", "", kView},
+                      kExtraction, Phase{"FirstPassOfATest", "ffmpeg", "vidstabdetect", kTest},
+                      Phase{"SecondPassOfATest", "ffmpeg", "vidstabtransform", kTest}, kFirstPass,
+                      kSecondPass),
+    NameOf);
+
+class StabiliserOnAFullDisk : public StabiliserAtWork,
+                              public ::testing::WithParamInterface<Phase> {};
+
+// A limit to the size of files stands for a full disk.
+TEST_P(StabiliserOnAFullDisk, TellsItAndLeavesNothing) {
+  ASSERT_NO_FATAL_FAILURE(Select());
+  Replace(GetParam(), "ulimit -f 1; trap '' XFSZ");
+  ASSERT_TRUE(Start(GetParam()));
+  ASSERT_TRUE(stabiliser.ConfirmMessage(kRunTime));
+  EXPECT_FALSE(QFileInfo::exists(Output()));
+  CloseAndExpectNothingLeft();
+}
+
+INSTANTIATE_TEST_SUITE_P(Phases, StabiliserOnAFullDisk,
+                         ::testing::Values(kExtraction, kFirstPass, kSecondPass), NameOf);
 
 }  // namespace
 }  // namespace kelvane::desktop

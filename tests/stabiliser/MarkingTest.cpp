@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "stabiliser/StabiliserWindowTest.h"
+#include "support/ScreenReader.h"
 
 namespace kelvane::testing {
 namespace {
@@ -92,12 +93,24 @@ TEST_F(Marking, IsReachedByTabBetweenTheCommandsAboveAndBelow) {
   }
 }
 
+TEST_F(Marking, IsInSecondsForAScreenReader) {
+  QAccessibleValueInterface& end = *NodeOf(NeedleBox(EndNeedle)).valueInterface();
+  EXPECT_EQ(end.currentValue(), QVariant(60.0));
+  EXPECT_EQ(end.minimumValue(), QVariant(0.0));
+  EXPECT_EQ(end.maximumValue(), QVariant(60.0));
+  end.setCurrentValue(40.3);
+  EXPECT_TRUE(WaitFor([&] { return Time(SectionEnd) == "00:00:40.3"; }));
+  EXPECT_EQ(end.currentValue(), QVariant(40.3));
+}
+
 TEST_F(Marking, IsScrolledByTheWheelUpToBothEnds) {
   Select(3600);
   Turn(Strip(), -1);
   EXPECT_EQ(Strip().Left(), -100);
   Turn(NeedleBox(StartNeedle), -0.5);
   EXPECT_EQ(Strip().Left(), -150);
+  Turn(Get<PictureBox>("Picture5"), 1);
+  EXPECT_EQ(Strip().Left(), -50);
   Turn(Strip(), 3);
   EXPECT_EQ(Strip().Left(), 0);
   Turn(Strip(), -1000);

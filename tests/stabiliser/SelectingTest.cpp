@@ -84,9 +84,20 @@ TEST_F(SelectingAVideo, IsAlsoDoneByATypedPath) {
   EXPECT_EQ(Text("Label16", 2), "1825");
   QTest::keyClick(line, Qt::Key_Return);
   EXPECT_EQ(Text("Label16", 2), "60");
+  const QString other = tools_.File("other.mp4");
+  line->setText(other);
+  QTest::keyClick(line, Qt::Key_Tab);
+  EXPECT_TRUE(WaitFor([&] { return Get<TextBox>("Text5").Text() == other; }));
+  line->setFocus();
   line->setText("/missing.mp4");
   const DialogAnswers answers({PressButton(QMessageBox::Ok)});
   QTest::keyClick(line, Qt::Key_Return);
+  EXPECT_EQ(Get<TextBox>("Text1").Text(), other);
+}
+
+TEST_F(SelectingAVideo, TakesANameThatEndsInABlank) {
+  const QString path = Select(60, "clip.mp4 ");
+  Click(Caption("Label10", Play));
   EXPECT_EQ(Get<TextBox>("Text1").Text(), path);
 }
 

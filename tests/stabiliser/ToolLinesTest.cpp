@@ -27,10 +27,13 @@ TEST(StabiliserLines, ViewTheSpanFromItsFirstPictureOn) {
 TEST(StabiliserLines, SeekEarlierWhereASeekMayMissTheKeyFrameBefore) {
   VideoFacts facts = kPlain;
   facts.seeksLate = true;
-  EXPECT_NE(ExtractLine("/t", "i.ts", facts, {80.5, 2}, "o").find(" -ss 20.5 -i i.ts -ss 60 -t 2 "),
-            std::string::npos);
-  EXPECT_NE(ExtractLine("/t", "i.ts", facts, {6.5, 2}, "o").find(" -ss 0 -i i.ts -ss 6.5 -t 2 "),
-            std::string::npos);
+  const auto extract = [&facts](const Span& span) {
+    return ExtractLine("/t", "i.ts", facts, span, "o");
+  };
+  EXPECT_NE(extract({80.5, 2}).find(" -copyts -ss 20.5 -i i.ts -ss 80.5 -t 2 "), std::string::npos);
+  facts.startTime = 1.4;
+  EXPECT_NE(extract({6.5, 2}).find(" -copyts -ss 0 -i i.ts -ss 7.9 -t 2 "), std::string::npos);
+  facts.startTime = 0;
   EXPECT_NE(ViewLine("/t", "i.ts", facts, {80.5, 2})
                 .find(" -ss 20.5 -t 64 -autoexit -vf trim=start=80.5:end=82.5 "),
             std::string::npos);
@@ -70,8 +73,8 @@ TEST(StabiliserLines, MakePicturesThatPlayersShowOfOddSizesAndFields) {
 TEST(VideoFacts, AreReadFromAProbe) {
   const VideoFacts facts = ReadVideoFacts(
       "width=1920\nheight=1080\npix_fmt=yuv420p\nfield_order=progressive\n"
-      "avg_frame_rate=30000/1001\nduration=12.000000\nformat_name=mpegts\nstart_time=1.400000\n"
-      "duration=12.023222\n");
+      "avg_frame_rate=30000/1001\nstart_time=1.900000\nduration=12.000000\nformat_name=mpegts\n"
+      "start_time=1.400000\nduration=12.523222\n");
   EXPECT_EQ(facts.width, 1920);
   EXPECT_EQ(facts.height, 1080);
   EXPECT_TRUE(facts.plain);
@@ -80,8 +83,12 @@ TEST(VideoFacts, AreReadFromAProbe) {
   EXPECT_NEAR(facts.rate, 29.97, 0.001);
   EXPECT_TRUE(facts.seeksLate);
   EXPECT_EQ(facts.startTime, 1.4);
-  EXPECT_EQ(facts.duration, 12.023222);
+  EXPECT_EQ(facts.videoStart, 0.5);
+  EXPECT_EQ(facts.duration, 12.523222);
   EXPECT_EQ(facts.videoDuration, 12);
+  EXPECT_EQ(ReadVideoFacts("duration=N/A\nTAG:DURATION=01:02:03.500000000\nformat_name=matroska\n")
+                .videoDuration,
+            3723.5);
 }
 
 TEST(VideoFacts, TellWhatCanNotBeStabilised) {

@@ -16,7 +16,7 @@ namespace kelvane::desktop {
 
 using WindowId = xcb_window_t;
 
-enum PointerButton : std::uint8_t { kLeftButton = 1, kRightButton = 3 };
+enum PointerButton : std::uint8_t { kLeftButton = 1, kRightButton = 3, kWheelDown = 5 };
 
 // X key symbols. Those of printable characters are the characters' own numbers.
 enum Key : std::uint32_t { kReturn = 0xff0d, kEscape = 0xff1b, kControl = 0xffe3, kShift = 0xffe1 };

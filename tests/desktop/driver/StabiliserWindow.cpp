@@ -23,7 +23,9 @@ bool StabiliserWindow::ConfirmMessage(std::chrono::milliseconds patience) {
 bool StabiliserWindow::AwaitCommand(const char* command, const QString& caption,
                                     std::chrono::milliseconds patience) {
   screen_.MovePointer(BareGround());
-  const QRect inside = Place(command).adjusted(1, 1, -1, -1);
+  // The box of the first command is a label of its own, and higher.
+  const int border = QLatin1String(command) == "Label6(0)" ? 0 : 1;
+  const QRect inside = Place(command).adjusted(1, border, -1, -border);
   return WaitFor(
       [&] { return ShowsCaption(screen_.Picture(inside), caption, kDark, Justify::kCentre); },
       patience);
