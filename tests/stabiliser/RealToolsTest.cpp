@@ -35,6 +35,19 @@ class RealTools : public StabiliserWindowTest {
     Click(Caption("Label6", 0));
     ASSERT_EQ(Get<TextBox>("Text1").Text(), path);
   }
+  // A video of eight seconds. Each has a colour, and 25 pictures.
+  QString EightColours() const {
+    const QString path = PathOf("colours.mp4");
+    EXPECT_TRUE(MakeColours(
+        path, QSize(160, 90),
+        {0xff0000, 0x00ff00, 0x0000ff, 0xffff00, 0xff00ff, 0x00ffff, 0xffffff, 0x000000}));
+    return path;
+  }
+  // Drags the needles to these seconds of a time line that has so many pixels to the second.
+  void Mark(float pixels, float start, float end) const {
+    DragNeedle(StartNeedle, pixels * start);
+    DragNeedle(EndNeedle, pixels * end - 2 - NeedleBox(EndNeedle).Left());
+  }
   // Clicks a caption that asks for a new file, which the tools then write.
   static void SaveAs(Label& caption, const QString& path) {
     const DialogAnswers answers({TypeFile(path), PressButton(QMessageBox::Ok)});
@@ -85,16 +98,12 @@ class RealTools : public StabiliserWindowTest {
   QTemporaryDir folder_;
 };
 
-// Each second of the source has a colour, and 25 pictures.
 TEST_F(RealTools, ExtractASectionThatIsExactToThePicture) {
   struct Case {
     const char* name;
     QStringList encoding;
   };
-  const QString original = PathOf("original.mp4");
-  ASSERT_TRUE(MakeColours(
-      original, QSize(160, 90),
-      {0xff0000, 0x00ff00, 0x0000ff, 0xffff00, 0xff00ff, 0x00ffff, 0xffffff, 0x000000}));
+  const QString original = EightColours();
   // The first picture is the only key frame.
   const QStringList oneGroup = {"-c:v", "libx264", "-g", "250", "-sc_threshold", "0"};
   for (const auto& [name, encoding] :
@@ -104,9 +113,7 @@ TEST_F(RealTools, ExtractASectionThatIsExactToThePicture) {
     const QString source = PathOf(name);
     Make(QStringList{"-i", original} + encoding + QStringList{source});
     Choose(source);
-    // 109 pixels a second.
-    DragNeedle(StartNeedle, 109 * 2.4F);
-    DragNeedle(EndNeedle, 109 * 5.2F - 2 - NeedleBox(EndNeedle).Left());
+    Mark(109, 2.4F, 5.2F);
     ASSERT_EQ(Time(SectionStart), "00:00:02.4");
     ASSERT_EQ(Time(SectionEnd), "00:00:05.2");
     const QString part = PathOf("part.mp4");
@@ -118,10 +125,7 @@ TEST_F(RealTools, ExtractASectionThatIsExactToThePicture) {
 
 // A tool that chooses the stereo track never sees the first half second.
 TEST_F(RealTools, ExtractFromATransportStreamWhoseOtherSoundTrackBeginsFirst) {
-  const QString original = PathOf("original.mp4");
-  ASSERT_TRUE(MakeColours(
-      original, QSize(160, 90),
-      {0xff0000, 0x00ff00, 0x0000ff, 0xffff00, 0xff00ff, 0x00ffff, 0xffffff, 0x000000}));
+  const QString original = EightColours();
   const QString source = PathOf("tracks.ts");
   Make({"-stream_loop",
         "8",
@@ -155,9 +159,7 @@ TEST_F(RealTools, ExtractFromATransportStreamWhoseOtherSoundTrackBeginsFirst) {
         "0",
         source});
   Choose(source);
-  // 12 pixels a second.
-  DragNeedle(StartNeedle, 12 * 64.9F);
-  DragNeedle(EndNeedle, 12 * 67.7F - 2 - NeedleBox(EndNeedle).Left());
+  Mark(12, 64.9F, 67.7F);
   ASSERT_EQ(Time(SectionStart), "00:01:04.9");
   ASSERT_EQ(Time(SectionEnd), "00:01:07.7");
   const QString part = PathOf("part.mkv");

@@ -210,7 +210,7 @@ TEST_F(StabiliserRuns, AreCancelledByTheirOwnCaptionAloneAndLeaveNothing) {
   ASSERT_TRUE(former.open(QIODevice::WriteOnly));
   former.write("former");
   former.close();
-  tools_.CropDoes("echo part > \"$(for o; do :; done; echo \"$o\")\"\nexec sleep 1000\n");
+  tools_.CropDoes(QString(kWriteOutput) + "exec sleep 1000");
   When([this] { return Lines().size() == 1; },
        [this] {
          EXPECT_EQ(ApplyAll().Caption(), "Cancel");
