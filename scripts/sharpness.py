@@ -3,11 +3,12 @@
 many of them the quick tests notice. Prints the faults that no test notices. Fails if the tests notice
 fewer than 95 in a hundred.
 
-A fault is noticed if a test of its room, or else any other, fails twice running. A fault that doesn't
+A fault is noticed if tests of its room, or else any others, fail twice running. A fault that doesn't
 compile is replaced by another.
 """
 
 import argparse
+import json
 import os
 import random
 import re
@@ -16,12 +17,15 @@ import signal
 import subprocess
 import sys
 import tempfile
+import threading
+from concurrent.futures import ThreadPoolExecutor
 from pathlib import Path
 
 ROOT = Path(__file__).resolve().parent.parent
 FOLDER = ROOT / "build" / "sharpness"
 TREE, OBJECTS = FOLDER / "tree", FOLDER / "objects"
 LEAST = 95  # in a hundred
+CHUNKS = 3  # of a program's tests, run at the same time
 SLOW_LABELS = "^(desktop|long)$"
 
 
@@ -72,7 +76,8 @@ def run(*command):
     temporary = tempfile.mkdtemp()
     process = subprocess.Popen(command, stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                                stderr=subprocess.DEVNULL, start_new_session=True,
-                               env={**os.environ, "TMPDIR": temporary})
+                               env={**os.environ, "TMPDIR": temporary,
+                                    "QT_QPA_PLATFORM": "offscreen"})
     try:
         return process.wait() == 0
     finally:
@@ -88,9 +93,28 @@ def build(target):
 
 
 def passes(folder):
-    tests = ["ctest", "--test-dir", folder, "--label-exclude", SLOW_LABELS, "--exclude-regex",
-             "_NOT_BUILT$", "--parallel", "4", "--stop-on-failure", "--no-tests=ignore"]
-    return run(*tests) or (run(*tests, "--rerun-failed") and run(*tests))
+    """Whether the folder's tests pass. Each program runs many of its tests at once, which takes less
+    time than CTest's process for each."""
+    listing = subprocess.run(
+        ["ctest", "--test-dir", folder, "--show-only=json-v1", "--label-exclude", SLOW_LABELS,
+         "--exclude-regex", "_NOT_BUILT$"], check=True, capture_output=True)
+    names = {}
+    for test in json.loads(listing.stdout)["tests"]:
+        program, *arguments = test["command"]
+        names.setdefault(program, []).append(arguments[0].removeprefix("--gtest_filter="))
+    chunks = [(program, ":".join(tests[first::CHUNKS]))
+              for program, tests in names.items() for first in range(min(CHUNKS, len(tests)))]
+    failed = threading.Event()
+
+    def check(chunk):
+        program, tests = chunk
+        command = ["timeout", "200", program, "--gtest_fail_fast", "--gtest_filter=" + tests]
+        if not (failed.is_set() or run(*command) or run(*command)):
+            failed.set()
+
+    with ThreadPoolExecutor(CHUNKS) as pool:
+        list(pool.map(check, chunks))
+    return not failed.is_set()
 
 
 def prepare():
