@@ -2,14 +2,17 @@
 #include <sys/stat.h>
 #include <xcb/xcb.h>
 
+#include <QColor>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
 #include <QFileInfo>
+#include <QImage>
 #include <QLockFile>
 #include <QRegularExpression>
 #include <QSettings>
 #include <QTemporaryDir>
+#include <array>
 #include <cstdlib>
 
 #include "desktop/JoinerTest.h"
@@ -115,27 +118,34 @@ class Installation {
   QString prefix_;
 };
 
+constexpr std::array kIconSizes = {16, 22, 24, 32, 48, 64, 128, 256, 512};
+QString IconOf(int size) {
+  return QStringLiteral("share/icons/hicolor/%1x%1/apps/kelvane.png").arg(size);
+}
+
 // The paths from the prefix, sorted.
 QStringList ExpectedFiles() {
   QStringList files = {"share/doc/kelvane/changelog.gz", "share/doc/kelvane/copyright",
                        "share/icons/hicolor/scalable/apps/kelvane.svg",
+                       "share/icons/hicolor/symbolic/apps/kelvane-symbolic.svg",
                        "share/metainfo/org.kelvane.kelvane.metainfo.xml"};
   for (const QString& command : kCommands) {
     files << "bin/" + command << "lib/kelvane/" + command << "share/man/man1/" + command + ".1.gz"
           << "share/applications/" + command + ".desktop";
   }
   for (const QString& tool : kTools) files << "lib/kelvane/" + tool;
-  for (const int size : {16, 24, 32, 48, 64, 128, 256}) {
-    files << QStringLiteral("share/icons/hicolor/%1x%1/apps/kelvane.png").arg(size);
+  for (const int size : kIconSizes) {
+    files << IconOf(size);
   }
   files.sort();
   return files;
 }
 
-QString DesktopEntry(const Installation& installation, const QString& command, const QString& key) {
+QString DesktopEntry(const Installation& installation, const QString& command, const QString& key,
+                     const QString& group = "Desktop Entry") {
   const QSettings entry(installation.PathOf("share/applications/" + command + ".desktop"),
                         QSettings::IniFormat);
-  return entry.value("Desktop Entry/" + key).toString();
+  return entry.value(group + '/' + key).toString();
 }
 
 // Both names in the window's WM_CLASS.
@@ -154,6 +164,12 @@ QList<QByteArray> ClassOf(WindowId window) {
   std::free(reply);
   xcb_disconnect(connection);
   return names.split('\0');
+}
+
+QByteArray ContentOf(const QString& path) {
+  QFile file(path);
+  EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+  return file.readAll();
 }
 
 void MakeFile(const QString& path) { ASSERT_TRUE(QFile(path).open(QIODevice::WriteOnly)); }
@@ -201,9 +217,33 @@ TEST(Installed, HasValidDesktopEntriesAndMetadata) {
   }
   const QString metadata = installation.PathOf("share/metainfo/org.kelvane.kelvane.metainfo.xml");
   Ran("appstreamcli", {"validate", "--no-net", metadata});
-  QFile text(metadata);
-  ASSERT_TRUE(text.open(QIODevice::ReadOnly));
-  EXPECT_TRUE(text.readAll().contains("<release version=\"" KELVANE_VERSION "\""));
+  EXPECT_TRUE(ContentOf(metadata).contains("<release version=\"" KELVANE_VERSION "\""));
+}
+
+TEST(Installed, OffersTheOtherProgramsAsActionsOfTheMenuEntry) {
+  const Installation installation;
+  installation.Install();
+  for (const auto& [action, name, command] :
+       {std::array{"join", "Join Videos", "kelvane-joiner"},
+        std::array{"stabilise", "Stabilise a Video", "kelvane-stabiliser"}}) {
+    const QString group = QStringLiteral("Desktop Action %1").arg(action);
+    EXPECT_EQ(DesktopEntry(installation, "kelvane", "Name", group), name);
+    EXPECT_EQ(DesktopEntry(installation, "kelvane", "Exec", group), command);
+  }
+}
+
+TEST(Installed, HasIconsOfTheSizesOfTheirFoldersAndASymbolicOneOfOneColour) {
+  const Installation installation;
+  installation.Install();
+  for (const int size : kIconSizes) {
+    const QImage icon(installation.PathOf(IconOf(size)));
+    EXPECT_EQ(icon.size(), QSize(size, size));
+    // A bar crosses the left edge of the region.
+    EXPECT_EQ(icon.pixelColor(size * 7 / 32, size / 2), QColor(Qt::green)) << size;
+  }
+  const QString symbolic =
+      ContentOf(installation.PathOf("share/icons/hicolor/symbolic/apps/kelvane-symbolic.svg"));
+  EXPECT_EQ(symbolic.count("fill="), 1);
 }
 
 TEST(Installed, OpensWindowsWithTheClassesOfTheDesktopEntries) {
