@@ -14,4 +14,7 @@ QIcon ProductIcon() {
   return icon;
 }
 
+QUrl UpdatesPage() { return QUrl(QStringLiteral(KELVANE_HOME_PAGE "/updates")); }
+QUrl DonationPage() { return QUrl(QStringLiteral(KELVANE_HOME_PAGE "/donate")); }
+
 }  // namespace kelvane

@@ -2,6 +2,7 @@
 
 #include <QIcon>
 #include <QLatin1String>
+#include <QUrl>
 
 namespace kelvane {
 
@@ -9,5 +10,9 @@ constexpr QLatin1String kProductName("Kelvane");
 
 // The icon of all windows, in sizes from 16 to 128 pixels.
 QIcon ProductIcon();
+
+// The maker's web pages, at the address that the build was configured with.
+QUrl UpdatesPage();
+QUrl DonationPage();
 
 }  // namespace kelvane

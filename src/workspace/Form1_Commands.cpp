@@ -1,12 +1,12 @@
 // The commands: seven flat labels, a row of buttons that is never shown, and the menus.
 #include <QDesktopServices>
-#include <QUrl>
 #include <exception>
 
 #include "media/CommandLines.h"
 #include "media/Module1.h"
 #include "platform/App.h"
 #include "platform/MsgBox.h"
+#include "shared/Product.h"
 #include "shared/SharedValues.h"
 #include "shared/TextHelpers.h"
 #include "workspace/Form1.h"
@@ -119,12 +119,7 @@ void Form1::AskToStartFresh() {
 void Form1::mnu_Extract_Click() { form3_.Load(windowIcon()).Show(); }
 void Form1::mnu_JoinMultiple_Click() { form4_.Load(windowIcon()).Show(); }
 
-void Form1::mnu_Updates_Click() {
-  QDesktopServices::openUrl(QUrl(u"https://kelvane.example/updates"_s));
-}
-
-void Form1::mnu_PayPalwebsite_Click() {
-  QDesktopServices::openUrl(QUrl(u"https://kelvane.example/donate"_s));
-}
+void Form1::mnu_Updates_Click() { QDesktopServices::openUrl(UpdatesPage()); }
+void Form1::mnu_PayPalwebsite_Click() { QDesktopServices::openUrl(DonationPage()); }
 
 }  // namespace kelvane

@@ -104,7 +104,7 @@ TEST_F(WebPages, AreOpenedByXdgOpen) {
   constexpr int kUpdates = 1;
   constexpr int kDonate = 2;
   window.ChooseFirstItem(kUpdates);
-  EXPECT_TRUE(WaitFor([&] { return ContentOf(opened) == "https://kelvane.example/updates\n"; }))
+  EXPECT_TRUE(WaitFor([&] { return ContentOf(opened) == KELVANE_HOME_PAGE "/updates\n"; }))
       << ContentOf(opened).toStdString();
   window.ChooseFirstItem(kDonate);
   EXPECT_TRUE(WaitFor([&] { return ContentOf(opened).endsWith("/donate\n"); }))

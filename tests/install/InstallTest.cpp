@@ -220,6 +220,26 @@ TEST(Installed, HasValidDesktopEntriesAndMetadata) {
   EXPECT_TRUE(ContentOf(metadata).contains("<release version=\"" KELVANE_VERSION "\""));
 }
 
+TEST(Installed, HasTheAddressesThatTheBuildWasConfiguredWith) {
+  const Installation installation;
+  installation.Install();
+  const QByteArray metadata =
+      ContentOf(installation.PathOf("share/metainfo/org.kelvane.kelvane.metainfo.xml"));
+  EXPECT_TRUE(metadata.contains("<url type=\"homepage\">" KELVANE_HOME_PAGE "/updates</url>"));
+  EXPECT_TRUE(metadata.contains("<url type=\"donation\">" KELVANE_HOME_PAGE "/donate</url>"));
+
+  const QTemporaryDir other;
+  Ran(KELVANE_CMAKE,
+      {"-S", KELVANE_SOURCE_FOLDER, "-B", other.path(), "-G", "Ninja",
+       "-DKELVANE_HOME_PAGE=https://maker.example", "-DKELVANE_TESTS=OFF", "-DKELVANE_BENCH=OFF"});
+  for (const char* file :
+       {"build.ninja", "CPackConfig.cmake", "packaging/org.kelvane.kelvane.metainfo.xml"}) {
+    const QByteArray text = ContentOf(other.filePath(file));
+    EXPECT_TRUE(text.contains("https://maker.example")) << file;
+    EXPECT_FALSE(text.contains("https://kelvane.example")) << file;
+  }
+}
+
 TEST(Installed, OffersTheOtherProgramsAsActionsOfTheMenuEntry) {
   const Installation installation;
   installation.Install();
@@ -302,6 +322,8 @@ TEST(Package, PassesLintianAndDependsOnWhatTheProgramUses) {
     EXPECT_TRUE(needed.contains(QRegularExpression("\\b" + QString(name) + "\\b"))) << name;
   }
   EXPECT_EQ(Ran("dpkg-deb", {"--field", package, "Version"}).trimmed(), KELVANE_VERSION);
+  EXPECT_EQ(Ran("dpkg-deb", {"--field", package, "Homepage"}).trimmed(),
+            KELVANE_HOME_PAGE "/updates");
   EXPECT_TRUE(Ran("dpkg-deb", {"--field", package, "Section"}).startsWith("video"));
 }
 

@@ -31,7 +31,7 @@ TEST(Licence, IsTheSameWhereverItIsNamed) {
   const std::multimap<const char*, std::string> cases = {
       {"LICENSE", "SPDX-License-Identifier: " KELVANE_LICENSE},
       {"README.md", "(`" KELVANE_LICENSE "`): [LICENSE](LICENSE)"},
-      {"packaging/desktop/org.kelvane.kelvane.metainfo.xml",
+      {"packaging/desktop/org.kelvane.kelvane.metainfo.xml.in",
        "<project_license>" KELVANE_LICENSE "</project_license>"},
       {"packaging/debian/copyright", "\"GPL-3+\" is this format's name for " KELVANE_LICENSE},
       {"packaging/debian/copyright",

@@ -147,8 +147,7 @@ TEST_F(Menus, OpenAWebPageFromTwoItemsOnly) {
         "Extract and Stabilise", "Join Multiple Videos Together"}) {
     ChooseMenuItem(item);
   }
-  EXPECT_EQ(recorder.opened,
-            (Texts{"https://kelvane.example/updates", "https://kelvane.example/donate"}));
+  EXPECT_EQ(recorder.opened, (Texts{KELVANE_HOME_PAGE "/updates", KELVANE_HOME_PAGE "/donate"}));
   EXPECT_TRUE(tools_.Runs().empty());
 }
 
