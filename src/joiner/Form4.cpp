@@ -33,6 +33,10 @@ void Form4::WireEvents() {
   ListView1.MouseUp = [this](const MouseEvent& event) { ListView1_MouseUp(event); };
   HScroll1.Change = [this] { HScroll1_Change(); };
   HScroll1.Scroll = [this] { HScroll1_Change(); };
+  TakesDrops = [this] { return !TranscodeLock; };
+  FilesDropped = [this](const QStringList& paths) {
+    for (const QString& path : paths) CDialog.Choose(path, [this] { AddSection(); });
+  };
   Find<Menu>("mnu_RemoveSection").Click = [this] { mnu_RemoveSection_Click(); };
 }
 

@@ -6,6 +6,7 @@
 #include <QItemSelectionModel>
 #include <QLineEdit>
 #include <QListView>
+#include <QScopedValueRollback>
 #include <QScreen>
 #include <utility>
 
@@ -50,9 +51,25 @@ void PreferTypedName(QFileDialog& dialog) {
 
 }  // namespace
 
-bool CommonDialog::ShowOpen() { return Show(Purpose::kOpen); }
+bool CommonDialog::ShowOpen() {
+  const QString chosen = std::exchange(chosen_, QString());
+  if (chosen.isEmpty()) return Show(Purpose::kOpen);
+  DialogTitle.clear();
+  Take(chosen);
+  return true;
+}
 
 bool CommonDialog::ShowSave() { return Show(Purpose::kSave); }
+
+void CommonDialog::Choose(const QString& file, const std::function<void()>& command) {
+  const QScopedValueRollback<QString> chosen(chosen_, file);
+  command();
+}
+
+void CommonDialog::Take(const QString& file) {
+  FileName = file;
+  lastFolder_ = QFileInfo(file).absolutePath();
+}
 
 bool CommonDialog::Show(Purpose purpose) {
   const bool opens = purpose == Purpose::kOpen;
@@ -74,8 +91,7 @@ bool CommonDialog::Show(Purpose purpose) {
                     .expandedTo(MinimumSizeFor(QFontMetricsF(dialog.font())))
                     .boundedTo(dialog.screen()->availableSize()));
   if (RunDialog(dialog) != QDialog::Accepted) return false;
-  FileName = dialog.selectedFiles().value(0);
-  lastFolder_ = QFileInfo(FileName).absolutePath();
+  Take(dialog.selectedFiles().value(0));
   return true;
 }
 

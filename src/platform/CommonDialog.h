@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 
 class QWidget;
 
@@ -33,11 +34,17 @@ class CommonDialog {
   bool ShowOpen();
   bool ShowSave();
 
+  // Calls `command`, whose first ShowOpen shows nothing and returns `file`, an absolute path, as if
+  // the user had chosen it there.
+  void Choose(const QString& file, const std::function<void()>& command);
+
  private:
   enum class Purpose { kOpen, kSave };
   bool Show(Purpose purpose);
+  void Take(const QString& file);
 
   QWidget& window_;
+  QString chosen_;  // by Choose
   QString lastFolder_;
 };
 

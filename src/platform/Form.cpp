@@ -44,6 +44,7 @@ Form::Form(const FormDesign& design, std::span<const ControlDesign> controls,
                    Qt::WindowSystemMenuHint | Qt::WindowCloseButtonHint |
                    Qt::MSWindowsFixedSizeDialogHint);
   }
+  setAcceptDrops(true);
   BuildMenus(menus);
   BuildControls(design, controls);
   area_->MouseMove = [this](const MouseEvent& event) { Form_MouseMove(event); };

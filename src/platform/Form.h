@@ -1,6 +1,8 @@
 #pragma once
 
 #include <QBasicTimer>
+#include <QStringList>
+#include <functional>
 #include <span>
 #include <utility>
 
@@ -67,6 +69,15 @@ class Form : public HandlerOwner {
   void setCaption(const QString& caption) { setWindowTitle(caption); }
   void setMousePointer(MousePointer pointer) { setCursor(CursorOf(pointer)); }
 
+  // Raised when the user has dropped files anywhere on the window, from the event loop, so that the
+  // program from which they come needn't wait for the handler. `paths` are the absolute paths of
+  // the existing regular files on this machine among what was dropped, at least one, in its order;
+  // the rest of it is ignored. The pointer shows that a drop without such a file is refused. So is
+  // any drop while a dialog of the program is open, or if there is no handler.
+  std::function<void(const QStringList& paths)> FilesDropped;
+  // Whether the window takes drops at present. An empty one stands for yes.
+  std::function<bool()> TakesDrops;
+
   // Returns the control, menu or timer of that name, which must exist.
   template <class Kind>
   Kind& Find(const QString& name) const {
@@ -86,11 +97,16 @@ class Form : public HandlerOwner {
   void changeEvent(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void timerEvent(QTimerEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragMoveEvent(QDragMoveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
   bool nativeEvent(const QByteArray& eventType, void* message, qintptr* result) override;
 
  private:
   void BuildMenus(std::span<const MenuDesign> menus);
   void BuildControls(const FormDesign& form, std::span<const ControlDesign> controls);
+  bool DropsAreTaken() const;
+  bool AnswerDrag(QDropEvent& event) const;
   bool ChoosesItsSize() const;
   void SetSize(QSize size);
   void ResizeTo(QSize size);
@@ -110,6 +126,7 @@ class Form : public HandlerOwner {
   bool takesGivenSize_ = false;   // from the window manager or compositor
   QBasicTimer geometrySettling_;  // restarted by each geometry that X reports
   bool dragged_ = false;          // whether a pointer button was held at one of these reports
+  QStringList draggedFiles_;      // of the drag that was last over the window
 };
 
 // Owns the one loaded form of a class, which is made by Load and deleted after it is unloaded.

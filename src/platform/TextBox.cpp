@@ -54,6 +54,7 @@ void TextBox::MakeLineEdit() {
   const int margin = bordered_ ? Border::kWidth : 0;
   lineEdit_->setTextMargins(margin, 0, margin, 0);
   lineEdit_->setFocusPolicy(Qt::ClickFocus);
+  lineEdit_->setAcceptDrops(false);  // so that the window gets them
   FillWith(lineEdit_);
   lineEdit_->show();
   connect(lineEdit_, &QLineEdit::textChanged, this, [this](const QString& text) {

@@ -62,6 +62,8 @@ void Stabiliser::WireCommands() {
       ClearHighlights();
     };
   }
+  TakesDrops = [this] { return cancelCaption_ == nullptr; };
+  FilesDropped = [this](const QStringList& paths) { SelectDropped(paths.front()); };
   for (TextBox* box : {&Text1, &Text5}) {
     box->EditFinished = [this](int /*Index*/) { TakeTypedPaths(); };
   }

@@ -80,6 +80,7 @@ class Stabiliser : public Form3 {
   // Choosing videos. The setters return false and change nothing if the file can't be used, after a
   // message, or if the probe is cancelled.
   void SelectVideo();
+  void SelectDropped(const QString& path);
   void LoadOtherVideo();
   // Takes the paths that were typed, once no mouse button is held: a press that leaves a box is
   // followed by a release on the caption that it goes to.

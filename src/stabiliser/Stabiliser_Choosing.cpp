@@ -24,6 +24,13 @@ void Stabiliser::SelectVideo() {
   }
 }
 
+// As a click does, drops a path that was typed for the time line, and takes one that was typed for
+// the other video.
+void Stabiliser::SelectDropped(const QString& path) {
+  Label6(0).SetFocus();
+  if (TakeTypedSource() && TakeTypedLoaded()) cdialog.Choose(path, [this] { SelectVideo(); });
+}
+
 void Stabiliser::LoadOtherVideo() {
   if (const QString path = AskForVideo(u"Load Video"_s); !path.isEmpty()) SetLoadedVideo(path);
 }

@@ -56,6 +56,9 @@ void Form1::WireEvents() {
   Timer1.Tick = [this] { Timer1_Timer(); };
   Timer2.Tick = [this] { Timer2_Timer(); };
   Timer3.Tick = [this] { Timer3_Timer(); };
+  FilesDropped = [this](const QStringList& paths) {
+    CDialog.Choose(paths.front(), [this] { mnu_openVideo_Click(); });
+  };
   Find<Menu>("mnu_openVideo").Click = [this] { mnu_openVideo_Click(); };
   Find<Menu>("mnu_Extract").Click = [this] { mnu_Extract_Click(); };
   Find<Menu>("mnu_JoinMultiple").Click = [this] { mnu_JoinMultiple_Click(); };

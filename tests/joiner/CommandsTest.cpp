@@ -4,6 +4,7 @@
 #include <QLineEdit>
 
 #include "joiner/JoinerWindowTest.h"
+#include "support/FileDrag.h"
 
 namespace kelvane::testing {
 namespace {
@@ -113,6 +114,41 @@ TEST_F(SaveList, WritesNothingIfTheDialogIsCancelled) {
   Give(SaveVideoFileList);
   EXPECT_EQ(folder.entryList(QDir::Files), before);
   EXPECT_EQ(ContentOf(video), "contents") << "the file that a dialog chose last";
+}
+
+using DroppedSections = JoinerWindowTest;
+
+TEST_F(DroppedSections, ComeInInTheOrderOfTheDropEachAsIfChosen) {
+  tools_.DurationProbeDoes(Print("  Duration: 00:10:00.00, start: 0.000000\n"));
+  const QString b = tools_.File("b.mp4");
+  const QString a = tools_.File("a.mp4");
+  EXPECT_TRUE(DropFiles(TimeChart(), {b, a, b}));
+  EXPECT_TRUE(tools_.Runs().empty()) << "the drop is answered before the first probe begins";
+  EXPECT_TRUE(WaitFor([&] { return Paths().ListCount() == 3; }));
+  EXPECT_EQ(PathsListed(), (Texts{Path("b.mp4"), Path("a.mp4"), Path("b.mp4")}));
+  EXPECT_EQ(Rows(), (Texts{"1 | b.mp4 | 600", "2 | a.mp4 | 600", "3 | b.mp4 | 600"}));
+  EXPECT_EQ(Shown(TotalSections), "Total Sections: 03");
+  EXPECT_EQ(tools_.Runs().size(), 3U);
+}
+
+TEST_F(DroppedSections, OfASecondDropComeAfterThoseOfTheFirst) {
+  const QString a = tools_.File("a.mp4");
+  const QString b = tools_.File("b.mp4");
+  // The second drop arrives while the first section is probed.
+  Get<Label>("Label3", TotalSections).Change = [&](int) {
+    Get<Label>("Label3", TotalSections).Change = nullptr;
+    EXPECT_TRUE(DropFiles(TimeChart(), {b, b}));
+  };
+  EXPECT_TRUE(DropFiles(TimeChart(), {a, a}));
+  EXPECT_TRUE(WaitFor([&] { return Paths().ListCount() == 4; }));
+  EXPECT_EQ(PathsListed(), (Texts{Path("a.mp4"), Path("a.mp4"), Path("b.mp4"), Path("b.mp4")}));
+}
+
+TEST_F(DroppedSections, AreRefusedAfterATranscode) {
+  const QString a = AddSectionOf("a.mp4");
+  EXPECT_TRUE(FileDrag(QStringList{a}).Enter(*form_));
+  TranscodeAll();
+  EXPECT_FALSE(FileDrag(QStringList{a}).Enter(*form_));
 }
 
 }  // namespace

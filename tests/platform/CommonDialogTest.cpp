@@ -351,5 +351,16 @@ TEST_F(FileDialog, EnablesItsButtonOnlyWhileTheTypedNameIsThatOfAFile) {
   });
 }
 
+TEST_F(FileDialog, OfACommandForAChosenFileIsNotShownAndTakesThatFileOnce) {
+  const QString chosen = folder.filePath(everyFile.at(0));
+  dialog.DialogTitle = "A title";
+  dialog.Choose(chosen, [&] { EXPECT_TRUE(dialog.ShowOpen()); });
+  EXPECT_EQ(dialog.FileName, chosen);
+  EXPECT_EQ(dialog.DialogTitle, "");
+  dialog.Choose(far, [] {});
+  EXPECT_FALSE(Open([](QFileDialog& shown) { shown.reject(); })) << "no command asked for it";
+  EXPECT_EQ(dialog.FileName, chosen);
+}
+
 }  // namespace
 }  // namespace kelvane::testing

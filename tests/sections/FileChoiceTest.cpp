@@ -5,6 +5,7 @@
 
 #include "platform/WindowsMediaPlayer.h"
 #include "sections/SectionWindowTest.h"
+#include "support/FileDrag.h"
 
 namespace kelvane::testing {
 namespace {
@@ -106,6 +107,10 @@ TEST_F(FileChoice, ReportsThatNoShortPathCanBeMadeAndKeepsNone) {
                    "OK"}));
   EXPECT_EQ(Shown(), video);
   EXPECT_EQ(SectionSourceShortPath, QString());
+}
+
+TEST_F(FileChoice, IsNotMadeByADrop) {
+  EXPECT_FALSE(FileDrag(QStringList{tools_.File("a.mp4")}).Enter(*form_));
 }
 
 }  // namespace

@@ -8,6 +8,7 @@
 #include <QTimer>
 
 #include "stabiliser/StabiliserWindowTest.h"
+#include "support/FileDrag.h"
 #include "support/Gate.h"
 
 namespace kelvane::testing {
@@ -242,6 +243,21 @@ TEST_F(StabiliserRuns, AreNotCancelledByADoubleClick) {
        });
   Click(View());
   EXPECT_EQ(Lines().size(), 1U);
+}
+
+TEST_F(StabiliserRuns, RefuseDrops) {
+  const QString path = tools_.File("dropped.mp4");
+  EXPECT_TRUE(FileDrag(QStringList{path}).Enter(*form_));
+  tools_.PreviewDoes("exec sleep 1000\n");
+  bool taken = true;
+  When([this] { return Lines().size() == 1; },
+       [&] {
+         taken = FileDrag(QStringList{path}).Enter(*form_);
+         Click(View());
+       });
+  Click(View());
+  EXPECT_FALSE(taken);
+  EXPECT_TRUE(FileDrag(QStringList{path}).Enter(*form_));
 }
 
 TEST_F(StabiliserRuns, EndWithTheWindow) {

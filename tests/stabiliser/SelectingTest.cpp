@@ -3,6 +3,7 @@
 #include <QTest>
 
 #include "stabiliser/StabiliserWindowTest.h"
+#include "support/FileDrag.h"
 
 namespace kelvane::testing {
 namespace {
@@ -99,6 +100,30 @@ TEST_F(SelectingAVideo, TakesANameThatEndsInABlank) {
   const QString path = Select(60, "clip.mp4 ");
   Click(Caption("Label10", Play));
   EXPECT_EQ(Get<TextBox>("Text1").Text(), path);
+}
+
+class ADroppedVideo : public StabiliserWindowTest {
+ protected:
+  void Drop(const QStringList& paths) {
+    EXPECT_TRUE(DropFiles(*form_, paths));
+    EXPECT_TRUE(WaitFor([&] { return Get<TextBox>("Text1").Text() == paths.front(); }));
+  }
+};
+
+TEST_F(ADroppedVideo, IsSelectedAsIfItHadBeenChosen) {
+  const QString path = tools_.File("dropped.mp4");
+  Drop({path, tools_.File("ignored.mp4")});
+  EXPECT_EQ(Text("Label16", 2), "60");
+  EXPECT_EQ(Get<WindowsMediaPlayer>("wmp").URL(), path);
+}
+
+TEST_F(ADroppedVideo, ReplacesAPathThatIsBeingTyped) {
+  auto* const line = Get<TextBox>("Text1").findChild<QLineEdit*>();
+  line->setFocus();
+  line->setText("/missing.mp4");
+  const QString path = tools_.File("dropped.mp4");
+  Drop({path});
+  EXPECT_EQ(line->text(), path);
 }
 
 class LoadingTheOtherVideo : public StabiliserWindowTest {};

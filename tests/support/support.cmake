@@ -21,6 +21,7 @@ add_library(kelvane_test_support STATIC
   ${CMAKE_CURRENT_LIST_DIR}/AllocationFailure.cpp
   ${CMAKE_CURRENT_LIST_DIR}/DialogAnswers.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Events.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/FileDrag.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Main.cpp
   ${CMAKE_CURRENT_LIST_DIR}/PlayerWatch.cpp
   ${CMAKE_CURRENT_LIST_DIR}/RecordingTools.cpp

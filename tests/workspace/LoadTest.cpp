@@ -6,6 +6,7 @@
 #include <QTemporaryDir>
 
 #include "shared/SharedValues.h"
+#include "support/FileDrag.h"
 #include "workspace/MainWindowTest.h"
 
 namespace kelvane::testing {
@@ -150,6 +151,35 @@ TEST_F(Load, OfANameWithABlankShowsAndProbesAShortPath) {
   EXPECT_TRUE(path.endsWith(".mp4")) << path.toStdString();
   EXPECT_EQ(QFileInfo(path).canonicalFilePath(), QFileInfo(video).canonicalFilePath());
   EXPECT_EQ(tools_.Runs(), (Texts{SizeRun(path), DurationRun(path)}));
+}
+
+using DroppedFile = Load;
+
+TEST_F(DroppedFile, IsLoadedAsIfItHadBeenChosenAndTheOthersAreIgnored) {
+  const QString first = tools_.File("first.mp4");
+  ProbeDimensionsDone = true;
+  tools_.SizeProbeDoes(Print(SizeText(640, 360)));
+  tools_.DurationProbeDoes(Print(DurationText("00:00:10.00")));
+  EXPECT_TRUE(DropFiles(*form_, {first, tools_.File("second.mp4")}));
+  EXPECT_TRUE(tools_.Runs().empty()) << "the drop is answered before the load begins";
+  EXPECT_TRUE(WaitFor([&] { return Canvas().Visible(); }));
+  EXPECT_EQ(Path().Text(), first);
+  EXPECT_EQ(VideoPath, first);
+  EXPECT_EQ(tools_.Runs(), (Texts{SizeRun(first), DurationRun(first)}));
+  EXPECT_TRUE(Get<Timer>("Timer2").Enabled());
+  EXPECT_EQ(Number(SourceWidth), "0,640");
+  EXPECT_EQ(VideoDuration, "00:00:10");
+}
+
+TEST_F(DroppedFile, ThatIsNoVideoKeepsTheOldSizeAsAChosenOneDoes) {
+  LoadVideoOf(640, 360);
+  tools_.SizeProbeDoes("echo 'Invalid data found' >&2; exit 1");
+  tools_.DurationProbeDoes("exit 1");
+  const QString text = tools_.File("letter.txt");
+  EXPECT_TRUE(DropFiles(Canvas(), {text}));
+  EXPECT_TRUE(WaitFor([&] { return VideoPath == text; }));
+  EXPECT_EQ(Number(SourceWidth), "0,640");
+  EXPECT_EQ(VideoDuration, "00:00:10");
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "shared/SharedValues.h"
+#include "support/FileDrag.h"
 #include "workspace/MainWindowTest.h"
 
 namespace kelvane::testing {
@@ -354,6 +355,15 @@ TEST_F(NestedRuns, TheProgramEndsAfterTheToolOfAJobWhoseWindowsWereClosed) {
   EXPECT_EQ(QApplication::exec(), 0);
   EXPECT_TRUE(handled);
   EXPECT_TRUE(QFile::exists(whole));
+}
+
+TEST_F(NestedRuns, AFileThatIsDroppedDuringAJobIsLoadedDuringIt) {
+  LoadVideoOf(640, 360);
+  const QString other = tools_.File("other.mp4");
+  RunAJobDuring([&] {
+    EXPECT_TRUE(DropFiles(Canvas(), {other}));
+    EXPECT_TRUE(WaitFor([&] { return VideoPath == other; }));
+  });
 }
 
 }  // namespace
