@@ -27,8 +27,9 @@ void Stabiliser::SelectVideo() {
 // As a click does, drops a path that was typed for the time line, and takes one that was typed for
 // the other video.
 void Stabiliser::SelectDropped(const QString& path) {
-  Label6(0).SetFocus();
-  if (TakeTypedSource() && TakeTypedLoaded()) cdialog.Choose(path, [this] { SelectVideo(); });
+  if (TakeTypedSource(&Label6(0)) && TakeTypedLoaded()) {
+    cdialog.Choose(path, [this] { SelectVideo(); });
+  }
 }
 
 void Stabiliser::LoadOtherVideo() {
