@@ -53,8 +53,10 @@ void Check(const std::string& path) {
   Agree(arguments.size() == 4 && arguments[2] == shortPath, "no single argument: " + what);
   AgreeOn("whether it is its own short path: " + what, path == shortPath, IsSafe(path));
   if (path == shortPath) return;
-  AgreeOn("extension of " + what, fs::path(shortPath).extension().string(),
-          Extension(path));
+  constexpr qsizetype kMostCharacters = 40;
+  const std::string name = fs::path(shortPath).filename();
+  Agree(QString::fromStdString(name).toUcs4().size() <= kMostCharacters, "too long: " + what);
+  Agree(name.ends_with(Extension(path)), "another extension: " + what);
 }
 
 void Run(std::string_view bytes) {

@@ -64,15 +64,17 @@ bool IsUtf8(std::string_view text) {
   return true;
 }
 
-// Returns whether a tool gets the path as one argument that means this file: nothing in it cuts a
-// command line, gets lost in a text box or is a pattern to a tool, as a percent sign is in the
-// names of image sequences.
-bool CanGoUnquoted(const std::string& path) {
+// Returns whether `c`, a byte of UTF-8 text, cuts a command line, gets lost in a text box or is
+// part of a pattern to a tool, as a percent sign is in the names of image sequences.
+bool IsUnsafe(char c) {
   constexpr char kDelete = 0x7F;
+  return Byte(c) <= Byte(' ') || c == kDelete || c == '"' || c == '%';
+}
+
+// Returns whether a tool gets the path as one argument that means this file.
+bool CanGoUnquoted(const std::string& path) {
   return path.size() <= kLongestShortPath && IsUtf8(path) &&
-         std::none_of(path.begin(), path.end(), [](char c) {
-           return Byte(c) <= Byte(' ') || c == kDelete || c == '"' || c == '%';
-         });
+         std::none_of(path.begin(), path.end(), IsUnsafe);
 }
 
 // Returns the extension with its dot if that is followed by 1 to 10 ASCII letters or digits, an
@@ -83,6 +85,30 @@ std::string PlainExtension(const std::string& path) {
   const bool plain = extension.size() > 1 && extension.size() <= kLongest + 1 &&
                      std::all_of(extension.begin() + 1, extension.end(), IsPlainLetterOrDigit);
   return plain ? extension : std::string();
+}
+
+// Returns the name of the link to `path`, which can go unquoted: the last name of the path, with
+// "_" for each character that can't, and for each byte that isn't UTF-8. A number from 2 on is put
+// before the extension. What is too long is cut before them.
+std::string LinkName(const std::string& path, int number) {
+  constexpr std::size_t kMostCharacters = 40;
+  std::filesystem::path file = path;
+  if (!file.has_filename()) file = file.parent_path();
+  const std::string extension = PlainExtension(file);
+  const std::string ending = (number < 2 ? "" : '_' + std::to_string(number)) + extension;
+  const std::string whole = file.filename();
+  std::string_view rest = std::string_view(whole).substr(0, whole.size() - extension.size());
+  std::string name;
+  for (auto characters = ending.size(); !rest.empty() && characters < kMostCharacters;
+       ++characters) {
+    const std::size_t length = Utf8SequenceLength(rest);
+    name += length == 0 || IsUnsafe(rest.front()) ? "_" : rest.substr(0, length);
+    rest.remove_prefix(std::max<std::size_t>(length, 1));
+  }
+  name += ending;
+  // "." and ".." are folders.
+  if (name.find_first_not_of('.') == std::string::npos) name.back() = '_';
+  return name;
 }
 
 // Returns the value of a variable of the environment if it is an absolute path, an empty text
@@ -107,7 +133,9 @@ std::string GetShortFileName(const std::string& Path, const ShowError& showError
     if (hasNul || ::stat(Path.c_str(), &status) != 0) return {};
     std::string path = std::filesystem::absolute(Path);
     if (CanGoUnquoted(path)) return path;
-    return PrivateFolder::In(linksParent).LinkTo(path, PlainExtension(path));
+    return PrivateFolder::In(linksParent).LinkTo(path, [&path](int number) {
+      return LinkName(path, number);
+    });
   } catch (const std::system_error& error) {
     if (showError) showError(ErrorText(error.code().value(), error.code().message()), "Error");
   } catch (const std::exception& error) {

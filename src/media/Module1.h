@@ -15,9 +15,11 @@ using ShowError = std::function<void(const std::string& text, const std::string&
 // Returns the short path of an existing file or folder. This is the path itself, made absolute, if
 // it can go unquoted: if it is valid UTF-8 of at most 254 bytes without blanks, double quotes,
 // percent signs and control characters. For any other path it is that of a link in a private folder
-// (mode 0700) in `linksParent`, which is removed when the program ends. The link has a short name,
-// with the path's extension if that is 1 to 10 ASCII letters or digits. The same path gets the same
-// name each time; two paths to one file get two links.
+// (mode 0700) in `linksParent`, which is removed when the program ends. The link has the path's
+// last name, "My_holiday.mp4" for "My holiday.mp4": what can't go unquoted is "_", at most 40
+// characters are left, and a number makes it the only one, "My_holiday_2.mp4". An extension of 1 to
+// 10 ASCII letters or digits stays. The same path gets the same link each time; two paths to one
+// file get two links.
 //
 // Returns an empty text, without a message, if there is no such file or it can't be reached. If the
 // link can't be made, passes the reason and its number to `showError`, unless that is null, and

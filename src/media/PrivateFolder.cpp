@@ -17,7 +17,7 @@ namespace {
 constexpr int kOpenFolder = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 constexpr std::string_view kRandomPart = "XXXXXX";
 constexpr const char* kListFile = "files.txt";
-constexpr const char* kWorkFileBeginning = "work-";
+constexpr std::string_view kWorkFileBeginning = "work-";
 
 std::string NameBeginning() { return "kelvane-" + std::to_string(::geteuid()) + "-"; }
 
@@ -92,25 +92,35 @@ PrivateFolder::~PrivateFolder() {
   ::rmdir(path_.c_str());
 }
 
-std::string PrivateFolder::LinkTo(const std::string& target, const std::string& extension) {
+std::string PrivateFolder::LinkTo(const std::string& target,
+                                  const std::function<std::string(int number)>& name) {
   if (!IsPathOf(path_, folder_)) Make();
   const auto known = names_.find(target);
-  const std::string name =
-      known == names_.end() ? std::to_string(names_.size() + 1) + extension : known->second;
-  std::string link = path_ + '/' + name;
+  const std::string linkName = known == names_.end() ? FreeName(name) : known->second;
+  std::string link = path_ + '/' + linkName;
   std::error_code isNoLink;
   if (std::filesystem::read_symlink(link, isNoLink) != target &&
-      ::symlinkat(target.c_str(), folder_.number(), name.c_str()) != 0) {
+      ::symlinkat(target.c_str(), folder_.number(), linkName.c_str()) != 0) {
     throw SystemError(errno);
   }
-  names_.emplace(target, name);
+  names_.emplace(target, linkName);
+  takenNames_.insert(linkName);
   return link;
+}
+
+std::string PrivateFolder::FreeName(const std::function<std::string(int number)>& name) const {
+  for (int number = 1;; ++number) {
+    std::string free = name(number);
+    // A link must not stand where the folder's own files are written.
+    if (free.starts_with(kWorkFileBeginning)) free.replace(0, kWorkFileBeginning.size(), "work_");
+    if (free != kListFile && !takenNames_.contains(free)) return free;
+  }
 }
 
 std::string PrivateFolder::ListFile() { return File(kListFile); }
 
 std::string PrivateFolder::WorkFile(const std::string& name) {
-  return File(kWorkFileBeginning + name);
+  return File(std::string(kWorkFileBeginning) + name);
 }
 
 std::string PrivateFolder::File(const std::string& name) {

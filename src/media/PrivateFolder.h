@@ -1,5 +1,6 @@
 #pragma once
 
+#include <functional>
 #include <map>
 #include <set>
 #include <string>
@@ -8,7 +9,7 @@
 
 namespace kelvane {
 
-// A folder of one run of the program. It holds symbolic links that give files short names, the list
+// A folder of one run of the program. It holds symbolic links that give files other names, the list
 // of a join if the program's folder can't, and working files.
 //
 // Its name is "kelvane-", the user's id, "-" and six characters. Only its user can open it. It is
@@ -30,11 +31,12 @@ class PrivateFolder {
   PrivateFolder& operator=(const PrivateFolder&) = delete;
   ~PrivateFolder();
 
-  // Returns the path of a link to the absolute path `target`. The link's name is a number and
-  // `extension`. The same target gets the same name each time; two paths to one file get two links.
-  // Makes the folder and the link again if they have vanished. Throws std::system_error if one
-  // can't be made.
-  std::string LinkTo(const std::string& target, const std::string& extension);
+  // Returns the path of a link to the absolute path `target`. The link's name is that which `name`
+  // returns for the least number, from 1 on, whose name isn't taken; one that begins with "work-"
+  // begins with "work_". The same target gets the same name each time; two paths to one file get
+  // two links. Makes the folder and the link again if they have vanished. Throws std::system_error
+  // if one can't be made.
+  std::string LinkTo(const std::string& target, const std::function<std::string(int number)>& name);
 
   // Returns the path for a join's list, "files.txt" in the folder, and makes the folder if it isn't
   // there. The file that the caller writes is removed with the folder. Throws std::system_error if
@@ -46,6 +48,7 @@ class PrivateFolder {
 
  private:
   void Make();
+  std::string FreeName(const std::function<std::string(int number)>& name) const;
   std::string File(const std::string& name);
 
   std::string parent_;
@@ -56,7 +59,8 @@ class PrivateFolder {
   // The process that made the folder. A forked process has a copy of this object and isn't its
   // owner.
   pid_t owner_ = 0;
-  std::map<std::string, std::string> names_;
+  std::map<std::string, std::string> names_;  // by the target
+  std::set<std::string> takenNames_;
   std::set<std::string> files_;
 };
 

@@ -58,8 +58,8 @@ TEST_F(JoinersFolderFaults, ASectionWithoutALinkHasTheLengthOfTheOneBeforeAndIsJ
   ASSERT_NO_FATAL_FAILURE(Add(former));
   ASSERT_TRUE(joiner.AwaitTotals(1, "00,010", "00:00:10"));
   const QFileInfo link(program.RunsOf("ffprobe").value(0).last());
-  ASSERT_EQ(link.fileName(), "1.mp4");
-  QFile nextLink(link.path() + "/2.mp4");
+  ASSERT_EQ(link.fileName(), "a_former_clip.mp4");
+  QFile nextLink(link.path() + "/a_clip.mp4");
   ASSERT_TRUE(nextLink.open(QIODevice::WriteOnly));
   ASSERT_NO_FATAL_FAILURE(Add(clip));
   EXPECT_TRUE(nextLink.remove());

@@ -225,7 +225,7 @@ TEST_F(PrivateFolder, IsKeptByALaterStartIfItHoldsAForeignFile) {
   EXPECT_EQ(ReadFile(folder + "/foreign"), "foreign");
   EXPECT_EQ(ReadFile(folder + "/inner/link"), "the clip");
   EXPECT_TRUE(fs::exists(folder + "/work-folder"));
-  EXPECT_FALSE(fs::is_symlink(fs::symlink_status(folder + "/1.mp4")));
+  EXPECT_FALSE(fs::is_symlink(fs::symlink_status(folder + "/my_clip.mp4")));
   EXPECT_FALSE(fs::exists(folder + "/work-sample.mp4"));
 }
 
@@ -239,7 +239,7 @@ TEST_F(PrivateFolder, IsAllThatALaterStartRemoves) {
        {std::string("kelvane"), "kelvane-" + std::to_string(::geteuid() + 1) + "-abcdef",
         FolderName("abcde"), FolderName("abcdefg"), "x" + FolderName("abcdef")}) {
     fs::create_directory(links_ / name);
-    fs::create_symlink(file_, links_ / name + "/1.mp4");
+    fs::create_symlink(file_, links_ / name + "/my_clip.mp4");
   }
   const Names before = links_.Names();
   ClearShortPathsLeftBehind(links_.path());

@@ -2,6 +2,7 @@
 #include <unistd.h>
 
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -28,13 +29,11 @@ class ShortFileName : public ::testing::Test {
     return GetShortFileName(path, fail, linksParent);
   }
 
-  // Expects the short path LINKS/kelvane-USER-xxxxxx/NUMBER with `extension`, and there a link to
-  // `path`.
-  void ExpectLink(const std::string& path, const std::string& extension) const {
+  // Expects the short path LINKS/kelvane-USER-xxxxxx/`name`, and there a link to `path`.
+  void ExpectLink(const std::string& path, const std::string& name) const {
     const fs::path shortPath = Short(path);
     SCOPED_TRACE(shortPath);
-    EXPECT_EQ(shortPath.stem().string().find_first_not_of("0123456789"), std::string::npos);
-    EXPECT_EQ(shortPath.extension(), extension);
+    EXPECT_EQ(shortPath.filename(), name);
     const std::string folder = shortPath.parent_path().filename();
     const std::string folderStart = "kelvane-" + std::to_string(::geteuid()) + "-";
     EXPECT_TRUE(folder.starts_with(folderStart));
@@ -61,21 +60,40 @@ TEST_F(ShortFileName, IsThePathItselfIfThatIsSafeOnACommandLine) {
   }
 }
 
-TEST_F(ShortFileName, IsALinkIfThePathIsNotSafeOnACommandLine) {
-  for (const char* name :
-       {"my clip.mp4", " a.mp4", "a b c d.mp4", "a\tb.mp4", "a\nb.mp4", "a\rb.mp4", "a\r\nb.mp4",
-        "a\"b.mp4", "\"a b\".mp4", "a%03d.mp4", "100%.mp4", "a\x01.mp4", "a\x1B.mp4", "a\x7F.mp4",
-        // Invalid UTF-8: stray bytes and truncated sequences.
-        "a\xFF.mp4", "M\xE4rz.mp4", "a\x80.mp4", "a\xC3.mp4", "a\xE6\x97.mp4",
-        // Invalid UTF-8: overlong forms, a surrogate, and beyond U+10FFFF.
-        "a\xC0\xAF.mp4", "a\xE0\x80\xAF.mp4", "a\xF0\x80\x80\xAF.mp4", "a\xED\xA0\x80.mp4",
-        "a\xF4\x90\x80\x80.mp4", "a\xF5\x80\x80\x80.mp4"}) {
-    ExpectLink(files_.File(name), ".mp4");
-  }
-  ExpectLink(files_.File("mp4.\xE6\x97"), "");
-  ExpectLink(files_.File("mp4.\xC3"), "");
+TEST_F(ShortFileName, IsALinkWithAnUnderscoreForEachCharacterThatIsNotSafeOnACommandLine) {
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {"My holiday.mp4", "My_holiday.mp4"},
+      {" a.mp4", "_a.mp4"},
+      {"a\tb\nc\rd\r\ne.mp4", "a_b_c_d__e.mp4"},
+      {"\"q r\".mp4", "_q_r_.mp4"},
+      {"f%03d.mp4", "f_03d.mp4"},
+      {"100%.mp4", "100_.mp4"},
+      {"g\x01h\x1Bi\x7Fj.mp4", "g_h_i_j.mp4"},
+      // Everything else stays.
+      {"- M\u00E4rz '99' \\ [1]: \u65E5\u672C & \U0001F3AC.mp4",
+       "-_M\u00E4rz_'99'_\\_[1]:_\u65E5\u672C_&_\U0001F3AC.mp4"},
+      {". x.mp4", "._x.mp4"},
+      // Invalid UTF-8: stray bytes and truncated sequences.
+      {"k\xFF.mp4", "k_.mp4"},
+      {"M\xE4rz.mp4", "M_rz.mp4"},
+      {"l\x80.mp4", "l_.mp4"},
+      {"m\xC3.mp4", "m_.mp4"},
+      {"n\xE6\x97.mp4", "n__.mp4"},
+      {"mp4.\xE6\x97", "mp4.__"},
+      // Invalid UTF-8: overlong forms, a surrogate, and beyond U+10FFFF.
+      {"o\xC0\xAF.mp4", "o__.mp4"},
+      {"p\xE0\x80\xAF.mp4", "p___.mp4"},
+      {"q\xF0\x80\x80\xAF.mp4", "q____.mp4"},
+      {"r\xED\xA0\x80.mp4", "r___.mp4"},
+      {"s\xF4\x90\x80\x80.mp4", "s____.mp4"},
+      {"t\xF5\x80\x80\x80.mp4", "t____.mp4"}};
+  for (const auto& [name, link] : cases) ExpectLink(files_.File(name), link);
+  // Only the folder's name isn't safe.
   fs::create_directory(files_ / "my clips");
-  ExpectLink(files_.File("my clips/a.mp4"), ".mp4");
+  ExpectLink(files_.File("my clips/a.mp4"), "a.mp4");
+  ExpectLink(files_.File("my clips/..."), ".._");
+  ExpectLink(files_ / "my clips/..", "._");
+  ExpectLink(files_ / "my clips/", "my_clips");
 }
 
 TEST_F(ShortFileName, IsALinkIfThePathIsLongerThan254Bytes) {
@@ -83,13 +101,21 @@ TEST_F(ShortFileName, IsALinkIfThePathIsLongerThan254Bytes) {
   const std::string longest = files_.File(std::string(left, 'n'));
   ASSERT_EQ(longest.size(), kLongestShortPath);
   EXPECT_EQ(Short(longest), longest);
-  ExpectLink(files_.File(std::string(left + 1, 'n')), "");
-  ExpectLink(files_.File(std::string(255, 'n')), "");
-  ExpectLink(files_.File(std::string(251, 'n') + ".mp4"), ".mp4");
+  ExpectLink(files_.File(std::string(left + 1, 'n')), std::string(40, 'n'));
+  ExpectLink(files_.File(std::string(251, 'm') + ".mp4"), std::string(36, 'm') + ".mp4");
   std::string deep;
   for (int depth = 0; depth < 40; ++depth) deep += "a-folder-on-the-way-down/";
   fs::create_directories(files_ / deep);
-  ExpectLink(files_.File(deep + "a.mp4"), ".mp4");
+  ExpectLink(files_.File(deep + "a.mp4"), "a.mp4");
+}
+
+TEST_F(ShortFileName, OfALinkHas40WholeCharactersAtMostWithItsNumberAndItsExtension) {
+  std::string filmClaps;
+  for (int count = 0; count < 39; ++count) filmClaps += "\U0001F3AC";
+  ExpectLink(files_.File(filmClaps + " "), filmClaps + "_");
+  ExpectLink(files_.File(filmClaps + " b"), filmClaps.substr(0, 4 * 38UL) + "_2");
+  ExpectLink(files_.File(filmClaps + " .matroska"), filmClaps.substr(0, 4 * 31UL) + ".matroska");
+  ExpectLink(files_.File(filmClaps + "c .matroska"), filmClaps.substr(0, 4 * 29UL) + "_2.matroska");
 }
 
 TEST_F(ShortFileName, IsEmptyForAFileThatIsNotThere) {
@@ -113,9 +139,9 @@ TEST_F(ShortFileName, TreatsSymbolicLinksAndFoldersLikeFiles) {
   fs::create_symlink(target, files_ / "link.mp4");
   fs::create_symlink(target, files_ / "my link.mp4");
   EXPECT_EQ(Short(files_ / "link.mp4"), files_ / "link.mp4");
-  ExpectLink(files_ / "my link.mp4", ".mp4");
+  ExpectLink(files_ / "my link.mp4", "my_link.mp4");
   fs::create_directory(files_ / "my clips");
-  ExpectLink(files_ / "my clips", "");
+  ExpectLink(files_ / "my clips", "my_clips");
   for (const std::string& folder : {std::string("/"), files_.path(), files_.path() + "/"}) {
     EXPECT_EQ(Short(folder), folder);
   }
@@ -135,25 +161,46 @@ TEST_F(ShortFileName, IsAbsoluteForARelativePath) {
   EXPECT_EQ(Short(files_ / "my clip.mp4"), shortPath);
 }
 
-TEST_F(ShortFileName, KeepsAnExtensionOfUpToTenLettersAndDigits) {
-  const std::vector<std::pair<const char*, const char*>> cases = {
-      {"a b.MKV", ".MKV"},
-      {"a b.tar.gz", ".gz"},
-      {"a b.m2ts", ".m2ts"},
-      {"a b", ""},
-      {"a b.", ""},
-      {".hidden clip", ""},
-      {"a.m p4", ""},
-      {"a b.m-4", ""},
-      {"a b.\u00E4\u00F6", ""},
-      {"a b.mp4\"", ""},
-      {"a b.%d", ""},
-      {"a b.abcdefghij", ".abcdefghij"},
-      {"a b.abcdefghijk", ""},
+TEST_F(ShortFileName, KeepsAnExtensionOfUpToTenLettersAndDigitsWhereTheNameIsCut) {
+  const std::string longName = std::string(60, 'n') + ' ';
+  const std::vector<std::pair<std::string, std::string>> cases = {
+      {".MKV", ".MKV"},
+      {".tar.gz", ".gz"},
+      {".m2ts", ".m2ts"},
+      {".abcdefghij", ".abcdefghij"},
+      {"", ""},
+      {".", ""},
+      {".m p4", ""},
+      {".m-4", ""},
+      {".\u00E4\u00F6", ""},
+      {".mp4\"", ""},
+      {".%d", ""},
+      {".abcdefghijk", ""},
   };
-  for (const auto& [name, extension] : cases) ExpectLink(files_.File(name), extension);
+  for (const auto& [ending, extension] : cases) {
+    const TemporaryFolder links;
+    const fs::path link = ShortIn(links.path(), files_.File(longName + ending));
+    EXPECT_EQ(link.filename(), std::string(40 - extension.size(), 'n') + extension);
+  }
+  ExpectLink(files_.File(".hidden clip"), ".hidden_clip");
   fs::create_directory(files_ / "my clips.old");
-  ExpectLink(files_.File("my clips.old/clip"), "");
+  ExpectLink(files_.File("my clips.old/clip"), "clip");
+}
+
+TEST_F(ShortFileName, OfALinkHasANumberIfAnotherLinkOrAFileOfTheFolderHasTheName) {
+  fs::create_directory(files_ / "my clips");
+  ExpectLink(files_.File("a b.mp4"), "a_b.mp4");
+  ExpectLink(files_.File("a\tb.mp4"), "a_b_2.mp4");
+  ExpectLink(files_.File("my clips/a_b_2.mp4"), "a_b_2_2.mp4");
+  ExpectLink(files_.File("my clips/a b.mp4"), "a_b_3.mp4");
+  ExpectLink(files_.File("a\tb.mp4"), "a_b_2.mp4");
+
+  ExpectLink(files_.File("my clips/files.txt", "a video"), "files_2.txt");
+  ExpectLink(files_.File("my clips/work-shake.trf", "a video"), "work_shake.trf");
+  std::ofstream(PrivateListFile(links_.path())) << "list";
+  std::ofstream(PrivateWorkFile("shake.trf", {links_.path()})) << "motions";
+  EXPECT_EQ(ReadFile(files_ / "my clips/files.txt"), "a video");
+  EXPECT_EQ(ReadFile(files_ / "my clips/work-shake.trf"), "a video");
 }
 
 TEST_F(ShortFileName, IsTheSameEachTimeAndDiffersBetweenFiles) {

@@ -143,12 +143,11 @@ TEST_F(Load, OfALaterFileThatWasDeletedProbesAnEmptyPathAndKeepsTheSize) {
   EXPECT_EQ(Number(SourceWidth), "0,640");
 }
 
-TEST_F(Load, OfANameWithABlankShowsAndProbesAShortPath) {
+TEST_F(Load, OfANameWithABlankShowsAndProbesAReadableShortPath) {
   const QString video = tools_.File("my holiday clip.mp4");
   Pick(video, SizeText(640, 360), DurationText("00:00:10.00"));
   const QString path = Path().Text();
-  EXPECT_FALSE(path.contains(' ')) << path.toStdString();
-  EXPECT_TRUE(path.endsWith(".mp4")) << path.toStdString();
+  EXPECT_EQ(QFileInfo(path).fileName(), "my_holiday_clip.mp4");
   EXPECT_EQ(QFileInfo(path).canonicalFilePath(), QFileInfo(video).canonicalFilePath());
   EXPECT_EQ(tools_.Runs(), (Texts{SizeRun(path), DurationRun(path)}));
 }
