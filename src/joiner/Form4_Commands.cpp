@@ -64,6 +64,7 @@ void Form4::SaveList() {
   CDialog.DialogTitle = u"Save Video File List"_s;
   CDialog.FileName.clear();
   CDialog.Filter = u"Text File (*.txt)|*.txt"_s;
+  CDialog.Remark = SavedListRemark;
   CDialog.ShowSave();
   if (CDialog.FileName.isEmpty()) return;
   QFile file(CDialog.FileName);

@@ -53,6 +53,9 @@ void Form4::JoinSections(DOSOutputs& objDOS) {
   CDialog.DialogTitle = u"Save Video As"_s;
   CDialog.FileName.clear();
   CDialog.Filter = u"MP4 File (*.mp4)|*.mp4"_s;
+  QStringList sections;
+  for (int i = 0; i < List1.ListCount(); ++i) sections << List1.List(i);
+  CDialog.Remark = [sections](const QString& path) { return JoinRemark(path, sections); };
   CDialog.ShowSave();
   const QString OutputFile = Trim(CDialog.FileName);
 

@@ -1,7 +1,10 @@
 #include "joiner/JoinTexts.h"
 
-#include <QStringList>
+#include <algorithm>
+#include <filesystem>
+#include <system_error>
 
+#include "media/OutputRemark.h"
 #include "shared/TextHelpers.h"
 
 namespace kelvane {
@@ -26,6 +29,25 @@ QString ConcatListText(int sections) {
   QStringList names;
   for (int number = 0; number < sections; ++number) names << IntermediateName(number);
   return u"concat:"_s + names.join(u'|');
+}
+
+// Two paths may lead to one file.
+QString JoinRemark(const QString& path, const QStringList& sections) {
+  const std::string narrow = ToNarrow(path);
+  const std::string file = OutputFile(narrow);
+  const auto isFile = [&file](const QString& section) {
+    std::error_code ignored;
+    return std::filesystem::equivalent(file, ToNarrow(Trim(section)), ignored);
+  };
+  const auto section = std::find_if(sections.begin(), sections.end(), isFile);
+  if (section == sections.end()) return FromNarrow(OutputRemark(narrow, kFileIsReplaced));
+  const std::string number = std::to_string(section - sections.begin() + 1);
+  return FromNarrow(OutputRemark(
+      narrow, "This is section " + number + " of the list: the join would destroy it."));
+}
+
+QString SavedListRemark(const QString& path) {
+  return FromNarrow(WriteRemark(ToNarrow(path), kFileIsReplaced));
 }
 
 }  // namespace kelvane

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
-// The texts of a join: the mark of a removed section, file names, and the lines of the lists.
+// The texts of a join: the mark of a removed section, file names, the lines of the lists, and what
+// the dialogs for new files say.
 namespace kelvane {
 
 // Replaces the path of a removed section in the list.
@@ -23,5 +25,12 @@ QString SavedListLine(const QString& item);
 
 // Returns "concat:intermediate00.ts|intermediate01.ts" for two sections, "concat:" for none.
 QString ConcatListText(int sections);
+
+// Returns what a join of `sections` whose new file is chosen as `path` does with it, as sentences
+// for the user; empty if it just makes that file. `path` is absolute.
+QString JoinRemark(const QString& path, const QStringList& sections);
+
+// The same for the file of a saved list, whose path no command line cuts.
+QString SavedListRemark(const QString& path);
 
 }  // namespace kelvane

@@ -3,7 +3,10 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QFileSystemModel>
+#include <QGridLayout>
 #include <QItemSelectionModel>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QScopedValueRollback>
@@ -21,7 +24,7 @@ namespace {
 
 // The dialog's text grows with the density of the screen, so its size is given in characters.
 QSize MinimumSizeFor(const QFontMetricsF& text) {
-  constexpr int kCharacters = 104;
+  constexpr int kCharacters = 130;
   constexpr int kLines = 30;
   return QSizeF(kCharacters * text.averageCharWidth(), kLines * text.height()).toSize();
 }
@@ -47,6 +50,59 @@ void PreferTypedName(QFileDialog& dialog) {
     deselectStale();
     static_cast<QDialog&>(dialog).accept();  // QFileDialog::accept is protected
   });
+}
+
+// A line of text that ends in "..." where it is too long, with the whole text as its tip.
+class RemarkLine : public QLabel {
+ public:
+  RemarkLine() {
+    setObjectName(u"remark"_s);
+    setTextFormat(Qt::PlainText);
+    // Doesn't make the dialog wider.
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  }
+  void SetRemark(const QString& remark) {
+    setToolTip(remark.isEmpty() ? QString() : u"<p>%1</p>"_s.arg(remark.toHtmlEscaped()));
+    remark_ = QString(remark).replace(u'\n', u' ');
+    Elide();
+  }
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override {
+    QLabel::resizeEvent(event);
+    Elide();
+  }
+
+ private:
+  void Elide() { setText(fontMetrics().elidedText(remark_, Qt::ElideRight, width())); }
+
+  QString remark_;
+};
+
+// Puts the line between the name and the file types, and lets it follow the name and the folder.
+void AddRemark(QFileDialog& dialog, const std::function<QString(const QString& path)>& remarkOn) {
+  auto* layout = qobject_cast<QGridLayout*>(dialog.layout());
+  auto* types = dialog.findChild<QWidget*>(u"fileTypeCombo"_s);
+  int typesRow = 0;
+  int column = 0;
+  int span = 0;
+  layout->getItemPosition(layout->indexOf(types), &typesRow, &column, &span, &span);
+  layout->addWidget(dialog.findChild<QWidget*>(u"fileTypeLabel"_s), typesRow + 1, 0);
+  layout->addWidget(types, typesRow + 1, column);
+  auto* line = new RemarkLine;
+  layout->addWidget(line, typesRow, column);
+
+  auto* name = dialog.findChild<QLineEdit*>(u"fileNameEdit"_s);
+  const auto update = [&dialog, remarkOn, name, line] {
+    const QString path = name->text().isEmpty() ? QString() : dialog.selectedFiles().value(0);
+    const bool isFile = !path.isEmpty() && !QFileInfo(path).isDir();
+    const QString remark = isFile ? remarkOn(path) : QString();
+    line->SetRemark(remark);
+    name->setAccessibleDescription(remark);
+  };
+  QObject::connect(name, &QLineEdit::textChanged, line, update);
+  QObject::connect(dialog.findChild<QFileSystemModel*>(), &QFileSystemModel::rootPathChanged, line,
+                   update);
 }
 
 }  // namespace
@@ -87,6 +143,7 @@ bool CommonDialog::Show(Purpose purpose) {
   const QString& begin = InitDir.isEmpty() ? lastFolder_ : InitDir;
   dialog.setDirectory(!begin.isEmpty() && QDir(begin).exists() ? begin : QDir::homePath());
   PreferTypedName(dialog);
+  if (!opens && Remark) AddRemark(dialog, Remark);
   dialog.resize(dialog.sizeHint()
                     .expandedTo(MinimumSizeFor(QFontMetricsF(dialog.font())))
                     .boundedTo(dialog.screen()->availableSize()));

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "media/Module1.h"
+#include "media/OutputRemark.h"
 #include "platform/App.h"
 #include "platform/DialogLoop.h"
 #include "platform/MsgBox.h"
@@ -17,6 +18,28 @@
 namespace kelvane {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// Returns why the path can't be that of a new file, without a full stop; empty if it can.
+QString WhyNoOutput(const QString& path, const QString& input) {
+  static const QRegularExpression plainExtension(u"[^/]\\.[A-Za-z0-9]{1,10}\\z"_s);
+  static const QRegularExpression isList(u"\\.(m3u8|mpd|ism)\\z"_s,
+                                         QRegularExpression::CaseInsensitiveOption);
+  if (!plainExtension.match(path).hasMatch()) {
+    return u"The name needs an extension that says the format, such as .mp4"_s;
+  }
+  if (isList.match(path).hasMatch()) {
+    return u"This format is a list of several files. Choose another one, such as .mp4"_s;
+  }
+  std::error_code ignored;
+  if (std::filesystem::equivalent(ToNarrow(input), ToNarrow(path), ignored)) {
+    return u"This is the video that is read; choose another name"_s;
+  }
+  return {};
+}
+
+}  // namespace
 
 void Stabiliser::SelectVideo() {
   if (const QString path = AskForVideo(u"Extract Section From Video"_s); !path.isEmpty()) {
@@ -132,24 +155,15 @@ QString Stabiliser::ReadVideo(const QString& path, std::optional<Video>& video) 
 QString Stabiliser::AskForOutput(const QString& title, const QString& input) {
   cdialog.DialogTitle = title;
   cdialog.FileName.clear();
+  cdialog.Remark = [input](const QString& path) {
+    const QString why = WhyNoOutput(path, input);
+    return why.isEmpty() ? FromNarrow(FolderRemark(ToNarrow(path))) : why + u'.';
+  };
   if (!cdialog.ShowSave()) return {};
   const QString path = cdialog.FileName;
-  static const QRegularExpression plainExtension(u"[^/]\\.[A-Za-z0-9]{1,10}\\z"_s);
-  static const QRegularExpression isList(u"\\.(m3u8|mpd|ism)\\z"_s,
-                                         QRegularExpression::CaseInsensitiveOption);
-  std::error_code ignored;
-  if (!plainExtension.match(path).hasMatch()) {
-    MsgBox(u"The name needs an extension that says the format, such as .mp4:\n%1"_s.arg(path),
-           kExclamation);
-  } else if (isList.match(path).hasMatch()) {
-    MsgBox(u"This format is a list of several files. Choose another one, such as .mp4:\n%1"_s.arg(
-               path),
-           kExclamation);
-  } else if (std::filesystem::equivalent(ToNarrow(input), ToNarrow(path), ignored)) {
-    MsgBox(u"This is the video that is read; choose another name:\n%1"_s.arg(path), kExclamation);
-  } else {
-    return path;
-  }
+  const QString why = WhyNoOutput(path, input);
+  if (why.isEmpty()) return path;
+  MsgBox(u"%1:\n%2"_s.arg(why, path), kExclamation);
   return {};
 }
 

@@ -9,6 +9,7 @@
 #include "shared/Product.h"
 #include "shared/SharedValues.h"
 #include "shared/TextHelpers.h"
+#include "workspace/CropRemark.h"
 #include "workspace/Form1.h"
 #include "workspace/Module2.h"
 
@@ -94,6 +95,7 @@ void Form1::StartCrop() {
   CDialog.FileName.clear();
   CDialog.Filter = u"MP4 Files (*.mp4)|*.mp4|AVI Files (*.avi)|*.avi|All Files (*.*)|*.*"_s;
   CDialog.FilterIndex = 1;
+  CDialog.Remark = CropRemark;
   CDialog.ShowSave();
   if (CDialog.FileName.isEmpty()) return;
   OutputPath = CDialog.FileName;

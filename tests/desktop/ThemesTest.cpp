@@ -156,6 +156,19 @@ TEST_P(MainWindowInTheme, HasAReadableFileDialog) {
   EXPECT_GE(Contrast(screen.Picture(captions)), kLegible);
 }
 
+TEST_P(MainWindowInTheme, HasAReadableRemarkInItsSaveDialog) {
+  window.Click(kCropVideo);
+  const WindowId dialog = screen.Await("Save Cropped Video As");
+  ASSERT_TRUE(dialog != 0 && WaitFor([&] { return screen.Active(dialog); }));
+  const QRect place = screen.Place(dialog);
+  const QRect line(place.left() + 100, place.bottom() - 70, 400, 30);
+  const QImage before = screen.Still().copy(line);
+  EXPECT_EQ(Background(before), GetParam().window);
+  screen.Type("my holiday");
+  EXPECT_TRUE(WaitFor([&] { return Contrast(screen.Picture(line)) >= kLegible; }, 5s));
+  EXPECT_EQ(Background(screen.Picture(line)), GetParam().window);
+}
+
 class JoinerInTheme : public JoinerTest, public Themed {
  protected:
   void SetUp() override {

@@ -5,6 +5,7 @@
 
 #include "joiner/JoinerWindowTest.h"
 #include "support/FileDrag.h"
+#include "support/Snapshot.h"
 
 namespace kelvane::testing {
 namespace {
@@ -98,6 +99,22 @@ TEST_F(SaveList, ReplacesAnExistingFileWithoutAQuestion) {
   const QString existing = tools_.File("existing.txt");
   SaveTo(existing);
   EXPECT_EQ(ContentOf(existing), "") << "there is no section";
+}
+
+TEST_F(SaveList, SaysWhatBecomesOfTheFileWhileItsNameIsTyped) {
+  tools_.File("old list");
+  const QString replaced = "This file exists: it will be replaced.";
+  const QString noFolder = "No file can be written in this folder.";
+  for (const auto& [name, expected, changed] : {std::tuple("my list", QString(), Texts{"my list"}),
+                                                {"old list", replaced, {"old list"}},
+                                                {"missing/list.txt", noFolder, {}}}) {
+    const Snapshot before(tools_.Path());
+    QString remark;
+    const DialogAnswers answers({TypeNameInFolder(InFolder(name), remark)});
+    Give(SaveVideoFileList);
+    EXPECT_EQ(remark, expected);
+    EXPECT_EQ(before.Changed(), changed);
+  }
 }
 
 TEST_F(SaveList, ShowsNoMessageIfTheFileCannotBeWritten) {

@@ -4,6 +4,7 @@
 #include <QTemporaryDir>
 
 #include "joiner/JoinerWindowTest.h"
+#include "support/Snapshot.h"
 #include "support/Videos.h"
 
 namespace kelvane::testing {
@@ -114,6 +115,70 @@ TEST_F(RealJoin, InTheOtherModeMakesTransportStreamsThatPlayAndReplaceFilesOfThe
   EXPECT_EQ(Pictures(InFolder("intermediate01.ts")), 2 * kFrames);
   EXPECT_EQ(Pictures(InFolder("intermediate02.ts")), 3 * kFrames);
 }
+
+// A new name, what the dialog says about it, and the files that the tool then makes or changes.
+// FOLDER stands for the folder of the files.
+struct NewName {
+  const char* name;
+  QString typed;
+  QString remark;
+  Texts changed;
+};
+
+void PrintTo(const NewName& tested, std::ostream* out) { *out << tested.name; }
+
+class JoinRemarks : public RealJoin, public ::testing::WithParamInterface<NewName> {};
+
+// The second section is removed.
+TEST_P(JoinRemarks, SayWhatTheToolDoes) {
+  AddClip("a.mp4", 1);
+  AddClip("b.mp4", 1);
+  AddClip("c.mp4", 1);
+  Remove(3);
+  ASSERT_TRUE(QFile::link(InFolder("c.mp4"), InFolder("link.mp4")));
+  ASSERT_TRUE(QDir(tools_.Path()).mkdir("folder.mp4"));
+  for (const char* old : {"old.mp4", "old"}) tools_.File(old);
+  tools_.File("files.txt");
+  const Snapshot before(tools_.Path());
+  QString remark;
+  Join(TypeNameInFolder(InFolder(GetParam().typed), remark));
+  EXPECT_EQ(remark, QString(GetParam().remark).replace("FOLDER", tools_.Path()));
+  Texts changed = before.Changed();
+  std::erase(changed, "files.txt");
+  EXPECT_EQ(changed, GetParam().changed);
+}
+
+const QString kReplaced = "This file exists: it will be replaced.";
+const QString kKept = "This file exists: it will be kept, and nothing written.";
+const QString kNoFormat = "Without an extension the tool knows no format.";
+
+QString Section(int number) {
+  return QStringLiteral("This is section %1 of the list: the join would destroy it.").arg(number);
+}
+QString Cut(const QString& name) {
+  return "The blank ends the name: FOLDER/" + name + ". The rest is taken for further files.";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    RealTools, JoinRemarks,
+    ::testing::Values(
+        NewName{"New", "new.mp4", "", {"new.mp4"}},
+        NewName{"Existing", "old.mp4", kReplaced, {"old.mp4"}},
+        NewName{"ARemovedSection", "b.mp4", kReplaced, {"b.mp4"}},
+        NewName{"Section", "a.mp4", Section(1), {"a.mp4"}},
+        NewName{"LinkToASection", "link.mp4", Section(3), {"c.mp4", "link.mp4"}},
+        NewName{"SectionBeforeABlank",
+                "c.mp4 new.mp4",
+                Section(3) + ' ' + Cut("c.mp4"),
+                {"c.mp4", "link.mp4", "new.mp4"}},
+        NewName{"ExistingBeforeABlank",
+                "old.mp4 new.mp4",
+                kReplaced + ' ' + Cut("old.mp4"),
+                {"new.mp4", "old.mp4"}},
+        NewName{"AFolderBeforeABlank", "folder.mp4 new.mp4", Cut("folder.mp4") + ' ' + kKept, {}},
+        NewName{"ExistingWithoutAnExtension", "old", kKept + ' ' + kNoFormat, {}},
+        NewName{"NoFolder", "missing/new.mp4", "No file can be written in this folder.", {}}),
+    [](const auto& tested) { return std::string(tested.param.name); });
 
 // What the joiner's command lines can cost.
 using CostOfAJoin = RealJoin;

@@ -9,11 +9,13 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListView>
 #include <QMessageBox>
 #include <QPushButton>
 #include <QTemporaryDir>
+#include <QTextDocument>
 #include <QtTest/QTest>
 #include <algorithm>
 #include <functional>
@@ -267,6 +269,70 @@ TEST_F(FileDialog, BeginsWhereTheLastFileWasChosenUnlessItIsGivenAFolder) {
   dialog.InitDir.clear();
   ASSERT_TRUE(QDir(inner).removeRecursively());
   EXPECT_EQ(FirstFolder(), QDir::homePath());
+}
+
+TEST_F(FileDialog, SaysBelowTheNameWhatItIsToldAboutThePathThatItWouldReturn) {
+  ASSERT_TRUE(QDir(folder.path()).mkdir("inner"));
+  const QString inner = folder.filePath("inner");
+  dialog.Remark = [](const QString& path) { return "about " + path; };
+  Save([&](QFileDialog& shown) {
+    const auto& line = *shown.findChild<QLabel*>("remark");
+    const auto expect = [&](const QString& remark) {
+      EXPECT_EQ(NameOf(shown).accessibleDescription(), remark);
+      EXPECT_EQ(line.text().isEmpty(), remark.isEmpty()) << line.text().toStdString();
+    };
+    const QRect place = line.geometry();
+    EXPECT_GE(place.height(), line.fontMetrics().height());
+    EXPECT_EQ(place.left(), NameOf(shown).x());
+    EXPECT_GT(place.top(), NameOf(shown).geometry().bottom());
+    EXPECT_LT(place.bottom(), TypesOf(shown).y());
+    expect("");
+    for (const auto& [typed, path] : {std::pair("clip.mp4", folder.filePath("clip.mp4")),
+                                      {"new.mp4", folder.filePath("new.mp4")},
+                                      {"inner/new.mp4", inner + "/new.mp4"},
+                                      {"/missing/new.mp4", u"/missing/new.mp4"_s},
+                                      {"~/new.mp4", QDir::homePath() + "/new.mp4"},
+                                      {"\"two words.mp4\"", folder.filePath("two words.mp4")}}) {
+      NameOf(shown).setText(typed);
+      expect("about " + path);
+    }
+    for (const char* noFile : {"", "inner", ".", "..", "~", "\""}) {
+      NameOf(shown).setText(noFile);
+      expect("");
+    }
+    NameOf(shown).setText("new.mp4");
+    shown.setDirectory(inner);
+    expect("about " + inner + "/new.mp4");
+    EXPECT_EQ(line.geometry(), place) << "the line moves nothing";
+    shown.reject();
+  });
+  Open([](QFileDialog& shown) {
+    EXPECT_EQ(shown.findChild<QLabel*>("remark"), nullptr);
+    shown.reject();
+  });
+}
+
+TEST_F(FileDialog, EndsARemarkThatIsTooLongInDotsAndHasItWholeAsItsTip) {
+  const QString remark = QString(u"long remark "_s).repeated(30) + "<&>";
+  dialog.Remark = [&](const QString&) { return remark; };
+  Save([&](QFileDialog& shown) {
+    const auto& line = *shown.findChild<QLabel*>("remark");
+    NameOf(shown).setText("new.mp4");
+    EXPECT_TRUE(line.text().endsWith(u'\u2026')) << line.text().toStdString();
+    const auto fits = [&line] {
+      return line.fontMetrics().horizontalAdvance(line.text()) <= line.width();
+    };
+    EXPECT_TRUE(fits());
+    QTextDocument tip;
+    tip.setHtml(line.toolTip());
+    EXPECT_EQ(tip.toPlainText(), remark);
+    const qsizetype former = line.text().size();
+    shown.resize(shown.width() * 3 / 4, shown.height());
+    EXPECT_TRUE(WaitFor([&] { return line.text().size() < former && fits(); }));
+    NameOf(shown).clear();
+    EXPECT_EQ(line.toolTip(), QString());
+    shown.reject();
+  });
 }
 
 // X may give the focus to the list of completions after that list has closed.

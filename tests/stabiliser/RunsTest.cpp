@@ -2,6 +2,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QLineEdit>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QTest>
@@ -338,6 +339,23 @@ TEST_F(StabiliserRuns, RefuseTheirInputAsOutputByWhateverName) {
 TEST_F(StabiliserRuns, RefuseANameThatSaysNoFormat) {
   EXPECT_NE(MessageOfSaving(Extract(), PathOf("part")).find("extension"), std::string::npos);
   EXPECT_EQ(Lines(), Texts{});
+}
+
+TEST_F(StabiliserRuns, SayWhyANameCanNotBeUsedWhileItIsTyped) {
+  for (const auto& [name, expected] :
+       {std::pair(PathOf("my part.mp4"), ""),
+        {PathOf("part"), "The name needs an extension that says the format, such as .mp4."},
+        {PathOf("l.m3u8"),
+         "This format is a list of several files. Choose another one, such as .mp4."},
+        {source_, "This is the video that is read; choose another name."},
+        {PathOf("missing/part.mp4"), "No file can be written in this folder."}}) {
+    ClickAndAnswer(Extract(), {[&name = name, &expected = expected](QDialog& dialog) {
+                     auto* box = dialog.findChild<QLineEdit*>("fileNameEdit");
+                     box->setText(name);
+                     EXPECT_EQ(box->accessibleDescription(), expected);
+                     dialog.reject();
+                   }});
+  }
 }
 
 TEST_F(StabiliserRuns, TellThatAFolderTakesNoFile) {

@@ -48,6 +48,17 @@ Answer TypeFile(const QString& path) {
   };
 }
 
+Answer TypeNameInFolder(const QString& path, QString& remark) {
+  return [path, &remark](QDialog& dialog) {
+    const QFileInfo file(path);
+    if (file.dir().exists()) dynamic_cast<QFileDialog&>(dialog).setDirectory(file.dir());
+    auto* name = dialog.findChild<QLineEdit*>(u"fileNameEdit"_s);
+    name->setText(file.dir().exists() ? file.fileName() : path);
+    remark = name->accessibleDescription();
+    dialog.accept();
+  };
+}
+
 Answer CancelDialog() {
   return [](QDialog& dialog) { dialog.reject(); };
 }

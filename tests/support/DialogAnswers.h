@@ -17,6 +17,9 @@ using Answer = std::function<void(QDialog& dialog)>;
 
 // Types a path into a file dialog and accepts it.
 Answer TypeFile(const QString& path);
+// Goes to the path's folder, if there is one, and types the name alone; `remark` takes what the
+// dialog then says about the name.
+Answer TypeNameInFolder(const QString& path, QString& remark);
 Answer CancelDialog();
 Answer PressButton(QMessageBox::StandardButton button);
 

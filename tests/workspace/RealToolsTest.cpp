@@ -8,6 +8,7 @@
 
 #include "platform/App.h"
 #include "shared/SharedValues.h"
+#include "support/Snapshot.h"
 #include "support/Videos.h"
 #include "workspace/MainWindowTest.h"
 
@@ -21,7 +22,7 @@ class RealTools : public MainWindowTest {
     App::setPath(QFileInfo(probe).path().toStdString());
   }
 
-  QString InFolder(const char* name) const { return tools_.Path() + '/' + name; }
+  QString InFolder(const QString& name) const { return tools_.Path() + '/' + name; }
   // Makes a file with ffmpeg.
   void Make(const QStringList& arguments, const char* name) const {
     QString printed;
@@ -164,6 +165,82 @@ INSTANTIATE_TEST_SUITE_P(RealTools, CropToMany,
                                            NameOfMany{"PieceOfAManifest", "d.mpd",
                                                       "init-stream0.m4s"}),
                          [](const auto& tested) { return std::string(tested.param.name); });
+
+// A new name, what the dialog says about it, and the files that the tool then makes or changes.
+// FOLDER stands for the folder of the files.
+struct NewName {
+  const char* name;
+  QString typed;
+  QString remark;
+  Texts changed;
+};
+
+void PrintTo(const NewName& tested, std::ostream* out) { *out << tested.name; }
+
+class CropRemarks : public RealTools, public ::testing::WithParamInterface<NewName> {};
+
+TEST_P(CropRemarks, SayWhatTheToolDoes) {
+  const QDir folder(tools_.Path());
+  for (const char* inner : {"current", "folder.mp4", "a\"b", "ab"})
+    ASSERT_TRUE(folder.mkdir(inner));
+  for (const char* old : {"old.mp4", "old", "old.m3u8", "OLD.MPD"}) tools_.File(old);
+  LoadMade(Source("320x240"), "clip.mp4");
+  const QString former = QDir::currentPath();
+  QDir::setCurrent(InFolder("current"));
+  const Snapshot before(tools_.Path());
+  QString remark;
+  Measure();
+  {
+    const DialogAnswers answers({TypeNameInFolder(InFolder(GetParam().typed), remark)});
+    Give(CropVideo);
+  }
+  RunJob(*JobWindow());
+  QDir::setCurrent(former);
+  EXPECT_EQ(remark, QString(GetParam().remark).replace("FOLDER", tools_.Path()));
+  EXPECT_EQ(before.Changed(), GetParam().changed);
+}
+
+const QString kKept = "This file exists: it will be kept, and nothing written.";
+const QString kReplaced = "This file exists: it will be replaced.";
+const QString kNoFormat = "Without an extension the tool knows no format.";
+const QString kNoFolder = "No file can be written in this folder.";
+
+QString Cut(const QString& name) {
+  return "The blank ends the name: FOLDER/" + name + ". The rest is taken for further files.";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    RealTools, CropRemarks,
+    ::testing::Values(
+        NewName{"New", "new.mp4", "", {"new.mp4"}},
+        NewName{"OnlyAnExtension", ".mp4", "", {".mp4"}},
+        NewName{"Blank", "my.mp4 holiday.mp4", Cut("my.mp4"), {"current/holiday.mp4", "my.mp4"}},
+        NewName{"BlankBeforeTheExtension", "my holiday.mp4", Cut("my") + ' ' + kNoFormat, {}},
+        NewName{"BlankInTheFolder", "my folder/new.mp4", Cut("my") + ' ' + kNoFormat, {}},
+        NewName{
+            "BlankAtTheEnd", "new.mp4 ", "The blank ends the name: FOLDER/new.mp4.", {"new.mp4"}},
+        NewName{"QuoteInTheFolder",
+                "a\"b/new.mp4",
+                "The quotes vanish: FOLDER/ab/new.mp4.",
+                {"ab/new.mp4"}},
+        NewName{"Existing", "old.mp4", kKept, {}},
+        NewName{"ExistingBeforeABlank", "old.mp4 new.mp4", Cut("old.mp4") + ' ' + kKept, {}},
+        NewName{"AFolderBeforeABlank", "folder.mp4 new.mp4", Cut("folder.mp4") + ' ' + kKept, {}},
+        NewName{"ExistingList", "old.m3u8", kReplaced, {"old.m3u8", "old0.ts"}},
+        NewName{"ExistingManifest",
+                "OLD.MPD",
+                kReplaced,
+                {"OLD.MPD", "chunk-stream0-00001.m4s", "init-stream0.m4s"}},
+        NewName{"ExistingListBeforeABlank",
+                "old.m3u8 new.mp4",
+                kReplaced + ' ' + Cut("old.m3u8"),
+                {"current/new.mp4", "old.m3u8", "old0.ts"}},
+        NewName{"NoExtension", "new", kNoFormat, {}},
+        NewName{"AFullStopAtTheEnd", "new.", kNoFormat, {}},
+        NewName{"ExistingWithoutAnExtension", "old", kKept + ' ' + kNoFormat, {}},
+        NewName{"NoFolder", "missing/new.mp4", kNoFolder, {}},
+        NewName{"AFileAsFolder", "old.mp4/new.mp4", kNoFolder, {}}),
+    [](const auto& tested) { return std::string(tested.param.name); });
 
 // These tests crop to a file whose name or folder has a blank. "current" is the current folder.
 class CropWithABlank : public RealTools {

@@ -1,0 +1,76 @@
+#include "media/OutputRemark.h"
+
+#include <unistd.h>
+
+#include <filesystem>
+#include <system_error>
+#include <vector>
+
+#include "media/CommandLines.h"
+
+namespace kelvane {
+namespace {
+
+namespace fs = std::filesystem;
+
+bool CanBeUsed(const fs::path& file, int mode) { return ::access(file.c_str(), mode) == 0; }
+
+// A tool takes all that follows the last point, ".mp4" included, which has no extension for the
+// standard library.
+bool HasExtension(const std::string& file) {
+  const std::string name = fs::path(file).filename();
+  const std::size_t point = name.rfind('.');
+  return point != std::string::npos && point + 1 < name.size();
+}
+
+std::string LossRemark(const std::string& path, const std::vector<std::string>& arguments) {
+  const std::string& file = arguments.front();
+  if (file == path) return {};
+  const bool blankEnds = arguments.size() > 1 || path.find('"') == std::string::npos;
+  const std::string remark =
+      (blankEnds ? "The blank ends the name: " : "The quotes vanish: ") + file + '.';
+  return arguments.size() > 1 ? remark + " The rest is taken for further files." : remark;
+}
+
+void Append(std::string& remark, const std::string& sentence) {
+  if (!remark.empty() && !sentence.empty()) remark += ' ';
+  remark += sentence;
+}
+
+}  // namespace
+
+std::string OutputFile(const std::string& path) {
+  const std::vector<std::string> arguments = SplitCommandLine(path);
+  return arguments.empty() ? std::string() : arguments.front();
+}
+
+std::string FolderRemark(const std::string& path) {
+  const fs::path folder = fs::path(path).parent_path() / "";
+  return CanBeUsed(folder, W_OK | X_OK) ? "" : "No file can be written in this folder.";
+}
+
+std::string WriteRemark(const std::string& path, const std::string& replaced) {
+  std::error_code ignored;
+  if (fs::exists(path, ignored)) {
+    const bool isReplaced =
+        !replaced.empty() && CanBeUsed(path, W_OK) && !fs::is_directory(path, ignored);
+    return isReplaced ? replaced : "This file exists: it will be kept, and nothing written.";
+  }
+  return FolderRemark(path);
+}
+
+std::string OutputRemark(const std::string& path, const std::string& replaced) {
+  const std::vector<std::string> arguments = SplitCommandLine(path);
+  if (arguments.empty()) return {};
+  const std::string& file = arguments.front();
+  const bool hasFormat = HasExtension(file);
+  const std::string written = WriteRemark(file, hasFormat ? replaced : std::string());
+  const bool costsTheFile = !written.empty() && written == replaced;
+  std::string remark = costsTheFile ? written : std::string();
+  Append(remark, LossRemark(path, arguments));
+  if (!costsTheFile) Append(remark, written);
+  if (!hasFormat) Append(remark, "Without an extension the tool knows no format.");
+  return remark;
+}
+
+}  // namespace kelvane

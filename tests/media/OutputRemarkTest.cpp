@@ -1,0 +1,60 @@
+// What is said of a file that a user may not write. The rooms of the windows test the rest, with
+// the real tools.
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <array>
+#include <filesystem>
+#include <string>
+
+#include "TestTools.h"
+#include "media/OutputRemark.h"
+
+namespace kelvane::testing {
+namespace {
+
+namespace fs = std::filesystem;
+
+// Returns the remark as a user gets it who is neither root nor the owner of the file.
+std::string RemarkForAnotherUser(const std::string& path) {
+  constexpr uid_t kNobody = 65534;
+  std::array<int, 2> pipe{};
+  EXPECT_EQ(::pipe(pipe.data()), 0);
+  const pid_t child = ::fork();
+  if (child == 0) {
+    std::string remark = "no other user";
+    if (::geteuid() != 0 || ::setuid(kNobody) == 0) remark = WriteRemark(path, kFileIsReplaced);
+    ::_exit(::write(pipe[1], remark.data(), remark.size()) < 0);
+  }
+  ::close(pipe[1]);
+  std::string remark(100, '\0');
+  const ssize_t length = ::read(pipe[0], remark.data(), remark.size());
+  remark.resize(length < 0 ? 0 : static_cast<std::size_t>(length));
+  ::close(pipe[0]);
+  ::waitpid(child, nullptr, 0);
+  return remark;
+}
+
+TEST(WriteRemark, IsThatNothingIsWrittenWhereTheUserMayNot) {
+  const TemporaryFolder folder;
+  const std::string noFile = "No file can be written in this folder.";
+  const std::string kept = "This file exists: it will be kept, and nothing written.";
+  const std::string old = folder.File("old.mp4");
+  constexpr auto kRead = fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read;
+  constexpr auto kEnter = fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec;
+  constexpr auto kWrite = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+  fs::permissions(folder.path(), kRead | kEnter);
+  fs::permissions(old, kRead);
+  EXPECT_EQ(RemarkForAnotherUser(folder / "new.mp4"), noFile);
+  EXPECT_EQ(RemarkForAnotherUser(old), kept);
+  fs::permissions(old, kRead | kWrite);
+  EXPECT_EQ(RemarkForAnotherUser(old), kFileIsReplaced);
+  fs::permissions(folder.path(), kRead | kWrite);
+  EXPECT_EQ(RemarkForAnotherUser(folder / "new.mp4"), noFile);
+  fs::permissions(folder.path(), kRead | kWrite | kEnter);
+  EXPECT_EQ(RemarkForAnotherUser(folder / "new.mp4"), "");
+}
+
+}  // namespace
+}  // namespace kelvane::testing

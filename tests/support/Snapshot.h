@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QDirIterator>
+#include <QFile>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace kelvane::testing {
+
+// The files of a folder and of the folders in it, with their contents.
+class Snapshot {
+ public:
+  explicit Snapshot(QString folder) : folder_(std::move(folder)), contents_(Read()) {}
+
+  // The names of the files that are new or have other contents than then, sorted.
+  std::vector<std::string> Changed() const {
+    std::vector<std::string> changed;
+    for (const auto& [name, content] : Read()) {
+      const auto former = contents_.find(name);
+      if (former == contents_.end() || former->second != content) changed.push_back(name);
+    }
+    return changed;
+  }
+
+ private:
+  std::map<std::string, QByteArray> Read() const {
+    std::map<std::string, QByteArray> contents;
+    QDirIterator each(folder_, QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
+    while (each.hasNext()) {
+      QFile file(each.next());
+      const bool opened = file.open(QIODevice::ReadOnly);
+      contents[file.fileName().mid(folder_.size() + 1).toStdString()] =
+          opened ? file.readAll() : QByteArray();
+    }
+    return contents;
+  }
+
+  QString folder_;
+  std::map<std::string, QByteArray> contents_;
+};
+
+}  // namespace kelvane::testing
