@@ -3,7 +3,10 @@
 #include <fcntl.h>
 
 #include <QFile>
+#include <QLibraryInfo>
+#include <QLocale>
 #include <QSettings>
+#include <QTranslator>
 #include <clocale>
 #include <csignal>
 #include <cstdlib>
@@ -28,6 +31,18 @@ void OpenMissingStandardDescriptors() {
   }
 }
 
+// Lets Qt's own texts, in dialogs and menus, be in the user's language. The windows keep the
+// direction for which they are designed.
+void TranslateQt() {
+  QGuiApplication::setLayoutDirection(Qt::LeftToRight);
+  const QLocale user = QLocale::system();
+  if (user.language() == QLocale::C || user.language() == QLocale::English) return;
+  auto* texts = new QTranslator(qApp);
+  if (texts->load(user, u"qtbase"_s, u"_"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    QCoreApplication::installTranslator(texts);
+  }
+}
+
 }  // namespace
 
 App::App(const char* programName, const QString& title)
@@ -39,6 +54,7 @@ App::App(const char* programName, const QString& title)
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, u"/dev/null"_s);
 
   application_ = StartQt(argumentCount_, arguments_.data());
+  TranslateQt();
   RoundPointerPositions();
   ServeScreenReaders();
   QApplication::setQuitOnLastWindowClosed(false);

@@ -9,7 +9,7 @@
 namespace kelvane {
 
 // The application object. It is made once, before everything else, on the thread that becomes the
-// user-interface thread. It ignores the command line.
+// user-interface thread. It ignores the command line. Qt's own texts are in the user's language.
 class App {
  public:
   // `programName` is the name of the program's desktop file. `title` is the title of message boxes

@@ -11,6 +11,8 @@
 #include <QListView>
 #include <QScopedValueRollback>
 #include <QScreen>
+#include <QStandardPaths>
+#include <QUrl>
 #include <utility>
 
 #include "platform/DialogLoop.h"
@@ -27,6 +29,18 @@ QSize MinimumSizeFor(const QFontMetricsF& text) {
   constexpr int kCharacters = 130;
   constexpr int kLines = 30;
   return QSizeF(kCharacters * text.averageCharWidth(), kLines * text.height()).toSize();
+}
+
+// Returns the user's folders that exist, and all disks.
+QList<QUrl> PlacesOfTheUser() {
+  QList<QUrl> places;
+  for (const auto location : {QStandardPaths::DesktopLocation, QStandardPaths::MoviesLocation,
+                              QStandardPaths::DownloadLocation, QStandardPaths::HomeLocation}) {
+    const QString folder = QDir::cleanPath(QStandardPaths::writableLocation(location));
+    const QUrl place = QUrl::fromLocalFile(folder);
+    if (QFileInfo(folder).isDir() && !places.contains(place)) places << place;
+  }
+  return places << QUrl(u"file:"_s);
 }
 
 // Makes the typed name the result. Qt's dialog selects a typed name in its list of files, returns
@@ -135,6 +149,7 @@ bool CommonDialog::Show(Purpose purpose) {
   dialog.setOption(QFileDialog::HideNameFilterDetails);
   dialog.setAcceptMode(opens ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
   dialog.setFileMode(opens ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+  dialog.setSidebarUrls(PlacesOfTheUser());
   const QString title = std::exchange(DialogTitle, QString());
   if (!title.isEmpty()) dialog.setWindowTitle(title);
   const QStringList filters = NameFilters(Filter);

@@ -7,8 +7,9 @@ class QWidget;
 
 namespace kelvane {
 
-// Qt's dialogs that ask for a file. They add no extension and remember nothing from one run of the
-// program to the next. Belongs to the user-interface thread.
+// Qt's dialogs that ask for a file, with the user's own folders beside the list. They add no
+// extension and remember nothing from one run of the program to the next. Belongs to the
+// user-interface thread.
 class CommonDialog {
  public:
   // `window` is the parent of the dialogs and must outlive this object.
@@ -21,8 +22,8 @@ class CommonDialog {
   QString Filter;
   // The number of the pair that is selected at first, counted from 1. The dialog doesn't change it.
   int FilterIndex = 1;
-  // The folder that is shown first; if it is empty, that of the file last chosen. If there is no
-  // such folder, the user's home folder is shown.
+  // The folder that is shown first; if it is empty, that of the file last chosen in any dialog of
+  // the program. If there is no such folder, the user's home folder is shown.
   QString InitDir;
   // The title of the next dialog, which clears it; Qt's default if it is empty.
   QString DialogTitle;
@@ -49,7 +50,7 @@ class CommonDialog {
 
   QWidget& window_;
   QString chosen_;  // by Choose
-  QString lastFolder_;
+  inline static QString lastFolder_;
 };
 
 }  // namespace kelvane

@@ -95,6 +95,7 @@ void Form1::StartCrop() {
   CDialog.FileName.clear();
   CDialog.Filter = u"MP4 Files (*.mp4)|*.mp4|AVI Files (*.avi)|*.avi|All Files (*.*)|*.*"_s;
   CDialog.FilterIndex = 1;
+  CDialog.InitDir.clear();
   CDialog.Remark = CropRemark;
   CDialog.ShowSave();
   if (CDialog.FileName.isEmpty()) return;

@@ -25,7 +25,7 @@ std::string RunTestProgram(const QStringList& arguments, const Environment& envi
   QProcess program;
   QProcessEnvironment all = QProcessEnvironment::systemEnvironment();
   all.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
-  for (const char* category : {"LC_ALL", "LC_CTYPE", "LC_NUMERIC"}) {
+  for (const char* category : {"LANGUAGE", "LC_ALL", "LC_CTYPE", "LC_MESSAGES", "LC_NUMERIC"}) {
     all.remove(QLatin1String(category));
   }
   for (const auto& [name, value] : environment) all.insert(QLatin1String(name), value);
@@ -100,6 +100,19 @@ TEST(Application, WritesNothingToTheUsersSettingsAfterFileDialogs) {
     // The font library's cache is no setting of the user's.
     const QString file = files.next();
     if (!file.contains("/cache/fontconfig/"_L1)) ADD_FAILURE() << file.toStdString();
+  }
+}
+
+TEST(Application, HasQtsTextsInTheUsersLanguageAndItsWindowsFromLeftToRight) {
+  for (const auto& [environment, cancel] :
+       {std::pair(Environment{{"LANG", "de_DE.UTF-8"}}, "Abbrechen"),
+        {{{"LANG", "en_US.UTF-8"}, {"LANGUAGE", "fr:de"}}, "Annuler"},
+        {{{"LANG", "eo.UTF-8"}, {"LANGUAGE", "eo:de"}}, "Abbrechen"},
+        {{{"LANG", "he_IL.UTF-8"}}, "ביטול"},
+        {{{"LANG", "en_GB.UTF-8"}}, "Cancel"},
+        {{{"LANG", "tlh_XX.UTF-8"}}, "Cancel"},
+        {{{"LANG", "C.UTF-8"}}, "Cancel"}}) {
+    EXPECT_EQ(RunTestProgram({"texts"}, environment), std::string(cancel) + ", left to right");
   }
 }
 

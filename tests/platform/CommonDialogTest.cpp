@@ -335,6 +335,55 @@ TEST_F(FileDialog, EndsARemarkThatIsTooLongInDotsAndHasItWholeAsItsTip) {
   });
 }
 
+TEST_F(FileDialog, BeginsWhereTheLastFileWasChosenInAnyOfTheProgramsDialogs) {
+  TestForm otherForm;
+  CommonDialog other(otherForm);
+  other.InitDir = farFolder.path();
+  {
+    const DialogAnswers answers({TypeFile(far)});
+    ASSERT_TRUE(other.ShowOpen());
+  }
+  dialog.InitDir.clear();
+  EXPECT_EQ(FirstFolder(), farFolder.path());
+}
+
+TEST_F(FileDialog, HasTheUsersFoldersThatExistAtItsSide) {
+  const QByteArray formerHome = qgetenv("HOME");
+  const QByteArray formerSettings = qgetenv("XDG_CONFIG_HOME");
+  const QTemporaryDir home;
+  const auto inHome = [&home](const char* name) {
+    return QUrl::fromLocalFile(home.filePath(QLatin1String(name)));
+  };
+  for (const char* name : {"Desktop", "Films", "config"}) {
+    ASSERT_TRUE(QDir(home.path()).mkdir(QLatin1String(name)));
+  }
+  // The downloads are in a folder that doesn't exist.
+  QFile settings(home.filePath("config/user-dirs.dirs"));
+  ASSERT_TRUE(settings.open(QIODevice::WriteOnly));
+  const auto set = [&settings](const QByteArray& videos) {
+    settings.resize(0);
+    settings.seek(0);
+    settings.write("XDG_VIDEOS_DIR=\"$HOME" + videos + "\"\nXDG_DOWNLOAD_DIR=\"$HOME/Loads\"\n");
+    settings.flush();
+  };
+  qputenv("HOME", home.path().toUtf8());
+  qputenv("XDG_CONFIG_HOME", home.filePath("config").toUtf8());
+  const QUrl disks("file:");
+  const QUrl own = QUrl::fromLocalFile(home.path());
+  for (const auto& [videos, expected] :
+       {std::pair("/Films", QList<QUrl>{inHome("Desktop"), inHome("Films"), own, disks}),
+        {"/", {inHome("Desktop"), own, disks}}}) {
+    set(videos);
+    Save([&expected = expected](QFileDialog& shown) {
+      EXPECT_EQ(shown.sidebarUrls(), expected);
+      shown.reject();
+    });
+  }
+  qputenv("HOME", formerHome);
+  formerSettings.isNull() ? qunsetenv("XDG_CONFIG_HOME")
+                          : qputenv("XDG_CONFIG_HOME", formerSettings);
+}
+
 // X may give the focus to the list of completions after that list has closed.
 TEST_F(FileDialog, TakesATypedNameAtTheFirstReturnThoughTheNameHasNoFocus) {
   const auto type = [](const QString& path) {

@@ -7,7 +7,9 @@
 #include <QFontInfo>
 #include <QLineEdit>
 #include <QLocale>
+#include <QMessageBox>
 #include <QProcess>
+#include <QPushButton>
 #include <QTimer>
 #include <clocale>
 #include <cstdio>
@@ -52,6 +54,14 @@ int Names(App& /*app*/) {
   Print(QString::fromStdString(App::Path()));
   Print(QGuiApplication::desktopFileName());
   Print(QCoreApplication::arguments().join(u' '));
+  return 0;
+}
+
+// The text of a button of Qt's, and the direction of the windows.
+int Texts(App& /*app*/) {
+  const QMessageBox box(QMessageBox::NoIcon, {}, {}, QMessageBox::Cancel);
+  const QString cancel = box.button(QMessageBox::Cancel)->text().remove(u'&');
+  Print(cancel + (box.isLeftToRight() ? u", left to right"_s : u", right to left"_s));
   return 0;
 }
 
@@ -134,6 +144,7 @@ int Main(std::string_view situation) {
   for (const auto& [name, show] : {std::pair<std::string_view, int (*)(App&)>{"locale", Locale},
                                    {"scale", Scale},
                                    {"names", Names},
+                                   {"texts", Texts},
                                    {"standard-descriptors", StandardDescriptors},
                                    {"file-dialogs", FileDialogs},
                                    {"run", Run},

@@ -8,6 +8,8 @@
 // Tests run on the offscreen platform unless QT_QPA_PLATFORM says otherwise, in the C locale.
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
+  qputenv("LC_ALL", "C.UTF-8");
+  qunsetenv("LANGUAGE");
   if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   const kelvane::App app("kelvane", kelvane::kProductName);
   QLocale::setDefault(QLocale::c());

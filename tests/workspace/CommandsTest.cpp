@@ -148,6 +148,17 @@ TEST_F(Commands, CropTakesTheRegionOfTheCommandAndNotOfTheJobsStart) {
             "ffmpeg | -i | " + video.toStdString() + " | -vf | crop=635:355:0:0 | /tmp/out.mp4");
 }
 
+TEST_F(Commands, CropAsksForTheNewFileInTheFolderOfTheLoadedVideo) {
+  LoadVideoOf(640, 360);
+  QString folder;
+  const DialogAnswers answers({[&folder](QDialog& dialog) {
+    folder = dynamic_cast<QFileDialog&>(dialog).directory().path();
+    dialog.reject();
+  }});
+  Give(CropVideo);
+  EXPECT_EQ(folder, tools_.Path());
+}
+
 TEST_F(Commands, CropSplitsAnOutputAtItsBlanks) {
   CropTo("/tmp/my new clip.mp4");
   EXPECT_EQ(OutputPath, "/tmp/my new clip.mp4");
