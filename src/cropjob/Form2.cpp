@@ -88,10 +88,13 @@ void Form2::CropVideo() {
     objDOS->setCommandLine(CropCommandLine(ToolsFolder(App::Path()),
                                            ToNarrow(mainWindow_.ShownVideo()), ToNarrow(CropFilter),
                                            ToNarrow(OutputPath)));
+    longJob_.emplace("Cropping a video");
     objDOS->ExecuteCommand();
+    longJob_.reset();
     setMousePointer(MousePointer::kDefault);
     Label1(2).setCaption(u"Progress: 100 % Complete: Status: Cropping Successful"_s);
   } catch (const std::exception&) {
+    longJob_.reset();
     MsgBox(u"An Error Occurred trying to crop the Video."_s);
   }
   objDOS.reset();
@@ -109,6 +112,7 @@ void Form2::objDOS_ReceiveOutputs(const std::string& CommandOutputs) {
   if (const std::optional<int> seconds = SecondsFromTimeText(time)) {
     pbar.setValue(static_cast<float>(*seconds));
   }
+  if (longJob_) longJob_->SetProgress(double{pbar.Value()} / double{top});
   const QString percent = FormatTwoDecimals(double{old} / (double{top} / 100));
   Label1(2).setCaption(u"Progress: %1% Complete: Status: Cropping Video"_s.arg(percent));
   mainWindow_.JobProgress().setValue(pbar.Value());

@@ -2,12 +2,14 @@
 
 #include <cstdint>
 #include <memory>
+#include <optional>
 
 #include "cropjob/MainWindow.h"
 #include "media/DOSOutputs.h"
 #include "platform/ControlArray.h"
 #include "platform/Form.h"
 #include "platform/Label.h"
+#include "platform/LongJob.h"
 #include "platform/ProgressBar.h"
 #include "platform/Timer.h"
 
@@ -41,6 +43,7 @@ class Form2 : public Form {
 
   MainWindow& mainWindow_;
   std::unique_ptr<DOSOutputs> objDOS;
+  std::optional<LongJob> longJob_;  // while the tool runs
   std::int16_t TimerTicks = 0;
 
   ControlArray<Label> Label1{*this, "Label1"};

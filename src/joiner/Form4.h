@@ -21,6 +21,8 @@
 
 namespace kelvane {
 
+class LongJob;
+
 // The boxes of the time chart, Picture1.
 enum ChartBox : int { ChartFrame = 0, ChartViewport = 1, Chart = 2 };
 
@@ -92,6 +94,8 @@ class Form4 : public Form {
 
   // Running the tools, for a join and for a new section.
   void ConnectRunner(DOSOutputs& objDOS);
+  // Takes the job's progress from what the tool prints. `job` must outlive the runs of `objDOS`.
+  void ShowProgress(DOSOutputs& objDOS, LongJob& job);
   // Runs the line that `commandLine` returns. Ignores exceptions, also those of `commandLine`.
   static void Run(DOSOutputs& objDOS, const std::function<std::string()>& commandLine);
 

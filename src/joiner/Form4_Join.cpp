@@ -6,6 +6,7 @@
 #include <chrono>
 #include <exception>
 #include <thread>
+#include <utility>
 
 #include "joiner/Form4.h"
 #include "joiner/JoinTexts.h"
@@ -13,6 +14,7 @@
 #include "media/Module1.h"
 #include "media/ProbeReadings.h"
 #include "platform/App.h"
+#include "platform/LongJob.h"
 #include "platform/MsgBox.h"
 #include "shared/TextHelpers.h"
 
@@ -65,6 +67,8 @@ void Form4::JoinSections(DOSOutputs& objDOS) {
   const std::string ListFile = WriteListFile(tools);
   WaitOneSecond();
   if (Option1(NoTranscode).Value()) {
+    LongJob job("Joining videos");
+    ShowProgress(objDOS, job);
     Run(objDOS, [&] { return JoinCommandLine(tools, ListFile, ToNarrow(OutputFile)); });
   }
 }
@@ -96,10 +100,12 @@ bool Form4::WriteListTo(const QString& path) const {
 void Form4::TranscodeSections(DOSOutputs& objDOS) {
   TranscodeLock = true;
   const std::string tools = ToolsFolder(App::Path());
+  LongJob job("Transcoding videos");
   for (int i = 0; i < List1.ListCount(); ++i) {
     Label3(ProcessLine).setCaption(u"Process: Transcoding Video "_s + FormatDigits(i, 2));
     // Nothing else paints it while the tools run.
     Label3(ProcessLine).repaint();
+    job.SetProgress(static_cast<double>(i) / List1.ListCount());
     const QString SectionPath = Trim(List1.List(i));
     const QString SectionFolder = FolderOf(SectionPath);
     if (SectionFolder.isEmpty()) continue;
@@ -118,6 +124,16 @@ void Form4::ConnectRunner(DOSOutputs& objDOS) {
   objDOS.CutBlocks(EndOfLine);
   objDOS.ReceiveOutputs =
       IgnoringExceptions([this](const std::string& block) { objDOS_ReceiveOutputs(block); });
+}
+
+void Form4::ShowProgress(DOSOutputs& objDOS, LongJob& job) {
+  objDOS.ReceiveOutputs = IgnoringExceptions(
+      [this, &job, receive = std::move(objDOS.ReceiveOutputs)](const std::string& block) {
+        if (const auto seconds = ReadProgress(block); seconds && TotalSeconds > 0) {
+          job.SetProgress(*seconds / static_cast<double>(TotalSeconds));
+        }
+        receive(block);
+      });
 }
 
 // Ignores exceptions: the command goes on after a run that fails.

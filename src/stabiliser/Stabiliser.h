@@ -55,6 +55,7 @@ class Stabiliser : public Form3 {
   };
   // Where a run's progress is shown, and how many seconds of video it processes.
   struct Progress {
+    const char* purpose;  // of the run, for the desktop
     ProgressBar& bar;
     Label& label;
     QString prefix;  // before the percentage

@@ -13,6 +13,7 @@
 #include "media/Module1.h"
 #include "media/ProbeReadings.h"
 #include "platform/App.h"
+#include "platform/LongJob.h"
 #include "platform/MsgBox.h"
 #include "shared/TextHelpers.h"
 #include "stabiliser/NewFile.h"
@@ -85,13 +86,17 @@ void Stabiliser::Cancel() {
 bool Stabiliser::RunTool(const std::string& commandLine, const Progress* progress) {
   if (cancelled_) return false;
   DOSOutputs tool;
+  std::optional<LongJob> job;
+  if (progress != nullptr) job.emplace(progress->purpose);
   tool.Waiting = DoEvents;
   tool.CutBlocks(EndOfLine);
   tool.ReceiveOutputs = IgnoringExceptions([&](const std::string& line) {
     const std::optional<double> seconds = ReadProgress(line);
     if (!seconds) return;
     processedSeconds_ = *seconds;
-    if (progress != nullptr) ShowProgress(*progress, *seconds);
+    if (progress == nullptr) return;
+    ShowProgress(*progress, *seconds);
+    job->SetProgress(*seconds / progress->seconds);
   });
   processedSeconds_ = 0;
   const QScopedValueRollback<DOSOutputs*> current(tool_, &tool);
@@ -127,11 +132,11 @@ void Stabiliser::ShowProgress(const Progress& progress, double seconds) {
 }
 
 Stabiliser::Progress Stabiliser::ProgressOf(Pass pass, double seconds) const {
-  return {pbar(pass), Label9(2 + pass), u"Progress "_s, seconds};
+  return {"Stabilising a video", pbar(pass), Label9(2 + pass), u"Progress "_s, seconds};
 }
 
 Stabiliser::Progress Stabiliser::ProgressOfExtraction(double seconds) const {
-  return {pbar(2), Label15(1), QString(), seconds};
+  return {"Extracting a section of a video", pbar(2), Label15(1), QString(), seconds};
 }
 
 void Stabiliser::ClearProgress() {

@@ -317,9 +317,9 @@ TEST(Package, PassesLintianAndDependsOnWhatTheProgramUses) {
   const QString package = installation.MakePackage();
   EXPECT_EQ(Ran("lintian", {"--allow-root", "--fail-on", "error,warning", package}), "");
   const QString needed = Ran("dpkg-deb", {"--field", package, "Depends"});
-  for (const char* name :
-       {"ffmpeg", "qt6-qpa-plugins", "qt6-translations-l10n", "libmpv2", "fonts-liberation",
-        "xdg-utils", "libqt6widgets6", "libasound2(t64)?"}) {  // t64 from Debian 13 on
+  for (const char* name : {"ffmpeg", "qt6-qpa-plugins", "qt6-translations-l10n", "libmpv2",
+                           "fonts-liberation", "xdg-utils", "libqt6widgets6", "libsystemd0",
+                           "libasound2(t64)?"}) {  // t64 from Debian 13 on
     EXPECT_TRUE(needed.contains(QRegularExpression("\\b" + QString(name) + "\\b"))) << name;
   }
   EXPECT_EQ(Ran("dpkg-deb", {"--field", package, "Version"}).trimmed(), KELVANE_VERSION);

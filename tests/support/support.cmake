@@ -32,3 +32,12 @@ target_link_libraries(kelvane_test_support
   PRIVATE kelvane_options)
 target_compile_definitions(kelvane_test_support
   PRIVATE KELVANE_WINDOW_TEXTS="${PROJECT_SOURCE_DIR}/tests/windows")
+
+# The buses and services of a desktop session.
+find_package(Qt6 6.4 REQUIRED COMPONENTS DBus)
+add_library(kelvane_test_session STATIC
+  ${CMAKE_CURRENT_LIST_DIR}/PrivateBus.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/SessionServices.cpp)
+target_link_libraries(kelvane_test_session
+  PUBLIC kelvane_test_kit Qt6::DBus
+  PRIVATE kelvane_options)

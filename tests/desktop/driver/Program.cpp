@@ -46,6 +46,7 @@ QProcessEnvironment CleanEnvironment(const QString& folder, const QString& displ
   environment.insert("XDG_RUNTIME_DIR", folder + "/runtime");
   environment.insert("LANG", "C.UTF-8");
   environment.insert("DISPLAY", display);
+  environment.insert("DBUS_SYSTEM_BUS_ADDRESS", "unix:path=/nowhere/bus");
   // The machine may have no sound device.
   environment.insert("SDL_AUDIODRIVER", "dummy");
   for (const char* name : {"ASAN_OPTIONS", "LSAN_OPTIONS", "UBSAN_OPTIONS"}) {

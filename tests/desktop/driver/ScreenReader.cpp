@@ -1,14 +1,10 @@
 #include "desktop/driver/ScreenReader.h"
 
-#include <sys/prctl.h>
-
 #include <QDBusArgument>
 #include <QDBusMessage>
 #include <QDBusObjectPath>
 #include <QDBusReply>
 #include <QDBusVariant>
-#include <QProcessEnvironment>
-#include <csignal>
 #include <stdexcept>
 #include <utility>
 
@@ -137,12 +133,11 @@ bool AccessibleNode::Invoke(const QString& action) const {
   return false;
 }
 
-ScreenReader::ScreenReader(const QString& socketFolder) {
-  StartBus(socketFolder);
+ScreenReader::ScreenReader(const QString& socketFolder) : sessionBus_(socketFolder) {
   const QString name = "screen reader of " + socketFolder;
   const QString service = "org.a11y.Bus";
   const QString path = "/org/a11y/bus";
-  const QDBusConnection session = QDBusConnection::connectToBus(address_, name);
+  const QDBusConnection session = QDBusConnection::connectToBus(Address(), name);
   Ask(session, service, path, kProperties, "Set",
       {"org.a11y.Status", "IsEnabled", QVariant::fromValue(QDBusVariant(true))});
   const QString address = Ask(session, service, path, service, "GetAddress", {}).toString();
@@ -152,31 +147,7 @@ ScreenReader::ScreenReader(const QString& socketFolder) {
   Subscribe();
 }
 
-ScreenReader::~ScreenReader() {
-  QDBusConnection::disconnectFromBus(bus_.name());
-  daemon_.terminate();
-  daemon_.waitForFinished();
-}
-
-void ScreenReader::StartBus(const QString& socketFolder) {
-  QProcessEnvironment environment;
-  environment.insert("PATH", "/usr/bin:/bin");
-  environment.insert("HOME", socketFolder);
-  environment.insert("XDG_RUNTIME_DIR", socketFolder);
-  environment.insert("GSETTINGS_BACKEND", "memory");
-  environment.insert("LANG", "C.UTF-8");
-  daemon_.setProcessEnvironment(environment);
-  daemon_.setStandardErrorFile(QProcess::nullDevice());
-  daemon_.setChildProcessModifier([] { prctl(PR_SET_PDEATHSIG, SIGTERM); });
-  daemon_.start("dbus-daemon", {"--session", "--nofork", "--nopidfile", "--print-address=1",
-                                u"--address=unix:path=%1/bus"_s.arg(socketFolder)});
-  WaitFor([this] {
-    daemon_.waitForReadyRead(0);
-    return daemon_.canReadLine() || daemon_.state() == QProcess::NotRunning;
-  });
-  address_ = QString::fromUtf8(daemon_.readLine()).trimmed();
-  if (address_.isEmpty()) throw std::runtime_error("the session bus doesn't start");
-}
+ScreenReader::~ScreenReader() { QDBusConnection::disconnectFromBus(bus_.name()); }
 
 // Programs announce only the changes to which somebody has subscribed.
 void ScreenReader::Subscribe() {

@@ -2,11 +2,11 @@
 
 #include <QDBusConnection>
 #include <QList>
-#include <QProcess>
 #include <QSet>
 #include <QString>
 
 #include "desktop/driver/Wait.h"
+#include "support/PrivateBus.h"
 
 namespace kelvane::desktop {
 
@@ -59,7 +59,7 @@ class ScreenReader : public QObject {
   ~ScreenReader() override;
 
   // The value of DBUS_SESSION_BUS_ADDRESS.
-  QString Address() const { return address_; }
+  const QString& Address() const { return sessionBus_.Address(); }
 
   // Waits for a window of that title. Returns a node without an id if none comes.
   AccessibleNode AwaitWindow(const QString& title) const;
@@ -71,11 +71,9 @@ class ScreenReader : public QObject {
   void TakeSignal(const QDBusMessage& signal);
 
  private:
-  void StartBus(const QString& socketFolder);
   void Subscribe();
 
-  QProcess daemon_;
-  QString address_;
+  testing::PrivateBus sessionBus_;
   QDBusConnection bus_{QString()};
   QSet<QString> announced_;
 };

@@ -1,0 +1,188 @@
+#include "platform/LongJob.h"
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/eventfd.h>
+#include <systemd/sd-bus.h>
+#include <unistd.h>
+
+#include <QGuiApplication>
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cmath>
+#include <cstdint>
+#include <exception>
+#include <memory>
+#include <utility>
+
+#include "shared/Product.h"
+
+namespace kelvane {
+namespace {
+
+using std::chrono::microseconds;
+
+constexpr microseconds kPatience = std::chrono::seconds(3);  // with the portal
+constexpr int kWholePercent = 100;
+
+struct CloseBus {
+  void operator()(sd_bus* bus) const { sd_bus_close_unref(bus); }
+};
+using Bus = std::unique_ptr<sd_bus, CloseBus>;
+
+// Begins to connect, and returns before the bus answers. Null if there is none.
+Bus Open(int (*open)(sd_bus**)) {
+  sd_bus* bus = nullptr;
+  return open(&bus) < 0 ? nullptr : Bus(bus);
+}
+
+// Sends and takes what it can without waiting. A bus that is lost becomes null.
+void Process(Bus& bus) {
+  int result = 1;
+  while (bus && result > 0) result = sd_bus_process(bus.get(), nullptr);
+  if (result < 0) bus.reset();
+}
+
+// The clock of sd_bus_get_timeout.
+microseconds Now() {
+  return std::chrono::duration_cast<microseconds>(
+      std::chrono::steady_clock::now().time_since_epoch());
+}
+
+}  // namespace
+
+// What the thread says over D-Bus.
+class LongJob::Session {
+ public:
+  Session(const LongJob& job, const char* purpose) : job_(job), purpose_(purpose) {}
+  Session(const Session&) = delete;
+  Session& operator=(const Session&) = delete;
+  ~Session() {
+    if (inhibitor_ >= 0) ::close(inhibitor_);
+  }
+
+  void Run() {
+    session_ = Open(sd_bus_open_user);
+    AskPortal();
+    while (!job_.ends_) {
+      ShowProgress(job_.percent_);
+      Process(session_);
+      if (!answered_ && (!session_ || Now() >= deadline_)) AskLogind();
+      Process(system_);
+      Wait();
+    }
+    ShowProgress(-1);
+    Process(session_);
+  }
+
+ private:
+  void AskPortal() {
+    constexpr std::uint32_t kSuspend = 4;
+    deadline_ = Now() + kPatience;
+    if (!session_) return;
+    sd_bus_call_method_async(
+        session_.get(), nullptr, "org.freedesktop.portal.Desktop",
+        "/org/freedesktop/portal/desktop", "org.freedesktop.portal.Inhibit", "Inhibit",
+        [](sd_bus_message* answer, void* self, sd_bus_error* /*error*/) {
+          auto* session = static_cast<Session*>(self);
+          if (sd_bus_message_is_method_error(answer, nullptr) != 0) {
+            session->deadline_ = Now();
+          } else {
+            session->answered_ = true;
+          }
+          return 0;
+        },
+        this, "sua{sv}", "", kSuspend, 1, "reason", "s", purpose_);
+  }
+
+  // Asks once.
+  void AskLogind() {
+    answered_ = true;
+    system_ = Open(sd_bus_open_system);
+    if (!system_) return;
+    sd_bus_call_method_async(
+        system_.get(), nullptr, "org.freedesktop.login1", "/org/freedesktop/login1",
+        "org.freedesktop.login1.Manager", "Inhibit",
+        [](sd_bus_message* answer, void* self, sd_bus_error* /*error*/) {
+          int inhibitor = -1;
+          if (sd_bus_message_read(answer, "h", &inhibitor) > 0) {
+            static_cast<Session*>(self)->inhibitor_ = ::fcntl(inhibitor, F_DUPFD_CLOEXEC, 0);
+          }
+          return 0;
+        },
+        this, "ssss", "sleep", kProductName.data(), purpose_, "block");
+  }
+
+  // Shows no progress if `percent` is negative.
+  void ShowProgress(int percent) {
+    if (percent == shown_) return;
+    shown_ = percent;
+    if (!session_) return;
+    sd_bus_emit_signal(session_.get(), "/com/canonical/unity/launcherentry/kelvane",
+                       "com.canonical.Unity.LauncherEntry", "Update", "sa{sv}", job_.entry_.c_str(),
+                       2, "progress", "d", std::max(percent, 0) / double{kWholePercent},
+                       "progress-visible", "b", int{percent >= 0});
+  }
+
+  // Until a bus or the job has something to say.
+  void Wait() {
+    microseconds next = answered_ ? microseconds::max() : deadline_;
+    std::array<pollfd, 3> awaited{{{job_.wake_, POLLIN, 0}, {-1, 0, 0}, {-1, 0, 0}}};
+    for (const auto& [bus, entry] :
+         {std::pair(session_.get(), &awaited[1]), std::pair(system_.get(), &awaited[2])}) {
+      if (bus == nullptr) continue;
+      *entry = {sd_bus_get_fd(bus), static_cast<short>(sd_bus_get_events(bus)), 0};
+      std::uint64_t timeout = 0;  // UINT64_MAX for none
+      if (sd_bus_get_timeout(bus, &timeout) >= 0 && timeout < std::uint64_t(next.count())) {
+        next = microseconds(timeout);
+      }
+    }
+    int milliseconds = -1;
+    if (next != microseconds::max()) {
+      const auto rest = std::chrono::ceil<std::chrono::milliseconds>(next - Now());
+      milliseconds = static_cast<int>(std::max<std::int64_t>(rest.count(), 0));
+    }
+    ::poll(awaited.data(), awaited.size(), milliseconds);
+    std::uint64_t ignored = 0;
+    (void)!::read(job_.wake_, &ignored, sizeof ignored);
+  }
+
+  const LongJob& job_;
+  const char* purpose_;
+  Bus session_;
+  Bus system_;
+  microseconds deadline_{};  // when logind is asked unless the portal has answered
+  bool answered_ = false;    // by the portal, or logind has been asked
+  int inhibitor_ = -1;       // logind's descriptor
+  int shown_ = -1;           // percent
+};
+
+LongJob::LongJob(const char* purpose) : wake_(::eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
+  if (wake_ < 0) return;
+  try {
+    entry_ = "application://" + QGuiApplication::desktopFileName().toStdString() + ".desktop";
+    thread_ = std::thread([this, purpose] { Session(*this, purpose).Run(); });
+  } catch (const std::exception&) {
+  }
+}
+
+LongJob::~LongJob() {
+  ends_ = true;
+  Wake();
+  if (thread_.joinable()) thread_.join();
+  if (wake_ >= 0) ::close(wake_);
+}
+
+void LongJob::SetProgress(double part) {
+  const int percent =
+      std::isfinite(part) ? static_cast<int>(std::clamp(part, 0.0, 1.0) * kWholePercent) : 0;
+  if (percent_.exchange(percent) != percent) Wake();
+}
+
+void LongJob::Wake() const {
+  const std::uint64_t one = 1;
+  (void)!::write(wake_, &one, sizeof one);
+}
+
+}  // namespace kelvane

@@ -1,0 +1,94 @@
+#pragma once
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusObjectPath>
+#include <QDBusUnixFileDescriptor>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <QVariantMap>
+
+#include "support/PrivateBus.h"
+
+namespace kelvane::testing {
+
+// What hears of long jobs: the desktop portal and a launcher on a private session bus, and logind
+// on a private system bus. They answer while events are served.
+class SessionServices : public QObject {
+  Q_OBJECT
+ public:
+  SessionServices();
+  ~SessionServices() override;
+
+  const QString& SessionAddress() const { return sessionBus_.Address(); }
+  const QString& SystemAddress() const { return systemBus_.Address(); }
+
+  // Until these are called, neither is on its bus.
+  void OfferPortal() { Offer(session_, "org.freedesktop.portal.Desktop"); }
+  void OfferLogind() { Offer(system_, "org.freedesktop.login1"); }
+  // From now on the portal takes calls and doesn't answer.
+  void KeepThePortalSilent() { silent_ = true; }
+
+  // The calls so far: "portal: 4, Cropping a video" and "logind: sleep, Kelvane, Cropping a video,
+  // block".
+  const QStringList& Asked() const { return asked_; }
+  // Whether the portal's last caller is still on its bus, or logind's last descriptor still open.
+  bool Inhibited() const;
+  // What the launcher shows: "application://kelvane.desktop 42%", or "" for no progress.
+  const QString& Progress() const { return progress_; }
+  // All that it has shown.
+  const QStringList& ProgressSoFar() const { return progressSoFar_; }
+  // How many programs are connected to the system bus, apart from this one.
+  int OnTheSystemBus() const;
+
+ public slots:
+  void TakeLauncherUpdate(const QString& entry, const QVariantMap& properties);
+
+ private:
+  friend class PortalAnswers;
+  friend class LogindAnswers;
+
+  static void Offer(QDBusConnection& bus, const QString& service);
+
+  QTemporaryDir sessionFolder_;
+  QTemporaryDir systemFolder_;
+  PrivateBus sessionBus_{sessionFolder_.path()};
+  PrivateBus systemBus_{systemFolder_.path()};
+  QDBusConnection session_{QString()};
+  QDBusConnection system_{QString()};
+  bool silent_ = false;
+  QStringList asked_;
+  QString portalsCaller_;
+  int logindsEnd_ = -1;  // of a pipe, whose other end the caller has
+  QString progress_;
+  QStringList progressSoFar_;
+};
+
+// The interfaces of the two services.
+class PortalAnswers : public QObject {
+  Q_OBJECT
+  Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Inhibit")
+ public:
+  explicit PortalAnswers(SessionServices& services) : QObject(&services), services_(services) {}
+ public slots:
+  QDBusObjectPath Inhibit(const QString& window, uint flags, const QVariantMap& options,
+                          const QDBusMessage& call);
+
+ private:
+  SessionServices& services_;
+};
+
+class LogindAnswers : public QObject {
+  Q_OBJECT
+  Q_CLASSINFO("D-Bus Interface", "org.freedesktop.login1.Manager")
+ public:
+  explicit LogindAnswers(SessionServices& services) : QObject(&services), services_(services) {}
+ public slots:
+  QDBusUnixFileDescriptor Inhibit(const QString& what, const QString& who, const QString& why,
+                                  const QString& mode);
+
+ private:
+  SessionServices& services_;
+};
+
+}  // namespace kelvane::testing
