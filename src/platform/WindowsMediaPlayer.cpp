@@ -58,7 +58,7 @@ void WindowsMediaPlayer::Controls::play() {
 }
 
 void WindowsMediaPlayer::Controls::pause() {
-  if (player_.core_ != nullptr && player_.core_->Active()) player_.core_->setPaused(true);
+  if (active()) player_.core_->setPaused(true);
 }
 
 void WindowsMediaPlayer::Controls::stop() {
@@ -78,6 +78,21 @@ void WindowsMediaPlayer::Controls::setCurrentPosition(double seconds) {
   if (player_.url_.isEmpty() || !std::isfinite(seconds)) return;
   if (!player_.core_->Active()) player_.core_->StartPaused(player_.url_);
   player_.core_->Seek(std::max(seconds, 0.0));
+}
+
+void WindowsMediaPlayer::Controls::skip(double seconds) {
+  if (!active()) return;
+  const double duration = player_.core_->Duration();
+  const double goal = currentPosition() + seconds;
+  setCurrentPosition(duration > 0 ? std::min(goal, duration) : goal);
+}
+
+void WindowsMediaPlayer::Controls::step(int pictures) {
+  if (active()) player_.core_->Step(pictures);
+}
+
+bool WindowsMediaPlayer::Controls::active() const {
+  return player_.core_ != nullptr && player_.core_->Active();
 }
 
 bool WindowsMediaPlayer::Controls::playing() const {
@@ -123,14 +138,26 @@ QSize WindowsMediaPlayer::VisibleExtent() const {
   return {std::max(visible.right() + 1, 0), std::max(visible.bottom() + 1, 0)};
 }
 
-// Doesn't wait for the menu: a handler whose DoEvents opens it would block until it is closed.
+// Doesn't wait for the menu: a handler whose DoEvents opens it would block until it is closed. So
+// the file may end before the user chooses.
 void WindowsMediaPlayer::contextMenuEvent(QContextMenuEvent* event) {
+  constexpr double kSkip = 10;  // seconds
   if (url_.isEmpty()) return;
   auto* menu = new QMenu(this);
   menu->setAttribute(Qt::WA_DeleteOnClose);
-  menu->addAction(u"Play"_s, this, [this] { controls.play(); });
-  menu->addAction(u"Pause"_s, this, [this] { controls.pause(); });
-  menu->addAction(u"Stop"_s, this, [this] { controls.stop(); });
+  const bool active = core_->Active();
+  const auto add = [&](const QString& caption, bool enabled, const auto& action) {
+    menu->addAction(caption, this, action)->setEnabled(enabled);
+  };
+  add(u"Play"_s, true, [this] { controls.play(); });
+  add(u"Pause"_s, controls.playing(), [this] { controls.pause(); });
+  add(u"Stop"_s, active, [this] { controls.stop(); });
+  menu->addSeparator();
+  add(u"Back 10 Seconds"_s, active, [this] { controls.skip(-kSkip); });
+  add(u"Forward 10 Seconds"_s, active, [this] { controls.skip(kSkip); });
+  add(u"Previous Frame"_s, active, [this] { controls.step(-1); });
+  add(u"Next Frame"_s, active, [this] { controls.step(1); });
+  add(u"Back to the Beginning"_s, active, [this] { controls.skip(-controls.currentPosition()); });
   menu->popup(event->globalPos());
 }
 

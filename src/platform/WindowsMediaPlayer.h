@@ -8,7 +8,8 @@ namespace kelvane {
 
 class PlaybackCore;
 
-// A player whose only controls are in a context menu. The picture has its natural size, one source
+// A player whose only controls are in a context menu: play, pause, stop, skips of ten seconds,
+// steps of a picture, and back to the beginning. The picture has its natural size, one source
 // pixel to one screen pixel, at the top left corner, unless it fits the control's box; the rest is
 // black. A file that can't be played shows nothing, without a message.
 //
@@ -41,17 +42,26 @@ class WindowsMediaPlayer : public Control {
     void stop();
     // "mm:ss", or "hh:mm:ss" from an hour on; empty while URL is empty.
     QString currentPositionString() const;
-    // In seconds; 0 while it is unknown or URL is empty.
+    // In seconds; 0 while it is unknown or URL is empty. While a picture is sought, it is the time
+    // that is sought.
     double currentPosition() const;
     // Goes to the first picture at or after `seconds`, or else to the last one, and stays paused or
     // playing. Doesn't wait for it; of several calls that come while another picture is sought only
     // the last is done. A file that isn't being played is opened there, paused. A value below 0
     // means 0; one that isn't finite has no effect, and neither has a call without a URL.
     void setCurrentPosition(double seconds);
+    // Goes that many seconds on, or back if it is negative, as setCurrentPosition does, at most to
+    // the end or the beginning. No effect unless a file is being played.
+    void skip(double seconds);
+    // Pauses and goes that many pictures on, or back if it is negative, at most to the last or
+    // first one. No effect unless a file is being played.
+    void step(int pictures);
     // Whether a file is being played and isn't paused. False after its end.
     bool playing() const;
 
    private:
+    bool active() const;
+
     WindowsMediaPlayer& player_;
   };
 

@@ -6,6 +6,8 @@ namespace {
 
 constexpr QSize kVideo(640, 360);
 constexpr QRgb kRed = 0xffff0000;
+constexpr QRgb kBlue = 0xff0000ff;
+constexpr int kRounding = 24;
 
 // Allows for rounded colours, and for the other colour space of a large video.
 bool IsRed(QRgb color) { return qRed(color) > 200 && qGreen(color) < 50 && qBlue(color) < 50; }
@@ -91,16 +93,41 @@ TEST_F(MainWindowOnScreen, RunsPausesAndStopsAVideoAndEndsCleanlyWhileItPlays) {
   window.Click(kRunVideo, kRightButton);
   EXPECT_TRUE(window.AwaitMoving(kVideo));
 
-  // The menu of the picture has the entries Play, Pause and Stop.
-  const QRect menu = screen.OpenMenu(window.OnCanvas({300, 100}));
-  ASSERT_FALSE(menu.isEmpty());
-  screen.Click(menu.center());
+  ASSERT_TRUE(window.ChooseOnPicture(PictureEntry::kPause));
   EXPECT_TRUE(window.AwaitStill(kVideo));
   EXPECT_FALSE(window.IsBlack(kVideo));
   window.Click(kRunVideo);
   EXPECT_TRUE(window.AwaitMoving(kVideo));
   CloseAndExpectEnd();
   EXPECT_EQ(program.Printed(), "");
+}
+
+TEST_F(MainWindowOnScreen, ShowsTheMomentThatIsChosenInThePicturesMenu) {
+  video = program.PathOf("red and blue.mp4");
+  const QList<QRgb> red(10, kRed);
+  ASSERT_TRUE(MakeColours(video, kVideo, red + QList<QRgb>(10, kBlue)));
+  ASSERT_NO_FATAL_FAILURE(OpenWindow());
+  ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, video));
+  ASSERT_TRUE(window.AwaitBarsAround(kVideo));
+  window.Click(kRunVideo);
+  const auto shows = [&](QRgb colour) {
+    return WaitFor([&] { return IsNear(window.Inside(kVideo).pixel(0, 0), colour, kRounding); });
+  };
+  EXPECT_TRUE(window.AwaitCaption("Label13", "00:02"));
+  ASSERT_TRUE(window.ChooseOnPicture(PictureEntry::kNextFrame));
+  EXPECT_TRUE(window.AwaitCaption("Label13", "00:02")) << "it is paused";
+  EXPECT_TRUE(shows(kRed));
+  ASSERT_TRUE(window.ChooseOnPicture(PictureEntry::kForward));
+  EXPECT_TRUE(shows(kBlue));
+  EXPECT_TRUE(window.AwaitCaption("Label13", "00:12"));
+  ASSERT_TRUE(window.ChooseOnPicture(PictureEntry::kBeginning));
+  EXPECT_TRUE(shows(kRed));
+  ASSERT_TRUE(window.ChooseOnPicture(PictureEntry::kForward));
+  EXPECT_TRUE(shows(kBlue));
+  ASSERT_TRUE(window.ChooseOnPicture(PictureEntry::kPreviousFrame));
+  EXPECT_TRUE(shows(kRed));
+  EXPECT_TRUE(window.AwaitCaption("Label13", "00:09"));
+  CloseAndExpectEnd();
 }
 
 TEST_F(MainWindowOnScreen, HasItsBarsDraggedOverAPlayingVideoAndReset) {

@@ -40,6 +40,9 @@ class PlayerSound : public PlayerTest {
   Loudness Hear(const QString& file) const {
     QFile::remove(heard_);
     player.setURL(file);
+    return HearToTheEnd();
+  }
+  Loudness HearToTheEnd() const {
     EXPECT_TRUE(watch.AwaitEnd());
     const QByteArray bytes = ContentOf(heard_);
     std::vector<float> samples(static_cast<std::size_t>(bytes.size()) / sizeof(float));
@@ -56,6 +59,16 @@ class PlayerSound : public PlayerTest {
 
   const QString heard_ = InFolder("heard.raw");
 };
+
+TEST_F(PlayerSound, IsHeardAgainWhenAFilePlaysOnAfterASeekAndSteps) {
+  player.OpenPaused(MakePlain("red.mp4", "red", 2));
+  ASSERT_TRUE(watch.AwaitColour(kPlayedRed));
+  player.controls.setCurrentPosition(0.2);
+  player.controls.step(-1);
+  player.controls.step(3);
+  player.controls.play();
+  EXPECT_GT(HearToTheEnd().left, 0.01);
+}
 
 TEST_F(PlayerSound, IsTurnedDownOnTheSideOppositeToTheBalance) {
   const double full = 0.5 / std::sqrt(2);

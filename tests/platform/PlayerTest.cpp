@@ -198,27 +198,6 @@ TEST_F(Player, PrintsNothingToTheTerminal) {
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
 }
 
-TEST_F(Player, HasAContextMenuOnThePicture) {
-  PlayRed(20);
-  const auto choose = [&](const char* entry) {
-    RightClick();
-    auto* menu = player.findChild<QMenu*>();
-    ASSERT_NE(menu, nullptr);
-    EXPECT_TRUE(menu->isVisible());
-    for (QAction* action : menu->actions()) {
-      if (action->text() == entry) action->trigger();
-    }
-    menu->close();
-    EXPECT_TRUE(WaitFor([&] { return player.findChild<QMenu*>() == nullptr; }));
-  };
-  choose("Pause");
-  EXPECT_TRUE(watch.StandsStill());
-  choose("Play");
-  EXPECT_TRUE(watch.Moves());
-  choose("Stop");
-  EXPECT_TRUE(watch.AwaitColour(kNothingPlayed));
-}
-
 // A state in which the form of a player is deleted. The player has been given a red video and, if
 // `shows` is true, shows it, before `reach` brings it into the state.
 struct State {

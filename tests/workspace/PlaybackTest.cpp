@@ -70,6 +70,13 @@ TEST_F(Playback, IsNotChangedByCommandsWhileThePathIsEmpty) {
   EXPECT_EQ(PauseState(), "Pause");
 }
 
+TEST_F(Playback, IsPausedByAStepThatLeavesThePauseState) {
+  RunRed();
+  wmp_.controls.step(1);
+  EXPECT_TRUE(watch_.StandsStill());
+  EXPECT_EQ(PauseState(), "Pause");
+}
+
 TEST_F(Playback, IsPausedAndResumedByOneCommand) {
   RunRed();
   Give(PauseVideo);

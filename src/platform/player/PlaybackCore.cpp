@@ -70,6 +70,7 @@ constexpr const char* kDuration = "duration";
 constexpr const char* kStoredWidth = "video-params/w";
 constexpr const char* kStoredHeight = "video-params/h";
 constexpr const char* kRotation = "current-tracks/video/demux-rotation";
+constexpr const char* kCoverPicture = "current-tracks/video/albumart";
 
 // ALSA prints its errors, such as a missing sound device, unless it has an error handler.
 void Silence(const char* /*file*/, int /*line*/, const char* /*function*/, int /*error*/,
@@ -99,9 +100,12 @@ void MakeOpaque(QImage& image) {
   }
 }
 
-// The reply ids of commands that start a file and that seek.
+// The reply ids of commands that start a file and that seek, of the position, and of the position
+// after a seek.
 constexpr std::uint64_t kStartReplyId = 1;
 constexpr std::uint64_t kSeekReplyId = 2;
+constexpr std::uint64_t kPositionReplyId = 3;
+constexpr std::uint64_t kSoughtReplyId = 4;
 
 }  // namespace
 
@@ -178,6 +182,7 @@ bool PlaybackCore::Load(const QString& path) {
   }
   // The player might take a relative path for a URL, or "-" for standard input.
   const std::string file = ToNarrow(QDir::current().absoluteFilePath(path));
+  setSilent(false);
   if (!Command({"loadfile", file.c_str(), "replace"}, kStartReplyId)) {
     position_ = position;
     duration_ = duration;
@@ -186,13 +191,14 @@ bool PlaybackCore::Load(const QString& path) {
   active_ = true;
   ++unansweredStarts_;
   seeking_ = true;
-  nextSeek_.reset();
+  ForgetSeeks();
   return true;
 }
 
 void PlaybackCore::Stop() {
   if (!Usable()) return;
   active_ = false;
+  ForgetSeeks();
   Command({"stop"});
 }
 
@@ -202,25 +208,91 @@ bool PlaybackCore::Command(std::initializer_list<const char*> words, std::uint64
   return mpv_->command_async(player_, replyId, arguments.data()) >= 0;
 }
 
+// While the file is paused its last picture stays, even after a step beyond it.
 void PlaybackCore::setPaused(bool paused) {
   if (!Usable()) return;
+  if (!paused) {
+    steps_ = 0;
+    // A step that is under way would pause the player at its end.
+    if (paused_) SetFlag("pause", true);
+    setSilent(false);
+    // After a step beyond the last picture the player would wait for the sound without an end.
+    if (std::exchange(stepped_, false)) Command({"seek", "0", "relative+exact"});
+  }
   paused_ = paused;
-  int flag = paused ? 1 : 0;
-  mpv_->set_property_async(player_, 0, "pause", MPV_FORMAT_FLAG, &flag);
+  SetFlag("keep-open", paused);
+  SetFlag("pause", paused);
+}
+
+// The player takes the time of the sound for that of the last picture. So a paused file has no
+// sound from its first seek or step on.
+void PlaybackCore::setSilent(bool silent) {
+  if (silent_ == silent) return;
+  silent_ = silent;
+  const char* track = silent ? "no" : "auto";
+  mpv_->set_property_async(player_, 0, "aid", MPV_FORMAT_STRING, &track);
+}
+
+void PlaybackCore::SetFlag(const char* name, bool value) {
+  int flag = value ? 1 : 0;
+  mpv_->set_property_async(player_, 0, name, MPV_FORMAT_FLAG, &flag);
 }
 
 void PlaybackCore::Seek(double seconds) {
   if (!active_) return;
-  nextSeek_ = seconds;
+  sought_ = nextSeek_ = seconds;
+  steps_ = 0;
   if (!seeking_) SeekNext();
+}
+
+void PlaybackCore::Step(int pictures) {
+  if (!active_) return;
+  if (!paused_) setPaused(true);
+  steps_ += pictures;
+  if (!seeking_) SeekNext();
+}
+
+void PlaybackCore::ForgetSeeks() {
+  sought_.reset();
+  nextSeek_.reset();
+  steps_ = 0;
+  stepped_ = false;
+}
+
+void PlaybackCore::ObservePosition() {
+  mpv_->observe_property(player_, kPositionReplyId, kPosition, MPV_FORMAT_DOUBLE);
+}
+
+// The player reports the new position by itself only some time after a seek, and doesn't report one
+// that equals the last one that it has reported.
+void PlaybackCore::AskForSoughtPosition() {
+  // If a start is unanswered, it is the former file's.
+  if (unansweredStarts_ > 0) return;
+  mpv_->unobserve_property(player_, kPositionReplyId);
+  ObservePosition();
+  if (mpv_->get_property_async(player_, kSoughtReplyId, kPosition, MPV_FORMAT_DOUBLE) < 0) {
+    SeekNext();
+  }
 }
 
 void PlaybackCore::SeekNext() {
   seeking_ = false;
-  if (!nextSeek_) return;
-  constexpr int kMicroseconds = 6;
-  const QByteArray place = QByteArray::number(*std::exchange(nextSeek_, {}), 'f', kMicroseconds);
-  seeking_ = Command({"seek", place.constData(), "absolute+exact"}, kSeekReplyId);
+  if (paused_ && hasPictures_ && (nextSeek_ || steps_ != 0)) setSilent(true);
+  if (nextSeek_) {
+    if (paused_) SetFlag("pause", true);  // ends steps that are under way
+    constexpr int kMicroseconds = 6;
+    const QByteArray place = QByteArray::number(*std::exchange(nextSeek_, {}), 'f', kMicroseconds);
+    seeking_ = Command({"seek", place.constData(), "absolute+exact"}, kSeekReplyId);
+  } else if (!hasPictures_) {
+    steps_ = 0;  // the player would ignore a step back, and report no end of it
+  } else if (steps_ < 0) {
+    ++steps_;
+    seeking_ = Command({"frame-back-step"}, kSeekReplyId);
+  } else {
+    // The player counts these itself.
+    for (; steps_ > 0; --steps_) stepped_ = Command({"frame-step"});
+  }
+  if (!seeking_) sought_.reset();
 }
 
 void PlaybackCore::setVolume(int volume) {
@@ -244,9 +316,11 @@ void PlaybackCore::setBalance(int balance) {
 }
 
 void PlaybackCore::ObserveProperties() {
-  for (const char* name : {kPosition, kDuration, kStoredWidth, kStoredHeight}) {
+  ObservePosition();
+  for (const char* name : {kDuration, kStoredWidth, kStoredHeight}) {
     mpv_->observe_property(player_, 0, name, MPV_FORMAT_DOUBLE);
   }
+  mpv_->observe_property(player_, 0, kCoverPicture, MPV_FORMAT_FLAG);
   if (picture_ == Picture::kFitted) {
     mpv_->observe_property(player_, 0, kRotation, MPV_FORMAT_DOUBLE);
   }
@@ -263,15 +337,22 @@ void PlaybackCore::DrainEvents() {
         event->event_id == MPV_EVENT_GET_PROPERTY_REPLY) {
       const auto& property = *static_cast<mpv_event_property*>(event->data);
       const bool isKnown = event->error >= 0 && property.format == MPV_FORMAT_DOUBLE;
+      if (std::strcmp(property.name, kCoverPicture) == 0) {
+        hasPictures_ =
+            property.format == MPV_FORMAT_FLAG && *static_cast<const int*>(property.data) == 0;
+      }
       TakeProperty(property.name, isKnown ? static_cast<const double*>(property.data) : nullptr);
+      if (event->reply_userdata == kSoughtReplyId) {
+        Post([this] {
+          if (unansweredStarts_ == 0) SeekNext();
+        });
+      }
     } else if (event->event_id == MPV_EVENT_COMMAND_REPLY) {
       if (event->reply_userdata == kStartReplyId) Post([this] { --unansweredStarts_; });
       if (event->reply_userdata == kSeekReplyId && event->error < 0) Post([this] { SeekNext(); });
     } else if (event->event_id == MPV_EVENT_PLAYBACK_RESTART) {
-      // A file has been opened or a seek done; if a start is unanswered, in the former file.
-      Post([this] {
-        if (unansweredStarts_ == 0) SeekNext();
-      });
+      // A file has been opened or a seek done.
+      Post([this] { AskForSoughtPosition(); });
     } else if (event->event_id == MPV_EVENT_START_FILE) {
       position_ = 0;
       duration_ = 0;
@@ -281,7 +362,9 @@ void PlaybackCore::DrainEvents() {
     } else if (event->event_id == MPV_EVENT_IDLE) {
       // If a start is unanswered, this is the former file's end.
       Post([this] {
-        if (unansweredStarts_ == 0) active_ = false;
+        if (unansweredStarts_ > 0) return;
+        active_ = false;
+        ForgetSeeks();
       });
     }
   }

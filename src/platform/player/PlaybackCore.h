@@ -56,6 +56,10 @@ class PlaybackCore : public QObject {
   // opened or another seek is under way: then only the last of several is done. No effect unless
   // Active.
   void Seek(double seconds);
+  // Pauses the file and goes that many pictures on, or back if it is negative, at most to the last
+  // or first one. Steps that come while a picture is sought are done from there. No effect unless
+  // Active, or in a file without a picture.
+  void Step(int pictures);
   // 0 to 100; the caller checks the range.
   void setVolume(int volume);
   // -100, left alone, to 100, right alone; the caller checks the range.
@@ -64,8 +68,9 @@ class PlaybackCore : public QObject {
   // Whether a file is being opened or played, paused or not.
   bool Active() const { return active_; }
   bool Playing() const { return active_ && !paused_; }
-  // In seconds; 0 while unknown. The duration stays after the file has ended.
-  double Position() const { return position_; }
+  // In seconds; 0 while unknown. While a picture is sought, the position is the one that Seek was
+  // given. The duration stays after the file has ended.
+  double Position() const { return sought_.value_or(position_); }
   double Duration() const { return duration_; }
 
   // Sets the visible size of a stored picture, from its top left corner, or the size of the box of
@@ -85,8 +90,13 @@ class PlaybackCore : public QObject {
   bool Command(std::initializer_list<const char*> words, std::uint64_t replyId = 0);
   // Returns whether the player has queued the start.
   bool Load(const QString& path);
-  // Does the seek that waits, if there is one.
+  void SetFlag(const char* name, bool value);
+  // Does the seek that waits, or else a step that does.
   void SeekNext();
+  void AskForSoughtPosition();
+  void ForgetSeeks();
+  void setSilent(bool silent);
+  void ObservePosition();
   void ObserveProperties();
   // Sets the flag and wakes the serving thread. Thread-safe.
   void Wake(bool PlaybackCore::*pending);
@@ -110,11 +120,16 @@ class PlaybackCore : public QObject {
   mpv_render_context* renderer_ = nullptr;
   bool active_ = false;
   bool paused_ = false;
+  bool silent_ = false;
   int unansweredStarts_ = 0;
-  bool seeking_ = false;  // or opening
+  bool seeking_ = false;  // or opening, or stepping back
   std::optional<double> nextSeek_;
+  std::optional<double> sought_;  // the last Seek's, until it is done
+  int steps_ = 0;                 // that wait
+  bool stepped_ = false;          // forward, since the file was last unpaused
   std::atomic<double> position_ = 0;
   std::atomic<double> duration_ = 0;
+  std::atomic<bool> hasPictures_ = false;  // false for sound with a cover picture
 
   std::thread serving_;
   int storedWidth_ = 0;  // for the serving thread alone

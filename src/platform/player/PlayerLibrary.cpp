@@ -29,6 +29,7 @@ bool ResolveAll(QLibrary& library, PlayerLibrary& functions) {
   resolve("mpv_render_context_update", functions.render_context_update);
   resolve("mpv_set_option_string", functions.set_option_string);
   resolve("mpv_set_property_async", functions.set_property_async);
+  resolve("mpv_unobserve_property", functions.unobserve_property);
   resolve("mpv_set_wakeup_callback", functions.set_wakeup_callback);
   resolve("mpv_terminate_destroy", functions.terminate_destroy);
   resolve("mpv_wait_event", functions.wait_event);

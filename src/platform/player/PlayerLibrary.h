@@ -26,6 +26,7 @@ struct PlayerLibrary {
   decltype(&mpv_set_property_async) set_property_async = nullptr;
   decltype(&mpv_set_wakeup_callback) set_wakeup_callback = nullptr;
   decltype(&mpv_terminate_destroy) terminate_destroy = nullptr;
+  decltype(&mpv_unobserve_property) unobserve_property = nullptr;
   decltype(&mpv_wait_event) wait_event = nullptr;
 };
 

@@ -74,6 +74,20 @@ void MainWindow::Click(Command command, PointerButton button) {
   screen_.Click(Place(NameOf(command)).center(), button);
 }
 
+bool MainWindow::ChooseOnPicture(PictureEntry entry) {
+  constexpr int kEntries = static_cast<int>(PictureEntry::kBeginning) + 1;
+  constexpr int kRule = 9;  // its height, about
+  const QRect menu = screen_.OpenMenu(OnCanvas({300, 100}));
+  if (menu.isEmpty()) return false;
+  const int height = (menu.height() - kRule) / kEntries;
+  const int above = static_cast<int>(entry);
+  const int y = entry <= PictureEntry::kStop
+                    ? menu.top() + height * above + height / 2
+                    : menu.bottom() - height * (kEntries - 1 - above) - height / 2;
+  screen_.Click({menu.center().x(), y});
+  return true;
+}
+
 void MainWindow::PointAt(Command command) { screen_.MovePointer(Place(NameOf(command)).center()); }
 
 void MainWindow::PointAtGround() {

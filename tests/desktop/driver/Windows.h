@@ -20,6 +20,18 @@ enum Command : int {
   kResetMarkers
 };
 
+// The entries of the picture's menu. A rule is below kStop.
+enum class PictureEntry : int {
+  kPlay,
+  kPause,
+  kStop,
+  kBack,
+  kForward,
+  kPreviousFrame,
+  kNextFrame,
+  kBeginning
+};
+
 // The four green bars on the canvas, in pixels of the video.
 struct MarkerBars {
   QRect left;
@@ -59,6 +71,8 @@ class MainWindow {
 
   void Click(Command command, PointerButton button = kLeftButton);
   void PointAt(Command command);
+  // Opens the menu of the picture and clicks an entry. Returns false if no menu comes.
+  bool ChooseOnPicture(PictureEntry entry);
   // Moves the pointer to where the window has no control.
   void PointAtGround();
   // Chooses the first item of a menu. Menus count from 0.
