@@ -1,6 +1,9 @@
 #include "platform/CommonDialog.h"
 
+#include <QAbstractItemView>
+#include <QCompleter>
 #include <QDir>
+#include <QEvent>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QFileSystemModel>
@@ -43,6 +46,13 @@ QList<QUrl> PlacesOfTheUser() {
   return places << QUrl(u"file:"_s);
 }
 
+// Qt makes the list of places only as wide as the first one needs.
+void ShowPlaces(QFileDialog& dialog) {
+  dialog.setSidebarUrls(PlacesOfTheUser());
+  auto* places = dialog.findChild<QListView*>(u"sidebar"_s);
+  places->setMinimumWidth(places->sizeHintForColumn(0) + 2 * places->frameWidth());
+}
+
 // Makes the typed name the result. Qt's dialog selects a typed name in its list of files, returns
 // the selected file rather than the typed name, and deselects the one before only while the name's
 // box has the focus. When the list of completions closes quickly, X gives the focus to the list of
@@ -81,6 +91,18 @@ class RemarkLine : public QLabel {
     Elide();
   }
 
+  // Moves the completions, which Qt shows right below the name, below this line.
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() == QEvent::Show || event->type() == QEvent::Move) {
+      auto* completions = static_cast<QWidget*>(watched);
+      const QRect place(mapToGlobal(QPoint()), size());
+      if (completions->geometry().intersects(place)) {
+        completions->move(completions->x(), place.bottom() + 1);
+      }
+    }
+    return QLabel::eventFilter(watched, event);
+  }
+
  protected:
   void resizeEvent(QResizeEvent* event) override {
     QLabel::resizeEvent(event);
@@ -114,6 +136,7 @@ void AddRemark(QFileDialog& dialog, const std::function<QString(const QString& p
     line->SetRemark(remark);
     name->setAccessibleDescription(remark);
   };
+  name->completer()->popup()->installEventFilter(line);
   QObject::connect(name, &QLineEdit::textChanged, line, update);
   QObject::connect(dialog.findChild<QFileSystemModel*>(), &QFileSystemModel::rootPathChanged, line,
                    update);
@@ -149,7 +172,7 @@ bool CommonDialog::Show(Purpose purpose) {
   dialog.setOption(QFileDialog::HideNameFilterDetails);
   dialog.setAcceptMode(opens ? QFileDialog::AcceptOpen : QFileDialog::AcceptSave);
   dialog.setFileMode(opens ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
-  dialog.setSidebarUrls(PlacesOfTheUser());
+  ShowPlaces(dialog);
   const QString title = std::exchange(DialogTitle, QString());
   if (!title.isEmpty()) dialog.setWindowTitle(title);
   const QStringList filters = NameFilters(Filter);

@@ -376,12 +376,32 @@ TEST_F(FileDialog, HasTheUsersFoldersThatExistAtItsSide) {
     set(videos);
     Save([&expected = expected](QFileDialog& shown) {
       EXPECT_EQ(shown.sidebarUrls(), expected);
+      const auto& places = *shown.findChild<QListView*>("sidebar");
+      EXPECT_GE(places.viewport()->width(), places.sizeHintForColumn(0)) << "a name is cut";
       shown.reject();
     });
   }
   qputenv("HOME", formerHome);
   formerSettings.isNull() ? qunsetenv("XDG_CONFIG_HOME")
                           : qputenv("XDG_CONFIG_HOME", formerSettings);
+}
+
+TEST_F(FileDialog, ShowsItsCompletionsBelowItsRemark) {
+  dialog.Remark = [](const QString&) { return u"remark"_s; };
+  Save([this](QFileDialog& shown) {
+    ExpectFiles(shown, everyFile);
+    const auto& line = *shown.findChild<QLabel*>("remark");
+    const QRect place(line.mapToGlobal(QPoint()), line.size());
+    const QAbstractItemView& completions = *NameOf(shown).completer()->popup();
+    const auto isBelow = [&] {
+      return completions.isVisible() && completions.geometry().top() == place.bottom() + 1;
+    };
+    QTest::keyClicks(&NameOf(shown), "cli");
+    EXPECT_TRUE(WaitFor(isBelow));
+    NameOf(shown).completer()->complete();
+    EXPECT_TRUE(isBelow()) << "placed again";
+    shown.reject();
+  });
 }
 
 // X may give the focus to the list of completions after that list has closed.
