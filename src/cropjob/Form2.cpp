@@ -45,6 +45,7 @@ void Form2::WireEvents() {
     if (!DialogIsOpen()) Timer1_Timer();
   };
   Label2.MouseUp = [this](const MouseEvent& event) { Label2_MouseUp(event); };
+  Label2.setTakesKeyboard();
   Label2.MouseMove = [this](const MouseEvent& event) { Label2_MouseMove(event); };
 }
 

@@ -17,6 +17,7 @@ void Form4::WireEvents() {
   for (Label* command : Label1) {
     command->MouseMove = [this](const MouseEvent& event) { Label1_MouseMove(event); };
     command->MouseUp = [this](const MouseEvent& event) { Label1_MouseUp(event); };
+    command->setTakesKeyboard();
   }
   for (OptionButton* option : Option1) {
     option->MouseMove = [this](const MouseEvent& event) { Option1_MouseMove(event); };
@@ -31,6 +32,10 @@ void Form4::WireEvents() {
   Picture3.MouseMove = [this](const MouseEvent& event) { Picture3_MouseMove(event); };
   Picture5.MouseMove = [this](const MouseEvent& event) { Picture5_MouseMove(event); };
   ListView1.MouseUp = [this](const MouseEvent& event) { ListView1_MouseUp(event); };
+  // The chart takes the focus from the pointer only.
+  OrderFocus({&Picture1(Chart), &ListView1, &List1, &Option1(NoTranscode),
+              &Option1(TranscodeAllSections), &Label1(AddVideoSection), &Label1(JoinAllSections),
+              &Label1(SaveVideoFileList)});
   HScroll1.Change = [this] { HScroll1_Change(); };
   HScroll1.Scroll = [this] { HScroll1_Change(); };
   TakesDrops = [this] { return !TranscodeLock; };

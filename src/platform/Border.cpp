@@ -5,7 +5,8 @@
 
 namespace kelvane {
 
-Border::Border(QWidget& control, QRgb gapColor) : QWidget(&control), gapColor_(gapColor) {
+Border::Border(QWidget& control, QRgb lineColor, std::optional<QRgb> gapColor)
+    : QWidget(&control), lineColor_(lineColor), gapColor_(gapColor) {
   setAttribute(Qt::WA_TransparentForMouseEvents);
   setAttribute(Qt::WA_OpaquePaintEvent);
   setGeometry(control.rect());
@@ -19,13 +20,14 @@ bool Border::eventFilter(QObject* /*watched*/, QEvent* event) {
 
 void Border::resizeEvent(QResizeEvent* event) {
   QWidget::resizeEvent(event);
-  setMask(QRegion(rect()) - rect().adjusted(kWidth, kWidth, -kWidth, -kWidth));
+  const int width = gapColor_ ? kWidth : 1;
+  setMask(QRegion(rect()) - rect().adjusted(width, width, -width, -width));
 }
 
 void Border::paintEvent(QPaintEvent* /*event*/) {
   QPainter painter(this);
-  painter.fillRect(rect(), QColor(gapColor_));
-  painter.setPen(Qt::darkGray);
+  if (gapColor_) painter.fillRect(rect(), QColor(*gapColor_));
+  painter.setPen(QColor(lineColor_));
   painter.drawRect(rect().adjusted(0, 0, -1, -1));
 }
 

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "platform/Border.h"
 #include "platform/Container.h"
 #include "platform/HandlerScope.h"
 #include "shared/Colours.h"
@@ -89,6 +90,7 @@ float Control::MouseUnitsPerPixel() const { return container_->UnitsPerPixel(); 
 
 void Control::FillWith(QWidget* stockWidget) {
   setStockWidget(stockWidget);
+  stockWidget->installEventFilter(this);
   stockWidget->setParent(this);
   stockWidget->setGeometry(rect());
   // Lets Qt repaint an opaque control without its parent, and the parent without it.
@@ -129,11 +131,26 @@ void Control::keyPressEvent(QKeyEvent* event) {
 }
 
 void Control::focusInEvent(QFocusEvent* event) {
-  const auto isOneOf = [event](auto... reasons) { return ((event->reason() == reasons) || ...); };
+  NoteFocus(*event);
+  MouseArea::focusInEvent(event);
+}
+
+void Control::NoteFocus(const QFocusEvent& event) {
+  const auto isOneOf = [&event](auto... reasons) { return ((event.reason() == reasons) || ...); };
   if (isOneOf(Qt::TabFocusReason, Qt::BacktabFocusReason)) showsFocus_ = true;
   // For other reasons, such as the window's activation, the focus returns.
   if (isOneOf(Qt::MouseFocusReason, Qt::OtherFocusReason)) showsFocus_ = false;
-  MouseArea::focusInEvent(event);
+}
+
+bool Control::eventFilter(QObject* watched, QEvent* event) {
+  const bool gets = event->type() == QEvent::FocusIn;
+  if (watched == StockWidget() && (gets || event->type() == QEvent::FocusOut)) {
+    if (gets) NoteFocus(*static_cast<QFocusEvent*>(event));
+    const bool shows = gets && showsFocus_;
+    if (shows && stockFocus_ == nullptr) stockFocus_ = new Border(*this, kWhite);
+    if (stockFocus_ != nullptr) stockFocus_->setVisible(shows);
+  }
+  return MouseArea::eventFilter(watched, event);
 }
 
 void Control::PaintFocus(const QRect& place) {

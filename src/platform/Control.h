@@ -2,8 +2,11 @@
 
 #include "platform/MouseArea.h"
 
+class QFocusEvent;
+
 namespace kelvane {
 
+class Border;
 class Container;
 
 struct KeyEvent {
@@ -65,7 +68,8 @@ class Control : public MouseArea {
   virtual void SizeChanged() {}
   float MouseUnitsPerPixel() const override;
   // Makes a Qt widget fill this control, which takes ownership. The Qt widget gets the mouse events
-  // first, and the control those that it ignores. The Qt widget then has no context menu.
+  // first, and the control those that it ignores. The Qt widget then has no context menu, and a
+  // frame while it has the focus by Tab or Shift+Tab.
   void FillWith(QWidget* stockWidget);
 
   // Draws the frame of the keyboard focus at the edges of `place` if the control shows it.
@@ -74,11 +78,13 @@ class Control : public MouseArea {
   bool event(QEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
 
  private:
   void Assign(float& part, float value);
   void Place();
+  void NoteFocus(const QFocusEvent& event);
 
   Container* container_;
   float left_ = 0;
@@ -86,6 +92,7 @@ class Control : public MouseArea {
   float width_ = 0;
   float height_ = 0;
   bool showsFocus_ = false;
+  Border* stockFocus_ = nullptr;  // around the Qt widget; null until it shows the focus
 };
 
 }  // namespace kelvane

@@ -51,6 +51,8 @@ Form::Form(const FormDesign& design, std::span<const ControlDesign> controls,
 
   const int width = PixelsOfTwips(design.clientWidth);
   SetSize(QSize(width, PixelsOfTwips(design.clientHeight) + BarHeight(width)));
+  // Otherwise Qt would give the focus, without a frame, to the first control that takes it.
+  setFocus();
   LayOutArea();
 }
 

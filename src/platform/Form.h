@@ -3,6 +3,7 @@
 #include <QBasicTimer>
 #include <QStringList>
 #include <functional>
+#include <initializer_list>
 #include <span>
 #include <utility>
 
@@ -14,6 +15,7 @@ class QMenuBar;
 
 namespace kelvane {
 
+class Control;
 class Menu;
 
 enum class WindowState { kNormal = 0, kMinimised = 1, kMaximised = 2 };
@@ -35,7 +37,8 @@ struct FormDesign {
 
 // A window. Load runs Form_Load and shows nothing. Unload, which closing the window calls, runs
 // Form_QueryUnload and Form_Unload, stops the window's timers and hides it. The program ends when
-// its last loaded form has been unloaded and every handler has returned.
+// its last loaded form has been unloaded and every handler has returned. Until the user or a
+// handler gives a control the keyboard focus, none has it.
 //
 // Belongs to the user-interface thread.
 class Form : public HandlerOwner {
@@ -68,6 +71,8 @@ class Form : public HandlerOwner {
   QString Caption() const { return windowTitle(); }
   void setCaption(const QString& caption) { setWindowTitle(caption); }
   void setMousePointer(MousePointer pointer) { setCursor(CursorOf(pointer)); }
+  // Makes the Tab key go through these controls in this order.
+  static void OrderFocus(std::initializer_list<Control*> controls);
 
   // Raised when the user has dropped files anywhere on the window, from the event loop, so that the
   // program from which they come needn't wait for the handler. `paths` are the absolute paths of

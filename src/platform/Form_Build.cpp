@@ -174,6 +174,19 @@ void Form::BuildControls(const FormDesign& form, std::span<const ControlDesign> 
   }
 }
 
+void Form::OrderFocus(std::initializer_list<Control*> controls) {
+  // The Tab key begins behind the window. Qt orders only what takes the focus.
+  QWidget* const window = (*controls.begin())->window();
+  window->setFocusPolicy(Qt::TabFocus);
+  QWidget* before = window;
+  for (Control* control : controls) {
+    QWidget* part = control->StockWidget() == nullptr ? control : control->StockWidget();
+    setTabOrder(before, part);
+    before = part;
+  }
+  window->setFocusPolicy(Qt::NoFocus);
+}
+
 void Form::BuildMenus(std::span<const MenuDesign> menus) {
   if (menus.empty()) return;
   menuBar_ = new QMenuBar(this);

@@ -7,6 +7,7 @@
 #include "platform/Border.h"
 #include "platform/HandlerScope.h"
 #include "platform/PixelSized.h"
+#include "shared/Colours.h"
 
 namespace kelvane {
 
@@ -70,7 +71,7 @@ void TextBox::MakeLineEdit() {
     if (window()->focusWidget() != lineEdit_) FinishEdit();
   });
   if (!bordered_) return;
-  auto* border = new Border(*this, BackColor());
+  auto* border = new Border(*this, kGrey, BackColor());
   border->show();
 }
 

@@ -21,7 +21,9 @@ void Form3::WireEvents() {
   for (Label* label : Label6) {
     label->MouseUp = [this](const MouseEvent& event) { Label6_MouseUp(event); };
   }
+  Label6(0).setTakesKeyboard();
   for (Label* arrow : Label7) {
+    arrow->setTakesKeyboard();
     arrow->MouseDown = [this](const MouseEvent& event) { StepTimeLine(event); };
     arrow->MouseUp = [this](const MouseEvent& event) { StepTimeLine(event); };
     arrow->DblClick = [this](const MouseEvent& event) { StepTimeLine(event); };
@@ -41,6 +43,7 @@ void Form3::WireEvents() {
   Picture5.MouseMove = [this](const MouseEvent& event) { Picture5_MouseMove(event); };
   Picture6.MouseDown = [this](const MouseEvent& event) { Picture6_MouseDown(event); };
   Picture6.MouseMove = [this](const MouseEvent& event) { Picture6_MouseMove(event); };
+  OrderFocus({&Label6(0), &Label7(TowardsStart), &Label7(TowardsEnd)});
   Find<Menu>("mnu_Start").Click = [this] { mnu_Start_Click(); };
   Find<Menu>("mnu_End").Click = [this] { mnu_End_Click(); };
 }

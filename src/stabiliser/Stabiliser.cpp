@@ -1,6 +1,5 @@
 #include "stabiliser/Stabiliser.h"
 
-#include <initializer_list>
 #include <utility>
 
 #include "shared/Colours.h"
@@ -25,7 +24,6 @@ Stabiliser::Stabiliser(const QIcon& icon) : Form3(icon) {
 }
 
 void Stabiliser::WireCommands() {
-  for (Label* arrow : Label7) arrow->setTakesKeyboard();
   MakeCommand(Label6(0), &Stabiliser::SelectVideo);
   MakeCommand(Label10(Play), &Stabiliser::PlayVideo);
   MakeCommand(Label10(Pause), &Stabiliser::PauseVideo);
@@ -38,24 +36,10 @@ void Stabiliser::WireCommands() {
   MakeCommand(Label14(ExtractRegion), &Stabiliser::ExtractSection);
   MakeCommand(Label14(ViewRegion), &Stabiliser::ViewSection);
   // In the order on the screen.
-  const std::initializer_list<Control*> tabOrder = {&Label6(0),
-                                                    &Picture4(StartNeedle),
-                                                    &Picture4(EndNeedle),
-                                                    &Label7(TowardsStart),
-                                                    &Label7(TowardsEnd),
-                                                    &Label14(ViewRegion),
-                                                    &Label14(ExtractRegion),
-                                                    &Label12(LoadOther),
-                                                    &Label12(TestSettings),
-                                                    &Label12(Apply),
-                                                    &Label12(ResetSettings),
-                                                    &Label10(Play),
-                                                    &Label10(Pause),
-                                                    &Label10(Stop),
-                                                    &Label10(Rewind)};
-  for (const auto* each = tabOrder.begin(); each + 1 != tabOrder.end(); ++each) {
-    setTabOrder(each[0], each[1]);
-  }
+  OrderFocus({&Label6(0), &Picture4(StartNeedle), &Picture4(EndNeedle), &Label7(TowardsStart),
+              &Label7(TowardsEnd), &Label14(ViewRegion), &Label14(ExtractRegion),
+              &Label12(LoadOther), &Label12(TestSettings), &Label12(Apply), &Label12(ResetSettings),
+              &Label10(Play), &Label10(Pause), &Label10(Stop), &Label10(Rewind)});
   for (const char* panel :
        {"Picture8", "Picture7(0)", "Picture7(1)", "Picture7(2)", "Picture7(3)"}) {
     Find<PictureBox>(QLatin1String(panel)).MouseMove = [this](const MouseEvent& /*event*/) {

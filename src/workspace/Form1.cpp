@@ -31,7 +31,10 @@ void Form1::WireEvents() {
   for (Label* label : Label14) {
     label->MouseMove = [this](const MouseEvent& event) { Label14_MouseMove(event); };
     label->MouseUp = [this](const MouseEvent& event) { Label14_MouseUp(event); };
+    label->setTakesKeyboard();
   }
+  OrderFocus({&Label14(LoadVideo), &Label14(RunVideo), &Label14(PauseVideo), &Label14(StopVideo),
+              &Label14(PreviewCroppedVideo), &Label14(CropVideo), &Label14(ResetMarkers)});
   for (PictureBox* box : Picture1) {
     box->MouseMove = [this](const MouseEvent& event) { Picture1_MouseMove(event); };
     box->Resize = [this](int Index) { Picture1_Resize(Index); };

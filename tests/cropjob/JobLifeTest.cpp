@@ -1,7 +1,9 @@
 // These tests load, cancel and reload the job window.
 #include <QFile>
+#include <QtTest/QTest>
 
 #include "cropjob/JobWindowTest.h"
+#include "support/TabOrder.h"
 
 namespace kelvane::testing {
 namespace {
@@ -18,6 +20,21 @@ TEST_F(JobLife, EndsWhenAnyButtonIsReleasedOverCancel) {
     PumpOnce();
     EXPECT_FALSE(JobIsThere()) << button;
     EXPECT_TRUE(mainWindow_.isVisible());
+  }
+}
+
+// Enter may still be pressed that accepted the file dialog.
+TEST_F(JobLife, EndsBySpaceAndEnterOnlyAfterTab) {
+  for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return}) {
+    LoadJob();
+    Job().activateWindow();
+    ASSERT_TRUE(WaitFor([this] { return Job().isActiveWindow(); }));
+    QTest::keyClick(Job().windowHandle(), key);
+    EXPECT_TRUE(job_.Loaded()) << key;
+    EXPECT_EQ(TabOrder(Job()), "Label2");
+    QTest::keyClick(Job().windowHandle(), key);
+    EXPECT_FALSE(job_.Loaded()) << key;
+    PumpOnce();
   }
 }
 

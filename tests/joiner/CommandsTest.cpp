@@ -2,10 +2,12 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QtTest/QTest>
 
 #include "joiner/JoinerWindowTest.h"
 #include "support/FileDrag.h"
 #include "support/Snapshot.h"
+#include "support/TabOrder.h"
 
 namespace kelvane::testing {
 namespace {
@@ -27,6 +29,27 @@ TEST_F(JoinerCommands, AskForAFileWithATitleAndAFilterOfTheirOwn) {
   EXPECT_EQ(seen, (Texts{"open | Add Video | *.* (*) | ",
                          "save | Save Video As | MP4 File (*.mp4) (*.mp4) | ",
                          "save | Save Video File List | Text File (*.txt) (*.txt) | "}));
+}
+
+TEST_F(JoinerCommands, AreReachedByTabBehindTheListsAndTheChosenOption) {
+  AddThree();
+  EXPECT_EQ(TabOrder(*form_), "ListView1\nList1\nOption1(0)\nLabel1(0)\nLabel1(1)\nLabel1(2)");
+}
+
+TEST_F(JoinerCommands, StartBySpaceAndEnterAndAddNothingOnceLocked) {
+  const auto press = [this](JoinerCommand command, Qt::Key key) {
+    QTest::keyClick(&Get<Label>("Label1", command), key);
+  };
+  for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return}) {
+    const DialogAnswers answers({CancelDialog(), CancelDialog()});
+    press(AddVideoSection, key);
+    press(SaveVideoFileList, key);
+    EXPECT_EQ(answers.seen().size(), 2U) << key;
+  }
+  TranscodeAll();
+  const DialogAnswers answers({});
+  press(AddVideoSection, Qt::Key_Space);
+  EXPECT_EQ(answers.seen(), Texts{});
 }
 
 TEST_F(JoinerCommands, StartAtTheReleaseOfAnyButton) {

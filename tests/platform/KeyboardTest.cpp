@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "platform/Label.h"
+#include "platform/ListBox.h"
 #include "platform/PictureBox.h"
 #include "platform/Pointer.h"
 #include "platform/TestForm.h"
@@ -82,13 +83,53 @@ TEST_F(Keyboard, ReachesTheControlsThatTakeItInTheOrderOfTheirDesign) {
   EXPECT_EQ(Focused(), "Play(3)");
 }
 
+TEST_F(Keyboard, ReachesTheControlsOfAnOrderInThat) {
+  TestForm other({Design(kLabel, "Play", {10, 10, 100, 20}),
+                  Design(kListBox, "List", {10, 40, 100, 40}),
+                  Design(kLabel, "Stop", {10, 90, 100, 20})});
+  auto& first = other.Find<Label>("Stop");
+  auto& list = other.Find<ListBox>("List");
+  auto& last = other.Find<Label>("Play");
+  for (Label* label : {&first, &last}) label->setTakesKeyboard();
+  Form::OrderFocus({&first, &list, &last});
+  other.Open();
+  other.activateWindow();
+  ASSERT_TRUE(WaitFor([&] { return other.isActiveWindow(); }));
+  for (const QWidget* each :
+       {static_cast<QWidget*>(&first), list.StockWidget(), static_cast<QWidget*>(&last)}) {
+    QTest::keyClick(other.windowHandle(), Qt::Key_Tab);
+    EXPECT_EQ(other.focusWidget(), each);
+  }
+}
+
+TEST_F(Keyboard, HasNoControlUntilTheUserPressesTab) {
+  EXPECT_EQ(form.focusWidget(), &form);
+  EXPECT_EQ(EventsOf(Qt::Key_Space), Events{});
+  EXPECT_EQ(EventsOf(Qt::Key_Return), Events{});
+}
+
+TEST_F(Keyboard, ShowsAFrameAroundAQtWidgetWhereTheFocusCameByTab) {
+  TestForm other({Design(kListBox, "List", {10, 40, 100, 40}).Color(kCanvasGrey)});
+  auto& list = other.Find<ListBox>("List");
+  other.Open();
+  other.activateWindow();
+  ASSERT_TRUE(WaitFor([&] { return other.isActiveWindow(); }));
+  list.StockWidget()->setFocus();
+  EXPECT_FALSE(HasFrame(list));
+  list.StockWidget()->clearFocus();
+  QTest::keyClick(other.windowHandle(), Qt::Key_Tab);
+  EXPECT_TRUE(HasFrame(list));
+  list.StockWidget()->clearFocus();
+  EXPECT_FALSE(HasFrame(list));
+}
+
 TEST_F(Keyboard, ReachesNoControlThatHasNotBeenToldToTakeIt) {
   TestForm other({Design(kLabel, "Play", {10, 10, 100, 20}).Role(SpokenRole::kCommand),
                   Design(kPictureBox, "Box", {10, 40, 50, 50})});
   other.Open();
   QTest::keyClick(other.windowHandle(), Qt::Key_Tab);
   Pointer(other).Click();
-  EXPECT_EQ(other.focusWidget(), nullptr);
+  EXPECT_EQ(other.focusWidget(), &other);
 }
 
 TEST_F(Keyboard, ClicksACommandInItsMiddleBySpaceAndEnter) {

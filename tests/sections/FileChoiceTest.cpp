@@ -2,10 +2,12 @@
 #include <QComboBox>
 #include <QFileDialog>
 #include <QFileInfo>
+#include <QtTest/QTest>
 
 #include "platform/WindowsMediaPlayer.h"
 #include "sections/SectionWindowTest.h"
 #include "support/FileDrag.h"
+#include "support/TabOrder.h"
 
 namespace kelvane::testing {
 namespace {
@@ -39,6 +41,13 @@ TEST_F(FileChoice, ShowsANameWithoutTheBlanksAroundIt) {
   Choose(video);
   EXPECT_EQ(Shown(), video.trimmed());
   EXPECT_EQ(QFileInfo(SectionSourceShortPath).symLinkTarget(), video);
+}
+
+TEST_F(FileChoice, IsReachedByTabBeforeTheArrowsAndOpensItsDialogBySpace) {
+  EXPECT_EQ(TabOrder(*form_), "Label6(0)\nLabel7(0)\nLabel7(1)");
+  const DialogAnswers answers({CancelDialog()});
+  QTest::keyClick(&Get<Label>("Label6", 0), Qt::Key_Space);
+  EXPECT_EQ(answers.seen().size(), 1U);
 }
 
 TEST_F(FileChoice, OpensItsDialogAtTheReleaseOfAnyButtonOverTheCaption) {

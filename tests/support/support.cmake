@@ -1,6 +1,7 @@
 # The libraries of the tests. kelvane_test_support has the main() of the windows' tests, which makes
 # the application object.
 include_guard(GLOBAL)
+find_package(Qt6 REQUIRED COMPONENTS Test)
 
 # For tests without windows.
 add_library(kelvane_test_kit STATIC
@@ -26,9 +27,10 @@ add_library(kelvane_test_support STATIC
   ${CMAKE_CURRENT_LIST_DIR}/PlayerWatch.cpp
   ${CMAKE_CURRENT_LIST_DIR}/RecordingTools.cpp
   ${CMAKE_CURRENT_LIST_DIR}/ScreenReader.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/TabOrder.cpp
   ${CMAKE_CURRENT_LIST_DIR}/WindowText.cpp)
 target_link_libraries(kelvane_test_support
-  PUBLIC kelvane_test_videos kelvane_platform kelvane_shared GTest::gtest
+  PUBLIC kelvane_test_videos kelvane_platform kelvane_shared GTest::gtest Qt6::Test
   PRIVATE kelvane_options)
 target_compile_definitions(kelvane_test_support
   PRIVATE KELVANE_WINDOW_TEXTS="${PROJECT_SOURCE_DIR}/tests/windows")

@@ -6,9 +6,11 @@
 #include <QLineEdit>
 #include <QTemporaryDir>
 #include <QWindow>
+#include <QtTest/QTest>
 
 #include "platform/App.h"
 #include "shared/SharedValues.h"
+#include "support/TabOrder.h"
 #include "workspace/MainWindowTest.h"
 
 namespace kelvane::testing {
@@ -42,6 +44,27 @@ TEST_F(Commands, AreGivenByTheReleaseOfAnyButton) {
     Release(Get<Label>("Label14", ResetMarkers), button);
     EXPECT_EQ(Bar(LeftBar).Left(), 0);
   }
+}
+
+TEST_F(Commands, AreReachedByTabInTheirOrderOnTheScreen) {
+  LoadVideoOf(640, 360);
+  EXPECT_EQ(TabOrder(*form_),
+            "Label14(0)\nLabel14(1)\nLabel14(2)\nLabel14(3)\nLabel14(4)\nLabel14(5)\nLabel14(6)");
+}
+
+TEST_F(Commands, AreGivenBySpaceAndEnter) {
+  LoadVideoOf(640, 360);
+  std::string state = PauseState();
+  for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
+    QTest::keyClick(&Get<Label>("Label14", PauseVideo), key);
+    EXPECT_NE(std::exchange(state, PauseState()), state) << key;
+    Bar(LeftBar).setLeft(50);
+    QTest::keyClick(&Get<Label>("Label14", ResetMarkers), key);
+    EXPECT_EQ(Bar(LeftBar).Left(), 0) << key;
+  }
+  const DialogAnswers answers({CancelDialog()});
+  QTest::keyClick(&Get<Label>("Label14", LoadVideo), Qt::Key_Space);
+  EXPECT_EQ(answers.seen().size(), 1U);
 }
 
 TEST_F(Commands, ResetMarkersPutsTheBarsAtTheEdgesOfTheCanvasAlsoWithoutAVideo) {
