@@ -12,7 +12,7 @@ class Border : public QWidget {
   static constexpr int kWidth = 2;  // pixels, with a gap
 
   // `control` owns the border, which follows its size.
-  Border(QWidget& control, QRgb lineColor, std::optional<QRgb> gapColor = {});
+  Border(QWidget& control, QRgb lineColor, std::optional<QRgb> gapColor);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -4,6 +4,7 @@
 #include <QPainter>
 
 #include "platform/Border.h"
+#include "shared/Colours.h"
 
 namespace kelvane {
 
@@ -31,7 +32,7 @@ void Container::setBackColor(QRgb color) {
 
 void Container::setBordered() {
   borderWidth_ = Border::kWidth;
-  new Border(widget_, backColor_);
+  new Border(widget_, kGrey, backColor_);
 }
 
 void Container::PaintBackground(const QPaintEvent& event) {

@@ -1,5 +1,6 @@
 #include "platform/Control.h"
 
+#include <QAbstractScrollArea>
 #include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
@@ -147,7 +148,11 @@ bool Control::eventFilter(QObject* watched, QEvent* event) {
   if (watched == StockWidget() && (gets || event->type() == QEvent::FocusOut)) {
     if (gets) NoteFocus(*static_cast<QFocusEvent*>(event));
     const bool shows = gets && showsFocus_;
-    if (shows && stockFocus_ == nullptr) stockFocus_ = new Border(*this, kWhite);
+    if (shows && stockFocus_ == nullptr) {
+      // Twice as thick as the frame that Qt draws around a list.
+      const bool isList = qobject_cast<QAbstractScrollArea*>(StockWidget()) != nullptr;
+      stockFocus_ = new Border(*this, kWhite, isList ? std::optional(kWhite) : std::nullopt);
+    }
     if (stockFocus_ != nullptr) stockFocus_->setVisible(shows);
   }
   return MouseArea::eventFilter(watched, event);

@@ -81,19 +81,32 @@ class LongJob::Session {
     constexpr std::uint32_t kSuspend = 4;
     deadline_ = Now() + kPatience;
     if (!session_) return;
+    // The call's answer comes before the portal asks its backend, which may refuse.
+    sd_bus_match_signal_async(
+        session_.get(), nullptr, "org.freedesktop.portal.Desktop", nullptr,
+        "org.freedesktop.portal.Request", "Response",
+        [](sd_bus_message* response, void* self, sd_bus_error* /*error*/) {
+          std::uint32_t refusal = 0;
+          if (sd_bus_message_read(response, "u", &refusal) <= 0) return 0;
+          static_cast<Session*>(self)->TakePortalsAnswer(refusal == 0);
+          return 0;
+        },
+        nullptr, this);
     sd_bus_call_method_async(
         session_.get(), nullptr, "org.freedesktop.portal.Desktop",
         "/org/freedesktop/portal/desktop", "org.freedesktop.portal.Inhibit", "Inhibit",
         [](sd_bus_message* answer, void* self, sd_bus_error* /*error*/) {
-          auto* session = static_cast<Session*>(self);
           if (sd_bus_message_is_method_error(answer, nullptr) != 0) {
-            session->deadline_ = Now();
-          } else {
-            session->answered_ = true;
+            static_cast<Session*>(self)->TakePortalsAnswer(false);
           }
           return 0;
         },
         this, "sua{sv}", "", kSuspend, 1, "reason", "s", purpose_);
+  }
+
+  void TakePortalsAnswer(bool granted) {
+    if (granted) answered_ = true;
+    deadline_ = Now();
   }
 
   // Asks once.

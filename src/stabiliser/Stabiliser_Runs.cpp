@@ -51,6 +51,7 @@ void Stabiliser::RunCancellable(Label& caption, const std::function<QString()>& 
   caption.setCaption(u"Cancel"_s);
   const QPointer<QWidget> focused = focusWidget();
   EnableCommands();
+  const QPointer<QWidget> moved = focusWidget();  // by Qt, from what was disabled
   QString message;
   try {
     message = action();
@@ -61,7 +62,7 @@ void Stabiliser::RunCancellable(Label& caption, const std::function<QString()>& 
   cancelCaption_ = nullptr;
   caption.setCaption(designed);
   EnableCommands();
-  if (focused != nullptr && focusWidget() == nullptr) focused->setFocus();
+  if (focused != nullptr && focused != moved && focusWidget() == moved) focused->setFocus();
   ClearProgress();
   if (Loaded() && !message.isEmpty()) MsgBox(message, succeeded_ ? kOKOnly : kExclamation);
 }

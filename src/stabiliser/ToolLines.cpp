@@ -19,10 +19,14 @@ std::string Seconds(double seconds) {
   return digits;
 }
 
-// Where a tool must seek so that the key frame before `start` isn't missed.
+// Where a tool must seek so that the key frame before `start` isn't missed. 0 means that it reads
+// from the beginning: a seek to before the first key frame may end behind it, and where pictures
+// are stored out of order the tool seeks a little earlier than it is told.
 double SeekFor(double start, const VideoFacts& facts) {
   constexpr double kLongestGroup = 60;  // seconds between key frames
-  return facts.seeksLate ? std::max(start - kLongestGroup, 0.0) : start;
+  constexpr double kBeginning = 1;      // second
+  if (facts.seeksLate) return std::max(start - kLongestGroup, 0.0);
+  return start < facts.videoStart + kBeginning ? 0 : start;
 }
 
 // Where a tool may seek too far, its times are the file's own: by default they count from the first
@@ -31,10 +35,15 @@ std::string FfmpegOn(const std::string& toolsFolder, const std::string& video,
                      const VideoFacts& facts, const std::optional<Span>& span) {
   const std::string line = toolsFolder + "/ffmpeg -hide_banner -stats_period 0.1";
   if (!span) return line + " -i " + video;
-  const std::string part = " -ss " + Seconds(SeekFor(span->start, facts)) + " -i " + video;
+  const double seek = SeekFor(span->start, facts);
+  const std::string input = " -i " + video;
   const std::string length = " -t " + Seconds(span->length);
-  if (!facts.seeksLate) return line + part + length;
-  return line + " -copyts" + part + " -ss " + Seconds(facts.startTime + span->start) + length;
+  if (facts.seeksLate) {
+    return line + " -copyts -ss " + Seconds(seek) + input + " -ss " +
+           Seconds(facts.startTime + span->start) + length;
+  }
+  const std::string start = " -ss " + Seconds(span->start);
+  return line + (seek > 0 ? start + input : input + start) + length;
 }
 
 // Makes whole pictures of two fields.

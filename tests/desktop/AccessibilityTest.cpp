@@ -60,6 +60,15 @@ TEST_F(AccessibilityBus, HasTheWholeMainWindow) {
   EXPECT_EQ(root.Tree().toStdString(), ExpectedTree().toStdString());
 }
 
+TEST_F(AccessibilityBus, AnnouncesTheFocus) {
+  for (const char* command : {"Load Video", "Run Video"}) {
+    const AccessibleNode node = root.Find(kButton, command);
+    EXPECT_FALSE(reader.HasAnnounced("focused", node)) << command;
+    screen.PressKey(kTab);
+    EXPECT_TRUE(WaitFor([&] { return reader.HasAnnounced("focused", node); })) << command;
+  }
+}
+
 TEST_F(AccessibilityBus, LoadsAndCropsAVideoAndAnnouncesWhatChanges) {
   program.ReplaceTool("ffmpeg", "printf 'time=00:00:01.00\\r' >&2\n" +
                                     program.PrintingGate("half") + "exec \"$real\" \"$@\"");

@@ -17,15 +17,30 @@ class JoinerOnScreen : public JoinerTest {
       ASSERT_NO_FATAL_FAILURE(Add(program.PathOf(name)));
     }
   }
-  bool IsFramed(const QRect& place) const {
+  bool IsFramed(const QRect& place, QRgb color = kText) const {
     const QImage picture = screen.Picture(place);
-    return AllOf(picture, QRect(0, 0, place.width(), 1), kText) &&
-           AllOf(picture, QRect(0, 0, 1, place.height()), kText) &&
-           AllOf(picture, QRect(0, place.height() - 1, place.width(), 1), kText) &&
-           AllOf(picture, QRect(place.width() - 1, 0, 1, place.height()), kText);
+    return AllOf(picture, QRect(0, 0, place.width(), 1), color) &&
+           AllOf(picture, QRect(0, 0, 1, place.height()), color) &&
+           AllOf(picture, QRect(0, place.height() - 1, place.width(), 1), color) &&
+           AllOf(picture, QRect(place.width() - 1, 0, 1, place.height()), color);
   }
   QString output = program.PathOf("all.mp4");
 };
+
+TEST_F(JoinerOnScreen, ShowsAFrameAroundWhatTabHasReachedAndGivesItsCommandBySpace) {
+  constexpr QRgb kFrame = 0xffffff;
+  for (const char* name : {"ListView1", "List1", "Option1(0)", "Label1(0)"}) {
+    screen.PressKey(kTab);
+    EXPECT_TRUE(WaitFor([&] { return IsFramed(joiner.Place(name), kFrame); })) << name;
+  }
+  const QList<WindowId> known = screen.Windows();
+  screen.PressKey(' ');
+  const WindowId dialog = screen.AwaitNew(known);
+  ASSERT_NE(dialog, 0U);
+  EXPECT_EQ(screen.Title(dialog), "Add Video");
+  screen.PressKey(kEscape);
+  EXPECT_TRUE(WaitFor([&] { return !screen.Exists(dialog); }));
+}
 
 TEST_F(JoinerOnScreen, ShowsSelectsAndRemovesSectionsUnderThePointer) {
   ASSERT_NO_FATAL_FAILURE(AddThreeFakeSections());

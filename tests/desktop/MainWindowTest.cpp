@@ -102,6 +102,40 @@ TEST_F(MainWindowOnScreen, RunsPausesAndStopsAVideoAndEndsCleanlyWhileItPlays) {
   EXPECT_EQ(program.Printed(), "");
 }
 
+TEST_F(MainWindowOnScreen, IsUsedByTheKeyboardWithAFrameAroundTheFocus) {
+  constexpr QRgb kFrame = 0xffffff;
+  video = program.PathOf("clip.mp4");
+  ASSERT_TRUE(MakeVideo(video, kVideo, 30));
+  ASSERT_NO_FATAL_FAILURE(OpenWindow());
+  const auto hasFrame = [&](Command command) {
+    const QRect place = window.Place(MainWindow::NameOf(command));
+    return WaitFor([&] {
+      return screen.Pixel(place.topLeft()) == (kFrame | 0xff000000) &&
+             screen.Pixel(place.bottomRight()) == (kFrame | 0xff000000);
+    });
+  };
+  screen.PressKey(kTab);
+  EXPECT_TRUE(hasFrame(kLoadVideo));
+  const QList<WindowId> known = screen.Windows();
+  screen.PressKey(kReturn);
+  const WindowId dialog = screen.AwaitNew(known);
+  ASSERT_NE(dialog, 0U);
+  ASSERT_TRUE(TypeFileName(screen, dialog, video));
+  ASSERT_TRUE(window.AwaitBarsAround(kVideo));
+  EXPECT_TRUE(hasFrame(kLoadVideo)) << "the focus is back";
+  screen.PressKey(kTab);
+  EXPECT_TRUE(hasFrame(kRunVideo));
+  screen.PressKey(' ');
+  EXPECT_TRUE(window.AwaitMoving(kVideo));
+  screen.PressKey(kTab);
+  screen.PressKey(kReturn);
+  EXPECT_TRUE(window.AwaitStill(kVideo));
+  EXPECT_FALSE(window.IsBlack(kVideo));
+  screen.PressKey(kTab, kShift);
+  EXPECT_TRUE(hasFrame(kRunVideo));
+  CloseAndExpectEnd();
+}
+
 TEST_F(MainWindowOnScreen, ShowsTheMomentThatIsChosenInThePicturesMenu) {
   video = program.PathOf("red and blue.mp4");
   const QList<QRgb> red(10, kRed);

@@ -91,6 +91,16 @@ TEST_F(LongJobTest, AsksLogindWhereThePortalIsSilent) {
   EXPECT_EQ(services.Asked(), (QStringList{kPortalsCall, kLogindsCall}));
 }
 
+// The portal has answered the call before its backend refuses.
+TEST_F(LongJobTest, AsksLogindWhereThePortalsBackendRefuses) {
+  services.OfferPortal();
+  services.LetThePortalRefuse();
+  services.OfferLogind();
+  const LongJob job(kPurpose);
+  EXPECT_TRUE(AwaitInhibited());
+  EXPECT_EQ(services.Asked(), (QStringList{kPortalsCall, kLogindsCall}));
+}
+
 TEST_F(LongJobTest, AsksLogindWhereThereIsNoSessionBus) {
   services.OfferLogind();
   const Buses withoutSession("unix:path=/nowhere/session", services.SystemAddress());

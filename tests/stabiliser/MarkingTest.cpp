@@ -22,7 +22,7 @@ class Marking : public StabiliserWindowTest {
   bool Key(Needle needle, int key, int shift = 0) const {
     return NeedleBox(needle).KeyDown({.Index = needle, .Key = key, .Shift = shift});
   }
-  static void Turn(const PictureBox& box, float notches) {
+  static void Turn(const Control& box, float notches) {
     box.MouseWheel({.Index = box.Index(), .Shift = 0, .Notches = notches});
   }
 };
@@ -111,6 +111,8 @@ TEST_F(Marking, IsScrolledByTheWheelUpToBothEnds) {
   EXPECT_EQ(Strip().Left(), -150);
   Turn(Get<PictureBox>("Picture5"), 1);
   EXPECT_EQ(Strip().Left(), -50);
+  Turn(Caption("Label7", TowardsEnd), -1);
+  EXPECT_EQ(Strip().Left(), -150);
   Turn(Strip(), 3);
   EXPECT_EQ(Strip().Left(), 0);
   Turn(Strip(), -1000);

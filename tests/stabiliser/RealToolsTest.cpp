@@ -123,6 +123,18 @@ TEST_F(RealTools, ExtractASectionThatIsExactToThePicture) {
   }
 }
 
+// A seek to the beginning would end at the second key frame.
+TEST_F(RealTools, ExtractFromTheBeginningOfAVideoWhosePicturesAreStoredOutOfOrder) {
+  const QString source = PathOf("source.avi");
+  Make({"-i", EightColours(), "-an", "-c:v", "libx264", "-bf", "2", "-g", "50", "-sc_threshold",
+        "0", source});
+  Choose(source);
+  const QString part = PathOf("part.mkv");
+  SaveAs(Caption("Label14", ExtractRegion), part);
+  const QString colours = ColoursOf(part);
+  EXPECT_TRUE(colours.startsWith("25 red, 25 green, 25 blue, ")) << colours.toStdString();
+}
+
 // A tool that chooses the stereo track never sees the first half second.
 TEST_F(RealTools, ExtractFromATransportStreamWhoseOtherSoundTrackBeginsFirst) {
   const QString original = EightColours();

@@ -15,6 +15,11 @@ TEST(StabiliserLines, ExtractTheSpan) {
             "/t/ffmpeg -hide_banner -stats_period 0.1 -ss 12.5 -i in.mp4 -t 3 -sn -dn -y out.mp4");
 }
 
+TEST(StabiliserLines, ReadTheBeginningWithoutASeek) {
+  EXPECT_EQ(ExtractLine("/t", "in.avi", kPlain, {.start = 0.1, .length = 3}, "out.mp4"),
+            "/t/ffmpeg -hide_banner -stats_period 0.1 -i in.avi -ss 0.1 -t 3 -sn -dn -y out.mp4");
+}
+
 TEST(StabiliserLines, ViewTheSpanFromItsFirstPictureOn) {
   VideoFacts facts = kPlain;
   facts.startTime = 1.4;

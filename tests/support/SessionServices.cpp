@@ -69,8 +69,15 @@ QDBusObjectPath PortalAnswers::Inhibit(const QString& /*window*/, uint flags,
                                        const QVariantMap& options, const QDBusMessage& call) {
   services_.asked_ << u"portal: %1, %2"_s.arg(flags).arg(options.value("reason").toString());
   call.setDelayedReply(services_.silent_);
-  if (!services_.silent_) services_.portalsCaller_ = call.service();
-  return QDBusObjectPath("/org/freedesktop/portal/desktop/request/1");
+  const QString request = u"/org/freedesktop/portal/desktop/request/1"_s;
+  if (!services_.silent_) {
+    if (!services_.refuses_) services_.portalsCaller_ = call.service();
+    QDBusMessage response = QDBusMessage::createTargetedSignal(
+        call.service(), request, u"org.freedesktop.portal.Request"_s, u"Response"_s);
+    response << (services_.refuses_ ? 2U : 0U) << QVariantMap();
+    services_.session_.send(response);
+  }
+  return QDBusObjectPath(request);
 }
 
 QDBusUnixFileDescriptor LogindAnswers::Inhibit(const QString& what, const QString& who,

@@ -28,6 +28,8 @@ class SessionServices : public QObject {
   void OfferLogind() { Offer(system_, "org.freedesktop.login1"); }
   // From now on the portal takes calls and doesn't answer.
   void KeepThePortalSilent() { silent_ = true; }
+  // From now on the portal answers calls, and then says that its backend refuses.
+  void LetThePortalRefuse() { refuses_ = true; }
 
   // The calls so far: "portal: 4, Cropping a video" and "logind: sleep, Kelvane, Cropping a video,
   // block".
@@ -57,6 +59,7 @@ class SessionServices : public QObject {
   QDBusConnection session_{QString()};
   QDBusConnection system_{QString()};
   bool silent_ = false;
+  bool refuses_ = false;
   QStringList asked_;
   QString portalsCaller_;
   int logindsEnd_ = -1;  // of a pipe, whose other end the caller has

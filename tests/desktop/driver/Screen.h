@@ -19,7 +19,13 @@ using WindowId = xcb_window_t;
 enum PointerButton : std::uint8_t { kLeftButton = 1, kRightButton = 3, kWheelDown = 5 };
 
 // X key symbols. Those of printable characters are the characters' own numbers.
-enum Key : std::uint32_t { kReturn = 0xff0d, kEscape = 0xff1b, kControl = 0xffe3, kShift = 0xffe1 };
+enum Key : std::uint32_t {
+  kTab = 0xff09,
+  kReturn = 0xff0d,
+  kEscape = 0xff1b,
+  kControl = 0xffe3,
+  kShift = 0xffe1
+};
 
 // What a user sees and does on an X display: managed windows, pictures of the screen, pointer and
 // keyboard. All places are in pixels of the screen.

@@ -151,12 +151,13 @@ ScreenReader::~ScreenReader() { QDBusConnection::disconnectFromBus(bus_.name());
 
 // Programs announce only the changes to which somebody has subscribed.
 void ScreenReader::Subscribe() {
-  for (const char* event : {"object:property-change:accessible-name",
-                            "object:property-change:accessible-value", "object:children-changed"}) {
+  for (const char* event :
+       {"object:property-change:accessible-name", "object:property-change:accessible-value",
+        "object:children-changed", "object:state-changed:focused"}) {
     Ask(bus_, kRegistry, "/org/a11y/atspi/registry", kRegistry, "RegisterEvent",
         {QString(event), QStringList(), QString()});
   }
-  for (const char* signal : {"PropertyChange", "ChildrenChanged"}) {
+  for (const char* signal : {"PropertyChange", "ChildrenChanged", "StateChanged"}) {
     bus_.connect(QString(), QString(), kObjectEvent, signal, this, SLOT(TakeSignal(QDBusMessage)));
   }
 }

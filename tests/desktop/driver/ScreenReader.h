@@ -64,7 +64,7 @@ class ScreenReader : public QObject {
   // Waits for a window of that title. Returns a node without an id if none comes.
   AccessibleNode AwaitWindow(const QString& title) const;
   // Whether the program has announced that change of the node: "accessible-name" or
-  // "accessible-value", or "add" for a new child.
+  // "accessible-value", "add" for a new child, or "focused".
   bool HasAnnounced(const QString& change, const AccessibleNode& node) const;
 
  private slots:
