@@ -17,7 +17,7 @@ void Form4::WireEvents() {
   for (Label* command : Label1) {
     command->MouseMove = [this](const MouseEvent& event) { Label1_MouseMove(event); };
     command->MouseUp = [this](const MouseEvent& event) { Label1_MouseUp(event); };
-    command->setTakesKeyboard();
+    command->setTakesKeyboard(Qt::TabFocus);  // a click leaves the focus in the list or the chart
   }
   for (OptionButton* option : Option1) {
     option->MouseMove = [this](const MouseEvent& event) { Option1_MouseMove(event); };

@@ -1,5 +1,6 @@
 #include "joiner/JoinTexts.h"
 
+#include <QFileInfo>
 #include <algorithm>
 #include <filesystem>
 #include <system_error>
@@ -31,9 +32,20 @@ QString ConcatListText(int sections) {
   return u"concat:"_s + names.join(u'|');
 }
 
+namespace {
+
+// The tool opens the first section before the new file.
+bool CanBegin(const QStringList& sections) {
+  const QString first = Trim(sections.value(0));
+  return first.contains(u'/') && QFileInfo::exists(first);
+}
+
+}  // namespace
+
 // Two paths may lead to one file.
 QString JoinRemark(const QString& path, const QStringList& sections) {
   const std::string narrow = ToNarrow(path);
+  if (!CanBegin(sections)) return FromNarrow(OutputRemark(narrow, {}));
   const std::string file = OutputFile(narrow);
   const auto isFile = [&file](const QString& section) {
     std::error_code ignored;

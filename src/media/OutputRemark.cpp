@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <filesystem>
 #include <system_error>
 #include <vector>
@@ -49,14 +50,22 @@ std::string FolderRemark(const std::string& path) {
   return CanBeUsed(folder, W_OK | X_OK) ? "" : "No file can be written in this folder.";
 }
 
+bool IsListOfPieces(const std::string& path) {
+  std::string extension = fs::path(path).extension();
+  std::transform(extension.begin(), extension.end(), extension.begin(), [](char c) {
+    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
+  });
+  return extension == ".m3u8" || extension == ".mpd";
+}
+
+// A tool renames a list of pieces when it is whole, so that the folder decides whether it can.
 std::string WriteRemark(const std::string& path, const std::string& replaced) {
   std::error_code ignored;
-  if (fs::exists(path, ignored)) {
-    const bool isReplaced =
-        !replaced.empty() && CanBeUsed(path, W_OK) && !fs::is_directory(path, ignored);
-    return isReplaced ? replaced : "This file exists: it will be kept, and nothing written.";
-  }
-  return FolderRemark(path);
+  if (!fs::exists(path, ignored)) return FolderRemark(path);
+  const bool isReplaced =
+      !replaced.empty() && !fs::is_directory(path, ignored) &&
+      (IsListOfPieces(path) ? FolderRemark(path).empty() : CanBeUsed(path, W_OK));
+  return isReplaced ? replaced : "This file exists: it will be kept, and nothing written.";
 }
 
 std::string OutputRemark(const std::string& path, const std::string& replaced) {

@@ -44,10 +44,11 @@ class Control : public MouseArea {
 
   // Gives the control the keyboard focus.
   void SetFocus() { setFocus(); }
-  // Lets the user give a label or a picture box the keyboard focus by Tab, Shift+Tab or a press of
-  // the mouse. A frame shows it, unless the focus came by the mouse or by SetFocus. Space and Enter
-  // click a control with the role kCommand as a screen reader does.
-  void setTakesKeyboard() { setFocusPolicy(Qt::StrongFocus); }
+  // Lets the user give a label or a picture box the keyboard focus by Tab or Shift+Tab and, with
+  // the default policy, by a press of the mouse. A frame shows it, unless the focus came by the
+  // mouse or by SetFocus. Space and Enter click a control with the role kCommand as a screen reader
+  // does.
+  void setTakesKeyboard(Qt::FocusPolicy policy = Qt::StrongFocus) { setFocusPolicy(policy); }
   // Raised by a key, also while it repeats, if the control has the focus, or a control in it that
   // doesn't handle the key. Returns whether it has handled the key.
   std::function<bool(const KeyEvent&)> KeyDown;

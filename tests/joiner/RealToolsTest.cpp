@@ -180,6 +180,14 @@ INSTANTIATE_TEST_SUITE_P(
         NewName{"NoFolder", "missing/new.mp4", "No file can be written in this folder.", {}}),
     [](const auto& tested) { return std::string(tested.param.name); });
 
+TEST_F(RealJoin, WithoutAFirstSectionKeepsWhatExistsAsTheDialogSays) {
+  const QString old = tools_.File("old.mp4");
+  QString remark;
+  Join(TypeNameInFolder(old, remark));
+  EXPECT_EQ(remark, kKept);
+  EXPECT_EQ(ContentOf(old), "contents");
+}
+
 // What the joiner's command lines can cost.
 using CostOfAJoin = RealJoin;
 

@@ -50,6 +50,12 @@ TEST(WriteRemark, IsThatNothingIsWrittenWhereTheUserMayNot) {
   EXPECT_EQ(RemarkForAnotherUser(old), kept);
   fs::permissions(old, kRead | kWrite);
   EXPECT_EQ(RemarkForAnotherUser(old), kFileIsReplaced);
+  const std::string list = folder.File("list.M3U8");
+  fs::permissions(list, kRead | kWrite);
+  EXPECT_EQ(RemarkForAnotherUser(list), kept) << "a list is renamed into its folder";
+  fs::permissions(folder.path(), kRead | kWrite | kEnter);
+  fs::permissions(list, kRead);
+  EXPECT_EQ(RemarkForAnotherUser(list), kFileIsReplaced);
   fs::permissions(folder.path(), kRead | kWrite);
   EXPECT_EQ(RemarkForAnotherUser(folder / "new.mp4"), noFile);
   fs::permissions(folder.path(), kRead | kWrite | kEnter);

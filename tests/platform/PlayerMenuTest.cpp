@@ -225,6 +225,23 @@ TEST_F(PlayerMenu, PlaysOnAfterStepsThatArentDone) {
   }
 }
 
+TEST_F(PlayerMenu, StepsFromWhereItPlayedOnAfterAStep) {
+  OpenColours(0);
+  for (const char* step : {"Next Frame", "Previous Frame"}) {
+    player.controls.setCurrentPosition(1);
+    ASSERT_TRUE(AwaitPicture(1));
+    Choose("Next Frame");
+    ASSERT_TRUE(AwaitPicture(1.04));
+    Choose("Play");
+    Choose(step);
+    EXPECT_TRUE(WaitFor([&] { return watch.Core().Position() > 0.9; })) << step;
+    EXPECT_TRUE(watch.StandsStill());
+    EXPECT_LT(watch.Core().Position(), 2) << step;
+    player.controls.setCurrentPosition(2);
+    EXPECT_TRUE(AwaitPicture(2)) << step;
+  }
+}
+
 TEST_F(PlayerMenu, KeepsTheFirstAndTheLastPictureAtAStepBeyondThem) {
   OpenColours(0);
   ASSERT_TRUE(watch.AwaitColour(kPlayedRed));

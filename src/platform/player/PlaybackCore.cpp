@@ -217,7 +217,7 @@ void PlaybackCore::setPaused(bool paused) {
     if (paused_) SetFlag("pause", true);
     setSilent(false);
     // After a step beyond the last picture the player would wait for the sound without an end.
-    if (std::exchange(stepped_, false)) Command({"seek", "0", "relative+exact"});
+    if (std::exchange(stepped_, false)) SeekTo(position_);
   }
   paused_ = paused;
   SetFlag("keep-open", paused);
@@ -252,6 +252,12 @@ void PlaybackCore::Step(int pictures) {
   if (!seeking_) SeekNext();
 }
 
+void PlaybackCore::SeekTo(double seconds) {
+  constexpr int kMicroseconds = 6;
+  const QByteArray place = QByteArray::number(seconds, 'f', kMicroseconds);
+  if (Command({"seek", place.constData(), "absolute+exact"}, kSeekReplyId)) seeking_ = true;
+}
+
 void PlaybackCore::ForgetSeeks() {
   sought_.reset();
   nextSeek_.reset();
@@ -277,12 +283,15 @@ void PlaybackCore::AskForSoughtPosition() {
 
 void PlaybackCore::SeekNext() {
   seeking_ = false;
-  if (paused_ && hasPictures_ && (nextSeek_ || steps_ != 0)) setSilent(true);
+  if (paused_ && hasPictures_ && !silent_ && (nextSeek_ || steps_ != 0)) {
+    setSilent(true);
+    // A step right after the sound has ended could go to the end of the file.
+    if (!nextSeek_) SeekTo(position_);
+    if (seeking_) return;
+  }
   if (nextSeek_) {
     if (paused_) SetFlag("pause", true);  // ends steps that are under way
-    constexpr int kMicroseconds = 6;
-    const QByteArray place = QByteArray::number(*std::exchange(nextSeek_, {}), 'f', kMicroseconds);
-    seeking_ = Command({"seek", place.constData(), "absolute+exact"}, kSeekReplyId);
+    SeekTo(*std::exchange(nextSeek_, {}));
   } else if (!hasPictures_) {
     steps_ = 0;  // the player would ignore a step back, and report no end of it
   } else if (steps_ < 0) {

@@ -58,7 +58,7 @@ class PlaybackCore : public QObject {
   void Seek(double seconds);
   // Pauses the file and goes that many pictures on, or back if it is negative, at most to the last
   // or first one. Steps that come while a picture is sought are done from there. No effect unless
-  // Active, or in a file without a picture.
+  // Active. A file without a picture is only paused.
   void Step(int pictures);
   // 0 to 100; the caller checks the range.
   void setVolume(int volume);
@@ -93,6 +93,7 @@ class PlaybackCore : public QObject {
   void SetFlag(const char* name, bool value);
   // Does the seek that waits, or else a step that does.
   void SeekNext();
+  void SeekTo(double seconds);
   void AskForSoughtPosition();
   void ForgetSeeks();
   void setSilent(bool silent);
