@@ -43,7 +43,7 @@ class RealTools : public StabiliserWindowTest {
         {0xff0000, 0x00ff00, 0x0000ff, 0xffff00, 0xff00ff, 0x00ffff, 0xffffff, 0x000000}));
     return path;
   }
-  // Drags the needles to these seconds of a time line that has so many pixels to the second.
+  // Drags the needles to these seconds. `pixels` is the number of pixels to the second.
   void Mark(float pixels, float start, float end) const {
     DragNeedle(StartNeedle, pixels * start);
     DragNeedle(EndNeedle, pixels * end - 2 - NeedleBox(EndNeedle).Left());
