@@ -46,12 +46,12 @@ std::string FfmpegOn(const std::string& toolsFolder, const std::string& video,
   return line + (seek > 0 ? start + input : input + start) + length;
 }
 
-// Makes whole pictures of two fields.
-std::string Deinterlacing(const VideoFacts& facts) { return facts.interlaced ? "yadif," : ""; }
-
-// Makes pictures that every player shows; "null" changes nothing.
-std::string Plain(const VideoFacts& facts) {
-  return facts.plain ? "null" : "crop=trunc(iw/2)*2:trunc(ih/2)*2,format=yuv420p";
+// Filters that make whole pictures of two fields, and pictures that every player shows and the
+// stabilising filter takes: FFmpeg 7.1's ends the tool at odd sizes. Each has a comma behind it.
+std::string Preparing(const VideoFacts& facts) {
+  std::string filters = facts.interlaced ? "yadif," : "";
+  if (!facts.plain) filters += "crop=trunc(iw/2)*2:trunc(ih/2)*2,format=yuv420p,";
+  return filters;
 }
 
 }  // namespace
@@ -80,15 +80,16 @@ std::string ViewLine(const std::string& toolsFolder, const std::string& video,
 
 std::string ExtractLine(const std::string& toolsFolder, const std::string& video,
                         const VideoFacts& facts, const Span& span, const std::string& output) {
-  const bool asItIs = facts.plain && !facts.interlaced;
-  return FfmpegOn(toolsFolder, video, facts, span) +
-         (asItIs ? "" : " -vf " + Deinterlacing(facts) + Plain(facts)) + " -sn -dn -y " + output;
+  std::string filters = Preparing(facts);
+  if (!filters.empty()) filters.pop_back();
+  return FfmpegOn(toolsFolder, video, facts, span) + (filters.empty() ? "" : " -vf " + filters) +
+         " -sn -dn -y " + output;
 }
 
 std::string DetectLine(const std::string& toolsFolder, const std::string& video,
                        const VideoFacts& facts, const std::optional<Span>& span,
                        const StabiliserOptions& options, const std::string& transforms) {
-  return FfmpegOn(toolsFolder, video, facts, span) + " -an -sn -dn -vf " + Deinterlacing(facts) +
+  return FfmpegOn(toolsFolder, video, facts, span) + " -an -sn -dn -vf " + Preparing(facts) +
          "vidstabdetect=stepsize=" + std::to_string(options.stepsize) +
          ":shakiness=" + std::to_string(options.shakiness) +
          ":accuracy=" + std::to_string(options.accuracy) + ":result=" + transforms + " -f null -";
@@ -99,11 +100,11 @@ std::string TransformLine(const std::string& toolsFolder, const std::string& vid
                           const VideoFacts& facts, const std::optional<Span>& span,
                           const StabiliserOptions& options, const std::string& transforms,
                           const std::string& output) {
-  return FfmpegOn(toolsFolder, video, facts, span) + " -vf " + Deinterlacing(facts) +
+  return FfmpegOn(toolsFolder, video, facts, span) + " -vf " + Preparing(facts) +
          "copy,vidstabtransform=input=" + transforms + ":zoom=" + std::to_string(options.zoom) +
          ":optzoom=0:smoothing=" + std::to_string(options.smoothing) +
          ",unsharp=lx=" + std::to_string(options.lx) + ":ly=" + std::to_string(options.ly) +
-         (facts.plain ? "" : "," + Plain(facts)) + " -sn -dn -y " + output;
+         " -sn -dn -y " + output;
 }
 
 }  // namespace kelvane

@@ -65,14 +65,13 @@ TEST(StabiliserLines, HaveBothPassesReadTheSameSpan) {
 }
 
 TEST(StabiliserLines, MakePicturesThatPlayersShowOfOddSizesAndFields) {
-  const std::string after = "crop=trunc(iw/2)*2:trunc(ih/2)*2,format=yuv420p -sn";
-  EXPECT_NE(ExtractLine("/t", "i", kOdd, {0, 1}, "o.mp4").find(" -vf yadif," + after),
+  const std::string plain = " -vf yadif,crop=trunc(iw/2)*2:trunc(ih/2)*2,format=yuv420p";
+  EXPECT_NE(ExtractLine("/t", "i", kOdd, {0, 1}, "o.mp4").find(plain + " -sn"), std::string::npos);
+  EXPECT_NE(DetectLine("/t", "i", kOdd, std::nullopt, kOptions, "x").find(plain + ",vidstabdetect"),
             std::string::npos);
-  EXPECT_NE(DetectLine("/t", "i", kOdd, std::nullopt, kOptions, "x").find(" -vf yadif,vidstab"),
+  EXPECT_NE(TransformLine("/t", "i", kOdd, std::nullopt, kOptions, "x", "o")
+                .find(plain + ",copy,vidstabtransform"),
             std::string::npos);
-  const std::string transform = TransformLine("/t", "i", kOdd, std::nullopt, kOptions, "x", "o");
-  EXPECT_NE(transform.find(" -vf yadif,copy,vidstab"), std::string::npos);
-  EXPECT_NE(transform.find("unsharp=lx=7:ly=7," + after), std::string::npos);
 }
 
 TEST(VideoFacts, AreReadFromAProbe) {
