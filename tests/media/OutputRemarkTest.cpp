@@ -41,6 +41,7 @@ TEST(WriteRemark, IsThatNothingIsWrittenWhereTheUserMayNot) {
   const std::string noFile = "No file can be written in this folder.";
   const std::string kept = "This file exists: it will be kept, and nothing written.";
   const std::string old = folder.File("old.mp4");
+  const std::string list = folder.File("list.M3U8");
   constexpr auto kRead = fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read;
   constexpr auto kEnter = fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec;
   constexpr auto kWrite = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
@@ -50,7 +51,6 @@ TEST(WriteRemark, IsThatNothingIsWrittenWhereTheUserMayNot) {
   EXPECT_EQ(RemarkForAnotherUser(old), kept);
   fs::permissions(old, kRead | kWrite);
   EXPECT_EQ(RemarkForAnotherUser(old), kFileIsReplaced);
-  const std::string list = folder.File("list.M3U8");
   fs::permissions(list, kRead | kWrite);
   EXPECT_EQ(RemarkForAnotherUser(list), kept) << "a list is renamed into its folder";
   fs::permissions(folder.path(), kRead | kWrite | kEnter);

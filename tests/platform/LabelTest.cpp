@@ -117,6 +117,14 @@ TEST_F(LabelTest, DrawsItsCaptionInASizeInPointsAndBold) {
   EXPECT_EQ(Shown(), before);
 }
 
+TEST_F(LabelTest, IsCopiedWithItsFont) {
+  label.setFontBold(true);
+  label.setFontSize(10);
+  Label& copy = label.Duplicate("Copy");
+  EXPECT_TRUE(copy.FontBold());
+  EXPECT_EQ(copy.font().pixelSize(), 13);
+}
+
 TEST_F(LabelTest, CondensesACaptionThatIsALittleTooWide) {
   for (const char* caption : {"Preview Cropped Video", "Source Video Dimensions (pixels)", "0,640",
                               "Progress: 00.00 % Complete: Status: Getting"}) {
