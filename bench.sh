@@ -19,7 +19,7 @@ trap 'rm -f "$KELVANE_BENCH_REPORT"' EXIT
 
 begin=$SECONDS
 failed=()
-for bench in noise program playback join stabilise windows runner handler; do
+for bench in noise program waits playback join stabilise windows runner handler; do
   say "running ${bench}_bench"
   "$folder/bench/${bench}_bench" || {
     failed+=("${bench}_bench")
