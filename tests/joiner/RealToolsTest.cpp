@@ -116,17 +116,6 @@ TEST_F(RealJoin, InTheOtherModeMakesTransportStreamsThatPlayAndReplaceFilesOfThe
   EXPECT_EQ(Pictures(InFolder("intermediate02.ts")), 3 * kFrames);
 }
 
-// A new name, what the dialog says about it, and the files that the tool then makes or changes.
-// FOLDER stands for the folder of the files.
-struct NewName {
-  const char* name;
-  QString typed;
-  QString remark;
-  Texts changed;
-};
-
-void PrintTo(const NewName& tested, std::ostream* out) { *out << tested.name; }
-
 class JoinRemarks : public RealJoin, public ::testing::WithParamInterface<NewName> {};
 
 // The second section is removed.

@@ -2,8 +2,11 @@
 
 #include <QDirIterator>
 #include <QFile>
+#include <QString>
 #include <map>
+#include <ostream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace kelvane::testing {
@@ -39,5 +42,16 @@ class Snapshot {
   QString folder_;
   std::map<std::string, QByteArray> contents_;
 };
+
+// A new name, what the dialog says about it, and the files that the tool then makes or changes.
+// FOLDER stands for the folder of the files.
+struct NewName {
+  const char* name;
+  QString typed;
+  QString remark;
+  std::vector<std::string> changed;
+};
+
+inline void PrintTo(const NewName& tested, std::ostream* out) { *out << tested.name; }
 
 }  // namespace kelvane::testing

@@ -166,17 +166,6 @@ INSTANTIATE_TEST_SUITE_P(RealTools, CropToMany,
                                                       "init-stream0.m4s"}),
                          [](const auto& tested) { return std::string(tested.param.name); });
 
-// A new name, what the dialog says about it, and the files that the tool then makes or changes.
-// FOLDER stands for the folder of the files.
-struct NewName {
-  const char* name;
-  QString typed;
-  QString remark;
-  Texts changed;
-};
-
-void PrintTo(const NewName& tested, std::ostream* out) { *out << tested.name; }
-
 class CropRemarks : public RealTools, public ::testing::WithParamInterface<NewName> {};
 
 TEST_P(CropRemarks, SayWhatTheToolDoes) {
