@@ -26,8 +26,8 @@ QString SavedListLine(const QString& item);
 // Returns "concat:intermediate00.ts|intermediate01.ts" for two sections, "concat:" for none.
 QString ConcatListText(int sections);
 
-// Returns what a join of `sections` whose new file is chosen as `path` does with it, as sentences
-// for the user; empty if it just makes that file. `path` is absolute.
+// Returns sentences for the user on what a join of `sections` into the new file `path` does with
+// it; empty if it just makes it. `path` is absolute.
 QString JoinRemark(const QString& path, const QStringList& sections);
 
 // The same for the file of a saved list, whose path no command line cuts.

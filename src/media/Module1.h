@@ -31,7 +31,7 @@ std::string GetShortFileName(const std::string& Path, const ShowError& showError
 // itself if it has none. Ignores errors.
 std::string ToolsFolder(const std::string& appPath);
 
-// Returns the path for a join's list if it can't be in the program's folder: one in the private
+// Returns the path for a join's list that can't be in the program's folder: one in the private
 // folder of the short paths, which can go unquoted. The list is removed when the program ends.
 // Returns an empty text if that folder can't be made.
 std::string PrivateListFile(const std::string& linksParent = "/tmp");
@@ -41,15 +41,15 @@ std::string PrivateListFile(const std::string& linksParent = "/tmp");
 void ClearShortPathsLeftBehind(const std::string& linksParent = "/tmp");
 
 // Returns the folders that can have a private folder of working files, the preferred one first:
-// "/var/tmp" and, if its path can go unquoted and as it is in the text of a filter, the user's
-// cache folder ($XDG_CACHE_HOME or ~/.cache).
+// "/var/tmp" and, if its path can go unquoted, and unescaped in a filter's text, the user's cache
+// folder ($XDG_CACHE_HOME or ~/.cache).
 std::vector<std::string> WorkFileParents();
 
 // Returns the path of a working file, in a private folder in the first of the `parents` that takes
-// one; a parent that doesn't exist is made, in a folder that does. `name` consists of ASCII
-// letters, digits, "-" and ".". The same name gets the same path each time. The caller writes the
-// file and may remove it; otherwise it is removed when the program ends. Returns an empty text if
-// none of the parents takes the folder.
+// one; a missing parent is made if its own folder exists. `name` consists of ASCII letters, digits,
+// "-" and ".". The same name gets the same path each time. The caller writes the file and may
+// remove it; otherwise it is removed when the program ends. Returns an empty text if none of the
+// parents takes the folder.
 std::string PrivateWorkFile(const std::string& name,
                             const std::vector<std::string>& parents = WorkFileParents());
 

@@ -18,11 +18,11 @@ std::string WidenLineBreaks(std::string_view text);
 // which fit widths of three and four digits; from any other block they yield other parts of it. The
 // texts include line breaks.
 struct SizeReading {
-  // std::nullopt if the block has no "width=" or "height=". `width` is empty without "height=".
+  // Each is std::nullopt without its word; `width` is an empty text without "height=".
   std::optional<std::string> width;
   std::optional<std::string> height;
-  // True if the width has four digits: then the block isn't also text, and the next one is read as
-  // a size too.
+  // True if the width has four digits. Otherwise the block is text as well, and what follows is
+  // only text.
   bool usedUp = false;
 };
 SizeReading ReadSize(std::string_view block);
@@ -56,8 +56,8 @@ class DurationReading {
 std::optional<double> ReadProgress(std::string_view line);
 
 // Returns the last line of a tool's text that says what went wrong, without a "[name @ address]" at
-// its beginning; an empty text if there is none. A line in which ffmpeg only says what followed
-// from that, such as "Conversion failed!", counts if there is no other. Looks at the last 64 KiB.
+// its beginning; an empty text if there is none. If all only say what followed from that, such as
+// "Conversion failed!", returns the first of these. Looks at the last 64 KiB.
 std::string LastComplaint(std::string_view text);
 
 }  // namespace kelvane

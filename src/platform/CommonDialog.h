@@ -39,7 +39,7 @@ class CommonDialog {
   bool ShowOpen();
   bool ShowSave();
 
-  // Calls `command`, whose first ShowOpen shows nothing and returns `file`, an absolute path, as if
+  // Calls `command`, whose first ShowOpen shows nothing and takes `file`, an absolute path, as if
   // the user had chosen it there.
   void Choose(const QString& file, const std::function<void()>& command);
 

@@ -29,7 +29,7 @@ class Container {
 
   // Adds a border of two pixels, which covers controls that reach beyond the inside. Positions of
   // controls and of the pointer count from inside it. Must be called after setBackColor, whose
-  // colour fills the border's gap, and before any control is placed.
+  // colour its inner line has, and before any control is placed.
   void setBordered();
   QPoint ContentOrigin() const { return {borderWidth_, borderWidth_}; }
 

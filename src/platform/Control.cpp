@@ -139,7 +139,7 @@ void Control::focusInEvent(QFocusEvent* event) {
 void Control::NoteFocus(const QFocusEvent& event) {
   const auto isOneOf = [&event](auto... reasons) { return ((event.reason() == reasons) || ...); };
   if (isOneOf(Qt::TabFocusReason, Qt::BacktabFocusReason)) showsFocus_ = true;
-  // For other reasons, such as the window's activation, the focus returns.
+  // Other reasons, such as the window's activation, leave it as it was.
   if (isOneOf(Qt::MouseFocusReason, Qt::OtherFocusReason)) showsFocus_ = false;
 }
 
@@ -149,7 +149,7 @@ bool Control::eventFilter(QObject* watched, QEvent* event) {
     if (gets) NoteFocus(*static_cast<QFocusEvent*>(event));
     const bool shows = gets && showsFocus_;
     if (shows && stockFocus_ == nullptr) {
-      // Twice as thick as the frame that Qt draws around a list.
+      // A list has a frame of Qt's own: there the focus frame is two pixels thick.
       const bool isList = qobject_cast<QAbstractScrollArea*>(StockWidget()) != nullptr;
       stockFocus_ = new Border(*this, kWhite, isList ? std::optional(kWhite) : std::nullopt);
     }

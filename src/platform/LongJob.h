@@ -9,9 +9,8 @@ namespace kelvane {
 // Tells the desktop that a long job runs. As long as this lives, the session isn't suspended, and
 // the program's entry in a launcher shows how far the job is, where the desktop has one. The object
 // has a thread of its own, which asks over D-Bus: the desktop portal, and logind if that refuses or
-// doesn't answer within three seconds. Nobody waits for an answer. If nobody answers, or the thread
-// can't be started, the object has no effect. What it was granted ends with it, and with the
-// process.
+// doesn't answer within three seconds. Nobody waits for an answer. Refusals, silence and a thread
+// that can't be started are ignored. What it was granted ends with it, and with the process.
 //
 // Belongs to one thread.
 class LongJob {

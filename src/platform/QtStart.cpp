@@ -63,7 +63,7 @@ void StartInUtf8(StartEnvironment& environment) {
   }
   constexpr const char* kUtf8 = "C.UTF-8";
   environment.Override("LC_CTYPE", kUtf8);
-  // This one stays if the user's locale isn't installed, since Qt can't set that.
+  // This stays if the user's locale isn't installed: then Qt's own setlocale fails.
   (void)std::setlocale(LC_CTYPE, kUtf8);
 }
 

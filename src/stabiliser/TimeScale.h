@@ -7,7 +7,7 @@ namespace kelvane {
 enum class Precision { kSeconds, kTenths };
 
 // "hh:mm:ss" or, with tenths, "hh:mm:ss.t". Hours don't wrap. `seconds` isn't negative; it is
-// rounded to tenths and, without them, then down to seconds.
+// rounded to tenths, and for kSeconds then down to a second.
 QString TimeText(double seconds, Precision precision);
 
 // How a time line shows a video's times. Times are in seconds, positions in pixels of the time
@@ -26,7 +26,7 @@ class TimeScale {
   // The last time, a whole number of steps.
   double Length() const { return length_; }
   int Width() const;
-  // The nearest time that the time line stops at.
+  // The nearest whole step, from 0 to Length.
   double TimeAt(double position) const;
   double PositionOf(double time) const { return time * pixelsPerSecond_; }
   // The time as text, with tenths if HasTenths.

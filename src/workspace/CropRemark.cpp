@@ -9,7 +9,7 @@
 
 namespace kelvane {
 
-// The tool isn't told to replace a file, unless the name tells it.
+// The tool replaces only a list of pieces, or any file if the name holds -y.
 QString CropRemark(const QString& path) {
   const std::string narrow = ToNarrow(path);
   const std::vector<std::string> arguments = SplitCommandLine(narrow);

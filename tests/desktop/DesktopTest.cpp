@@ -9,7 +9,7 @@
 namespace kelvane::desktop {
 namespace {
 
-// Made when the first test starts, since listing the tests must work without a display.
+// Set up before the first test, since listing the tests must work without a display.
 class DisplayEnvironment : public ::testing::Environment {
  public:
   void SetUp() override {

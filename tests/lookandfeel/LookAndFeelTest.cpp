@@ -1,4 +1,4 @@
-// The look of the joiner's lists. The tests of the platform layer hold how a flat header and a list
+// The look of the joiner's lists. The tests of the platform layer test how a flat header and a list
 // with an extent are painted and scrolled.
 #include <gtest/gtest.h>
 

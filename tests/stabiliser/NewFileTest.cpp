@@ -60,7 +60,7 @@ TEST_F(NewFiles, LeaveAnExistingFileUntouchedUnlessTheyAreKept) {
   EXPECT_EQ(Content(path), "new");
 }
 
-TEST_F(NewFiles, HaveTheModeThatAToolGivesThem) {
+TEST_F(NewFiles, HaveTheModeThatTheUmaskAllows) {
   const mode_t former = ::umask(S_IWGRP | S_IRWXO);
   const NewFile file(PathOf("clip.mp4"));
   ::umask(former);

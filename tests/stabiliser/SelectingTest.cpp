@@ -61,7 +61,7 @@ TEST_F(SelectingAVideo, TellsWhyAFileCanNotBeUsedAndChangesNothing) {
   }
 }
 
-TEST_F(SelectingAVideo, NamesTheToolsIfTheProbeIsMissing) {
+TEST_F(SelectingAVideo, NamesTheProbeIfItIsMissing) {
   tools_.Remove("ffprobe");
   const DialogAnswers answers({TypeFile(tools_.File("x.mp4")), PressButton(QMessageBox::Ok)});
   Click(Caption("Label6", 0));

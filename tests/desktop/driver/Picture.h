@@ -34,7 +34,7 @@ bool ShowsCaption(const QImage& label, const QString& caption, QRgb background, 
 // Whether the picture shows this text anywhere, and nothing else.
 bool ShowsText(const QImage& picture, const QString& text, QRgb background);
 
-// Whether the pixels alternate between black and white in both directions, but for rounded colours.
+// Whether the pixels alternate between black and white in both directions, up to rounding.
 bool ShowsChequers(const QImage& picture);
 
 }  // namespace kelvane::desktop
