@@ -34,9 +34,25 @@ QString ConcatListText(int sections) {
 
 namespace {
 
+// Returns the path that the tool reads in a section's line of the list: an apostrophe ends the
+// quotes or begins them again, and outside of them a blank ends the path.
+QString ListedPath(const QString& section) {
+  QString path;
+  bool quoted = true;
+  for (const QChar c : Trim(section)) {
+    if (c == u'\r' || c == u'\n' || (!quoted && (c == u' ' || c == u'\t'))) break;
+    if (c == u'\'') {
+      quoted = !quoted;
+    } else {
+      path += c;
+    }
+  }
+  return path;
+}
+
 // The tool opens the first section before the new file.
 bool CanBegin(const QStringList& sections) {
-  const QString first = Trim(sections.value(0));
+  const QString first = ListedPath(sections.value(0));
   return first.contains(u'/') && QFileInfo::exists(first);
 }
 

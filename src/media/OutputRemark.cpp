@@ -33,6 +33,13 @@ std::string LossRemark(const std::string& path, const std::vector<std::string>& 
   return arguments.size() > 1 ? remark + " The rest is taken for further files." : remark;
 }
 
+std::string RemarkOn(const std::string& path, const std::string& replaced, bool canBeReplaced) {
+  std::error_code ignored;
+  if (!fs::exists(path, ignored)) return FolderRemark(path);
+  const bool isReplaced = !replaced.empty() && !fs::is_directory(path, ignored) && canBeReplaced;
+  return isReplaced ? replaced : "This file exists: it will be kept, and nothing written.";
+}
+
 void Append(std::string& remark, const std::string& sentence) {
   if (!remark.empty() && !sentence.empty()) remark += ' ';
   remark += sentence;
@@ -58,14 +65,8 @@ bool IsListOfPieces(const std::string& path) {
   return extension == ".m3u8" || extension == ".mpd";
 }
 
-// A tool renames a list of pieces when it is whole, so that the folder decides whether it can.
 std::string WriteRemark(const std::string& path, const std::string& replaced) {
-  std::error_code ignored;
-  if (!fs::exists(path, ignored)) return FolderRemark(path);
-  const bool isReplaced =
-      !replaced.empty() && !fs::is_directory(path, ignored) &&
-      (IsListOfPieces(path) ? FolderRemark(path).empty() : CanBeUsed(path, W_OK));
-  return isReplaced ? replaced : "This file exists: it will be kept, and nothing written.";
+  return RemarkOn(path, replaced, CanBeUsed(path, W_OK));
 }
 
 std::string OutputRemark(const std::string& path, const std::string& replaced) {
@@ -73,7 +74,10 @@ std::string OutputRemark(const std::string& path, const std::string& replaced) {
   if (arguments.empty()) return {};
   const std::string& file = arguments.front();
   const bool hasFormat = HasExtension(file);
-  const std::string written = WriteRemark(file, hasFormat ? replaced : std::string());
+  // A tool renames a list of pieces when it is whole, so that the folder decides whether it can.
+  const bool canBeReplaced =
+      IsListOfPieces(file) ? FolderRemark(file).empty() : CanBeUsed(file, W_OK);
+  const std::string written = RemarkOn(file, hasFormat ? replaced : std::string(), canBeReplaced);
   const bool costsTheFile = !written.empty() && written == replaced;
   std::string remark = costsTheFile ? written : std::string();
   Append(remark, LossRemark(path, arguments));

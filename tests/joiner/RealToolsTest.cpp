@@ -177,6 +177,19 @@ TEST_F(RealJoin, WithoutAFirstSectionKeepsWhatExistsAsTheDialogSays) {
   EXPECT_EQ(ContentOf(old), "contents");
 }
 
+TEST_F(RealJoin, OpensAFirstSectionWithAnApostropheByAnotherNameAsTheDialogSays) {
+  AddClip("it's.mp4", 1);
+  const QString old = tools_.File("old.mp4");
+  QString remark;
+  Join(TypeNameInFolder(old, remark));
+  EXPECT_EQ(remark, kKept);
+  EXPECT_EQ(ContentOf(old), "contents");
+  MakeClip("its.mp4", 1);
+  Join(TypeNameInFolder(old, remark));
+  EXPECT_EQ(remark, kReplaced);
+  EXPECT_NE(ContentOf(old), "contents");
+}
+
 // What the joiner's command lines can cost.
 using CostOfAJoin = RealJoin;
 

@@ -16,15 +16,15 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Returns the remark as a user gets it who is neither root nor the owner of the file.
-std::string RemarkForAnotherUser(const std::string& path) {
+// Returns a remark as a user gets it who is neither root nor the owner of the file.
+std::string RemarkForAnotherUser(const std::string& path, const auto& remarkOn) {
   constexpr uid_t kNobody = 65534;
   std::array<int, 2> pipe{};
   EXPECT_EQ(::pipe(pipe.data()), 0);
   const pid_t child = ::fork();
   if (child == 0) {
     std::string remark = "no other user";
-    if (::geteuid() != 0 || ::setuid(kNobody) == 0) remark = WriteRemark(path, kFileIsReplaced);
+    if (::geteuid() != 0 || ::setuid(kNobody) == 0) remark = remarkOn(path, kFileIsReplaced);
     ::_exit(::write(pipe[1], remark.data(), remark.size()) < 0);
   }
   ::close(pipe[1]);
@@ -36,7 +36,7 @@ std::string RemarkForAnotherUser(const std::string& path) {
   return remark;
 }
 
-TEST(WriteRemark, IsThatNothingIsWrittenWhereTheUserMayNot) {
+TEST(OutputRemark, IsThatNothingIsWrittenWhereTheUserMayNot) {
   const TemporaryFolder folder;
   const std::string noFile = "No file can be written in this folder.";
   const std::string kept = "This file exists: it will be kept, and nothing written.";
@@ -47,19 +47,21 @@ TEST(WriteRemark, IsThatNothingIsWrittenWhereTheUserMayNot) {
   constexpr auto kWrite = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
   fs::permissions(folder.path(), kRead | kEnter);
   fs::permissions(old, kRead);
-  EXPECT_EQ(RemarkForAnotherUser(folder / "new.mp4"), noFile);
-  EXPECT_EQ(RemarkForAnotherUser(old), kept);
+  EXPECT_EQ(RemarkForAnotherUser(folder / "new.mp4", OutputRemark), noFile);
+  EXPECT_EQ(RemarkForAnotherUser(old, OutputRemark), kept);
   fs::permissions(old, kRead | kWrite);
-  EXPECT_EQ(RemarkForAnotherUser(old), kFileIsReplaced);
+  EXPECT_EQ(RemarkForAnotherUser(old, OutputRemark), kFileIsReplaced);
   fs::permissions(list, kRead | kWrite);
-  EXPECT_EQ(RemarkForAnotherUser(list), kept) << "a list is renamed into its folder";
+  EXPECT_EQ(RemarkForAnotherUser(list, OutputRemark), kept) << "a list is renamed into its folder";
+  EXPECT_EQ(RemarkForAnotherUser(list, WriteRemark), kFileIsReplaced);
   fs::permissions(folder.path(), kRead | kWrite | kEnter);
   fs::permissions(list, kRead);
-  EXPECT_EQ(RemarkForAnotherUser(list), kFileIsReplaced);
+  EXPECT_EQ(RemarkForAnotherUser(list, OutputRemark), kFileIsReplaced);
+  EXPECT_EQ(RemarkForAnotherUser(list, WriteRemark), kept);
   fs::permissions(folder.path(), kRead | kWrite);
-  EXPECT_EQ(RemarkForAnotherUser(folder / "new.mp4"), noFile);
+  EXPECT_EQ(RemarkForAnotherUser(folder / "new.mp4", OutputRemark), noFile);
   fs::permissions(folder.path(), kRead | kWrite | kEnter);
-  EXPECT_EQ(RemarkForAnotherUser(folder / "new.mp4"), "");
+  EXPECT_EQ(RemarkForAnotherUser(folder / "new.mp4", OutputRemark), "");
 }
 
 }  // namespace
