@@ -67,6 +67,13 @@ NewFile::NewFile(const std::string& path) : path_(path), replaces_(Exists(path))
       folder, [&reason](const std::string& text, const std::string& /*title*/) { reason = text; });
   if (!reason.empty()) throw std::runtime_error(path + " can't be written: " + reason);
   if (shortFolder.empty()) throw CannotWrite(path, ENOENT);
+  // A name that the file system refuses is refused now, not when the tool has done its work.
+  if (!replaces_) {
+    const int own = ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, S_IRUSR);
+    if (own < 0) throw CannotWrite(path, errno);
+    ::close(own);
+    ::unlink(path.c_str());
+  }
   std::string name;
   int descriptor = -1;
   do {

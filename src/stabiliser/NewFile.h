@@ -9,7 +9,7 @@ namespace kelvane {
 class NewFile {
  public:
   // `path` is absolute and has an extension of 1 to 10 ASCII letters or digits, which the temporary
-  // name has too. Throws std::system_error if the folder takes no file, and another
+  // name has too. Throws std::system_error if the folder takes no file of that name, and another
   // std::runtime_error if it has no short path.
   explicit NewFile(const std::string& path);
   NewFile(const NewFile&) = delete;

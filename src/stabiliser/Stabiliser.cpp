@@ -96,7 +96,6 @@ void Stabiliser::Form_Load() {
   wmp.setFitsBox();
   closeOnSignal_ = std::make_unique<CloseOnSignal>(*this);
   ClearHighlights();
-  Label6(0).SetFocus();
 }
 
 void Stabiliser::Form_Unload() {

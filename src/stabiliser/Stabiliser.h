@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/LongJob.h"
 #include "platform/WindowsMediaPlayer.h"
 #include "sections/Form3.h"
 #include "stabiliser/CloseOnSignal.h"
@@ -167,6 +168,7 @@ class Stabiliser : public Form3 {
   Label* pressed_ = nullptr;        // the caption whose release is awaited
   Label* cancelCaption_ = nullptr;  // the one that reads "Cancel"
   DOSOutputs* tool_ = nullptr;      // the one that runs
+  std::optional<LongJob> longJob_;  // from the first tool with a progress to the end of the action
   bool cancelled_ = false;
   bool started_ = false;         // whether the last tool could be started
   int exitStatus_ = 0;           // of the last tool; that of a signal is negative

@@ -13,7 +13,6 @@
 #include "media/Module1.h"
 #include "media/ProbeReadings.h"
 #include "platform/App.h"
-#include "platform/LongJob.h"
 #include "platform/MsgBox.h"
 #include "shared/TextHelpers.h"
 #include "stabiliser/NewFile.h"
@@ -51,7 +50,8 @@ void Stabiliser::RunCancellable(Label& caption, const std::function<QString()>& 
   caption.setCaption(u"Cancel"_s);
   const QPointer<QWidget> focused = focusWidget();
   EnableCommands();
-  const QPointer<QWidget> moved = focusWidget();  // by Qt, from what was disabled
+  // Qt has moved the focus on from what was disabled, as Tab does.
+  if (focusWidget() != nullptr && focusWidget() != focused) focusWidget()->clearFocus();
   QString message;
   try {
     message = action();
@@ -59,10 +59,14 @@ void Stabiliser::RunCancellable(Label& caption, const std::function<QString()>& 
     succeeded_ = false;
     message = FromNarrow(error.what());
   }
+  longJob_.reset();
   cancelCaption_ = nullptr;
   caption.setCaption(designed);
   EnableCommands();
-  if (focused != nullptr && focused != moved && focusWidget() == moved) focused->setFocus();
+  // With its frame, if it had one.
+  if (focused != nullptr && focusWidget() == nullptr) {
+    focused->setFocus(Qt::ActiveWindowFocusReason);
+  }
   ClearProgress();
   if (Loaded() && !message.isEmpty()) MsgBox(message, succeeded_ ? kOKOnly : kExclamation);
 }
@@ -87,8 +91,7 @@ void Stabiliser::Cancel() {
 bool Stabiliser::RunTool(const std::string& commandLine, const Progress* progress) {
   if (cancelled_) return false;
   DOSOutputs tool;
-  std::optional<LongJob> job;
-  if (progress != nullptr) job.emplace(progress->purpose);
+  if (progress != nullptr && !longJob_) longJob_.emplace(progress->purpose);
   tool.Waiting = DoEvents;
   tool.CutBlocks(EndOfLine);
   tool.ReceiveOutputs = IgnoringExceptions([&](const std::string& line) {
@@ -97,7 +100,7 @@ bool Stabiliser::RunTool(const std::string& commandLine, const Progress* progres
     processedSeconds_ = *seconds;
     if (progress == nullptr) return;
     ShowProgress(*progress, *seconds);
-    job->SetProgress(*seconds / progress->seconds);
+    longJob_->SetProgress(*seconds / progress->seconds);
   });
   processedSeconds_ = 0;
   const QScopedValueRollback<DOSOutputs*> current(tool_, &tool);
@@ -195,6 +198,8 @@ void Stabiliser::ExtractSection() {
         CheckOutput(output.ToolPath(), source_->facts, std::min(span->length, rest));
     if (!succeeded_) return remark;
     output.Keep();
+    // On success its own facts replace those of the former file.
+    if (loaded_ && loaded_->path == path) (void)ReadVideo(path, loaded_);
     if (marks == marks_) sample_ = path;
     return Paragraphs(u"The selected region has been saved as\n%1"_s.arg(path), remark);
   });
@@ -318,7 +323,7 @@ QString Stabiliser::LackOfRoom(const Stabilising& run, const std::string& transf
   const std::filesystem::space_info space = std::filesystem::space(folder, unknown);
   if (unknown || static_cast<double>(space.available) >= needed) return {};
   return u"The first pass may need up to %1 MB in the folder %2, which has less. Go on?"_s
-      .arg(std::ceil(needed / kMegabyte))
+      .arg(std::ceil(needed / kMegabyte), 0, 'f', 0)
       .arg(FromNarrow(folder));
 }
 

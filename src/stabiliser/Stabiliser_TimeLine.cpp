@@ -68,8 +68,8 @@ void Stabiliser::ShowTimeLine() {
 }
 
 void Stabiliser::DrawTimes() {
-  constexpr int kLabelWidth = 64;  // with the space to the next one
-  constexpr float kPrintedWidth = 48;
+  constexpr int kLabelWidth = 64;      // with the space to the next one
+  constexpr float kPrintedWidth = 56;  // with tenths
   constexpr float kLabelTop = 7;
   constexpr QRgb kOlive = 0x808000;
   PictureBox& strip = Picture3(TimeLineStrip);

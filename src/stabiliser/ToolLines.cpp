@@ -33,7 +33,9 @@ double SeekFor(double start, const VideoFacts& facts) {
 // stream that the tool uses, which may begin later than the file.
 std::string FfmpegOn(const std::string& toolsFolder, const std::string& video,
                      const VideoFacts& facts, const std::optional<Span>& span) {
-  const std::string line = toolsFolder + "/ffmpeg -hide_banner -stats_period 0.1";
+  // The tool would take the largest of several streams.
+  const std::string line = toolsFolder + "/ffmpeg -hide_banner -stats_period 0.1" +
+                           (facts.severalVideos ? " -discard:v all -discard:V:0 default" : "");
   if (!span) return line + " -i " + video;
   const double seek = SeekFor(span->start, facts);
   const std::string input = " -i " + video;
@@ -58,7 +60,7 @@ std::string Preparing(const VideoFacts& facts) {
 
 std::string VideoProbeLine(const std::string& toolsFolder, const std::string& video) {
   return toolsFolder +
-         "/ffprobe -v error -select_streams V:0 -show_entries "
+         "/ffprobe -v error -select_streams V -show_entries "
          "stream=width,height,pix_fmt,field_order,avg_frame_rate,start_time,duration:"
          "stream_tags=DURATION:"
          "format=format_name,start_time,duration -of default=noprint_wrappers=1 " +
@@ -73,9 +75,9 @@ std::string ViewLine(const std::string& toolsFolder, const std::string& video,
   const std::string cut = "trim=start=" + Seconds(facts.startTime + span.start) +
                           ":end=" + Seconds(facts.startTime + span.start + span.length);
   const double seek = SeekFor(span.start, facts);
-  return toolsFolder + "/ffplay -hide_banner -ss " + Seconds(seek) + " -t " +
-         Seconds(span.start - seek + span.length + kBeyond) + " -autoexit -vf " + cut + " -af a" +
-         cut + " -i " + video;
+  return toolsFolder + "/ffplay -hide_banner" + (facts.severalVideos ? " -vst V:0" : "") + " -ss " +
+         Seconds(seek) + " -t " + Seconds(span.start - seek + span.length + kBeyond) +
+         " -autoexit -vf " + cut + " -af a" + cut + " -i " + video;
 }
 
 std::string ExtractLine(const std::string& toolsFolder, const std::string& video,

@@ -33,7 +33,7 @@ double Sexagesimal(std::string_view text) {
   return whole + Number(text);
 }
 
-// The stream's lines come before the file's, which begin with the format's name.
+// The streams' lines come before the file's, which begin with the format's name.
 void Take(VideoFacts& facts, std::string_view key, std::string_view value) {
   if (key == "width") facts.width = static_cast<int>(Number(value));
   if (key == "height") facts.height = static_cast<int>(Number(value));
@@ -57,11 +57,15 @@ void Take(VideoFacts& facts, std::string_view key, std::string_view value) {
 
 VideoFacts ReadVideoFacts(std::string_view output) {
   VideoFacts facts;
+  bool skips = false;  // the lines of a further stream
   while (!output.empty()) {
     const std::string_view line = output.substr(0, output.find('\n'));
     output.remove_prefix(std::min(line.size() + 1, output.size()));
+    if (line.starts_with("width=") && facts.HasVideo()) skips = facts.severalVideos = true;
+    if (line.starts_with("format_name=")) skips = false;
     const std::size_t sign = line.find('=');
-    if (sign != std::string_view::npos) Take(facts, line.substr(0, sign), line.substr(sign + 1));
+    if (skips || sign == std::string_view::npos) continue;
+    Take(facts, line.substr(0, sign), line.substr(sign + 1));
   }
   facts.videoStart = std::max(facts.videoStart - facts.startTime, 0.0);
   facts.plain = facts.plain && facts.width % 2 == 0 && facts.height % 2 == 0;

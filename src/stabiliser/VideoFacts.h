@@ -19,6 +19,8 @@ struct VideoFacts {
   bool still = false;  // a picture file
   // A tool that seeks in it may begin at the key frame after the requested time.
   bool seeksLate = false;
+  // It has more than one video stream, or one that it lists twice. The facts are of the first.
+  bool severalVideos = false;
 
   bool HasVideo() const { return width > 0 && height > 0; }
 };

@@ -111,6 +111,8 @@ TEST_F(LongStabilising, IsKeptFromASuspensionAndShownInTheLauncherUntilItIsCance
   ASSERT_TRUE(stabiliser.ChooseFile(kApply, program.PathOf("steady.mp4")));
   EXPECT_TRUE(AwaitInhibited());
   EXPECT_TRUE(AwaitProgress("application://kelvane-stabiliser.desktop 50%"));
+  EXPECT_TRUE(program.Open("go"));
+  EXPECT_TRUE(WaitFor([&] { return program.RunsOf("ffmpeg").size() == 2; }));
   // So that the next click isn't taken for the second one of a double-click.
   screen.Click(stabiliser.BareGround());
   stabiliser.Click(kApply);

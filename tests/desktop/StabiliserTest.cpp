@@ -103,7 +103,7 @@ TEST_F(StabiliserOnScreen, EndsWithASessionWhileADialogIsOpen) {
   const QList<WindowId> known = screen.Windows();
   stabiliser.Click(kSelect);
   ASSERT_NE(screen.AwaitNew(known), 0U);
-  ASSERT_EQ(kill(static_cast<pid_t>(program.Id()), SIGTERM), 0);
+  ASSERT_EQ(kill(static_cast<pid_t>(program.Id()), SIGHUP), 0);
   EXPECT_EQ(program.AwaitExit(), 0);
 }
 

@@ -93,6 +93,20 @@ TEST_F(Marking, IsReachedByTabBetweenTheCommandsAboveAndBelow) {
   }
 }
 
+TEST_F(Marking, IsToldIfItStartsAfterTheLastPicture) {
+  tools_.SizeProbeDoes(
+      "printf '%s\\n' width=640 height=360 pix_fmt=yuv420p avg_frame_rate=25/1 duration=30 "
+      "format_name=mov,mp4 start_time=0.0 duration=60");
+  {
+    const DialogAnswers answers({TypeFile(tools_.File("long sound.mp4"))});
+    Click(Caption("Label6", 0));
+  }
+  DragNeedle(StartNeedle, 14 * 40);
+  EXPECT_NE(MessageOf(Caption("Label14", ViewRegion)).find("starts after the end"),
+            std::string::npos);
+  EXPECT_EQ(Runs(), Texts{});
+}
+
 TEST_F(Marking, IsInSecondsForAScreenReader) {
   QAccessibleValueInterface& end = *NodeOf(NeedleBox(EndNeedle)).valueInterface();
   EXPECT_EQ(end.currentValue(), QVariant(60.0));

@@ -60,6 +60,12 @@ TEST_F(NewFiles, LeaveAnExistingFileUntouchedUnlessTheyAreKept) {
   EXPECT_EQ(Content(path), "new");
 }
 
+TEST_F(NewFiles, AreRefusedAtOnceIfTheFileSystemRefusesTheName) {
+  constexpr int kTooLong = 256;  // bytes
+  EXPECT_THROW(NewFile(PathOf(QString(kTooLong, 'a'))), std::system_error);
+  EXPECT_EQ(Names(), QStringList());
+}
+
 TEST_F(NewFiles, HaveTheModeThatTheUmaskAllows) {
   const mode_t former = ::umask(S_IWGRP | S_IRWXO);
   const NewFile file(PathOf("clip.mp4"));

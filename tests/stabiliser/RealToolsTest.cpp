@@ -179,6 +179,43 @@ TEST_F(RealTools, ExtractFromATransportStreamWhoseOtherSoundTrackBeginsFirst) {
   EXPECT_EQ(ColoursOf(part), "15 red, 25 green, 25 blue, 5 yellow");
 }
 
+// By itself the tool would take the other one, which is larger.
+TEST_F(RealTools, ReadTheFirstOfSeveralVideoStreams) {
+  const QString original = EightColours();
+  for (const char* name : {"two.mkv", "two.ts"}) {
+    SCOPED_TRACE(name);
+    const QString source = PathOf(name);
+    Make({"-i", original, "-f", "lavfi", "-i", "color=white:size=320x180:duration=8", "-map", "0",
+          "-map", "1", "-g", "25", source});
+    Choose(source);
+    Mark(109, 2.4F, 5.2F);
+    const QString part = PathOf("part.mp4");
+    QFile::remove(part);
+    SaveAs(Caption("Label14", ExtractRegion), part);
+    EXPECT_EQ(Probed(part, "stream=width"), "160");
+    EXPECT_EQ(ColoursOf(part), "15 blue, 25 yellow, 25 magenta, 5 cyan");
+  }
+}
+
+TEST_F(RealTools, PlayPauseAndRewindTheVideo) {
+  Choose(EightColours());
+  const auto& controls = Get<WindowsMediaPlayer>("wmp").controls;
+  const auto give = [this](int command) { Click(Caption("Label10", command)); };
+  EXPECT_FALSE(controls.playing());
+  give(Play);
+  ASSERT_TRUE(WaitFor([&] { return controls.currentPosition() > 0.5; }));
+  give(Rewind);
+  EXPECT_LT(controls.currentPosition(), 0.5);
+  EXPECT_TRUE(controls.playing());
+  give(Pause);
+  EXPECT_FALSE(controls.playing());
+  DragNeedle(StartNeedle, 109 * 3);
+  EXPECT_NEAR(controls.currentPosition(), 3, 0.1);
+  give(Rewind);
+  EXPECT_EQ(controls.currentPosition(), 0);
+  EXPECT_FALSE(controls.playing()) << "it stays paused";
+}
+
 TEST_F(RealTools, RemarkNothingIfTheSoundOutlastsThePictures) {
   const QString source = PathOf("source.mkv");
   Make({"-f", "lavfi", "-i", "testsrc2=size=160x90:rate=25:duration=2", "-f", "lavfi", "-i",

@@ -31,6 +31,12 @@ class StabiliserRuns : public StabiliserWindowTest {
   Label& Test() const { return Caption("Label12", TestSettings); }
   Label& ApplyAll() const { return Caption("Label12", Apply); }
 
+  // The probe says a size for which no disk has room.
+  void ProbeSaysHuge() const {
+    tools_.SizeProbeDoes(
+        "printf '%s\\n' width=1000000 height=1000000 pix_fmt=yuv420p avg_frame_rate=25/1 "
+        "duration=N/A format_name=mov,mp4 start_time=0.0 duration=60");
+  }
   // Clicks the caption and gives the dialogs these answers. Returns the dialogs.
   static Texts ClickAndAnswer(Label& caption, std::initializer_list<Answer> answers) {
     const DialogAnswers given(answers);
@@ -157,6 +163,25 @@ TEST_F(StabiliserRuns, ApplyIsOfTheOtherVideoIfOneIsLoaded) {
   ClickAndAnswer(Caption("Label12", LoadOther), {TypeFile(other)});
   MessageOfSaving(ApplyAll(), PathOf("steady.mp4"));
   EXPECT_NE(Lines().front().find(" -i " + other.toStdString() + ' '), std::string::npos);
+}
+
+TEST_F(StabiliserRuns, ApplyKnowsALoadedVideoThatAnExtractedSectionHasReplaced) {
+  const QString part = PathOf("part.mp4");
+  MessageOfSaving(Extract(), part);
+  ClickAndAnswer(Caption("Label12", LoadOther), {TypeFile(part)});
+  ProbeSaysHuge();
+  ClickAndAnswer(Extract(), {ReplaceFile(part), PressButton(QMessageBox::Ok)});
+  const Texts dialogs = ClickAndAnswer(
+      ApplyAll(), {TypeFile(PathOf("steady.mp4")), PressButton(QMessageBox::Cancel)});
+  EXPECT_NE(dialogs.back().find("may need up to 13020834 MB"), std::string::npos) << dialogs.back();
+}
+
+TEST_F(StabiliserRuns, AskBeforeTheFirstPassIfItsFolderMayLackRoom) {
+  ProbeSaysHuge();
+  ClickAndAnswer(Caption("Label6", 0), {TypeFile(tools_.File("huge.mp4"))});
+  const Texts dialogs = ClickAndAnswer(Test(), {PressButton(QMessageBox::Cancel)});
+  EXPECT_NE(dialogs.back().find("may need up to 13020834 MB"), std::string::npos) << dialogs.back();
+  EXPECT_EQ(Lines(), Texts{});
 }
 
 TEST_F(StabiliserRuns, ShowTheOptionsThatAreUsed) {

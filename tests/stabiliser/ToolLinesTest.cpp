@@ -28,6 +28,16 @@ TEST(StabiliserLines, ViewTheSpanFromItsFirstPictureOn) {
             "-af atrim=start=13.4:end=13.7 -i in.ts");
 }
 
+TEST(StabiliserLines, ReadTheFirstOfSeveralStreams) {
+  VideoFacts facts = kPlain;
+  facts.severalVideos = true;
+  EXPECT_EQ(ExtractLine("/t", "in.mp4", facts, {.start = 12.5, .length = 3}, "out.mp4"),
+            "/t/ffmpeg -hide_banner -stats_period 0.1 -discard:v all -discard:V:0 default "
+            "-ss 12.5 -i in.mp4 -t 3 -sn -dn -y out.mp4");
+  EXPECT_NE(ViewLine("/t", "in.mp4", facts, {.start = 12, .length = 3}).find(" -vst V:0 -ss "),
+            std::string::npos);
+}
+
 // In a transport stream a tool seeks to a place between two key frames and begins at the second.
 TEST(StabiliserLines, SeekEarlierWhereASeekMayMissTheKeyFrameBefore) {
   VideoFacts facts = kPlain;
@@ -84,6 +94,7 @@ TEST(VideoFacts, AreReadFromAProbe) {
   EXPECT_TRUE(facts.plain);
   EXPECT_FALSE(facts.interlaced);
   EXPECT_FALSE(facts.still);
+  EXPECT_FALSE(facts.severalVideos);
   EXPECT_NEAR(facts.rate, 29.97, 0.001);
   EXPECT_TRUE(facts.seeksLate);
   EXPECT_EQ(facts.startTime, 1.4);
@@ -93,6 +104,17 @@ TEST(VideoFacts, AreReadFromAProbe) {
   EXPECT_EQ(ReadVideoFacts("duration=N/A\nTAG:DURATION=01:02:03.500000000\nformat_name=matroska\n")
                 .videoDuration,
             3723.5);
+}
+
+TEST(VideoFacts, AreOfTheFirstOfSeveralStreams) {
+  const VideoFacts facts = ReadVideoFacts(
+      "width=64\nheight=48\npix_fmt=yuv420p\nduration=5\n"
+      "width=101\nheight=77\npix_fmt=yuv444p\nduration=6\nformat_name=mov\nduration=7\n");
+  EXPECT_TRUE(facts.severalVideos);
+  EXPECT_TRUE(facts.plain);
+  EXPECT_EQ(facts.width, 64);
+  EXPECT_EQ(facts.videoDuration, 5);
+  EXPECT_EQ(facts.duration, 7);
 }
 
 TEST(VideoFacts, TellWhatCanNotBeStabilised) {
