@@ -12,7 +12,7 @@ usage="usage: ./fuzz.sh [seconds for each target]"
 seconds=${1:-60}
 [[ $seconds =~ ^[1-9][0-9]*$ ]] || fail "$usage"
 
-export LSAN_OPTIONS=suppressions=$KELVANE_ROOT/tests/desktop/leaks.supp:print_suppressions=0
+export LSAN_OPTIONS="suppressions='$KELVANE_ROOT/tests/desktop/leaks.supp':print_suppressions=0"
 
 install_packages build run fuzz
 build fuzz

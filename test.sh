@@ -21,7 +21,7 @@ case "$#:${1:-}" in
     install_packages build run test
     build tsan media_tests player_tests workspace_tests
     races=$KELVANE_ROOT/tests/platform/races.supp
-    export TSAN_OPTIONS=suppressions=$races:history_size=7
+    export TSAN_OPTIONS="suppressions='$races':history_size=7"
     failed=()
     say "running the console runner's tests"
     "$(build_dir tsan)/tests/media/media_tests" || failed+=(media_tests)
@@ -31,7 +31,7 @@ case "$#:${1:-}" in
     say "running the main window's tests of runs inside each other"
     # Qt paints on threads of its own.
     (cat "$races" && echo called_from_lib:libQt6Gui.so) >"$(build_dir tsan)/windows.supp"
-    TSAN_OPTIONS=suppressions=$(build_dir tsan)/windows.supp:history_size=7 \
+    TSAN_OPTIONS="suppressions='$(build_dir tsan)/windows.supp':history_size=7" \
       "$(build_dir tsan)/tests/workspace/workspace_tests" --gtest_filter='NestedRuns.*' ||
       failed+=(workspace_tests)
     ((${#failed[@]} == 0)) || fail "failed: ${failed[*]}"
@@ -44,7 +44,7 @@ case "$#:${1:-}" in
   *) fail "usage: ./test.sh [quick | asan | tsan | coverage | sharpness]" ;;
 esac
 
-export LSAN_OPTIONS=suppressions=$KELVANE_ROOT/tests/desktop/leaks.supp:print_suppressions=0
+export LSAN_OPTIONS="suppressions='$KELVANE_ROOT/tests/desktop/leaks.supp':print_suppressions=0"
 
 install_packages build run test
 [[ $preset != coverage ]] || install_packages coverage

@@ -15,8 +15,13 @@ release=$1
 shift
 
 install_packages elsewhere
-mirror=$(apt-get indextargets --format '$(REPO_URI)' "Created-By: Packages" "Component: main" \
-  "Codename: $(. /etc/os-release && printf '%s' "$VERSION_CODENAME")" | head -n 1)
+find_mirror() {
+  apt-get indextargets --format '$(REPO_URI)' "Created-By: Packages" "Component: main" \
+    "Codename: $(. /etc/os-release && printf '%s' "$VERSION_CODENAME")" | head -n 1
+}
+mirror=$(find_mirror)
+# apt-get knows no mirror until it has package lists, which images of containers often lack.
+[[ -n $mirror ]] || { apt-get update -q || true; mirror=$(find_mirror); }
 [[ -n $mirror ]] || fail "this machine's sources name no mirror to make $release from"
 
 folder=$(mktemp -d --tmpdir="${TMPDIR:-/var/tmp}" kelvane-elsewhere-XXXXXX)

@@ -1,11 +1,13 @@
 // A program's folder that is read-only, and a private folder in which the name of a link or a list
 // is taken.
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
+#include <QTemporaryDir>
 #include <optional>
 
 #include "desktop/JoinerTest.h"
@@ -41,6 +43,21 @@ TEST_F(FolderFaults, AReadOnlyProgramFolderDoesNotAffectACrop) {
   ExpectSuccessAndCloseJob();
   EXPECT_EQ(VideoSize(output), QSize(314, 234));
   EXPECT_EQ(QDir(program.ProgramFolder()).entryList(), before);
+  CloseAndExpectEnd();
+}
+
+using TemporaryFolders = DesktopTest;
+
+TEST_F(TemporaryFolders, OfAProgramThatCrashedAreRemovedAtTheNextStart) {
+  QStringList folders;
+  for (const char* parent : {"/tmp", "/var/tmp"}) {
+    QTemporaryDir folder(QString("%1/kelvane-%2-XXXXXX").arg(parent).arg(geteuid()));
+    ASSERT_TRUE(QFile::link("/usr", folder.filePath("a_link")));
+    folder.setAutoRemove(false);
+    folders << folder.path();
+  }
+  ASSERT_NO_FATAL_FAILURE(OpenWindow());
+  for (const QString& folder : folders) EXPECT_FALSE(QDir(folder).exists()) << folder.toStdString();
   CloseAndExpectEnd();
 }
 

@@ -198,15 +198,18 @@ TEST_P(SectionsUnderACompositor, MovesNeedlesAndThumbsByPixelsOfTheScreen) {
       WaitFor([&] { return sections.ThumbOutline(kAccuracy) == thumb.translated(101, 0); }));
 }
 
-const std::vector<Outputs> kOutputs = {{"Scale1", {{{1500, 900}, 1}}},
-                                       {"Scale2", {{{1500, 900}, 2}}},
+const std::vector<Outputs> kOutputs = {
+    {"Scale1", {{{1500, 900}, 1}}},
+    {"Scale2", {{{1500, 900}, 2}}},
 #if QT_VERSION >= QT_VERSION_CHECK(6, 8, 0)  // Qt 6.4 paints at whole scales only
-                                       {"Scale1AndAHalf", {{{1500, 900}, 1.5}}},
+    {"Scale1AndAHalf", {{{1500, 900}, 1.5}}},
 #endif
-                                       {"SmallerThanTheWindow", {{{1100, 600}, 1}}},
-                                       {"SmallerThanTheWindowAtScale2", {{{1100, 700}, 2}}},
-                                       {"Scale2BesideScale1", {{{500, 900}, 1}, {{1300, 800}, 2}}},
-                                       {"Scale1BesideScale2", {{{500, 900}, 2}, {{1300, 800}, 1}}}};
+    {"SmallerThanTheWindow", {{{1100, 600}, 1}}},
+    {"SmallerThanTheWindowAtScale2", {{{1100, 700}, 2}}},
+    // sway tiles it; weston, above, makes it full screen.
+    {"TiledSmallerThanTheWindow", {{{500, 900}, 1}, {{1100, 600}, 1}}},
+    {"Scale2BesideScale1", {{{500, 900}, 1}, {{1300, 800}, 2}}},
+    {"Scale1BesideScale2", {{{500, 900}, 2}, {{1300, 800}, 1}}}};
 
 std::string NameOf(const ::testing::TestParamInfo<Outputs>& tested) { return tested.param.name; }
 

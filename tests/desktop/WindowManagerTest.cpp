@@ -58,6 +58,18 @@ TEST_F(UnderATilingManager, TheWindowAsksOnceForItsLeastSizeAndAcceptsTheOneItIs
   ASSERT_TRUE(AwaitRequestAfter(requests));
   EXPECT_TRUE(AwaitLaidOut(kSecondSize));
   EXPECT_TRUE(StopsAsking());
+  EXPECT_EQ(manager.Requests(), requests + 1);
+}
+
+// As a manager does that keeps windows within the screen.
+TEST_F(UnderATilingManager, TheWindowAsksOnceMoreAfterAThirdSizeAndThenAcceptsIt) {
+  manager.GrantNext(kThirdSize);
+  const int requests = manager.Requests();
+  manager.Resize(window.Id(), kSecondSize);
+  ASSERT_TRUE(AwaitRequestAfter(requests));
+  EXPECT_TRUE(AwaitLaidOut(kThirdSize));
+  EXPECT_TRUE(StopsAsking());
+  EXPECT_LE(manager.Requests(), requests + 2);
 }
 
 // Some managers grant no request while the user drags an edge.

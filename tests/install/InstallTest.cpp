@@ -238,6 +238,8 @@ TEST(Installed, HasTheAddressesThatTheBuildWasConfiguredWith) {
     EXPECT_TRUE(text.contains("https://maker.example")) << file;
     EXPECT_FALSE(text.contains("https://kelvane.example")) << file;
   }
+  EXPECT_FALSE(ContentOf(other.filePath("build.ninja")).contains("-Werror"))
+      << "warnings are errors under the presets alone";
 }
 
 TEST(Installed, OffersTheOtherProgramsAsActionsOfTheMenuEntry) {

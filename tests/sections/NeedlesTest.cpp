@@ -27,6 +27,16 @@ TEST_F(Needles, MoveWithTheLeftButtonAloneFromTheLastPressOfAnyButton) {
   EXPECT_EQ(NeedleBox(EndNeedle).Left(), 136);
 }
 
+TEST_F(Needles, DoNotMoveUnderAPointerThatRestsBetweenTwoPixels) {
+  PumpOnce();
+  PictureBox& needle = NeedleBox(StartNeedle);
+  const QPointF start = needle.mapToGlobal(QPointF(2.4, 5.7));
+  const QPointF there = start + QPointF(50.5, 0);
+  DragThrough(needle, {start, start, start, there, there, there});
+  EXPECT_EQ(needle.Left(), 58);
+  EXPECT_EQ(Time(SectionStart), "00:01:00");
+}
+
 TEST_F(Needles, HaveAToolTipOfTheirOwnFromTheFirstDragOn) {
   for (const auto& [needle, text] :
        {std::pair(StartNeedle, " Move slider to the start of the section to be extracted "),

@@ -66,6 +66,16 @@ TEST_F(Sliders, MoveWithTheLeftButtonAloneFromTheLastPressOfAnyButton) {
   EXPECT_EQ(thumb.Left(), 1005);
 }
 
+TEST_F(Sliders, DoNotMoveUnderAPointerThatRestsBetweenTwoPixels) {
+  PumpOnce();
+  Label& thumb = Thumb(Accuracy);
+  const QPointF start = thumb.mapToGlobal(QPointF(2.4, 5.7));
+  const QPointF there = start + QPointF(50.5, 0);
+  DragThrough(thumb, {start, start, start, there, there, there});
+  EXPECT_EQ(thumb.Left(), 720 + 50 * 15);
+  EXPECT_EQ(Value(Accuracy), "06");
+}
+
 TEST_F(Sliders, PlaceTheOutlinesOfAllThumbsAtTheDragOfAnyThumb) {
   for (int slider = StepSize; slider <= UnSharpLY; ++slider) MoveOutlineAway(slider);
   Thumb(Shakiness).setLeft(3000);

@@ -123,9 +123,11 @@ TEST_F(JoinerSoak, AThousandJoins) {
     PumpOnce();
     // Each join lists its intermediate files once more.
     Get<ListBox>("List2").findChild<QListWidget*>()->clear();
-    // Qt 6.8 caches the icon of every message box again.
+    // Qt 6.8 caches the icon of every message box again, up to the limit of its cache.
     QPixmapCache::clear();
   };
+  constexpr int kIconsAtMost = 10240;  // KiB
+  ASSERT_LE(QPixmapCache::cacheLimit(), kIconsAtMost);
   ExpectFlat({.warmUp = 200, .rounds = 800, .round = round});
   EXPECT_EQ(tools_.Runs().size(), std::size_t{2 + 1000});
 }

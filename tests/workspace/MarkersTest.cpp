@@ -213,6 +213,15 @@ TEST_F(PositionTip, UndoesTheVerticalScrollingAndNotTheHorizontal) {
             "Horizontal Position: 7 pixels Vertical Position: 30 pixels");
 }
 
+TEST_F(PositionTip, TellsTheWholePixelUnderAPointerBetweenTwo) {
+  ScrollDown(3);
+  PumpOnce();
+  auto& viewport = Get<PictureBox>("Picture1", ViewportBox);
+  DragThrough(viewport, {viewport.mapToGlobal(QPointF(700.9, 100.6))});
+  EXPECT_EQ(viewport.ToolTipText(),
+            "Horizontal Position: 700 pixels Vertical Position: 130 pixels");
+}
+
 TEST_F(PositionTip, IsThatOfTheViewportAndTheCanvasAlone) {
   ScrollDown(3);
   for (const WorkspaceBox box : {FrameBox, HolderBox}) EXPECT_EQ(TipAfterMove(box, 120, 10), "");

@@ -99,6 +99,12 @@ void TilingManager::HandleMessage(const xcb_client_message_event_t& message) {
 }
 
 void TilingManager::Refuse(const xcb_configure_request_event_t& request) {
+  if (const QSize granted = granted_.exchange(QSize()); granted.isValid()) {
+    size_ = granted;
+    Place(request.window);
+    ++requests_;
+    return;
+  }
   const QSize size = size_;
   xcb_configure_notify_event_t answer{};
   answer.response_type = XCB_CONFIGURE_NOTIFY;

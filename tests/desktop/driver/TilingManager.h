@@ -20,6 +20,8 @@ class TilingManager {
 
   // Gives the window another size, as if the user moved its edge.
   void Resize(WindowId window, QSize size);
+  // Answers the next request for another size with this one, and keeps it.
+  void GrantNext(QSize size) { granted_ = size; }
   // How many requests for another size it has answered.
   int Requests() const { return requests_; }
 
@@ -38,6 +40,7 @@ class TilingManager {
   xcb_atom_t deleteWindow_;
   WindowId root_ = 0;
   std::atomic<QSize> size_;
+  std::atomic<QSize> granted_;  // invalid if the next request is refused
   std::atomic<int> requests_ = 0;
   std::jthread thread_;
 };
