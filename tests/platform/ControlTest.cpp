@@ -291,7 +291,9 @@ class LoadedControl : public ::testing::Test {
 TEST_F(LoadedControl, IsAHiddenCopyOfMemberZeroInItsContainer) {
   boxes(0).setForeColor(0xFFFFFF);
   boxes(0).setToolTipText("tip");
+  boxes(0).setTakesKeyboard();
   EXPECT_EQ(boxes.Load(2).geometry(), boxes(0).geometry());
+  EXPECT_EQ(boxes(2).focusPolicy(), boxes(0).focusPolicy());
   labels.Load(2);
   lines.Load(2);
   const std::string window = DescribeWindow(form);

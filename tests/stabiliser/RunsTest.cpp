@@ -271,6 +271,16 @@ TEST_F(StabiliserRuns, AreNotCancelledByADoubleClick) {
   EXPECT_EQ(Lines().size(), 1U);
 }
 
+// Qt would give it to the next control, with the frame of the keyboard.
+TEST_F(StabiliserRuns, TakeTheFocusFromADimmedCaptionAndGiveItBack) {
+  View().setFocus();
+  const QWidget* during = &View();
+  When([this] { return !View().isEnabled(); }, [&] { during = form_->focusWidget(); });
+  Click(Test());
+  EXPECT_EQ(during, nullptr);
+  EXPECT_EQ(form_->focusWidget(), &View());
+}
+
 TEST_F(StabiliserRuns, RefuseDrops) {
   const QString path = tools_.File("dropped.mp4");
   EXPECT_TRUE(FileDrag(QStringList{path}).Enter(*form_));
