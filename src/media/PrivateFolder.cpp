@@ -48,7 +48,7 @@ void RemoveIf(mode_t type, const Descriptor& folder, const std::string& name) {
   }
 }
 
-// Returns whether `path`, if it is no link, leads to the open folder.
+// Returns whether `path` is the open folder and not a link to it.
 bool IsPathOf(const std::string& path, const Descriptor& folder) {
   struct stat named {};
   struct stat opened {};
@@ -64,8 +64,8 @@ std::string MakeFolder(const std::string& parent, const std::string& formerPath)
   return path;
 }
 
-// Opens and locks a new folder. Returns no descriptor if another program locked or removed it first
-// because it wasn't locked yet.
+// Opens and locks a new folder. Returns no descriptor if another program's ClearLeftBehind was
+// faster.
 Descriptor OpenLocked(const std::string& path) {
   Descriptor folder(::open(path.c_str(), kOpenFolder));
   if (!folder && errno == ENOENT) return {};

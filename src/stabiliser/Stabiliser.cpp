@@ -63,8 +63,7 @@ void Stabiliser::MakeCommand(Label& caption, void (Stabiliser::*action)()) {
     BoxOf(caption).setBackColor(kGrey);
   };
   caption.MouseDown = [this, &caption](const MouseEvent& /*event*/) { pressed_ = &caption; };
-  // The second release of a double-click, and one that overtakes its press while a tool runs, are
-  // no clicks.
+  // The second release of a double-click is no click.
   caption.MouseUp = [this, &caption, action](const MouseEvent& /*event*/) {
     if (std::exchange(pressed_, nullptr) != &caption) return;
     if (cancelCaption_ == &caption) {

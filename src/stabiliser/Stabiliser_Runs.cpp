@@ -273,7 +273,7 @@ QString Stabiliser::DetectAndTransform(const Stabilising& run, const std::string
                &first)) {
     return Failure(sentence);
   }
-  // With the file's own times the tool's count from its first report.
+  // With -copyts the reported times count from the first report.
   const double processed = run.span && facts.seeksLate ? 0 : processedSeconds_;
   if (!EndsWithALine(transforms)) {
     return Paragraphs(sentence, u"The disk of the folder %1 is full."_s.arg(

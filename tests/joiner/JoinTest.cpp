@@ -117,7 +117,7 @@ TEST_F(JoinByCopy, ServesEventsBetweenItsDialogAndTheList) {
   EXPECT_EQ(ListFile(), "file 'Deleted Section'\r\n" + ListLine("b.mp4") + ListLine("c.mp4"));
 }
 
-TEST_F(JoinByCopy, DoesNotListWhatIsAddedOrRemovedDuringTheWait) {
+TEST_F(JoinByCopy, KeepsItsListIfSectionsChangeDuringTheWait) {
   AddSectionOf("a.mp4");
   DuringTheWait([&] {
     AddSectionOf("b.mp4");
@@ -134,7 +134,7 @@ TEST_F(JoinByCopy, RunsNoToolIfTheOtherModeIsChosenDuringTheWait) {
   EXPECT_EQ(Joins(), Texts{});
 }
 
-TEST_F(JoinByCopy, FinishesASecondJoinStartedDuringTheWaitFirstAndUsesItsList) {
+TEST_F(JoinByCopy, LetsASecondJoinDuringTheWaitEndFirstAndUsesItsList) {
   AddThree();
   Texts captions;
   DuringTheWait([&] {

@@ -151,7 +151,7 @@ class FormInstanceTest : public ::testing::Test {
 
 TEST_F(FormInstanceTest, KeepsAFormThatIsUnloadedInAnEventUntilItsHandlerReturns) {
   using Handler = std::function<void()>;
-  // Each gives an event of the form the handler and makes the event be raised.
+  // Each sets the handler of an event of the form and has that event raised.
   const std::function<void(DroppedForm&, const Handler&)> raisers[]{
       [](DroppedForm& form, const Handler& handler) {
         form.timer.Tick = handler;

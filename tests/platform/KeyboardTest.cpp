@@ -83,7 +83,7 @@ TEST_F(Keyboard, ReachesTheControlsThatTakeItInTheOrderOfTheirDesign) {
   EXPECT_EQ(Focused(), "Play(3)");
 }
 
-TEST_F(Keyboard, ReachesTheControlsOfAnOrderInThat) {
+TEST_F(Keyboard, ReachesTheControlsInTheGivenOrder) {
   TestForm other({Design(kLabel, "Play", {10, 10, 100, 20}),
                   Design(kListBox, "List", {10, 40, 100, 40}),
                   Design(kLabel, "Stop", {10, 90, 100, 20})});

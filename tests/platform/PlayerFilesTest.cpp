@@ -1,4 +1,4 @@
-// Unusual, damaged and changing files. After each of them the next file must play.
+// Unusual, damaged and changing files. After most of them the next file must play.
 #include <utility>
 
 #include "platform/PlayerTest.h"
@@ -166,7 +166,7 @@ TEST_F(PlayerFiles, GoesOnWithADeletedFileAndCannotPlayItAgain) {
   ExpectTheNextFilePlays();
 }
 
-TEST_F(PlayerFiles, EndsTheFileBeforeAndIsBlackWhereAFileCannotBePlayed) {
+TEST_F(PlayerFiles, EndsTheFormerFileAndIsBlackWhereAFileCannotBePlayed) {
   ExpectTheNextFilePlays();
   ASSERT_TRUE(AwaitDuration(5));
   for (const QString& file :

@@ -155,7 +155,7 @@ TEST_P(PlayerReferenceFile, IsTheOnlyFileThatIsOpened) {
   ExpectABlackPictureAndNoOtherFile(GetParam().name);
 }
 
-TEST_P(PlayerReferenceFile, IsTheOnlyFileThatIsOpenedPausedOrBySeekingForAFittedPicture) {
+TEST_P(PlayerReferenceFile, IsTheOnlyFileThatOpenPausedOrASeekOpensForAFittedPicture) {
   WriteReference();
   player.setFitsBox();
   const auto seek = [this] { player.controls.setCurrentPosition(0.2); };
@@ -250,7 +250,7 @@ TEST_F(PlayerReferences, DoesNotFollowAChapterToItsFile) {
   ExpectARedPictureAndNoOtherFile("movie.mkv");
 }
 
-TEST_F(PlayerReferences, DoesNotOpenSoundTextOrCoverFilesOfTheSameName) {
+TEST_F(PlayerReferences, DoesNotOpenSoundTextOrCoverFilesBesideIt) {
   MakePlain("movie.mp4", "red", 0.5);
   Make("movie.mka", "-f lavfi -i sine=duration=1");
   for (const char* picture : {"movie.jpg", "cover.jpg"}) {

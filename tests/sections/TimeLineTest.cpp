@@ -19,7 +19,7 @@ int Nearest(qint64 numerator, qint64 denominator) {
 }
 
 // Draws a time line of `length` pixels, with a label every `tickBase` / 75 and a minor tick every
-// `tickBase` / 600 pixels. There are as many of each as pixels, and most lie behind the end.
+// `tickBase` / 600 pixels. There are as many of each as pixels; some may lie behind the end.
 QImage DrawnTimeLine(int length, qint64 tickBase) {
   QImage picture(length, 41, QImage::Format_RGB32);
   picture.fill(QColor(0x404040));

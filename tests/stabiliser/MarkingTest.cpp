@@ -93,6 +93,20 @@ TEST_F(Marking, IsReachedByTabBetweenTheCommandsAboveAndBelow) {
   }
 }
 
+TEST_F(Marking, ShowsThePictureAtANeedleOfAVideoWhoseRateIsUnknown) {
+  const QString path = tools_.PathOf("clip.mp4");
+  ASSERT_TRUE(MakeVideo(path, QSize(160, 90), 4));
+  tools_.SizeProbeDoes(
+      "printf '%s\\n' width=160 height=90 pix_fmt=yuv420p avg_frame_rate=0/0 duration=N/A "
+      "format_name=mov,mp4 start_time=0.0 duration=4");
+  {
+    const DialogAnswers answers({TypeFile(path)});
+    Click(Caption("Label6", 0));
+  }
+  DragNeedle(StartNeedle, NeedleBox(EndNeedle).Left() / 2);
+  EXPECT_NEAR(Get<WindowsMediaPlayer>("wmp").controls.currentPosition(), 2, 0.2);
+}
+
 TEST_F(Marking, IsToldIfItStartsAfterTheLastPicture) {
   tools_.SizeProbeDoes(
       "printf '%s\\n' width=640 height=360 pix_fmt=yuv420p avg_frame_rate=25/1 duration=30 "

@@ -8,7 +8,7 @@ namespace kelvane::testing {
 std::size_t Allocations();
 // Makes one allocation of this thread fail: the next one, or that after the `others` next ones.
 void FailAllocation(std::size_t others = 0);
-// Returns whether it has failed. If it hasn't, none will.
+// Returns whether it has failed; cancels it if not.
 bool AllocationHasFailed();
 
 }  // namespace kelvane::testing

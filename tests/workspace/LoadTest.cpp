@@ -79,7 +79,7 @@ TEST_F(Load, BeginsInTheDesktopFolder) {
   EXPECT_EQ(folder, desk);
 }
 
-TEST_F(Load, TurnsTheTimerOnAndForgetsTheSizeEvenIfTheDialogIsCancelled) {
+TEST_F(Load, TurnsTheTimerOnAndAwaitsASizeEvenIfTheDialogIsCancelled) {
   ProbeDimensionsDone = true;
   const DialogAnswers answers({[&](QDialog& dialog) {
     EXPECT_TRUE(Get<Timer>("Timer2").Enabled());

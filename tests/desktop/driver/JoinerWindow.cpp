@@ -31,8 +31,8 @@ bool JoinerWindow::Await() {
          WaitFor([this] { return ShowsProcess("Process: Compiling Video List"); });
 }
 
-// This looks at a tick of the ruler and not at a caption, since letters may be drawn in another way
-// there.
+// This looks at a tick of the ruler and not at a caption, since letters may look different under
+// Wayland.
 bool JoinerWindow::AwaitInside(WindowId output) {
   window_ = output;
   return WaitFor([this] {

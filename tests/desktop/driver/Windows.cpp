@@ -48,7 +48,7 @@ bool MainWindow::Await() {
   return WaitFor([this] { return ShowsAsDrawn(NameOf(kLoadVideo)); });
 }
 
-// This looks at no caption, since letters may be drawn in another way there.
+// This looks at no caption, since letters may look different under Wayland.
 bool MainWindow::AwaitInside(WindowId output) {
   window_ = output;
   return WaitFor([this] {
