@@ -32,7 +32,7 @@ void Form4::WireEvents() {
   Picture3.MouseMove = [this](const MouseEvent& event) { Picture3_MouseMove(event); };
   Picture5.MouseMove = [this](const MouseEvent& event) { Picture5_MouseMove(event); };
   ListView1.MouseUp = [this](const MouseEvent& event) { ListView1_MouseUp(event); };
-  // The chart takes the focus from the pointer only.
+  // Only the pointer gives the chart the focus.
   OrderFocus({&Picture1(Chart), &ListView1, &List1, &Option1(NoTranscode),
               &Option1(TranscodeAllSections), &Label1(AddVideoSection), &Label1(JoinAllSections),
               &Label1(SaveVideoFileList)});

@@ -152,7 +152,7 @@ class ControlInterface : public FormInterface, public QAccessibleValueInterface 
     return readOut == nullptr ? QVariant() : LeadingNumber(readOut->SpokenCaption());
   }
 
-  // Drags a bar to the position of `value`, clipped or not. A thumb can't be set: only its form
+  // Drags a bar, even a clipped one, to `value`'s position. A thumb can't be set: only its form
   // knows the value of a position.
   void setCurrentValue(const QVariant& value) override {
     if (!control_.IsBar()) return;

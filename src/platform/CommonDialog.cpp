@@ -55,8 +55,8 @@ void ShowPlaces(QFileDialog& dialog) {
 
 // Makes the typed name the result. Qt's dialog selects a typed name in its list of files, returns
 // the selected file rather than the typed name, and deselects the one before only while the name's
-// box has the focus. When the list of completions closes quickly, X gives the focus to the list of
-// files: a file whose name is the beginning of the typed one then stays selected and is returned.
+// box has the focus. When the list of completions closes quickly, the box may lose the focus on X:
+// a file whose name is the beginning of the typed one then stays selected and is returned.
 void PreferTypedName(QFileDialog& dialog) {
   const auto* name = dialog.findChild<QLineEdit*>(u"fileNameEdit"_s);
   auto* files = dialog.findChild<QListView*>(u"listView"_s)->selectionModel();

@@ -23,7 +23,7 @@ class DOSOutputs;
 // Both texts with an empty line between, or the first alone if the second is empty.
 QString Paragraphs(const QString& first, const QString& second);
 
-// The captions that act beside Label6(0), by index in Label10, Label12 and Label14.
+// The captions that act, except Label6(0), by index in Label10, Label12 and Label14.
 enum Transport : int { Play = 0, Pause = 1, Stop = 2, Rewind = 3 };
 enum StabiliserCommand : int { Apply = 0, TestSettings = 2, ResetSettings = 3, LoadOther = 4 };
 enum RegionCommand : int { ExtractRegion = 0, ViewRegion = 1 };
@@ -84,11 +84,11 @@ class Stabiliser : public Form3 {
   void SelectVideo();
   void SelectDropped(const QString& path);
   void LoadOtherVideo();
-  // Takes the paths that were typed, once no mouse button is held: a press that leaves a box is
-  // followed by a release on the caption that it goes to.
+  // Takes the paths that were typed, once no mouse button is held: the press that ends an edit may
+  // begin a click on a caption, which takes them.
   void TakeTypedPaths();
   // These return false if a typed path can't be used. A click on the caption that asks for another
-  // one drops it.
+  // one discards it.
   bool TakeTypedSource(const Label* clicked = nullptr);
   bool TakeTypedLoaded(const Label* clicked = nullptr);
   bool SetSource(const QString& path);

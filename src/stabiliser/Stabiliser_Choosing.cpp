@@ -47,8 +47,8 @@ void Stabiliser::SelectVideo() {
   }
 }
 
-// As a click does, drops a path that was typed for the time line, and takes one that was typed for
-// the other video.
+// As a click does, discards a path that was typed for the time line, and takes one typed for the
+// other video.
 void Stabiliser::SelectDropped(const QString& path) {
   if (TakeTypedSource(&Label6(0)) && TakeTypedLoaded()) {
     cdialog.Choose(path, [this] { SelectVideo(); });
@@ -79,10 +79,10 @@ bool Stabiliser::TakeTypedSource(const Label* clicked) {
   const QString former = source_ ? source_->path : QString();
   if (Text1.Text() == former) return true;
   const QString path = Trim(Text1.Text());
-  const bool isDropped = path.isEmpty() || clicked == &Label6(0);
-  if (!isDropped && SetSource(path)) return true;
+  const bool isDiscarded = path.isEmpty() || clicked == &Label6(0);
+  if (!isDiscarded && SetSource(path)) return true;
   Text1.setText(former);
-  return isDropped;
+  return isDiscarded;
 }
 
 // An empty box stands for the video of the time line.
@@ -90,11 +90,11 @@ bool Stabiliser::TakeTypedLoaded(const Label* clicked) {
   const QString former = VideoToStabilise() != nullptr ? VideoToStabilise()->path : QString();
   if (Text5.Text() == former) return true;
   const QString path = Trim(Text5.Text());
-  const bool isDropped = path.isEmpty() || clicked == &Label12(LoadOther);
+  const bool isDiscarded = path.isEmpty() || clicked == &Label12(LoadOther);
   if (path.isEmpty()) loaded_.reset();
-  if (!isDropped && SetLoadedVideo(path)) return true;
+  if (!isDiscarded && SetLoadedVideo(path)) return true;
   Text5.setText(VideoToStabilise() != nullptr ? VideoToStabilise()->path : QString());
-  return isDropped;
+  return isDiscarded;
 }
 
 bool Stabiliser::SetSource(const QString& path) {

@@ -1,5 +1,5 @@
-// These tests let the crop tool print texts and look at the progress bars, the status line and the
-// main window's title.
+// What the progress bars, the status line and the main window's title show of texts that the crop
+// tool prints.
 #include <QFile>
 #include <new>
 

@@ -26,15 +26,16 @@ TEST(LostDisplay, EndsAllPrograms) {
   Program main(KELVANE_PROGRAM_FOLDER, name);
   Program joiner(KELVANE_PROGRAM_FOLDER, name, "kelvane-joiner");
   Program sections(KELVANE_PROGRAM_FOLDER, name, "kelvane-sections");
+  Program stabiliser(KELVANE_PROGRAM_FOLDER, name, "kelvane-stabiliser");
   {
     const Screen screen(display->Name());
-    for (Program* program : {&main, &joiner, &sections}) {
+    for (Program* program : {&main, &joiner, &sections, &stabiliser}) {
       program->Start();
       ASSERT_NE(screen.AwaitNew(screen.Windows()), 0U);
     }
   }
   display.reset();
-  for (Program* program : {&main, &joiner, &sections}) {
+  for (Program* program : {&main, &joiner, &sections, &stabiliser}) {
     EXPECT_EQ(program->AwaitExit(5s), kDisplayLost) << program->Printed().toStdString();
   }
 }

@@ -25,7 +25,7 @@ class StabiliserOnScreen : public DesktopTest {
  protected:
   StabiliserOnScreen() : DesktopTest("kelvane-stabiliser") {}
 
-  // Opens the window with a second of each of four colours: 219 pixels a second.
+  // Makes a video of four seconds, 219 pixels of the time line each, and opens the window.
   void SetUp() override {
     video = program.PathOf("four colours.mp4");
     ASSERT_TRUE(MakeColours(video, QSize(320, 180), {kRed, kGreen, kBlue, kYellow}));
@@ -158,7 +158,7 @@ void PrintTo(const Phase& phase, std::ostream* out) { *out << phase.name; }
 
 class StabiliserAtWork : public StabiliserOnScreen {
  protected:
-  // The tool begins and prints nothing more.
+  // The tool prints a time and runs on.
   void Begin(const Phase& phase) {
     if (!Is(phase, kSelect)) {
       ASSERT_NO_FATAL_FAILURE(Select());

@@ -61,7 +61,7 @@ TEST_F(UnderATilingManager, TheWindowAsksOnceForItsLeastSizeAndAcceptsTheOneItIs
   EXPECT_EQ(manager.Requests(), requests + 1);
 }
 
-// As a manager does that keeps windows within the screen.
+// Some managers grant less, to keep windows on the screen.
 TEST_F(UnderATilingManager, TheWindowAsksOnceMoreAfterAThirdSizeAndThenAcceptsIt) {
   manager.GrantNext(kThirdSize);
   const int requests = manager.Requests();

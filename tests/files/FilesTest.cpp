@@ -46,7 +46,7 @@ class Files : public MainWindowTest, public ::testing::WithParamInterface<KnownF
                        "1", "-pix_fmt", "rgb24", InFolder("decoded.png")});
     return QImage(InFolder("decoded.png"));
   }
-  // But for what encodings and conversions of colours round.
+  // Ignores what encodings and conversions of colours round.
   static bool Alike(const QImage& shown, const QImage& stored) {
     constexpr int kRounding = 12;
     for (int y = 0; y < stored.height(); ++y) {
@@ -129,7 +129,7 @@ TEST_P(Files, AreJoined) {
                     : GetParam().joined == Joined::kOne ? 1
                                                         : 0;
   EXPECT_EQ(DecodedPictures(output), times * DecodedPictures(file_));
-  // Of what has pictures the joined ones tell; time stamps may hold more than the pictures' time.
+  // With pictures, only their number counts: time stamps may hold more than the pictures' time.
   if (DecodedPictures(file_) == 0) {
     EXPECT_NEAR(VideoSeconds(output), times * VideoSeconds(file_), 0.1);
   }

@@ -26,7 +26,7 @@ const QStringList kCommands = {"kelvane", "kelvane-joiner", "kelvane-sections",
 const QStringList kTools = {"ffmpeg", "ffplay", "ffprobe"};
 
 const QString kBuild = KELVANE_BUILD_FOLDER;
-// The build notes what it installed in one file, so only one test at a time may install or pack.
+// A build has only one list of what it installed, so one test at a time may install or pack.
 const QString kLock = kBuild + "/install_test.lock";
 
 // Runs a command to its end and returns what it printed. The running test fails unless it succeeds.
@@ -38,8 +38,7 @@ QString Ran(const QString& command, const QStringList& arguments) {
   return printed;
 }
 
-// Where the build is installed: with the root as the prefix, or under the prefix /usr of a system
-// whose root it is.
+// The prefix: the root folder of an Installation, or /usr in a system that has this root.
 enum class Prefix { kRoot, kUsr };
 
 // An empty folder, the root, into which the build is installed. Failures are the running test's.
@@ -58,7 +57,7 @@ class Installation {
   QString Root() const { return place_.path() + "/root"; }
   QString PathOf(const QString& file) const { return Root() + '/' + file; }
 
-  // The paths from the root of everything below it, sorted.
+  // Everything below the root, as sorted paths from there.
   QStringList Entries() const {
     QStringList entries;
     QDirIterator entry(Root(),

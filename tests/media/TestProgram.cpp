@@ -52,8 +52,8 @@ int RunWithoutDescriptors(const Arguments& arguments) {
   return EXIT_SUCCESS;
 }
 
-// Runs a tool before, during and after a shortage of descriptors. Arguments: how many remain free;
-// the command line, to which one of these words is added.
+// Runs a tool "before", "during" and "after" a shortage of descriptors. Arguments: how many remain
+// free; the command line, to which that word is added.
 int RunWithFreeDescriptors(const Arguments& arguments) {
   DOSOutputs outputs;
   std::cout << RunAndDescribe(outputs, arguments.at(1) + " before") << '\n';

@@ -404,7 +404,7 @@ TEST_F(FileDialog, ShowsItsCompletionsBelowItsRemark) {
   });
 }
 
-// X may give the focus to the list of completions after that list has closed.
+// On X, the name may lose the focus when the list of completions closes.
 TEST_F(FileDialog, TakesATypedNameAtTheFirstReturnThoughTheNameHasNoFocus) {
   const auto type = [](const QString& path) {
     return [path](QFileDialog& shown) {

@@ -54,7 +54,7 @@ TEST_F(Drops, OfExistingRegularFilesAreTakenInTheirOrder) {
   EXPECT_EQ(dropped, (QStringList{plain, blank, link, plain}));
 }
 
-TEST_F(Drops, OfFilesOfThisMachineByNameAreTaken) {
+TEST_F(Drops, OfFilesWithThisMachinesNameAreTaken) {
   const QString path = File("a.mp4");
   for (const QString& host : {u"localhost"_s, QSysInfo::machineHostName()}) {
     EXPECT_NE(FileDrag(QList{QUrl("file://" + host + path)}).Drop(form), Qt::IgnoreAction);

@@ -11,7 +11,7 @@ class PlayerFitted : public PlayerTest {
  protected:
   PlayerFitted() { player.setFitsBox(); }
 
-  // Makes a blue video, with other filters behind the source.
+  // Makes a blue video that has passed through the filters.
   QString Blue(const QString& size, const QString& filters = "null") const {
     return Make(
         "blue.mkv",
@@ -183,7 +183,7 @@ TEST_F(PlayerSeek, GoesToTheLastPictureForATimeAfterTheEnd) {
   }
 }
 
-TEST_F(PlayerSeek, OpensAFileThatWasStoppedOrHasEndedPausedAtThatTime) {
+TEST_F(PlayerSeek, OpensAStoppedOrEndedFilePausedAtThatTime) {
   player.setURL(file);
   ASSERT_TRUE(watch.AwaitColour(kPlayedRed));
   player.controls.stop();

@@ -57,8 +57,8 @@ class PlayerMenu : public PlayerTest {
     player.setURL(MakePlain("red.mp4", "red", seconds));
     ASSERT_TRUE(watch.AwaitColour(kPlayedRed));
   }
-  // Opens a second each of red, blue and white, with a key frame at the beginning only, at that
-  // time.
+  // Opens at that time a second each of red, blue and white, with a key frame at the beginning
+  // only.
   void OpenColours(double seconds) const {
     const QString path = InFolder("colours.mp4");
     ASSERT_TRUE(MakeColours(path, QSize(320, 180), {0xffff0000, 0xff0000ff, 0xffffffff}));

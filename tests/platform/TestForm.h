@@ -90,7 +90,7 @@ class TestForm : public Form {
   void Form_Unload() override { OnUnload(); }
 };
 
-// kPixelForm with the scale unit twips, and with the border of a fixed dialog.
+// kPixelForm: the first in twips, the second with a fixed dialog's border.
 FormDesign TwipForm();
 FormDesign FixedForm();
 

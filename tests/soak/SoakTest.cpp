@@ -20,7 +20,7 @@ std::atomic<std::chrono::steady_clock::rep> ahead = 0;
 
 }  // namespace
 
-// This replaces the standard library's function. Qt's timers don't use it.
+// Replaces the standard library's function; Qt 6.8's timers use it too.
 std::chrono::steady_clock::time_point std::chrono::steady_clock::now() noexcept {
   timespec time{};
   ::clock_gettime(CLOCK_MONOTONIC, &time);

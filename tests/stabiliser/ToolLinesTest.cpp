@@ -38,7 +38,7 @@ TEST(StabiliserLines, ReadTheFirstOfSeveralStreams) {
             std::string::npos);
 }
 
-// In a transport stream a tool seeks to a place between two key frames and begins at the second.
+// In a transport stream a tool that seeks between two key frames begins at the later one.
 TEST(StabiliserLines, SeekEarlierWhereASeekMayMissTheKeyFrameBefore) {
   VideoFacts facts = kPlain;
   facts.seeksLate = true;
@@ -74,7 +74,7 @@ TEST(StabiliserLines, HaveBothPassesReadTheSameSpan) {
             std::string::npos);
 }
 
-TEST(StabiliserLines, MakePicturesThatPlayersShowOfOddSizesAndFields) {
+TEST(StabiliserLines, MakeOddSizesAndFieldsIntoWhatPlayersShow) {
   const std::string plain = " -vf yadif,crop=trunc(iw/2)*2:trunc(ih/2)*2,format=yuv420p";
   EXPECT_NE(ExtractLine("/t", "i", kOdd, {0, 1}, "o.mp4").find(plain + " -sn"), std::string::npos);
   EXPECT_NE(DetectLine("/t", "i", kOdd, std::nullopt, kOptions, "x").find(plain + ",vidstabdetect"),

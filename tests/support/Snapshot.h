@@ -16,7 +16,7 @@ class Snapshot {
  public:
   explicit Snapshot(QString folder) : folder_(std::move(folder)), contents_(Read()) {}
 
-  // The names of the files that are new or have other contents than then, sorted.
+  // The sorted names of the files that are new or changed since construction.
   std::vector<std::string> Changed() const {
     std::vector<std::string> changed;
     for (const auto& [name, content] : Read()) {

@@ -181,7 +181,7 @@ TEST_F(Markers, ChangeTheNumbersOnlyAtTheNextTickWhenTheyAreDraggedOrReset) {
   EXPECT_EQ(Number(RegionWidth), "0,635");
 }
 
-TEST_F(Markers, PutThePointersShapeBackOnceASecondAfterARelease) {
+TEST_F(Markers, PutThePointersShapeBackASecondAfterARelease) {
   LoadVideoOf(640, 360);
   QGuiApplication::setOverrideCursor(Qt::SizeHorCursor);
   Drag(LeftBar, 3, 0);

@@ -23,7 +23,7 @@ bool StabiliserWindow::ConfirmMessage(std::chrono::milliseconds patience) {
 bool StabiliserWindow::AwaitCommand(const char* command, const QString& caption,
                                     std::chrono::milliseconds patience) {
   screen_.MovePointer(BareGround());
-  // The box of the first command is a label of its own, and higher.
+  // The first command's box is a label of its own, and taller.
   const int border = QLatin1String(command) == "Label6(0)" ? 0 : 1;
   const QRect inside = Place(command).adjusted(1, border, -1, -border);
   return WaitFor(
