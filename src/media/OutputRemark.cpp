@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 bool CanBeUsed(const fs::path& file, int mode) { return ::access(file.c_str(), mode) == 0; }
 
-// A tool takes all that follows the last point, ".mp4" included, which has no extension for the
+// A tool takes all that follows the last point, even in ".mp4", which has no extension for the
 // standard library.
 bool HasExtension(const std::string& file) {
   const std::string name = fs::path(file).filename();

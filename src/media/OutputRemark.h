@@ -12,7 +12,7 @@ inline const std::string kFileIsReplaced = "This file exists: it will be replace
 // tab leaves of it, without double quotes.
 std::string OutputFile(const std::string& path);
 
-// Whether a tool makes a list of pieces of video under this name, without a look at what has it.
+// Whether a tool makes a list of pieces of video under this name. Looks at no file.
 bool IsListOfPieces(const std::string& path);
 
 // Returns that no file can be made in the folder of `path`; empty if one can.

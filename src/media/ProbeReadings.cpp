@@ -144,7 +144,7 @@ string LastComplaint(string_view text) {
     string_view line = text.substr(start);
     const size_t nameEnd = line.starts_with('[') ? line.find("] ") : string_view::npos;
     if (nameEnd != string_view::npos) line.remove_prefix(nameEnd + 2);
-    // The others describe the files, with names and titles that may have any word.
+    // Such lines describe the files, with names and titles that may have any word.
     if (!line.starts_with(' ') && !line.starts_with("Input #") && !line.starts_with("Output #") &&
         HasAnyOf(kComplaints, line)) {
       if (!HasAnyOf(kConsequences, line)) return string(line);

@@ -35,7 +35,7 @@ class ControlArray {
   int Count() const { return static_cast<int>(controls_.size()); }
   int UBound() const { return controls_.empty() ? -1 : controls_.back()->Index(); }
 
-  // Returns a new member with that index, which must be free: a copy of member 0 with its handlers
+  // Returns a new member with that index, which must be free: a copy of member 0 and its handlers,
   // in the same container, which owns it. It is hidden if the container is on the screen. The array
   // must not be empty.
   Kind& Load(int index) {

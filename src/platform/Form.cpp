@@ -64,7 +64,7 @@ void Form::Load() {
 }
 
 void Form::Show(Form* owner) {
-  // A request after the compositor's first size is too late. Qt 6.4 would enforce this minimum even
+  // A minimum after the compositor's first size is too late. Qt 6.4 would enforce this minimum even
   // against the compositor, which would end the program.
   constexpr bool kObeysCompositors = QT_VERSION >= QT_VERSION_CHECK(6, 8, 0);
   if (kObeysCompositors && RunsOnWayland()) {

@@ -44,7 +44,7 @@ bool Form::AnswerDrag(QDropEvent& event) const {
   return taken;
 }
 
-// The files are read here alone: reading them may ask the program from which they come.
+// The paths are read only here: that may ask the program from which the files come.
 void Form::dragEnterEvent(QDragEnterEvent* event) {
   draggedFiles_ = FilesDropped ? RegularFiles(*event->mimeData()) : QStringList();
   AnswerDrag(*event);

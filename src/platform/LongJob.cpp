@@ -138,7 +138,7 @@ class LongJob::Session {
                        "progress-visible", "b", int{percent >= 0});
   }
 
-  // Until a bus or the job has something to say.
+  // Until a bus or the job calls, or time is up.
   void Wait() {
     microseconds next = answered_ ? microseconds::max() : deadline_;
     std::array<pollfd, 3> awaited{{{job_.wake_, POLLIN, 0}, {-1, 0, 0}, {-1, 0, 0}}};
@@ -165,8 +165,8 @@ class LongJob::Session {
   const char* purpose_;
   Bus session_;
   Bus system_;
-  microseconds deadline_{};  // when logind is asked unless the portal has answered
-  bool answered_ = false;    // by the portal, or logind has been asked
+  microseconds deadline_{};  // when logind is asked unless the portal has granted
+  bool answered_ = false;    // granted by the portal, or logind asked
   int inhibitor_ = -1;       // logind's descriptor
   int shown_ = -1;           // percent
 };

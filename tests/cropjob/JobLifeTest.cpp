@@ -23,7 +23,7 @@ TEST_F(JobLife, EndsWhenAnyButtonIsReleasedOverCancel) {
   }
 }
 
-// Enter may still be pressed that accepted the file dialog.
+// Enter, which accepted the file dialog, may still be down.
 TEST_F(JobLife, EndsBySpaceAndEnterOnlyAfterTab) {
   for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return}) {
     LoadJob();

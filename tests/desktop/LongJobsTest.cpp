@@ -50,7 +50,7 @@ TEST_F(LongCrop, IsKeptFromASuspensionAndShownInTheLauncherUntilItEnds) {
   CloseAndExpectEnd();
 }
 
-TEST_F(LongCrop, ConnectsToNoBusBeforeItAndLeavesNothingOfItToTheTool) {
+TEST_F(LongCrop, ConnectsToNoBusBeforeItAndLeavesTheToolNoDescriptor) {
   services.OfferLogind();
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(QSize(320, 240), 2));
   EXPECT_EQ(services.OnTheSystemBus(), 0);

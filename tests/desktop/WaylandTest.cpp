@@ -206,7 +206,7 @@ const std::vector<Outputs> kOutputs = {
 #endif
     {"SmallerThanTheWindow", {{{1100, 600}, 1}}},
     {"SmallerThanTheWindowAtScale2", {{{1100, 700}, 2}}},
-    // sway tiles it; weston, above, makes it full screen.
+    // Two outputs take sway, which tiles; weston doesn't.
     {"TiledSmallerThanTheWindow", {{{500, 900}, 1}, {{1100, 600}, 1}}},
     {"Scale2BesideScale1", {{{500, 900}, 1}, {{1300, 800}, 2}}},
     {"Scale1BesideScale2", {{{500, 900}, 2}, {{1300, 800}, 1}}}};

@@ -17,12 +17,12 @@ struct KnownFile {
   // Width, height and duration.
   const char* shown;
   Played played;
-  // Of a crop from 16 pixels to the right and 8 down, as far as the untouched bars; empty where no
-  // video comes of it.
+  // Of a crop with the left bar moved by 16 pixels and the top one by 8; empty where no video
+  // comes of it.
   QSize cropped;
   // From the file twice, under its own extension.
   Joined joined;
-  // Degrees in the note by which the file is made of the recipe's "plain.mp4"; none at 0.
+  // If not 0, the file is "plain.mp4" with a note to turn it by so many degrees.
   int turned = 0;
 };
 

@@ -1,5 +1,4 @@
-// Runs whose caller is served while the tool is silent, which it may end, and whose exit status it
-// gets.
+// Runs with the event Waiting: the caller may end them, and gets the tool's exit status.
 
 #include <gtest/gtest.h>
 #include <sys/types.h>
@@ -203,7 +202,7 @@ TEST(ConsoleRunnerEnd, HasNoEffectOutsideARun) {
   DOSOutputs outputs;
   outputs.End(0ms);
   outputs.Waiting = [] { throw std::runtime_error("stop"); };
-  // Its run ends by an exception while it lives.
+  // An exception ends the run; the tool lives.
   EXPECT_THROW(outputs.ExecuteCommand(
                    folder.Script("tool", "trap 'echo ended >" + folder / "ended" + "' TERM\n" +
                                              gate.Wait() + "touch " + folder / "exited")),

@@ -16,7 +16,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// Returns a remark as a user gets it who is neither root nor the owner of the file.
+// Returns a remark as a user who isn't root gets it.
 std::string RemarkForAnotherUser(const std::string& path, const auto& remarkOn) {
   constexpr uid_t kNobody = 65534;
   std::array<int, 2> pipe{};

@@ -184,7 +184,7 @@ TEST(ControlVisible, IsAsAssignedWhetherItsBoxIsVisibleOrNot) {
   EXPECT_FALSE(label.Visible());
 }
 
-// Returns the tool tip as the user reads it: Qt takes a text that contains markup for rich text.
+// Returns the tool tip as the user reads it: Qt shows a text that contains markup as rich text.
 std::string ShownToolTip() {
   const QString text = QToolTip::text();
   if (!Qt::mightBeRichText(text)) return text.toStdString();

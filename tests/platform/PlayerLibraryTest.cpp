@@ -39,7 +39,7 @@ class Replaced {
 class PlayerLibraryTest : public PlayerTest {
  protected:
   // A test deletes the form itself, before the end of its replacements: the player's thread calls
-  // them to its own end.
+  // them until it ends.
   ~PlayerLibraryTest() override { EXPECT_EQ(form, nullptr); }
 
   // The library must refuse to make a player.
@@ -95,7 +95,7 @@ TEST_F(PlayerLibraryTest, LeavesTheOldFilePlayingIfItRefusesToStartAnother) {
   form.reset();
 }
 
-// Seeks that are under way: sent, and not yet done.
+// Counts seeks under way: sent, and not yet done.
 TEST_F(PlayerLibraryTest, IsGivenOneSeekAtATimeAndTheLastOfThoseThatCameMeanwhile) {
   using Commanding = Replaced<&PlayerLibrary::command_async>;
   using Waiting = Replaced<&PlayerLibrary::wait_event>;

@@ -24,7 +24,7 @@ TEST(StabiliserOptions, AreBroughtIntoTheirRanges) {
   EXPECT_EQ(Used({"", "x", "", "", "", "", ""}), (Values{1, 1, 1, 1, 1, 3, 3}));
 }
 
-// The filter takes sizes whose halves are 12 together.
+// The halves of the two sizes may sum to 12 at most.
 TEST(StabiliserOptions, HaveTheLargerSizeReducedUntilTheFilterTakesBoth) {
   struct Case {
     const char* lx;

@@ -67,7 +67,7 @@ class RealTools : public StabiliserWindowTest {
         &printed);
     return printed.section('\n', 0, 0).trimmed();
   }
-  // How many pixels of each colour in turn come out of the filters; by default a picture is one.
+  // How many pixels of each colour in turn come out of the filters; by default one per picture.
   QString ColoursOf(const QString& video, const QString& filters = "scale=1:1") const {
     const QString pixels = PathOf("pixels");
     Make({"-y", "-i", video, "-vf", filters, "-f", "rawvideo", "-pix_fmt", "rgb24", pixels});
@@ -294,7 +294,7 @@ class Kinds : public RealTools, public ::testing::WithParamInterface<Kind> {
   }
 };
 
-TEST_P(Kinds, ComeOutUprightPlayableAsLongAsTheyWereAndWithTheirSoundInStep) {
+TEST_P(Kinds, ComeOutUprightPlayableOfTheSameLengthAndWithSoundInStep) {
   const Kind& kind = GetParam();
   QString source = PathOf(kind.name);
   const QString picture =
@@ -363,7 +363,7 @@ INSTANTIATE_TEST_SUITE_P(
       return QString(tested.param.name).section('.', 0, 0).toStdString();
     });
 
-// A still scene that a shaking camera films: how its window of 640 by 480 pixels moves, in pixels.
+// A shaking camera films a still scene. The parameter moves its window of 640 by 480 pixels.
 class ShakingCamera : public RealTools, public ::testing::WithParamInterface<const char*> {
  protected:
   // Returns the mean motion from one picture to the next, in pixels, as the detector sees it.

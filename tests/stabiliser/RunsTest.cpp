@@ -271,7 +271,7 @@ TEST_F(StabiliserRuns, AreNotCancelledByADoubleClick) {
   EXPECT_EQ(Lines().size(), 1U);
 }
 
-// Qt would give it to the next control, with the frame of the keyboard.
+// Qt would give the focus to the next control, with a focus frame.
 TEST_F(StabiliserRuns, TakeTheFocusFromADimmedCaptionAndGiveItBack) {
   View().setFocus();
   const QWidget* during = &View();
@@ -349,7 +349,7 @@ TEST_F(StabiliserRuns, TestIsOfTheMarkedSectionIfTheExtractedOneVanished) {
   EXPECT_NE(Lines().back().find("-ss 10 -i SOURCE -t 30.5 "), std::string::npos);
 }
 
-TEST_F(StabiliserRuns, TellAnotherLengthThanTheProcessedOneAndKeepTheFile) {
+TEST_F(StabiliserRuns, TellIfTheLengthIsNotTheProcessedOneAndKeepTheFile) {
   ProbeSays(30.5);
   EXPECT_EQ(MessageOfSaving(Extract(), PathOf("part.mp4")).find("instead"), std::string::npos);
   ProbeSays(29);

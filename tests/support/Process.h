@@ -28,7 +28,7 @@ class Process {
   // Writes to its standard input.
   void Write(const std::string& text) const;
   void CloseInput() { input_.Close(); }
-  // Each waits for what it prints: the next line, without its line break, or the rest.
+  // Both wait for what is printed: the next line, without its line break, or the rest.
   std::string ReadLine() const;
   std::string ReadToTheEnd() const;
   // Waits for its end and returns the status as waitpid() tells it.

@@ -11,7 +11,7 @@ namespace kelvane::testing {
 
 QAccessibleInterface& NodeOf(QObject& object);
 
-// One node as a line: `PushButton "Load Video"`, `StaticText "0,640" (Width of the video in
+// One node as a line: `Button "Load Video"`, `StaticText "0,640" (Width of the video in
 // pixels)`, `Slider "Left Bar" = 12`.
 std::string Heard(const QAccessibleInterface& node);
 

@@ -11,8 +11,7 @@
 // desktop tests look up where a control lies.
 namespace kelvane::testing {
 
-// Describes a form that hasn't been loaded yet, for which it loads and shows it and turns its
-// timers off.
+// Loads and shows a form unless it is open, turns its timers off, and describes it.
 //
 // `areas` are sizes of the content area in pixels; without any, it keeps the size that the load
 // gives it. A line stands for a control, below its container and from front to back: its name,

@@ -82,7 +82,7 @@ class FailureAnywhere : public MainWindowTest {
  protected:
   FailureAnywhere() { App::setPath("/a/missing/folder"); }
 
-  // Raises the event once for each allocation in its handler, which fails, and expects the message.
+  // Raises the event once per allocation in its handler, fails that one, and expects the message.
   template <class Handler>
   static void ExpectMessage(Handler& handler, const std::function<void()>& raise,
                             const std::string& message) {

@@ -111,7 +111,7 @@ TEST_F(CommandHighlight, StaysWhenThePointerMovesOverAnyOtherControl) {
     EXPECT_EQ(Highlighted(), "2") << control->objectName().toStdString();
     ++tried;
   }
-  EXPECT_EQ(tried, 66 - 7 - 4) << "all controls but the commands and the boxes behind them";
+  EXPECT_EQ(tried, 66 - 7 - 4) << "all controls but the commands and the workspace's boxes";
 }
 
 TEST_F(CommandHighlight, StaysWhenTheCommandIsClickedAndThePointerLeavesTheWindow) {

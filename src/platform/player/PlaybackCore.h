@@ -46,13 +46,13 @@ class PlaybackCore : public QObject {
   // start the threads that a file takes, it only ends the current one; if the player's command
   // queue is full, it has no effect.
   void Start(const QString& path);
-  // The same, but pauses the file at its first picture.
+  // The same, but pauses first, so that the first picture stays.
   void StartPaused(const QString& path);
   // Ends the file. Active is false at once.
   void Stop();
   void setPaused(bool paused);
-  // Goes to the first picture at or after `seconds`, which must be finite and not negative, or else
-  // to the last one; whether the file is paused stays. It does so later, if the file is still being
+  // Goes to the first picture at or after `seconds`, or else to the last one; whether the file is
+  // paused stays. `seconds` must be finite and >= 0. It does so later, if the file is still being
   // opened or another seek is under way: then only the last of several is done. No effect unless
   // Active.
   void Seek(double seconds);
@@ -91,7 +91,7 @@ class PlaybackCore : public QObject {
   // Returns whether the player has queued the start.
   bool Load(const QString& path);
   void SetFlag(const char* name, bool value);
-  // Does the seek that waits, or else a step that does.
+  // Does the waiting seek, or else waiting steps.
   void SeekNext();
   void SeekTo(double seconds);
   void AskForSoughtPosition();

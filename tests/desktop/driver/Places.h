@@ -7,8 +7,8 @@ namespace kelvane::desktop {
 
 // The visible part of a control, in pixels from the top left corner of the content area under the
 // menu bar, if that area has the size `area` and nothing has been scrolled. `control` is a name
-// such as "Label14(3)". The window text tests/windows/<form>.txt has the places at two sizes of the
-// window. Other sizes are computed from these two, since each edge moves with an edge or with the
+// such as "Label14(3)". The window text tests/windows/<form>.txt has the places at one size of the
+// window or at two. Others are computed from two, since each edge moves with an edge or with the
 // middle of the window. Throws std::invalid_argument if the text has no visible control of that
 // name.
 QRect PlaceIn(const QString& form, QSize area, const QString& control);

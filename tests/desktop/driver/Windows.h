@@ -40,7 +40,7 @@ struct MarkerBars {
   QRect base;
 };
 
-// The top left edges of the bars, which the read-outs show.
+// Each bar's left or top edge, which the read-outs show.
 struct Region {
   int left;
   int top;
