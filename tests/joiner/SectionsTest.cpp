@@ -31,6 +31,8 @@ TEST_F(JoinerSections, HaveAPathARowAStripAndDetails) {
   EXPECT_EQ(Strip(2).parent(), &TimeChart());
   EXPECT_EQ(Picture(Strip(2)), DrawnStrip(60, "01"));
   EXPECT_EQ(Details(2), "   Video Index: 01 Title: Füße 動画.mp4   ");
+  EXPECT_EQ(Get<Label>("Label2", 2).Left(), 1);
+  EXPECT_EQ(Get<Label>("Label2", 2).Top(), 1);
 }
 
 TEST_F(JoinerSections, HaveIndicesFromTwoOnAndAHiddenTemplateHasZero) {

@@ -271,6 +271,17 @@ TEST_F(StabiliserRuns, AreNotCancelledByADoubleClick) {
   EXPECT_EQ(Lines().size(), 1U);
 }
 
+TEST_F(StabiliserRuns, TestIsOfTheMarkedSectionOnceAStabilisedVideoReplacesTheExtractedOne) {
+  const QString part = PathOf("part.mp4");
+  MessageOfSaving(Extract(), part);
+  MessageOfSaving(ApplyAll(), PathOf("steady.mp4"));
+  Click(Test());
+  EXPECT_EQ(Lines().back().find("-ss 10 "), std::string::npos) << "it is of the extracted section";
+  ClickAndAnswer(ApplyAll(), {ReplaceFile(part), PressButton(QMessageBox::Ok)});
+  Click(Test());
+  EXPECT_NE(Lines().back().find("-ss 10 -i SOURCE -t 30.5 "), std::string::npos);
+}
+
 // Qt would give the focus to the next control, with a focus frame.
 TEST_F(StabiliserRuns, TakeTheFocusFromADimmedCaptionAndGiveItBack) {
   View().setFocus();

@@ -142,5 +142,16 @@ TEST_F(LoadingTheOtherVideo, LeavesTheTimeLineAlone) {
   EXPECT_EQ(Get<TextBox>("Text5").Text(), other) << "it stays when another source is selected";
 }
 
+TEST_F(LoadingTheOtherVideo, IsAlsoDoneByATypedPathBeforeTheCommandThatIsClicked) {
+  Select(60);
+  const QString other = tools_.File("other.mp4");
+  Get<TextBox>("Text5").findChild<QLineEdit*>()->setText(other);
+  const QString output = tools_.Path() + "/steady.mp4";
+  const DialogAnswers answers({TypeFile(output), PressButton(QMessageBox::Ok)});
+  Click(Caption("Label12", Apply));
+  EXPECT_EQ(answers.seen().size(), 2U);
+  EXPECT_NE(Runs().back().find(" -i " + other.toStdString() + ' '), std::string::npos);
+}
+
 }  // namespace
 }  // namespace kelvane::testing
