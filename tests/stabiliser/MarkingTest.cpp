@@ -95,7 +95,7 @@ TEST_F(Marking, IsReachedByTabBetweenTheCommandsAboveAndBelow) {
 }
 
 TEST_F(Marking, ShowsThePictureAtANeedleOfAVideoWhoseRateIsUnknown) {
-  const QString path = tools_.Path() + "/clip.mp4";
+  const QString path = tools_.Path() + "/moving.mp4";
   ASSERT_TRUE(MakeVideo(path, QSize(160, 90), 4));
   tools_.SizeProbeDoes(
       "printf '%s\\n' width=160 height=90 pix_fmt=yuv420p avg_frame_rate=0/0 duration=N/A "

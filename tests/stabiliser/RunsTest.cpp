@@ -284,6 +284,8 @@ TEST_F(StabiliserRuns, TestIsOfTheMarkedSectionOnceAStabilisedVideoReplacesTheEx
 
 // Qt would give the focus to the next control, with a focus frame.
 TEST_F(StabiliserRuns, TakeTheFocusFromADimmedCaptionAndGiveItBack) {
+  form_->activateWindow();
+  ASSERT_TRUE(WaitFor([this] { return form_->isActiveWindow(); }));
   View().setFocus();
   const QWidget* during = &View();
   When([this] { return !View().isEnabled(); }, [&] { during = form_->focusWidget(); });
