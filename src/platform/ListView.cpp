@@ -62,7 +62,6 @@ class ListView::Table : public PixelSized<QTreeWidget> {
     header()->setSectionsClickable(true);
     setColumnCount(0);
     setRootIsDecorated(false);
-    setItemsExpandable(false);
     setUniformRowHeights(true);
     setAllColumnsShowFocus(true);
   }

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "platform/Border.h"
 #include "platform/Label.h"
 #include "platform/ListBox.h"
 #include "platform/PictureBox.h"
@@ -121,6 +122,9 @@ TEST_F(Keyboard, ShowsAFrameAroundAQtWidgetWhereTheFocusCameByTab) {
   EXPECT_TRUE(HasFrame(list));
   list.StockWidget()->clearFocus();
   EXPECT_FALSE(HasFrame(list));
+  QTest::keyClick(other.windowHandle(), Qt::Key_Tab);
+  EXPECT_TRUE(HasFrame(list));
+  EXPECT_EQ(list.findChildren<Border*>().size(), 1);
 }
 
 TEST_F(Keyboard, ReachesNoControlThatHasNotBeenToldToTakeIt) {

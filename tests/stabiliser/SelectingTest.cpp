@@ -4,6 +4,7 @@
 
 #include "stabiliser/StabiliserWindowTest.h"
 #include "support/FileDrag.h"
+#include "support/Pictures.h"
 
 namespace kelvane::testing {
 namespace {
@@ -33,6 +34,9 @@ TEST_F(SelectingAVideo, ShowsTenthsIfItIsShort) {
   EXPECT_EQ(Time(SectionStart), "00:00:00.0");
   EXPECT_EQ(Time(SectionEnd), "00:00:12.3");
   EXPECT_EQ(Time(SectionSpan), "00:00:12.3");
+  constexpr QRgb kTick = 0x808000;
+  const QRect lastSecond(static_cast<int>(Strip().Width()) - 70, 0, 70, 1);
+  EXPECT_GT(CountOf(Picture(Strip()), lastSecond, kTick), 2);
   Select(0.4);
   EXPECT_EQ(Text("Label16", 2), "1");
 }
