@@ -127,10 +127,11 @@ void Form4::ConnectRunner(DOSOutputs& objDOS) {
 }
 
 void Form4::ShowProgress(DOSOutputs& objDOS, LongJob& job) {
-  objDOS.ReceiveOutputs = IgnoringExceptions(
-      [this, &job, receive = std::move(objDOS.ReceiveOutputs)](const std::string& block) {
-        if (const auto seconds = ReadProgress(block); seconds && TotalSeconds > 0) {
-          job.SetProgress(*seconds / static_cast<double>(TotalSeconds));
+  objDOS.ReceiveOutputs =
+      IgnoringExceptions([&job, total = static_cast<double>(TotalSeconds),
+                          receive = std::move(objDOS.ReceiveOutputs)](const std::string& block) {
+        if (const auto seconds = ReadProgress(block); seconds && total > 0) {
+          job.SetProgress(*seconds / total);
         }
         receive(block);
       });

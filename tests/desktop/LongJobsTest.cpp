@@ -8,17 +8,16 @@
 namespace kelvane::desktop {
 namespace {
 
-// A desktop session around a program, whose `ffmpeg` prints a progress of one second and then waits
-// for the gate "go".
+// A desktop session around a program, whose `ffmpeg` tells its progress, of one second, and then
+// waits for the gate "go".
 template <class ProgramTest>
 class InASession : public ProgramTest {
  protected:
-  InASession() {
+  explicit InASession(const QString& progress = "echo 'frame=1 time=00:00:01.00 bitrate=1'\n") {
     this->program.SetVariable("DBUS_SESSION_BUS_ADDRESS", services.SessionAddress());
     this->program.SetVariable("DBUS_SYSTEM_BUS_ADDRESS", services.SystemAddress());
-    this->program.ReplaceTool("ffmpeg", "echo 'frame=1 time=00:00:01.00 bitrate=1'\n" +
-                                            this->program.PrintingGate("go") +
-                                            R"(exec "$real" "$@")");
+    this->program.ReplaceTool("ffmpeg",
+                              progress + this->program.PrintingGate("go") + R"(exec "$real" "$@")");
   }
   bool AwaitInhibited() const {
     return WaitFor([this] { return services.Inhibited(); });
@@ -64,17 +63,24 @@ TEST_F(LongCrop, ConnectsToNoBusBeforeItAndLeavesTheToolNoDescriptor) {
   EXPECT_EQ(services.OnTheSystemBus(), 0);
 }
 
-using LongJoin = InASession<JoinerTest>;
+// The tool tells a length, as the real one does, which the window adds to the sections' total.
+class LongJoin : public InASession<JoinerTest> {
+ protected:
+  LongJoin()
+      : InASession(
+            "echo '  Duration: N/A, start: 0.000000, bitrate: 0 kb/s'\n"
+            "echo 'frame=1 time=00:00:20.00 bitrate=1'\n") {}
+};
 
 TEST_F(LongJoin, IsKeptFromASuspensionAndShownInTheLauncherUntilItEnds) {
   services.OfferPortal();
   for (const char* name : {"a.mp4", "b.mp4"}) {
-    ASSERT_TRUE(MakePlainVideo(program.PathOf(name), "teal", 2));
+    ASSERT_TRUE(MakePlainVideo(program.PathOf(name), "teal", 20));
     ASSERT_NO_FATAL_FAILURE(Add(program.PathOf(name)));
   }
   ASSERT_TRUE(joiner.ChooseFile(JoinerButton::kJoinSections, program.PathOf("joined.mp4")));
   EXPECT_TRUE(AwaitInhibited());
-  EXPECT_TRUE(AwaitProgress("application://kelvane-joiner.desktop 25%"));
+  EXPECT_TRUE(AwaitProgress("application://kelvane-joiner.desktop 50%"));
   EXPECT_TRUE(program.Open("go"));
   ASSERT_TRUE(ConfirmJoin(screen));
   EXPECT_TRUE(AwaitAllowed());
