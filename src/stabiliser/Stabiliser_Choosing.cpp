@@ -142,9 +142,17 @@ QString Stabiliser::ReadVideo(const QString& path, std::optional<Video>& video) 
     return Failure(u"This file can't be read:\n%1"_s.arg(path));
   }
   read.facts = ReadVideoFacts(printed_);
-  if (!read.facts.HasVideo()) return u"This file has no video:\n%1"_s.arg(path);
-  if (read.facts.still) return u"This file is a still picture:\n%1"_s.arg(path);
-  if (read.facts.duration <= 0) return u"The length of this video isn't known:\n%1"_s.arg(path);
+  const QString chooseVideo = u"Choose a video."_s;
+  if (!read.facts.HasVideo()) {
+    return Paragraphs(u"This file has no video:\n%1"_s.arg(path), chooseVideo);
+  }
+  if (read.facts.still) {
+    return Paragraphs(u"This file is a still picture:\n%1"_s.arg(path), chooseVideo);
+  }
+  if (read.facts.duration <= 0) {
+    return Paragraphs(u"The length of this video isn't known:\n%1"_s.arg(path),
+                      u"Choose a copy, which says it: ffmpeg -i VIDEO -c copy COPY"_s);
+  }
   if (read.facts.duration > kLongest) {
     return u"This file says that it lasts longer than 100 hours:\n%1"_s.arg(path);
   }

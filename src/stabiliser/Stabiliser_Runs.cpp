@@ -175,6 +175,10 @@ void Stabiliser::ViewSection() {
   const std::optional<Span> span = MarkedSpan();
   if (!span) return;
   RunCancellable(Label14(ViewRegion), [&] {
+    // The player's exit status is 0 even if it can't open the file.
+    if (!QFileInfo(source_->path).isReadable()) {
+      return u"The section can't be shown, since this file can't be read:\n%1"_s.arg(source_->path);
+    }
     const std::string line = ViewLine(Tools(), source_->shortPath, source_->facts, *span);
     return RunTool(line) ? QString() : Failure(u"The section can't be shown."_s);
   });

@@ -113,6 +113,13 @@ TEST_F(StabiliserRuns, ViewPlaysTheMarkedSection) {
                            "trim=start=10:end=40.5 -af atrim=start=10:end=40.5 -i SOURCE"});
 }
 
+TEST_F(StabiliserRuns, ViewTellsThatTheVideoHasVanished) {
+  ASSERT_TRUE(QFile::remove(source_));
+  EXPECT_NE(ClickAndAnswer(View(), {PressButton(QMessageBox::Ok)}).back().find("can't be read"),
+            std::string::npos);
+  EXPECT_EQ(Lines(), Texts{});
+}
+
 TEST_F(StabiliserRuns, ExtractWritesTheMarkedSection) {
   ProbeSays(30.5);
   EXPECT_EQ(
