@@ -6,9 +6,11 @@
 #include <QPainter>
 #include <algorithm>
 #include <cmath>
+#include <exception>
 
 #include "platform/App.h"
 #include "platform/player/PlaybackCore.h"
+#include "platform/player/PlayerLibrary.h"
 #include "shared/TextHelpers.h"
 
 namespace kelvane {
@@ -19,6 +21,15 @@ WindowsMediaPlayer::WindowsMediaPlayer(Container& container, const QString& name
     : Control(container, name) {
   setAttribute(Qt::WA_OpaquePaintEvent);
   setRole(SpokenRole::kPicture);
+}
+
+void WindowsMediaPlayer::Prepare() {
+  if (preparing_.joinable()) return;
+  try {
+    preparing_ = std::jthread([] { (void)PlayerLibrary::Get(); });
+  } catch (const std::exception&) {
+    // The first file loads it.
+  }
 }
 
 void WindowsMediaPlayer::setURL(const QString& url) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <optional>
+#include <thread>
 
 #include "platform/Control.h"
 
@@ -14,7 +15,7 @@ class PlaybackCore;
 // black. A file that can't be played shows nothing, without a message.
 //
 // The first file makes libmpv's player; if that fails, nothing plays, and the next file tries
-// again. Only its making and its end may block. Belongs to the user-interface thread.
+// again. Only its making and the player's end may block. Belongs to the user-interface thread.
 class WindowsMediaPlayer : public Control {
   Q_OBJECT
  public:
@@ -26,6 +27,10 @@ class WindowsMediaPlayer : public Control {
   void setURL(const QString& url);
   // Sets a file as setURL does, but shows its first picture, paused.
   void OpenPaused(const QString& url);
+
+  // Begins to load libmpv on a thread, so that the first file needn't wait for that. To be called
+  // when a file is likely to come soon.
+  void Prepare();
 
   // Scales the picture to fit the control, with its pixels' shape and its rotation, and centres it.
   // Must be called before the first file is set.
@@ -101,6 +106,7 @@ class WindowsMediaPlayer : public Control {
   QString url_;
   bool fitsBox_ = false;
   PlaybackCore* core_ = nullptr;
+  std::jthread preparing_;
 };
 
 }  // namespace kelvane

@@ -21,6 +21,7 @@ void Form1::mnu_openVideo_Click() {
   CDialog.FileName.clear();
   CDialog.Filter = u"*.*"_s;
   CDialog.InitDir = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
+  wmp.Prepare();
   CDialog.ShowOpen();
   if (CDialog.FileName.isEmpty()) return;
   Text1(1).setText(FromNarrow(GetShortFileName(ToNarrow(CDialog.FileName), ShowErrorMessage)));

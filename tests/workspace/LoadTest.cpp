@@ -1,4 +1,6 @@
 // These tests give the command Load Video and end its dialog in different ways.
+#include <dlfcn.h>
+
 #include <QComboBox>
 #include <QDir>
 #include <QFileDialog>
@@ -92,6 +94,16 @@ TEST_F(Load, TurnsTheTimerOnAndAwaitsASizeEvenIfTheDialogIsCancelled) {
   EXPECT_FALSE(Canvas().Visible());
   EXPECT_EQ(Path().Text(), "");
   EXPECT_TRUE(tools_.Runs().empty());
+}
+
+TEST_F(Load, LoadsThePlayersLibraryWhileTheDialogIsOpen) {
+  const auto isLoaded = [] { return ::dlopen("libmpv.so.2", RTLD_LAZY | RTLD_NOLOAD) != nullptr; };
+  EXPECT_FALSE(isLoaded());
+  const DialogAnswers answers({[&](QDialog& dialog) {
+    EXPECT_TRUE(WaitFor(isLoaded));
+    dialog.reject();
+  }});
+  Give(LoadVideo);
 }
 
 TEST_F(Load, TakesNoFileOfAnEarlierCropIfTheDialogIsCancelled) {

@@ -2,6 +2,7 @@
 
 #include <QLibrary>
 #include <QString>
+#include <mutex>
 #include <optional>
 
 namespace kelvane {
@@ -49,7 +50,9 @@ std::optional<PlayerLibrary> Load() {
 
 const PlayerLibrary* PlayerLibrary::Get() {
   // Loading may fail for lack of descriptors or memory, and succeed later.
+  static std::mutex mutex;
   static std::optional<PlayerLibrary> functions;
+  const std::lock_guard lock(mutex);
   if (!functions) functions = Load();
   return functions ? &*functions : nullptr;
 }

@@ -9,7 +9,7 @@ namespace kelvane {
 // since loading takes longer than opening a window.
 struct PlayerLibrary {
   // Returns null if the library can't be loaded or lacks a function; a later call tries again. The
-  // result is valid until the program ends. For the user-interface thread alone.
+  // result is valid until the program ends. For any thread; waits while another one loads it.
   static const PlayerLibrary* Get();
 
   decltype(&mpv_command_async) command_async = nullptr;
