@@ -51,7 +51,7 @@ void Stabiliser::RunCancellable(Label& caption, const std::function<QString()>& 
   const QPointer<QWidget> focused = focusWidget();
   EnableCommands();
   // Qt has moved the focus on from what was disabled, as Tab does.
-  if (focusWidget() != nullptr && focusWidget() != focused) focusWidget()->clearFocus();
+  if (focusWidget() != focused) setFocus();
   QString message;
   try {
     message = action();
@@ -64,9 +64,7 @@ void Stabiliser::RunCancellable(Label& caption, const std::function<QString()>& 
   caption.setCaption(designed);
   EnableCommands();
   // With its frame, if it had one.
-  if (focused != nullptr && focusWidget() == nullptr) {
-    focused->setFocus(Qt::ActiveWindowFocusReason);
-  }
+  if (focused != nullptr && focusWidget() == this) focused->setFocus(Qt::ActiveWindowFocusReason);
   ClearProgress();
   if (Loaded() && !message.isEmpty()) MsgBox(message, succeeded_ ? kOKOnly : kExclamation);
 }

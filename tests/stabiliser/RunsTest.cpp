@@ -304,7 +304,7 @@ TEST_F(StabiliserRuns, TakeTheFocusFromADimmedCaptionAndGiveItBack) {
          gate.Open();
        });
   Click(Test());
-  EXPECT_EQ(during, nullptr);
+  EXPECT_EQ(during, form_.get());
   EXPECT_EQ(form_->focusWidget(), &View());
 }
 

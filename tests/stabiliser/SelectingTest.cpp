@@ -111,6 +111,12 @@ TEST_F(SelectingAVideo, TakesANameThatEndsInABlank) {
   EXPECT_EQ(Get<TextBox>("Text1").Text(), path);
 }
 
+TEST_F(SelectingAVideo, IsNotDoneByAKeyThatIsHeldWhenTheWindowOpens) {
+  form_->activateWindow();
+  ASSERT_TRUE(WaitFor([this] { return form_->isActiveWindow(); }));
+  EXPECT_EQ(form_->focusWidget(), form_.get()) << "no control has it";
+}
+
 class ADroppedVideo : public StabiliserWindowTest {
  protected:
   void Drop(const QStringList& paths) {
