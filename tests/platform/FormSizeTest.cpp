@@ -18,7 +18,6 @@ TEST(FormSize, IncludesTheMenuBarWhichLiesAboveTheContentArea) {
   auto* menus = form.findChild<QMenuBar*>();
   const int height = menus->height();
   ASSERT_GT(height, 0);
-  EXPECT_FALSE(menus->isNativeMenuBar());
   EXPECT_EQ(menus->geometry(), QRect(0, 0, 300, height));
   EXPECT_EQ(form.ScaleHeight(), 200);
   EXPECT_EQ(form.Height(), static_cast<float>(200 + height) * 15);
