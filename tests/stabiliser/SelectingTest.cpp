@@ -157,6 +157,14 @@ TEST_F(LoadingTheOtherVideo, LeavesTheTimeLineAlone) {
   EXPECT_EQ(Get<TextBox>("Text5").Text(), other) << "it stays when another source is selected";
 }
 
+TEST_F(LoadingTheOtherVideo, RefusesATypedPathAndTheCommandThatIsClicked) {
+  const QString source = Select(60);
+  Get<TextBox>("Text5").findChild<QLineEdit*>()->setText("/missing.mp4");
+  EXPECT_NE(MessageOf(Caption("Label12", Apply)).find("no such file"), std::string::npos);
+  EXPECT_EQ(Get<TextBox>("Text5").Text(), source);
+  EXPECT_EQ(Runs(), Texts{});
+}
+
 TEST_F(LoadingTheOtherVideo, IsAlsoDoneByATypedPathBeforeTheCommandThatIsClicked) {
   Select(60);
   const QString other = tools_.File("other.mp4");
