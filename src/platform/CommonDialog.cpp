@@ -91,6 +91,11 @@ class RemarkLine : public QLabel {
     Elide();
   }
 
+  // Without a text, Qt's is less than that of a line in some fonts.
+  QSize sizeHint() const override {
+    return QLabel::sizeHint().expandedTo({0, fontMetrics().height()});
+  }
+
   // Moves the completions, which Qt shows right below the name, below this line.
   bool eventFilter(QObject* watched, QEvent* event) override {
     if (event->type() == QEvent::Show || event->type() == QEvent::Move) {

@@ -22,7 +22,7 @@ struct KnownFile {
   QSize cropped;
   // From the file twice, under its own extension.
   Joined joined;
-  // If not 0, the file is "plain.mp4" with a display rotation of as many degrees.
+  // If not 0, the file is "plain.mp4" with this display rotation, in degrees.
   int turned = 0;
 };
 

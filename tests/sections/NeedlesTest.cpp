@@ -28,12 +28,8 @@ TEST_F(Needles, MoveWithTheLeftButtonAloneFromTheLastPressOfAnyButton) {
 }
 
 TEST_F(Needles, DoNotMoveUnderAPointerThatRestsBetweenTwoPixels) {
-  PumpOnce();
-  PictureBox& needle = NeedleBox(StartNeedle);
-  const QPointF start = needle.mapToGlobal(QPointF(2.4, 5.7));
-  const QPointF there = start + QPointF(50.5, 0);
-  DragThrough(needle, {start, start, start, there, there, there});
-  EXPECT_EQ(needle.Left(), 58);
+  DragBetweenPixels(NeedleBox(StartNeedle));
+  EXPECT_EQ(NeedleBox(StartNeedle).Left(), 58);
   EXPECT_EQ(Time(SectionStart), "00:01:00");
 }
 

@@ -7,6 +7,7 @@
 #include "stabiliser/Stabiliser.h"
 #endif
 #include "support/DialogAnswers.h"
+#include "support/Events.h"
 #include "support/OpenWindowTest.h"
 #include "support/Pictures.h"
 
@@ -51,6 +52,13 @@ class SectionWindowTest : public OpenWindowTest<SectionWindow> {
     control.MouseDown(At(control, kLeftButton, pressedAt));
     control.MouseMove(At(control, kLeftButton, movedTo));
     if (control.MouseUp) control.MouseUp(At(control, kLeftButton, pressedAt));
+  }
+  // Drags the control to the right by 50.5 pixels; the pointer rests between two pixels.
+  static void DragBetweenPixels(Control& control) {
+    PumpOnce();
+    const QPointF start = control.mapToGlobal(QPointF(2.4, 5.7));
+    const QPointF there = start + QPointF(50.5, 0);
+    DragThrough(control, {start, start, start, there, there, there});
   }
   // Drags the control until its left edge is at `left`.
   static void DragTo(Control& control, float left) { Drag(control, 2, 2 + left - control.Left()); }

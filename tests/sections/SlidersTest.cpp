@@ -67,12 +67,8 @@ TEST_F(Sliders, MoveWithTheLeftButtonAloneFromTheLastPressOfAnyButton) {
 }
 
 TEST_F(Sliders, DoNotMoveUnderAPointerThatRestsBetweenTwoPixels) {
-  PumpOnce();
-  Label& thumb = Thumb(Accuracy);
-  const QPointF start = thumb.mapToGlobal(QPointF(2.4, 5.7));
-  const QPointF there = start + QPointF(50.5, 0);
-  DragThrough(thumb, {start, start, start, there, there, there});
-  EXPECT_EQ(thumb.Left(), 720 + 50 * 15);
+  DragBetweenPixels(Thumb(Accuracy));
+  EXPECT_EQ(Thumb(Accuracy).Left(), 720 + 50 * 15);
   EXPECT_EQ(Value(Accuracy), "06");
 }
 
