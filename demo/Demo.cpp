@@ -69,11 +69,19 @@ class Demo : private DemoPart {
     Keep("01-empty-window", "the main window, nothing loaded yet");
   }
 
-  void Load() {
+  // Clicks a command and returns its file dialog once that is drawn.
+  WindowId OpenDialog(Command command) {
     const QList<WindowId> known = screen_.Windows();
-    window_.Click(kLoadVideo);
+    window_.Click(command);
     const WindowId dialog = screen_.AwaitNew(known);
-    Need(dialog != 0 && WaitFor([&] { return screen_.Active(dialog); }), "no open dialog comes");
+    Need(dialog != 0 && WaitFor([&] { return screen_.Active(dialog); }), "no file dialog comes");
+    Need(WaitFor([&] { return Colours(screen_.Picture(screen_.Place(dialog))) > kManyColours; }),
+         "the file dialog isn't drawn");
+    return dialog;
+  }
+
+  void Load() {
+    const WindowId dialog = OpenDialog(kLoadVideo);
     Keep("02-open-dialog", "Load Video was clicked; the file's name is typed in here");
     Need(TypeFileName(screen_, dialog, clip_), "the open dialog doesn't take the file");
     Need(window_.AwaitVideo(kClip), "the read-outs don't show the clip's size");
@@ -83,7 +91,6 @@ class Demo : private DemoPart {
 
   void Play() {
     window_.Click(kRunVideo);
-    constexpr int kManyColours = 100;
     Need(WaitFor([&] { return Colours(window_.Inside(kClip)) > kManyColours; }),
          "the video doesn't play");
     const QImage before = window_.Inside(kClip);
@@ -151,10 +158,7 @@ class Demo : private DemoPart {
   }
 
   void Crop() {
-    const QList<WindowId> known = screen_.Windows();
-    window_.Click(kCropVideo);
-    const WindowId dialog = screen_.AwaitNew(known);
-    Need(dialog != 0 && WaitFor([&] { return screen_.Active(dialog); }), "no save dialog comes");
+    const WindowId dialog = OpenDialog(kCropVideo);
     Keep("09-save-dialog", "Crop Video was clicked; the new file's name is typed in here");
     Need(TypeFileName(screen_, dialog, cropped_), "the save dialog doesn't take the name");
     Need(job_.Await(), "the window of the job doesn't come");

@@ -11,6 +11,9 @@ namespace kelvane::desktop {
 // in a folder.
 class DemoPart {
  protected:
+  // Fewer than a picture or a drawn dialog has, and more than a flat surface.
+  static constexpr int kManyColours = 100;
+
   DemoPart(Screen& screen, const QDir& output) : screen_(screen), output_(output) {}
 
   // Saves a picture of the screen, without its empty margins, as NAME.png, and prints `what`.

@@ -43,7 +43,6 @@ class StabiliserDemo : private DemoPart {
   void Select() {
     Need(window_.ChooseFile("Label6(0)", clip_), "the dialog doesn't take the clip");
     Need(window_.AwaitTime(TimeReadOut::kEnd, "00:00:20.0"), "the clip's length isn't shown");
-    constexpr int kManyColours = 100;
     Need(WaitFor([&] { return Colours(screen_.Picture(window_.Place("wmp"))) > kManyColours; }),
          "the first picture isn't shown");
     Keep("stabiliser-1-selected", "a video of 20 seconds: its time line and its first picture");

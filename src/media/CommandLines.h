@@ -6,8 +6,8 @@
 
 // Builds and splits the command lines of the media tools. Text is bytes in the locale's
 // encoding. A comment says what the returned command line makes its tool do. `toolsFolder` has no
-// separator at its end. Paths are inserted unquoted, and a blank cuts one in two: one that must
-// arrive whole must be able to go unquoted (see Module1.h).
+// separator at its end. Paths are inserted unquoted, and a blank cuts a path: one that must arrive
+// whole must be able to go unquoted (see Module1.h).
 namespace kelvane {
 
 // Returns the arguments of a command line, the tool's path first. They are separated by blanks and

@@ -32,8 +32,8 @@ class PrivateFolder {
   ~PrivateFolder();
 
   // Returns the path of a link to the absolute path `target`. The link's name is that which `name`
-  // returns for the least number, from 1 on, whose name isn't taken; one that begins with "work-"
-  // begins with "work_". The same target gets the same name each time; two paths to one file get
+  // returns for the least number, from 1 on, whose name isn't taken; "work-" at its beginning
+  // becomes "work_". The same target gets the same name each time; two paths to one file get
   // two links. Makes the folder and the link again if they have vanished. Throws std::system_error
   // if one can't be made.
   std::string LinkTo(const std::string& target, const std::function<std::string(int number)>& name);

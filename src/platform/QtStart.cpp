@@ -47,7 +47,7 @@ class StartEnvironment {
 };
 
 // Qt treats file names as UTF-8 in every locale, and prints a warning if the locale has another
-// encoding. The other categories of the user's locale are kept.
+// encoding. Of the user's locale, only LC_CTYPE is changed.
 void StartInUtf8(StartEnvironment& environment) {
   if (std::setlocale(LC_CTYPE, "") != nullptr && qstrcmp(::nl_langinfo(CODESET), "UTF-8") == 0) {
     return;

@@ -19,7 +19,7 @@ class NewFile {
   // The temporary name as a path that can go unquoted.
   const std::string& ToolPath() const { return toolPath_; }
   // Gives the file its own name, in place of a file that had it when this object was made. Throws
-  // std::system_error if that fails, and if another file has taken the name meanwhile.
+  // std::system_error if that fails, and if the name was free then and has been taken since.
   void Keep();
 
  private:

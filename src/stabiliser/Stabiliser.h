@@ -133,9 +133,9 @@ class Stabiliser : public Form3 {
   void RunCancellable(Label& caption, const std::function<QString()>& action);
   void EnableCommands();
   void Cancel();
-  // Runs a tool to its end and serves the window meanwhile. Sets the members of the
-  // last tool. Returns whether the exit status is 0; false, possibly without a run, if it is
-  // cancelled.
+  // Runs a tool to its end and serves the window meanwhile. Sets printed_,
+  // toolPath_, started_ and exitStatus_. Returns whether the exit status is 0; false, possibly
+  // without a run, if it is cancelled.
   bool RunTool(const std::string& commandLine, const Progress* progress = nullptr);
   // These return why the run failed or, on success, a remark on the length; empty if there is
   // neither or it is cancelled.

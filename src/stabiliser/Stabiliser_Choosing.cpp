@@ -151,7 +151,7 @@ QString Stabiliser::ReadVideo(const QString& path, std::optional<Video>& video) 
   }
   if (read.facts.duration <= 0) {
     return Paragraphs(u"The length of this video isn't known:\n%1"_s.arg(path),
-                      u"Choose a copy, which says it: ffmpeg -i VIDEO -c copy COPY"_s);
+                      u"Choose a copy made by: ffmpeg -i VIDEO -c copy COPY"_s);
   }
   if (read.facts.duration > kLongest) {
     return u"This file says that it lasts longer than 100 hours:\n%1"_s.arg(path);

@@ -56,6 +56,10 @@ std::string Preparing(const VideoFacts& facts) {
   return filters;
 }
 
+// FFmpeg 5.1 takes 1,000 pictures a second for the rate of a video that states none, and fills an
+// MP4 file up with copies. So these pictures keep their times.
+std::string Timing(const VideoFacts& facts) { return facts.rate > 0 ? "" : " -fps_mode vfr"; }
+
 }  // namespace
 
 std::string VideoProbeLine(const std::string& toolsFolder, const std::string& video) {
@@ -85,7 +89,7 @@ std::string ExtractLine(const std::string& toolsFolder, const std::string& video
   std::string filters = Preparing(facts);
   if (!filters.empty()) filters.pop_back();
   return FfmpegOn(toolsFolder, video, facts, span) + (filters.empty() ? "" : " -vf " + filters) +
-         " -sn -dn -y " + output;
+         Timing(facts) + " -sn -dn -y " + output;
 }
 
 std::string DetectLine(const std::string& toolsFolder, const std::string& video,
@@ -106,7 +110,7 @@ std::string TransformLine(const std::string& toolsFolder, const std::string& vid
          "copy,vidstabtransform=input=" + transforms + ":zoom=" + std::to_string(options.zoom) +
          ":optzoom=0:smoothing=" + std::to_string(options.smoothing) +
          ",unsharp=lx=" + std::to_string(options.lx) + ":ly=" + std::to_string(options.ly) +
-         " -sn -dn -y " + output;
+         Timing(facts) + " -sn -dn -y " + output;
 }
 
 }  // namespace kelvane

@@ -8,7 +8,7 @@
 
 // Builds the command lines of the stabiliser's tools. Paths can go unquoted; `transforms` has none
 // of \ ' : , ; [ ] either, as a path of PrivateWorkFile. `toolsFolder` has no trailing separator.
-// Spans lie inside the video and aren't empty. A comment says what the returned command line makes
+// Spans start in the video and aren't empty. A comment says what the returned command line makes
 // its tool do.
 namespace kelvane {
 

@@ -158,7 +158,7 @@ TEST_F(SaveList, WritesNothingIfTheDialogIsCancelled) {
 
 using DroppedSections = JoinerWindowTest;
 
-TEST_F(DroppedSections, ComeInInTheOrderOfTheDropEachAsIfChosen) {
+TEST_F(DroppedSections, EnterInTheOrderOfTheDropEachAsIfChosen) {
   tools_.DurationProbeDoes(Print("  Duration: 00:10:00.00, start: 0.000000\n"));
   const QString b = tools_.File("b.mp4");
   const QString a = tools_.File("a.mp4");
@@ -174,7 +174,7 @@ TEST_F(DroppedSections, ComeInInTheOrderOfTheDropEachAsIfChosen) {
 TEST_F(DroppedSections, OfASecondDropComeAfterThoseOfTheFirst) {
   const QString a = tools_.File("a.mp4");
   const QString b = tools_.File("b.mp4");
-  // The second drop arrives while the first section is probed.
+  // The second drop arrives while the first section is added.
   Get<Label>("Label3", TotalSections).Change = [&](int) {
     Get<Label>("Label3", TotalSections).Change = nullptr;
     EXPECT_TRUE(DropFiles(TimeChart(), {b, b}));

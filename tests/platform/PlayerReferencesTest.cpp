@@ -155,7 +155,7 @@ TEST_P(PlayerReferenceFile, IsTheOnlyFileThatIsOpened) {
   ExpectABlackPictureAndNoOtherFile(GetParam().name);
 }
 
-TEST_P(PlayerReferenceFile, IsTheOnlyFileThatOpenPausedOrASeekOpensForAFittedPicture) {
+TEST_P(PlayerReferenceFile, IsTheOnlyFileOpenedByOpenPausedOrASeekForAFittedPicture) {
   WriteReference();
   player.setFitsBox();
   const auto seek = [this] { player.controls.setCurrentPosition(0.2); };

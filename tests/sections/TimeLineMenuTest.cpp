@@ -49,7 +49,7 @@ TEST_F(TimeLineMenu, OpensAtTheReleaseOfTheRightButtonOverTimeLineAndFrameAlone)
   }
 }
 
-// The frame shows below the bar of the arrows, inside its border of two pixels.
+// Only below the bar of the arrows is the frame itself to be seen; its border has two pixels.
 TEST_F(TimeLineMenu, OpensByARightClickOnTheFrameOutsideTheTimeLine) {
   const QPoint place = Frame().mapTo(form_.get(), QPoint(300, Frame().height() - 4));
   ASSERT_EQ(form_->childAt(place), &Frame());

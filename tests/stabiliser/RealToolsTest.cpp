@@ -226,6 +226,23 @@ TEST_F(RealTools, RemarkNothingIfTheSoundOutlastsThePictures) {
   }
 }
 
+// As a recorder of the screen writes it: at uneven times.
+TEST_F(RealTools, AddNoPicturesToAVideoWithoutARate) {
+  const QString source = PathOf("screen.webm");
+  Make({"-f", "lavfi", "-i",
+        "testsrc2=size=160x90:rate=30:duration=2,settb=1/1000,"
+        "setpts='floor((N/30+0.012*random(0))*1000)'",
+        "-vsync", "passthrough", "-enc_time_base", "1/1000", "-c:v", "libvpx", source});
+  ASSERT_EQ(Probed(source, "stream=avg_frame_rate"), "0/0");
+  Choose(source);
+  const QString steady = PathOf("steady.mp4");
+  SaveAs(Caption("Label12", Apply), steady);
+  EXPECT_EQ(DecodedPictures(steady), 60);
+  const QString part = PathOf("part.mp4");
+  SaveAs(Caption("Label14", ExtractRegion), part);
+  EXPECT_LE(DecodedPictures(part), 60);
+}
+
 TEST_F(RealTools, TakeEveryOptionAtBothEndsOfItsRange) {
   const QString clip = PathOf("clip.mp4");
   Make({"-f", "lavfi", "-i", "testsrc2=size=160x90:rate=25:duration=1", clip});

@@ -7,8 +7,10 @@ namespace kelvane {
 namespace {
 
 constexpr StabiliserOptions kOptions = {4, 3, 5, 10, 25, 7, 7};
-constexpr VideoFacts kPlain = {.duration = 60, .width = 640, .height = 360, .plain = true};
-constexpr VideoFacts kOdd = {.duration = 60, .width = 641, .height = 361, .interlaced = true};
+constexpr VideoFacts kPlain = {
+    .duration = 60, .width = 640, .height = 360, .rate = 25, .plain = true};
+constexpr VideoFacts kOdd = {
+    .duration = 60, .width = 641, .height = 361, .rate = 25, .interlaced = true};
 
 TEST(StabiliserLines, ExtractTheSpan) {
   EXPECT_EQ(ExtractLine("/t", "in.mp4", kPlain, {.start = 12.5, .length = 3}, "out.mp4"),
@@ -52,6 +54,15 @@ TEST(StabiliserLines, SeekEarlierWhereASeekMayMissTheKeyFrameBefore) {
   EXPECT_NE(ViewLine("/t", "i.ts", facts, {80.5, 2})
                 .find(" -ss 20.5 -t 64 -autoexit -vf trim=start=80.5:end=82.5 "),
             std::string::npos);
+}
+
+TEST(StabiliserLines, KeepTheTimesOfPicturesThatHaveNoRate) {
+  VideoFacts facts = kPlain;
+  facts.rate = 0;
+  const std::string kept = " -fps_mode vfr -sn -dn -y o.mp4";
+  EXPECT_TRUE(ExtractLine("/t", "i", facts, {.start = 0, .length = 1}, "o.mp4").ends_with(kept));
+  EXPECT_TRUE(
+      TransformLine("/t", "i", facts, std::nullopt, kOptions, "x", "o.mp4").ends_with(kept));
 }
 
 TEST(StabiliserLines, DetectTheMotionsAndTakeThemAway) {
