@@ -91,7 +91,7 @@ class RemarkLine : public QLabel {
     Elide();
   }
 
-  // Without a text, Qt's is less than that of a line in some fonts.
+  // Without a text, Qt's hint is lower than a line in some fonts.
   QSize sizeHint() const override {
     return QLabel::sizeHint().expandedTo({0, fontMetrics().height()});
   }

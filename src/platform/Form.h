@@ -30,7 +30,7 @@ struct FormDesign {
   QRgb labelColor;  // text of labels and option buttons, and of lists and text boxes with a colour
   ScaleMode scale;
   BorderStyle border = BorderStyle::kSizable;
-  // The minimum size of the window, menu bar included, in twips. Form_Resize enforces it.
+  // The window's least size, menu bar included, in twips. Form_Resize must enforce it.
   float leastWidth = 0;
   float leastHeight = 0;
 };

@@ -15,8 +15,8 @@ class Label : public Control {
  public:
   Label(Container& container, const QString& name);
 
-  // Returns a new label like this one in the same container, which owns it. It is hidden if the
-  // container is on the screen.
+  // Returns a label like this one, without meaning, in its container, which owns it. It is hidden
+  // if that is on the screen.
   Label& Duplicate(const QString& name) const;
 
   bool Windowless() const override { return true; }

@@ -60,7 +60,7 @@ class MouseArea : public SpokenWidget {
   std::function<void(const WheelEvent&)> MouseWheel;
 
   // Sends a press in the middle, a move by `offset` pixels with the button held if that isn't null,
-  // and the release. Stops if a handler deletes the area.
+  // and the release. Stops if the area is deleted meanwhile.
   void SendMouse(Qt::MouseButton button, QPoint offset = {});
 
  protected:

@@ -114,7 +114,7 @@ class Form3 : public Form {
 
   QIcon icon_;
   CommonDialog cdialog{*this};
-  // The position of a press in its control, in the units of that control.
+  // The position of a press in its control, as in a MouseEvent.
   std::int16_t ThumbGrabX = 0;
   std::int16_t NeedleGrabX = 0;
   std::int16_t SliderGrabX = 0;

@@ -1,4 +1,4 @@
-// Loads with the real probe tool: file names of every kind, and locales.
+// Loads: file names of every kind, and locales.
 #include <QDir>
 
 #include "desktop/JoinerTest.h"
