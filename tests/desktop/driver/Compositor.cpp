@@ -126,6 +126,8 @@ QString Compositor::Socket() const {
 void Compositor::Show(Program& program) const {
   program.SetVariable("WAYLAND_DISPLAY", Socket());
   program.SetVariable("DISPLAY", QString());
+  // Qt doesn't free all objects of its connection.
+  program.AllowLeaks();
 }
 
 }  // namespace kelvane::desktop
