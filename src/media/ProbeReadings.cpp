@@ -103,6 +103,14 @@ std::optional<string> DurationReading::Append(string_view block) {
   return string(Trim(FromCharacter(kept_, kValueStart)));
 }
 
+std::optional<double> ReadPlayedTime(string_view line) {
+  if (line.find(" fd=") == string_view::npos) return std::nullopt;
+  line = Trim(line);
+  double seconds = 0;
+  const auto [end, error] = std::from_chars(line.data(), line.data() + line.size(), seconds);
+  return error == std::errc() ? std::optional(seconds) : std::nullopt;
+}
+
 std::optional<double> ReadProgress(string_view line) {
   constexpr string_view kTimeWord = "time=";
   // What ends each number, and its unit in hundredths of a second.

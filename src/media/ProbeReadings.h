@@ -55,6 +55,10 @@ class DurationReading {
 // lines end with carriage returns: EndOfLine cuts the text into them.
 std::optional<double> ReadProgress(std::string_view line);
 
+// Returns the time in a line of ffplay's status, "  12.34 A-V: -0.012 fd=   0", in seconds, which
+// may be not-a-number. Returns std::nullopt for any other line.
+std::optional<double> ReadPlayedTime(std::string_view line);
+
 // Returns the last line of a tool's text that says what went wrong, without a "[name @ address]" at
 // its beginning; an empty text if there is none. If all only say what followed from that, such as
 // "Conversion failed!", returns the first of these. Looks at the last 64 KiB.

@@ -93,14 +93,14 @@ void Stabiliser::Form_MouseMove(const MouseEvent& event) {
 void Stabiliser::Form_Load() {
   Form3::Form_Load();
   wmp.setFitsBox();
-  closeOnSignal_ = std::make_unique<CloseOnSignal>(*this);
+  if (!closeOnSignal_) closeOnSignal_ = std::make_unique<CloseOnSignal>(*this);
   ClearHighlights();
 }
 
+// Signals are still taken: by another one the program would leave a new file and its tool behind.
 void Stabiliser::Form_Unload() {
   Cancel();
   wmp.setURL({});
-  closeOnSignal_.reset();
 }
 
 void Stabiliser::PlayVideo() { wmp.controls.play(); }

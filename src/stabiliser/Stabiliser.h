@@ -133,10 +133,13 @@ class Stabiliser : public Form3 {
   void RunCancellable(Label& caption, const std::function<QString()>& action);
   void EnableCommands();
   void Cancel();
-  // Runs a tool to its end and serves the window meanwhile. Sets printed_,
-  // toolPath_, started_ and exitStatus_. Returns whether the exit status is 0; false, possibly
-  // without a run, if it is cancelled.
-  bool RunTool(const std::string& commandLine, const Progress* progress = nullptr);
+  // Runs a tool to its end and serves the window meanwhile. Calls `take` with each line that the
+  // tool prints. Sets printed_, toolPath_, started_ and exitStatus_. Returns whether the exit
+  // status is 0; false, possibly without a run, if it is cancelled.
+  bool RunTool(const std::string& commandLine,
+               const std::function<void(const std::string& line)>& take = {});
+  // As RunTool, shows the progress of ffmpeg, and sets processedSeconds_.
+  bool RunLong(const std::string& commandLine, const Progress& progress);
   // These return why the run failed or, on success, a remark on the length; empty if there is
   // neither or it is cancelled.
   QString RunBothPasses(const Stabilising& run);
@@ -175,7 +178,7 @@ class Stabiliser : public Form3 {
   std::string toolPath_;         // of the last tool
   bool succeeded_ = false;       // whether the last output is whole
   std::string printed_;          // by the last tool
-  double processedSeconds_ = 0;  // of video, by the last tool
+  double processedSeconds_ = 0;  // of video, by the last RunLong
 
   std::vector<Label*> commands_;  // the captions that act
   std::array<QString, 7> designedReadOuts_;

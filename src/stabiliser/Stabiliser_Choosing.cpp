@@ -23,7 +23,9 @@ namespace {
 
 // Returns why the path can't be that of a new file, without a full stop; empty if it can.
 QString WhyNoOutput(const QString& path, const QString& input) {
-  static const QRegularExpression plainExtension(u"[^/]\\.[A-Za-z0-9]{1,10}\\z"_s);
+  // Digits alone are the end of a date or of a version.
+  static const QRegularExpression plainExtension(
+      u"[^/]\\.(?=[0-9]*[A-Za-z])[A-Za-z0-9]{1,10}\\z"_s);
   static const QRegularExpression isList(u"\\.(m3u8|mpd|ism)\\z"_s,
                                          QRegularExpression::CaseInsensitiveOption);
   if (!plainExtension.match(path).hasMatch()) {

@@ -86,27 +86,31 @@ void Stabiliser::Cancel() {
   if (tool_ != nullptr) tool_->End();
 }
 
-bool Stabiliser::RunTool(const std::string& commandLine, const Progress* progress) {
+bool Stabiliser::RunTool(const std::string& commandLine,
+                         const std::function<void(const std::string& line)>& take) {
   if (cancelled_) return false;
   DOSOutputs tool;
-  if (progress != nullptr && !longJob_) longJob_.emplace(progress->purpose);
   tool.Waiting = DoEvents;
   tool.CutBlocks(EndOfLine);
-  tool.ReceiveOutputs = IgnoringExceptions([&](const std::string& line) {
-    const std::optional<double> seconds = ReadProgress(line);
-    if (!seconds) return;
-    processedSeconds_ = *seconds;
-    if (progress == nullptr) return;
-    ShowProgress(*progress, *seconds);
-    longJob_->SetProgress(*seconds / progress->seconds);
-  });
-  processedSeconds_ = 0;
+  if (take) tool.ReceiveOutputs = IgnoringExceptions(take);
   const QScopedValueRollback<DOSOutputs*> current(tool_, &tool);
   printed_ = tool.ExecuteCommand(commandLine);
   toolPath_ = commandLine.substr(0, commandLine.find(' '));
   started_ = tool.ExitStatus().has_value();
   exitStatus_ = tool.ExitStatus().value_or(-1);
   return !cancelled_ && exitStatus_ == 0;
+}
+
+bool Stabiliser::RunLong(const std::string& commandLine, const Progress& progress) {
+  if (!longJob_) longJob_.emplace(progress.purpose);
+  processedSeconds_ = 0;
+  return RunTool(commandLine, [&](const std::string& line) {
+    const std::optional<double> seconds = ReadProgress(line);
+    if (!seconds) return;
+    processedSeconds_ = *seconds;
+    ShowProgress(progress, *seconds);
+    longJob_->SetProgress(*seconds / progress.seconds);
+  });
 }
 
 QString Stabiliser::Failure(const QString& sentence) const {
@@ -177,8 +181,16 @@ void Stabiliser::ViewSection() {
     if (!QFileInfo(source_->path).isReadable()) {
       return u"The section can't be shown, since this file can't be read:\n%1"_s.arg(source_->path);
     }
+    // By itself the player would end only after it has read the rest of the file.
+    constexpr double kLastPicture = 0.3;  // seconds for which it is seen
+    const double end = source_->facts.startTime + span->start + span->length + kLastPicture;
+    bool played = false;
     const std::string line = ViewLine(Tools(), source_->shortPath, source_->facts, *span);
-    return RunTool(line) ? QString() : Failure(u"The section can't be shown."_s);
+    const bool ended = RunTool(line, [&](const std::string& printed) {
+      if (ReadPlayedTime(printed) >= end) played = true;
+      if (played) tool_->End();
+    });
+    return played || ended ? QString() : Failure(u"The section can't be shown."_s);
   });
 }
 
@@ -191,8 +203,8 @@ void Stabiliser::ExtractSection() {
   RunCancellable(Label14(ExtractRegion), [&] {
     NewFile output(ToNarrow(path));
     const Progress progress = ProgressOfExtraction(span->length);
-    if (!RunTool(ExtractLine(Tools(), source_->shortPath, source_->facts, *span, output.ToolPath()),
-                 &progress)) {
+    if (!RunLong(ExtractLine(Tools(), source_->shortPath, source_->facts, *span, output.ToolPath()),
+                 progress)) {
       return Failure(u"The section can't be extracted."_s);
     }
     const double rest = EndOfVideo() - span->start;
@@ -271,8 +283,8 @@ QString Stabiliser::DetectAndTransform(const Stabilising& run, const std::string
   const double seconds = run.span ? run.span->length : facts.duration;
   const Progress first = ProgressOf(Detecting, seconds);
   const Progress second = ProgressOf(Transforming, seconds);
-  if (!RunTool(DetectLine(tools, run.video.shortPath, facts, run.span, run.options, transforms),
-               &first)) {
+  if (!RunLong(DetectLine(tools, run.video.shortPath, facts, run.span, run.options, transforms),
+               first)) {
     return Failure(sentence);
   }
   // With -copyts the reported times count from the first report.
@@ -282,9 +294,9 @@ QString Stabiliser::DetectAndTransform(const Stabilising& run, const std::string
                                     FromNarrow(std::filesystem::path(transforms).parent_path())));
   }
   ShowProgress(first, seconds);
-  if (!RunTool(TransformLine(tools, run.video.shortPath, facts, run.span, run.options, transforms,
+  if (!RunLong(TransformLine(tools, run.video.shortPath, facts, run.span, run.options, transforms,
                              run.output),
-               &second)) {
+               second)) {
     return Failure(sentence);
   }
   return CheckOutput(run.output, facts, processed);

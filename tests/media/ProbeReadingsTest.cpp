@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -170,6 +171,17 @@ TEST(DurationReading, CostsTheSameForEachBlock) {
   for (int count = 0; count < kBlocks; ++count) ASSERT_EQ(reading.Append(block), std::nullopt);
   EXPECT_EQ(reading.Append("Duration: 00:00:10"), "00:00:10");
   for (int count = 0; count < kBlocks; ++count) ASSERT_EQ(reading.Append(block), "00:00:10");
+}
+
+TEST(ReadPlayedTime, IsTheTimeOfALineOfTheStatus) {
+  EXPECT_EQ(ReadPlayedTime("   1.23 A-V: -0.012 fd=   0 aq=   12KB vq=  345KB sq=    0B \r"), 1.23);
+  EXPECT_EQ(ReadPlayedTime("3661.50 M-V: -0.002 fd=   3 aq=    0KB vq=    0KB sq=    0B \r"),
+            3661.5);
+  EXPECT_TRUE(std::isnan(*ReadPlayedTime("    nan    :  0.000 fd=   0 aq=    0KB vq=    0KB \r")));
+  EXPECT_EQ(ReadPlayedTime("12.34 kb/s"), kNone);
+  EXPECT_EQ(ReadPlayedTime("/videos/a fd=1.mp4: Invalid data found when processing input\n"),
+            kNone);
+  EXPECT_EQ(ReadPlayedTime(""), kNone);
 }
 
 TEST(ReadProgress, IsTheTimeOfALineInSeconds) {

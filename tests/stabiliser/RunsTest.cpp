@@ -113,6 +113,12 @@ TEST_F(StabiliserRuns, ViewPlaysTheMarkedSection) {
                            "trim=start=10:end=40.5 -af atrim=start=10:end=40.5 -i SOURCE"});
 }
 
+TEST_F(StabiliserRuns, ViewEndsThePlayerAfterTheSection) {
+  tools_.PreviewDoes("printf '  40.90 A-V: -0.012 fd=   0\\r' >&2; exec sleep 1000\n");
+  Click(View());
+  EXPECT_EQ(View().Caption(), "View Selected Region ");
+}
+
 TEST_F(StabiliserRuns, ViewTellsThatTheVideoHasVanished) {
   ASSERT_TRUE(QFile::remove(source_));
   EXPECT_NE(ClickAndAnswer(View(), {PressButton(QMessageBox::Ok)}).back().find("can't be read"),
@@ -407,6 +413,8 @@ TEST_F(StabiliserRuns, SayWhyANameCanNotBeUsedWhileItIsTyped) {
   for (const auto& [name, expected] :
        {std::pair(PathOf("my part.mp4"), ""),
         {PathOf("part"), "The name needs an extension that says the format, such as .mp4."},
+        {PathOf("Holiday 12.07.2024"),
+         "The name needs an extension that says the format, such as .mp4."},
         {PathOf("l.m3u8"),
          "This format is a list of several files. Choose another one, such as .mp4."},
         {source_, "This is the video that is read; choose another name."},
