@@ -19,8 +19,8 @@ bool IsListOfPieces(const std::string& path);
 std::string FolderRemark(const std::string& path);
 
 // Returns what becomes of a file at `path` that is opened for writing; empty if it is just made.
-// `replaced` is returned if it exists and can be written to. If `replaced` is empty, no file is
-// replaced.
+// That is `replaced` if the file exists and can be written to; an empty one says that the file is
+// kept.
 std::string WriteRemark(const std::string& path, const std::string& replaced);
 
 // The same for a tool that is given `path` at the end of its command line, with what the command

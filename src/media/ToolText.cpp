@@ -22,7 +22,7 @@ void ThrowErrnoUnless(bool done) {
   if (!done) throw std::system_error(errno, std::generic_category());
 }
 
-// While it exists, blocks all signals of this thread and of the threads that it starts.
+// While it exists, this thread gets no signal; threads that it starts meanwhile never do.
 class SignalsBlocked {
  public:
   SignalsBlocked() {

@@ -39,7 +39,7 @@ MouseArea::MouseArea(QWidget* parent, const QString& name)
     : SpokenWidget(parent), index_(IndexOf(name)) {
   setObjectName(name);
   setMouseTracking(true);
-  // Those of a disabled area would go to its parent.
+  // A disabled area's events would go to its parent.
   setAttribute(Qt::WA_NoMousePropagation);
 }
 

@@ -6,8 +6,8 @@
 namespace kelvane {
 
 // Returns Qt's name filters for a filter of CommonDialog, in its order: each is a description and
-// its pattern, "MP4 Files (*.mp4) (*.mp4)". A description without a pattern is its own pattern.
-// Returns an empty list for an empty filter.
+// its pattern, "MP4 Files (*.mp4) (*.mp4)". A description without a pattern is its own
+// pattern, where "*.*" is "*". Returns an empty list for an empty filter.
 QStringList NameFilters(const QString& filter);
 
 }  // namespace kelvane

@@ -46,7 +46,7 @@ void Form3::Picture6_MouseDown(const MouseEvent& event) {
   ThumbGrabX = ToInteger16(event.X).value_or(ThumbGrabX);
 }
 
-// The time line has three positions; the order of the tests decides between them.
+// The thumb has three places for the strip; the order of the tests decides.
 void Form3::Picture6_MouseMove(const MouseEvent& event) {
   if (event.Button != kLeftButton) return;
   Picture6.setLeft(Picture6.Left() + event.X - ThumbGrabX);

@@ -41,14 +41,14 @@ QString FormatPosition(double seconds);
 // At least `leastDigits` digits and no decimals: 4 with two is "04". Rounded, half away from zero.
 QString FormatDigits(double number, int leastDigits);
 
-// Seven significant digits without trailing zeros, so that 120 is "120"; with an exponent, as in
+// At most seven significant digits, and no needless decimals: 120 is "120". With an exponent, as in
 // "1.5E+07", from ten million on and below 0.0001.
 QString FormatSingle(float number);
 
 // The text without leading and trailing blanks; tabs and line breaks stay.
 QString Trim(const QString& text);
 
-// The number that a text begins with, with a decimal point. Blanks, tabs and line breaks in the
+// The number that begins a text; its decimals follow a point. Blanks, tabs and line breaks in the
 // text are ignored. 0 if the text begins with no number, or with one that is too large for a
 // double.
 double LeadingNumber(const QString& text);

@@ -97,7 +97,7 @@ void Stabiliser::Form_Load() {
   ClearHighlights();
 }
 
-// Signals are still taken: by another one the program would leave a new file and its tool behind.
+// closeOnSignal_ stays: another signal would end the program and leave the tool and its file.
 void Stabiliser::Form_Unload() {
   Cancel();
   wmp.setURL({});

@@ -57,7 +57,7 @@ TEST_F(JobLife, GoesOnAfterTheJobUntilCancel) {
   EXPECT_FALSE(JobIsThere());
 }
 
-TEST_F(JobLife, CancelIsDarkUnderThePointerUntilThatMovesOverTheBareWindow) {
+TEST_F(JobLife, CancelIsBlackUnderThePointerUntilItMovesOverTheBareWindow) {
   LoadJob();
   const auto expectAfterMovesOverOthers = [this](const char* color) {
     for (const char* name : {"Label1(0)", "Label1(1)", "Label1(2)", "Label3", "Picture1", "pbar"}) {

@@ -187,7 +187,7 @@ TEST_F(StepSizeSlider, IsHeldAtBothEndsByAMoveOverAnyTrack) {
   EXPECT_EQ(ThumbOutline(StepSize).Left(), 8999);
 }
 
-TEST_F(StepSizeSlider, IsHeldAtItsEndByTheNextMoveOfItsDragAndByTheRelease) {
+TEST_F(StepSizeSlider, GoesToItsEndBeforeTheNextMoveOfADragAndAtTheRelease) {
   Label& thumb = Thumb(StepSize);
   thumb.MouseDown(At(thumb, kLeftButton, 2));
   thumb.MouseMove(At(thumb, kLeftButton, 9002));

@@ -135,7 +135,7 @@ TEST_F(RealTools, ExtractFromTheBeginningOfAVideoWhosePicturesAreStoredOutOfOrde
   EXPECT_TRUE(colours.startsWith("25 red, 25 green, 25 blue, ")) << colours.toStdString();
 }
 
-// A tool that chooses the stereo track never sees the first half second.
+// The tool takes the stereo track, and would count from its beginning.
 TEST_F(RealTools, ExtractFromATransportStreamWhoseOtherSoundTrackBeginsFirst) {
   const QString original = EightColours();
   const QString source = PathOf("tracks.ts");
@@ -271,8 +271,8 @@ TEST_F(RealTools, TakeEveryOptionAtBothEndsOfItsRange) {
   SaveAs(Caption("Label12", Apply), PathOf("both.mp4"));
 }
 
-// What Apply makes of a kind of video. In each, the right half of the picture turns white and a
-// tone begins at the same moment; the top left quarter is red.
+// What Apply makes of a kind of video. In each, the right half of the picture turns white as a
+// tone, if any, begins; the top left quarter is red.
 struct Kind {
   const char* name;
   const char* size;  // of the source
