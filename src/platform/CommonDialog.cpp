@@ -135,9 +135,14 @@ void AddRemark(QFileDialog& dialog, const std::function<QString(const QString& p
 
   auto* name = dialog.findChild<QLineEdit*>(u"fileNameEdit"_s);
   const auto update = [&dialog, remarkOn, name, line] {
-    const QString path = name->text().isEmpty() ? QString() : dialog.selectedFiles().value(0);
+    const QString typed = name->text();
+    const QString path = typed.isEmpty() ? QString() : dialog.selectedFiles().value(0);
     const bool isFile = !path.isEmpty() && !QFileInfo(path).isDir();
-    const QString remark = isFile ? remarkOn(path) : QString();
+    QString remark = isFile ? remarkOn(path) : QString();
+    // For Qt double quotes enclose a name, unless it is picked in the list.
+    if (isFile && typed.contains(u'"') && !path.endsWith(u'/' + typed)) {
+      remark = u"The quotes vanish: %1. %2"_s.arg(path, remark).trimmed();
+    }
     line->SetRemark(remark);
     name->setAccessibleDescription(remark);
   };

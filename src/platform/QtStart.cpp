@@ -4,16 +4,38 @@
 
 #include <QByteArray>
 #include <QEvent>
+#include <QThread>
 #include <QWidget>
+#include <chrono>
 #include <clocale>
+#include <cstdlib>
 #include <optional>
+#include <thread>
 #include <utility>
 #include <vector>
 
 #include "platform/WaylandOutputs.h"
 
 namespace kelvane {
+
+using namespace Qt::StringLiterals;
+
 namespace {
+
+QtMessageHandler formerMessageHandler = nullptr;
+
+// If the connection to a Wayland compositor breaks, Qt says so on the thread that notices it, and
+// calls _exit. Before that the user-interface thread exits, as without an X display, so that tools
+// are ended and files removed.
+void ExitWithoutCompositor(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+  formerMessageHandler(type, context, text);
+  if (qApp == nullptr || !text.startsWith("The Wayland connection "_L1)) return;
+  const auto exit = [] { std::exit(EXIT_FAILURE); };
+  if (QThread::currentThread() == qApp->thread()) exit();
+  QMetaObject::invokeMethod(qApp, exit, Qt::QueuedConnection);
+  constexpr std::chrono::seconds kPatience(5);  // that thread may wait for the compositor
+  std::this_thread::sleep_for(kPatience);
+}
 
 // Changes the environment for Qt's start. The destructor undoes the changes, so that child
 // processes don't see them.
@@ -88,6 +110,9 @@ class WholeRepaints : public QObject {
 }  // namespace
 
 std::unique_ptr<QApplication> StartQt(int& argumentCount, char** arguments) {
+  if (formerMessageHandler == nullptr) {
+    formerMessageHandler = qInstallMessageHandler(ExitWithoutCompositor);
+  }
   StartEnvironment environment;
   StartInUtf8(environment);
   // A Qt pixel is a screen pixel.

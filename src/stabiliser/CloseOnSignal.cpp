@@ -18,8 +18,11 @@ void NoteSignal(int /*signal*/) {
   (void)!::write(eventOfSignals, &one, sizeof one);
 }
 
+// A signal that the program was started to ignore, as nohup does, stays ignored.
 void HandleSignals(void (*handler)(int)) {
-  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) (void)std::signal(signal, handler);
+  for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
+    if (std::signal(signal, handler) == SIG_IGN) (void)std::signal(signal, SIG_IGN);
+  }
 }
 
 }  // namespace

@@ -8,8 +8,8 @@
 
 namespace kelvane {
 
-// Closes a window when the program is asked to end, by SIGTERM, SIGINT or SIGHUP, so that it is
-// unloaded first. Only one may exist at a time. Belongs to the user-interface thread. Has no
+// Closes a window when the program is asked to end, by SIGTERM, SIGINT or SIGHUP unless it ignores
+// that, so that the window is unloaded first. Only one may exist at a time. Belongs to the user-interface thread. Has no
 // effect if there is no descriptor for it.
 class CloseOnSignal {
  public:

@@ -21,6 +21,12 @@ double Ratio(std::string_view text) {
   return divisor > 0 ? Number(text) / divisor : 0;
 }
 
+// Some files state the rate of their clock, a thousand, for that of their pictures.
+double RateOrZero(double rate) {
+  constexpr double kClock = 1000;
+  return rate < kClock ? rate : 0;
+}
+
 // Of a text such as "01:02:03.5", in seconds.
 double Sexagesimal(std::string_view text) {
   constexpr double kSixty = 60;
@@ -37,7 +43,7 @@ double Sexagesimal(std::string_view text) {
 void Take(VideoFacts& facts, std::string_view key, std::string_view value) {
   if (key == "width") facts.width = static_cast<int>(Number(value));
   if (key == "height") facts.height = static_cast<int>(Number(value));
-  if (key == "avg_frame_rate") facts.rate = Ratio(value);
+  if (key == "avg_frame_rate") facts.rate = RateOrZero(Ratio(value));
   if (key == "field_order") {
     facts.interlaced = value == "tt" || value == "bb" || value == "tb" || value == "bt";
   }

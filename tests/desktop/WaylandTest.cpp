@@ -6,7 +6,7 @@
 #include "desktop/driver/Compositor.h"
 #include "desktop/driver/JoinerWindow.h"
 #include "desktop/driver/Places.h"
-#include "desktop/driver/SectionWindow.h"
+#include "desktop/driver/StabiliserWindow.h"
 
 namespace kelvane::desktop {
 namespace {
@@ -32,13 +32,17 @@ class OnACompositor : public DesktopTest, public ::testing::WithParamInterface<O
 
   // Ends the program before the compositor.
   void TearDown() override {
-    EXPECT_TRUE(program.Running());
-    // A program that ends by itself is counted in a coverage build.
-    if (compositor_->CloseWindow()) program.AwaitExit(5s);
+    if (compositor_) {
+      EXPECT_TRUE(program.Running());
+      // A program that ends by itself is counted in a coverage build.
+      if (compositor_->CloseWindow()) program.AwaitExit(5s);
+    }
     DesktopTest::TearDown();
     program.Kill();
     compositor_.reset();
   }
+
+  void EndCompositor() { compositor_.reset(); }
 
   // The window of the X display that shows the program's window.
   WindowId OutputWindow() const { return compositor_->LastOutput(); }
@@ -198,6 +202,30 @@ TEST_P(SectionsUnderACompositor, MovesNeedlesAndThumbsByPixelsOfTheScreen) {
       WaitFor([&] { return sections.ThumbOutline(kAccuracy) == thumb.translated(101, 0); }));
 }
 
+class LostCompositor : public OnACompositor {
+ protected:
+  LostCompositor() : OnACompositor("kelvane-stabiliser") {}
+
+  StabiliserWindow stabiliser{screen};
+};
+
+TEST_P(LostCompositor, EndsTheProgramAndItsTool) {
+  program.ReplaceTool("ffprobe", "exec sleep 1000");
+  const QString file = program.PathOf("a.mp4");
+  WriteFile(file, "no video");
+  ASSERT_TRUE(stabiliser.AwaitInside(OutputWindow())) << "the window doesn't come";
+  MovePointerViaCorners(stabiliser.Place("Text1").center());
+  screen.Still(screen.Place(OutputWindow()));
+  screen.Click(stabiliser.Place("Text1").center());
+  screen.Type(file);
+  screen.PressKey(kReturn);
+  ASSERT_TRUE(WaitFor([&] { return Tool() != 0; })) << "no tool is started";
+  const pid_t tool = Tool();
+  EndCompositor();
+  EXPECT_EQ(program.AwaitExit(), 1);
+  EXPECT_TRUE(WaitFor([&] { return kill(tool, 0) != 0; })) << "the tool runs on";
+}
+
 const std::vector<Outputs> kOutputs = {
     {"Scale1", {{{1500, 900}, 1}}},
     {"Scale2", {{{1500, 900}, 2}}},
@@ -213,6 +241,7 @@ const std::vector<Outputs> kOutputs = {
 
 std::string NameOf(const ::testing::TestParamInfo<Outputs>& tested) { return tested.param.name; }
 
+INSTANTIATE_TEST_SUITE_P(Outputs, LostCompositor, ::testing::Values(kOutputs.front()), NameOf);
 INSTANTIATE_TEST_SUITE_P(Outputs, UnderACompositorAtAFraction,
                          ::testing::Values(Outputs{"Scale1AndAHalf", {{{1500, 900}, 1.5}}}),
                          NameOf);

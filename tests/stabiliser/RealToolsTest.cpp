@@ -233,7 +233,9 @@ TEST_F(RealTools, AddNoPicturesToAVideoWithoutARate) {
         "testsrc2=size=160x90:rate=30:duration=2,settb=1/1000,"
         "setpts='floor((N/30+0.012*random(0))*1000)'",
         "-vsync", "passthrough", "-enc_time_base", "1/1000", "-c:v", "libvpx", source});
-  ASSERT_EQ(Probed(source, "stream=avg_frame_rate"), "0/0");
+  // FFmpeg 7.1 states the rate of the file's clock.
+  const QString rate = Probed(source, "stream=avg_frame_rate");
+  ASSERT_TRUE(rate == "0/0" || rate == "1000/1") << rate.toStdString();
   Choose(source);
   const QString steady = PathOf("steady.mp4");
   SaveAs(Caption("Label12", Apply), steady);

@@ -7,7 +7,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <csignal>
 
+#include "stabiliser/CloseOnSignal.h"
 #include "stabiliser/StabiliserWindowTest.h"
 #include "support/FileDrag.h"
 #include "support/Gate.h"
@@ -327,6 +329,16 @@ TEST_F(StabiliserRuns, RefuseDrops) {
   Click(View());
   EXPECT_FALSE(taken);
   EXPECT_TRUE(FileDrag(QStringList{path}).Enter(*form_));
+}
+
+TEST(CloseOnSignal, LeavesASignalAloneThatTheProgramIgnores) {
+  const auto former = std::signal(SIGHUP, SIG_IGN);
+  {
+    QWidget window;
+    const CloseOnSignal closeOnSignal(window);
+    EXPECT_EQ(std::signal(SIGHUP, SIG_IGN), SIG_IGN);
+  }
+  EXPECT_EQ(std::signal(SIGHUP, former), SIG_IGN);
 }
 
 TEST_F(StabiliserRuns, EndWithTheWindow) {

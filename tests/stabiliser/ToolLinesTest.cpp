@@ -117,6 +117,11 @@ TEST(VideoFacts, AreReadFromAProbe) {
             3723.5);
 }
 
+TEST(VideoFacts, TakeAThousandPicturesASecondForTheRateOfAClock) {
+  EXPECT_EQ(ReadVideoFacts("width=8\navg_frame_rate=1000/1\nformat_name=flv\n").rate, 0);
+  EXPECT_EQ(ReadVideoFacts("width=8\navg_frame_rate=240/1\nformat_name=mp4\n").rate, 240);
+}
+
 TEST(VideoFacts, AreOfTheFirstOfSeveralStreams) {
   const VideoFacts facts = ReadVideoFacts(
       "width=64\nheight=48\npix_fmt=yuv420p\nduration=5\n"

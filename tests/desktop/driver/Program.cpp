@@ -186,6 +186,8 @@ void Program::Start() {
   process_.setChildProcessModifier([asOrdinaryUser = asOrdinaryUser_] {
     constexpr int kNotStarted = 127;
     setpgid(0, 0);
+    // The tests may have been started by nohup.
+    (void)std::signal(SIGHUP, SIG_DFL);
     if (asOrdinaryUser && !BecomeOrdinaryUser()) _exit(kNotStarted);
     prctl(PR_SET_PDEATHSIG, SIGKILL);
   });
