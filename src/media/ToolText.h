@@ -31,7 +31,7 @@ class ToolText {
   // Waits for the next block of 1 to 256 bytes, moves the cursor past it and returns it. The block
   // ends where `length` says, or when it is full or the text has ended. If `length` is null, it is
   // all the text that has come, up to 256 bytes. Returns an empty text at the end; std::nullopt if
-  // no block has come when it is `due`.
+  // no block has come by `due`.
   std::optional<std::string> NextBlock(
       const BlockLength& length,
       std::chrono::steady_clock::time_point due = std::chrono::steady_clock::time_point::max());

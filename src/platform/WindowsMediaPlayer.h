@@ -11,7 +11,7 @@ class PlaybackCore;
 
 // A player whose only controls are in a context menu: play, pause, stop, skips of ten seconds,
 // steps of a picture, and back to the beginning. The picture has its natural size, one source
-// pixel to one screen pixel, at the top left corner, unless it fits the control's box; the rest is
+// pixel to one screen pixel, at the top left corner, unless setFitsBox was called; the rest is
 // black. A file that can't be played shows nothing, without a message.
 //
 // The first file makes libmpv's player; if that fails, nothing plays, and the next file tries

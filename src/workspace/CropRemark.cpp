@@ -9,7 +9,7 @@
 
 namespace kelvane {
 
-// The tool replaces only a list of pieces, or any file if the name holds -y.
+// An existing file is kept, unless it is a list of pieces or -y is given.
 QString CropRemark(const QString& path) {
   const std::string narrow = ToNarrow(path);
   const std::vector<std::string> arguments = SplitCommandLine(narrow);

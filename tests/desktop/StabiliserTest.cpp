@@ -60,7 +60,7 @@ TEST_F(StabiliserOnScreen, MarksViewsExtractsTestsAndStabilises) {
   EXPECT_TRUE(stabiliser.AwaitTime(TimeReadOut::kSpan, "00:00:02.0"));
 
   const QList<WindowId> known = screen.Windows();
-  // With this option it ends by itself, but for a long file late.
+  // With -autoexit it would end by itself, in a long file late.
   program.ReplaceTool(
       "ffplay",
       "for each; do shift; [ \"$each\" = -autoexit ] || set -- \"$@\" \"$each\"; done\n"

@@ -129,7 +129,7 @@ TEST_P(Files, AreJoined) {
                     : GetParam().joined == Joined::kOne ? 1
                                                         : 0;
   EXPECT_EQ(DecodedPictures(output), times * DecodedPictures(file_));
-  // With pictures, only their number counts: time stamps may hold more than the pictures' time.
+  // With pictures, only their number counts: the time stamps may span more than they take.
   if (DecodedPictures(file_) == 0) {
     EXPECT_NEAR(VideoSeconds(output), times * VideoSeconds(file_), 0.1);
   }

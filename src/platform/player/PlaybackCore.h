@@ -51,8 +51,8 @@ class PlaybackCore : public QObject {
   // Ends the file. Active is false at once.
   void Stop();
   void setPaused(bool paused);
-  // Goes to the first picture at or after `seconds`, or else to the last one; whether the file is
-  // paused stays. `seconds` must be finite and >= 0. It does so later, if the file is still being
+  // Goes to the first picture at or after `seconds`, or else to the last one, and stays paused or
+  // playing. `seconds` must be finite and >= 0. It does so later, if the file is still being
   // opened or another seek is under way: then only the last of several is done. No effect unless
   // Active.
   void Seek(double seconds);
