@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <cstdint>
 #include <span>
 #include <system_error>
@@ -104,11 +105,16 @@ std::optional<string> DurationReading::Append(string_view block) {
 }
 
 std::optional<double> ReadPlayedTime(string_view line) {
-  if (line.find(" fd=") == string_view::npos) return std::nullopt;
-  line = Trim(line);
-  double seconds = 0;
-  const auto [end, error] = std::from_chars(line.data(), line.data() + line.size(), seconds);
-  return error == std::errc() ? std::optional(seconds) : std::nullopt;
+  constexpr string_view kLead = "-V:";
+  const size_t lead = line.find(kLead);
+  if (lead == string_view::npos || line.find(" fd=") == string_view::npos) return std::nullopt;
+  const auto number = [](string_view text) {
+    text = Trim(text);
+    double seconds = std::nan("");
+    std::from_chars(text.data(), text.data() + text.size(), seconds);
+    return seconds;
+  };
+  return number(line) - number(line.substr(lead + kLead.size()));
 }
 
 std::optional<double> ReadProgress(string_view line) {

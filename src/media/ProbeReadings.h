@@ -55,8 +55,9 @@ class DurationReading {
 // lines end with carriage returns: EndOfLine cuts the text into them.
 std::optional<double> ReadProgress(std::string_view line);
 
-// Returns the time in a line of ffplay's status, "  12.34 A-V: -0.012 fd=   0", in seconds, which
-// may be not-a-number. Returns std::nullopt for any other line.
+// Returns the time of the picture by a line of ffplay's status, "  12.34 A-V: -0.012 fd=   0", in
+// seconds: that of the sound, which may be far ahead, less its lead. It is not-a-number until a
+// picture has been shown. Returns std::nullopt for any other line.
 std::optional<double> ReadPlayedTime(std::string_view line);
 
 // Returns the last line of a tool's text that says what went wrong, without a "[name @ address]" at

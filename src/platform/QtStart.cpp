@@ -25,11 +25,14 @@ namespace {
 QtMessageHandler formerMessageHandler = nullptr;
 
 // If the connection to a Wayland compositor breaks, Qt says so on the thread that notices it, and
-// calls _exit. Before that the user-interface thread exits, as without an X display, so that tools
-// are ended and files removed.
+// calls _exit, unless the variable tells Qt 6.8 to connect again. Before that the user-interface
+// thread exits, as without an X display, so that tools are ended and files removed.
 void ExitWithoutCompositor(QtMsgType type, const QMessageLogContext& context, const QString& text) {
   formerMessageHandler(type, context, text);
-  if (qApp == nullptr || !text.startsWith("The Wayland connection "_L1)) return;
+  if (qApp == nullptr || !text.startsWith("The Wayland connection "_L1) ||
+      qEnvironmentVariableIsSet("QT_WAYLAND_RECONNECT")) {
+    return;
+  }
   const auto exit = [] { std::exit(EXIT_FAILURE); };
   if (QThread::currentThread() == qApp->thread()) exit();
   QMetaObject::invokeMethod(qApp, exit, Qt::QueuedConnection);

@@ -9,8 +9,8 @@
 namespace kelvane {
 
 // Closes a window when the program is asked to end, by SIGTERM, SIGINT or SIGHUP unless it ignores
-// that, so that the window is unloaded first. Only one may exist at a time. Belongs to the user-interface thread. Has no
-// effect if there is no descriptor for it.
+// that, so that the window is unloaded first. Only one may exist at a time. Belongs to the
+// user-interface thread. Has no effect if there is no descriptor for it.
 class CloseOnSignal {
  public:
   // `window` must outlive this object.

@@ -174,10 +174,11 @@ TEST(DurationReading, CostsTheSameForEachBlock) {
 }
 
 TEST(ReadPlayedTime, IsTheTimeOfALineOfTheStatus) {
-  EXPECT_EQ(ReadPlayedTime("   1.23 A-V: -0.012 fd=   0 aq=   12KB vq=  345KB sq=    0B \r"), 1.23);
-  EXPECT_EQ(ReadPlayedTime("3661.50 M-V: -0.002 fd=   3 aq=    0KB vq=    0KB sq=    0B \r"),
+  EXPECT_EQ(ReadPlayedTime("   1.25 A-V: -0.500 fd=   0 aq=   12KB vq=  345KB sq=    0B \r"), 1.75);
+  EXPECT_EQ(ReadPlayedTime("3661.50 M-V:  0.000 fd=   3 aq=    0KB vq=    0KB sq=    0B \r"),
             3661.5);
-  EXPECT_TRUE(std::isnan(*ReadPlayedTime("    nan    :  0.000 fd=   0 aq=    0KB vq=    0KB \r")));
+  EXPECT_TRUE(std::isnan(*ReadPlayedTime("  93.00 A-V:    nan fd=   0 aq=    0KB vq= 9345KB \r")));
+  EXPECT_EQ(ReadPlayedTime("    nan    :  0.000 fd=   0 aq=    0KB vq=    0KB \r"), kNone);
   EXPECT_EQ(ReadPlayedTime("12.34 kb/s"), kNone);
   EXPECT_EQ(ReadPlayedTime("/videos/a fd=1.mp4: Invalid data found when processing input\n"),
             kNone);
