@@ -139,9 +139,10 @@ void AddRemark(QFileDialog& dialog, const std::function<QString(const QString& p
     const QString path = typed.isEmpty() ? QString() : dialog.selectedFiles().value(0);
     const bool isFile = !path.isEmpty() && !QFileInfo(path).isDir();
     QString remark = isFile ? remarkOn(path) : QString();
-    // For Qt double quotes enclose a name, unless it is picked in the list.
+    // For Qt double quotes enclose a name, unless it is picked in the list. The path may fill the
+    // line, so a remark that may save a file comes first.
     if (isFile && typed.contains(u'"') && !path.endsWith(u'/' + typed)) {
-      remark = u"The quotes vanish: %1. %2"_s.arg(path, remark).trimmed();
+      remark = u"%1 The quotes vanish: %2."_s.arg(remark, path).trimmed();
     }
     line->SetRemark(remark);
     name->setAccessibleDescription(remark);

@@ -29,7 +29,7 @@ class CommonDialog {
   QString DialogTitle;
   // What ShowSave's dialog says in a line below the name; empty for nothing. It is asked for at
   // each change of the name or the folder, with the path that the dialog would return, unless that
-  // is a folder's. If double quotes were typed, the line first says what path is left. Null for no
+  // is a folder's. If double quotes were typed, the line ends with what path is left. Null for no
   // such line.
   std::function<QString(const QString& path)> Remark;
   // Whether ShowSave asks before it accepts a file that exists.
