@@ -173,7 +173,7 @@ TEST(DurationReading, CostsTheSameForEachBlock) {
   for (int count = 0; count < kBlocks; ++count) ASSERT_EQ(reading.Append(block), "00:00:10");
 }
 
-TEST(ReadPlayedTime, IsTheTimeOfALineOfTheStatus) {
+TEST(ReadPlayedTime, IsTheTimeOfThePictureInALineOfTheStatus) {
   EXPECT_EQ(ReadPlayedTime("   1.25 A-V: -0.500 fd=   0 aq=   12KB vq=  345KB sq=    0B \r"), 1.75);
   EXPECT_EQ(ReadPlayedTime("3661.50 M-V:  0.000 fd=   3 aq=    0KB vq=    0KB sq=    0B \r"),
             3661.5);
