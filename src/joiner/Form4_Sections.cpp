@@ -36,7 +36,7 @@ void Form4::objDOS_ReceiveOutputs(const std::string& CommandOutputs) {
   Text1.setText(FromNarrow(CommandOutputs));
   if (const auto duration = DurationReading().Append(ToNarrow(Text1.Text()))) {
     VideoDuration = FromNarrow(*duration);
-    // If the text is no time, the number stays: the width of the strip before.
+    // If the text is no time, SectionSeconds stays: it is the width of the strip before.
     if (const auto seconds = SecondsFromTimeText(VideoDuration)) SectionSeconds = *seconds;
     TotalSeconds += SectionSeconds;
     SectionSeconds = ToInteger32(SectionSeconds / double{kSecondsPerPixel}).value_or(0);

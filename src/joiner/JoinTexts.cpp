@@ -50,24 +50,25 @@ QString ListedPath(const QString& section) {
   return path;
 }
 
-// The tool opens the first section before the new file.
-bool CanBegin(const QStringList& sections) {
+// Returns whether the join reaches the new file: the tool opens the first section before it, and
+// leaves the new file alone if that fails.
+bool ReachesNewFile(const QStringList& sections) {
   const QString first = ListedPath(sections.value(0));
   return first.contains(u'/') && QFileInfo::exists(first);
 }
 
 }  // namespace
 
-// Two paths may lead to one file.
 QString JoinRemark(const QString& path, const QStringList& sections) {
   const std::string narrow = ToNarrow(path);
-  if (!CanBegin(sections)) return FromNarrow(OutputRemark(narrow, {}));
+  if (!ReachesNewFile(sections)) return FromNarrow(OutputRemark(narrow, {}));
   const std::string file = OutputFile(narrow);
-  const auto isFile = [&file](const QString& section) {
+  const auto isTheNewFile = [&file](const QString& section) {
     std::error_code ignored;
+    // Two paths may lead to one file.
     return std::filesystem::equivalent(file, ToNarrow(Trim(section)), ignored);
   };
-  const auto section = std::find_if(sections.begin(), sections.end(), isFile);
+  const auto section = std::find_if(sections.begin(), sections.end(), isTheNewFile);
   if (section == sections.end()) return FromNarrow(OutputRemark(narrow, kFileIsReplaced));
   const std::string number = std::to_string(section - sections.begin() + 1);
   return FromNarrow(OutputRemark(

@@ -20,7 +20,7 @@ class Container {
 
   ScaleMode Scale() const { return scale_; }
   float UnitsPerPixel() const { return scale_ == ScaleMode::kPixels ? 1 : kTwipsPerPixel; }
-  // The size of the inside on the screen, in the scale unit.
+  // The size of the inside, in the scale unit; a whole number of pixels.
   float ScaleWidth() const;
   float ScaleHeight() const;
 

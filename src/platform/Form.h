@@ -74,11 +74,11 @@ class Form : public HandlerOwner {
   // Makes the Tab key go through these controls in this order.
   static void OrderFocus(std::initializer_list<Control*> controls);
 
-  // Raised when the user has dropped files anywhere on the window, from the event loop, so that the
-  // program from which they come needn't wait for the handler. `paths` are the absolute paths of
-  // the existing regular files on this machine among what was dropped, at least one, in its order;
-  // the rest of it is ignored. The pointer shows that a drop without such a file is refused. So is
-  // any drop while a dialog of the program is open, or if there is no handler.
+  // Raised when the user has dropped files anywhere on the window; not at once, but by the event
+  // loop, so that the program from which they come needn't wait for the handler. `paths` are the
+  // absolute paths of the existing regular files on this machine among what was dropped, at least
+  // one, in its order; the rest of it is ignored. The pointer shows that a drop without such a file
+  // is refused. So is any drop while a dialog of the program is open, or if there is no handler.
   std::function<void(const QStringList& paths)> FilesDropped;
   // Whether the window takes drops at present. An empty one stands for yes.
   std::function<bool()> TakesDrops;

@@ -14,7 +14,7 @@ struct MouseEvent {
   int Index;   // of the control in its array; -1 if it is in none
   int Button;  // MouseButtons
   int Shift;   // 1 Shift, 2 Ctrl, 4 Alt, summed
-  float X;     // relative to the control; in its container's unit, a picture box's in its own
+  float X;     // from the control's corner; in its container's unit, for a picture box in its own
   float Y;
 };
 
@@ -59,8 +59,8 @@ class MouseArea : public SpokenWidget {
   // Raised by a turn of the wheel in either direction, or by two fingers on a touchpad.
   std::function<void(const WheelEvent&)> MouseWheel;
 
-  // Sends a press in the middle, a move by `offset` pixels with the button held if that isn't null,
-  // and the release. Stops if the area is deleted meanwhile.
+  // Sends a press in the middle; if `offset` isn't null, a move by so many pixels with the button
+  // held; and the release. Stops if the area is deleted meanwhile.
   void SendMouse(Qt::MouseButton button, QPoint offset = {});
 
  protected:

@@ -12,20 +12,20 @@ ScrollBar::ScrollBar(Container& container, const QString& name, Qt::Orientation 
   SetThumbRange(0, std::numeric_limits<std::int16_t>::max());
 }
 
-std::int16_t ScrollBar::Value() const { return static_cast<std::int16_t>(thumb().value()); }
+std::int16_t ScrollBar::Value() const { return static_cast<std::int16_t>(slider().value()); }
 
-std::int16_t ScrollBar::Max() const { return static_cast<std::int16_t>(thumb().maximum()); }
+std::int16_t ScrollBar::Max() const { return static_cast<std::int16_t>(slider().maximum()); }
 
-void ScrollBar::setMax(std::int16_t max) { SetThumbRange(thumb().minimum(), max); }
+void ScrollBar::setMax(std::int16_t max) { SetThumbRange(slider().minimum(), max); }
 
-void ScrollBar::setMin(std::int16_t min) { SetThumbRange(min, thumb().maximum()); }
+void ScrollBar::setMin(std::int16_t min) { SetThumbRange(min, slider().maximum()); }
 
-void ScrollBar::setLargeChange(std::int16_t step) { thumb().setPageStep(step); }
+void ScrollBar::setLargeChange(std::int16_t step) { slider().setPageStep(step); }
 
-void ScrollBar::setSmallChange(std::int16_t step) { thumb().setSingleStep(step); }
+void ScrollBar::setSmallChange(std::int16_t step) { slider().setSingleStep(step); }
 
 void ScrollBar::setTabStop(bool stop) {
-  thumb().setFocusPolicy(stop ? Qt::StrongFocus : Qt::ClickFocus);
+  slider().setFocusPolicy(stop ? Qt::StrongFocus : Qt::ClickFocus);
 }
 
 }  // namespace kelvane

@@ -9,7 +9,7 @@ namespace kelvane {
 Slider::Slider(Container& container, const QString& name)
     : ThumbControl(container, name, new PixelSized<QSlider>(Qt::Horizontal)) {}
 
-int Slider::Value() const { return thumb().value(); }
+int Slider::Value() const { return slider().value(); }
 
 void Slider::SetRange(int min, int max) { SetThumbRange(min, max); }
 

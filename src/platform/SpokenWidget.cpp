@@ -39,8 +39,8 @@ void SpokenWidget::setStockWidget(QWidget* stockWidget) {
 
 bool SpokenWidget::IsNode() const { return role_ != SpokenRole::kBox || !Meaning().isEmpty(); }
 
-// Returns the nodes that stand for this widget in its parent: the widget itself, those in it if it
-// is none, or nothing.
+// Returns the nodes that stand for this widget in its parent: the widget itself if it is a node, or
+// else the nodes in it. Empty if it isn't spoken.
 QList<QWidget*> SpokenWidget::Nodes() {
   if (!IsSpoken()) return {};
   return IsNode() ? QList<QWidget*>{this} : NodesIn(*this);

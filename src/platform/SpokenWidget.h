@@ -56,7 +56,7 @@ class SpokenWidget : public QWidget {
   // The whole caption, even if it is shown elided, without the blanks around it; empty in most
   // classes.
   virtual QString SpokenCaption() const { return {}; }
-  // Whether a screen reader presents the widget or what it contains.
+  // Returns false if a screen reader presents neither the widget nor what it contains.
   virtual bool IsSpoken() const { return role_ != SpokenRole::kNothing; }
   // The Qt widget that fills this one; null if there is none.
   QWidget* StockWidget() const { return stockWidget_; }

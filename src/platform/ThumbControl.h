@@ -17,10 +17,10 @@ class ThumbControl : public Control {
   std::function<void()> Scroll;
 
  protected:
-  // Takes ownership of `thumb`.
-  ThumbControl(Container& container, const QString& name, QAbstractSlider* thumb);
+  // Takes ownership of `slider`.
+  ThumbControl(Container& container, const QString& name, QAbstractSlider* slider);
 
-  QAbstractSlider& thumb() const { return *thumb_; }
+  QAbstractSlider& slider() const { return *slider_; }
   void SetThumbValue(int value);
   // Has no effect if `max` is less than `min`.
   void SetThumbRange(int min, int max);
@@ -29,7 +29,7 @@ class ThumbControl : public Control {
   void ValueChanged();
   void ThumbReleased();
 
-  QAbstractSlider* thumb_;
+  QAbstractSlider* slider_;
   bool assigning_ = false;
   int settledValue_ = 0;  // at the last Change
 };

@@ -11,8 +11,8 @@ namespace kelvane {
 // Whether the program's windows are shown by a Wayland compositor. Needs the QApplication.
 bool RunsOnWayland();
 
-// Returns the size in screen pixels, as rotated, of each output that the Wayland compositor names,
-// by its name. Empty without a compositor. Blocks for two round trips to it.
+// Returns the sizes of the outputs in screen pixels, as rotated, by the names that the Wayland
+// compositor gives them. Empty without a compositor. Blocks for two round trips to it.
 QHash<QString, QSize> PixelsOfWaylandOutputs();
 
 // Returns the scale of an output from its sizes in physical and logical pixels. `roundedUp` is the
@@ -22,9 +22,10 @@ double ScaleOfOutput(QSize pixels, QSize units, double roundedUp);
 // The factors that make a Qt pixel a screen pixel. Qt applies a Wayland compositor's scale even if
 // its high-DPI scaling is switched off.
 struct ScaleFactors {
-  QByteArray common;   // less than 1, for QT_SCALE_FACTOR
-  QByteArray outputs;  // one more for each output, for QT_SCREEN_SCALE_FACTORS: at least 1, since
-                       // Qt ignores smaller ones
+  QByteArray common;  // less than 1, for QT_SCALE_FACTOR
+  // Each output's own, by which Qt multiplies the common one, for QT_SCREEN_SCALE_FACTORS: at least
+  // 1, since Qt ignores smaller ones.
+  QByteArray outputs;
 };
 
 // Returns std::nullopt if all outputs have the scale 1. Needs the QApplication. Blocks as

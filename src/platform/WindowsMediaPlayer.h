@@ -15,7 +15,7 @@ class PlaybackCore;
 // black. A file that can't be played shows nothing, without a message.
 //
 // The first file makes libmpv's player; if that fails, nothing plays, and the next file tries
-// again. Only its making and the player's end may block. Belongs to the user-interface thread.
+// again. Only making libmpv's player and ending it may block. Belongs to the user-interface thread.
 class WindowsMediaPlayer : public Control {
   Q_OBJECT
  public:
@@ -32,8 +32,8 @@ class WindowsMediaPlayer : public Control {
   // when a file is likely to come soon.
   void Prepare();
 
-  // Scales the picture to fit the control, with its pixels' shape and its rotation, and centres it.
-  // Must be called before the first file is set.
+  // Scales the picture to fit the control and centres it, with the file's pixel aspect ratio and
+  // rotation. Must be called before the first file is set.
   void setFitsBox() { fitsBox_ = true; }
 
   class Controls {
@@ -100,7 +100,7 @@ class WindowsMediaPlayer : public Control {
   void MakeCore();
   // Returns whether there is a file to start.
   bool TakeURL(const QString& url);
-  // The size of the picture from its top left corner to the last pixel that no container clips.
+  // The size of this control from its top left corner to the last pixel that no container clips.
   QSize VisibleExtent() const;
 
   QString url_;

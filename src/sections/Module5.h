@@ -15,7 +15,7 @@ void ClearTimeLine(PictureBox& strip);
 // the distance of the ticks. A label shows its position in pixels as seconds.
 void DrawTimeLabels(Form3& form);
 
-// The extraction that the window offers. It does nothing.
+// Does nothing, and nothing calls it. Stabiliser::ExtractSection extracts the marked section.
 inline void ExtractShortie() {}
 
 }  // namespace kelvane

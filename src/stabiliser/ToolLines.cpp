@@ -7,7 +7,7 @@
 namespace kelvane {
 namespace {
 
-// With at most six decimals and a decimal point, in every locale.
+// With at most six decimals, after a point in every locale; without trailing zeros.
 std::string Seconds(double seconds) {
   std::array<char, 64> text{};
   const auto end =
@@ -19,18 +19,19 @@ std::string Seconds(double seconds) {
   return digits;
 }
 
-// Where a tool must seek so that the key frame before `start` isn't missed. 0 means that it reads
-// from the beginning: a seek to before the first key frame may end behind it, and where pictures
-// are stored out of order the tool seeks a little earlier than it is told.
+// Returns where a tool must seek so that it doesn't miss the key frame before `start`; 0 for the
+// beginning. A start near the first picture counts as the beginning: if pictures are stored out of
+// order, the tool seeks a little earlier than it is told, and a seek to a time before the first key
+// frame may land after it.
 double SeekFor(double start, const VideoFacts& facts) {
   constexpr double kLongestGroup = 60;  // seconds between key frames
-  constexpr double kBeginning = 1;      // second
+  constexpr double kNear = 1;           // second
   if (facts.seeksLate) return std::max(start - kLongestGroup, 0.0);
-  return start < facts.videoStart + kBeginning ? 0 : start;
+  return start < facts.videoStart + kNear ? 0 : start;
 }
 
-// Where a tool may seek too far, its times are the file's own: by default they count from the first
-// stream that the tool uses, which may begin later than the file.
+// For a file in which a tool may seek too far, the line keeps the file's own time stamps. By
+// default the tool counts from the first stream that it uses, which may begin later than the file.
 std::string FfmpegOn(const std::string& toolsFolder, const std::string& video,
                      const VideoFacts& facts, const std::optional<Span>& span) {
   // The tool would take the largest of several streams.
@@ -48,8 +49,9 @@ std::string FfmpegOn(const std::string& toolsFolder, const std::string& video,
   return line + (seek > 0 ? start + input : input + start) + length;
 }
 
-// Filters that make whole pictures of two fields, and pictures that every player shows and the
-// stabilising filter takes: FFmpeg 7.1's ends the tool at odd sizes. Each has a comma behind it.
+// Returns filters, each with a comma behind it, that join the two fields of an interlaced picture
+// and give the pictures a format and a size that every player shows. The stabilising filter of
+// FFmpeg 7.1 ends the tool at an odd size.
 std::string Preparing(const VideoFacts& facts) {
   std::string filters = facts.interlaced ? "yadif," : "";
   if (!facts.plain) filters += "crop=trunc(iw/2)*2:trunc(ih/2)*2,format=yuv420p,";
@@ -71,8 +73,8 @@ std::string VideoProbeLine(const std::string& toolsFolder, const std::string& vi
          video;
 }
 
-// The player begins at the key frame before the start, so the filters cut that off. They see the
-// end only if the player reads a little further.
+// The player begins at the key frame before the start, so the filters cut off what comes before the
+// start. They reach the end only if the player reads a little beyond it.
 std::string ViewLine(const std::string& toolsFolder, const std::string& video,
                      const VideoFacts& facts, const Span& span) {
   constexpr double kBeyond = 2;  // seconds

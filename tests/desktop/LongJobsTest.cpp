@@ -52,15 +52,15 @@ TEST_F(LongCrop, IsKeptFromASuspensionAndShownInTheLauncherUntilItEnds) {
 TEST_F(LongCrop, ConnectsToNoBusBeforeItAndLeavesTheToolNoDescriptor) {
   services.OfferLogind();
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(QSize(320, 240), 2));
-  EXPECT_EQ(services.OnTheSystemBus(), 0);
+  EXPECT_EQ(services.SystemBusConnections(), 0);
   ASSERT_NO_FATAL_FAILURE(StartCrop(program.PathOf("cropped.mp4")));
   EXPECT_TRUE(AwaitInhibited());
-  EXPECT_EQ(services.OnTheSystemBus(), 1);
+  EXPECT_EQ(services.SystemBusConnections(), 1);
   EXPECT_EQ(services.Asked(), QStringList("logind: sleep, Kelvane, Cropping a video, block"));
   // The tool, which waits at the gate, outlives the program.
   ASSERT_EQ(kill(static_cast<pid_t>(program.Id()), SIGKILL), 0);
   EXPECT_TRUE(AwaitAllowed());
-  EXPECT_TRUE(WaitFor([this] { return services.OnTheSystemBus() == 0; }));
+  EXPECT_TRUE(WaitFor([this] { return services.SystemBusConnections() == 0; }));
 }
 
 // The tool tells a length, as the real one does, which the window adds to the sections' total.

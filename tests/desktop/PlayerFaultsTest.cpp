@@ -69,14 +69,14 @@ TEST_F(PlayerLibraryFaults, WithALibraryThatLacksItsFunctionsThePictureIsBlack) 
 
 // libmpv aborts the program if it can't start a thread, so the program first tries the sixteen that
 // a file may take.
-TEST_F(PlayerFaults, WithTooFewThreadsRunOnlyEndsWhatPlays) {
+TEST_F(PlayerFaults, RunVideoWithTooFewThreadsEndsThePlayingVideoAndStartsNone) {
   program.RunAsOrdinaryUser();
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 30));
   const auto leaveThreads = [&](int count) {
     const auto limit = static_cast<std::uint64_t>(program.Threads() + count);
     ASSERT_TRUE(program.SetLimit(RLIMIT_NPROC, limit));
   };
-  const auto expectThatRunPlays = [&] {
+  const auto expectThatRunPlaysWithoutLimit = [&] {
     ASSERT_TRUE(program.LiftLimit(RLIMIT_NPROC));
     window.Click(kRunVideo);
     ASSERT_TRUE(window.AwaitMoving(kSize));
@@ -84,7 +84,7 @@ TEST_F(PlayerFaults, WithTooFewThreadsRunOnlyEndsWhatPlays) {
   };
   ASSERT_NO_FATAL_FAILURE(leaveThreads(0));
   ASSERT_NO_FATAL_FAILURE(ExpectThatRunShowsNothing());
-  ASSERT_NO_FATAL_FAILURE(expectThatRunPlays());
+  ASSERT_NO_FATAL_FAILURE(expectThatRunPlaysWithoutLimit());
   for (const int threads : {0, 7, 15}) {
     SCOPED_TRACE(threads);
     ASSERT_NO_FATAL_FAILURE(leaveThreads(threads));
@@ -92,7 +92,7 @@ TEST_F(PlayerFaults, WithTooFewThreadsRunOnlyEndsWhatPlays) {
     EXPECT_TRUE(window.AwaitBlack(kSize));
     EXPECT_TRUE(window.AwaitTimesWithoutVideo());
     EXPECT_TRUE(HoldsFor([&] { return window.IsBlack(kSize); }, 500ms));
-    ASSERT_NO_FATAL_FAILURE(expectThatRunPlays());
+    ASSERT_NO_FATAL_FAILURE(expectThatRunPlaysWithoutLimit());
   }
   CloseAndExpectEnd();
 }

@@ -50,7 +50,7 @@ TEST_F(SectionWindowOnScreen, ScrollsItsTimeLineByArrowsThatLightUp) {
   EXPECT_TRUE(WaitFor([&] { return CountOf(screen.Picture(), arrow, kWhite) == 0; }, 5s));
 }
 
-TEST_F(SectionWindowOnScreen, HasItsNeedlesDraggedAndPlacedByTheMenu) {
+TEST_F(SectionWindowOnScreen, HasNeedlesThatTheUserDragsOrPlacesByTheMenu) {
   sections.DragNeedle(kStart, 90);
   EXPECT_TRUE(AwaitNeedle(kStart, 98));
   EXPECT_TRUE(sections.AwaitTime(TimeReadOut::kStart, "00:01:40"));

@@ -81,11 +81,11 @@ class FileDialog : public ::testing::Test {
     QTest::keyClick(&NameOf(shown), Qt::Key_Return);
   }
   static void Pick(const QFileDialog& shown, const QString& name) {
-    NameOf(shown).clearFocus();  // as the pointer does
+    NameOf(shown).clearFocus();  // as a user's click does
     // The list is sorted repeatedly at first, which clears what was picked.
     QListView& list = ListOf(shown);
     EXPECT_TRUE(WaitFor([&] {
-      for (const QModelIndex& file : FilesOf(list)) {
+      for (const QModelIndex& file : EntriesOf(list)) {
         if (file.data().toString() != name) continue;
         list.scrollTo(file);
         QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualRect(file).center());
@@ -94,8 +94,8 @@ class FileDialog : public ::testing::Test {
     }));
   }
 
-  // Returns the listed files that the user can pick.
-  static QModelIndexList FilesOf(const QListView& list) {
+  // Returns the listed files and folders that the user can pick.
+  static QModelIndexList EntriesOf(const QListView& list) {
     QModelIndexList files;
     for (int row = 0; row < list.model()->rowCount(list.rootIndex()); ++row) {
       const QModelIndex file = list.model()->index(row, 0, list.rootIndex());
@@ -107,7 +107,7 @@ class FileDialog : public ::testing::Test {
     QStringList names;
     WaitFor([&] {
       names.clear();
-      for (const QModelIndex& file : FilesOf(ListOf(shown))) names << file.data().toString();
+      for (const QModelIndex& file : EntriesOf(ListOf(shown))) names << file.data().toString();
       names.sort();
       return names == expected;
     });
@@ -129,7 +129,7 @@ class FileDialog : public ::testing::Test {
   }
 };
 
-TEST_F(FileDialog, HasQtsTitleUnlessItIsGivenOneForOnce) {
+TEST_F(FileDialog, HasQtsTitleUnlessItIsGivenOneWhichHoldsForOneDialog) {
   const QString open = TitleOf(&CommonDialog::ShowOpen);
   const QString save = TitleOf(&CommonDialog::ShowSave);
   EXPECT_NE(open, QString());
@@ -241,7 +241,7 @@ TEST_F(FileDialog, OffersThePairsOfItsFilterAndBeginsWithThatOfItsIndex) {
   }
 }
 
-TEST_F(FileDialog, ShowsEveryFileAndNoEmptyFilterWithoutAFilter) {
+TEST_F(FileDialog, ShowsEveryFileAndOffersNoEmptyTypeIfItHasNoFilter) {
   Open([this](QFileDialog& shown) {
     ExpectFiles(shown, everyFile);
     EXPECT_EQ(TypesOf(shown).findText({}), -1);
@@ -271,7 +271,7 @@ TEST_F(FileDialog, BeginsWhereTheLastFileWasChosenUnlessItIsGivenAFolder) {
   EXPECT_EQ(FirstFolder(), QDir::homePath());
 }
 
-TEST_F(FileDialog, SaysBelowTheNameWhatItIsToldAboutThePathThatItWouldReturn) {
+TEST_F(FileDialog, ShowsTheRemarkOnThePathThatItWouldReturnBelowTheName) {
   ASSERT_TRUE(QDir(folder.path()).mkdir("inner"));
   const QString inner = folder.filePath("inner");
   dialog.Remark = [](const QString& path) { return "about " + path; };
@@ -299,8 +299,8 @@ TEST_F(FileDialog, SaysBelowTheNameWhatItIsToldAboutThePathThatItWouldReturn) {
                                       {"12\".mp4", ".mp4"},
                                       {"a \"b\" c.mp4", "b"}}) {
       NameOf(shown).setText(typed);
-      const QString left = folder.filePath(path);
-      expect("about " + left + " The quotes vanish: " + left + '.');
+      const QString remaining = folder.filePath(path);
+      expect("about " + remaining + " The quotes vanish: " + remaining + '.');
     }
     for (const char* noFile : {"", "inner", ".", "..", "~", "\""}) {
       NameOf(shown).setText(noFile);
@@ -309,7 +309,7 @@ TEST_F(FileDialog, SaysBelowTheNameWhatItIsToldAboutThePathThatItWouldReturn) {
     NameOf(shown).setText("new.mp4");
     shown.setDirectory(inner);
     expect("about " + inner + "/new.mp4");
-    EXPECT_EQ(line.geometry(), place) << "the line moves nothing";
+    EXPECT_EQ(line.geometry(), place) << "the line has moved";
     shown.reject();
   });
   Open([](QFileDialog& shown) {
@@ -318,7 +318,7 @@ TEST_F(FileDialog, SaysBelowTheNameWhatItIsToldAboutThePathThatItWouldReturn) {
   });
 }
 
-TEST_F(FileDialog, EndsARemarkThatIsTooLongInDotsAndHasItWholeAsItsTip) {
+TEST_F(FileDialog, CutsALongRemarkWithAnEllipsisAndShowsAllOfItInTheToolTip) {
   const QString remark = QString(u"long remark "_s).repeated(30) + "<&>";
   dialog.Remark = [&](const QString&) { return remark; };
   Save([&](QFileDialog& shown) {
@@ -443,7 +443,7 @@ TEST_F(FileDialog, PrefersATypedNameToAFolderThatIsSelected) {
     QListView& list = ListOf(shown);
     QTest::keyClicks(&NameOf(shown), "clip.mp4");
     EXPECT_TRUE(WaitFor([&] {
-      for (const QModelIndex& file : FilesOf(list)) {
+      for (const QModelIndex& file : EntriesOf(list)) {
         if (file.data().toString() == u"inner"_s) list.setCurrentIndex(file);
       }
       return list.selectionModel()->hasSelection();
@@ -492,14 +492,14 @@ TEST_F(FileDialog, EnablesItsButtonOnlyWhileTheTypedNameIsThatOfAFile) {
   });
 }
 
-TEST_F(FileDialog, OfACommandForAChosenFileIsNotShownAndTakesThatFileOnce) {
+TEST_F(FileDialog, IsNotShownToACommandThatIsGivenItsFileAndTakesThatFileOnce) {
   const QString chosen = folder.filePath(everyFile.at(0));
   dialog.DialogTitle = "A title";
   dialog.Choose(chosen, [&] { EXPECT_TRUE(dialog.ShowOpen()); });
   EXPECT_EQ(dialog.FileName, chosen);
   EXPECT_EQ(dialog.DialogTitle, "");
   dialog.Choose(far, [] {});
-  EXPECT_FALSE(Open([](QFileDialog& shown) { shown.reject(); })) << "no command asked for it";
+  EXPECT_FALSE(Open([](QFileDialog& shown) { shown.reject(); })) << "the file outlived its command";
   EXPECT_EQ(dialog.FileName, chosen);
 }
 

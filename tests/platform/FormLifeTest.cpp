@@ -124,14 +124,14 @@ TEST(OwnedForm, StaysInFrontOfItsOwnerAndOutlivesIt) {
   EXPECT_EQ(events, Events{"Load"});
 }
 
-// A form that is deleted when it has been unloaded, with a label and a timer. It records its life.
-class DroppedForm : public TestForm {
+// A form for a FormInstance, with a label and a timer. It records its life and its deletion.
+class RecordedForm : public TestForm {
  public:
-  explicit DroppedForm(Events& record)
+  explicit RecordedForm(Events& record)
       : TestForm({Design(kLabel, "Label1", {0, 0, 50, 20})}), events(record) {
     RecordLife(*this, events);
   }
-  ~DroppedForm() override { events.emplace_back("deleted"); }
+  ~RecordedForm() override { events.emplace_back("deleted"); }
 
   Events& events;
   Label& label = Find<Label>("Label1");
@@ -146,27 +146,27 @@ class FormInstanceTest : public ::testing::Test {
   }
 
   Events events;
-  FormInstance<DroppedForm> instance;
+  FormInstance<RecordedForm> instance;
 };
 
 TEST_F(FormInstanceTest, KeepsAFormThatIsUnloadedInAnEventUntilItsHandlerReturns) {
   using Handler = std::function<void()>;
   // Each sets the handler of an event of the form and has that event raised.
-  const std::function<void(DroppedForm&, const Handler&)> raisers[]{
-      [](DroppedForm& form, const Handler& handler) {
+  const std::function<void(RecordedForm&, const Handler&)> raisers[]{
+      [](RecordedForm& form, const Handler& handler) {
         form.timer.Tick = handler;
         form.timer.setEnabled(true);
       },
-      [](DroppedForm& form, const Handler& handler) {
+      [](RecordedForm& form, const Handler& handler) {
         form.label.MouseUp = [handler](const MouseEvent&) { handler(); };
         Release(form.label);
       },
-      [](DroppedForm& form, const Handler& handler) {
+      [](RecordedForm& form, const Handler& handler) {
         form.label.Change = [handler](int) { handler(); };
         AtNextDoEvents([&form] { form.label.setCaption(u"go"_s); });
       }};
   for (const auto& raise : raisers) {
-    DroppedForm& form = instance.Load(events);
+    RecordedForm& form = instance.Load(events);
     bool begun = false;
     raise(form, [this, &form, &begun] {
       if (std::exchange(begun, true)) return;
@@ -182,8 +182,8 @@ TEST_F(FormInstanceTest, KeepsAFormThatIsUnloadedInAnEventUntilItsHandlerReturns
 }
 
 TEST_F(FormInstanceTest, KeepsAFormThatIsUnloadedInFormLoadUntilThatReturns) {
-  struct UnloadsAtOnce : DroppedForm {
-    explicit UnloadsAtOnce(Events& record) : DroppedForm(record) {
+  struct UnloadsAtOnce : RecordedForm {
+    explicit UnloadsAtOnce(Events& record) : RecordedForm(record) {
       OnLoad = [this] {
         Unload();
         ProcessAllEvents();
@@ -199,7 +199,7 @@ TEST_F(FormInstanceTest, KeepsAFormThatIsUnloadedInFormLoadUntilThatReturns) {
 }
 
 TEST_F(FormInstanceTest, KeepsAnUnloadedFormUntilTheOutermostOfItsHandlersReturns) {
-  DroppedForm& form = instance.Load(events);
+  RecordedForm& form = instance.Load(events);
   int depth = 0;
   form.timer.Tick = [&] {
     const int mine = ++depth;
@@ -219,7 +219,7 @@ TEST_F(FormInstanceTest, KeepsAnUnloadedFormUntilTheOutermostOfItsHandlersReturn
 TEST_F(FormInstanceTest, MakesTheFormAnewAtTheNextLoad) {
   EXPECT_FALSE(instance.Loaded());
   instance.Unload();
-  DroppedForm& first = instance.Load(events);
+  RecordedForm& first = instance.Load(events);
   EXPECT_TRUE(instance.Loaded());
   EXPECT_FALSE(instance.Visible());
   EXPECT_EQ(&instance.Load(events), &first);
@@ -235,7 +235,7 @@ TEST_F(FormInstanceTest, MakesTheFormAnewAtTheNextLoad) {
 }
 
 TEST_F(FormInstanceTest, KeepsAnUnloadedFormBesideItsSuccessorUntilItsHandlerReturns) {
-  DroppedForm& first = instance.Load(events);
+  RecordedForm& first = instance.Load(events);
   first.timer.Tick = [&] {
     first.timer.setEnabled(false);
     first.Unload();
@@ -251,7 +251,7 @@ TEST_F(FormInstanceTest, KeepsAnUnloadedFormBesideItsSuccessorUntilItsHandlerRet
 
 TEST_F(FormInstanceTest, DeletesItsFormAtItsOwnEnd) {
   {
-    FormInstance<DroppedForm> other;
+    FormInstance<RecordedForm> other;
     other.Load(events);
   }
   EXPECT_EQ(events, (Events{"Load", "deleted"}));

@@ -17,7 +17,8 @@
 namespace kelvane::testing {
 namespace {
 
-// The addresses of this process's buses, and the name of its desktop file, until the end.
+// Sets the addresses of this process's buses and the name of its desktop file; the destructor
+// restores them.
 class Buses {
  public:
   Buses(const QString& session, const QString& system) {
@@ -60,13 +61,13 @@ class LongJobTest : public ::testing::Test {
   const Buses buses{services.SessionAddress(), services.SystemAddress()};
 };
 
-TEST_F(LongJobTest, KeepsTheSessionFromBeingSuspendedByThePortalUntilItEnds) {
+TEST_F(LongJobTest, AsksThePortalToKeepTheSessionFromBeingSuspendedUntilItEnds) {
   services.OfferPortal();
   services.OfferLogind();
   {
     const LongJob job(kPurpose);
     EXPECT_TRUE(AwaitInhibited());
-    EXPECT_EQ(services.OnTheSystemBus(), 0);
+    EXPECT_EQ(services.SystemBusConnections(), 0);
   }
   EXPECT_TRUE(AwaitAllowed());
   EXPECT_EQ(services.Asked(), QStringList{kPortalsCall});
@@ -114,9 +115,9 @@ TEST_F(LongJobTest, EndsWithoutEndingAnother) {
   EXPECT_TRUE(WaitFor([&] { return services.Asked().size() == 1; }));
   {
     const LongJob second(kPurpose);
-    EXPECT_TRUE(WaitFor([&] { return services.OnTheSystemBus() == 2; }));
+    EXPECT_TRUE(WaitFor([&] { return services.SystemBusConnections() == 2; }));
   }
-  EXPECT_TRUE(WaitFor([&] { return services.OnTheSystemBus() == 1; }));
+  EXPECT_TRUE(WaitFor([&] { return services.SystemBusConnections() == 1; }));
 }
 
 TEST_F(LongJobTest, ShowsItsProgressInTheProgramsEntryOfALauncher) {
@@ -158,7 +159,7 @@ class SilentBus {
   int connection_ = -1;
 };
 
-TEST(LongJobOnSilentBuses, EndsWithoutWaitingAndSaysNothing) {
+TEST(LongJobOnSilentBuses, EndsWithoutWaitingAndPrintsNothing) {
   const QTemporaryDir folder;
   SilentBus session(folder.filePath("session"));
   SilentBus system(folder.filePath("system"));
@@ -168,14 +169,14 @@ TEST(LongJobOnSilentBuses, EndsWithoutWaitingAndSaysNothing) {
   const std::future<void> ended = std::async(std::launch::async, [&] {
     LongJob job(kPurpose);
     session.Accept();
-    system.Accept();  // after a time of silence
+    system.Accept();  // the job turns to logind when the portal hasn't answered for a while
     job.SetProgress(0.5);
   });
   EXPECT_EQ(ended.wait_for(kPatience), std::future_status::ready);
   EXPECT_EQ(::testing::internal::GetCapturedStderr(), "");
 }
 
-TEST(LongJobWithoutBuses, SaysNothing) {
+TEST(LongJobWithoutBuses, PrintsNothing) {
   const Buses buses("unix:path=/nowhere/session", "unix:path=/nowhere/system");
   ::testing::internal::CaptureStderr();
   {

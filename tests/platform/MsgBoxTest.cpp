@@ -73,7 +73,7 @@ TEST(MessageBox, ReturnsCancelWhenItIsClosedAndOKIfThatIsItsOnlyButton) {
   }
 }
 
-TEST(MessageBox, TakesReturnForItsFirstButtonInWhateverOrderTheDesktopHasThem) {
+TEST(MessageBox, TakesReturnForYesOrOKInWhateverOrderTheDesktopHasTheButtons) {
   constexpr int kOrders = 4;
   for (int order = 0; order < kOrders; ++order) {
     SCOPED_TRACE(order);

@@ -14,12 +14,13 @@ namespace {
 // The time stamp of the last event, in milliseconds. The presses of two clicks are so far apart
 // that Qt doesn't take them for a double click.
 int now = 0;
-constexpr int kNextInDoubleClick = 10;
+constexpr int kBetweenEvents = 10;
 constexpr int kLongAfter = 5000;
 
 }  // namespace
 
-// Qt ignores a move to the pointer's present place, which may be the one over an earlier window.
+// Qt ignores a move to the place where it last saw the pointer, even over an earlier window. So the
+// pointer begins outside the window.
 Pointer::Pointer(QWidget& window) : window_(window), place_(-9, -9) {
   Send(QEvent::MouseMove, Qt::NoButton);
 }
@@ -68,7 +69,7 @@ void Pointer::Rest() {
 }
 
 void Pointer::Send(QEvent::Type type, Qt::MouseButton button) {
-  now += kNextInDoubleClick;
+  now += kBetweenEvents;
   qt_handleMouseEvent(window_.windowHandle(), place_, window_.mapToGlobal(place_), held_, button,
                       type, keys_, now);
 }

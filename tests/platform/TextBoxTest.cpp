@@ -65,14 +65,14 @@ TEST_F(TextBoxTest, RaisesChangeOnceForEachNewTextBeforeTheAssignmentReturns) {
 }
 
 TEST_F(TextBoxTest, ShowsANewTextFromItsStartBeforeItRaisesChange) {
-  QString onShow;
-  shown.Change = [&](int) { onShow = Line(shown)->text(); };
+  QString shownText;
+  shown.Change = [&](int) { shownText = Line(shown)->text(); };
   const QString path = "/start/" + QString(300, 'x');
   shown.setText(path);
-  EXPECT_EQ(onShow, path);
+  EXPECT_EQ(shownText, path);
   EXPECT_EQ(Line(shown)->cursorPosition(), 0);
   shown.AppendText("yz");
-  EXPECT_EQ(onShow, path + "yz");
+  EXPECT_EQ(shownText, path + "yz");
   EXPECT_EQ(Line(shown)->cursorPosition(), 0);
   const QImage whole = Picture(*Line(shown));
   shown.setText(path.left(100));

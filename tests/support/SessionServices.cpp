@@ -53,7 +53,7 @@ bool SessionServices::Inhibited() const {
   return ::poll(&end, 1, 0) == 0;
 }
 
-int SessionServices::OnTheSystemBus() const {
+int SessionServices::SystemBusConnections() const {
   const QStringList names = system_.interface()->registeredServiceNames();
   return static_cast<int>(names.filter(QRegularExpression("^:")).size()) - 1;
 }

@@ -40,8 +40,8 @@ class SessionServices : public QObject {
   const QString& Progress() const { return progress_; }
   // All that it has shown.
   const QStringList& ProgressSoFar() const { return progressSoFar_; }
-  // How many programs are connected to the system bus, apart from this one.
-  int OnTheSystemBus() const;
+  // How many connections the system bus has, apart from this object's own.
+  int SystemBusConnections() const;
 
  public slots:
   void TakeLauncherUpdate(const QString& entry, const QVariantMap& properties);

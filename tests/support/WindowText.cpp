@@ -164,8 +164,8 @@ class Description {
     }
   }
 
-  // Adds, after "=>", what differs from the design, with the place of a hidden control, which
-  // AddPlaces leaves out.
+  // Adds, after "=>", what differs from the design. The place of a hidden control is added too,
+  // since AddPlaces leaves it out.
   void AddWhatTheLoadChanges() {
     qsizetype line = 1;
     for (const Timer* timer : form_.findChildren<Timer*>()) {

@@ -56,8 +56,8 @@ constexpr std::pair<const char*, const char*> kOptions[] = {
     {"audio-fallback-to-null", "yes"},
 };
 
-// Stored pixels are rendered 1:1, and the picture is cut to the rendered size. "0" stands for
-// square pixels, since newer releases take "no" for the file's own aspect ratio.
+// Stored pixels are rendered 1:1, and the picture is cut to the rendered size. "0" means square
+// pixels; "no" does too, but newer releases take it for the file's own aspect ratio.
 constexpr auto kStoredPictureOptions = std::to_array<std::pair<const char*, const char*>>({
     {"video-aspect-override", "0"},
     {"video-unscaled", "yes"},
@@ -213,10 +213,10 @@ void PlaybackCore::setPaused(bool paused) {
   if (!Usable()) return;
   if (!paused) {
     steps_ = 0;
-    // A step that is under way would pause the player at its end.
+    // This ends a step that is under way, which would otherwise pause the player when it is done.
     if (paused_) SetFlag("pause", true);
     setSilent(false);
-    // After a step beyond the last picture the player would wait for the sound without an end.
+    // After a step beyond the last picture the player would wait for the sound for ever.
     if (std::exchange(stepped_, false)) SeekTo(position_);
   }
   paused_ = paused;
@@ -224,8 +224,8 @@ void PlaybackCore::setPaused(bool paused) {
   SetFlag("pause", paused);
 }
 
-// The player takes the time of the sound for that of the last picture. So a paused file has no
-// sound from its first seek or step on.
+// With sound, the player reports the sound's time as that of the last picture. So a paused file has
+// no sound from its first seek or step on.
 void PlaybackCore::setSilent(bool silent) {
   if (silent_ == silent) return;
   silent_ = silent;
@@ -272,7 +272,7 @@ void PlaybackCore::ObservePosition() {
 // The player reports the new position by itself only some time after a seek, and doesn't report one
 // that equals the last one that it has reported.
 void PlaybackCore::AskForSoughtPosition() {
-  // If a start is unanswered, it is the former file's.
+  // If a start is unanswered, the seek was the former file's.
   if (unansweredStarts_ > 0) return;
   mpv_->unobserve_property(player_, kPositionReplyId);
   ObservePosition();
@@ -285,7 +285,7 @@ void PlaybackCore::SeekNext() {
   seeking_ = false;
   if (paused_ && hasPictures_ && !silent_ && (nextSeek_ || steps_ != 0)) {
     setSilent(true);
-    // A step right after the sound has ended could go to the end of the file.
+    // A step right after the sound is switched off could go to the end of the file.
     if (!nextSeek_) SeekTo(position_);
     if (seeking_) return;
   }

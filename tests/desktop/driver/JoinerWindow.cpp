@@ -33,8 +33,8 @@ bool JoinerWindow::Await() {
 
 // This looks at a tick of the ruler and not at a caption, since letters may look different under
 // Wayland.
-bool JoinerWindow::AwaitInside(WindowId output) {
-  window_ = output;
+bool JoinerWindow::AwaitInside(WindowId window) {
+  window_ = window;
   return WaitFor([this] {
     menuHeight_ = AreaUnderMenus(screen_, window_, kGround).top() - screen_.Place(window_).top();
     return menuHeight_ < screen_.Place(window_).height() &&

@@ -28,7 +28,8 @@ QList<int> NumbersIn(const QString& text) {
   return numbers;
 }
 
-// The place of an edge at the size `now`, where it is `first` at one size and `second` at another.
+// Returns a number of a place at the size `now`: it is `first` at `firstSize` and `second` at
+// `secondSize`.
 int At(int now, int firstSize, int first, int secondSize, int second) {
   if (first == second) return first;
   const double slope = static_cast<double>(second - first) / (secondSize - firstSize);
@@ -45,9 +46,9 @@ QRect PlaceIn(const QString& form, QSize area, const QString& control) {
   const QList<int> place1 = NumbersIn(places.value(1));
   const QList<int> place2 = NumbersIn(places.last());
   if (place1.size() != 4) throw std::invalid_argument(control.toStdString() + " is hidden");
-  const auto at = [&](int direction, int edge) {
-    return At(direction == 0 ? area.width() : area.height(), size1[direction], place1[edge],
-              size2[direction], place2[edge]);
+  const auto at = [&](int axis, int number) {
+    return At(axis == 0 ? area.width() : area.height(), size1[axis], place1[number], size2[axis],
+              place2[number]);
   };
   return {at(0, 0), at(1, 1), at(0, 2), at(1, 3)};
 }

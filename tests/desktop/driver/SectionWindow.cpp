@@ -15,8 +15,8 @@ bool SectionWindow::Await() {
   });
 }
 
-bool SectionWindow::AwaitInside(WindowId output) {
-  window_ = output;
+bool SectionWindow::AwaitInside(WindowId window) {
+  window_ = window;
   return WaitFor(
       [this] { return !OnTimeLine(kEndNeedle).isEmpty() && !ThumbOutline(0).isEmpty(); });
 }

@@ -49,8 +49,8 @@ bool MainWindow::Await() {
 }
 
 // This looks at no caption, since letters may look different under Wayland.
-bool MainWindow::AwaitInside(WindowId output) {
-  window_ = output;
+bool MainWindow::AwaitInside(WindowId window) {
+  window_ = window;
   return WaitFor([this] {
     return !Area().isEmpty() && desktop::AllOf(screen_.Picture(), Place("pbar"), kProgressBack);
   });
