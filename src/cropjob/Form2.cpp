@@ -24,8 +24,8 @@ constexpr std::int16_t kStartTick = 2;
 constexpr float kWindowHeight = 2400;  // twips
 
 // Returns the "hh:mm:ss" after "time=" in the tool's statistics, or less of it if the block ends
-// before: "size=    1024kB time=00:00:10.00 bitrate= 838.9kbits/s speed=2.0x". Other lines may have
-// the word "time" as well, with any text after it. Empty if the block doesn't have it.
+// there: "size=    1024kB time=00:00:10.00 bitrate= 838.9kbits/s speed=2.0x". Other lines may have
+// the word "time" as well, with any text after it. Empty if the block doesn't have the word.
 QString TimeText(const QString& block) {
   constexpr qsizetype kOffset = 5;
   constexpr qsizetype kLength = 8;
@@ -40,7 +40,7 @@ Form2::Form2(MainWindow& mainWindow) : Form(kForm2, kForm2Controls), mainWindow_
 }
 
 void Form2::WireEvents() {
-  // A job that began while a dialog is open would delay the dialog's answer until the job ends.
+  // A job begun while a dialog is open would hold back the dialog's answer until the job ends.
   Timer1.Tick = [this] {
     if (!DialogIsOpen()) Timer1_Timer();
   };
@@ -107,7 +107,7 @@ void Form2::objDOS_ReceiveOutputs(const std::string& CommandOutputs) {
   const QString time = TimeText(block);
   if (time.isEmpty()) return;
 
-  // The percentage is that of the value before this update.
+  // The percentage shown is that of the value before this update.
   const float old = pbar.Value();
   const float top = pbar.Max();
   if (const std::optional<int> seconds = SecondsFromTimeText(time)) {

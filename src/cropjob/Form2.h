@@ -16,8 +16,8 @@
 namespace kelvane {
 
 // "Saving Video": runs one crop and shows its progress. The crop begins at the second tick of the
-// timer without an open dialog. When the tool's text ends, the window says that the job succeeded,
-// whatever the tool did.
+// timer at which no dialog is open. When the tool's text ends, the window says that the job
+// succeeded, whatever the tool did.
 //
 // The job runs inside a tick of Timer1. If the window is cancelled meanwhile, the tool runs on to
 // its end and the main window's bar still follows it.

@@ -7,8 +7,8 @@ namespace kelvane {
 
 class ProgressBar;
 
-// What the job's window needs of the main window, which implements it and outlives the job's
-// window. Belongs to the user-interface thread.
+// What the window of a crop job needs of the main window, which implements this interface and
+// outlives the job's window. Belongs to the user-interface thread.
 class MainWindow {
  public:
   virtual ~MainWindow() = default;

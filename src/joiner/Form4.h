@@ -26,7 +26,7 @@ class LongJob;
 // The boxes of the time chart, Picture1.
 enum ChartBox : int { ChartFrame = 0, ChartViewport = 1, Chart = 2 };
 
-// Of the chart and its ruler.
+// The scale of the chart and of its ruler.
 constexpr int kSecondsPerPixel = 10;
 
 // The commands, Label1.
@@ -85,10 +85,10 @@ class Form4 : public Form {
   // The join.
   void DoTheJoin();
   void JoinSections(DOSOutputs& objDOS);
-  // Returns the path of the list, even if it couldn't be written.
+  // Writes the list for the tool and returns its path, even if the list couldn't be written.
   std::string WriteListFile(const std::string& tools) const;
-  // Replaces the file at `path`. Returns false, and leaves no list there, if it can't be written
-  // whole; a file that can't be removed stays.
+  // Writes the list in place of the file at `path`. Returns false, and leaves no list there, if it
+  // can't be written whole; a file that can't be removed stays.
   bool WriteListTo(const QString& path) const;
   void TranscodeSections(DOSOutputs& objDOS);
 
@@ -113,16 +113,16 @@ class Form4 : public Form {
   QIcon icon_;
   CommonDialog CDialog{*this};
 
-  // Of the file last chosen.
+  // The file last chosen. If there is no such file, the previous title and path stay.
   QString SelectedFile;
   QString FileTitle;
   QString FileShortPath;
 
   std::int64_t TotalSeconds = 0;    // of all sections probed, removed ones as well
-  std::int32_t SectionSeconds = 0;  // of the last one; then the width of its strip in pixels
-  std::int32_t StripSpan = 0;       // the width of all strips in pixels; never read
+  std::int32_t SectionSeconds = 0;  // of the last section; then the width of its strip in pixels
+  std::int32_t StripSpan = 0;       // the width of all strips in pixels; nothing uses it
   std::int16_t MenuStrip = 0;       // the strip last right-clicked
-  bool TranscodeLock = false;       // no more sections
+  bool TranscodeLock = false;       // no section can be added any more
   ListView::ListItem LastListItem;
   int LastColumn = 0;  // the number of the table's last column; never read
 

@@ -11,7 +11,7 @@ namespace kelvane {
 
 using namespace Qt::StringLiterals;
 
-// Any mouse button fires a command.
+// Runs the command, whichever mouse button was released.
 void Form4::Label1_MouseUp(const MouseEvent& event) {
   switch (event.Index) {
     case AddVideoSection:
@@ -36,7 +36,7 @@ void Form4::AddSection() {
   CDialog.ShowOpen();
   if (CDialog.FileName.isEmpty()) return;
   SelectedFile = Trim(CDialog.FileName);
-  // If there is no such file, the last one's title and path stay, and that one is probed again.
+  // If there is no such file, title and path stay those of the previous one, which is probed again.
   if (const QFileInfo file(SelectedFile); file.isFile()) {
     FileTitle = file.fileName();
     if (const std::string path = GetShortFileName(ToNarrow(SelectedFile), {}); !path.empty()) {
@@ -48,7 +48,8 @@ void Form4::AddSection() {
   GetVideoData();
 }
 
-// Doesn't number the removed sections, unlike the join itself, and keeps what earlier joins listed.
+// Adds the intermediate files to List2, behind those of earlier joins. Unlike TranscodeSections,
+// gives no numbers to removed sections.
 void Form4::ListIntermediates() {
   int live = 0;
   for (int i = 0; i < List1.ListCount(); ++i) {

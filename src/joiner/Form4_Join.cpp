@@ -37,7 +37,7 @@ void WaitOneSecond() {
 
 }  // namespace
 
-// A join or a new section during the wait has a runner of its own.
+// The runner is local: a join or a new section that begins during the wait has one of its own.
 void Form4::DoTheJoin() {
   DOSOutputs objDOS;
   ConnectRunner(objDOS);
@@ -50,7 +50,7 @@ void Form4::DoTheJoin() {
   MsgBox(u"Your Videos have been joined successfully."_s, kOKCancel | kExclamation, kProductName);
 }
 
-// If the dialog is cancelled, the tool is run without a name for its output.
+// If the dialog is cancelled, the tool still runs, without a name for its output.
 void Form4::JoinSections(DOSOutputs& objDOS) {
   CDialog.DialogTitle = u"Save Video As"_s;
   CDialog.FileName.clear();
@@ -73,8 +73,8 @@ void Form4::JoinSections(DOSOutputs& objDOS) {
   }
 }
 
-// The list is beside the tools or, if it can't be written whole there (as on a full disk, or if the
-// program is installed for everybody) and no folder has its name, in the private folder.
+// The list is written beside the tools or, if it can't be written whole there (on a full disk, or
+// if the program is installed for everybody) and no folder has its name, in the private folder.
 std::string Form4::WriteListFile(const std::string& tools) const {
   std::string beside = tools + "/files.txt";
   if (WriteListTo(FromNarrow(beside)) || QFileInfo(FromNarrow(beside)).isDir()) return beside;
@@ -103,7 +103,7 @@ void Form4::TranscodeSections(DOSOutputs& objDOS) {
   LongJob job("Transcoding videos");
   for (int i = 0; i < List1.ListCount(); ++i) {
     Label3(ProcessLine).setCaption(u"Process: Transcoding Video "_s + FormatDigits(i, 2));
-    // Nothing else paints it while the tools run.
+    // Nothing else paints the caption while the tools run.
     Label3(ProcessLine).repaint();
     job.SetProgress(static_cast<double>(i) / List1.ListCount());
     const QString SectionPath = Trim(List1.List(i));
@@ -119,8 +119,8 @@ void Form4::TranscodeSections(DOSOutputs& objDOS) {
 }
 
 void Form4::ConnectRunner(DOSOutputs& objDOS) {
-  // The tools print "Duration:" and its value one after the other; the handler, which looks at one
-  // block alone, must find them together.
+  // The tools write "Duration:" and its value separately; the handler, which looks at one block
+  // alone, must find both in one block.
   objDOS.CutBlocks(EndOfLine);
   objDOS.ReceiveOutputs =
       IgnoringExceptions([this](const std::string& block) { objDOS_ReceiveOutputs(block); });

@@ -29,14 +29,14 @@ void Form4::GetVideoData() {
   });
 }
 
-// Handles every tool of this window: a join's own blocks can add sections too. Looks at one block
-// alone, so it doesn't find a word that is cut in two.
+// Handles the output of every tool of this window, so a join's output can add sections too. Looks
+// at one block alone, so it doesn't find a "Duration:" that is cut in two.
 void Form4::objDOS_ReceiveOutputs(const std::string& CommandOutputs) {
   if (TranscodeLock) return;
   Text1.setText(FromNarrow(CommandOutputs));
   if (const auto duration = DurationReading().Append(ToNarrow(Text1.Text()))) {
     VideoDuration = FromNarrow(*duration);
-    // If the text is no time, SectionSeconds stays: it is the width of the strip before.
+    // If the text is no time, SectionSeconds stays: it is the width of the previous strip.
     if (const auto seconds = SecondsFromTimeText(VideoDuration)) SectionSeconds = *seconds;
     TotalSeconds += SectionSeconds;
     SectionSeconds = ToInteger32(SectionSeconds / double{kSecondsPerPixel}).value_or(0);
@@ -87,7 +87,7 @@ void Form4::AddVideoObject(std::int32_t StripWidth) {
   strip.Refresh();
 }
 
-// Marks the section whose strip was last right-clicked, wherever the menu was opened.
+// Marks as removed the section whose strip was last right-clicked, wherever the menu was opened.
 void Form4::mnu_RemoveSection_Click() {
   Picture2(MenuStrip).setBackColor(kGrey);
   Label2(MenuStrip).setCaption(kDeletedSection);

@@ -50,8 +50,8 @@ QString ListedPath(const QString& section) {
   return path;
 }
 
-// Returns whether the join reaches the new file: the tool opens the first section before it, and
-// leaves the new file alone if that fails.
+// Returns whether the join gets as far as the new file: the tool opens the first section before the
+// new file and, if that fails, leaves the new file alone.
 bool ReachesNewFile(const QStringList& sections) {
   const QString first = ListedPath(sections.value(0));
   return first.contains(u'/') && QFileInfo::exists(first);

@@ -26,8 +26,8 @@ QString SavedListLine(const QString& item);
 // Returns "concat:intermediate00.ts|intermediate01.ts" for two sections, "concat:" for none.
 QString ConcatListText(int sections);
 
-// Returns sentences for the user on what a join of `sections` does with the new file `path`;
-// empty if it just makes that. `path` is absolute.
+// Returns sentences for the user on what a join of `sections` does with the new file `path`; empty
+// if the join just makes that file. `path` is absolute.
 QString JoinRemark(const QString& path, const QStringList& sections);
 
 // The same for the file of a saved list, whose path no command line cuts.

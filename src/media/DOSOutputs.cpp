@@ -35,7 +35,7 @@ constexpr std::chrono::milliseconds kWaitingInterval(20);
 // process id to no other process.
 std::vector<std::shared_ptr<StartedTool>> startedTools;
 
-// Returns false while the tool runs.
+// Reaps the tool if it has ended, and keeps its exit status. Returns false while the tool runs.
 bool Reap(StartedTool& tool) {
   int status = 0;
   const pid_t ended = waitpid(tool.process, &status, WNOHANG);
@@ -44,9 +44,9 @@ bool Reap(StartedTool& tool) {
   return tool.reaped;
 }
 
-// A program that exits in the middle of a run, as when its display is lost, leaves no tool behind
-// that it could have ended. In a forked process, whose children the tools aren't, this does
-// nothing.
+// When the program exits in the middle of a run, for example because its display is lost, kills the
+// tools that End could have ended. Does nothing in a forked process, since the tools aren't its
+// children.
 struct EndOfProgram {
   ~EndOfProgram() {
     for (const auto& tool : startedTools) {
@@ -67,8 +67,8 @@ class SpawnSettings {
     sigemptyset(&none);
     sigemptyset(&brokenPipe);
     sigaddset(&brokenPipe, SIGPIPE);
-    // The null device comes last: if the program was started without its standard descriptors, the
-    // pipe has some of their numbers, and 0 can only be the read end's.
+    // If the program was started without its standard descriptors, the pipe has some of their
+    // numbers, but 0 only for its read end, which the tool doesn't need.
     usable_ =
         usable_ && posix_spawn_file_actions_adddup2(&files_, writeEnd, STDOUT_FILENO) == 0 &&
         posix_spawn_file_actions_adddup2(&files_, STDOUT_FILENO, STDERR_FILENO) == 0 &&
@@ -148,7 +148,7 @@ std::string DOSOutputs::ExecuteCommand(const std::string& CommandLine) {
     waiting();
     ReapEndedChildren();
     if (*killTime && tool->reaped) {
-      // Another process may hold the output open.
+      // The reading is ended, since another process may still hold the output open.
       reader.reset();
     } else if (*killTime && Clock::now() >= **killTime) {
       kill(tool->process, SIGKILL);

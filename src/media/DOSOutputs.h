@@ -16,11 +16,11 @@ struct StartedTool;
 
 // Runs one console tool at a time and passes on what it prints while it runs.
 //
-// Text is bytes in the locale's encoding. The event is raised on the thread that calls
-// ExecuteCommand, so its handler may process events and even start a run on another instance. Each
-// run has a thread that reads the tool's text, so that the tool never has to wait for a handler;
-// that thread calls no function of the caller. An instance must outlive its run. All instances
-// belong to one thread.
+// Text is bytes in the locale's encoding. ReceiveOutputs and Waiting are raised on the thread that
+// calls ExecuteCommand, so a handler may process the program's events and even start a run on
+// another instance. Each run has a thread that reads the tool's text, so that the tool never has to
+// wait for a handler; that thread calls no function of the caller. An instance must outlive its
+// run. All instances belong to one thread.
 class DOSOutputs {
  public:
   // Raised for each block of the text, 1 to 256 bytes of the tool's standard output and standard
@@ -28,17 +28,17 @@ class DOSOutputs {
   // block may end in the middle of a word or of a character.
   std::function<void(const std::string& CommandOutputs)> ReceiveOutputs;
 
-  // If it is set when a run starts, it is raised about every 20 ms during the run, but not while a
-  // handler runs, so that the caller can process its events. The run then lasts until the tool has
-  // exited too, and End can end it. If the program exits meanwhile, the tool is killed.
+  // Lets the caller process events: if it is set when a run starts, it is raised about every 20 ms
+  // during the run, except while a handler runs. Such a run lasts until the tool has exited too,
+  // and End can end it. If the program exits meanwhile, the tool is killed.
   std::function<void()> Waiting;
 
   const std::string& CommandLine() const { return commandText_; }
   void setCommandLine(const std::string& DosCommand) { commandText_ = DosCommand; }
 
-  // From the next run on, `length` decides where a block ends that isn't full. It is called on the
-  // thread of the event. Null removes it: a block is then raised as soon as there is any text, so
-  // a line that a tool prints word by word is read word by word.
+  // From the next run on, `length` decides where a block that isn't full ends. It is called on the
+  // thread that calls ExecuteCommand. Null removes it: a block is then raised as soon as there is
+  // any text, so a line that a tool prints word by word is read word by word.
   void CutBlocks(BlockLength length) { blockLength_ = std::move(length); }
 
   // Returns a copy of the text raised so far in the current run or, between runs, in the last one.
@@ -49,9 +49,9 @@ class DOSOutputs {
   // tool's standard input is the null device.
   //
   // Returns an empty text, raises no event and leaves Outputs unchanged if the command line is
-  // empty, or if the tool or the thread that reads it can't be started. Without Waiting, the run
-  // ends with the stream and doesn't wait for the tool to exit. Throws std::bad_alloc and what an
-  // event's handler throws; a started tool then has no reader any more.
+  // empty or blank, or if the tool or the thread that reads it can't be started. Without Waiting,
+  // the run ends with the stream and doesn't wait for the tool to exit. Throws std::bad_alloc and
+  // what an event's handler throws; a started tool then has no reader any more.
   std::string ExecuteCommand(const std::string& CommandLine = {});
 
   // Ends the run in progress; to be called by a handler, inside ExecuteCommand. Sends SIGTERM to
@@ -62,8 +62,8 @@ class DOSOutputs {
   void End(std::chrono::milliseconds patience = std::chrono::seconds(5));
 
   // Returns the exit status of the last run's tool, or the negative number of the signal that ended
-  // it. Returns std::nullopt before the first run, if the tool couldn't be started, and while it
-  // isn't reaped.
+  // it. Returns std::nullopt before the first run, if the tool couldn't be started, while it isn't
+  // reaped, and if other code has reaped it.
   std::optional<int> ExitStatus() const;
 
   // Reaps the started tools that have ended, so that none stays a zombie. To be called on the
@@ -72,7 +72,7 @@ class DOSOutputs {
 
  private:
   std::string commandText_;
-  // Of the last run that was started.
+  // The text of the last run whose tool was started.
   std::shared_ptr<ToolText> text_;
   BlockLength blockLength_;
   // Null if the last run's tool couldn't be started.

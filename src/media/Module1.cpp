@@ -64,8 +64,8 @@ bool IsUtf8(std::string_view text) {
   return true;
 }
 
-// Returns whether `c`, a byte of UTF-8 text, cuts a command line, gets lost in a text box or is
-// part of a pattern to a tool, as a percent sign is in the names of image sequences.
+// Returns whether `c`, a byte of UTF-8 text, would cut a command line, get lost in a text box or be
+// taken for part of a pattern by a tool, as a percent sign is in the names of image sequences.
 bool IsUnsafe(char c) {
   constexpr char kDelete = 0x7F;
   return Byte(c) <= Byte(' ') || c == kDelete || c == '"' || c == '%';
@@ -77,8 +77,8 @@ bool CanGoUnquoted(const std::string& path) {
          std::none_of(path.begin(), path.end(), IsUnsafe);
 }
 
-// Returns the extension with its dot if that is followed by 1 to 10 ASCII letters or digits, an
-// empty text otherwise. Tools recognise formats by it.
+// Returns the extension if that is a dot and 1 to 10 ASCII letters or digits, an empty text
+// otherwise. Tools recognise formats by the extension.
 std::string PlainExtension(const std::string& path) {
   constexpr std::size_t kLongest = 10;
   const std::string extension = std::filesystem::path(path).extension();
@@ -87,9 +87,9 @@ std::string PlainExtension(const std::string& path) {
   return plain ? extension : std::string();
 }
 
-// Returns the name of the link to `path`, which can go unquoted: the last name of the path, with
-// "_" for each character that can't, and for each byte that isn't UTF-8. A number from 2 on is put
-// before the extension. What is too long is cut before them.
+// Returns a name for the link to `path` that can go unquoted: the last name of the path, with "_"
+// for each character that can't, and for each byte that isn't UTF-8. A `number` from 2 on is put
+// before the extension. A name that is too long is cut before the number and the extension.
 std::string LinkName(const std::string& path, int number) {
   constexpr std::size_t kMostCharacters = 40;
   std::filesystem::path file = path;
@@ -111,8 +111,7 @@ std::string LinkName(const std::string& path, int number) {
   return name;
 }
 
-// Returns the value of a variable of the environment if it is an absolute path, an empty text
-// otherwise.
+// Returns the value of an environment variable if it is an absolute path, an empty text otherwise.
 std::string FolderIn(const char* variable) {
   const char* const value = std::getenv(variable);
   return value != nullptr && *value == '/' ? value : std::string();

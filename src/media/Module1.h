@@ -15,11 +15,11 @@ using ShowError = std::function<void(const std::string& text, const std::string&
 // Returns the short path of an existing file or folder. This is the path itself, made absolute, if
 // it can go unquoted: if it is valid UTF-8 of at most 254 bytes without blanks, double quotes,
 // percent signs and control characters. For any other path it is that of a link in a private folder
-// (mode 0700) in `linksParent`, which is removed when the program ends. The link has the path's
-// last name, "My_holiday.mp4" for "My holiday.mp4": what can't go unquoted is "_", at most 40
-// characters are left, and a number makes it the only one, "My_holiday_2.mp4". An extension of 1 to
-// 10 ASCII letters or digits stays. The same path gets the same link each time; two paths to one
-// file get two links.
+// (mode 0700) in `linksParent`; the folder is removed when the program ends. The link is named
+// after the path's last name, "My_holiday.mp4" for "My holiday.mp4": "_" replaces what can't go
+// unquoted, at most 40 characters are left, and if the name is taken, a number is added,
+// "My_holiday_2.mp4". An extension of 1 to 10 ASCII letters or digits stays. The same path gets the
+// same link each time; two paths to one file get two links.
 //
 // Returns an empty text, without a message, if there is no such file or it can't be reached. If the
 // link can't be made, passes the reason and its number to `showError`, unless that is null, and
@@ -31,13 +31,13 @@ std::string GetShortFileName(const std::string& Path, const ShowError& showError
 // itself if it has none. Ignores errors.
 std::string ToolsFolder(const std::string& appPath);
 
-// Returns the path for a join's list that can't be in the program's folder: one in the private
-// folder of the short paths, which can go unquoted. The list is removed when the program ends.
-// Returns an empty text if that folder can't be made.
+// Returns a path, which can go unquoted, for a join's list that can't be written to the program's
+// folder. It is in the private folder of the short paths. The list is removed when the program
+// ends. Returns an empty text if the private folder can't be made.
 std::string PrivateListFile(const std::string& linksParent = "/tmp");
 
 // Removes the private folders in `linksParent` that this user's programs left behind. To be called
-// when the program starts. Leaves alone the folders of programs that run, and ignores errors.
+// when the program starts. Leaves alone the folders of running programs, and ignores errors.
 void ClearShortPathsLeftBehind(const std::string& linksParent = "/tmp");
 
 // Returns the folders that can have a private folder of working files, the preferred one first:
@@ -45,15 +45,15 @@ void ClearShortPathsLeftBehind(const std::string& linksParent = "/tmp");
 // folder ($XDG_CACHE_HOME or ~/.cache).
 std::vector<std::string> WorkFileParents();
 
-// Returns the path of a working file, in a private folder in the first of the `parents` that takes
-// one; a missing parent is made if its own folder exists. `name` consists of ASCII letters, digits,
-// "-" and ".". The same name gets the same path each time. The caller writes the file and may
-// remove it; otherwise it is removed when the program ends. Returns an empty text if none of the
-// parents takes the folder.
+// Returns the path of a working file, in a private folder in the first of the `parents` in which
+// one can be made; a missing parent is made if its own folder exists. `name` consists of ASCII
+// letters, digits, "-" and ".". The same name gets the same path each time. The caller writes the
+// file and may remove it; otherwise it is removed when the program ends. Returns an empty text if
+// the private folder can't be made in any of them.
 std::string PrivateWorkFile(const std::string& name,
                             const std::vector<std::string>& parents = WorkFileParents());
 
-// Does for the working files in the `parents` what ClearShortPathsLeftBehind does.
+// Does in each of the `parents` what ClearShortPathsLeftBehind does in `linksParent`.
 void ClearWorkFilesLeftBehind(const std::vector<std::string>& parents = WorkFileParents());
 
 }  // namespace kelvane

@@ -16,8 +16,8 @@ namespace fs = std::filesystem;
 
 bool CanBeUsed(const fs::path& file, int mode) { return ::access(file.c_str(), mode) == 0; }
 
-// A tool takes all that follows the last point, even in ".mp4", which has no extension for the
-// standard library.
+// Returns whether a tool finds an extension in the file's name. The tool takes all that follows the
+// last point for one, even in ".mp4", which has no extension for the standard library.
 bool HasExtension(const std::string& file) {
   const std::string name = fs::path(file).filename();
   const std::size_t point = name.rfind('.');
@@ -74,7 +74,7 @@ std::string OutputRemark(const std::string& path, const std::string& replaced) {
   if (arguments.empty()) return {};
   const std::string& file = arguments.front();
   const bool hasFormat = HasExtension(file);
-  // A tool renames a list of pieces when it is whole, so that the folder decides whether it can.
+  // A tool renames its finished list of pieces, so the folder decides if the file can be replaced.
   const bool canBeReplaced =
       IsListOfPieces(file) ? FolderRemark(file).empty() : CanBeUsed(file, W_OK);
   const std::string written = RemarkOn(file, hasFormat ? replaced : std::string(), canBeReplaced);

@@ -56,7 +56,7 @@ bool IsPathOf(const std::string& path, const Descriptor& folder) {
          named.st_dev == opened.st_dev && named.st_ino == opened.st_ino;
 }
 
-// Makes a folder, under its former path if that is free, and returns its path.
+// Makes a folder, at `formerPath` if that is given and free, or in `parent`. Returns its path.
 std::string MakeFolder(const std::string& parent, const std::string& formerPath) {
   if (!formerPath.empty() && ::mkdir(formerPath.c_str(), S_IRWXU) == 0) return formerPath;
   std::string path = parent + '/' + NameBeginning() + std::string(kRandomPart);

@@ -10,15 +10,15 @@
 namespace kelvane {
 
 // A folder of one run of the program. It holds symbolic links that give files other names, the list
-// of a join if the program's folder can't, and working files.
+// of a join that can't be written to the program's folder, and working files.
 //
 // Its name is "kelvane-", the user's id, "-" and six characters. Only its user can open it. It is
 // locked until the program ends, so a folder that isn't locked was left behind. It is removed when
 // the program ends. Not thread-safe: all folders are to be used on one thread.
 class PrivateFolder {
  public:
-  // Returns the program's one folder in `parent`, which is made when a link or a file first needs
-  // it. The object lives until the program ends.
+  // Returns the program's one folder in `parent`. The folder is made when a link or a file first
+  // needs it. The object lives until the program ends.
   static PrivateFolder& In(const std::string& parent);
 
   // Removes this user's folders in `parent` whose programs have ended: the symbolic links, the list
@@ -31,11 +31,11 @@ class PrivateFolder {
   PrivateFolder& operator=(const PrivateFolder&) = delete;
   ~PrivateFolder();
 
-  // Returns the path of a link to the absolute path `target`. The link's name is that which `name`
-  // returns for the least number, from 1 on, whose name isn't taken; "work-" at its beginning
-  // becomes "work_". The same target gets the same name each time; two paths to one file get
-  // two links. Makes the folder and the link again if they have vanished. Throws std::system_error
-  // if one can't be made.
+  // Returns the path of a link to the absolute path `target`. The link's name is the first that
+  // isn't taken of those that `name` returns for 1, 2 and so on; "work-" at its beginning becomes
+  // "work_". The same target gets the same name each time; two paths to one file get two links.
+  // Makes the folder and the link again if they have vanished. Throws std::system_error if one
+  // can't be made.
   std::string LinkTo(const std::string& target, const std::function<std::string(int number)>& name);
 
   // Returns the path for a join's list, "files.txt" in the folder, and makes the folder if it isn't
@@ -43,7 +43,7 @@ class PrivateFolder {
   // the folder can't be made.
   std::string ListFile();
 
-  // Returns the path for a working file, whose name is "work-" and `name`, as ListFile does.
+  // Does what ListFile does for a working file, whose name is "work-" and `name`.
   std::string WorkFile(const std::string& name);
 
  private:
@@ -59,7 +59,7 @@ class PrivateFolder {
   // The process that made the folder. A forked process has a copy of this object and isn't its
   // owner.
   pid_t owner_ = 0;
-  std::map<std::string, std::string> names_;  // by the target
+  std::map<std::string, std::string> names_;  // of the links, by target
   std::set<std::string> takenNames_;
   std::set<std::string> files_;
 };

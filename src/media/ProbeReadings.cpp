@@ -31,7 +31,7 @@ size_t FindIgnoringCase(string_view text, string_view word) {
   return found == text.end() ? string_view::npos : static_cast<size_t>(found - text.begin());
 }
 
-// The words are in lower case.
+// Returns whether `line` has any of the lower-case `words`, whatever its own case.
 bool HasAnyOf(std::span<const string_view> words, string_view line) {
   return std::any_of(words.begin(), words.end(), [line](string_view word) {
     return FindIgnoringCase(line, word) != string_view::npos;
@@ -153,12 +153,12 @@ string LastComplaint(string_view text) {
   text = text.substr(text.size() - std::min(text.size(), kLookedAt));
   string_view consequence;
   while (!text.empty()) {
-    // If there is no line break, it is the whole text. npos + 1 is 0.
+    // If there is no line break, the line is the whole text. npos + 1 is 0.
     const size_t start = text.find_last_of("\r\n") + 1;
     string_view line = text.substr(start);
     const size_t nameEnd = line.starts_with('[') ? line.find("] ") : string_view::npos;
     if (nameEnd != string_view::npos) line.remove_prefix(nameEnd + 2);
-    // Such lines describe the files, with names and titles that may have any word.
+    // Lines that begin like this describe the files, with names and titles that may have any word.
     if (!line.starts_with(' ') && !line.starts_with("Input #") && !line.starts_with("Output #") &&
         HasAnyOf(kComplaints, line)) {
       if (!HasAnyOf(kConsequences, line)) return string(line);

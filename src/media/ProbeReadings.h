@@ -18,11 +18,11 @@ std::string WidenLineBreaks(std::string_view text);
 // which fit widths of three and four digits; from any other block they yield other parts of it. The
 // texts include line breaks.
 struct SizeReading {
-  // Each is std::nullopt without its word; `width` is an empty text without "height=".
+  // Each is std::nullopt if its word is missing; `width` is empty if only "height=" is missing.
   std::optional<std::string> width;
   std::optional<std::string> height;
-  // True if the width has four digits. Otherwise the block is text as well, and what follows is
-  // only text.
+  // True if the width has four digits: the block is nothing but a size. Otherwise the block is to
+  // be read as text as well, and what follows it only as text.
   bool usedUp = false;
 };
 SizeReading ReadSize(std::string_view block);
@@ -39,8 +39,8 @@ std::size_t EndOfSize(std::string_view text);
 class DurationReading {
  public:
   // Takes the next block. Returns what has come of the nine bytes after "Duration:", trimmed, such
-  // as "00:03:20"; std::nullopt until "Duration:" has come. The cost doesn't grow with the text
-  // before.
+  // as "00:03:20"; std::nullopt until "Duration:" has come. The cost of a call doesn't grow with
+  // the text before.
   std::optional<std::string> Append(std::string_view block);
 
  private:
@@ -56,13 +56,13 @@ class DurationReading {
 std::optional<double> ReadProgress(std::string_view line);
 
 // Returns the time of the picture by a line of ffplay's status, "  12.34 A-V: -0.012 fd=   0", in
-// seconds: that of the sound, which may be far ahead, less its lead. It is not-a-number until a
-// picture has been shown. Returns std::nullopt for any other line.
+// seconds: that of the player's clock (the sound's, if any), which may be far ahead, less its lead.
+// It is not-a-number until a picture has been shown. Returns std::nullopt for any other line.
 std::optional<double> ReadPlayedTime(std::string_view line);
 
 // Returns the last line of a tool's text that says what went wrong, without a "[name @ address]" at
-// its beginning; an empty text if there is none. If all only say what followed from that, such as
-// "Conversion failed!", returns the first of these. Looks at the last 64 KiB.
+// its beginning; an empty text if there is none. If all such lines name only consequences, such as
+// "Conversion failed!", returns the first of them. Looks at the last 64 KiB.
 std::string LastComplaint(std::string_view text);
 
 }  // namespace kelvane

@@ -15,14 +15,14 @@ namespace kelvane {
 namespace {
 
 constexpr std::size_t kBlockSize = 256;
-// The capacity of a pipe.
+// The capacity of a pipe, so that one read empties it.
 constexpr std::size_t kReadSize = 65536;
 
 void ThrowErrnoUnless(bool done) {
   if (!done) throw std::system_error(errno, std::generic_category());
 }
 
-// While it exists, this thread gets no signal; threads that it starts meanwhile never do.
+// While an object exists, its thread gets no signal; threads started meanwhile never get one.
 class SignalsBlocked {
  public:
   SignalsBlocked() {

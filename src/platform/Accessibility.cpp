@@ -29,8 +29,8 @@ QAccessible::Role RoleOf(const Control& control) {
 
 bool IsSlider(const Control& control) { return RoleOf(control) == QAccessible::Slider; }
 
-// Returns whether a part of the control is inside all its containers and the window. Controls in
-// front of it are ignored: a user who can't see them has no way to move them aside.
+// Returns whether a part of the control is inside all its containers and the window. Controls that
+// cover this part are ignored: a user who can't see them has no way to move them aside.
 bool HasUnclippedPart(const Control& control) {
   QRect part = control.rect();
   for (const QWidget* each = &control; !each->isWindow(); each = each->parentWidget()) {
@@ -40,7 +40,7 @@ bool HasUnclippedPart(const Control& control) {
 }
 
 // Runs `action` later from the event loop, so that the screen reader doesn't wait for the handlers.
-// `action` is dropped if the control is hidden, or a dialog or menu open, by then.
+// `action` is dropped if, by then, the control is hidden or deleted, or a dialog or menu is open.
 void RunFromEventLoop(Control& control, std::function<void()> action) {
   QMetaObject::invokeMethod(
       &control,
@@ -53,12 +53,12 @@ void RunFromEventLoop(Control& control, std::function<void()> action) {
       Qt::QueuedConnection);
 }
 
-// The accessibility interface of a form, and the base of a control's.
+// The accessibility interface of a form, and the base class of ControlInterface.
 class FormInterface : public QAccessibleWidget {
  public:
   using QAccessibleWidget::QAccessibleWidget;
 
-  // Isn't cached: a reader may ask before the window becomes a dialog.
+  // The role isn't cached: a screen reader may ask for it before the window becomes a dialog.
   QAccessible::Role role() const override {
     return widget()->windowType() == Qt::Dialog ? QAccessible::Dialog : QAccessible::Window;
   }
@@ -76,8 +76,8 @@ class FormInterface : public QAccessibleWidget {
     return found == children.end() ? -1 : static_cast<int>(found - children.begin());
   }
 
-  // Returns the child that is in front at that position of the screen, or that contains the widget
-  // in front; null if there is none.
+  // Returns the child that is, or contains, the frontmost widget at that position of the screen;
+  // null if there is none.
   QAccessibleInterface* childAt(int x, int y) const override {
     const QList<QWidget*> children = Children();
     const QWidget* part = widget()->childAt(widget()->mapFromGlobal(QPoint(x, y)));
@@ -152,8 +152,8 @@ class ControlInterface : public FormInterface, public QAccessibleValueInterface 
     return readOut == nullptr ? QVariant() : LeadingNumber(readOut->SpokenCaption());
   }
 
-  // Drags a bar, even a clipped one, to `value`'s position. A thumb can't be set: only its form
-  // knows the value of a position.
+  // Drags a bar, even a clipped one, to the position of `value`, or of the nearest value in the
+  // range. A thumb can't be set: only its form knows which value a position stands for.
   void setCurrentValue(const QVariant& value) override {
     if (!control_.IsBar()) return;
     if (!std::isfinite(value.toDouble())) return;

@@ -23,16 +23,16 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // Opens the null device as each standard descriptor that the program was started without. Otherwise
-// a file that the program opens would get that number, and what is printed would be written into
-// the file.
+// a file that the program opens would get the number of that descriptor, and what the program
+// prints would be written into the file.
 void OpenMissingStandardDescriptors() {
   for (const int standard : {0, 1, 2}) {
     if (::fcntl(standard, F_GETFD) < 0) (void)::open("/dev/null", O_RDWR);
   }
 }
 
-// Lets Qt's own texts, in dialogs and menus, be in the user's language. The windows keep the
-// direction for which they are designed.
+// Makes Qt show its own texts, in dialogs and menus, in the user's language. The windows keep the
+// left-to-right layout for which they are designed.
 void TranslateQt() {
   QGuiApplication::setLayoutDirection(Qt::LeftToRight);
   const QLocale user = QLocale::system();
@@ -49,7 +49,7 @@ App::App(const char* programName, const QString& title)
     : name_(programName), arguments_{name_.data(), nullptr} {
   title_ = title;
   OpenMissingStandardDescriptors();
-  (void)std::signal(SIGCHLD, SIG_DFL);  // else a tool's exit status is lost
+  (void)std::signal(SIGCHLD, SIG_DFL);  // if it were ignored, a tool's exit status would be lost
   // Keeps Qt's file dialogs from saving their history in the user's settings.
   QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, u"/dev/null"_s);
 
@@ -59,7 +59,7 @@ App::App(const char* programName, const QString& title)
   ServeScreenReaders();
   QApplication::setQuitOnLastWindowClosed(false);
   QGuiApplication::setDesktopFileName(QString::fromStdString(name_));
-  // Qt has set the user's locale for the whole process; libmpv requires this one.
+  // Qt has set the user's locale for the whole process; libmpv requires "C" for numbers.
   (void)std::setlocale(LC_NUMERIC, "C");
   setPath(QFile::encodeName(QCoreApplication::applicationDirPath()).toStdString());
 }

@@ -25,7 +25,7 @@ class App {
   // The program's own folder, without a trailing separator, in the locale's encoding. It holds the
   // media tools.
   static const std::string& Path() { return path_; }
-  // Sets another folder for the tools, for a test that brings its own.
+  // Sets another folder in which the tools are sought, for a test that brings its own tools.
   static void setPath(const std::string& path) { path_ = path; }
 
   static const QString& Title() { return title_; }
@@ -40,7 +40,7 @@ class App {
   std::unique_ptr<QApplication> application_;
 };
 
-// Processes the pending events of all windows. Besides it only the event loops do so.
+// Processes the pending events of all windows. Apart from this function, only event loops do so.
 void DoEvents();
 
 }  // namespace kelvane

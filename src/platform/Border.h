@@ -5,13 +5,13 @@
 
 namespace kelvane {
 
-// A border inside the edges of a control, in front of its contents: a line, and a gap unless that
-// has no colour, a pixel each. It ignores the mouse.
+// A border along the edges of a control, in front of its contents: a line and, if it has a colour,
+// a gap inside the line, each one pixel thick. The border ignores the mouse.
 class Border : public QWidget {
  public:
-  static constexpr int kWidth = 2;  // pixels, with a gap
+  static constexpr int kWidth = 2;  // of line and gap together, in pixels
 
-  // `control` owns the border, which follows its size.
+  // `control` owns the border, which follows the control's size.
   Border(QWidget& control, QRgb lineColor, std::optional<QRgb> gapColor);
 
  protected:

@@ -27,7 +27,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The dialog's text grows with the density of the screen, so its size is given in characters.
+// Returns the least size with which the dialog opens, in pixels. It is counted in characters, since
+// the dialog's text grows with the density of the screen.
 QSize MinimumSizeFor(const QFontMetricsF& text) {
   constexpr int kCharacters = 130;
   constexpr int kLines = 30;
@@ -46,17 +47,17 @@ QList<QUrl> PlacesOfTheUser() {
   return places << QUrl(u"file:"_s);
 }
 
-// Qt makes the list of places only as wide as the first one needs.
+// Shows the places in a list wide enough for all: Qt makes it only as wide as the first one needs.
 void ShowPlaces(QFileDialog& dialog) {
   dialog.setSidebarUrls(PlacesOfTheUser());
   auto* places = dialog.findChild<QListView*>(u"sidebar"_s);
   places->setMinimumWidth(places->sizeHintForColumn(0) + 2 * places->frameWidth());
 }
 
-// Makes the typed name the result. Qt's dialog selects a typed name in its list of files, returns
-// the selected file rather than the typed name, and deselects the one before only while the name's
-// box has the focus. When the list of completions closes quickly, the box may lose the focus on X:
-// a file whose name is the beginning of the typed one then stays selected and is returned.
+// Makes the typed name the result. Qt's dialog would select the file of that name in its list,
+// return the selected file rather than the typed name, and deselect the file selected before only
+// while the name's box has the focus. On X11 the box may lose the focus when the completions close
+// quickly: a file whose name is the beginning of the typed one would stay selected and be returned.
 void PreferTypedName(QFileDialog& dialog) {
   const auto* name = dialog.findChild<QLineEdit*>(u"fileNameEdit"_s);
   auto* files = dialog.findChild<QListView*>(u"listView"_s)->selectionModel();
@@ -67,7 +68,7 @@ void PreferTypedName(QFileDialog& dialog) {
   QObject::disconnect(name, nullptr, &dialog, nullptr);
   QObject::connect(name, &QLineEdit::textChanged, files, [deselectStale, files] {
     deselectStale();
-    // Makes the dialog update its button.
+    // Makes the dialog enable or disable its Open or Save button.
     emit files->currentChanged({}, {});
   });
   QObject::connect(name, &QLineEdit::returnPressed, &dialog, [deselectStale, &dialog] {
@@ -76,13 +77,13 @@ void PreferTypedName(QFileDialog& dialog) {
   });
 }
 
-// A line of text that ends in "..." where it is too long, with the whole text as its tip.
+// A line of text that is cut off with "..." if it is too long, with the whole text as its tool tip.
 class RemarkLine : public QLabel {
  public:
   RemarkLine() {
     setObjectName(u"remark"_s);
     setTextFormat(Qt::PlainText);
-    // Doesn't make the dialog wider.
+    // A long text doesn't make the dialog wider.
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
   }
   void SetRemark(const QString& remark) {
@@ -91,7 +92,7 @@ class RemarkLine : public QLabel {
     Elide();
   }
 
-  // Without a text, Qt's hint is lower than a line in some fonts.
+  // Returns at least the height of a line: in some fonts Qt's hint for an empty text is less.
   QSize sizeHint() const override {
     return QLabel::sizeHint().expandedTo({0, fontMetrics().height()});
   }
@@ -120,7 +121,7 @@ class RemarkLine : public QLabel {
   QString remark_;
 };
 
-// Puts the line between the name and the file types, and lets it follow the name and the folder.
+// Adds a RemarkLine below the name, which is updated at each change of the name or the folder.
 void AddRemark(QFileDialog& dialog, const std::function<QString(const QString& path)>& remarkOn) {
   auto* layout = qobject_cast<QGridLayout*>(dialog.layout());
   auto* types = dialog.findChild<QWidget*>(u"fileTypeCombo"_s);
@@ -139,8 +140,8 @@ void AddRemark(QFileDialog& dialog, const std::function<QString(const QString& p
     const QString path = typed.isEmpty() ? QString() : dialog.selectedFiles().value(0);
     const bool isFile = !path.isEmpty() && !QFileInfo(path).isDir();
     QString remark = isFile ? remarkOn(path) : QString();
-    // For Qt double quotes enclose a name, unless it is picked in the list. The path may fill the
-    // line, so a remark that may save a file comes first.
+    // Qt drops double quotes from a name that wasn't picked in the list. The path may fill the
+    // line, so the remark, which may warn of the loss of a file, comes first.
     if (isFile && typed.contains(u'"') && !path.endsWith(u'/' + typed)) {
       remark = u"%1 The quotes vanish: %2."_s.arg(remark, path).trimmed();
     }

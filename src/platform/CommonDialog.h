@@ -17,20 +17,20 @@ class CommonDialog {
 
   // The absolute path of the chosen file. A dialog that is cancelled leaves it unchanged.
   QString FileName;
-  // Pairs of a description and a pattern, separated by "|", "MP4 Files (*.mp4)|*.mp4|All|*.*", or
-  // a single pattern. "*.*" and an empty filter show every file.
+  // Pairs of a description and a pattern, as in "MP4 Files (*.mp4)|*.mp4|All|*.*", or a single
+  // pattern. "*.*" and an empty filter show every file.
   QString Filter;
   // The number of the pair that is selected at first, counted from 1. The dialog doesn't change it.
   int FilterIndex = 1;
-  // The folder that is shown first; if it is empty, that of the file last chosen in any dialog of
-  // the program. If there is no such folder, the user's home folder is shown.
+  // The folder that is shown first. An empty path stands for the folder of the file last chosen in
+  // any dialog of the program. If no such folder exists, the user's home folder is shown.
   QString InitDir;
-  // The title of the next dialog, which clears it; Qt's default if it is empty.
+  // The title of the next dialog alone: showing the dialog clears it. Empty for Qt's default title.
   QString DialogTitle;
-  // What ShowSave's dialog says in a line below the name; empty for nothing. It is asked for at
-  // each change of the name or the folder, with the path that the dialog would return, unless that
-  // is a folder's. If double quotes were typed, the line ends with what path is left. Null for no
-  // such line.
+  // Returns what ShowSave's dialog says about `path` in a line below the name; empty for nothing.
+  // Called at each change of the name or the folder with the path that the dialog would return,
+  // unless the name is empty or the path is that of a folder. If Qt drops double quotes from the
+  // typed name, the line ends with the remaining path. Without a function there is no such line.
   std::function<QString(const QString& path)> Remark;
   // Whether ShowSave asks before it accepts a file that exists.
   bool OverwritePrompt = false;
@@ -40,8 +40,8 @@ class CommonDialog {
   bool ShowOpen();
   bool ShowSave();
 
-  // Calls `command`, whose first ShowOpen shows nothing and takes `file`, an absolute path, as if
-  // the user had chosen it there.
+  // Calls `command`. The first call of ShowOpen in it shows nothing and takes `file`, an absolute
+  // path, as if the user had chosen this file in the dialog.
   void Choose(const QString& file, const std::function<void()>& command);
 
  private:
@@ -50,7 +50,7 @@ class CommonDialog {
   void Take(const QString& file);
 
   QWidget& window_;
-  QString chosen_;  // by Choose
+  QString chosen_;  // what the next ShowOpen takes; set by Choose
   inline static QString lastFolder_;
 };
 

@@ -28,8 +28,8 @@ class Container {
   virtual void setBackColor(QRgb color);
 
   // Adds a border of two pixels, which covers controls that reach beyond the inside. Positions of
-  // controls and of the pointer count from inside it. Must be called after setBackColor, whose
-  // colour its inner line has, and before any control is placed.
+  // controls and of the pointer are relative to the inside. Must be called after setBackColor,
+  // since the border's inner pixel has that colour, and before any control is placed.
   void setBordered();
   QPoint ContentOrigin() const { return {borderWidth_, borderWidth_}; }
 

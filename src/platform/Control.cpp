@@ -94,18 +94,19 @@ void Control::FillWith(QWidget* stockWidget) {
   stockWidget->installEventFilter(this);
   stockWidget->setParent(this);
   stockWidget->setGeometry(rect());
-  // Lets Qt repaint an opaque control without its parent, and the parent without it.
+  // Lets Qt repaint an opaque control without its parent, and the parent without the control.
   setAttribute(Qt::WA_OpaquePaintEvent, stockWidget->testAttribute(Qt::WA_OpaquePaintEvent));
-  // Qt's context menus run a nested event loop: a handler whose DoEvents opens one would block
-  // until it is closed.
+  // Qt's context menus run a nested event loop: if a handler's call of DoEvents opened one, the
+  // handler would be blocked until the user closes the menu.
   stockWidget->setContextMenuPolicy(Qt::NoContextMenu);
   for (QWidget* part : stockWidget->findChildren<QWidget*>()) {
     part->setContextMenuPolicy(Qt::NoContextMenu);
   }
 }
 
-// By default a control without a tip shows its container's, and Qt renders a text that looks like
-// markup as markup.
+// Tells a screen reader when the control is shown or hidden, and shows the control's own tip
+// literally. By default Qt shows the container's tip for a control without one, and renders a text
+// that looks like markup as markup.
 bool Control::event(QEvent* event) {
   if (event->type() == QEvent::ShowToParent) AnnounceNodes(QAccessible::ObjectCreated);
   if (event->type() == QEvent::HideToParent) AnnounceNodes(QAccessible::ObjectDestroyed);
@@ -139,21 +140,21 @@ void Control::focusInEvent(QFocusEvent* event) {
 void Control::NoteFocus(const QFocusEvent& event) {
   const auto isOneOf = [&event](auto... reasons) { return ((event.reason() == reasons) || ...); };
   if (isOneOf(Qt::TabFocusReason, Qt::BacktabFocusReason)) showsFocus_ = true;
-  // Other reasons, such as the window's activation, leave it as it was.
+  // Other reasons, such as the window's activation, leave `showsFocus_` as it was.
   if (isOneOf(Qt::MouseFocusReason, Qt::OtherFocusReason)) showsFocus_ = false;
 }
 
 bool Control::eventFilter(QObject* watched, QEvent* event) {
-  const bool gets = event->type() == QEvent::FocusIn;
-  if (watched == StockWidget() && (gets || event->type() == QEvent::FocusOut)) {
-    if (gets) NoteFocus(*static_cast<QFocusEvent*>(event));
-    const bool shows = gets && showsFocus_;
-    if (shows && stockFocus_ == nullptr) {
-      // A list has a frame of Qt's own: there the focus frame is two pixels thick.
+  const bool gainsFocus = event->type() == QEvent::FocusIn;
+  if (watched == StockWidget() && (gainsFocus || event->type() == QEvent::FocusOut)) {
+    if (gainsFocus) NoteFocus(*static_cast<QFocusEvent*>(event));
+    const bool showsFrame = gainsFocus && showsFocus_;
+    if (showsFrame && stockFocus_ == nullptr) {
+      // A list has a frame of Qt's own, so its focus frame is two pixels thick.
       const bool isList = qobject_cast<QAbstractScrollArea*>(StockWidget()) != nullptr;
       stockFocus_ = new Border(*this, kWhite, isList ? std::optional(kWhite) : std::nullopt);
     }
-    if (stockFocus_ != nullptr) stockFocus_->setVisible(shows);
+    if (stockFocus_ != nullptr) stockFocus_->setVisible(showsFrame);
   }
   return MouseArea::eventFilter(watched, event);
 }

@@ -22,9 +22,9 @@ class Control : public MouseArea {
  public:
   Control(Container& container, const QString& name);
 
-  // In the container's scale unit and single precision. They read back as assigned; only the widget
-  // on the screen is rounded to whole pixels. Assigning a negative width or height, or a value that
-  // isn't finite, has no effect.
+  // The position and size, in the container's scale unit and single precision. They are returned as
+  // they were assigned; only the widget on the screen is rounded to whole pixels. Assigning a
+  // negative width or height, or a value that isn't finite, has no effect.
   float Left() const { return left_; }
   float Top() const { return top_; }
   float Width() const { return width_; }
@@ -45,15 +45,15 @@ class Control : public MouseArea {
   // Gives the control the keyboard focus.
   void SetFocus() { setFocus(); }
   // Lets the user give a label or a picture box the keyboard focus by Tab or Shift+Tab and, with
-  // the default policy, by a press of the mouse. A frame shows it, unless the focus came by the
-  // mouse or by SetFocus. Space and Enter click a control with the role kCommand as a screen reader
-  // does.
+  // the default policy, by a press of the mouse. A frame shows the focus, unless it came by the
+  // mouse or by SetFocus. Space and Enter then click a control whose role is kCommand, as a screen
+  // reader does when it presses the control.
   void setTakesKeyboard(Qt::FocusPolicy policy = Qt::StrongFocus) { setFocusPolicy(policy); }
-  // Raised by a key, also while it repeats, if the control has the focus, or a control in it that
-  // doesn't handle the key. Returns whether it has handled the key.
+  // Raised by a key, also while the key repeats, if the focus is on the control or on a widget in
+  // it that doesn't handle the key. The handler returns whether it has handled the key.
   std::function<bool(const KeyEvent&)> KeyDown;
 
-  // True for labels, shapes and lines: Line::BringToFront raises a line above these alone.
+  // Returns true for labels, shapes and lines: Line::BringToFront raises a line above these alone.
   virtual bool Windowless() const { return false; }
 
   // The text of the tool tip, shown literally; there is no tip if it is empty.
@@ -65,15 +65,15 @@ class Control : public MouseArea {
   // whether it takes the keyboard.
   void CopyFrom(const Control& other);
 
-  // Called when an assignment has changed the widget's size in pixels, before it returns.
+  // Called before an assignment returns, if it has changed the widget's size in pixels.
   virtual void SizeChanged() {}
   float MouseUnitsPerPixel() const override;
-  // Makes a Qt widget fill this control, which takes ownership. The Qt widget gets the mouse events
-  // first, and the control those that it ignores. The Qt widget then has no context menu, and a
-  // frame while it has the focus by Tab or Shift+Tab.
+  // Makes a Qt widget fill this control, which takes ownership of it. The Qt widget gets the mouse
+  // events first, and the control gets those that the Qt widget ignores. The Qt widget loses its
+  // context menu, and a frame shows that it has the focus, as described at setTakesKeyboard.
   void FillWith(QWidget* stockWidget);
 
-  // Draws the frame of the keyboard focus at the edges of `place` if the control shows it.
+  // Draws a frame along the edges of `place` if the control has the keyboard focus and shows it.
   void PaintFocus(const QRect& place);
 
   bool event(QEvent* event) override;
@@ -93,7 +93,7 @@ class Control : public MouseArea {
   float width_ = 0;
   float height_ = 0;
   bool showsFocus_ = false;
-  Border* stockFocus_ = nullptr;  // around the Qt widget; null until it shows the focus
+  Border* stockFocus_ = nullptr;  // the Qt widget's focus frame; null until first shown
 };
 
 }  // namespace kelvane

@@ -8,8 +8,8 @@
 
 namespace kelvane {
 
-// The controls of one role by index: those of the design, numbered from 0 without a gap, and those
-// loaded later.
+// The controls that share a name, such as Label14(0) and Label14(1), by index: those of the design,
+// numbered from 0 without a gap, and those loaded later.
 template <class Kind>
 class ControlArray {
  public:
@@ -35,9 +35,9 @@ class ControlArray {
   int Count() const { return static_cast<int>(controls_.size()); }
   int UBound() const { return controls_.empty() ? -1 : controls_.back()->Index(); }
 
-  // Returns a new member with that index, which must be free: a copy of member 0 and its handlers,
-  // in the same container, which owns it. It is hidden if the container is on the screen. The array
-  // must not be empty.
+  // Adds a member with that index, which must be free, and returns it: a copy of member 0 and its
+  // handlers, in the same container, which owns the copy. The copy is hidden if the container is on
+  // the screen. The array must not be empty.
   Kind& Load(int index) {
     Kind& copy = controls_.front()->Duplicate(NameOf(index));
     controls_.insert(PositionOf(index), &copy);

@@ -39,17 +39,17 @@ struct ControlDesign {
   ControlClass controlClass;
   DesignPlace place;
   const char* caption = "";    // or a text box's text
-  const char* container = "";  // the name of a box earlier in the table; the form itself if empty
+  const char* container = "";  // the name of an earlier picture box; empty for the form itself
   bool visible = true;
-  // The back colour; of shapes and lines, their own. Without one, a label is transparent, a list or
-  // text box has the desktop's, a picture box, shape or line is black.
+  // The back colour, a shape's border colour or a line's. Without one, a label is transparent, a
+  // list or text box has the desktop's colours, and a picture box, shape or line is black.
   std::optional<QRgb> color = {};
   std::optional<QRgb> fillColor = {};  // a shape's
   bool centred = false;                // a label's caption
   bool rightAligned = false;           // a label's caption
   bool bordered = false;               // a picture box, a label or a text box
   bool editable = false;               // a text box
-  bool twips = false;                  // a picture box's scale unit; pixels if not
+  bool twips = false;                  // a picture box with ScaleMode::kTwips
   bool sizesItself = false;            // a label that resizes to each new caption
   bool chosen = false;                 // an option button
   int borderWidth = 1;                 // a shape's, in pixels

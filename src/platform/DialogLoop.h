@@ -8,8 +8,8 @@ namespace kelvane {
 // the user-interface thread.
 int RunDialog(QDialog& dialog);
 
-// Whether a dialog or message box of the program is open. One counts as open until RunDialog
-// returns, which may still process events after the answer. For the user-interface thread.
+// Returns whether a dialog or message box of the program is open. It counts as open until RunDialog
+// returns, even if events are processed after the answer. For the user-interface thread.
 bool DialogIsOpen();
 
 }  // namespace kelvane

@@ -25,7 +25,8 @@ int PixelsOfTwips(float twips) {
   return static_cast<int>(std::lround(std::min(twips / kTwipsPerPixel, kWidest)));
 }
 
-// Returns `twips`, as assigned, if that still is the size in pixels; else the latter in twips.
+// Returns `twips`, the size as assigned, if it still corresponds to the present size, `pixels`;
+// otherwise the present size in twips.
 float AsAssigned(float twips, int pixels) {
   return PixelsOfTwips(twips) == pixels ? twips : static_cast<float>(pixels) * kTwipsPerPixel;
 }
@@ -64,8 +65,8 @@ void Form::Load() {
 }
 
 void Form::Show(Form* owner) {
-  // A minimum after the compositor's first size is too late. Qt 6.4 would enforce this minimum even
-  // against the compositor, which would end the program.
+  // The minimum must be set before the compositor gives the first size. Qt before 6.8 gets none:
+  // Qt 6.4 would enforce it even against the compositor, which would then end the program.
   constexpr bool kObeysCompositors = QT_VERSION >= QT_VERSION_CHECK(6, 8, 0);
   if (kObeysCompositors && RunsOnWayland()) {
     setMinimumSize(least_.expandedTo(minimumSize()));
@@ -117,9 +118,9 @@ WindowState Form::State() const {
   return isMaximized() ? WindowState::kMaximised : WindowState::kNormal;
 }
 
-// A compositor ends a program whose window exceeds the size that it was given while it is
-// maximised, full screen, tiled or being resized. Qt reports the first two states late, and the
-// other two never.
+// Returns whether the window may set its own size. If a window that is maximised, full screen,
+// tiled or being resized exceeds the size that the compositor gave it, the compositor ends the
+// program. Qt reports the first two of these states late, and the other two never.
 bool Form::ChoosesItsSize() const { return !takesGivenSize_ && !isMaximized() && !isFullScreen(); }
 
 void Form::SetSize(QSize size) {
@@ -139,7 +140,8 @@ void Form::ResizeTo(QSize size) {
   RaiseResize();
 }
 
-// A window manager may refuse a size by confirming the present one; Qt sends no event then.
+// Makes timerEvent check the window's size soon after X has reported a geometry: a window manager
+// may refuse a size by confirming the present one, and Qt sends no event then.
 bool Form::nativeEvent(const QByteArray& eventType, void* message, qintptr* result) {
   if (IsGeometryNotice(eventType, message)) {
     dragged_ = dragged_ || PointerButtonHeld();
@@ -158,7 +160,8 @@ void Form::timerEvent(QTimerEvent* event) {
   geometrySettling_.stop();
   const bool dragged = std::exchange(dragged_, false);
   if (!refused) return;
-  // Some window managers refuse every size while the user drags the window's edge.
+  // Some window managers refuse every size while the user drags the window's edge: the size is
+  // requested again after the drag.
   if (dragged && ChoosesItsSize()) {
     windowHandle()->resize(size());
   } else {
@@ -166,14 +169,14 @@ void Form::timerEvent(QTimerEvent* event) {
   }
 }
 
-// Takes over the window's size on the screen without requesting it.
+// Gives the widget the size that the window has on the screen, without requesting this size.
 void Form::TakeGivenSize() {
   const QScopedValueRollback<bool> taking(takesGivenSize_, true);
   QResizeEvent given(windowHandle()->size(), size());
   QCoreApplication::sendEvent(windowHandle(), &given);
 }
 
-// A window whose titles are all hidden has no menu bar.
+// Returns the height of the menu bar in a window of that width: 0 if all its titles are hidden.
 int Form::BarHeight(int width) const {
   if (menuBar_ == nullptr) return 0;
   const bool anyVisible = std::ranges::any_of(menuBar_->actions(), &QAction::isVisible);

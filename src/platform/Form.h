@@ -75,12 +75,13 @@ class Form : public HandlerOwner {
   static void OrderFocus(std::initializer_list<Control*> controls);
 
   // Raised when the user has dropped files anywhere on the window; not at once, but by the event
-  // loop, so that the program from which they come needn't wait for the handler. `paths` are the
-  // absolute paths of the existing regular files on this machine among what was dropped, at least
-  // one, in its order; the rest of it is ignored. The pointer shows that a drop without such a file
-  // is refused. So is any drop while a dialog of the program is open, or if there is no handler.
+  // loop, so that the program from which the files come needn't wait for the handler. `paths` are
+  // the absolute paths of those dropped items that are existing regular files on this machine, at
+  // least one, in the order of the drop; the other items are ignored. A drop without such a file is
+  // refused, which the pointer shows. So is any drop while a dialog of the program is open, or if
+  // there is no handler.
   std::function<void(const QStringList& paths)> FilesDropped;
-  // Whether the window takes drops at present. An empty one stands for yes.
+  // Returns whether the window takes drops at present. An empty function stands for yes.
   std::function<bool()> TakesDrops;
 
   // Returns the control, menu or timer of that name, which must exist.
@@ -128,7 +129,7 @@ class Form : public HandlerOwner {
   float height_ = 0;
   bool unloading_ = false;
   bool minimised_ = false;
-  bool takesGivenSize_ = false;   // from the window manager or compositor
+  bool takesGivenSize_ = false;   // true while TakeGivenSize or a compositor's resize event runs
   QBasicTimer geometrySettling_;  // restarted by each geometry that X reports
   bool dragged_ = false;          // whether a pointer button was held at one of these reports
   QStringList draggedFiles_;      // of the drag that was last over the window
@@ -142,7 +143,7 @@ class FormInstance {
   ~FormInstance() { delete form_; }
 
   // Makes and loads the form, with `arguments` for its constructor, if none is loaded. Returns the
-  // loaded one.
+  // loaded form.
   template <class... Arguments>
   FormClass& Load(Arguments&&... arguments) {
     if (!Loaded()) {

@@ -175,7 +175,7 @@ void Form::BuildControls(const FormDesign& form, std::span<const ControlDesign> 
 }
 
 void Form::OrderFocus(std::initializer_list<Control*> controls) {
-  // The Tab order starts from the window. Qt orders only what takes the focus.
+  // The Tab order starts from the window. Qt orders only widgets that take the focus.
   QWidget* const window = (*controls.begin())->window();
   window->setFocusPolicy(Qt::TabFocus);
   QWidget* before = window;

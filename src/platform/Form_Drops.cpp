@@ -36,7 +36,8 @@ bool Form::DropsAreTaken() const {
   return Loaded() && FilesDropped && (!TakesDrops || TakesDrops()) && !DialogIsOpen();
 }
 
-// A source that is told that its files were moved may delete them.
+// Accepts the drag or drop, or refuses it, and returns whether it is accepted. It is accepted as a
+// copy: a source that is told that its files were moved may delete them.
 bool Form::AnswerDrag(QDropEvent& event) const {
   const bool taken = !draggedFiles_.isEmpty() && DropsAreTaken();
   event.setDropAction(taken ? Qt::CopyAction : Qt::IgnoreAction);
@@ -44,7 +45,7 @@ bool Form::AnswerDrag(QDropEvent& event) const {
   return taken;
 }
 
-// The paths are read only here: that may ask the program from which the files come.
+// Reads the paths once for the whole drag: this may ask the program from which the files come.
 void Form::dragEnterEvent(QDragEnterEvent* event) {
   draggedFiles_ = FilesDropped ? RegularFiles(*event->mimeData()) : QStringList();
   AnswerDrag(*event);

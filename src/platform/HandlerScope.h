@@ -32,7 +32,7 @@ class HandlerOwner : public QWidget {
 
 // Marks, while it exists, that an event handler of a window runs. A window that is unloaded
 // meanwhile is deleted only after its last handler has returned, and the program ends only after
-// the last handler of all windows has. Belongs to the user-interface thread.
+// the last handler of all windows has returned. Belongs to the user-interface thread.
 class HandlerScope {
  public:
   // `sender` is the window itself or one of its descendants.
@@ -45,7 +45,7 @@ class HandlerScope {
   QPointer<HandlerOwner> owner_;
 };
 
-// Calls `handler` in a HandlerScope. Does nothing if it is empty.
+// Calls `handler` in a HandlerScope. Does nothing if `handler` is empty.
 template <class Handler, class... Arguments>
 void Raise(QObject* sender, const Handler& handler, const Arguments&... arguments) {
   if (!handler) return;

@@ -6,17 +6,17 @@
 
 namespace kelvane {
 
-// One line of text at the top of the label, transparent unless it has a back colour. A caption that
+// Shows one line of text at its top; transparent unless it has a back colour. A caption that
 // is wider than the label is condensed and, if that isn't enough, elided in its middle. "&&" is
-// shown as one ampersand. Caption returns the text as assigned. A label that setEnabled disables
-// has its disabled colour, and takes neither the mouse nor the keyboard.
+// shown as one ampersand. Caption returns the text as assigned. A label that setEnabled has
+// disabled shows its caption in the disabled colour, and takes neither the mouse nor the keyboard.
 class Label : public Control {
   Q_OBJECT
  public:
   Label(Container& container, const QString& name);
 
-  // Returns a label like this one, without meaning, in its container, which owns it. It is hidden
-  // if that is on the screen.
+  // Returns a new label like this one, but without a meaning, in the same container, which owns it.
+  // The new label is hidden if the container is on the screen.
   Label& Duplicate(const QString& name) const;
 
   bool Windowless() const override { return true; }
@@ -33,14 +33,14 @@ class Label : public Control {
   QRgb ForeColor() const { return foreColor_; }
   void setForeColor(QRgb color);
 
-  // The caption's colour while the label is disabled; the fore colour unless it is set.
+  // The caption's colour while the label is disabled. Until it is set, it is the fore colour.
   void setDisabledColor(QRgb color);
 
   Qt::Alignment Alignment() const { return alignment_; }
   void setAlignment(Qt::Alignment alignment);
 
   bool Bordered() const { return bordered_; }
-  // Adds a border of one pixel around the caption.
+  // Adds a border of one pixel along the label's edges.
   void setBordered();
 
   // Makes each new caption resize the label.

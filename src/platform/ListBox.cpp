@@ -40,14 +40,14 @@ class ListBox::Lines : public PixelSized<QListWidget> {
   }
 
  protected:
-  // Qt makes the first line the current one if no line is.
+  // Keeps Qt from making the first line the current one if no line is.
   void focusInEvent(QFocusEvent* event) override {
     const int line = currentRow();
     QListWidget::focusInEvent(event);
     setCurrentRow(line);
   }
 
-  // Qt takes the range from the items.
+  // Takes the range of the horizontal bar from the extent. Qt would take it from the items.
   void updateGeometries() override {
     const int horizontal = horizontalScrollBar()->value();
     QListWidget::updateGeometries();

@@ -23,8 +23,8 @@ class ListBox : public TextControl {
   // view, vertically only.
   void setListIndex(int index);
 
-  // The width in pixels, 0 or more, over which the list scrolls horizontally, whatever it holds.
-  // With 0 it doesn't scroll horizontally.
+  // The width in pixels, 0 or more, over which the list scrolls horizontally, whatever texts it
+  // holds. With 0 it doesn't scroll horizontally.
   int HorizontalExtent() const;
   void setHorizontalExtent(int pixels);
 

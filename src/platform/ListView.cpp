@@ -16,7 +16,8 @@ constexpr int kColumnWidth = 96;
 
 }  // namespace
 
-// Is drawn by Qt while its sections are buttons, and flat, in the table's colours, if not.
+// The column headers. Qt draws them while they are buttons; otherwise they are flat and have the
+// table's colours.
 class ListView::Header : public PixelSized<QHeaderView> {
  public:
   Header() : PixelSized(Qt::Horizontal) {
@@ -26,7 +27,7 @@ class ListView::Header : public PixelSized<QHeaderView> {
   }
 
  protected:
-  // Fills what no column covers if the header is flat.
+  // If the header is flat, also fills the part of it that no column covers.
   void paintEvent(QPaintEvent* event) override {
     QHeaderView::paintEvent(event);
     if (sectionsClickable()) return;
@@ -67,7 +68,7 @@ class ListView::Table : public PixelSized<QTreeWidget> {
   }
 
  protected:
-  // Lets the control raise MouseUp as well.
+  // Passes the event on to the control, which raises MouseUp.
   void mouseReleaseEvent(QMouseEvent* event) override {
     QTreeWidget::mouseReleaseEvent(event);
     event->ignore();

@@ -28,13 +28,13 @@ class ListView : public TextControl {
     ListView& list_;
   };
 
-  // A row, valid as long as the list, or none: then the texts are empty and setters have no effect.
+  // A row, valid while the list exists, or no row: then the texts are empty and setters do nothing.
   class ListItem {
    public:
     explicit ListItem(QTreeWidgetItem* row = nullptr) : row_(row) {}
     QString Text() const;
-    // The texts after the first, from 1. Beyond the columns they are empty, and setting them has no
-    // effect.
+    // The texts after the first, numbered from 1. A text beyond the columns is empty, and setting
+    // it has no effect.
     QString SubItems(int index) const;
     void setSubItems(int index, const QString& text);
     bool Selected() const;

@@ -23,7 +23,7 @@ namespace {
 
 using std::chrono::microseconds;
 
-constexpr microseconds kPatience = std::chrono::seconds(3);  // with the portal
+constexpr microseconds kPatience = std::chrono::seconds(3);  // for the portal's answer
 constexpr int kWholePercent = 100;
 
 struct CloseBus {
@@ -31,20 +31,20 @@ struct CloseBus {
 };
 using Bus = std::unique_ptr<sd_bus, CloseBus>;
 
-// Begins to connect, and returns before the bus answers. Null if there is none.
+// Begins to connect to a bus, and returns before the bus answers. Returns null if there is no bus.
 Bus Open(int (*open)(sd_bus**)) {
   sd_bus* bus = nullptr;
   return open(&bus) < 0 ? nullptr : Bus(bus);
 }
 
-// Sends and takes what it can without waiting. A bus that is lost becomes null.
+// Sends and receives what it can without waiting. Makes `bus` null if the connection is lost.
 void Process(Bus& bus) {
   int result = 1;
   while (bus && result > 0) result = sd_bus_process(bus.get(), nullptr);
   if (result < 0) bus.reset();
 }
 
-// The clock of sd_bus_get_timeout.
+// Returns the time by the clock of sd_bus_get_timeout.
 microseconds Now() {
   return std::chrono::duration_cast<microseconds>(
       std::chrono::steady_clock::now().time_since_epoch());
@@ -52,7 +52,7 @@ microseconds Now() {
 
 }  // namespace
 
-// What the thread says over D-Bus.
+// What the thread does: it asks the portal or logind, and shows the progress, over D-Bus.
 class LongJob::Session {
  public:
   Session(const LongJob& job, const char* purpose) : job_(job), purpose_(purpose) {}
@@ -68,7 +68,7 @@ class LongJob::Session {
     while (!job_.ends_) {
       ShowProgress(job_.percent_);
       Process(session_);
-      if (!answered_ && (!session_ || Now() >= deadline_)) AskLogind();
+      if (!doneAsking_ && (!session_ || Now() >= deadline_)) AskLogind();
       Process(system_);
       Wait();
     }
@@ -81,7 +81,8 @@ class LongJob::Session {
     constexpr std::uint32_t kSuspend = 4;
     deadline_ = Now() + kPatience;
     if (!session_) return;
-    // The call's answer comes before the portal asks its backend, which may refuse.
+    // The portal answers the call before it asks its backend, which may refuse. The signal
+    // Response says whether the backend has granted.
     sd_bus_match_signal_async(
         session_.get(), nullptr, "org.freedesktop.portal.Desktop", nullptr,
         "org.freedesktop.portal.Request", "Response",
@@ -105,13 +106,13 @@ class LongJob::Session {
   }
 
   void TakePortalsAnswer(bool granted) {
-    if (granted) answered_ = true;
+    if (granted) doneAsking_ = true;
     deadline_ = Now();
   }
 
-  // Asks once.
+  // Is called at most once.
   void AskLogind() {
-    answered_ = true;
+    doneAsking_ = true;
     system_ = Open(sd_bus_open_system);
     if (!system_) return;
     sd_bus_call_method_async(
@@ -138,9 +139,9 @@ class LongJob::Session {
                        "progress-visible", "b", int{percent >= 0});
   }
 
-  // Until a bus or the job calls, or time is up.
+  // Waits until a bus has something to process, the job wakes the thread, or time is up.
   void Wait() {
-    microseconds next = answered_ ? microseconds::max() : deadline_;
+    microseconds next = doneAsking_ ? microseconds::max() : deadline_;
     std::array<pollfd, 3> awaited{{{job_.wake_, POLLIN, 0}, {-1, 0, 0}, {-1, 0, 0}}};
     for (const auto& [bus, entry] :
          {std::pair(session_.get(), &awaited[1]), std::pair(system_.get(), &awaited[2])}) {
@@ -165,9 +166,9 @@ class LongJob::Session {
   const char* purpose_;
   Bus session_;
   Bus system_;
-  microseconds deadline_{};  // when logind is asked unless the portal has granted
-  bool answered_ = false;    // granted by the portal, or logind asked
-  int inhibitor_ = -1;       // logind's descriptor
+  microseconds deadline_{};  // when logind is asked, unless the portal has granted the request
+  bool doneAsking_ = false;  // whether the portal has granted, or logind has been asked
+  int inhibitor_ = -1;       // a descriptor from logind: no suspension while it is open
   int shown_ = -1;           // percent
 };
 

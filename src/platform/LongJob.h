@@ -6,23 +6,24 @@
 
 namespace kelvane {
 
-// Tells the desktop that a long job runs. As long as this lives, the session isn't suspended, and
-// the program's entry in a launcher shows how far the job is, where the desktop has one. The object
-// has a thread of its own, which asks over D-Bus: the desktop portal, and logind if that refuses or
-// doesn't answer within three seconds. Nobody waits for an answer. Refusals, silence and a thread
-// that can't be started are ignored. What it was granted ends with it, and with the process.
+// Tells the desktop that a long job runs. While this object lives, the session isn't suspended, and
+// the program's entry in a launcher, if the desktop has one, shows how much of the job is done. The
+// object has a thread of its own, which sends its requests over D-Bus. It asks the desktop portal
+// to keep the session from being suspended, and logind if the portal refuses or doesn't answer
+// within three seconds. The caller never waits for an answer. Refusals, silence and a thread that
+// can't be started are ignored. What was granted ends with the object, or with the process.
 //
 // Belongs to one thread.
 class LongJob {
  public:
-  // The desktop may show `purpose`, such as "Cropping a video". It must outlive this object.
+  // The desktop may show `purpose`, such as "Cropping a video". The text must outlive this object.
   explicit LongJob(const char* purpose);
   LongJob(const LongJob&) = delete;
   LongJob& operator=(const LongJob&) = delete;
   ~LongJob();
 
-  // Shows the part of the job that is done, from 0 to 1. A number beyond is brought into that
-  // range. None is shown before the first call.
+  // Shows the part of the job that is done, from 0 to 1. A number outside this range is clamped to
+  // it; one that isn't finite counts as 0. No progress is shown before the first call.
   void SetProgress(double part);
 
  private:
@@ -30,7 +31,7 @@ class LongJob {
 
   void Wake() const;
 
-  std::string entry_;  // the program in a launcher
+  std::string entry_;  // by which a launcher knows the program
   int wake_ = -1;      // an eventfd, which the thread polls
   std::atomic<int> percent_ = -1;
   std::atomic<bool> ends_ = false;

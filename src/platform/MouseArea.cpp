@@ -10,12 +10,12 @@
 namespace kelvane {
 namespace {
 
-// The numbers are those of Qt::MouseButton.
+// Returns a sum of MouseButtons, whose numbers are those of Qt::MouseButton.
 int ButtonsOf(Qt::MouseButtons buttons) {
   return static_cast<int>(buttons & (Qt::LeftButton | Qt::RightButton | Qt::MiddleButton));
 }
 
-// "Label14(3)" is 3; "pbar" is -1.
+// Returns 3 for "Label14(3)" and -1 for "pbar".
 int IndexOf(const QString& name) {
   const qsizetype open = name.indexOf(u'(');
   return open < 0 ? -1 : name.mid(open + 1, name.size() - open - 2).toInt();
@@ -39,13 +39,13 @@ MouseArea::MouseArea(QWidget* parent, const QString& name)
     : SpokenWidget(parent), index_(IndexOf(name)) {
   setObjectName(name);
   setMouseTracking(true);
-  // A disabled area's events would go to its parent.
+  // Otherwise a disabled area's events would go to its parent.
   setAttribute(Qt::WA_NoMousePropagation);
 }
 
 // The position in the widget is computed from the one on the screen, since the widget may have been
 // moved under the pointer after the event was sent. mapFromGlobal isn't used: under Wayland Qt
-// doesn't know where its windows are, and may take a position for one on another screen.
+// doesn't know where its windows are, and may take a position to be on another screen.
 MouseEvent MouseArea::MakeEvent(const QMouseEvent& event, int button) const {
   const QPointF inWindow = event.globalPosition() - window()->mapToGlobal(QPointF());
   const QPointF position = mapFrom(window(), inWindow) - MouseOrigin();

@@ -6,22 +6,24 @@
 
 namespace kelvane {
 
-// Mouse buttons of an event: the one that caused a press or release, the sum of those held in a
-// move.
+// The mouse buttons of an event: the one that caused a press or release, or the sum of those held
+// during a move.
 enum MouseButtons : int { kNoButton = 0, kLeftButton = 1, kRightButton = 2, kMiddleButton = 4 };
 
 struct MouseEvent {
   int Index;   // of the control in its array; -1 if it is in none
   int Button;  // MouseButtons
   int Shift;   // 1 Shift, 2 Ctrl, 4 Alt, summed
-  float X;     // from the control's corner; in its container's unit, for a picture box in its own
+  // From the control's top left corner, or that of a picture box's inside; in the unit of the
+  // control's container, or in that of the picture box or content area itself.
+  float X;
   float Y;
 };
 
 struct WheelEvent {
   int Index;  // as in a MouseEvent
   int Shift;
-  float Notches;  // towards the top or the left; a touchpad's are fractions
+  float Notches;  // positive towards the top or the left; a touchpad sends fractions
 };
 
 // The pointer shapes that the windows set.
@@ -34,7 +36,7 @@ enum class MousePointer : int {
 };
 QCursor CursorOf(MousePointer pointer);
 
-// The sum of the keys held, as in a MouseEvent.
+// Returns the modifier keys held, summed as in MouseEvent::Shift.
 int ShiftOf(Qt::KeyboardModifiers modifiers);
 
 // A part of a window that raises mouse events, also for moves without a pressed button. The events
@@ -43,14 +45,14 @@ int ShiftOf(Qt::KeyboardModifiers modifiers);
 class MouseArea : public SpokenWidget {
   Q_OBJECT
  public:
-  // The object name is the name in the design with the index of a control array: "Label14(3)".
+  // `name` becomes the object name. In a control array it ends in the index: "Label14(3)".
   MouseArea(QWidget* parent, const QString& name);
 
   // The index in the control array; -1 if it is in none.
   int Index() const { return index_; }
 
-  // Raised on the user-interface thread. A handler must not delete the area; it may unload its
-  // form.
+  // Raised on the user-interface thread. A handler must not delete the area, but may unload the
+  // area's form.
   using MouseHandler = std::function<void(const MouseEvent&)>;
   MouseHandler MouseDown;
   MouseHandler MouseMove;
@@ -59,8 +61,8 @@ class MouseArea : public SpokenWidget {
   // Raised by a turn of the wheel in either direction, or by two fingers on a touchpad.
   std::function<void(const WheelEvent&)> MouseWheel;
 
-  // Sends a press in the middle; if `offset` isn't null, a move by so many pixels with the button
-  // held; and the release. Stops if the area is deleted meanwhile.
+  // Sends a press in the middle of the area, then a move by `offset` pixels with the button held
+  // unless `offset` is null, then the release. Stops if the area is deleted meanwhile.
   void SendMouse(Qt::MouseButton button, QPoint offset = {});
 
  protected:

@@ -23,7 +23,7 @@ MsgBoxResult MsgBox(const QString& text, int buttons, const QString& title) {
   } else {
     box.setStandardButtons(QMessageBox::Ok);
   }
-  // The first one, in whatever order the desktop shows them.
+  // The default is OK or Yes, in whatever order the desktop shows the buttons.
   box.setDefaultButton(box.button(QMessageBox::Ok) != nullptr ? QMessageBox::Ok : QMessageBox::Yes);
   switch (RunDialog(box)) {
     case QMessageBox::Yes:

@@ -11,11 +11,11 @@ enum MsgBoxButtons : int { kOKOnly = 0, kOKCancel = 1, kYesNoCancel = 3, kExclam
 enum class MsgBoxResult { kOK = 1, kCancel = 2, kYes = 6, kNo = 7 };
 
 // Shows a message box in front of the active window and runs its event loop until the user answers.
-// Closing the box answers Cancel, or OK if it has no such button. An empty title stands for
+// Closing the box answers Cancel, or OK if it has no Cancel button. An empty title stands for
 // App::Title. For the user-interface thread.
 MsgBoxResult MsgBox(const QString& text, int buttons = kOKOnly, const QString& title = {});
 
-// Does the same with an exclamation icon and an OK button. The texts are in the locale's encoding.
+// Does the same with a warning icon and an OK button. The texts are in the locale's encoding.
 void ShowErrorMessage(const std::string& text, const std::string& title);
 
 }  // namespace kelvane

@@ -4,7 +4,7 @@ namespace kelvane {
 
 using namespace Qt::StringLiterals;
 
-// Qt takes the pattern from the last parentheses. CommonDialog hides these.
+// Qt takes the pattern from the last parentheses, which CommonDialog hides.
 QStringList NameFilters(const QString& filter) {
   if (filter.isEmpty()) return {};
   const QStringList parts = filter.split(u'|');

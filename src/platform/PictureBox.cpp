@@ -58,7 +58,7 @@ std::optional<QPoint> PictureBox::PixelOf(float x, float y) const {
   return QPoint(whole(x), whole(y));
 }
 
-// Grows the drawing to the size of the inside and never shrinks it, so that nothing is lost.
+// Returns the drawing, grown to the size of the inside. It never shrinks, so that nothing is lost.
 QImage& PictureBox::Drawing() {
   const QSize wanted = drawing_.size().expandedTo(InnerSize());
   if (wanted != drawing_.size()) {

@@ -18,8 +18,8 @@ class PictureBox : public Control, public Container {
  public:
   PictureBox(Container& container, const QString& name, ScaleMode scale);
 
-  // Returns a box like this one, without border, meaning, drawing or controls, in its container. It
-  // is hidden if that is on the screen.
+  // Returns a new box like this one, but without border, meaning, drawing and controls, in the same
+  // container, which owns it. The new box is hidden if the container is on the screen.
   PictureBox& Duplicate(const QString& name) const;
 
   // Setting a colour, even the same one, clears the drawing.
@@ -36,13 +36,13 @@ class PictureBox : public Control, public Container {
   // The colour of text that is printed from now on.
   QRgb ForeColor() const { return foreColor_; }
   void setForeColor(QRgb color) { foreColor_ = color; }
-  // `points` at 96 dots per inch.
+  // Sets the font of text that is printed from now on; its size is `points` at 96 dots per inch.
   void SetPrintFont(const QString& family, float points);
 
   // Repaints the box synchronously.
   void Refresh() { repaint(); }
 
-  // Raised when the box's size in pixels has changed, before the assignment returns.
+  // Raised when an assignment has changed the box's size in pixels, before the assignment returns.
   std::function<void(int Index)> Resize;
 
  protected:
@@ -53,11 +53,11 @@ class PictureBox : public Control, public Container {
   void paintEvent(QPaintEvent* event) override;
 
  private:
-  // Returns std::nullopt if a coordinate is NaN.
+  // Returns the pixel at (x, y); std::nullopt if a coordinate is NaN.
   std::optional<QPoint> PixelOf(float x, float y) const;
   QImage& Drawing();
 
-  QImage drawing_;  // of the inside; null while nothing has been drawn
+  QImage drawing_;  // of the inside; null while nothing has been drawn since the last Cls
   QFont printFont_;
   QRgb foreColor_ = 0;
 };

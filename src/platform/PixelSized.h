@@ -5,9 +5,9 @@
 namespace kelvane {
 
 // A Qt widget whose parts, such as a scroll bar's arrows, are as large as on a screen of 96 dots
-// per inch, since the design is in pixels. It must be made without a parent and get one later: a
-// font takes its density from metric() when the parent is set, and Stock's constructor can't call
-// this metric() yet.
+// per inch, since the design is in pixels. It must be made without a parent and get one later: its
+// font takes the density from metric() when the parent is set, and Stock's constructor can't call
+// the metric() of this class yet.
 template <class Stock>
 class PixelSized : public Stock {
  public:

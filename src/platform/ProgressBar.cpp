@@ -41,7 +41,7 @@ void ProgressBar::setValue(float value) {
 }
 
 void ProgressBar::ShowValue() {
-  // In double precision, since Max - Min may exceed a float.
+  // In double precision, since Max - Min may overflow a float.
   const double part = (double{value_} - min_) / (double{max_} - min_);
   bar_->setValue(static_cast<int>(std::lround(part * kSteps)));
 }

@@ -6,9 +6,9 @@ class QProgressBar;
 
 namespace kelvane {
 
-// Range and value are single precision; only the drawing is rounded. Assigning a value outside the
-// range, a Min that isn't below Max or a Max that isn't above Min has no effect. Shrinking the
-// range clamps the value.
+// Range and value have single precision; only the drawing is rounded. Assigning a value outside the
+// range, a Min that isn't below Max, a Max that isn't above Min, or a bound that isn't finite has
+// no effect. Shrinking the range clamps the value.
 class ProgressBar : public Control {
   Q_OBJECT
  public:

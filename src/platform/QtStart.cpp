@@ -24,9 +24,10 @@ namespace {
 
 QtMessageHandler formerMessageHandler = nullptr;
 
-// If the connection to a Wayland compositor breaks, Qt says so on the thread that notices it, and
-// calls _exit, unless the variable tells Qt 6.8 to connect again. Before that the user-interface
-// thread exits, as without an X display, so that tools are ended and files removed.
+// A message handler. If the connection to a Wayland compositor breaks, Qt prints a message on the
+// thread that notices it and then calls _exit, unless QT_WAYLAND_RECONNECT is set, by which Qt 6.8
+// connects again. Before Qt calls _exit, this has the user-interface thread call std::exit, as Qt
+// does when it loses an X server, so that tools are ended and files removed.
 void ExitWithoutCompositor(QtMsgType type, const QMessageLogContext& context, const QString& text) {
   formerMessageHandler(type, context, text);
   if (qApp == nullptr || !text.startsWith("The Wayland connection "_L1) ||
@@ -36,7 +37,7 @@ void ExitWithoutCompositor(QtMsgType type, const QMessageLogContext& context, co
   const auto exit = [] { std::exit(EXIT_FAILURE); };
   if (QThread::currentThread() == qApp->thread()) exit();
   QMetaObject::invokeMethod(qApp, exit, Qt::QueuedConnection);
-  constexpr std::chrono::seconds kPatience(5);  // that thread may wait for the compositor
+  constexpr std::chrono::seconds kPatience(5);  // that thread may be waiting for the compositor
   std::this_thread::sleep_for(kPatience);
 }
 
@@ -53,7 +54,7 @@ class StartEnvironment {
     }
   }
 
-  // Removes the variable if `value` is null.
+  // Sets the variable, or removes it if `value` is null.
   void Override(const char* name, const QByteArray& value) {
     former_.emplace_back(name, qgetenv(name));
     Set(name, value);
@@ -71,8 +72,8 @@ class StartEnvironment {
   std::vector<std::pair<const char*, QByteArray>> former_;
 };
 
-// Qt treats file names as UTF-8 in every locale, and prints a warning if the locale has another
-// encoding. Of the user's locale, only LC_CTYPE is changed.
+// Makes Qt start in UTF-8 if the user's locale has another encoding: Qt treats file names as UTF-8
+// in every locale, but would print a warning. Of the user's locale, only LC_CTYPE is changed.
 void StartInUtf8(StartEnvironment& environment) {
   if (std::setlocale(LC_CTYPE, "") != nullptr && qstrcmp(::nl_langinfo(CODESET), "UTF-8") == 0) {
     return;
@@ -88,12 +89,13 @@ void StartInUtf8(StartEnvironment& environment) {
   }
   constexpr const char* kUtf8 = "C.UTF-8";
   environment.Override("LC_CTYPE", kUtf8);
-  // This stays if the user's locale isn't installed: then Qt's own setlocale fails.
+  // If the user's locale isn't installed, Qt's own call of setlocale fails and leaves this one.
   (void)std::setlocale(LC_CTYPE, kUtf8);
 }
 
-// Repaints whole windows. If a compositor's unit is several pixels, Qt rounds the region to flush
-// to whole units after the widgets have painted it, which leaves a seam of blank pixels around it.
+// Turns each repaint into one of the whole window. If a compositor's unit is several pixels, Qt
+// rounds the region to flush to whole units after the widgets have painted it, which leaves a seam
+// of blank pixels around the region.
 class WholeRepaints : public QObject {
  public:
   using QObject::QObject;
@@ -101,7 +103,7 @@ class WholeRepaints : public QObject {
     if (event->type() == QEvent::UpdateRequest && watched->isWidgetType()) {
       auto* window = static_cast<QWidget*>(watched);
       window->update();
-      // An opaque widget isn't painted with its parent.
+      // Updating the parent of an opaque widget doesn't repaint that widget.
       for (QWidget* part : window->findChildren<QWidget*>()) {
         if (part->window() == window) part->update();
       }
@@ -118,7 +120,7 @@ std::unique_ptr<QApplication> StartQt(int& argumentCount, char** arguments) {
   }
   StartEnvironment environment;
   StartInUtf8(environment);
-  // A Qt pixel is a screen pixel.
+  // Makes a Qt pixel a screen pixel, except under a Wayland compositor with a scale.
   environment.Override("QT_ENABLE_HIGHDPI_SCALING", "0");
   environment.Override("QT_SCALE_FACTOR", {});
   environment.Override("QT_SCREEN_SCALE_FACTORS", {});

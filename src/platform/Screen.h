@@ -7,7 +7,7 @@ namespace kelvane {
 // The screen as a whole.
 class Screen {
  public:
-  // The pointer's shape over every window of the program; with kDefault, the widget under the
+  // Sets the pointer's shape over every window of the program; with kDefault, the widget under the
   // pointer decides.
   static void setMousePointer(MousePointer pointer);
   static MousePointer Pointer();

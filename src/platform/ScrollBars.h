@@ -20,7 +20,7 @@ class ScrollBar : public ThumbControl {
   // The steps of a click beside the thumb, and of one on an arrow. Both must be positive.
   void setLargeChange(std::int16_t step);
   void setSmallChange(std::int16_t step);
-  // Sets whether the Tab key can give it the focus.
+  // Sets whether the Tab key can give the bar the focus.
   void setTabStop(bool stop);
 
  protected:

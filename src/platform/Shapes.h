@@ -20,11 +20,11 @@ class Shape : public Control {
   // `width` in pixels.
   void SetBorder(QRgb color, int width);
 
-  // Unset while the inside is transparent.
+  // The fill colour; unset while the inside is transparent.
   std::optional<QRgb> FillColor() const { return fillColor_; }
   void setFillColor(QRgb color);
 
-  // Surrounds another control of its container at a distance of `gap`, in the container's unit.
+  // Surrounds a control of the same container at a distance of `gap`, in the container's unit.
   void Outline(const Control& control, float gap);
 
  protected:
@@ -45,12 +45,12 @@ class Line : public Control {
 
   bool Windowless() const override { return true; }
 
-  // Returns a new line like this one in the same container, which owns it. It is hidden if the
-  // container is on the screen.
+  // Returns a new line like this one in the same container, which owns it. The new line is hidden
+  // if the container is on the screen.
   Line& Duplicate(const QString& name) const;
 
   // The ends, in the container's scale unit. The second may lie before the first. A value that
-  // isn't finite has no effect. Left, Top, Width and Height follow; don't assign them.
+  // isn't finite has no effect. Left, Top, Width and Height follow the ends; don't assign them.
   float X1() const { return x1_; }
   float Y1() const { return y1_; }
   float X2() const { return x2_; }

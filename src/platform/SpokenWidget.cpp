@@ -6,8 +6,8 @@
 namespace kelvane {
 namespace {
 
-// Sorts by lines, and each line from left to right. A line begins with the widget whose middle is
-// highest and holds all widgets whose middle isn't below that one's bottom.
+// Sorts by lines, and each line from left to right. Of the widgets left after the former lines, the
+// one whose middle is highest begins a line, and all whose middle isn't below its bottom join it.
 void SortForReading(QList<SpokenWidget*>& widgets) {
   const auto middle = [](const SpokenWidget* widget) { return widget->geometry().center().y(); };
   const auto left = [](const SpokenWidget* widget) { return widget->x(); };

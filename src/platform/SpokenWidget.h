@@ -11,13 +11,13 @@ namespace kelvane {
 // How a screen reader presents a widget.
 enum class SpokenRole {
   kNothing,  // left out
-  kText,     // its caption; its meaning is the description
+  kText,     // its caption, with its meaning as the description
   kBox,      // a group if it has a meaning; otherwise its contents take its place
-  kStock,    // a layout node around its Qt widget
+  kStock,    // a nameless node around the Qt widget that fills it
   kPicture,
   kCommand,        // a button; a click presses it
-  kHorizontalBar,  // a slider that is dragged horizontally and whose value is that of its Left
-  kVerticalBar,    // a slider that is dragged vertically and whose value is that of its Top
+  kHorizontalBar,  // a slider that is dragged horizontally; its Left determines its value
+  kVerticalBar,    // a slider that is dragged vertically; its Top determines its value
   kThumb,          // a slider whose value is the caption of another widget, its read-out
   kList,           // a box of list items
   kListItem,       // an item of a kList; a right click opens its menu
@@ -40,7 +40,7 @@ class SpokenWidget : public QWidget {
   // Each class has a default of its own.
   SpokenRole Role() const { return role_; }
   void setRole(SpokenRole role) { role_ = role; }
-  // Whether the role is that of a slider whose value is that of its position.
+  // Whether the widget is a slider whose position determines its value.
   bool IsBar() const;
   // What the widget is, if its own caption doesn't say so.
   QString Meaning() const { return accessibleName(); }
@@ -71,11 +71,11 @@ class SpokenWidget : public QWidget {
   // Sets the Qt widget that fills this one. It must be, or become, a child of this one.
   void setStockWidget(QWidget* stockWidget);
 
-  // These tell a screen reader, if one runs, that the value of this bar or thumb has changed; that
-  // the caption has, and with it the values of the thumbs whose read-out this is; and that nodes
-  // were shown (`change` is ObjectCreated) or hidden (ObjectDestroyed).
+  // Tells a screen reader, if one runs, that the value of this bar or thumb has changed.
   void AnnounceValue();
+  // The same for this widget's caption, and for the value of each thumb whose read-out it is.
   void AnnounceCaption();
+  // The same for nodes that were shown (`change` is ObjectCreated) or hidden (ObjectDestroyed).
   void AnnounceNodes(QAccessible::Event change);
 
  private:

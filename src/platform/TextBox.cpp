@@ -55,7 +55,7 @@ void TextBox::MakeLineEdit() {
   const int margin = bordered_ ? Border::kWidth : 0;
   lineEdit_->setTextMargins(margin, 0, margin, 0);
   lineEdit_->setFocusPolicy(Qt::ClickFocus);
-  lineEdit_->setAcceptDrops(false);  // so that the window gets them
+  lineEdit_->setAcceptDrops(false);  // so that the window gets the drops
   FillWith(lineEdit_);
   lineEdit_->show();
   connect(lineEdit_, &QLineEdit::textChanged, this, [this](const QString& text) {
@@ -67,7 +67,7 @@ void TextBox::MakeLineEdit() {
   });
   connect(lineEdit_, &QLineEdit::returnPressed, this, &TextBox::FinishEdit);
   connect(lineEdit_, &QLineEdit::editingFinished, this, [this] {
-    // A window that is deactivated keeps its focus widget.
+    // A window that is deactivated keeps its focus widget, and the edit goes on.
     if (window()->focusWidget() != lineEdit_) FinishEdit();
   });
   if (!bordered_) return;

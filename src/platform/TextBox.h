@@ -7,8 +7,8 @@ class QLineEdit;
 namespace kelvane {
 
 // A text that the user may select and copy, and edit if the box is editable. The box stores the
-// text and hands it to a QLineEdit only while it is visible, so that appending to a hidden box of
-// any length costs only the added text.
+// text and hands it to a QLineEdit only while the box is visible, so that appending to a hidden box
+// takes time for the added text only, however long the text in the box is.
 class TextBox : public TextControl {
   Q_OBJECT
  public:
@@ -19,11 +19,11 @@ class TextBox : public TextControl {
   // Appends `more` to Text.
   void AppendText(const QString& more);
 
-  // Must be called before the box is first shown.
+  // Both must be called before the box is first shown.
   void setEditable() { editable_ = true; }
   void setBordered() { bordered_ = true; }
 
-  // Raised when the text has changed, before the assignment returns.
+  // Raised when the user or an assignment has changed the text, before the assignment returns.
   std::function<void(int Index)> Change;
   // Raised once for each edit by the user, when Enter is pressed or another control of the window
   // has taken the focus.
@@ -42,7 +42,7 @@ class TextBox : public TextControl {
   QLineEdit* lineEdit_ = nullptr;
   bool editable_ = false;
   bool bordered_ = false;
-  bool edited_ = false;  // since EditFinished
+  bool edited_ = false;  // by the user, and EditFinished hasn't been raised yet
 };
 
 }  // namespace kelvane

@@ -18,8 +18,8 @@ void Timer::setEnabled(bool enabled) {
   }
 }
 
-// Qt sends no event of a timer while one is being handled. Restarting the timer lets them come in a
-// nested DoEvents.
+// While an event of a timer is being handled, Qt sends no other event of that timer. Restarting the
+// timer lets further events come in a nested DoEvents.
 void Timer::timerEvent(QTimerEvent* /*event*/) {
   timer_.start(interval_, this);
   if (form_.Loaded()) Raise(this, Tick);

@@ -9,9 +9,8 @@ namespace kelvane {
 class HandlerOwner;
 
 // Ticks on the user-interface thread while it is enabled and its form is loaded. The form owns it.
-// A tick may come while the handler of an earlier one runs, if that calls DoEvents or opens a
-// dialog.
-// Ticks that are due while no events are processed come late, as one.
+// A tick may come while the handler of an earlier one runs, if that handler calls DoEvents or opens
+// a dialog. Ticks that are due while no events are processed come late, as one.
 class Timer : public QObject {
   Q_OBJECT
  public:

@@ -19,17 +19,17 @@ QHash<QString, QSize> PixelsOfWaylandOutputs();
 // scale rounded up; it is returned if a size is empty or the sizes contradict it.
 double ScaleOfOutput(QSize pixels, QSize units, double roundedUp);
 
-// The factors that make a Qt pixel a screen pixel. Qt applies a Wayland compositor's scale even if
-// its high-DPI scaling is switched off.
+// The factors that make a Qt pixel a screen pixel. They are needed since Qt applies a Wayland
+// compositor's scale even if Qt's own high-DPI scaling is switched off.
 struct ScaleFactors {
   QByteArray common;  // less than 1, for QT_SCALE_FACTOR
-  // Each output's own, by which Qt multiplies the common one, for QT_SCREEN_SCALE_FACTORS: at least
-  // 1, since Qt ignores smaller ones.
+  // Each output's own factor, by which Qt multiplies the common one, for QT_SCREEN_SCALE_FACTORS:
+  // at least 1, since Qt ignores smaller ones.
   QByteArray outputs;
 };
 
-// Returns std::nullopt if all outputs have the scale 1. Needs the QApplication. Blocks as
-// PixelsOfWaylandOutputs does.
+// Returns the factors for the present outputs; std::nullopt if all have the scale 1. Needs the
+// QApplication. Blocks as PixelsOfWaylandOutputs does.
 std::optional<ScaleFactors> FactorsThatUndoScales();
 
 }  // namespace kelvane

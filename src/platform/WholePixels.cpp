@@ -18,7 +18,7 @@ class PointerRounder : public QObject {
       case QEvent::MouseButtonRelease:
       case QEvent::MouseButtonDblClick:
       case QEvent::MouseMove:
-        // By this flag Qt keeps the press of a double-click from widgets; a copy would lack it.
+        // By this flag Qt keeps the press of a double-click from widgets; copies lack the flag.
         if (static_cast<QMouseEvent*>(event)->flags().testFlag(Qt::MouseEventCreatedDoubleClick)) {
           return false;
         }
@@ -29,7 +29,7 @@ class PointerRounder : public QObject {
   }
 
  private:
-  // Returns whether it has sent a rounded event instead.
+  // Sends a rounded copy of an event that isn't rounded yet. Returns whether a copy was sent.
   static bool SendRounded(QWindow& window, QMouseEvent& event) {
     const QPointF position = event.scenePosition();
     const QPointF whole(std::floor(position.x()), std::floor(position.y()));

@@ -28,7 +28,7 @@ void WindowsMediaPlayer::Prepare() {
   try {
     preparing_ = std::jthread([] { (void)PlayerLibrary::Get(); });
   } catch (const std::exception&) {
-    // The first file loads it.
+    // The library is loaded when the first file is set.
   }
 }
 
@@ -149,8 +149,8 @@ QSize WindowsMediaPlayer::VisibleExtent() const {
   return {std::max(visible.right() + 1, 0), std::max(visible.bottom() + 1, 0)};
 }
 
-// Doesn't wait for the menu: a handler whose DoEvents opens it would block until it is closed. So
-// the file may end before the user chooses.
+// Opens the menu and returns at once: a handler whose DoEvents opens the menu would otherwise block
+// until the menu is closed. So the file may end before the user chooses.
 void WindowsMediaPlayer::contextMenuEvent(QContextMenuEvent* event) {
   constexpr double kSkip = 10;  // seconds
   if (url_.isEmpty()) return;

@@ -14,8 +14,8 @@ class PlaybackCore;
 // pixel to one screen pixel, at the top left corner, unless setFitsBox was called; the rest is
 // black. A file that can't be played shows nothing, without a message.
 //
-// The first file makes libmpv's player; if that fails, nothing plays, and the next file tries
-// again. Only making libmpv's player and ending it may block. Belongs to the user-interface thread.
+// libmpv's player is made when a file is set and no player exists; if that fails, nothing plays.
+// Only making libmpv's player and ending it may block. Belongs to the user-interface thread.
 class WindowsMediaPlayer : public Control {
   Q_OBJECT
  public:
@@ -39,29 +39,29 @@ class WindowsMediaPlayer : public Control {
   class Controls {
    public:
     explicit Controls(WindowsMediaPlayer& player) : player_(player) {}
-    // Resumes a paused file, or restarts one that has ended or stopped. No effect without a URL.
+    // Resumes a paused file, or restarts an ended or stopped one. No effect without a URL.
     void play();
-    // No effect unless a file is playing.
+    // No effect unless a file is being opened or played.
     void pause();
     // Ends playback. URL stays.
     void stop();
     // "mm:ss", or "hh:mm:ss" from an hour on; empty while URL is empty.
     QString currentPositionString() const;
-    // In seconds; 0 while it is unknown or URL is empty. While a picture is sought, it is the time
-    // that is sought.
+    // In seconds; 0 while the position is unknown or URL is empty. While a picture is sought, the
+    // time that is sought.
     double currentPosition() const;
     // Goes to the first picture at or after `seconds`, or else to the last one, and stays paused or
     // playing. Doesn't wait for it; of several calls that come while another picture is sought only
-    // the last is done. A file that isn't being played is opened there, paused. A value below 0
+    // the last is done. An ended or stopped file is opened at that picture, paused. A value below 0
     // means 0; one that isn't finite has no effect, and neither has a call without a URL.
     void setCurrentPosition(double seconds);
-    // Goes that many seconds on, or back if it is negative, as setCurrentPosition does, at most to
-    // the end or the beginning. No effect unless a file is being played.
+    // Goes `seconds` on, or back if `seconds` is negative, as setCurrentPosition does, at most to
+    // the end or the beginning. No effect unless a file is being opened or played.
     void skip(double seconds);
-    // Pauses and goes that many pictures on, or back if it is negative, at most to the last or
-    // first one. No effect unless a file is being played.
+    // Pauses the file and goes `pictures` on, or back if `pictures` is negative, at most to the
+    // last or first one. No effect unless a file is being opened or played.
     void step(int pictures);
-    // Whether a file is being played and isn't paused. False after its end.
+    // Whether a file is being opened or played and isn't paused. False after its end.
     bool playing() const;
 
    private:
@@ -77,7 +77,7 @@ class WindowsMediaPlayer : public Control {
     // 0 to 100; any other value has no effect.
     void setVolume(int volume);
     int balance() const { return balance_; }
-    // -100, left alone, to 100, right alone; any other value has no effect.
+    // From -100 (left channel alone) to 100 (right one alone); any other value has no effect.
     void setBalance(int balance);
 
    private:
@@ -98,7 +98,8 @@ class WindowsMediaPlayer : public Control {
 
  private:
   void MakeCore();
-  // Returns whether there is a file to start.
+  // Sets URL. If it is empty, stops the player; otherwise makes a player unless there is a usable
+  // one. Returns whether there is a file to start.
   bool TakeURL(const QString& url);
   // The size of this control from its top left corner to the last pixel that no container clips.
   QSize VisibleExtent() const;

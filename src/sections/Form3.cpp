@@ -10,7 +10,7 @@ Form3::Form3(const QIcon& icon) : Form(kForm3, kForm3Controls, kForm3Menus), ico
   WireEvents();
 }
 
-// What isn't here has no action.
+// Controls that have no handler here do nothing.
 void Form3::WireEvents() {
   for (Label* thumb : Label1) {
     thumb->MouseDown = [this](const MouseEvent& event) { Label1_MouseDown(event); };

@@ -16,7 +16,7 @@
 
 namespace kelvane {
 
-// The short path of the video last chosen in the section window; empty if it has none. Belongs to
+// The short path of the video last chosen in the section window; empty if that has none. Belongs to
 // the user-interface thread, as the window does.
 extern QString SectionSourceShortPath;
 
@@ -65,10 +65,10 @@ class Form3 : public Form {
   void Form_Resize() override;
   void Form_MouseMove(const MouseEvent& event) override;
 
-  // The scale of the time line: returns the time at a position on it, as it is shown. Here a pixel
-  // is a second.
+  // The scale of the time line: returns the text of the time at the position `X`. In this class a
+  // pixel is a second.
   virtual QString TimeTextAt(float X) const;
-  // The tip of a needle that has been dragged.
+  // Returns the tool tip that a needle gets when it is dragged.
   static QString NeedleTip(int needle);
 
   friend void DrawOptionScales(Form3& form);       // Module3
@@ -118,7 +118,8 @@ class Form3 : public Form {
   std::int16_t ThumbGrabX = 0;
   std::int16_t NeedleGrabX = 0;
   std::int16_t SliderGrabX = 0;
-  // The pointer's last position over the time line or its frame, in pixels of that one.
+  // The pointer's last position over the time line or its frame, in pixels from the left of that
+  // box; in the stabiliser, always from the left of the time line.
   std::int32_t TimeLineMouseX = 0;
 
   ControlArray<Label> Label1{*this, "Label1"};

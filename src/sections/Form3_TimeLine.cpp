@@ -46,7 +46,7 @@ void Form3::Picture6_MouseDown(const MouseEvent& event) {
   ThumbGrabX = ToInteger16(event.X).value_or(ThumbGrabX);
 }
 
-// The thumb has three places for the strip; the order of the tests decides.
+// The thumb moves the strip to one of three places; of several tests that hold, the last decides.
 void Form3::Picture6_MouseMove(const MouseEvent& event) {
   if (event.Button != kLeftButton) return;
   Picture6.setLeft(Picture6.Left() + event.X - ThumbGrabX);
@@ -112,8 +112,8 @@ void Form3::DrawSpanLine() {
   Line8.SetEnds(Picture4(StartNeedle).Left(), SpanLineY(), Picture4(EndNeedle).Left(), SpanLineY());
 }
 
-// The read-out changes only from "00:00:00". The needle's edge moves to the pointer's last
-// position, while a drag counts from the needle's middle.
+// The read-out changes only from "00:00:00". The needle's left edge moves to the pointer's last
+// position, while a drag shows the time at the needle's middle.
 void Form3::mnu_Start_Click() {
   Picture4(StartNeedle).setLeft(static_cast<float>(TimeLineMouseX));
   Label& readOut = Label8(SectionStart);

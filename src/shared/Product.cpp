@@ -1,6 +1,6 @@
 #include "shared/Product.h"
 
-// The resources of a static library must be initialised by this call.
+// Registers the icons of this static library. The macro must be used outside of any namespace.
 static void InitIcons() { Q_INIT_RESOURCE(icons); }
 
 namespace kelvane {

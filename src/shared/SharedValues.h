@@ -9,12 +9,13 @@ namespace kelvane {
 // Short path of the loaded video.
 extern QString VideoPath;
 
-// The duration last read, of the main window's video or of the joiner's newest section, as
-// "hh:mm:ss" in whole seconds, rounded down. Empty until one is read; the text after "Duration:"
-// if it isn't a time.
+// The duration last read, as "hh:mm:ss" in whole seconds, rounded down; if the text after
+// "Duration:" isn't a time, the beginning of that text. The joiner takes the duration of its newest
+// section, the main window always the first one that its tools have printed. Empty until one is
+// read, and after a reset.
 extern QString VideoDuration;
 
-// Whether the tools' output is read as the duration probe's; it is read as the size probe's if not.
+// Whether the main window reads its tools' output as the duration probe's, not the size probe's.
 extern bool ProbeDimensionsDone;
 
 // The crop region in source pixels. Negative and odd values are passed on as they are.
@@ -23,10 +24,10 @@ extern std::int32_t CropHeight;
 extern std::int32_t CropLeft;
 extern std::int32_t CropTop;
 
-// Those four with colons between, as of the last preview or crop; "0" after a reset.
+// "width:height:left:top" of the crop region at the last preview or crop; "0" after a reset.
 extern QString CropFilter;
 
-// The new file last chosen for a crop.
+// The path of the new file last chosen for a crop.
 extern QString OutputPath;
 
 // True while the main window is minimised.

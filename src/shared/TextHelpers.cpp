@@ -13,8 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The designed caption "0,000" converts in every locale: a comma before three digits is a group
-// separator unless it is the decimal separator.
+// Removes the commas before groups of three digits, so that the designed caption "0,000" converts
+// in every locale. Not for locales whose decimal separator is a comma.
 void RemoveGroupingCommas(QString& text) {
   static const QRegularExpression comma(u"(?<=[0-9]),(?=[0-9]{3}(?![0-9]))"_s);
   text.remove(comma);
@@ -40,7 +40,7 @@ std::optional<Integer> ToInteger(double number) {
   return fits ? std::optional(static_cast<Integer>(rounded)) : std::nullopt;
 }
 
-// Wraps after 24 hours.
+// Returns the time that many seconds after midnight, rounded and unsigned; wraps after 24 hours.
 QTime TimeOfDay(double seconds) {
   constexpr double kDay = 86400;
   return QTime(0, 0).addSecs(static_cast<int>(std::lround(std::fmod(std::abs(seconds), kDay))));

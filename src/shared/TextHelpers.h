@@ -48,13 +48,13 @@ QString FormatSingle(float number);
 // The text without leading and trailing blanks; tabs and line breaks stay.
 QString Trim(const QString& text);
 
-// The number that begins a text; its decimals follow a point. Blanks, tabs and line breaks in the
-// text are ignored. 0 if the text begins with no number, or with one that is too large for a
-// double.
+// The number at the beginning of a text, with a point before its decimals. Blanks, tabs and line
+// breaks in the text are ignored. 0 if the text begins with no number, or with one that is too
+// large for a double.
 double LeadingNumber(const QString& text);
 
 // The number that a text stands for. White space around it and group separators in it are ignored,
-// and so is a comma before three digits unless it is the decimal separator.
+// and so is a comma before three digits unless the comma is the decimal separator.
 std::optional<float> SingleFromText(const QString& text);
 
 // The seconds from midnight to a time of the form "h:m" or "h:m:s", whose parts have one or two

@@ -18,7 +18,7 @@ void NoteSignal(int /*signal*/) {
   (void)!::write(eventOfSignals, &one, sizeof one);
 }
 
-// A signal that the program was started to ignore, as nohup does, stays ignored.
+// Sets the handler. Signals that the program was started to ignore, as by nohup, stay ignored.
 void HandleSignals(void (*handler)(int)) {
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
     if (std::signal(signal, handler) == SIG_IGN) (void)std::signal(signal, SIG_IGN);

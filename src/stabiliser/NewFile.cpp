@@ -18,7 +18,7 @@
 namespace kelvane {
 namespace {
 
-// The temporary names that exist; what is left of them is removed when the program ends.
+// The temporary names in use. Files that still have one are removed when the program ends.
 class TemporaryNames {
  public:
   ~TemporaryNames() {
@@ -93,7 +93,7 @@ NewFile::~NewFile() { Temporaries().Remove(temporary_); }
 void NewFile::Keep() {
   const unsigned int flags = replaces_ ? 0 : RENAME_NOREPLACE;
   int result = ::renameat2(AT_FDCWD, temporary_.c_str(), AT_FDCWD, path_.c_str(), flags);
-  // Some file systems have no flags.
+  // Some file systems don't know the flag.
   if (result != 0 && errno == EINVAL && !Exists(path_)) {
     result = std::rename(temporary_.c_str(), path_.c_str());
   }

@@ -12,7 +12,7 @@ int ValueIn(const QString& readOut, int min, int max) {
   return static_cast<int>(std::clamp<double>(std::round(LeadingNumber(readOut)), min, max));
 }
 
-// The unsharp filter takes odd sizes only.
+// Reads a size of the unsharp filter, which takes only odd ones.
 int SizeIn(const QString& readOut) {
   constexpr int kMinSize = 3;
   constexpr int kMaxSize = 15;
@@ -22,7 +22,7 @@ int SizeIn(const QString& readOut) {
 }  // namespace
 
 StabiliserOptions StabiliserOptions::FromReadOuts(const std::array<QString, 7>& readOuts) {
-  constexpr int kMaxHalves = 12;  // of both sizes together: the filter refuses more
+  constexpr int kMaxHalves = 12;  // lx / 2 + ly / 2: the filter refuses more
   StabiliserOptions options{.stepsize = ValueIn(readOuts[0], 1, 30),
                             .shakiness = ValueIn(readOuts[1], 1, 10),
                             .accuracy = ValueIn(readOuts[2], 1, 15),

@@ -97,7 +97,7 @@ void Stabiliser::Form_Load() {
   ClearHighlights();
 }
 
-// closeOnSignal_ stays: another signal would end the program and leave the tool and its file.
+// closeOnSignal_ stays: without it, another signal would leave the tool and its file behind.
 void Stabiliser::Form_Unload() {
   Cancel();
   wmp.setURL({});

@@ -20,7 +20,7 @@ namespace kelvane {
 
 class DOSOutputs;
 
-// Both texts with an empty line between, or the first alone if the second is empty.
+// Returns both texts with an empty line between, or the first alone if the second is empty.
 QString Paragraphs(const QString& first, const QString& second);
 
 // The captions that act, except Label6(0), by index in Label10, Label12 and Label14.
@@ -34,9 +34,9 @@ enum Pass : int { Detecting = 0, Transforming = 1 };
 // The section window at work: shows the chosen video, extracts the marked section, tries the
 // options on it, and stabilises a whole video.
 //
-// One tool runs at a time. The caption that started it then reads "Cancel", and no other caption
-// that starts tools acts. This class alone examines a tool's outcome: a run that writes a file has
-// succeeded if its exit status is 0 and the file has a video stream.
+// One tool runs at a time. The caption that started it then reads "Cancel", and the other captions
+// that start tools do nothing. Unlike the other windows, this one examines a tool's outcome: a run
+// that writes a file has succeeded if its exit status is 0 and the file has a video stream.
 class Stabiliser : public Form3 {
   Q_OBJECT
  public:
@@ -72,23 +72,23 @@ class Stabiliser : public Form3 {
 
   void WireCommands();
   void WireTimeLine();
-  // Its indices have a gap, which no ControlArray may have.
+  // Returns a caption of Label12, whose indices have a gap, which no ControlArray may have.
   Label& Label12(int index) const;
   // Makes a caption light up under the pointer, and act when it is clicked with any button.
   void MakeCommand(Label& caption, void (Stabiliser::*action)());
   Label& BoxOf(Label& caption) const;
   void ClearHighlights();
 
-  // Choosing videos. The setters return false and change nothing if the file can't be used, after a
-  // message, or if the probe is cancelled.
+  // Choosing videos. The setters return false and change nothing if the file can't be used, which a
+  // message says, or if the probe is cancelled.
   void SelectVideo();
   void SelectDropped(const QString& path);
   void LoadOtherVideo();
   // Takes the paths that were typed, once no mouse button is held: the press that ends an edit may
-  // begin a click on a caption, which takes them.
+  // begin a click on a caption, and that click takes the paths itself.
   void TakeTypedPaths();
-  // These return false if a typed path can't be used. A click on the caption that asks for another
-  // one discards it.
+  // These choose the video whose path was typed, and return false if it can't be used. If `clicked`
+  // is the caption that asks for such a video, they discard the typed path instead.
   bool TakeTypedSource(const Label* clicked = nullptr);
   bool TakeTypedLoaded(const Label* clicked = nullptr);
   bool SetSource(const QString& path);
@@ -97,7 +97,7 @@ class Stabiliser : public Form3 {
   QString AskForVideo(const QString& title);
   // Empty if the user cancels, or after a message if the name can't be used.
   QString AskForOutput(const QString& title, const QString& input);
-  // Sets `video`, or returns the reason why the file can't be used; neither if it is cancelled.
+  // Sets `video`, or returns why the file can't be used; neither if the probe is cancelled.
   QString ReadVideo(const QString& path, std::optional<Video>& video);
   // The video that Apply works on; null if none is chosen.
   const Video* VideoToStabilise() const;
@@ -135,21 +135,21 @@ class Stabiliser : public Form3 {
   void Cancel();
   // Runs a tool to its end and serves the window meanwhile. Calls `take` with each line that the
   // tool prints. Sets printed_, toolPath_, started_ and exitStatus_. Returns whether the exit
-  // status is 0; false, possibly without a run, if it is cancelled.
+  // status is 0; false, possibly without a run, if the action is cancelled.
   bool RunTool(const std::string& commandLine,
                const std::function<void(const std::string& line)>& take = {});
-  // As RunTool, shows the progress of ffmpeg, and sets processedSeconds_.
+  // Does what RunTool does, shows the progress of ffmpeg, and sets processedSeconds_.
   bool RunLong(const std::string& commandLine, const Progress& progress);
   // These return why the run failed or, on success, a remark on the length; empty if there is
-  // neither or it is cancelled.
+  // neither or the run is cancelled.
   QString RunBothPasses(const Stabilising& run);
   QString DetectAndTransform(const Stabilising& run, const std::string& transforms);
   // Returns a question if the disk may lack room for what the first pass writes.
   static QString LackOfRoom(const Stabilising& run, const std::string& transforms);
-  // Probes the output of a run on `source` and sets succeeded_. Returns why it can't be used, or a
-  // remark if its length differs from `seconds`, the length processed; 0 means unknown.
+  // Probes the output of a run on `source` and sets succeeded_. Returns why the output can't be
+  // used, or a remark if its length differs from `seconds`, the length processed (0 if unknown).
   QString CheckOutput(const std::string& output, const VideoFacts& source, double seconds);
-  // The sentence with the reason that the last tool gave; empty if the run is cancelled.
+  // Returns the sentence with the reason that the last tool gave; empty if the run is cancelled.
   QString Failure(const QString& sentence) const;
   Progress ProgressOf(Pass pass, double seconds) const;
   Progress ProgressOfExtraction(double seconds) const;
@@ -162,8 +162,8 @@ class Stabiliser : public Form3 {
 
   std::optional<Video> source_;  // of the time line
   std::optional<Video> loaded_;  // to be stabilised instead of the source
-  QString
-      sample_;  // path of the extracted section; empty once other marks or another video are chosen
+  // The path of the extracted section; empty once other marks or another video are chosen.
+  QString sample_;
   TimeScale scale_{1};
   std::array<double, 2> marks_{};  // by needle, in seconds
 
@@ -176,7 +176,7 @@ class Stabiliser : public Form3 {
   bool started_ = false;         // whether the last tool could be started
   int exitStatus_ = 0;           // of the last tool; that of a signal is negative
   std::string toolPath_;         // of the last tool
-  bool succeeded_ = false;       // whether the last output is whole
+  bool succeeded_ = false;       // whether the last output can be used
   std::string printed_;          // by the last tool
   double processedSeconds_ = 0;  // of video, by the last RunLong
 

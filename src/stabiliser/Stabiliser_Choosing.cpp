@@ -23,7 +23,7 @@ namespace {
 
 // Returns why the path can't be that of a new file, without a full stop; empty if it can.
 QString WhyNoOutput(const QString& path, const QString& input) {
-  // Digits alone are the end of a date or of a version.
+  // An extension of digits alone is taken for the end of a date or of a version.
   static const QRegularExpression plainExtension(
       u"[^/]\\.(?=[0-9]*[A-Za-z])[A-Za-z0-9]{1,10}\\z"_s);
   static const QRegularExpression isList(u"\\.(m3u8|mpd|ism)\\z"_s,
@@ -49,8 +49,8 @@ void Stabiliser::SelectVideo() {
   }
 }
 
-// As a click does, discards a path that was typed for the time line, and takes one typed for the
-// other video.
+// As a click on Label6(0) does, discards a path that was typed for the time line, and takes one
+// typed for the other video.
 void Stabiliser::SelectDropped(const QString& path) {
   if (TakeTypedSource(&Label6(0)) && TakeTypedLoaded()) {
     cdialog.Choose(path, [this] { SelectVideo(); });
@@ -69,7 +69,7 @@ QString Stabiliser::AskForVideo(const QString& title) {
 
 void Stabiliser::TakeTypedPaths() {
   constexpr int kInterval = 20;  // ms
-  if (DialogIsOpen()) return;    // the click that opened it has taken them
+  if (DialogIsOpen()) return;    // the click that opened the dialog has taken the paths
   if (QApplication::mouseButtons() != Qt::NoButton) {
     QTimer::singleShot(kInterval, this, [this] { TakeTypedPaths(); });
   } else if (TakeTypedSource()) {
@@ -128,7 +128,7 @@ const Stabiliser::Video* Stabiliser::VideoToStabilise() const {
 }
 
 QString Stabiliser::ReadVideo(const QString& path, std::optional<Video>& video) {
-  constexpr double kLongest = 100 * 3600.0;  // seconds; the time line has a pixel for each
+  constexpr double kLongest = 100 * 3600.0;  // seconds; the time line has at least a pixel for each
   const QFileInfo file(path);
   if (!file.isFile()) return u"There is no such file:\n%1"_s.arg(path);
   Video read;

@@ -27,7 +27,7 @@ namespace {
 constexpr const char* kTransformsFile = "transforms.trf";
 constexpr const char* kTestFile = "test.mp4";
 
-// FFmpeg 5.1's filter ignores a full disk: the file then ends in the middle of a line.
+// Returns whether the last line is whole; it isn't if FFmpeg 5.1's filter has ignored a full disk.
 bool EndsWithALine(const std::string& path) {
   std::ifstream file(path, std::ios::binary);
   return file.seekg(-1, std::ios::end) && file.get() == '\n';
@@ -50,7 +50,7 @@ void Stabiliser::RunCancellable(Label& caption, const std::function<QString()>& 
   caption.setCaption(u"Cancel"_s);
   const QPointer<QWidget> focused = focusWidget();
   EnableCommands();
-  // Qt has moved the focus on from what was disabled, as Tab does.
+  // Qt has moved the focus on from a disabled control, as Tab does: the window takes it.
   if (focusWidget() != focused) setFocus();
   QString message;
   try {
@@ -63,13 +63,13 @@ void Stabiliser::RunCancellable(Label& caption, const std::function<QString()>& 
   cancelCaption_ = nullptr;
   caption.setCaption(designed);
   EnableCommands();
-  // With its frame, if it had one.
+  // With this reason the control shows its focus frame again if it showed one before.
   if (focused != nullptr && focusWidget() == this) focused->setFocus(Qt::ActiveWindowFocusReason);
   ClearProgress();
   if (Loaded() && !message.isEmpty()) MsgBox(message, succeeded_ ? kOKOnly : kExclamation);
 }
 
-// While a tool runs, of the captions that start tools only the one that ends it is enabled.
+// Enables what starts tools or takes paths; while a tool runs, only the caption that cancels it.
 void Stabiliser::EnableCommands() {
   ClearHighlights();
   const bool idle = cancelCaption_ == nullptr;
@@ -133,7 +133,7 @@ void Stabiliser::ShowProgress(const Progress& progress, double seconds) {
   constexpr double kWhole = 100;
   const double percent = std::clamp(seconds / progress.seconds * kWhole, 0.0, kWhole);
   progress.label.setCaption(progress.prefix + FormatTwoDecimals(percent) + u'%');
-  progress.label.repaint();  // as the bar does
+  progress.label.repaint();  // at once, as the bar is painted
   progress.bar.setValue(static_cast<float>(percent));
 }
 
@@ -152,7 +152,7 @@ void Stabiliser::ClearProgress() {
   }
 }
 
-// The sound may go on.
+// The sound may go on after that.
 double Stabiliser::EndOfVideo() const {
   const VideoFacts& facts = source_->facts;
   if (facts.videoDuration <= 0) return facts.duration;
@@ -212,14 +212,14 @@ void Stabiliser::ExtractSection() {
         CheckOutput(output.ToolPath(), source_->facts, std::min(span->length, rest));
     if (!succeeded_) return remark;
     output.Keep();
-    // On success its own facts replace those of the former file.
+    // A loaded video that is overwritten is read again; if that fails, its old facts stay.
     if (loaded_ && loaded_->path == path) (void)ReadVideo(path, loaded_);
     if (marks == marks_) sample_ = path;
     return Paragraphs(u"The selected region has been saved as\n%1"_s.arg(path), remark);
   });
 }
 
-// On the sample or, if there is none, on the marked section.
+// Tests the options on the sample or, if there is none, on the marked section.
 void Stabiliser::TestOptions() {
   std::optional<Span> span;
   if (!QFileInfo::exists(sample_)) sample_.clear();
@@ -287,7 +287,7 @@ QString Stabiliser::DetectAndTransform(const Stabilising& run, const std::string
                first)) {
     return Failure(sentence);
   }
-  // With -copyts the reported times count from the first report.
+  // With -copyts the reported times count from the first report, so the length isn't known.
   const double processed = run.span && facts.seeksLate ? 0 : processedSeconds_;
   if (!EndsWithALine(transforms)) {
     return Paragraphs(sentence, u"The disk of the folder %1 is full."_s.arg(
@@ -305,7 +305,7 @@ QString Stabiliser::DetectAndTransform(const Stabilising& run, const std::string
 QString Stabiliser::CheckOutput(const std::string& output, const VideoFacts& source,
                                 double seconds) {
   constexpr double kTolerance = 0.25;  // seconds
-  constexpr double kPictures = 3;      // by which a tool's last time may lag
+  constexpr double kPictures = 3;      // by which the last time that a tool reports may lag
   const bool isRead = RunTool(VideoProbeLine(Tools(), output));
   const VideoFacts facts = ReadVideoFacts(printed_);
   if (!isRead || !facts.HasVideo()) {
@@ -313,7 +313,7 @@ QString Stabiliser::CheckOutput(const std::string& output, const VideoFacts& sou
   }
   succeeded_ = true;
   const double length = facts.videoDuration > 0 ? facts.videoDuration : facts.duration;
-  // A length may have the time before the first picture in it.
+  // A length may include the time before the first picture.
   const double tolerance =
       source.videoStart +
       (facts.rate > 0 ? std::max(kTolerance, kPictures / facts.rate) : kTolerance);
@@ -322,7 +322,7 @@ QString Stabiliser::CheckOutput(const std::string& output, const VideoFacts& sou
                                                               FormatTwoDecimals(seconds));
 }
 
-// The first pass writes at most about so much for a picture; plain pictures take a third.
+// The first pass writes at most about this much per picture, a third for pictures of little detail.
 QString Stabiliser::LackOfRoom(const Stabilising& run, const std::string& transforms) {
   constexpr double kBytesPerPixel = 1600.0 / (1280 * 720);  // for each unit of accuracy
   constexpr double kUsualRate = 30;
@@ -341,7 +341,6 @@ QString Stabiliser::LackOfRoom(const Stabilising& run, const std::string& transf
       .arg(FromNarrow(folder));
 }
 
-// The read-outs show the values that are used.
 StabiliserOptions Stabiliser::TakeOptions() {
   std::array<QString, 7> readOuts;
   for (int option = StepSize; option <= UnSharpLY; ++option) {

@@ -1,4 +1,4 @@
-// The time line of the chosen video, and the needles, which show their frames.
+// The time line of the chosen video, and the needles; moving one shows the frame at its time.
 #include <algorithm>
 #include <cmath>
 
@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kNeedleMiddle = 2;
-constexpr int kRestOfNeedle = 3;  // of its width, behind the time that it marks
+constexpr int kRestOfNeedle = 3;  // the part of its width from the time that it marks on
 
 }  // namespace
 
@@ -30,7 +30,7 @@ void Stabiliser::WireTimeLine() {
     needle->MouseWheel = scroll;
     needle->KeyDown = [this](const KeyEvent& event) { return StepNeedle(event); };
   }
-  // Positions are those on the strip, also where the frame raises the event.
+  // The handlers take positions on the strip, so those of the frame's events are converted.
   PictureBox& frame = Picture3(TimeLineFrame);
   const auto onStrip = [this](MouseEvent event) {
     event.X -= Picture3(TimeLineStrip).Left();
@@ -58,7 +58,7 @@ void Stabiliser::ShowTimeLine() {
   Label16(0).setCaption(u"Video Duration hh:mm:ss: "_s +
                         TimeText(std::floor(duration), Precision::kSeconds));
   Label16(2).setCaption(QString::number(wholeSeconds));
-  // So that the end needle can be seen and dragged at the end.
+  // The strip is wider than the video, so that the end needle can be seen and dragged at the end.
   strip.setWidth(static_cast<float>(scale_.Width() + kRestOfNeedle));
   strip.setLeft(0);
   Line7.setX2(static_cast<float>(scale_.Width()));

@@ -16,9 +16,9 @@ class TimeScale {
  public:
   // A pixel is a second. `seconds` is the length of the time line.
   explicit TimeScale(int seconds) : length_(seconds) {}
-  // Fits a video of that duration, more than 0, into a frame of that width: with the whole number
-  // of pixels a second that fills the frame best, at least one. A video shorter than a second has a
-  // time line of a second.
+  // Fits a video of that duration, more than 0, into a frame of that width: a second has the
+  // largest whole number of pixels with which the video fits, at least one. A video shorter than a
+  // second has a time line of a second.
   TimeScale(double duration, int frameWidth);
 
   int PixelsPerSecond() const { return pixelsPerSecond_; }
@@ -34,7 +34,7 @@ class TimeScale {
     return TimeText(time, HasTenths() ? Precision::kTenths : Precision::kSeconds);
   }
   // The time from one labelled tick to the next, such as 0.5, 15 or 300, and the number of parts
-  // into which unlabelled ones divide it. Labels that are `labelWidth` pixels wide have room.
+  // into which unlabelled ones divide it. Labelled ticks are at least `labelWidth` pixels apart.
   struct Ticks {
     double spacing;
     int parts;

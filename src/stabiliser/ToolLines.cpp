@@ -7,7 +7,7 @@
 namespace kelvane {
 namespace {
 
-// With at most six decimals, after a point in every locale; without trailing zeros.
+// Returns `seconds` with at most six decimals, after a point in every locale; no trailing zeros.
 std::string Seconds(double seconds) {
   std::array<char, 64> text{};
   const auto end =
@@ -30,11 +30,12 @@ double SeekFor(double start, const VideoFacts& facts) {
   return start < facts.videoStart + kNear ? 0 : start;
 }
 
-// For a file in which a tool may seek too far, the line keeps the file's own time stamps. By
-// default the tool counts from the first stream that it uses, which may begin later than the file.
+// Returns the beginning of a line for ffmpeg, up to the input and the part of it that is read. For
+// a file in which a tool may seek too far, the line keeps the file's own time stamps. By default
+// the tool counts from the first stream that it uses, which may begin later than the file.
 std::string FfmpegOn(const std::string& toolsFolder, const std::string& video,
                      const VideoFacts& facts, const std::optional<Span>& span) {
-  // The tool would take the largest of several streams.
+  // Of several video streams the tool would take the largest, not the first.
   const std::string line = toolsFolder + "/ffmpeg -hide_banner -stats_period 0.1" +
                            (facts.severalVideos ? " -discard:v all -discard:V:0 default" : "");
   if (!span) return line + " -i " + video;
@@ -50,16 +51,16 @@ std::string FfmpegOn(const std::string& toolsFolder, const std::string& video,
 }
 
 // Returns filters, each with a comma behind it, that join the two fields of an interlaced picture
-// and give the pictures a format and a size that every player shows. The stabilising filter of
-// FFmpeg 7.1 ends the tool at an odd size.
+// and give the pictures a format and a size that every player shows. If the size is odd, the
+// stabilising filter of FFmpeg 7.1 ends the tool.
 std::string Preparing(const VideoFacts& facts) {
   std::string filters = facts.interlaced ? "yadif," : "";
   if (!facts.plain) filters += "crop=trunc(iw/2)*2:trunc(ih/2)*2,format=yuv420p,";
   return filters;
 }
 
-// FFmpeg 5.1 takes 1,000 pictures a second for the rate of a video that states none, and fills an
-// MP4 file up with copies. So these pictures keep their times.
+// Returns the option with which the pictures keep their times, for a video that states no rate.
+// FFmpeg 5.1 would assume 1,000 pictures a second, and fill an MP4 file up with copies.
 std::string Timing(const VideoFacts& facts) { return facts.rate > 0 ? "" : " -fps_mode vfr"; }
 
 }  // namespace

@@ -7,27 +7,27 @@
 namespace kelvane {
 namespace {
 
-// 0 if the text begins with no number.
+// Returns the number at the beginning of the text; 0 if there is none.
 double Number(std::string_view text) {
   double number = 0;
   std::from_chars(text.data(), text.data() + text.size(), number);
   return number;
 }
 
-// Of a text such as "30000/1001".
+// Returns the value of a text such as "30000/1001"; 0 if the divisor isn't positive.
 double Ratio(std::string_view text) {
   const std::size_t slash = text.find('/');
   const double divisor = slash == std::string_view::npos ? 1 : Number(text.substr(slash + 1));
   return divisor > 0 ? Number(text) / divisor : 0;
 }
 
-// Some files state the rate of their clock, a thousand, for that of their pictures.
+// Returns 0 from a thousand on: some files state the rate of their clock, not of their pictures.
 double RateOrZero(double rate) {
   constexpr double kClock = 1000;
   return rate < kClock ? rate : 0;
 }
 
-// Of a text such as "01:02:03.5", in seconds.
+// Returns the seconds in a text such as "01:02:03.5".
 double Sexagesimal(std::string_view text) {
   constexpr double kSixty = 60;
   double whole = 0;
@@ -39,7 +39,8 @@ double Sexagesimal(std::string_view text) {
   return whole + Number(text);
 }
 
-// The streams' lines come before the file's, which begin with the format's name.
+// Takes one line into `facts`. The streams' lines come before the file's, which begin with the
+// format's name: until then, startTime and duration hold the stream's values.
 void Take(VideoFacts& facts, std::string_view key, std::string_view value) {
   if (key == "width") facts.width = static_cast<int>(Number(value));
   if (key == "height") facts.height = static_cast<int>(Number(value));
@@ -56,7 +57,7 @@ void Take(VideoFacts& facts, std::string_view key, std::string_view value) {
   }
   if (key == "start_time") facts.startTime = Number(value);
   if (key == "duration") facts.duration = Number(value);
-  if (key == "TAG:DURATION") facts.duration = Sexagesimal(value);  // Matroska has no other
+  if (key == "TAG:DURATION") facts.duration = Sexagesimal(value);  // Matroska's only one
 }
 
 }  // namespace

@@ -5,7 +5,7 @@
 namespace kelvane {
 
 // Returns what a crop does if `path` is chosen for its new file, as sentences for the user; empty
-// if it just makes that file. `path` is absolute.
+// if the crop just makes that file. `path` is absolute.
 QString CropRemark(const QString& path);
 
 }  // namespace kelvane

@@ -30,7 +30,7 @@ enum WorkspaceBox : int { FrameBox = 0, ViewportBox = 1, CanvasBox = 2, HolderBo
 // The marker bars, Picture2.
 enum MarkerBar : int { LeftBar = 0, TopBar = 1, RightBar = 2, BaseBar = 3 };
 
-// The captions of Label1 that are numbers; those before them are their names.
+// The captions of Label1 that are numbers. The caption before each is its name.
 enum ReadOut : int {
   SourceWidth = 1,
   SourceHeight = 3,
@@ -42,7 +42,7 @@ enum ReadOut : int {
   RegionRight = 15
 };
 
-// The commands, Label14 and the hidden row Command1, whose last one is StartFreshButton.
+// The commands, Label14 and the hidden row Command1, where the last one is StartFreshButton.
 enum Command : int {
   LoadVideo = 0,
   RunVideo = 1,
@@ -134,7 +134,7 @@ class Form1 : public Form, public MainWindow {
   void mnu_PayPalwebsite_Click();
 
   std::shared_ptr<DOSOutputs> objDOS;
-  DurationReading durationReading_;  // of the text in Text2
+  DurationReading durationReading_;  // finds the first duration in Text2
   // The position of a press in its bar, in pixels.
   std::int16_t DragStartX = 0;
   std::int16_t DragStartY = 0;

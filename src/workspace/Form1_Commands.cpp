@@ -17,7 +17,7 @@ namespace kelvane {
 
 using namespace Qt::StringLiterals;
 
-// Any mouse button fires a command.
+// Runs the command, whichever mouse button was released.
 void Form1::Label14_MouseUp(const MouseEvent& event) {
   if (event.Index == ResetMarkers) {
     ResetBars();
@@ -61,7 +61,7 @@ void Form1::RunCommand(int command) {
   }
 }
 
-// The hidden button's caption is the pause state; no other command changes it.
+// The caption of the hidden Pause button is the pause state; no other command changes it.
 void Form1::TogglePause() {
   CommandButton& state = Command1(PauseVideo);
   if (state.Caption() == "Pause"_L1) {
@@ -88,7 +88,7 @@ void Form1::PreviewCrop() {
   }
 }
 
-// The timer of the job's window starts the job.
+// Asks for the new file and opens the job's window, whose timer starts the job.
 void Form1::StartCrop() {
   if (!Text1(1).Text().isEmpty()) wmp.controls.pause();
   CDialog.DialogTitle = u"Save Cropped Video As"_s;

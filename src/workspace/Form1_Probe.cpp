@@ -76,7 +76,8 @@ void Form1::objDOS_ReceiveOutputs(const std::string& CommandOutputs) {
   }
 }
 
-// Returns true if the block was only a size, and the next one is to be read as a size as well.
+// Shows the size that a block holds. Returns true if the block was only a size, and the next one is
+// to be read as a size as well.
 bool Form1::ShowSize(const std::string& block) {
   const SizeReading size = ReadSize(WidenLineBreaks(block));
   if (size.width) {

@@ -55,8 +55,8 @@ void Form1::VScroll1_Change() {
   }
 }
 
-// The tip adds the vertical scrolling to the position, not the horizontal. It stays as it was if
-// the canvas isn't scrolled vertically.
+// The tip adds the vertical scrolling to the position, but not the horizontal. If the canvas isn't
+// scrolled vertically, the tip stays as it was.
 void Form1::ShowPosition(const MouseEvent& event) {
   constexpr qsizetype kAfterSign = 1;
   constexpr qsizetype kDigits = 4;

@@ -23,7 +23,7 @@ TEST_F(JobLife, EndsWhenAnyButtonIsReleasedOverCancel) {
   }
 }
 
-// Enter, which accepted the file dialog, may still be down.
+// The key that accepted the file dialog, Enter, may still be down when the window opens.
 TEST_F(JobLife, EndsBySpaceAndEnterOnlyAfterTab) {
   for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return}) {
     LoadJob();

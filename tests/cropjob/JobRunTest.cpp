@@ -71,7 +71,7 @@ TEST_F(JobRun, EndsAsASuccessWhateverTheToolDoes) {
   }
 }
 
-TEST_F(JobRun, TakesTheVideoTheFilterAndTheOutputOfItsStart) {
+TEST_F(JobRun, TakesTheVideoTheFilterAndTheOutputPathAsTheyAreAtItsStart) {
   mainWindow_.video = "  /tmp/other.mp4 ";
   CropFilter = "1:2:3:4";
   OutputPath = "/tmp/my second.avi";

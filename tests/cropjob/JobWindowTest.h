@@ -51,7 +51,7 @@ class JobWindowTest : public ::testing::Test {
     Release(Get<Label>("Label2"), button);
   }
 
-  // Lets the timer tick twice, so that the tool runs these commands to its end.
+  // Lets the timer tick twice, so that the tool runs these commands to their end.
   void Run(const QString& commands = {}) const {
     tools_.CropDoes(commands);
     Timer& timer = JobTimer();

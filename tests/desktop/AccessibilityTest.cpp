@@ -1,4 +1,4 @@
-// The main window as a screen reader has it over the accessibility bus.
+// The main window as a screen reader finds it on the accessibility bus.
 #include <QFile>
 #include <QRegularExpression>
 
@@ -79,7 +79,7 @@ TEST_F(AccessibilityBus, LoadsAndCropsAVideoAndAnnouncesWhatChanges) {
   ASSERT_TRUE(WaitFor([&] { return width.Name() == "0,315"; }));
   EXPECT_TRUE(WaitFor([&] { return reader.HasAnnounced("accessible-name", width); }));
   const AccessibleNode group = root.Find("panel", "Video and crop region");
-  EXPECT_TRUE(WaitFor([&] { return reader.HasAnnounced("add", group); })) << "for the bars";
+  EXPECT_TRUE(WaitFor([&] { return reader.HasAnnounced("add", group); })) << "without bars";
   EXPECT_EQ(root.Find(kLabel, "Width of the video in pixels").Name(), "0,320");
   EXPECT_TRUE(root.Tree().contains("text \"Selected Video\": \"" + video));
 

@@ -1,4 +1,4 @@
-// Crops and previews by the real tools, and the web pages of the menus.
+// Crops and previews with the real tools, and the web pages that the menus open.
 #include <QFile>
 #include <QFileInfo>
 
@@ -31,7 +31,7 @@ TEST_F(Crop, WritesWhatTheBareCommandWrites) {
 // Outputs that the tool doesn't write.
 class CropOutput : public DesktopTest {
  protected:
-  // Crops to that file, and expects that the tool complains so and no file changes.
+  // Crops to that file, and expects that the tool prints this complaint and that no file changes.
   void ExpectNoFileChanges(const QString& output, const QByteArray& complaint,
                            const char* moreArguments = "") {
     ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(QSize(320, 240), 1));

@@ -53,7 +53,7 @@ class Dense : public DesktopTest {
     started.Start();
   }
 
-  // The picture of a window's content area, once it has that size and no longer changes.
+  // Gives a window's content area that size, and returns its picture once it no longer changes.
   QImage PictureOf(WindowId id, const std::function<QRect()>& area, QSize size) {
     const int menus = area().top() - screen.Place(id).top();
     screen.Resize(id, size + QSize(0, menus));
@@ -86,7 +86,7 @@ class Dense : public DesktopTest {
         shown.Id(), [&] { return screen.Place(shown.Id()); }, QSize(974, 797));
   }
 
-  // With a section that is selected.
+  // The joiner with a section that is selected.
   QImage JoinerPicture(Density density) {
     const QString clip = program.PathOf("clip.mp4");
     WriteFile(clip, "no video");
@@ -151,7 +151,7 @@ INSTANTIATE_TEST_SUITE_P(Densities, VideoOnDenseScreen, ::testing::ValuesIn(kDen
 
 class DenseDialogs : public Dense {
  protected:
-  // The height of the letters in the menu bar, and the size of the open dialog.
+  // The height of the letters in the menu bar, and the size of the dialog that loads a video.
   std::pair<int, QSize> Measure(int dotsPerInch) {
     Program opened(KELVANE_PROGRAM_FOLDER, TheDisplay());
     StartAt({"", dotsPerInch, Source::kXResources}, opened);

@@ -1,7 +1,8 @@
 // A program from which things are dragged. Its arguments are "text" and a text, or "files" and
-// addresses. Its window has the title "Drag source"; a press in it begins a drag. Prints "begun",
-// then "over" with each new answer of the window under the pointer, which the pointer's shape
-// shows, and at the end "dropped" with the answer: "copy", "move", "link" or "refused".
+// addresses. A press in its window, which has the title "Drag source", begins a drag. The program
+// prints "begun", then "over" with each new answer of the window under the pointer, and at the end
+// "dropped" with the last answer. An answer is "copy", "move", "link" or "refused"; the shape of
+// the pointer shows it as well.
 #include <QApplication>
 #include <QDrag>
 #include <QMimeData>

@@ -35,14 +35,14 @@ class Source {
     Shake();
     return true;
   }
-  // Waits until the window under the pointer takes the drag.
+  // Waits until the window under the pointer accepts the drag.
   bool AwaitTaken() {
     return WaitFor([&] {
       Shake();
       return Printed().trimmed().endsWith("over copy");
     });
   }
-  // Whether the window under the pointer refuses the drag for a time.
+  // Whether the window under the pointer keeps refusing the drag for half a second.
   bool StaysRefused() {
     constexpr auto kTime = 500ms;
     return HoldsFor(
@@ -52,7 +52,7 @@ class Source {
         },
         kTime);
   }
-  // Drops, and waits until the source has this answer.
+  // Drops what is dragged, and waits until the source has got this answer.
   bool Drop(const QByteArray& answer) {
     screen_.Release(kLeftButton);
     return WaitFor([&] { return Printed().contains("dropped " + answer); });
@@ -106,7 +106,7 @@ class RefusedDrag : public DesktopTest {
   }
 };
 
-TEST_F(RefusedDrag, OfATextAFolderOrARemoteAddressShowsItByThePointer) {
+TEST_F(RefusedDrag, OfATextAFolderOrARemoteAddressIsShownByThePointer) {
   ReplaceProbe();
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
   for (const QStringList& dragged : {QStringList{"text", program.ProgramFolder() + "/kelvane"},

@@ -63,8 +63,8 @@ TEST_F(TemporaryFolders, OfAProgramThatCrashedAreRemovedAtTheNextStart) {
 
 using JoinersFolderFaults = JoinerTest;
 
-// A name with a blank needs a link in the private folder; a file that has the link's name prevents
-// it.
+// A file whose name has a blank needs a link in the private folder; another file with the link's
+// name prevents that.
 TEST_F(JoinersFolderFaults, ASectionWithoutALinkHasTheLengthOfTheOneBeforeAndIsJoined) {
   program.ReplaceTool("ffprobe", R"(exec "$real" "$@")");
   const QString former = program.PathOf("a former clip.mp4");
@@ -88,7 +88,7 @@ TEST_F(JoinersFolderFaults, ASectionWithoutALinkHasTheLengthOfTheOneBeforeAndIsJ
   CloseJoinerAndExpectEnd();
 }
 
-// The folder already has the list of an earlier join.
+// The program's folder already has the list of an earlier join when it becomes read-only.
 class JoinerInAReadOnlyFolder : public JoinerTest {
  protected:
   JoinerInAReadOnlyFolder() {

@@ -13,7 +13,7 @@ class JoinerTest : public DesktopTest {
   void SetUp() override;
   void CloseJoinerAndExpectEnd();
 
-  // Adds that file with Add Video Section, and waits until it is counted.
+  // Adds that file as a section, and waits until the window counts it.
   void Add(const QString& file);
   // Joins all sections to that output, and closes the message box at the end.
   void JoinTo(const QString& output);

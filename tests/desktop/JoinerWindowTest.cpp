@@ -8,7 +8,7 @@ namespace {
 
 class JoinerOnScreen : public JoinerTest {
  protected:
-  // The probe tool prints the file that is its last argument.
+  // The probe tool prints the content of the file that is its last argument, here a duration.
   void AddThreeFakeSections() {
     program.ReplaceTool("ffprobe", "for file; do :; done\ncat \"$file\" >&2");
     for (const auto& [name, duration] :
@@ -27,7 +27,7 @@ class JoinerOnScreen : public JoinerTest {
   QString output = program.PathOf("all.mp4");
 };
 
-TEST_F(JoinerOnScreen, ShowsAFrameAroundWhatTabHasReachedAndGivesItsCommandBySpace) {
+TEST_F(JoinerOnScreen, FramesTheFocusedControlAndRunsItsCommandOnSpace) {
   constexpr QRgb kFrame = 0xffffff;
   for (const char* name : {"ListView1", "List1", "Option1(0)", "Label1(0)"}) {
     screen.PressKey(kTab);
@@ -94,7 +94,7 @@ TEST_F(JoinerOnScreen, ReplacesAnExistingFileEvenIfTheJoinFailsHalfway) {
   ASSERT_TRUE(QFile::remove(added[1]));
   WriteFile(output, "somebody's work");
   ASSERT_NO_FATAL_FAILURE(JoinTo(output));
-  EXPECT_EQ(Pictures(output), 2 * 25) << "not the first section alone";
+  EXPECT_EQ(Pictures(output), 2 * 25) << "the output isn't the first section alone";
   EXPECT_EQ(ContentOf(added[0]), first);
 }
 

@@ -54,8 +54,8 @@ TEST_P(NonUtf8Locale, LoadsNonAsciiNamesWithoutAWarning) {
 INSTANTIATE_TEST_SUITE_P(Locales, NonUtf8Locale,
                          ::testing::Values("C", "POSIX", "de_DE.ISO-8859-1", "xx_XX"));
 
-// A number as the French locale has it. Its group separator takes three bytes, and its decimal
-// separator is a comma.
+// Returns the number with the group separator of the French locale, which takes three bytes. The
+// decimal separator of that locale is a comma.
 QString French(const char* number) { return QString(number).replace(' ', QChar(0x202f)); }
 
 TEST_F(Load, ShowsFrenchNumbersAndCropsAndPlaysAsInAnyLocale) {
@@ -69,7 +69,7 @@ TEST_F(Load, ShowsFrenchNumbersAndCropsAndPlaysAsInAnyLocale) {
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
   ASSERT_TRUE(ChooseFile(screen, window, kLoadVideo, video));
   EXPECT_TRUE(window.AwaitCaption("Label1(1)", French("1 920")));
-  EXPECT_TRUE(window.AwaitCaption("Label1(9)", French("1 915"))) << "the region's width";
+  EXPECT_TRUE(window.AwaitCaption("Label1(9)", French("1 915"))) << "the region's width is wrong";
   ASSERT_TRUE(window.AwaitCanvas());
   window.Click(kRunVideo);
   EXPECT_TRUE(window.AwaitMoving(kSize));

@@ -8,8 +8,8 @@
 namespace kelvane::desktop {
 namespace {
 
-// A desktop session around a program, whose `ffmpeg` tells its progress, of one second, and then
-// waits for the gate "go".
+// A desktop session around a program. The program's `ffmpeg` prints `progress`, by default that of
+// one second, and then waits at the gate "go".
 template <class ProgramTest>
 class InASession : public ProgramTest {
  protected:
@@ -37,7 +37,7 @@ using LongCrop = InASession<DesktopTest>;
 TEST_F(LongCrop, IsKeptFromASuspensionAndShownInTheLauncherUntilItEnds) {
   services.OfferPortal();
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(QSize(320, 240), 2));
-  EXPECT_EQ(services.Asked(), QStringList()) << "nothing is asked before the first job";
+  EXPECT_EQ(services.Asked(), QStringList()) << "a service is asked before the first job";
   ASSERT_NO_FATAL_FAILURE(StartCrop(program.PathOf("cropped.mp4")));
   EXPECT_TRUE(AwaitInhibited());
   EXPECT_EQ(services.Asked(), QStringList("portal: 4, Cropping a video"));
@@ -49,7 +49,7 @@ TEST_F(LongCrop, IsKeptFromASuspensionAndShownInTheLauncherUntilItEnds) {
   CloseAndExpectEnd();
 }
 
-TEST_F(LongCrop, ConnectsToNoBusBeforeItAndLeavesTheToolNoDescriptor) {
+TEST_F(LongCrop, ConnectsToNoBusBeforeItStartsAndPassesTheToolNoDescriptor) {
   services.OfferLogind();
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(QSize(320, 240), 2));
   EXPECT_EQ(services.SystemBusConnections(), 0);
@@ -63,7 +63,8 @@ TEST_F(LongCrop, ConnectsToNoBusBeforeItAndLeavesTheToolNoDescriptor) {
   EXPECT_TRUE(WaitFor([this] { return services.SystemBusConnections() == 0; }));
 }
 
-// The tool tells a length, as the real one does, which the window adds to the sections' total.
+// Like the real tool, this one prints "Duration:", and the window then adds a length to the
+// sections' total. The progress still refers to the total before.
 class LongJoin : public InASession<JoinerTest> {
  protected:
   LongJoin()
@@ -89,7 +90,7 @@ TEST_F(LongJoin, IsKeptFromASuspensionAndShownInTheLauncherUntilItEnds) {
   screen.Click(joiner.ButtonCentre(JoinerButton::kJoinSections));
   EXPECT_TRUE(AwaitInhibited());
   EXPECT_TRUE(program.Open("go"));
-  EXPECT_TRUE(AwaitProgress("application://kelvane-joiner.desktop 50%")) << "the first of two";
+  EXPECT_TRUE(AwaitProgress("application://kelvane-joiner.desktop 50%")) << "half isn't shown";
   EXPECT_TRUE(program.Open("go"));
   ASSERT_TRUE(ConfirmJoin(screen));
   EXPECT_TRUE(AwaitAllowed());
@@ -119,7 +120,7 @@ TEST_F(LongStabilising, IsKeptFromASuspensionAndShownInTheLauncherUntilItIsCance
   EXPECT_TRUE(AwaitProgress("application://kelvane-stabiliser.desktop 50%"));
   EXPECT_TRUE(program.Open("go"));
   EXPECT_TRUE(WaitFor([&] { return program.RunsOf("ffmpeg").size() == 2; }));
-  // So that the next click isn't taken for the second one of a double-click.
+  // Without this click the next one would be taken for the second one of a double-click.
   screen.Click(stabiliser.BareGround());
   stabiliser.Click(kApply);
   EXPECT_TRUE(AwaitAllowed());

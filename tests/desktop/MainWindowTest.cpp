@@ -9,7 +9,7 @@ constexpr QRgb kRed = 0xffff0000;
 constexpr QRgb kBlue = 0xff0000ff;
 constexpr int kRounding = 24;
 
-// Allows for rounded colours, and for the other colour space of a large video.
+// Allows for rounded colours, and for the colour space of a large video, which is another one.
 bool IsRed(QRgb color) { return qRed(color) > 200 && qGreen(color) < 50 && qBlue(color) < 50; }
 
 class MainWindowOnScreen : public DesktopTest {
@@ -51,7 +51,7 @@ TEST_F(MainWindowOnScreen, IsLaidOutAtEverySizeDownToItsLeastSize) {
 
 TEST_F(MainWindowOnScreen, ShowsTheProgressInItsTitleWhileItIsMinimised) {
   ReplaceProbe();
-  // Padded, so that each time is a block of its own.
+  // Padded, so that no two times come in one block.
   program.ReplaceTool("ffmpeg", program.PrintingGate("minimised") +
                                     "printf '%-511s\\n' time=00:00:02.00 time=00:00:04.00\n" +
                                     program.PrintingGate("restored") + "echo time=00:00:06.00\n" +
@@ -77,7 +77,7 @@ TEST_F(MainWindowOnScreen, ShowsTheProgressInItsTitleWhileItIsMinimised) {
 
 TEST_F(MainWindowOnScreen, RunsPausesAndStopsAVideoAndEndsCleanlyWhileItPlays) {
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kVideo, 30));
-  EXPECT_TRUE(window.IsBlack(kVideo)) << "it plays before it is run";
+  EXPECT_TRUE(window.IsBlack(kVideo)) << "the video plays before it is run";
   window.Click(kRunVideo);
   EXPECT_TRUE(window.AwaitMoving(kVideo));
   EXPECT_TRUE(window.AwaitCaption("Label12", "0:00:30"));
@@ -122,7 +122,7 @@ TEST_F(MainWindowOnScreen, IsUsedByTheKeyboardWithAFrameAroundTheFocus) {
   ASSERT_NE(dialog, 0U);
   ASSERT_TRUE(TypeFileName(screen, dialog, video));
   ASSERT_TRUE(window.AwaitBarsAround(kVideo));
-  EXPECT_TRUE(hasFrame(kLoadVideo)) << "the focus is back";
+  EXPECT_TRUE(hasFrame(kLoadVideo)) << "the focus isn't back";
   screen.PressKey(kTab);
   EXPECT_TRUE(hasFrame(kRunVideo));
   screen.PressKey(' ');
@@ -149,7 +149,7 @@ TEST_F(MainWindowOnScreen, ShowsTheMomentThatIsChosenInThePicturesMenu) {
   };
   EXPECT_TRUE(window.AwaitCaption("Label13", "00:02"));
   ASSERT_TRUE(window.ChooseOnPicture(PictureEntry::kNextFrame));
-  EXPECT_TRUE(window.AwaitCaption("Label13", "00:02")) << "it is paused";
+  EXPECT_TRUE(window.AwaitCaption("Label13", "00:02")) << "the video isn't paused";
   EXPECT_TRUE(shows(kRed));
   ASSERT_TRUE(window.ChooseOnPicture(PictureEntry::kForward));
   EXPECT_TRUE(shows(kBlue));
@@ -164,7 +164,7 @@ TEST_F(MainWindowOnScreen, ShowsTheMomentThatIsChosenInThePicturesMenu) {
   CloseAndExpectEnd();
 }
 
-TEST_F(MainWindowOnScreen, HasItsBarsDraggedOverAPlayingVideoAndReset) {
+TEST_F(MainWindowOnScreen, MovesDraggedBarsOverAPlayingVideoAndResetsThem) {
   ASSERT_NO_FATAL_FAILURE(OpenAndRunRedVideo(kVideo));
   const auto drag = [&](QPoint place, QPoint way) { screen.Drag(window.OnCanvas(place), way); };
   drag({2, 180}, {100, 40});

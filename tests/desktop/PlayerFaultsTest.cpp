@@ -67,8 +67,8 @@ TEST_F(PlayerLibraryFaults, WithALibraryThatLacksItsFunctionsThePictureIsBlack) 
   EXPECT_EQ(program.Printed(), "");
 }
 
-// libmpv aborts the program if it can't start a thread, so the program first tries the sixteen that
-// a file may take.
+// libmpv aborts the program if it can't start a thread, so the program first tries to start
+// sixteen, as many as a file may take.
 TEST_F(PlayerFaults, RunVideoWithTooFewThreadsEndsThePlayingVideoAndStartsNone) {
   program.RunAsOrdinaryUser();
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 30));

@@ -59,7 +59,7 @@ TEST_F(SectionWindowOnScreen, HasNeedlesThatTheUserDragsOrPlacesByTheMenu) {
   EXPECT_TRUE(sections.AwaitTime(TimeReadOut::kEnd, "00:06:00"));
   EXPECT_TRUE(sections.AwaitTime(TimeReadOut::kSpan, "00:04:20"));
   EXPECT_EQ(sections.OnTimeLine(SectionWindow::kSpan), QRect(103, 31, 358 - 103, 1))
-      << "the line between the needles";
+      << "the line between the needles is wrong";
 
   constexpr int kSetEnd = 1;
   const QPoint entry = sections.OpenMenuAt({500, 10}, kSetEnd);
@@ -69,7 +69,7 @@ TEST_F(SectionWindowOnScreen, HasNeedlesThatTheUserDragsOrPlacesByTheMenu) {
 }
 
 // 75 pixels are 1125 twips: the thumbs go from 720 to 1845.
-TEST_F(SectionWindowOnScreen, HasItsOptionsSetByDraggedThumbsThatLightUp) {
+TEST_F(SectionWindowOnScreen, SetsItsOptionsByDraggedThumbsThatLightUp) {
   const QStringList values = {"07", "07", "07", "023", "07", "07", "07"};
   for (int slider = 0; slider < SectionWindow::kSliders; ++slider) {
     SCOPED_TRACE(slider);

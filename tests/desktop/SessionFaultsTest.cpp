@@ -95,7 +95,7 @@ class JumpingClock : public DesktopTest, public ::testing::WithParamInterface<co
     }
   }
 
-  // libfaketime ends the program if it reads a file that is empty.
+  // Replaces the file as a whole: libfaketime ends the program if it reads an empty one.
   void SetOffset(const QByteArray& offset) {
     QSaveFile file(program.PathOf("offset"));
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
@@ -103,7 +103,7 @@ class JumpingClock : public DesktopTest, public ::testing::WithParamInterface<co
     ASSERT_TRUE(file.commit());
   }
 
-  // What a tool in the program's environment takes for the time, in seconds since 1970.
+  // The time, in seconds since 1970, that a tool reads from the calendar clock of libfaketime.
   qint64 Time() const {
     QProcess date;
     date.setProcessEnvironment(environment_);
@@ -115,9 +115,9 @@ class JumpingClock : public DesktopTest, public ::testing::WithParamInterface<co
   QProcessEnvironment environment_ = QProcessEnvironment::systemEnvironment();
 };
 
-// libmpv of Debian 12 waits by that clock: a video that plays when it jumps back is run again.
+// libmpv of Debian 12 waits by that clock: if it jumps back, the test runs the playing video again.
 TEST_P(JumpingClock, DisturbsNeitherAPlayingVideoNorAJob) {
-  if (kSanitized) GTEST_SKIP() << "a sanitizer's library must be the first one";
+  if (kSanitized) GTEST_SKIP() << "a sanitizer's library must be loaded before libfaketime";
   program.ReplaceTool("ffmpeg", program.PrintingGate("jumped") + R"(exec "$real" "$@")");
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 30));
   window.Click(kRunVideo);

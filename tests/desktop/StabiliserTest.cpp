@@ -25,7 +25,7 @@ class StabiliserOnScreen : public DesktopTest {
  protected:
   StabiliserOnScreen() : DesktopTest("kelvane-stabiliser") {}
 
-  // Makes a video of four seconds, 219 pixels of the time line each, and opens the window.
+  // Makes a video of four seconds, 219 pixels of the time line for each, and opens the window.
   void SetUp() override {
     video = program.PathOf("four colours.mp4");
     ASSERT_TRUE(MakeColours(video, QSize(320, 180), {kRed, kGreen, kBlue, kYellow}));
@@ -55,12 +55,12 @@ class StabiliserOnScreen : public DesktopTest {
 TEST_F(StabiliserOnScreen, MarksViewsExtractsTestsAndStabilises) {
   ASSERT_NO_FATAL_FAILURE(Select());
   stabiliser.DragNeedle(SectionWindow::kStartNeedle, 219 * 2);
-  EXPECT_TRUE(stabiliser.AwaitColour(kBlue)) << "a dragged needle shows its frame";
+  EXPECT_TRUE(stabiliser.AwaitColour(kBlue)) << "the dragged needle's frame isn't shown";
   EXPECT_TRUE(stabiliser.AwaitTime(TimeReadOut::kStart, "00:00:02.0"));
   EXPECT_TRUE(stabiliser.AwaitTime(TimeReadOut::kSpan, "00:00:02.0"));
 
   const QList<WindowId> known = screen.Windows();
-  // With -autoexit it would end by itself, in a long file late.
+  // Without -autoexit the player runs on at the end of the file, so the program must end it.
   program.ReplaceTool(
       "ffplay",
       "for each; do shift; [ \"$each\" = -autoexit ] || set -- \"$@\" \"$each\"; done\n"
@@ -70,7 +70,7 @@ TEST_F(StabiliserOnScreen, MarksViewsExtractsTestsAndStabilises) {
   ASSERT_NE(player, 0U);
   EXPECT_TRUE(
       WaitFor([&] { return IsNear(screen.Pixel(screen.Place(player).center()), kBlue, 24); }));
-  EXPECT_TRUE(WaitFor([&] { return !screen.Exists(player); })) << "it isn't ended";
+  EXPECT_TRUE(WaitFor([&] { return !screen.Exists(player); })) << "the player isn't ended";
   ASSERT_TRUE(stabiliser.AwaitCommand(kView, "View Selected Region "));
 
   const QString part = program.PathOf("my part.mp4");
@@ -139,7 +139,7 @@ TEST_F(StabiliserOnScreen, TakesTypedPathsTheWheelAndTheMenu) {
   screen.PressKey('a', kControl);
   screen.Type(program.PathOf("no video.mp4"));
   stabiliser.Click(kApply);
-  ASSERT_TRUE(stabiliser.ConfirmMessage(kPatience)) << "a missing file isn't told";
+  ASSERT_TRUE(stabiliser.ConfirmMessage(kPatience)) << "no message says that the file is missing";
   EXPECT_TRUE(WaitFor([&] {
     const QRect box = stabiliser.Place("Text5").adjusted(2, 2, -2, -2);
     return ShowsText(screen.Picture(box), longVideo, kDark);
@@ -163,7 +163,7 @@ void PrintTo(const Phase& phase, std::ostream* out) { *out << phase.name; }
 
 class StabiliserAtWork : public StabiliserOnScreen {
  protected:
-  // The tool prints a time and runs on.
+  // Starts the phase, whose tool runs the commands `first`, prints a time and runs on.
   void Begin(const Phase& phase, const QString& first = {}) {
     if (!Is(phase, kSelect)) {
       ASSERT_NO_FATAL_FAILURE(Select());
@@ -198,8 +198,8 @@ class StabiliserAtWork : public StabiliserOnScreen {
   }
 };
 
-// A tool that takes no notice is killed after five seconds.
-TEST_F(StabiliserAtWork, EndsItsToolWithASessionThatAsksTwice) {
+// A tool that ignores SIGTERM is killed after five seconds.
+TEST_F(StabiliserAtWork, EndsItselfAndItsToolWhenTheSessionAsksTwice) {
   ASSERT_NO_FATAL_FAILURE(Begin(kFirstPass, "trap '' TERM; "));
   const pid_t tool = Tool();
   for (const int signal : {SIGHUP, SIGTERM}) {
@@ -234,7 +234,7 @@ class StabiliserPhase : public StabiliserAtWork, public ::testing::WithParamInte
 TEST_P(StabiliserPhase, IsCancelledWithoutATrace) {
   ASSERT_NO_FATAL_FAILURE(Begin(GetParam()));
   EXPECT_TRUE(stabiliser.AwaitCommand(GetParam().command, "Cancel"));
-  // So that the next click isn't taken for the second one of a double-click.
+  // Without this click the next one would be taken for the second one of a double-click.
   screen.Click(stabiliser.BareGround());
   stabiliser.Click(GetParam().command);
   EXPECT_TRUE(WaitFor([&] { return Tool() == 0; }));
@@ -263,7 +263,7 @@ class StabiliserOnAFullDisk : public StabiliserAtWork,
                               public ::testing::WithParamInterface<Phase> {};
 
 // A limit to the size of files stands for a full disk.
-TEST_P(StabiliserOnAFullDisk, TellsItAndLeavesNothing) {
+TEST_P(StabiliserOnAFullDisk, ShowsAMessageAndLeavesNothing) {
   ASSERT_NO_FATAL_FAILURE(Select());
   Replace(GetParam(), "ulimit -f 1; trap '' XFSZ");
   ASSERT_TRUE(Start(GetParam()));

@@ -138,7 +138,7 @@ TEST_P(MainWindowInTheme, HasReadableMenus) {
   const QImage before = screen.Still();
   screen.MovePointer(opened.center());
   EXPECT_GE(Contrast(screen.Picture(ChangedSince(before))), kLegible)
-      << "the item under the pointer";
+      << "the item under the pointer is unreadable";
 }
 
 TEST_P(MainWindowInTheme, HasAReadableFileDialog) {

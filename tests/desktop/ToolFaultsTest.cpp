@@ -13,7 +13,7 @@ constexpr QSize kSize(640, 360);
 
 class ToolFaults : public DesktopTest {
  protected:
-  // Starts a job of ten seconds whose tool does this.
+  // Starts a job of ten seconds whose tool runs the shell commands `behaviour`.
   void StartJob(const QString& behaviour) {
     ReplaceProbe();
     program.ReplaceTool("ffmpeg", behaviour);
@@ -40,8 +40,8 @@ class ToolFaults : public DesktopTest {
 };
 
 // The window handles its events whenever the tool prints.
-TEST_F(ToolFaults, AStoppedToolHoldsTheJobAndTheWindowUntilItIsContinued) {
-  // Padded, so that each time is a block of its own.
+TEST_F(ToolFaults, AStoppedToolHoldsUpTheJobAndTheWindowUntilItIsContinued) {
+  // Padded, so that no two times come in one block.
   ASSERT_NO_FATAL_FAILURE(
       StartJob("printf '%-511s\\n' time=00:00:01.00 time=00:00:02.00\n"
                "kill -STOP $$\n"
@@ -88,7 +88,8 @@ TEST_F(ToolFaults, AToolThatClosesItsOutputEndsTheJobAndOutlivesTheProgram) {
   EXPECT_TRUE(WaitFor([&] { return kill(tool, 0) != 0; }));
 }
 
-// The runner keeps the tool's whole output until the run ends, with some spare room.
+// The runner keeps the tool's whole output until the run ends. A second copy exists while its
+// buffer grows, and when the run returns the output.
 TEST_F(ToolFaults, AGibibyteFromAJobsToolTakesTwiceItsSizeOfMemoryAtMost) {
   constexpr qint64 kFlood = 1024 * 1024;  // KiB
   ASSERT_NO_FATAL_FAILURE(StartJob("head -c 1G /dev/zero"));
@@ -105,8 +106,8 @@ TEST_F(ToolFaults, AGibibyteFromAJobsToolTakesTwiceItsSizeOfMemoryAtMost) {
   ExpectSuccessAndCloseJob();
 }
 
-// A hidden text box of the main window keeps the probe tool's output as well, at two bytes to a
-// character. The flood is smaller than the one above, which would take six gibibytes.
+// A hidden text box of the main window keeps the probe tool's output as well, with two bytes per
+// character. The flood is smaller than the one above: a gibibyte would take six of memory.
 TEST_F(ToolFaults, AFloodFromTheProbeToolTakesSixTimesItsSizeOfMemoryAtMost) {
   // A sanitizer needs several times as much.
   constexpr qint64 kFlood = (kSanitized ? 64 : 256) * 1024;  // KiB
@@ -135,10 +136,10 @@ TEST_F(ToolFaults, AFloodFromTheProbeToolTakesSixTimesItsSizeOfMemoryAtMost) {
   CloseAndExpectEnd();
 }
 
-// While no descriptor is free Qt can't open a window, so the job's one is open already.
+// Qt opens no window without a free descriptor, so the job's window opens before the limit is set.
 TEST_F(ToolFaults, AJobInProgressNeedsNoFreeDescriptor) {
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 1));
-  // The undefined behaviour sanitizer opens a pipe when it meets a class for the first time.
+  // UBSan opens a pipe at the first use of a class, so a first job runs without the limit.
   ASSERT_NO_FATAL_FAILURE(StartCrop(program.PathOf("first.mp4")));
   ExpectSuccessAndCloseJob();
   program.ReplaceTool("ffmpeg", program.PrintingGate("go") + R"(exec "$real" "$@")");
@@ -155,7 +156,7 @@ TEST_F(ToolFaults, AJobInProgressNeedsNoFreeDescriptor) {
   CloseAndExpectEnd();
 }
 
-// The limit holds for threads as well, and a tool needs one that reads it.
+// The limit counts threads as well, and the program needs one to read a tool's output.
 TEST_F(ToolFaults, WithoutRoomForAProcessALoadKeepsTheOldSizeAndACropMakesNoFile) {
   program.RunAsOrdinaryUser();
   const QString other = program.PathOf("other.mp4");
@@ -202,7 +203,7 @@ class JoinersToolFaults : public JoinerTest {
   const QString output = program.PathOf("joined.mp4");
 };
 
-TEST_F(JoinersToolFaults, AStoppedToolHoldsTheWindowUntilItIsContinued) {
+TEST_F(JoinersToolFaults, AStoppedToolHoldsUpTheWindowUntilItIsContinued) {
   for (const char* tool : {"ffprobe", "ffmpeg"}) {
     program.ReplaceTool(tool, R"(kill -STOP $$; exec "$real" "$@")");
   }

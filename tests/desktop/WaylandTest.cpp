@@ -34,7 +34,7 @@ class OnACompositor : public DesktopTest, public ::testing::WithParamInterface<O
   void TearDown() override {
     if (compositor_) {
       EXPECT_TRUE(program.Running());
-      // A program that ends by itself is counted in a coverage build.
+      // A coverage build counts only what a program that ends by itself has run.
       if (compositor_->CloseWindow()) program.AwaitExit(5s);
     }
     DesktopTest::TearDown();
@@ -47,9 +47,9 @@ class OnACompositor : public DesktopTest, public ::testing::WithParamInterface<O
   // The window of the X display that shows the program's window.
   WindowId OutputWindow() const { return compositor_->LastOutput(); }
 
-  // Moves the pointer there by way of the output's corners. The compositor adds up the pointer's
-  // moves and may have missed the first ones; it stops the pointer at the edges, which corrects the
-  // sum.
+  // Moves the pointer to `place` by way of the output's corners. The compositor adds up the
+  // pointer's moves and may have missed the first ones; it stops the pointer at the edges, which
+  // corrects the sum.
   void MovePointerViaCorners(QPoint place) {
     const QRect output = screen.Place(OutputWindow());
     screen.MovePointer(output.topLeft());
@@ -57,8 +57,8 @@ class OnACompositor : public DesktopTest, public ::testing::WithParamInterface<O
     screen.MovePointer(place);
   }
 
-  // Clicks there and types the path into the file dialog that this opens. The dialog covers the
-  // place `covered`, which has that colour without it.
+  // Clicks the button and types the path into the file dialog that this opens. The dialog covers
+  // the place `covered`, which has the colour `color` while no dialog is open.
   void ChooseFile(QPoint button, QPoint covered, QRgb color, const QString& path) {
     screen.Click(button);
     ASSERT_TRUE(WaitFor([&] { return screen.Pixel(covered) != color; })) << "no dialog comes";
@@ -183,7 +183,7 @@ class SectionsUnderACompositor : public OnACompositor {
 };
 
 TEST_P(SectionsUnderACompositor, MovesNeedlesAndThumbsByPixelsOfTheScreen) {
-  constexpr int kAccuracy = 2;
+  constexpr int kAccuracySlider = 2;
   ASSERT_TRUE(sections.AwaitInside(OutputWindow())) << "the section window doesn't come";
   // The pointer is part of the compositor's picture.
   const QPoint aside = sections.BareGround();
@@ -191,15 +191,15 @@ TEST_P(SectionsUnderACompositor, MovesNeedlesAndThumbsByPixelsOfTheScreen) {
   const QRect needle(136, 20, 5, 15);
   ASSERT_TRUE(WaitFor([&] { return sections.OnTimeLine(SectionWindow::kEndNeedle) == needle; }));
   screen.Still(screen.Place(OutputWindow()));
-  const QRect thumb = sections.ThumbOutline(kAccuracy);
+  const QRect thumb = sections.ThumbOutline(kAccuracySlider);
   sections.DragNeedle(SectionWindow::kEndNeedle, 51);
   screen.MovePointer(aside);
   EXPECT_TRUE(WaitFor(
       [&] { return sections.OnTimeLine(SectionWindow::kEndNeedle) == needle.translated(51, 0); }));
-  sections.DragThumb(kAccuracy, 101);
+  sections.DragThumb(kAccuracySlider, 101);
   screen.MovePointer(aside);
   EXPECT_TRUE(
-      WaitFor([&] { return sections.ThumbOutline(kAccuracy) == thumb.translated(101, 0); }));
+      WaitFor([&] { return sections.ThumbOutline(kAccuracySlider) == thumb.translated(101, 0); }));
 }
 
 class LostCompositor : public OnACompositor {
@@ -234,7 +234,7 @@ const std::vector<Outputs> kOutputs = {
 #endif
     {"SmallerThanTheWindow", {{{1100, 600}, 1}}},
     {"SmallerThanTheWindowAtScale2", {{{1100, 700}, 2}}},
-    // Two outputs take sway, which tiles; weston doesn't.
+    // Two outputs need sway, which tiles windows; weston doesn't.
     {"TiledSmallerThanTheWindow", {{{500, 900}, 1}, {{1100, 600}, 1}}},
     {"Scale2BesideScale1", {{{500, 900}, 1}, {{1300, 800}, 2}}},
     {"Scale1BesideScale2", {{{500, 900}, 2}, {{1300, 800}, 1}}}};

@@ -1,4 +1,4 @@
-// The main window under a window manager that chooses the size of its windows.
+// The main window under a window manager that chooses the size of every window.
 #include "desktop/DesktopTest.h"
 #include "desktop/driver/PrivateDisplay.h"
 #include "desktop/driver/TilingManager.h"
@@ -61,7 +61,7 @@ TEST_F(UnderATilingManager, TheWindowAsksOnceForItsLeastSizeAndAcceptsTheOneItIs
   EXPECT_EQ(manager.Requests(), requests + 1);
 }
 
-// Some managers grant less, to keep windows on the screen.
+// Some managers grant less than a window asks for, to keep it on the screen.
 TEST_F(UnderATilingManager, TheWindowAsksOnceMoreAfterAThirdSizeAndThenAcceptsIt) {
   manager.GrantNext(kThirdSize);
   const int requests = manager.Requests();

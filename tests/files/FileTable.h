@@ -3,7 +3,7 @@
 #include <QSize>
 #include <array>
 
-// Each kind of file once, and what may be expected of it. docs/files.md has the same rows.
+// One file of each kind, and what may be expected of it. docs/files.md has the same rows.
 namespace kelvane::testing {
 
 enum class Played { kAsItIsStored, kBlack };
@@ -12,22 +12,22 @@ enum class Joined { kBoth, kOne, kNothing };
 struct KnownFile {
   const char* name;
   const char* kind;
-  // Shell commands that make the file; kMakers has what they call.
+  // Shell commands that make the file. kMakers defines the functions that they call.
   const char* recipe;
-  // Width, height and duration.
+  // The width, the height and the duration that the main window shows.
   const char* shown;
   Played played;
-  // Of a crop with the left bar moved by 16 pixels and the top one by 8; empty where no video
-  // comes of it.
+  // The size of what a crop writes with the left bar at 16 pixels and the top one at 8; empty if no
+  // video comes of it.
   QSize cropped;
-  // From the file twice, under its own extension.
+  // Which of its sections a join of the file with itself writes, under the file's own extension.
   Joined joined;
   // If not 0, the file is "plain.mp4" with this display rotation, in degrees.
   int turned = 0;
 };
 
-// Two seconds of a still picture with a tone. Its colours say where a pixel lies, and have no
-// edges, which one encoding keeps and another doesn't.
+// Shell functions that make two seconds of a still picture with a tone. The colour of a pixel says
+// where it lies. The picture has no edges, since not every encoding keeps them.
 inline constexpr const char* kMakers = R"(
 set -e
 tool() { ffmpeg -nostdin -v error "$@"; }

@@ -1,4 +1,4 @@
-// Real files of each kind, through the windows and the real tools.
+// Real files of each kind, in the windows and with the real tools.
 #include <QFile>
 #include <QStandardPaths>
 #include <QStringList>
@@ -46,7 +46,7 @@ class Files : public MainWindowTest, public ::testing::WithParamInterface<KnownF
                        "1", "-pix_fmt", "rgb24", InFolder("decoded.png")});
     return QImage(InFolder("decoded.png"));
   }
-  // Ignores what encodings and conversions of colours round.
+  // Whether the pixels are the same, up to what encodings and conversions of colours round.
   static bool Alike(const QImage& shown, const QImage& stored) {
     constexpr int kRounding = 12;
     for (int y = 0; y < stored.height(); ++y) {
@@ -129,7 +129,8 @@ TEST_P(Files, AreJoined) {
                     : GetParam().joined == Joined::kOne ? 1
                                                         : 0;
   EXPECT_EQ(DecodedPictures(output), times * DecodedPictures(file_));
-  // With pictures, only their number counts: the time stamps may span more than they take.
+  // If there are pictures, only their number counts: the time stamps may span more time than the
+  // pictures take.
   if (DecodedPictures(file_) == 0) {
     EXPECT_NEAR(VideoSeconds(output), times * VideoSeconds(file_), 0.1);
   }

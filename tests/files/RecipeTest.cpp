@@ -1,4 +1,4 @@
-// The README's lines of shell that crop a folder, run as they stand there.
+// The shell commands in the README that crop a folder, run as they stand there.
 #include <gtest/gtest.h>
 
 #include <QDir>
@@ -12,7 +12,7 @@
 namespace kelvane::testing {
 namespace {
 
-// The indented lines of the section that crops many files.
+// The indented lines of the README's section on cropping many files.
 QString Recipe() {
   QFile readme(KELVANE_README);
   EXPECT_TRUE(readme.open(QIODevice::ReadOnly));
@@ -47,7 +47,7 @@ TEST(CropOfAFolder, WritesWhatTheProgramsCropFilterWritesAndKeepsWhatIsThere) {
   }
   ASSERT_TRUE(kept.open(QIODevice::ReadOnly));
   EXPECT_EQ(kept.readAll(), "somebody's work");
-  EXPECT_EQ(QDir(in("cropped")).count(), 2U + 3U) << "with . and ..";
+  EXPECT_EQ(QDir(in("cropped")).count(), 2U + 3U) << "there should be ., .. and three files";
 }
 
 }  // namespace

@@ -29,7 +29,7 @@ const QString kBuild = KELVANE_BUILD_FOLDER;
 // A build has only one list of what it installed, so one test at a time may install or pack.
 const QString kLock = kBuild + "/install_test.lock";
 
-// Runs a command to its end and returns what it printed. The running test fails unless it succeeds.
+// Runs a command and returns what it printed. If the command fails, so does the running test.
 QString Ran(const QString& command, const QStringList& arguments) {
   QString printed;
   EXPECT_TRUE(RunTool(command, arguments, &printed))
@@ -38,10 +38,10 @@ QString Ran(const QString& command, const QStringList& arguments) {
   return printed;
 }
 
-// The prefix: the root folder of an Installation, or /usr in a system that has this root.
+// The prefix of an Installation: its root folder, or /usr in a system with that root folder.
 enum class Prefix { kRoot, kUsr };
 
-// An empty folder, the root, into which the build is installed. Failures are the running test's.
+// An empty folder, the root, into which the build is installed. A failure fails the running test.
 class Installation {
  public:
   explicit Installation(Prefix prefix = Prefix::kRoot) {
@@ -102,7 +102,7 @@ class Installation {
     return folder.filePath(made.value(0));
   }
 
-  // Has the test's program started by this command, such as "bin/kelvane".
+  // Makes the test's program start by an installed command, such as "bin/kelvane".
   void Use(const Program& program, const QString& command) const {
     const QString link = program.ProgramFolder() + '/' + QFileInfo(command).fileName();
     EXPECT_TRUE(QFile::remove(link));
@@ -122,7 +122,7 @@ QString IconOf(int size) {
   return QStringLiteral("share/icons/hicolor/%1x%1/apps/kelvane.png").arg(size);
 }
 
-// The paths from the prefix, sorted.
+// The paths of all installed files from the prefix, sorted.
 QStringList ExpectedFiles() {
   QStringList files = {"share/doc/kelvane/changelog.gz", "share/doc/kelvane/copyright",
                        "share/icons/hicolor/scalable/apps/kelvane.svg",
@@ -192,14 +192,14 @@ TEST(Installed, HasEachFileInItsPlaceAndLeavesNothingButForeignFiles) {
             (QStringList{"share", "share/icons", "share/icons/of-another-program"}));
 }
 
-TEST(Installed, HasTheSameFilesInASystemAndIsRemovedFromThere) {
+TEST(Installed, HasTheSameFilesUnderUsrAndIsRemovedFromThere) {
   const Installation installation(Prefix::kUsr);
   installation.Install();
   EXPECT_EQ(installation.Files(),
             ExpectedFiles().replaceInStrings(QRegularExpression("^"), "usr/"));
   EXPECT_EQ(QFile::symLinkTarget(installation.PathOf("usr/lib/kelvane/ffmpeg")),
             installation.PathOf("usr/bin/ffmpeg"))
-      << "a relative link";
+      << "not a relative link";
   installation.Uninstall();
   EXPECT_EQ(installation.Entries(), QStringList("usr"));
 }
@@ -238,10 +238,10 @@ TEST(Installed, HasTheAddressesThatTheBuildWasConfiguredWith) {
     EXPECT_FALSE(text.contains("https://kelvane.example")) << file;
   }
   EXPECT_FALSE(ContentOf(other.filePath("build.ninja")).contains("-Werror"))
-      << "warnings are errors under the presets alone";
+      << "warnings are errors without a preset";
 }
 
-TEST(Installed, OffersTheOtherProgramsAsActionsOfTheMenuEntry) {
+TEST(Installed, OffersTheJoinerAndTheStabiliserAsActionsOfTheMenuEntry) {
   const Installation installation;
   installation.Install();
   for (const auto& [action, name, command] :
@@ -259,7 +259,7 @@ TEST(Installed, HasIconsOfTheSizesOfTheirFoldersAndASymbolicOneOfOneColour) {
   for (const int size : kIconSizes) {
     const QImage icon(installation.PathOf(IconOf(size)));
     EXPECT_EQ(icon.size(), QSize(size, size));
-    // A bar crosses the left edge of the region.
+    // The icon shows a green bar at the left of a crop region.
     EXPECT_EQ(icon.pixelColor(size * 7 / 32, size / 2), QColor(Qt::green)) << size;
   }
   const QString symbolic =

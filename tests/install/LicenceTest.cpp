@@ -84,7 +84,7 @@ QString CopyrightOf(const QString& file) {
   return TextOf("/usr/share/doc/" + package + "/copyright");
 }
 
-// The table of the README: the libraries and tools of each row, and the words of their packages.
+// The README's table: each row's libraries and tools, and their packages' words on the licence.
 std::map<QStringList, QString> Table() {
   QFile readme(InSource("README.md"));
   EXPECT_TRUE(readme.open(QIODevice::ReadOnly));
@@ -117,7 +117,7 @@ TEST(LicencesOfLibraries, AreInTheReadmeInTheWordsOfTheirPackages) {
 using LoadedLibraries = DesktopTest;
 
 // Libraries that other libraries load, apart from Qt's plug-ins, aren't examined.
-TEST_F(LoadedLibraries, AreThePlayersOneAndPlugInsUnderTheLicenceOfQt) {
+TEST_F(LoadedLibraries, AreLibmpvAndPlugInsUnderTheLicenceOfQt) {
   constexpr QSize kSize(320, 240);
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 20));
   window.Click(kRunVideo);

@@ -36,7 +36,7 @@ TEST_F(JoinerCommands, AreReachedByTabBehindTheListsAndTheChosenOption) {
   EXPECT_EQ(TabOrder(*form_), "ListView1\nList1\nOption1(0)\nLabel1(0)\nLabel1(1)\nLabel1(2)");
 }
 
-TEST_F(JoinerCommands, StartBySpaceAndEnterAndAddNothingOnceLocked) {
+TEST_F(JoinerCommands, StartBySpaceAndEnterButAddNothingAfterATranscode) {
   const auto press = [this](JoinerCommand command, Qt::Key key) {
     QTest::keyClick(&Get<Label>("Label1", command), key);
   };
@@ -121,7 +121,7 @@ TEST_F(SaveList, WritesEveryPathAsItIsListedWithCarriageReturnAndLineFeed) {
 TEST_F(SaveList, ReplacesAnExistingFileWithoutAQuestion) {
   const QString existing = tools_.File("existing.txt");
   SaveTo(existing);
-  EXPECT_EQ(ContentOf(existing), "") << "there is no section";
+  EXPECT_EQ(ContentOf(existing), "") << "a list without sections isn't empty";
 }
 
 TEST_F(SaveList, SaysWhatBecomesOfTheFileWhileItsNameIsTyped) {
@@ -153,17 +153,17 @@ TEST_F(SaveList, WritesNothingIfTheDialogIsCancelled) {
   const DialogAnswers answers({CancelDialog()});
   Give(SaveVideoFileList);
   EXPECT_EQ(folder.entryList(QDir::Files), before);
-  EXPECT_EQ(ContentOf(video), "contents") << "the file that a dialog chose last";
+  EXPECT_EQ(ContentOf(video), "contents") << "the file chosen last has been overwritten";
 }
 
 using DroppedSections = JoinerWindowTest;
 
-TEST_F(DroppedSections, EnterInTheOrderOfTheDropEachAsIfChosen) {
+TEST_F(DroppedSections, AreAddedInTheOrderOfTheDropEachAsIfChosenInTheDialog) {
   tools_.DurationProbeDoes(Print("  Duration: 00:10:00.00, start: 0.000000\n"));
   const QString b = tools_.File("b.mp4");
   const QString a = tools_.File("a.mp4");
   EXPECT_TRUE(DropFiles(TimeChart(), {b, a, b}));
-  EXPECT_TRUE(tools_.Runs().empty()) << "the drop is answered before the first probe begins";
+  EXPECT_TRUE(tools_.Runs().empty()) << "a probe has begun before the drop was answered";
   EXPECT_TRUE(WaitFor([&] { return Paths().ListCount() == 3; }));
   EXPECT_EQ(PathsListed(), (Texts{Path("b.mp4"), Path("a.mp4"), Path("b.mp4")}));
   EXPECT_EQ(Rows(), (Texts{"1 | b.mp4 | 600", "2 | a.mp4 | 600", "3 | b.mp4 | 600"}));

@@ -11,7 +11,7 @@ namespace {
 
 class JoinerHover : public JoinerWindowTest {
  protected:
-  // "hidden", or the frame's place.
+  // Returns "hidden", or the frame's place.
   std::string Frame(const char* shape) const {
     const auto& frame = Get<Shape>(shape);
     return frame.Visible() ? PlaceText(frame) : "hidden";
@@ -63,14 +63,14 @@ TEST_F(JoinerHover, OverTheChartClearsAllButTheSelectedRow) {
   EXPECT_EQ(Frame("Shape1"), "hidden");
   EXPECT_EQ(State(), "row 2, path -1, frame hidden, details' width 393");
   EXPECT_EQ(Shown(VideoDetails), "Video Details: ");
-  // Nothing follows from a selection in a list.
+  // A selection in the table or in the list changes nothing else.
   Table().ListItems(1).Select();
   Paths().setListIndex(0);
   EXPECT_EQ(State(), "row 1, path 0, frame hidden, details' width 393");
   EXPECT_EQ(Shown(VideoDetails), "Video Details: ");
 }
 
-// The command bar hides the frame of a command, as the chart does.
+// The command bar, Picture3, hides the frame of a command, as the chart does.
 TEST_F(JoinerHover, KeepsTheDetailsOfAStripOverAllControlsButTheChart) {
   AddThree();
   for (Control* control : form_->findChildren<Control*>()) {
@@ -106,7 +106,7 @@ TEST_F(JoinerHover, MovesTheFocusToTheTableOrTheChartBeforeItChangesTheDetails) 
                    "chart, row 2, path 1, frame hidden, details' width " + std::to_string(width)}));
 }
 
-// Such a file has a path, but neither a row nor a strip.
+// A file without a duration has a path, but neither a row nor a strip.
 TEST_F(JoinerHover, AfterAFileWithoutADurationAStripStandsForThePathBeforeItsOwn) {
   AddPrinting("none.txt", "no video\n");
   AddSectionOf("a.mp4");

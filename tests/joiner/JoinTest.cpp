@@ -178,7 +178,7 @@ TEST_F(JoinByCopy, SkipsABlockForWhichMemoryIsShortAndReadsTheNext) {
   EXPECT_EQ(Shown(ProcessLine), "Process: Video Created.");
 }
 
-// Nothing reads this list.
+// Nothing in the program reads this list, List2.
 TEST_F(JoinByCopy, ListsTheIntermediatesOfTheRemainingSectionsAtEachStart) {
   AddThree();
   AddSectionOf("d.mp4");

@@ -97,14 +97,15 @@ class JoinerWindowTest : public OpenWindowTest<Form4> {
     OpenMenuOn(strip);
     ChooseRemove();
   }
-  // Joins by copy, with that answer to the dialog for the output. Returns the dialogs seen.
+  // Joins by copy, with `answer` to the dialog for the new file. Returns the dialogs seen.
   Texts Join(const Answer& answer) const {
     const DialogAnswers answers({answer, PressButton(QMessageBox::Ok)});
     Give(JoinAllSections);
     return answers.seen();
   }
   Texts JoinTo(const QString& output) const { return Join(TypeFile(output)); }
-  // Joins in the other mode, which asks for no output. Returns the dialogs seen.
+  // Gives the join command in the other mode, which makes transport streams, doesn't join them, and
+  // asks for no new file. Returns the dialogs seen.
   Texts TranscodeAll() const {
     Choose(TranscodeAllSections);
     const DialogAnswers answers({PressButton(QMessageBox::Ok)});
@@ -122,7 +123,7 @@ class JoinerWindowTest : public OpenWindowTest<Form4> {
   std::string ListFile() const { return ContentOf(InFolder("files.txt")); }
   std::string ListLine(const char* name) const { return "file '" + Path(name) + "'\r\n"; }
 
-  // Runs of ffmpeg.
+  // The runs of ffmpeg: those of joins and those that make transport streams.
   Texts Joins() const {
     Texts runs;
     for (const std::string& run : tools_.Runs()) {
@@ -135,7 +136,7 @@ class JoinerWindowTest : public OpenWindowTest<Form4> {
            (output.empty() ? "" : " | " + output);
   }
 
-  // Appends the captions that the process line takes from now on.
+  // Appends to `captions` each caption that the process line takes from now on.
   void RecordCaptions(Texts& captions) const {
     Get<Label>("Label3", ProcessLine).Change = [&](int) { captions.push_back(Shown(ProcessLine)); };
   }

@@ -86,8 +86,9 @@ TEST_F(JoinerStart, DrawsTheRulerWithTicksToItsEndAndLabelsAsFarAs32000Seconds) 
 TEST_F(JoinerStart, LayoutKeepsSizesThatWouldBecomeNegativeAndRecovers) {
   ASSERT_NO_FATAL_FAILURE(ResizeTo({340, 120}));
   EXPECT_EQ(PlaceOf("Picture3"), "30,27 290x73");
-  EXPECT_EQ(PlaceOf("Picture1(0)"), "30,40 1146x702") << "27 - 10 - 40 and 7 - 10 - 30 are refused";
-  EXPECT_EQ(PlaceOf("List1"), "7,60 313x324.5") << "27 - 5 - 60 is refused";
+  EXPECT_EQ(PlaceOf("Picture1(0)"), "30,40 1146x702")
+      << "the height 27 - 10 - 40 and the width 7 - 10 - 30 must be refused";
+  EXPECT_EQ(PlaceOf("List1"), "7,60 313x324.5") << "the height 27 - 5 - 60 must be refused";
   EXPECT_EQ(PlaceOf("ListView1"), "7,40 313x10");
   EXPECT_EQ(PlaceOf("Shape2"), "20,30 310x75");
 

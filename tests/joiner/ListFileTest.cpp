@@ -16,7 +16,7 @@
 namespace kelvane::testing {
 namespace {
 
-// The number of lists that can't be written from now on.
+// How many of the next lists can't be written.
 std::atomic<int> failuresLeft = 0;
 bool closesFail = false;
 
@@ -91,7 +91,7 @@ class JoinListFile : public JoinerWindowTest {
   JoinListFile() { AddSectionOf("a.mp4"); }
 
   static QString PrivateList() { return QString::fromStdString(PrivateListFile()); }
-  // Joins while the next `lists` lists can't be written; an earlier list is there.
+  // Joins after an earlier join has left its list, while `fail` makes the next `lists` lists fail.
   void JoinFailing(void (*fail)(int count), int lists) {
     JoinTo("/tmp/earlier.mp4");
     ASSERT_EQ(ListFile(), ListLine("a.mp4"));

@@ -22,7 +22,7 @@ TEST_F(SectionProbe, OfAFileWithABlankInItsNameIsGivenAShortName) {
   EXPECT_EQ(PathsListed(), Texts{Path("my clip.mp4")});
 }
 
-// A pixel of a strip is ten seconds, rounded half to even. The row shows the seconds of the pixels.
+// A strip has a pixel for every ten seconds, rounded half to even. The row shows ten per pixel.
 TEST_F(SectionProbe, ShowsTensOfSecondsInTheRowAndExactSecondsInTheTotals) {
   for (const char* duration :
        {"00:01:23.99", "00:01:25.00", "00:01:35.00", "00:00:05.00", "00:00:06.00", "23:59:59.99"}) {
@@ -33,7 +33,7 @@ TEST_F(SectionProbe, ShowsTensOfSecondsInTheRowAndExactSecondsInTheTotals) {
   EXPECT_EQ(Rows(), (Texts{"1 | a.mp4 | 80", "2 | a.mp4 | 80", "3 | a.mp4 | 100", "4 | a.mp4 | 0",
                            "5 | a.mp4 | 10", "6 | a.mp4 | 86400"}));
   EXPECT_EQ(Shown(TotalDurationSeconds), "86,673");
-  EXPECT_EQ(Shown(TotalRuntime), "00:04:33") << "a time of day";
+  EXPECT_EQ(Shown(TotalRuntime), "00:04:33") << "must begin again after 24 hours";
 }
 
 TEST_F(SectionProbe, TakesThePreviousStripsWidthForADurationThatIsNoTime) {
@@ -55,7 +55,7 @@ TEST_F(SectionProbe, MakesASectionOfEachLineWithADuration) {
   EXPECT_EQ(Paths().ListCount(), 1);
 }
 
-// A block is a line, or 256 bytes of one that is longer.
+// A block is a line, or 256 bytes of a longer line.
 TEST_F(SectionProbe, SearchesEachBlockByItself) {
   AddPrinting("a.mp4", BlockEndingIn("  Durati") + "on: 00:01:00.00, start\n");
   EXPECT_EQ(Rows(), Texts{}) << "the word is cut in two";
@@ -63,7 +63,7 @@ TEST_F(SectionProbe, SearchesEachBlockByItself) {
   EXPECT_EQ(Rows(), Texts{"1 | b.mp4 | 60"}) << "hours and minutes are a time";
   AddPrinting("b.mp4", BlockEndingIn("  Duration: 00:") + "01:23.00, start\n");
   EXPECT_EQ(Rows().back(), "2 | b.mp4 | 10")
-      << "this is no time, and the strip before has 6 pixels";
+      << "this is no time: the 6 pixels of the strip before must count as seconds";
   EXPECT_EQ(Paths().ListCount(), 3);
 }
 
@@ -71,7 +71,7 @@ TEST_F(SectionProbe, WithoutADurationOrWithoutItsToolListsThePathAlone) {
   Get<Label>("Label3", TotalDurationSeconds).setCaption("?");
   Get<Label>("Label3", TotalRuntime).setCaption("?");
   AddPrinting("a.txt", "a.txt: Invalid data found when processing input\n");
-  EXPECT_EQ(Shown(TotalDurationSeconds), "00,000") << "written at each block";
+  EXPECT_EQ(Shown(TotalDurationSeconds), "00,000") << "the totals aren't written at each block";
   EXPECT_EQ(Shown(TotalRuntime), "00:00:00");
   tools_.Remove("ffprobe");
   Add(tools_.File("b.mp4"));
@@ -81,8 +81,8 @@ TEST_F(SectionProbe, WithoutADurationOrWithoutItsToolListsThePathAlone) {
   EXPECT_EQ(Strips(), Texts{});
 }
 
-// Without its tool a probe raises no event: what it allocates is for its line and the tool's start.
-TEST_F(SectionProbe, WithoutMemoryAnywhereListsThePathAlone) {
+// Without its tool a probe raises no event: it allocates only for its line and the tool's start.
+TEST_F(SectionProbe, ListsThePathAloneWhicheverAllocationFails) {
   App::setPath("/a/missing/folder");
   std::size_t before = 0;
   std::size_t count = 0;
@@ -95,7 +95,7 @@ TEST_F(SectionProbe, WithoutMemoryAnywhereListsThePathAlone) {
         [&](const MouseEvent& /*event*/) { count = Allocations() - before; });
   const QString video = tools_.File("a.mp4");
   Add(video);
-  Add(video);  // Only the first one reserves memory for the process ids of tools.
+  Add(video);  // Only the first one reserves memory for the list of started tools.
   const std::size_t all = count;
   ASSERT_GT(all, 0U);
   for (failing = 0; *failing < all; ++*failing) {

@@ -177,7 +177,7 @@ TEST_F(RealJoin, WithoutAFirstSectionKeepsWhatExistsAsTheDialogSays) {
   EXPECT_EQ(ContentOf(old), "contents");
 }
 
-TEST_F(RealJoin, OpensAFirstSectionWithAnApostropheByAnotherNameAsTheDialogSays) {
+TEST_F(RealJoin, OpensAFirstSectionByItsNameWithoutTheApostropheAsTheDialogSays) {
   AddClip("it's.mp4", 1);
   const QString old = tools_.File("old.mp4");
   QString remark;
@@ -190,7 +190,7 @@ TEST_F(RealJoin, OpensAFirstSectionWithAnApostropheByAnotherNameAsTheDialogSays)
   EXPECT_NE(ContentOf(old), "contents");
 }
 
-// What the joiner's command lines can cost.
+// The files that the joiner's command lines can cost the user.
 using CostOfAJoin = RealJoin;
 
 TEST_F(CostOfAJoin, AnOutputWithASectionsNameBeforeABlankEmptiesThatSection) {
@@ -212,7 +212,7 @@ TEST_F(CostOfAJoin, AnOutputWithABlankReplacesTheFileOfEachPart) {
   QDir::setCurrent(InFolder("current"));
   JoinTo(InFolder("old.mp4 holiday.mp4"));
   EXPECT_EQ(DecodedPictures(InFolder("old.mp4")), 3 * kFrames);
-  EXPECT_NEAR(VideoSeconds(InFolder("current/holiday.mp4")), 3, 0.1) << "re-encoded";
+  EXPECT_NEAR(VideoSeconds(InFolder("current/holiday.mp4")), 3, 0.1) << "this file is re-encoded";
 }
 
 TEST_F(CostOfAJoin, ABlankInTheOutputsFolderCanReplaceAFileAnywhere) {
@@ -229,7 +229,8 @@ TEST_F(CostOfAJoin, ASectionThatIsChosenAsTheOutputIsLost) {
   const QString first = AddClip("a.mp4", 1);
   const QString second = AddClip("b.mp4", 2);
   JoinTo(second);
-  EXPECT_EQ(DecodedPictures(second), kFrames) << "the first section's alone";
+  EXPECT_EQ(DecodedPictures(second), kFrames)
+      << "the pictures must be those of the first section alone";
   JoinTo(first);
   EXPECT_LT(DecodedPictures(first), kFrames);
 }

@@ -10,7 +10,7 @@ namespace {
 
 using JoinerSections = JoinerWindowTest;
 
-// Redraws a strip.
+// Returns the picture that a strip of this width and number should show.
 QImage DrawnStrip(int width, const QString& number) {
   QImage image(width, 17, QImage::Format_RGB32);
   image.fill(QColor(0x008000));
@@ -52,7 +52,7 @@ TEST_F(JoinerSections, BeginWhereThePreviousOneEndsOneRowLowerAboveARule) {
   AddSectionOf("short.mp4", "00:00:04.00");
   AddSectionOf("c.mp4", "00:05:00.00");
   EXPECT_EQ(Strips(), (Texts{"1,1 60x17", "61,21 0x17", "61,41 30x17"}));
-  EXPECT_EQ(Strip(3).width(), 0) << "on the screen, where there is nothing to click";
+  EXPECT_EQ(Strip(3).width(), 0) << "the strip takes room on the screen";
   for (const auto& [index, place] :
        {std::pair(2, "0,19 7000x0"), {3, "0,39 7000x0"}, {4, "0,59 7000x0"}}) {
     EXPECT_EQ(PlaceText(Get<Line>("Line1", index)), place);
@@ -142,7 +142,8 @@ TEST_F(RemoveSection, BeforeAnyRightClickChangesTheTemplateAlone) {
   EXPECT_FALSE(Strip(0).Visible());
   EXPECT_EQ(Hex(Strip(2).BackColor()), "0x008000");
   AddSectionOf("d.mp4");
-  EXPECT_EQ(Hex(Strip(5).BackColor()), "0x808080") << "as the template's";
+  EXPECT_EQ(Hex(Strip(5).BackColor()), "0x808080")
+      << "a new strip doesn't have the template's colour";
 }
 
 }  // namespace

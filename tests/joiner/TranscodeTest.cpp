@@ -8,7 +8,7 @@
 namespace kelvane::testing {
 namespace {
 
-TEST(FolderOf, IsThePathUpToAndWithItsLastSeparator) {
+TEST(FolderOf, IsThePathUpToAndIncludingItsLastSeparator) {
   for (const auto& [path, folder] : {std::pair("/clips/a.mp4", "/clips/"),
                                      {"/a.mp4", "/"},
                                      {"/clips/more/", "/clips/more/"},
@@ -56,7 +56,7 @@ TEST_F(Transcode, SkipsRemovedSectionsAndPathsWithoutAFolderButNotTheirNumbers) 
                              "Process: Video Created."}));
 }
 
-TEST_F(Transcode, GoesOnWithTheNextSectionIfTheToolFailsAndToItsEndIfItIsMissing) {
+TEST_F(Transcode, GoesOnWithTheNextSectionIfTheToolFailsAndReportsSuccessEvenIfItIsMissing) {
   AddThree();
   tools_.CropDoes("exit 1");
   EXPECT_EQ(TranscodeAll(), Texts{kSuccess});
@@ -75,7 +75,7 @@ TEST_F(Transcode, PaintsEachCaptionButServesNoEventsWhileTheToolsRun) {
   AtNextDoEvents([&] { served = Shown(ProcessLine); });
   TranscodeAll();
   EXPECT_EQ(paintedBefore, (std::vector<int>{0, 0, 1, 2, 3}));
-  EXPECT_EQ(served, "Process: Video Created.") << "by the message box";
+  EXPECT_EQ(served, "Process: Video Created.") << "events are served before the message box";
 }
 
 TEST_F(Transcode, LocksTheSectionsForTheLifeOfTheWindow) {
@@ -86,7 +86,7 @@ TEST_F(Transcode, LocksTheSectionsForTheLifeOfTheWindow) {
   Choose(NoTranscode);
   EXPECT_EQ(JoinTo("/tmp/all.mp4"), (Texts{"Save Video As", kSuccess}));
   EXPECT_EQ(Joins().back(), CopyRun("/tmp/all.mp4"));
-  EXPECT_EQ(Rows().size(), 3U) << "neither run has added a section";
+  EXPECT_EQ(Rows().size(), 3U) << "one of the two runs has added a section";
   EXPECT_EQ(Shown(TotalDurationSeconds), "01,800");
   EXPECT_EQ(Get<TextBox>("Text1").Text(), QString("not touched"));
   {

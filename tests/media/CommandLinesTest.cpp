@@ -65,7 +65,7 @@ TEST(CropFilterText, IsWidthHeightLeftAndTopUnchanged) {
             "-2147483648:2147483647:-2147483648:2147483647");
 }
 
-TEST(CommandLines, AreThoseOfTheDesign) {
+TEST(CommandLines, AreTheseForTheProbesAPreviewACropAndAJoin) {
   EXPECT_EQ(SizeProbeCommandLine("/opt/kelvane", "/clips/a.mp4"),
             "/opt/kelvane/ffprobe -v error -show_entries stream=width,height "
             "-of default=noprint_wrappers=1 /clips/a.mp4");
@@ -75,7 +75,7 @@ TEST(CommandLines, AreThoseOfTheDesign) {
             "/tools/ffplay -i /clips/1.mp4 -vf crop=640:360:100:50");
   EXPECT_EQ(CropCommandLine("/tools", "/clips/1.mp4", "640:360:100:50", "/clips/out.mp4"),
             "/tools/ffmpeg -i /clips/1.mp4 -vf crop=640:360:100:50 /clips/out.mp4")
-      << "no -y: nothing is overwritten";
+      << "with -y the tool would overwrite a file";
   EXPECT_EQ(JoinCommandLine("/tools", "/tools/files.txt", "/out/all.mp4"),
             "/tools/ffmpeg -f concat -safe 0 -i /tools/files.txt -c copy -y /out/all.mp4");
 }
@@ -96,14 +96,14 @@ TEST(CommandLines, DropTheBlanksAroundTheVideoAndNoOtherWhiteSpace) {
             "/t/ffmpeg -i \t/a.mp4\n -vf crop=1:2:3:4 /o");
 }
 
-TEST(CommandLines, AreCutAtABlankInTheCropsOutput) {
+TEST(CommandLines, AreCutAtABlankInTheOutputPathOfACrop) {
   const std::string line = CropCommandLine("/t", "/a.mp4", "1:2:3:4", " /my clips/out put.mp4 ");
   EXPECT_EQ(line, "/t/ffmpeg -i /a.mp4 -vf crop=1:2:3:4  /my clips/out put.mp4 ");
   EXPECT_EQ(SplitCommandLine(line), (Arguments{"/t/ffmpeg", "-i", "/a.mp4", "-vf", "crop=1:2:3:4",
                                                "/my", "clips/out", "put.mp4"}));
 }
 
-TEST(CommandLines, HaveQuotesAroundATransportStreamAlone) {
+TEST(CommandLines, QuoteThePathOfATransportStreamAndNoOther) {
   const std::string line =
       TransportStreamCommandLine("/tools", "/my clips/b.mp4", " /my clips/intermediate02.ts ");
   EXPECT_EQ(line,

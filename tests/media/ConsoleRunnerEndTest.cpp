@@ -1,4 +1,4 @@
-// Runs with the event Waiting: the caller may end them, and gets the tool's exit status.
+// Runs that have the event Waiting: the caller may end such a run, and gets the exit status.
 
 #include <gtest/gtest.h>
 #include <sys/types.h>
@@ -23,9 +23,10 @@ namespace {
 
 using std::chrono::steady_clock;
 
-constexpr std::chrono::milliseconds kShort = 50ms;
+constexpr std::chrono::milliseconds kShortPatience = 50ms;
 
-// Runs the tool, which prints its process id first, and calls `waiting` with that id while it runs.
+// Runs a tool that prints its process id first. Calls `waiting` with that id each time that Waiting
+// is raised after that. Returns the tool's blocks.
 Events RunWaiting(DOSOutputs& outputs, const std::string& tool,
                   const std::function<void(pid_t tool)>& waiting) {
   outputs.Waiting = [&] {
@@ -56,7 +57,7 @@ TEST(ConsoleRunnerWaiting, IsRaisedBetweenBlocksThatKeepComing) {
   outputs.Waiting = [&] { ++calls; };
   outputs.CutBlocks(EndOfLine);
   outputs.ReceiveOutputs = [](const std::string& /*block*/) { std::this_thread::sleep_for(1ms); };
-  // The tool has printed everything long before a handler has taken the first lines.
+  // The tool prints everything at once; the handler then takes 200 ms for the 200 lines.
   outputs.ExecuteCommand("/usr/bin/seq 200");
   EXPECT_GE(calls, 3);
 }
@@ -66,15 +67,15 @@ TEST(ConsoleRunnerWaiting, MakesTheRunLastUntilAToolThatClosedItsOutputHasExited
   const Gate gate(folder / "gate");
   DOSOutputs outputs;
   Events events;
-  int callsAfterTheStream = 0;
+  int callsAfterTheStreamsEnd = 0;
   outputs.ReceiveOutputs = [&](const std::string& block) { events.push_back(block); };
   outputs.Waiting = [&] {
-    if (!events.empty() && events.back().empty() && ++callsAfterTheStream == 3) gate.Open();
+    if (!events.empty() && events.back().empty() && ++callsAfterTheStreamsEnd == 3) gate.Open();
   };
   outputs.ExecuteCommand(
       folder.Script("tool", "echo $$; exec >&- 2>&-\n" + gate.Wait() + "exit 7"));
   EXPECT_EQ(events.size(), 2U);
-  EXPECT_GE(callsAfterTheStream, 3);
+  EXPECT_GE(callsAfterTheStreamsEnd, 3);
   EXPECT_EQ(outputs.ExitStatus(), 7);
   EXPECT_EQ(ProcessState(std::stoi(outputs.Outputs())), ' ') << "the tool isn't reaped";
 }
@@ -104,7 +105,7 @@ TEST(ConsoleRunnerEnd, SendsSigtermToTheTool) {
   EXPECT_EQ(outputs.ExitStatus(), 3);
 }
 
-TEST(ConsoleRunnerEnd, MayBeCalledByTheEventOfABlock) {
+TEST(ConsoleRunnerEnd, MayBeCalledByTheHandlerOfABlock) {
   const TemporaryFolder folder;
   const Gate gate(folder / "gate");
   DOSOutputs outputs;
@@ -114,7 +115,7 @@ TEST(ConsoleRunnerEnd, MayBeCalledByTheEventOfABlock) {
   EXPECT_EQ(outputs.ExitStatus(), -SIGTERM);
 }
 
-TEST(ConsoleRunnerEnd, KillsAToolThatIgnoresSigtermButNotBeforeItsTime) {
+TEST(ConsoleRunnerEnd, KillsAToolThatIgnoresSigtermButOnlyAfterThePatience) {
   const TemporaryFolder folder;
   const Gate gate(folder / "gate");
   DOSOutputs outputs;
@@ -122,10 +123,10 @@ TEST(ConsoleRunnerEnd, KillsAToolThatIgnoresSigtermButNotBeforeItsTime) {
   RunWaiting(outputs, folder.Script("tool", "trap '' TERM; echo $$\n" + gate.Wait()),
              [&](pid_t /*tool*/) {
                if (!asked) asked = steady_clock::now();
-               outputs.End(kShort);
+               outputs.End(kShortPatience);
              });
   EXPECT_EQ(outputs.ExitStatus(), -SIGKILL);
-  EXPECT_GE(steady_clock::now() - *asked, kShort);
+  EXPECT_GE(steady_clock::now() - *asked, kShortPatience);
 }
 
 TEST(ConsoleRunnerEnd, KillsAToolThatClosedItsOutput) {
@@ -133,7 +134,7 @@ TEST(ConsoleRunnerEnd, KillsAToolThatClosedItsOutput) {
   const Gate gate(folder / "gate");
   DOSOutputs outputs;
   RunWaiting(outputs, folder.Script("tool", "trap '' TERM; echo $$; exec >&- 2>&-\n" + gate.Wait()),
-             [&](pid_t /*tool*/) { outputs.End(kShort); });
+             [&](pid_t /*tool*/) { outputs.End(kShortPatience); });
   EXPECT_EQ(outputs.ExitStatus(), -SIGKILL);
 }
 
@@ -141,12 +142,12 @@ TEST(ConsoleRunnerEnd, KillsAStoppedTool) {
   const TemporaryFolder folder;
   DOSOutputs outputs;
   RunWaiting(outputs, folder.Script("tool", "echo $$; kill -STOP $$"), [&](pid_t tool) {
-    if (ProcessState(tool) == 'T') outputs.End(kShort);
+    if (ProcessState(tool) == 'T') outputs.End(kShortPatience);
   });
   EXPECT_EQ(outputs.ExitStatus(), -SIGKILL);
 }
 
-TEST(ConsoleRunnerEnd, DoesNotWaitForAProcessThatTheToolLeavesWithItsOutput) {
+TEST(ConsoleRunnerEnd, DoesNotWaitForAChildOfTheToolThatStillHoldsTheOutput) {
   const TemporaryFolder folder;
   const Gate gate(folder / "gate");
   const Gate childsGate(folder / "childs-gate");
@@ -159,7 +160,7 @@ TEST(ConsoleRunnerEnd, DoesNotWaitForAProcessThatTheToolLeavesWithItsOutput) {
   childsGate.Open();
 }
 
-TEST(ConsoleRunnerEnd, EndsARunWhoseToolHasExitedBefore) {
+TEST(ConsoleRunnerEnd, EndsARunWhoseToolHasAlreadyExited) {
   const TemporaryFolder folder;
   const Gate childsGate(folder / "gate");
   DOSOutputs outputs;
@@ -171,7 +172,7 @@ TEST(ConsoleRunnerEnd, EndsARunWhoseToolHasExitedBefore) {
   childsGate.Open();
 }
 
-TEST(ConsoleRunnerEnd, DoesNotKillTheToolSoonerIfItIsCalledAgain) {
+TEST(ConsoleRunnerEnd, DoesNotKillTheToolSoonerIfCalledAgain) {
   const TemporaryFolder folder;
   const Gate gate(folder / "gate");
   DOSOutputs outputs;
@@ -202,7 +203,7 @@ TEST(ConsoleRunnerEnd, HasNoEffectOutsideARun) {
   DOSOutputs outputs;
   outputs.End(0ms);
   outputs.Waiting = [] { throw std::runtime_error("stop"); };
-  // An exception ends the run; the tool lives.
+  // The exception ends the run, but the tool lives on.
   EXPECT_THROW(outputs.ExecuteCommand(
                    folder.Script("tool", "trap 'echo ended >" + folder / "ended" + "' TERM\n" +
                                              gate.Wait() + "touch " + folder / "exited")),
@@ -212,7 +213,7 @@ TEST(ConsoleRunnerEnd, HasNoEffectOutsideARun) {
   EXPECT_TRUE(WaitFor([&] {
     DOSOutputs::ReapEndedChildren();
     return outputs.ExitStatus().has_value();
-  })) << "the tool isn't left to the general reaping";
+  })) << "ReapEndedChildren doesn't reap the tool";
   EXPECT_EQ(outputs.ExitStatus(), 0);
   EXPECT_EQ(folder.Names(), (std::vector<std::string>{"exited", "gate", "tool"}));
 }

@@ -36,13 +36,14 @@ bool HasEnded(pid_t process) {
   return state == kZombie || state == kReaped;
 }
 
-// The signals that a line of /proc/PID/status, such as "SigBlk", lists as bits.
+// Returns the signals, a bit each, of the line `name` of /proc/PID/status, such as "SigBlk".
 unsigned long long SignalsIn(const std::string& status, const std::string& name) {
   constexpr int kHexadecimal = 16;
   return std::stoull(status.substr(status.find(name + ":\t") + name.size() + 2), nullptr,
                      kHexadecimal);
 }
 
+// Runs a tool that prints its process id first. Returns the id.
 pid_t ProcessOf(const std::string& tool) { return std::stoi(RunLine(tool).front()); }
 
 TEST(ConsoleRunnerChildren, AreAllReapedAfterTheirEnd) {
@@ -122,7 +123,7 @@ TEST(ConsoleRunnerException, PassesThroughAndLeavesTheToolWithoutAReader) {
   const TemporaryFolder folder;
   DOSOutputs outputs;
   outputs.ReceiveOutputs = Throw;
-  // Without a reader, its next write fails and ends it.
+  // Without a reader, the tool's next write fails and ends the tool.
   EXPECT_THROW(outputs.ExecuteCommand(folder.Script("tool", "echo $$; exec /usr/bin/yes")),
                std::runtime_error);
   EXPECT_TRUE(IsReapedInTime(std::stoi(outputs.Outputs())));
@@ -191,7 +192,7 @@ TEST(ConsoleRunnerSignals, AreBlockedInTheReadingThread) {
 constexpr const char* kStandardAndListing = "0\n1\n2\n3\n";
 
 TEST(ConsoleRunnerDescriptors, AToolGetsTheStandardOnesAlone) {
-  // Opened without O_CLOEXEC.
+  // Opened without O_CLOEXEC: only the runner closes it in a tool.
   const Descriptor stray(::open("/dev/null", O_RDONLY));
   ASSERT_TRUE(stray);
   DOSOutputs outer;

@@ -20,7 +20,7 @@ namespace {
 
 constexpr unsigned kMebibyte = 1U << 20;
 
-// Random bytes, the same in every run.
+// Returns random bytes, the same ones in every call.
 std::string AnyBytes(std::size_t count) {
   std::mt19937 random(7);
   std::string bytes(count, '\0');
@@ -54,7 +54,7 @@ TEST(ConsoleRunner, DeliversBothOutputsInTheOrderOfWriting) {
 TEST(ConsoleRunner, DeliversBlocksWhileTheToolStillRuns) {
   const TemporaryFolder folder;
   const Gate gate(folder / "gate");
-  // Ends the tool if the runner holds the first block back.
+  // `timeout` ends the tool if the runner holds the first block back.
   const std::string tool =
       "/usr/bin/timeout 30 " + folder.Script("tool", "echo first\n" + gate.Wait() + "echo second");
   DOSOutputs outputs;
@@ -141,7 +141,7 @@ TEST(ConsoleRunner, PassesArgumentsWithoutAShell) {
             R"([-i][a.mp4][b c][][$HOME][*][;][|][>]['d][e'][\])");
 }
 
-TEST(ConsoleRunner, RunsToolsInTheCurrentFolderWithTheProgramsEnvironmentAndNotByThePath) {
+TEST(ConsoleRunner, RunsToolsInTheCurrentFolderWithTheProgramsEnvironmentAndDoesNotSearchPath) {
   const TemporaryFolder folder;
   folder.Script("tool", "pwd; echo $RUNNER_TEST_VALUE");
   const CurrentFolder current(folder.path());
@@ -201,7 +201,7 @@ TEST(ConsoleRunner, StartsNoToolWithoutAThreadToReadIt) {
   EXPECT_EQ(Joined(RunLine(outputs, "/bin/echo later")), "later\n");
 }
 
-// In a process of its own, whose memory is that of the run alone.
+// The run is made by a process of its own, so that no other memory is measured.
 TEST(ConsoleRunner, NeedsAtMostTwiceTheMemoryOfTheText) {
   if (kSanitized) GTEST_SKIP() << "a sanitizer needs memory of its own";
   constexpr long kText = 256 * 1024;  // KiB

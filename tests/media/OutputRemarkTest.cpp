@@ -1,5 +1,5 @@
-// What is said of a file that a user may not write. The rooms of the windows test the rest, with
-// the real tools.
+// The remarks on files that the user may not write. The tests of the windows check the other
+// remarks, with the real tools.
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -36,7 +36,7 @@ std::string RemarkForAnotherUser(const std::string& path, const auto& remarkOn) 
   return remark;
 }
 
-TEST(OutputRemark, IsThatNothingIsWrittenWhereTheUserMayNot) {
+TEST(OutputRemark, SaysThatNothingIsWrittenWhereTheUserHasNoPermission) {
   const TemporaryFolder folder;
   const std::string noFile = "No file can be written in this folder.";
   const std::string kept = "This file exists: it will be kept, and nothing written.";
@@ -52,7 +52,7 @@ TEST(OutputRemark, IsThatNothingIsWrittenWhereTheUserMayNot) {
   fs::permissions(old, kRead | kWrite);
   EXPECT_EQ(RemarkForAnotherUser(old, OutputRemark), kFileIsReplaced);
   fs::permissions(list, kRead | kWrite);
-  EXPECT_EQ(RemarkForAnotherUser(list, OutputRemark), kept) << "a list is renamed into its folder";
+  EXPECT_EQ(RemarkForAnotherUser(list, OutputRemark), kept) << "a list needs a writable folder";
   EXPECT_EQ(RemarkForAnotherUser(list, WriteRemark), kFileIsReplaced);
   fs::permissions(folder.path(), kRead | kWrite | kEnter);
   fs::permissions(list, kRead);

@@ -1,4 +1,4 @@
-// The private folder of the short paths: its mode, its end, and what a later start removes.
+// The private folder of the short paths: its mode, its removal, and what a later start removes.
 
 #include <gtest/gtest.h>
 #include <sys/prctl.h>
@@ -29,8 +29,8 @@ class PrivateFolder : public ::testing::Test {
  protected:
   std::string Short() const { return GetShortFileName(file_, {}, links_.path()); }
 
-  // A program that prints its short path of the file, writes a join's list and a working file, and
-  // then ends as `end` says; "wait" ends it when its input is closed.
+  // Starts a program that writes a join's list and a working file, prints its short path of the
+  // file, and then ends as `end` says. With "wait" and "fork" it ends when its input is closed.
   Process Program(const std::string& end) const {
     return StartTestProgram({"private-folder", links_.path(), end, file_});
   }
@@ -39,7 +39,7 @@ class PrivateFolder : public ::testing::Test {
     EXPECT_EQ(waiting.Wait(), 0);
   }
 
-  // Returns the folder that a killed program left behind.
+  // Starts a program that is killed, and returns the folder that it leaves behind.
   std::string FolderLeftBehind() const {
     Process program = Program("crash");
     const fs::path shortPath = program.ReadLine();
@@ -68,7 +68,7 @@ TEST_F(PrivateFolder, IsOpenToItsUserAlone) {
   const mode_t former = ::umask(0);
   EXPECT_EQ(mode(), S_IRWXU);
   fs::remove_all(fs::path(Short()).parent_path());
-  EXPECT_EQ(mode(), S_IRWXU) << "made again";
+  EXPECT_EQ(mode(), S_IRWXU) << "after it was made again";
   ::umask(former);
 }
 
@@ -80,7 +80,7 @@ TEST_F(PrivateFolder, IsMadeAgainWithItsLinksIfItVanished) {
   fs::remove_all(fs::path(shortPath).parent_path());
   EXPECT_EQ(Short(), shortPath);
   ClearShortPathsLeftBehind(links_.path());
-  EXPECT_EQ(ReadFile(shortPath), "the clip") << "the new folder is locked too";
+  EXPECT_EQ(ReadFile(shortPath), "the clip") << "the new folder isn't locked";
 }
 
 TEST_F(PrivateFolder, IsMadeUnderAnotherNameIfItsOwnWasTaken) {
@@ -118,7 +118,7 @@ TEST_F(PrivateFolder, OfWorkingFilesIsInTheFirstParentThatTakesIt) {
   };
   EXPECT_EQ(parentFor({links_.path(), other.path()}), links_.path());
   EXPECT_EQ(parentFor({file, other.path(), links_.path()}), other.path());
-  EXPECT_EQ(parentFor({file, made}), made) << "made for it";
+  EXPECT_EQ(parentFor({file, made}), made) << "the missing parent isn't made";
   EXPECT_EQ(fs::status(made).permissions(), fs::perms::owner_all);
   EXPECT_EQ(parentFor({file, links_ / "missing/inner"}), "");
   EXPECT_EQ(parentFor({}), "");
@@ -154,7 +154,7 @@ TEST_F(PrivateFolder, IsRemovedWhenTheProgramEnds) {
   EXPECT_EQ(ReadFile(file_), "the clip");
 }
 
-TEST_F(PrivateFolder, KeepsWhatTheProgramDidNotMakeWhenTheProgramEnds) {
+TEST_F(PrivateFolder, KeepsForeignFilesAndLinksWhenTheProgramEnds) {
   Process program = Program("wait");
   const fs::path shortPath = program.ReadLine();
   const fs::path folder = shortPath.parent_path();
@@ -166,7 +166,7 @@ TEST_F(PrivateFolder, KeepsWhatTheProgramDidNotMakeWhenTheProgramEnds) {
   EXPECT_FALSE(fs::is_symlink(fs::symlink_status(shortPath)));
 }
 
-TEST_F(PrivateFolder, LeavesAFolderThatTookItsNameWhenTheProgramEnds) {
+TEST_F(PrivateFolder, LeavesAnotherFolderOfItsNameWhenTheProgramEnds) {
   Process program = Program("wait");
   const fs::path folder = fs::path(program.ReadLine()).parent_path();
   fs::remove_all(folder);
@@ -244,7 +244,7 @@ TEST_F(PrivateFolder, IsAllThatALaterStartRemoves) {
   const Names before = links_.Names();
   ClearShortPathsLeftBehind(links_.path());
   EXPECT_EQ(links_.Names(), before);
-  EXPECT_EQ(elsewhere.Names(), Names{"link"}) << "the link isn't followed";
+  EXPECT_EQ(elsewhere.Names(), Names{"link"}) << "the link was followed";
 }
 
 TEST_F(PrivateFolder, OfAnotherUserIsKeptByALaterStart) {
@@ -285,7 +285,7 @@ TEST_F(PrivateFolder, IsKeptByAnotherStartWhileItIsBeingMade) {
   EXPECT_EQ(links_.Names(), Names());
 }
 
-// Sets a variable of the environment for as long as it lives; null removes it.
+// Sets a variable of the environment, or removes it if `value` is null, until the object's end.
 class Variable {
  public:
   Variable(const char* name, const char* value) : name_(name) {
@@ -319,7 +319,7 @@ TEST(WorkFileParents, AreTheDisksTemporaryFolderAndTheUsersCacheFolderIfThatIsPl
       {"relative", "/home/user", {"/home/user/.cache"}},
       {"/disk/my cache", "/home/user", {}},
       {nullptr, "/home/50%", {}},
-      // What has a meaning in the text of a filter.
+      // Characters that have a meaning in the text of a filter.
       {nullptr, "/home/o'user", {}},
       {nullptr, "/home/a:b", {}},
       {nullptr, "/home/a,b", {}},

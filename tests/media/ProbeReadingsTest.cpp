@@ -24,7 +24,7 @@ struct SizeCase {
   bool usedUp = false;
 };
 
-// Only a width of four digits uses its block up.
+// `usedUp` is true only in blocks whose width has four digits, but not in all of those.
 const SizeCase kSizeCases[] = {
     {"width of three digits", "width=720\r\nheight=576\r\n", "720\r\n", "576\r\n"},
     {"height of four digits", "width=640\r\nheight=1080\r\n", "640\r\n", "1080\r\n"},
@@ -144,7 +144,7 @@ TEST(DurationReading, IsTheSameHoweverTheTextIsCut) {
   for (const std::string_view text :
        {"DDuraDuration:  1:2 x", "a\r\nduration: 00:01:23.45, Duration: 7", "on:Duration:",
         "DurDurationDuration:N/A, bitrate: N/A", "Duration :\xC3\xA4 DURATION:00:00:07"}) {
-    // Each reading of all blocks so far must be the reading of the text so far as one block.
+    // After each block, the reading must be that of the same text in a single block.
     const auto append = [text](DurationReading& reading, std::size_t from, std::size_t to) {
       EXPECT_EQ(reading.Append(text.substr(from, to - from)),
                 DurationReading().Append(text.substr(0, to)))
@@ -163,7 +163,8 @@ TEST(DurationReading, IsTheSameHoweverTheTextIsCut) {
   }
 }
 
-// 100 MiB in small blocks outlast the time-out of any test if each block costs what came before.
+// If each block cost as much as all text before it, 100 MB in small blocks would take longer than
+// the time-out of any test.
 TEST(DurationReading, CostsTheSameForEachBlock) {
   constexpr int kBlocks = 400'000;
   DurationReading reading;
@@ -338,7 +339,7 @@ TEST(LastComplaint, IsTheLastLineThatSaysWhatWentWrong) {
        "Conversion failed!\n",
        "cannot open input file a.trf"},
       {"folder in place of the file, 5.1", "a.mp4: Is a directory\n", "a.mp4: Is a directory"},
-      {"an earlier complaint of a stream that isn't used",
+      {"an earlier complaint about a stream that isn't used",
        "[mov @ 0x1] Unsupported codec with id 0 for input stream 2\n"
        "a.mp4: Permission denied\n",
        "a.mp4: Permission denied"},
@@ -356,7 +357,7 @@ TEST(LastComplaint, IsTheLastLineThatSaysWhatWentWrong) {
        "[libx264 @ 0x564353c74a80] kb/s:769.95\n"
        "Exiting normally, received signal 15.\n",
        ""},
-      {"only what followed",
+      {"consequences without their cause",
        "Failed to inject frame into filter network: Invalid argument\n"
        "Error while processing the decoded data for stream #0:0\n"
        "Conversion failed!\n",

@@ -29,7 +29,7 @@ class ShortFileName : public ::testing::Test {
     return GetShortFileName(path, fail, linksParent);
   }
 
-  // Expects the short path LINKS/kelvane-USER-xxxxxx/`name`, and there a link to `path`.
+  // Expects `path` to have the short path LINKS/kelvane-USER-xxxxxx/`name`, a link to `path`.
   void ExpectLink(const std::string& path, const std::string& name) const {
     const fs::path shortPath = Short(path);
     SCOPED_TRACE(shortPath);
@@ -109,7 +109,7 @@ TEST_F(ShortFileName, IsALinkIfThePathIsLongerThan254Bytes) {
   ExpectLink(files_.File(deep + "a.mp4"), "a.mp4");
 }
 
-TEST_F(ShortFileName, OfALinkHas40WholeCharactersAtMostWithItsNumberAndItsExtension) {
+TEST_F(ShortFileName, OfALinkHasAtMost40WholeCharactersIncludingItsNumberAndExtension) {
   std::string filmClaps;
   for (int count = 0; count < 39; ++count) filmClaps += "\U0001F3AC";
   ExpectLink(files_.File(filmClaps + " "), filmClaps + "_");
@@ -187,7 +187,7 @@ TEST_F(ShortFileName, KeepsAnExtensionOfUpToTenLettersAndDigitsWhereTheNameIsCut
   ExpectLink(files_.File("my clips.old/clip"), "clip");
 }
 
-TEST_F(ShortFileName, OfALinkHasANumberIfAnotherLinkOrAFileOfTheFolderHasTheName) {
+TEST_F(ShortFileName, OfALinkAvoidsTheNamesOfOtherLinksAndOfTheFoldersOwnFiles) {
   fs::create_directory(files_ / "my clips");
   ExpectLink(files_.File("a b.mp4"), "a_b.mp4");
   ExpectLink(files_.File("a\tb.mp4"), "a_b_2.mp4");

@@ -1,5 +1,5 @@
-// Does what would disturb the test process. The first argument is the name of a function in
-// the table below, the others are its arguments.
+// Does what would disturb the test process. The first argument names a function in the table of
+// main(); the others are that function's arguments.
 
 #include <fcntl.h>
 #include <sys/resource.h>
@@ -39,8 +39,8 @@ int LowestFreeDescriptor() {
   return Descriptor(::open("/dev/null", O_RDONLY | O_CLOEXEC)).number();
 }
 
-// Closes standard descriptors, runs a tool and writes its text to a file. Arguments: the
-// descriptors, a digit each; the file; the command line.
+// Closes standard descriptors, runs a tool, and writes to a file its text and whether a descriptor
+// leaked. Arguments: the descriptors, a digit each; the file; the command line.
 int RunWithoutDescriptors(const Arguments& arguments) {
   for (const char digit : arguments.at(0)) ::close(digit - '0');
   const int lowestBefore = LowestFreeDescriptor();
@@ -53,7 +53,7 @@ int RunWithoutDescriptors(const Arguments& arguments) {
 }
 
 // Runs a tool "before", "during" and "after" a shortage of descriptors. Arguments: how many remain
-// free; the command line, to which that word is added.
+// free; the command line, to which each of these words is added in turn.
 int RunWithFreeDescriptors(const Arguments& arguments) {
   DOSOutputs outputs;
   std::cout << RunAndDescribe(outputs, arguments.at(1) + " before") << '\n';
@@ -74,8 +74,8 @@ int RunWithFreeDescriptors(const Arguments& arguments) {
   return EXIT_SUCCESS;
 }
 
-// Runs a tool that prints this many KiB, and takes the first block only when the tool has ended.
-// Prints the growth of the program's peak memory in KiB.
+// Runs a tool that prints as many KiB as the argument says, and takes the first block only when the
+// tool has ended. Prints the growth of the program's peak memory in KiB.
 int Flood(const Arguments& arguments) {
   const auto mostMemory = [] {
     rusage usage{};
@@ -93,9 +93,8 @@ int Flood(const Arguments& arguments) {
   return EXIT_SUCCESS;
 }
 
-// Makes a short path, a join's list and a working file in a private folder, and ends in a way that
-// the test names.
-// Arguments: parent of the folder; way to end; file.
+// Makes a join's list, a working file and a file's short path in a private folder, prints the short
+// path, and ends. Arguments: the folder's parent; how to end; the file.
 int UsePrivateFolder(const Arguments& arguments) {
   const std::string& links = arguments.at(0);
   const std::string& end = arguments.at(1);

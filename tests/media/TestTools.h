@@ -14,7 +14,7 @@
 // Temporary files, small tools to run, and what the system knows of processes and descriptors.
 namespace kelvane::testing {
 
-// A new folder whose path has no blank. It is removed with all that is in it.
+// A new folder whose path has no blank. The destructor removes it with all that is in it.
 class TemporaryFolder {
  public:
   TemporaryFolder();
@@ -25,7 +25,7 @@ class TemporaryFolder {
   const std::string& path() const { return path_; }
   std::string operator/(const std::string& name) const { return path_ + '/' + name; }
 
-  // Each makes a file and returns its path. /bin/sh runs a script.
+  // Both make a file and return its path. /bin/sh runs the script's commands.
   std::string File(const std::string& name, const std::string& contents = "contents") const;
   std::string Script(const std::string& name, const std::string& commands) const;
 
@@ -36,7 +36,7 @@ class TemporaryFolder {
   std::string path_;
 };
 
-// Changes the current folder for as long as it lives.
+// Changes the current folder until the object's end.
 class CurrentFolder {
  public:
   explicit CurrentFolder(const std::string& path);
@@ -53,13 +53,13 @@ Process StartTestProgram(std::vector<std::string> arguments);
 
 using Events = std::vector<std::string>;
 
-// Runs a tool and returns its blocks. The test fails if they aren't what ExecuteCommand returns
-// and, unless there are none, what Outputs holds.
+// Runs a command line and returns the tool's blocks. The test fails unless they make up the text
+// that ExecuteCommand returns and, if there are any, also the text that Outputs returns.
 Events RunLine(DOSOutputs& outputs, const std::string& commandLine);
 Events RunLine(const std::string& commandLine);
 std::string Joined(const Events& events);
 
-// The state of a process in /proc, such as 'Z' for a zombie; a blank if there is none.
+// The state of a process in /proc, such as 'Z' for a zombie; a blank if there is no such process.
 char ProcessState(pid_t process);
 
 // Of this process.

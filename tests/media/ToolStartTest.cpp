@@ -18,7 +18,7 @@ bool Fails() { return failingStep > 0 && --failingStep == 0; }
 
 }  // namespace
 
-// Replaces the C library's function in this program.
+// Replaces a function of the C library, in the whole test program, with a step that can fail.
 #define FAILING(function, parameters, arguments)                              \
   extern "C" int function parameters noexcept {                               \
     static auto* const original =                                             \

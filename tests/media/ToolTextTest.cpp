@@ -60,7 +60,7 @@ TEST(ToolText, GivesNoBlockIfNoneComesInTime) {
   EXPECT_EQ(text.NextBlock(EndOfLine, now()), "");
 }
 
-// Returns the blocks of a text whose rest comes only when `length` has seen a block unfinished.
+// Returns a text's blocks. `rest` comes only once `length` finds no further block's end in `begin`.
 std::vector<std::string> BlocksOf(std::string_view begin, std::string_view rest,
                                   const BlockLength& length) {
   ToolText text;

@@ -1,5 +1,5 @@
-// What a screen reader is told of controls, and what it can do with them. The texts of
-// tests/windows hold the roles, the names and the reading order.
+// What a screen reader is told of controls, and what it can do with them. The files in
+// tests/windows hold the roles, the names and the reading order of the program's windows.
 #include "platform/Accessibility.h"
 
 #include <gtest/gtest.h>
@@ -40,7 +40,7 @@ TEST(ScreenReaderTree, FindsTheFrontControlAtAPlaceOfTheScreen) {
   EXPECT_EQ(at({5, 23}), nullptr);
 }
 
-TEST(ScreenReaderTree, GivesACopyTheRoleOfItsModel) {
+TEST(ScreenReaderTree, GivesACopyTheRoleOfItsOriginal) {
   TestForm form({Design(kPictureBox, "Strip(0)", {10, 10, 100, 20}).Role(SpokenRole::kListItem)});
   form.Open();
   PictureBox& copy = form.Find<PictureBox>("Strip(0)").Duplicate("Strip(2)");
@@ -51,7 +51,7 @@ TEST(ScreenReaderTree, GivesACopyTheRoleOfItsModel) {
 const QString kPress = QAccessibleActionInterface::pressAction();
 const QString kMenu = QAccessibleActionInterface::showMenuAction();
 
-// A form with a control of each role that a screen reader can act on.
+// A form with a control of each role on which a screen reader can act, and with some others.
 class ScreenReaderAction : public ::testing::Test {
  protected:
   ScreenReaderAction() {
@@ -66,7 +66,7 @@ class ScreenReaderAction : public ::testing::Test {
   void Request(const char* name, const QString& action) const {
     Node(name).actionInterface()->doAction(action);
   }
-  // Returns the events that the event loop raises next.
+  // Runs the event loop and returns the events that were raised since the last call.
   Events ProcessEvents() {
     PumpOnce();
     return std::exchange(events, {});
@@ -75,17 +75,17 @@ class ScreenReaderAction : public ::testing::Test {
     Request(name, action);
     return ProcessEvents();
   }
-  // Makes the left bar follow its drags, and returns it.
+  // Makes the left bar move with the pointer that drags it, and returns the bar.
   Control& LetTheLeftBarFollow() {
     auto& bar = form.Find<Control>("LeftBar");
-    bar.MouseDown = [this](const MouseEvent& event) { pressed = event.X; };
-    bar.MouseMove = [&](const MouseEvent& event) { bar.setLeft(bar.Left() + event.X - pressed); };
+    bar.MouseDown = [this](const MouseEvent& event) { pressedX = event.X; };
+    bar.MouseMove = [&](const MouseEvent& event) { bar.setLeft(bar.Left() + event.X - pressedX); };
     return bar;
   }
 
   const Events kClick{"Down 3 button 1 at 49,9", "Up 3 button 1 at 49,9"};
   Events events;
-  float pressed = 0;
+  float pressedX = 0;
   TestForm form{
       {Design(kLabel, "Command(3)", {10, 10, 100, 20})
            .Caption("Load Video")
@@ -109,15 +109,15 @@ TEST_F(ScreenReaderAction, IsPressForACommandShowMenuForAListItemAndNoneForOther
   EXPECT_EQ(EventsOf("Strip(2)", kPress), Events{});
 }
 
-TEST_F(ScreenReaderAction, SendsAClickToTheMiddleFromTheEventLoop) {
+TEST_F(ScreenReaderAction, ClicksTheMiddleOfItsControlLaterFromTheEventLoop) {
   Request("Command(3)", kPress);
-  EXPECT_EQ(events, Events{}) << "the screen reader doesn't wait for the handlers";
+  EXPECT_EQ(events, Events{}) << "the screen reader had to wait for the handlers";
   EXPECT_EQ(ProcessEvents(), kClick);
   EXPECT_EQ(EventsOf("Strip(2)", kMenu),
             (Events{"Down 2 button 2 at 19,9", "Up 2 button 2 at 19,9"}));
 }
 
-TEST_F(ScreenReaderAction, HasNoEffectOnAControlThatIsHiddenOrEmptyByThen) {
+TEST_F(ScreenReaderAction, HasNoEffectIfItsControlIsHiddenOrEmptyWhenTheEventLoopRuns) {
   Request("Command(3)", kPress);
   command.setWidth(0);
   EXPECT_EQ(ProcessEvents(), Events{});
@@ -134,7 +134,7 @@ TEST_F(ScreenReaderAction, HasNoEffectOnAControlOutsideItsBoxOrWindow) {
     EXPECT_EQ(EventsOf("Strip(2)", kMenu), Events{}) << left;
   }
   strip.setLeft(99);
-  EXPECT_EQ(EventsOf("Strip(2)", kMenu).size(), 2U) << "one column of it is visible";
+  EXPECT_EQ(EventsOf("Strip(2)", kMenu).size(), 2U) << "its visible column isn't clicked";
   form.Find<PictureBox>("Strips").setLeft(300);
   strip.setLeft(0);
   EXPECT_EQ(EventsOf("Strip(2)", kMenu), Events{});
@@ -161,7 +161,7 @@ TEST_F(ScreenReaderAction, HasNoEffectWhileADialogOrAMenuIsOpen) {
 
 using ScreenReaderValue = ScreenReaderAction;
 
-TEST_F(ScreenReaderValue, IsThePlaceOfABarBetweenTheEdgesOfItsBox) {
+TEST_F(ScreenReaderValue, IsThePositionOfABarWithTheLengthOfItsBoxAsTheRange) {
   for (const auto& [name, length] : {std::pair{"LeftBar", 300.0}, {"TopBar", 200.0}}) {
     EXPECT_EQ(Value(name).minimumValue(), QVariant(0.0));
     EXPECT_EQ(Value(name).maximumValue(), QVariant(length));
@@ -173,7 +173,7 @@ TEST_F(ScreenReaderValue, IsThePlaceOfABarBetweenTheEdgesOfItsBox) {
   EXPECT_EQ(Value("TopBar").currentValue(), QVariant(12.5));
 }
 
-TEST_F(ScreenReaderValue, DragsABarToItsNewPlace) {
+TEST_F(ScreenReaderValue, DragsABarToThePositionThatIsSet) {
   Value("LeftBar").setCurrentValue(50);
   EXPECT_EQ(ProcessEvents(),
             (Events{"Down button 1 at 4,49", "Move button 1 at 34,49", "Up button 1 at 34,49"}));

@@ -1,5 +1,5 @@
-// The application object, and the scales of outputs that it asks a compositor for. A process makes
-// the object only once, and so the tests of the object run a program of their own.
+// The application object, and the scales of a Wayland compositor's outputs. A process can make the
+// object only once, so the tests of the object run the program of TestProgram.cpp.
 #include "platform/App.h"
 
 #include <gtest/gtest.h>
@@ -25,8 +25,8 @@ std::string RunTestProgram(const QStringList& arguments, const Environment& envi
   QProcess program;
   QProcessEnvironment all = QProcessEnvironment::systemEnvironment();
   all.insert(u"QT_QPA_PLATFORM"_s, u"offscreen"_s);
-  for (const char* category : {"LANGUAGE", "LC_ALL", "LC_CTYPE", "LC_MESSAGES", "LC_NUMERIC"}) {
-    all.remove(QLatin1String(category));
+  for (const char* variable : {"LANGUAGE", "LC_ALL", "LC_CTYPE", "LC_MESSAGES", "LC_NUMERIC"}) {
+    all.remove(QLatin1String(variable));
   }
   for (const auto& [name, value] : environment) all.insert(QLatin1String(name), value);
   program.setProcessEnvironment(all);
@@ -39,7 +39,7 @@ std::string RunTestProgram(const QStringList& arguments, const Environment& envi
   return program.readAllStandardOutput().trimmed().toStdString();
 }
 
-TEST(Application, KeepsTheUsersDecimalPointForQtAndUsesTheCLocaleElsewhere) {
+TEST(Application, UsesTheUsersDecimalPointInQtAndThatOfTheCLocaleElsewhere) {
   const QTemporaryDir locales;
   const QString latin1 = "de_DE.ISO-8859-1";
   ASSERT_EQ(QProcess::execute("localedef", {"--no-archive", "-i", "de_DE", "-f", "ISO-8859-1",
@@ -97,9 +97,9 @@ TEST(Application, WritesNothingToTheUsersSettingsAfterFileDialogs) {
             "/tmp/new.mp4");
   QDirIterator files(home.path(), QDir::Files | QDir::Hidden, QDirIterator::Subdirectories);
   while (files.hasNext()) {
-    // The font library's cache is no setting of the user's.
+    // The font library's cache isn't a setting of the user's.
     const QString file = files.next();
-    if (!file.contains("/cache/fontconfig/"_L1)) ADD_FAILURE() << file.toStdString();
+    if (!file.contains("/cache/fontconfig/"_L1)) ADD_FAILURE() << "written: " << file.toStdString();
   }
 }
 
@@ -134,7 +134,7 @@ TEST(Sources, ProcessEventsOnlyInDoEventsInTheProgramsLoopAndInDialogs) {
                                "platform/DialogLoop.cpp:exec"}));
 }
 
-TEST(ScaleOfOutput, IsTheNumberOfPixelsToAUnitThoughSizesAreInWholeUnits) {
+TEST(ScaleOfOutput, IsTheNumberOfPixelsPerUnitAlthoughSizesAreRoundedToWholeUnits) {
   EXPECT_EQ(ScaleOfOutput({1500, 900}, {1000, 600}, 2), 1.5);
   EXPECT_EQ(ScaleOfOutput({3840, 2160}, {3072, 1728}, 2), 1.25);
   EXPECT_EQ(ScaleOfOutput({1600, 2560}, {640, 1024}, 3), 2.5);
@@ -143,7 +143,7 @@ TEST(ScaleOfOutput, IsTheNumberOfPixelsToAUnitThoughSizesAreInWholeUnits) {
   EXPECT_EQ(ScaleOfOutput({1366, 768}, {911, 512}, 2), 1.5);
 }
 
-TEST(ScaleOfOutput, IsTheGivenWholeScaleUnlessTheSizesAgreeWithIt) {
+TEST(ScaleOfOutput, IsTheGivenRoundedUpScaleIfASizeIsEmptyOrTheSizesContradictIt) {
   EXPECT_EQ(ScaleOfOutput({}, {1000, 600}, 2), 2);
   EXPECT_EQ(ScaleOfOutput({1500, 900}, {}, 2), 2);
   EXPECT_EQ(ScaleOfOutput({1500, 900}, {1500, 900}, 2), 2);

@@ -119,7 +119,7 @@ TEST_F(ProgressBarTest, IsFilledInProportionToItsValueInItsRange) {
 using Values = std::initializer_list<std::int16_t>;
 
 struct ScrollBarParts : QScrollBar {
-  // Returns the middle of the part of the bar, where the style draws it.
+  // Returns the middle of the place where the style draws that part of the bar.
   static QPoint MiddleOf(const QScrollBar& bar, QStyle::SubControl part) {
     QStyleOptionSlider option;
     (bar.*&ScrollBarParts::initStyleOption)(&option);
@@ -200,7 +200,7 @@ TEST_F(ScrollBarTest, LimitsItsValueToASmallerMaxAndRaisesChangeOnce) {
   EXPECT_EQ(events, (Events{"Change 43", "Change 0"}));
 }
 
-TEST_F(ScrollBarTest, ChangesByOneOnItsArrowsAndByTenBesideTheThumbUnlessToldOtherwise) {
+TEST_F(ScrollBarTest, ChangesByOneAtAnArrowAndByTenBesideTheThumbUnlessOtherStepsAreSet) {
   ClickOn(QStyle::SC_ScrollBarAddLine);
   ClickOn(QStyle::SC_ScrollBarAddPage);
   EXPECT_EQ(TakeEvents(), (Events{"Change 1", "Change 11"}));

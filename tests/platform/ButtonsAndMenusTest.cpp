@@ -1,5 +1,5 @@
-// Command buttons and option buttons. Menus of the menu bar, and context menus, which are hidden
-// titles of it.
+// Command buttons, option buttons, the menus of the menu bar, and context menus, which are those of
+// its hidden titles.
 #include <gtest/gtest.h>
 
 #include <QCursor>
@@ -47,7 +47,7 @@ class MenuTest : public ::testing::Test {
     return captions.join(u", "_s).toStdString();
   }
 
-  // Opens a title with the mouse, presses the down key that often and then return.
+  // Opens the menu of a title with the mouse, presses Down `downwards` times and then Return.
   void Choose(int title, int downwards) {
     QAction* action = bar.actions().at(title);
     QTest::mouseClick(&bar, Qt::LeftButton, {}, bar.actionGeometry(action).center());
@@ -75,7 +75,7 @@ TEST_F(MenuTest, ShowsTheTitlesAndItemsThatAreVisible) {
   EXPECT_TRUE(form.Find<Menu>("mnu_Extract").Visible());
 }
 
-TEST_F(MenuTest, RaisesClickOfTheItemThatTheUserChoosesIfItIsConnected) {
+TEST_F(MenuTest, RaisesClickOfTheItemThatTheUserChoosesIfThatHasAHandler) {
   Choose(0, 1);
   Choose(0, 2);  // the second key press skips the hidden item
   Choose(2, 1);
@@ -107,7 +107,7 @@ TEST_F(ContextMenu, OpensAtThePointerWithoutWaitingForAChoice) {
   EXPECT_EQ(Visible(menu.actions()), "Set Start, Set End");
   QTest::keyClick(&menu, Qt::Key_Escape);
   EXPECT_FALSE(menu.isVisible());
-  EXPECT_EQ(events, Events{}) << "nothing was chosen";
+  EXPECT_EQ(events, Events{}) << "Escape chose an item";
 }
 
 TEST_F(ContextMenu, RaisesClickOfTheItemThatIsChosenEachTime) {
@@ -150,7 +150,7 @@ class OptionButtonTest : public ::testing::Test {
     return chosen;
   }
 
-  // The box comes before the option buttons around it.
+  // The option buttons outside the box are built last, and mustn't join the group of those inside.
   TestForm form{{Design(kPictureBox, "Box", {0, 40, 200, 100}),
                  Design(kOptionButton, "Three", {0, 0, 100, 17}).In("Box"),
                  Design(kOptionButton, "Four", {0, 20, 100, 17}).In("Box"),
@@ -160,7 +160,7 @@ class OptionButtonTest : public ::testing::Test {
 };
 
 TEST_F(OptionButtonTest, IsTheOnlyOneChosenInItsContainer) {
-  EXPECT_EQ(Chosen(), "One") << "the choice of the design";
+  EXPECT_EQ(Chosen(), "One") << "not the choice of the design";
   Option("Two").Choose();
   EXPECT_EQ(Chosen(), "Two");
   Option("Three").Choose();
@@ -192,7 +192,7 @@ TEST_F(OptionButtonTest, RaisesMouseMoveWithoutAButton) {
 TEST_F(OptionButtonTest, DrawsItsCaptionInItsColour) {
   const auto caption = [this] { return Picture(form).copy(25, 0, 70, 17); };
   const QImage before = caption();
-  EXPECT_LT(CountOf(before, kPixelForm.backColor), 70 * 17) << "there is a text";
+  EXPECT_LT(CountOf(before, kPixelForm.backColor), 70 * 17) << "no caption is drawn";
   Option("One").setForeColor(0x00FF00);
   EXPECT_NE(caption(), before);
   Option("One").setForeColor(kPixelForm.labelColor);

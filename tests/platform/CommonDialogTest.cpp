@@ -43,7 +43,8 @@ class FileDialog : public ::testing::Test {
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
   }
 
-  // Shows the dialog to a user, who must close it. The test fails if another dialog comes up.
+  // These show the dialog to `user`, who must close it, and return whether a file was chosen. The
+  // test fails if another dialog opens.
   bool Open(const User& user) { return Show(user, &CommonDialog::ShowOpen); }
   bool Save(const User& user) { return Show(user, &CommonDialog::ShowSave); }
 
@@ -177,7 +178,7 @@ TEST_F(FileDialog, KeepsTheFileNameWhenItIsCancelled) {
   EXPECT_EQ(dialog.FileName, u"/tmp/former.mp4"_s);
 }
 
-TEST_F(FileDialog, SavesUnderTheTypedNameWithoutAQuestionOrAnExtensionAndMakesNoFile) {
+TEST_F(FileDialog, SavesUnderTheTypedNameAsItIsWithoutAQuestionAndMakesNoFile) {
   dialog.Filter = "MP4 Files (*.mp4)|*.mp4|All Files (*.*)|*.*";
   for (const int index : {1, 2}) {
     dialog.FilterIndex = index;
@@ -207,7 +208,7 @@ TEST_F(FileDialog, AsksBeforeItSavesUnderTheNameOfAFileThatExistsIfItIsToldTo) {
   }
 }
 
-TEST_F(FileDialog, OffersThePairsOfItsFilterAndBeginsWithThatOfItsIndex) {
+TEST_F(FileDialog, OffersTheFileTypesOfItsFilterAndBeginsWithTheOneOfItsIndex) {
   const QString three = "MP4 Files (*.mp4)|*.mp4|AVI Files (*.avi)|*.avi|All Files (*.*)|*.*";
   const QStringList all{"MP4 Files (*.mp4)", "AVI Files (*.avi)", "All Files (*.*)"};
   const QStringList mp4Files{"clip.mp4", "video one.MP4"};
@@ -263,7 +264,7 @@ TEST_F(FileDialog, BeginsWhereTheLastFileWasChosenUnlessItIsGivenAFolder) {
   dialog.InitDir.clear();
   ASSERT_TRUE(Save(TypeFile(inner + "/new.mp4")));
   EXPECT_EQ(FirstFolder(), inner);
-  EXPECT_EQ(FirstFolder(), inner) << "a cancelled dialog changes nothing";
+  EXPECT_EQ(FirstFolder(), inner) << "a cancelled dialog has changed the folder";
   dialog.InitDir = folder.path();
   EXPECT_EQ(FirstFolder(), folder.path());
   dialog.InitDir.clear();
@@ -271,7 +272,7 @@ TEST_F(FileDialog, BeginsWhereTheLastFileWasChosenUnlessItIsGivenAFolder) {
   EXPECT_EQ(FirstFolder(), QDir::homePath());
 }
 
-TEST_F(FileDialog, ShowsTheRemarkOnThePathThatItWouldReturnBelowTheName) {
+TEST_F(FileDialog, ShowsBelowTheNameTheRemarkOnThePathThatItWouldReturn) {
   ASSERT_TRUE(QDir(folder.path()).mkdir("inner"));
   const QString inner = folder.filePath("inner");
   dialog.Remark = [](const QString& path) { return "about " + path; };
@@ -405,13 +406,13 @@ TEST_F(FileDialog, ShowsItsCompletionsBelowItsRemark) {
     QTest::keyClicks(&NameOf(shown), "cli");
     EXPECT_TRUE(WaitFor(isBelow));
     NameOf(shown).completer()->complete();
-    EXPECT_TRUE(isBelow()) << "placed again";
+    EXPECT_TRUE(isBelow()) << "not below the remark after Qt has placed them again";
     shown.reject();
   });
 }
 
-// On X, the name may lose the focus when the list of completions closes.
-TEST_F(FileDialog, TakesATypedNameAtTheFirstReturnThoughTheNameHasNoFocus) {
+// On X, the name's box may lose the focus when the list of completions closes.
+TEST_F(FileDialog, TakesATypedNameAtTheFirstReturnEvenIfItsBoxHasNoFocus) {
   const auto type = [](const QString& path) {
     return [path](QFileDialog& shown) {
       NameOf(shown).clearFocus();
@@ -492,7 +493,7 @@ TEST_F(FileDialog, EnablesItsButtonOnlyWhileTheTypedNameIsThatOfAFile) {
   });
 }
 
-TEST_F(FileDialog, IsNotShownToACommandThatIsGivenItsFileAndTakesThatFileOnce) {
+TEST_F(FileDialog, IsNotShownToACommandWithAGivenFileWhichHoldsForThatCommandAlone) {
   const QString chosen = folder.filePath(everyFile.at(0));
   dialog.DialogTitle = "A title";
   dialog.Choose(chosen, [&] { EXPECT_TRUE(dialog.ShowOpen()); });

@@ -78,7 +78,7 @@ TEST(ControlPlace, ReadsBackAsAssignedAndIsRoundedToPixelsAtOnceShownOrNot) {
       }
       label.setLeft(0);
       label.setTop(0);
-      EXPECT_FALSE(Picture(form).isNull()) << "it can be painted however large it is";
+      EXPECT_FALSE(Picture(form).isNull()) << "a control of this size can't be painted";
     }
   }
 }
@@ -119,7 +119,7 @@ TEST(ControlPlace, HasTheUnitOfTheBoxAroundTheControl) {
                        Design(kLabel, "InTwips", {10, 20, 1, 2}).In("Twips")});
   struct Case {
     const char* name;
-    float left;  // as read
+    float left;  // like the width, in the container's unit
     float width;
     QPoint pixels;
   };
@@ -134,7 +134,7 @@ TEST(ControlPlace, HasTheUnitOfTheBoxAroundTheControl) {
   }
 }
 
-TEST(StockWidget, FillsItsControlInArialElevenPixelsHigh) {
+TEST(StockWidget, FillsItsControlAndWritesInArialOfElevenPixels) {
   TestForm form({Design(kCommandButton, "Command1", {0, 0, 100, 20}),
                  Design(kVScrollBar, "VScroll1"), Design(kProgressBar, "pbar"),
                  Design(kTextBox, "Text1"), Design(kSlider, "Slider1")});
@@ -153,7 +153,7 @@ TEST(StockWidget, FillsItsControlInArialElevenPixelsHigh) {
   }
 }
 
-// The event loop of a context menu would delay the handler whose DoEvents has opened it.
+// The event loop of a context menu would delay the handler whose DoEvents has opened the menu.
 TEST(StockWidget, HasNoContextMenu) {
   for (const ControlClass controlClass :
        {kCommandButton, kHScrollBar, kListBox, kListView, kOptionButton, kProgressBar, kSlider,
@@ -172,7 +172,7 @@ TEST(ControlVisible, IsAsAssignedWhetherItsBoxIsVisibleOrNot) {
   TestForm form({Design(kPictureBox, "Box", {0, 0, 50, 50}), Design(kLabel, "Label1").In("Box")});
   auto& box = form.Find<PictureBox>("Box");
   auto& label = form.Find<Label>("Label1");
-  EXPECT_TRUE(label.Visible()) << "before the form is shown";
+  EXPECT_TRUE(label.Visible()) << "not visible before the form is shown";
   form.Open();
   box.setVisible(false);
   EXPECT_FALSE(box.Visible());
@@ -263,7 +263,7 @@ TEST(ControlArray, HasTheControlsOfItsNameInTheOrderOfTheirIndices) {
   const ControlArray<Label> none(form, "Label9");
   EXPECT_EQ(none.Count(), 0);
   EXPECT_EQ(none.UBound(), -1);
-  EXPECT_EQ(form.Find<Label>("Label2").Index(), -1) << "a control in no array";
+  EXPECT_EQ(form.Find<Label>("Label2").Index(), -1) << "a control in no array has an index";
 }
 
 class LoadedControl : public ::testing::Test {
@@ -315,7 +315,7 @@ TEST_F(LoadedControl, IsFoundByItsIndexInAnArrayWithGaps) {
   EXPECT_THROW(static_cast<void>(boxes(4)), std::out_of_range);
 }
 
-TEST_F(LoadedControl, HasTheHandlersOfItsArrayWithItsOwnIndex) {
+TEST_F(LoadedControl, CallsTheHandlersOfMemberZeroWithItsOwnIndex) {
   Events events;
   Record(boxes(0), events);
   boxes(0).Resize = [&](int index) { events.push_back("Resize " + std::to_string(index)); };

@@ -1,4 +1,4 @@
-// Picture boxes, with their borders and drawings, shapes and lines.
+// Picture boxes with their borders and drawings; shapes; lines.
 #include <gtest/gtest.h>
 
 #include <QPainter>
@@ -87,7 +87,7 @@ TEST_F(PictureBoxResize, IsRaisedOnceForEachChangeBeforeTheAssignmentReturnsShow
   EXPECT_EQ(events, (Events{"1: 110x50", "1: 110x60", "1: 0x60"}));
 }
 
-TEST_F(PictureBoxResize, IsNotRaisedWhereNoPixelOfTheSizeChanges) {
+TEST_F(PictureBoxResize, IsNotRaisedIfTheSizeInPixelsStaysTheSame) {
   box.setWidth(100);
   box.setWidth(100.25F);
   box.setWidth(-1);
@@ -151,7 +151,7 @@ TEST_F(PictureBoxDrawing, RoundsToTheNearestPixelHalfToEven) {
   }
 }
 
-TEST_F(PictureBoxDrawing, HasTheBoxesUnit) {
+TEST_F(PictureBoxDrawing, IsInTheUnitOfTheBox) {
   EXPECT_EQ(box.ScaleWidth(), 100);
   EXPECT_EQ(box.ScaleHeight(), 41);
   auto& twips = form.Find<PictureBox>("Twips");
@@ -162,7 +162,7 @@ TEST_F(PictureBoxDrawing, HasTheBoxesUnit) {
   EXPECT_EQ(InkOf(Picture(twips), kInk), QRect(13, 12, 67 - 13, 1));
 }
 
-TEST_F(PictureBoxDrawing, LeavesNoMarkOutsideTheBoxOrWhereAPlaceIsNoNumber) {
+TEST_F(PictureBoxDrawing, LeavesNoMarkOutsideTheBoxOrIfACoordinateIsNotANumber) {
   const QImage empty = Shown();
   for (const float beyond : {100.0F, 5000.0F, -1.0F, -5000.0F, kGreatest, kInfinite, kNotANumber}) {
     box.DrawLine(beyond, 0, beyond, 41, kInk);
@@ -208,7 +208,7 @@ TEST_F(PictureBoxDrawing, StaysWhileTheBoxIsHiddenOrMovesOrChangesItsSize) {
   box.DrawLine(0, 11, 100, 11, kInk);
   box.setWidth(200);
   EXPECT_EQ(CountOf(Shown(), QRect(0, 10, 200, 1), kInk), 100);
-  EXPECT_EQ(CountOf(Shown(), QRect(0, 11, 200, 1), kInk), 50) << "the width when it was drawn";
+  EXPECT_EQ(CountOf(Shown(), QRect(0, 11, 200, 1), kInk), 50) << "the line grew with the box";
   box.DrawLine(150, 20, 200, 20, kInk);
   EXPECT_EQ(CountOf(Shown(), QRect(150, 20, 50, 1), kInk), 50);
   EXPECT_EQ(CountOf(Shown(), kBack), 200 * 41 - 100 - 50 - 50);
@@ -249,7 +249,7 @@ TEST_F(PictureBoxDrawing, IsPaintedAtOnceByRefresh) {
   EXPECT_EQ(paints.Count(), 1);
 }
 
-TEST(Shape, IsAnOutlineInsideItsPlaceAndFilledWhereItHasAColour) {
+TEST(Shape, IsAnOutlineInsideItsPlaceAndFilledIfItHasAFillColour) {
   TestForm form({Design(kShape, "Shape1", {10, 20, 30, 40}).Color(kInk)});
   form.Open();
   auto& shape = form.Find<Shape>("Shape1");
@@ -288,7 +288,7 @@ TEST_F(LineTest, LeavesOutThePixelAtItsRightOrLowerEnd) {
     float x1, y1, x2, y2;
     QRect ink;
   };
-  EXPECT_EQ(Ink(), QRect(10, 20, 30, 1)) << "the place in the design";
+  EXPECT_EQ(Ink(), QRect(10, 20, 30, 1)) << "not the place in the design";
   for (const Case& given : {Case{"horizontal", 100, 50, 110, 50, {100, 50, 10, 1}},
                             {"from right to left", 110, 50, 100, 50, {100, 50, 10, 1}},
                             {"vertical", 100, 50, 100, 57, {100, 50, 1, 7}},
@@ -322,7 +322,7 @@ TEST_F(LineTest, RefusesAnEndThatIsNotFinite) {
   }
 }
 
-// The controls lie from front to back: a box, a shape, a label, a line across all of them.
+// From front to back lie a box, a shape, a label, and a line that crosses the three.
 TEST(Stacking, FollowsTheDesignUntilALineIsBroughtInFrontOfShapesAndLabels) {
   TestForm form({Design(kPictureBox, "Needle", {10, 0, 10, 100}).Color(0x00FF00),
                  Design(kShape, "Shape1", {20, 0, 10, 100}).Color(0xFF0000).Fill(0xFF0000),
@@ -340,7 +340,7 @@ TEST(Stacking, FollowsTheDesignUntilALineIsBroughtInFrontOfShapesAndLabels) {
   EXPECT_EQ(at(35), kInk);
 }
 
-TEST(Stacking, PutsALineThatIsBroughtToFrontInFrontOfAllWhereThereAreOnlyLabels) {
+TEST(Stacking, PutsALineThatIsBroughtToFrontInFrontOfAllIfTheOthersAreLabels) {
   TestForm form({Design(kLabel, "Label1", {0, 0, 300, 100}).Color(0x0000FF),
                  Design(kLine, "Line1", {0, 50, 300, 0}).Color(kInk)});
   form.Open();

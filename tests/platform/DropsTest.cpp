@@ -54,7 +54,7 @@ TEST_F(Drops, OfExistingRegularFilesAreTakenInTheirOrder) {
   EXPECT_EQ(dropped, (QStringList{plain, blank, link, plain}));
 }
 
-TEST_F(Drops, OfFilesWithThisMachinesNameAreTaken) {
+TEST_F(Drops, OfFilesWhoseAddressesNameThisMachineAreTaken) {
   const QString path = File("a.mp4");
   for (const QString& host : {u"localhost"_s, QSysInfo::machineHostName()}) {
     EXPECT_NE(FileDrag(QList{QUrl("file://" + host + path)}).Drop(form), Qt::IgnoreAction);
@@ -75,11 +75,11 @@ TEST_F(Drops, WithoutAnyRegularFileOfThisMachineAreRefused) {
         QUrl("sftp://localhost" + path)}) {
     EXPECT_FALSE(FileDrag(QList{address}).Enter(form)) << address.toString().toStdString();
   }
-  EXPECT_FALSE(FileDrag(path).Enter(form)) << "a text";
+  EXPECT_FALSE(FileDrag(path).Enter(form)) << "a text is taken";
   EXPECT_FALSE(FileDrag(QList<QUrl>()).Enter(form));
 }
 
-TEST_F(Drops, OfFilesAndOtherThingsAreTakenForTheFiles) {
+TEST_F(Drops, OfFilesAndOtherThingsAreTakenWithoutTheOtherThings) {
   const QString path = File("a.mp4");
   FileDrag mixture(QList{QUrl::fromLocalFile(folder.path()), QUrl("https://kelvane.example/b.mp4"),
                          QUrl::fromLocalFile(path)});
@@ -88,7 +88,7 @@ TEST_F(Drops, OfFilesAndOtherThingsAreTakenForTheFiles) {
   EXPECT_EQ(dropped, QStringList{path});
 }
 
-TEST_F(Drops, AreTakenOverEveryControlAndTheMenuBarAndTextsNowhere) {
+TEST_F(Drops, AreTakenOverEveryControlAndTheMenuBarUnlessTheyAreTexts) {
   const QString path = File("a.mp4");
   QList<QWidget*> parts = form.findChildren<QWidget*>();
   EXPECT_TRUE(parts.contains(form.findChild<QMenuBar*>()));
@@ -98,7 +98,7 @@ TEST_F(Drops, AreTakenOverEveryControlAndTheMenuBarAndTextsNowhere) {
     dropped.clear();
     EXPECT_TRUE(DropFiles(*part, {path}));
     EXPECT_TRUE(WaitFor([&] { return dropped == QStringList{path}; }));
-    EXPECT_FALSE(FileDrag(path).Enter(*part)) << "a text";
+    EXPECT_FALSE(FileDrag(path).Enter(*part)) << "a text is taken";
   }
   EXPECT_EQ(form.Find<TextBox>("Text1").Text(), "");
 }
@@ -116,7 +116,7 @@ TEST_F(Drops, AreRefusedWithoutAHandlerAndWhenTheWindowTakesNone) {
   FileDrag drag(QStringList{path});
   EXPECT_TRUE(drag.Enter(form));
   takes = false;
-  EXPECT_FALSE(drag.Move(form)) << "the window has changed its mind during the drag";
+  EXPECT_FALSE(drag.Move(form)) << "taken although the window takes no drops any more";
   takes = true;
   EXPECT_TRUE(drag.Move(form));
   form.FilesDropped = nullptr;
@@ -130,7 +130,7 @@ TEST_F(Drops, BehindADialogAreRefused) {
     dialog.accept();
   }});
   MsgBox("A question");
-  EXPECT_TRUE(DropFiles(form, {path})) << "once it is closed";
+  EXPECT_TRUE(DropFiles(form, {path})) << "refused although the dialog is closed";
 }
 
 TEST_F(Drops, AreForgottenIfADialogOpensOrTheWindowIsUnloadedBeforeTheirHandlerRuns) {

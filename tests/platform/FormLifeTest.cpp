@@ -1,4 +1,4 @@
-// The life of forms by Load, Show and Unload, and the end of the program after that of its forms.
+// Forms from their Load to their Unload, and the end of the program after that of its last form.
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -61,7 +61,7 @@ TEST_F(FormLife, BeginsWithLoadWhichRunsOnceAndShowsNothing) {
 
 TEST_F(FormLife, EndsWithUnloadWhichHidesTheFormAfterItsEvents) {
   form.Unload();
-  EXPECT_EQ(events, Events{}) << "it isn't loaded";
+  EXPECT_EQ(events, Events{}) << "a form that isn't loaded has been unloaded";
   form.Open();
   events.clear();
   const auto record = [this](const char* event) {
@@ -149,9 +149,9 @@ class FormInstanceTest : public ::testing::Test {
   FormInstance<RecordedForm> instance;
 };
 
-TEST_F(FormInstanceTest, KeepsAFormThatIsUnloadedInAnEventUntilItsHandlerReturns) {
+TEST_F(FormInstanceTest, KeepsAFormThatIsUnloadedInAHandlerUntilTheHandlerReturns) {
   using Handler = std::function<void()>;
-  // Each sets the handler of an event of the form and has that event raised.
+  // Each makes `handler` the handler of an event of the form and causes that event.
   const std::function<void(RecordedForm&, const Handler&)> raisers[]{
       [](RecordedForm& form, const Handler& handler) {
         form.timer.Tick = handler;
@@ -249,7 +249,7 @@ TEST_F(FormInstanceTest, KeepsAnUnloadedFormBesideItsSuccessorUntilItsHandlerRet
   EXPECT_TRUE(instance.Loaded());
 }
 
-TEST_F(FormInstanceTest, DeletesItsFormAtItsOwnEnd) {
+TEST_F(FormInstanceTest, DeletesItsFormWhenItIsItselfDestroyed) {
   {
     FormInstance<RecordedForm> other;
     other.Load(events);
@@ -259,7 +259,7 @@ TEST_F(FormInstanceTest, DeletesItsFormAtItsOwnEnd) {
 
 class ProgramEnd : public ::testing::Test {
  protected:
-  // Runs `step` in a handler of the form, soon after the program's event loop has begun.
+  // Makes the program's event loop run `step` soon, in a handler of the form.
   void InAHandlerOf(Form& form, std::function<void()> step) {
     auto* timer = new Timer(form, "Timer1", 1);
     timer->Tick = [timer, step = std::move(step)] {

@@ -26,8 +26,8 @@ TEST(FormSize, IncludesTheMenuBarWhichLiesAboveTheContentArea) {
   EXPECT_EQ(form.Height(), 6000);
   EXPECT_EQ(form.ScaleHeight(), static_cast<float>(400 - height));
   form.setHeight(15);
-  EXPECT_EQ(form.ScaleHeight(), 0) << "not negative";
-  EXPECT_EQ(TestForm().findChild<QMenuBar*>(), nullptr) << "a form without menus has none";
+  EXPECT_EQ(form.ScaleHeight(), 0) << "not 0 in a window that is lower than its menu bar";
+  EXPECT_EQ(TestForm().findChild<QMenuBar*>(), nullptr) << "a form without menus has a menu bar";
 }
 
 TEST(FormSize, ReadsBackAsAssignedAndIsRoundedToPixelsOnTheScreen) {
@@ -46,7 +46,7 @@ TEST(FormSize, ReadsBackAsAssignedAndIsRoundedToPixelsOnTheScreen) {
   }
 }
 
-TEST(FormSize, RefusesWhatIsNegativeOrUndefined) {
+TEST(FormSize, RefusesWhatIsNegativeOrNotFinite) {
   TestForm form;
   form.setWidth(6000);
   form.setHeight(5000);
@@ -121,12 +121,12 @@ class FormResize : public ::testing::Test {
   Events events;
 };
 
-TEST_F(FormResize, IsRaisedBeforeTheAssignmentReturnsAndOnlyIfAPixelChanges) {
+TEST_F(FormResize, IsRaisedBeforeTheAssignmentReturnsAndOnlyIfTheSizeInPixelsChanges) {
   form.setWidth(9000);
-  EXPECT_EQ(events, Events{}) << "it isn't loaded yet";
+  EXPECT_EQ(events, Events{}) << "raised before the form is loaded";
   form.OnLoad = [this] {
     form.setHeight(3015);
-    EXPECT_EQ(events, Events{"600x201"}) << "in Form_Load";
+    EXPECT_EQ(events, Events{"600x201"}) << "not raised in Form_Load";
   };
   form.Load();
   for (int shown = 0; shown < 2; ++shown) {
@@ -174,7 +174,7 @@ TEST_F(FormResize, MayItselfChangeTheSizeOfTheForm) {
   form.windowHandle()->resize(100, 400);
   EXPECT_TRUE(WaitFor([&] { return form.height() == 400; }));
   EXPECT_TRUE(WaitFor([&] { return form.windowHandle()->width() == 1111; }))
-      << "after a size that the user chose";
+      << "the form kept a size that the user chose";
 }
 
 TEST_F(FormResize, IsRaisedWhenTheFormIsMinimisedAndWhenItIsRestored) {

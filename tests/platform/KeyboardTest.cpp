@@ -1,4 +1,4 @@
-// The keyboard on labels and picture boxes: focus, its frame, keys. Labels that are disabled.
+// The keyboard on controls: the focus, its frame, and keys. Labels that are disabled.
 #include <gtest/gtest.h>
 
 #include <QPointer>
@@ -47,7 +47,7 @@ class Keyboard : public ::testing::Test {
     const QWidget* widget = form.focusWidget();
     return widget == nullptr ? "" : widget->objectName().toStdString();
   }
-  // Returns whether a frame is drawn just inside the edges of `place`, which is in the control.
+  // Returns whether a frame is drawn just inside the edges of `place`, a part of the control.
   static bool HasFrame(Control& control, const QRect& place) {
     const QImage picture = Picture(*control.window()).copy(control.geometry());
     const int frame = 2 * (place.width() + place.height()) - 4;
@@ -83,7 +83,7 @@ TEST_F(Keyboard, ReachesTheControlsThatTakeItInTheOrderOfTheirDesign) {
   EXPECT_EQ(Focused(), "Play(3)");
 }
 
-TEST_F(Keyboard, ReachesTheControlsInTheGivenOrder) {
+TEST_F(Keyboard, ReachesTheControlsInTheOrderThatIsGivenToOrderFocus) {
   TestForm other({Design(kLabel, "Play", {10, 10, 100, 20}),
                   Design(kListBox, "List", {10, 40, 100, 40}),
                   Design(kLabel, "Stop", {10, 90, 100, 20})});
@@ -102,7 +102,7 @@ TEST_F(Keyboard, ReachesTheControlsInTheGivenOrder) {
   }
 }
 
-TEST_F(Keyboard, HasNoControlUntilTheUserPressesTab) {
+TEST_F(Keyboard, ReachesNoControlUntilTheUserPressesTab) {
   EXPECT_EQ(form.focusWidget(), &form);
   EXPECT_EQ(EventsOf(Qt::Key_Space), Events{});
   EXPECT_EQ(EventsOf(Qt::Key_Return), Events{});
@@ -124,7 +124,7 @@ TEST_F(Keyboard, ShowsAFrameAroundAQtWidgetWhereTheFocusCameByTab) {
   EXPECT_FALSE(HasFrame(list));
   QTest::keyClick(other.windowHandle(), Qt::Key_Tab);
   EXPECT_TRUE(HasFrame(list));
-  EXPECT_EQ(list.children().size(), widgets) << "it is the same frame";
+  EXPECT_EQ(list.children().size(), widgets) << "a second frame was made";
 }
 
 TEST_F(Keyboard, ReachesNoControlThatHasNotBeenToldToTakeIt) {
@@ -148,7 +148,7 @@ TEST_F(Keyboard, ClicksACommandInItsMiddleBySpaceAndEnter) {
   EXPECT_EQ(EventsOf(Qt::Key_A), Events{});
   EXPECT_TRUE(HasFrame(play));
   Tab();
-  EXPECT_EQ(EventsOf(Qt::Key_Space), Events{}) << "no command";
+  EXPECT_EQ(EventsOf(Qt::Key_Space), Events{}) << "a label that is no command was clicked";
 }
 
 TEST_F(Keyboard, ClicksOnceWhileAKeyIsHeld) {
@@ -164,7 +164,7 @@ TEST_F(Keyboard, ClicksOnceWhileAKeyIsHeld) {
   EXPECT_EQ(events, kClick);
 }
 
-TEST_F(Keyboard, RaisesKeyDownAndLeavesTheKeyIfThatDoesNotHandleIt) {
+TEST_F(Keyboard, RaisesKeyDownAndClicksACommandOnlyIfThatDoesNotHandleTheKey) {
   std::string keys;
   bool handles = true;
   const auto record = [&](const KeyEvent& event) {
@@ -195,7 +195,7 @@ TEST(KeyHandler, MayUnloadItsForm) {
   box.KeyDown = [&](const KeyEvent&) {
     alive->Unload();
     PumpOnce();
-    EXPECT_NE(alive, nullptr) << "the handler still runs";
+    EXPECT_NE(alive, nullptr) << "the form was deleted while its handler runs";
     return true;
   };
   box.SetFocus();
@@ -223,7 +223,7 @@ TEST_F(Keyboard, ShowsAFrameWhereTheFocusCameByTab) {
   EXPECT_FALSE(HasFrame(play));
   EXPECT_TRUE(HasFrame(stop));
   TabBack();
-  EXPECT_TRUE(HasFrame(needle, QRect(2, 2, 16, 16))) << "inside its border";
+  EXPECT_TRUE(HasFrame(needle, QRect(2, 2, 16, 16))) << "no frame inside the border";
   play.SetFocus();
   EXPECT_TRUE(play.hasFocus());
   EXPECT_EQ(Picture(form), before);
@@ -241,7 +241,7 @@ TEST_F(Keyboard, ShowsItsFrameAgainWhenTheWindowBecomesActiveAgain) {
   EXPECT_TRUE(HasFrame(play));
 }
 
-// As the guidelines for accessible web pages define it.
+// Returns the relative luminance as the guidelines for accessible web pages define it.
 double Luminance(QRgb color) {
   const auto linear = [](int part) {
     const double share = part / 255.0;
@@ -261,11 +261,11 @@ TEST_F(Keyboard, HasAFrameWithAContrastOfThreeToTheDarkColoursOfTheWindows) {
 
 class DisabledLabel : public Keyboard {
  protected:
-  // Returns how many pixels of the caption have the colour.
+  // Returns how many pixels of the label have the colour.
   int Ink(QRgb color) { return CountOf(Picture(form).copy(play.geometry()), color); }
 };
 
-TEST_F(DisabledLabel, HasItsDisabledColourAndElseItsForeColour) {
+TEST_F(DisabledLabel, HasItsDisabledColourIfThatIsSetAndElseItsForeColour) {
   play.setCaption("HHHH");
   play.setForeColor(kLight);
   const int pixels = Ink(kLight);
@@ -275,7 +275,7 @@ TEST_F(DisabledLabel, HasItsDisabledColourAndElseItsForeColour) {
   play.setDisabledColor(kGrey);
   EXPECT_EQ(Ink(kGrey), pixels);
   play.setForeColor(kWhite);
-  EXPECT_EQ(Ink(kGrey), pixels) << "as a highlight sets it";
+  EXPECT_EQ(Ink(kGrey), pixels) << "the fore colour, which a highlight sets, is shown";
   EXPECT_EQ(Ink(kWhite), 0);
   play.setEnabled(true);
   EXPECT_EQ(Ink(kWhite), pixels);
@@ -303,7 +303,7 @@ TEST_F(DisabledLabel, IsUnavailableToAScreenReader) {
   EXPECT_EQ(events, Events{});
 }
 
-TEST_F(Keyboard, IsShownToAScreenReader) {
+TEST_F(Keyboard, TellsAScreenReaderWhichControlsTakeTheFocusAndWhichHasIt) {
   EXPECT_TRUE(NodeOf(play).state().focusable);
   EXPECT_FALSE(NodeOf(form.Find<Label>("Reset(4)")).state().focusable);
   Tab();

@@ -26,8 +26,8 @@ class LabelTest : public ::testing::Test {
   // Returns the part of the form that the label covers.
   QImage Shown() { return Picture(form).copy(label.geometry()); }
 
-  // Returns a text as Qt draws it, with the font stretched to that percentage, in a picture of the
-  // label's size and the form's back colour.
+  // Returns a picture of the label's size with the form's back colour and a text as Qt draws it,
+  // with the font stretched to `stretch` percent.
   QImage Drawn(const QString& text, int stretch = 100, Qt::Alignment alignment = Qt::AlignLeft) {
     QImage image(label.size(), QImage::Format_RGB32);
     image.fill(kBack);
@@ -41,7 +41,7 @@ class LabelTest : public ::testing::Test {
     return image;
   }
 
-  // Returns the pixels that a text takes, at that stretch. Letters have fractional widths.
+  // Returns the width of a text at that stretch, rounded up: letters have fractional widths.
   int WidthOf(const QString& text, int stretch = 100) {
     QFont font = label.font();
     font.setStretch(stretch);
@@ -101,7 +101,7 @@ TEST_F(LabelTest, DrawsItsCaptionAsItIsButOneAmpersandForTwo) {
   EXPECT_EQ(Shown(), Drawn("De-Shake & Stabilize"));
 }
 
-TEST_F(LabelTest, DrawsItsCaptionInASizeInPointsAndBold) {
+TEST_F(LabelTest, DrawsItsCaptionBoldAndInASizeInPointsIfTheseAreSet) {
   EXPECT_EQ(label.font().family(), "Arial");
   EXPECT_EQ(label.font().pixelSize(), 11);
   label.setCaption(">");
@@ -172,16 +172,16 @@ TEST(LabelBorder, IsALineOfOnePixelAroundTheCaption) {
   EXPECT_EQ(CountOf(Picture(form), kBorderGrey), 50 * 17 - 48 * 15);
   const QImage inside = Picture(form).copy(11, 11, 48, 15);
   EXPECT_EQ(CountOf(inside, kBorderGrey), 0);
-  EXPECT_LT(CountOf(inside, kBack), 48 * 15) << "the caption";
+  EXPECT_LT(CountOf(inside, kBack), 48 * 15) << "no caption is drawn";
 }
 
-TEST(LabelAutoSize, IsTheSizeOfEachNewCaptionBeforeItsChange) {
+TEST(LabelAutoSize, FitsTheLabelToEachNewCaptionBeforeChangeIsRaised) {
   for (const FormDesign& design : {kPixelForm, TwipForm()}) {
     TestForm form(
         design,
         {Design(kLabel, "Label1", {10, 10, 66, 14}).Caption("Video Details:").SizesItself()});
     auto& label = form.Find<Label>("Label1");
-    EXPECT_EQ(label.size(), QSize(66, 14)) << "the size in the design";
+    EXPECT_EQ(label.size(), QSize(66, 14)) << "not the size in the design";
     int widthAtChange = 0;
     label.Change = [&](int) { widthAtChange = label.width(); };
     for (const char* caption : {"Video Details: a.mp4", "", "A && B"}) {

@@ -116,7 +116,7 @@ TEST_F(ListBoxTest, ScrollsHorizontallyOverItsExtentWhateverItHolds) {
   expectRange("a wider list");
   list.setWidth(1000);
   PumpOnce();
-  EXPECT_EQ(horizontalBar.maximum(), 0) << "a list that is wider than its extent";
+  EXPECT_EQ(horizontalBar.maximum(), 0) << "a list that is wider than its extent scrolls";
 }
 
 TEST_F(ListBoxTest, ShowsTheTextFromWhereItIsScrolledTo) {
@@ -125,7 +125,7 @@ TEST_F(ListBoxTest, ShowsTheTextFromWhereItIsScrolledTo) {
   const QImage start = Picture(*inside.viewport());
   horizontalBar.setValue(horizontalBar.maximum());
   const QImage end = Picture(*inside.viewport());
-  EXPECT_NE(CountOf(end, 0x404040), end.width() * end.height()) << "the text goes on";
+  EXPECT_NE(CountOf(end, 0x404040), end.width() * end.height()) << "the text doesn't go on";
   EXPECT_NE(start, end);
 }
 
@@ -252,7 +252,7 @@ TEST_F(ListViewTest, HasAHeaderOfButtonsThatCanBeClickedUntilItIsFlat) {
   const QImage raised = HeaderPicture();
   pointer.MoveTo(*header.viewport(), QPoint(10, 10));
   pointer.Click();
-  EXPECT_EQ(clicks, 2) << "one press and one click";
+  EXPECT_EQ(clicks, 2) << "not one press and one click";
   pointer.MoveTo(form, QPoint(1, 1));
   list.setHeaderButtons(false);
   EXPECT_FALSE(list.HeaderButtons());
@@ -260,7 +260,7 @@ TEST_F(ListViewTest, HasAHeaderOfButtonsThatCanBeClickedUntilItIsFlat) {
   EXPECT_NE(flat, raised);
   EXPECT_EQ(ColorAt(flat, 60, 3), 0x404040U);
   EXPECT_EQ(ColorAt(flat, 60, flat.height() - 3), 0x404040U);
-  EXPECT_EQ(ColorAt(flat, 60, flat.height() - 1), 0x808080U) << "the line below";
+  EXPECT_EQ(ColorAt(flat, 60, flat.height() - 1), 0x808080U) << "no line below";
   pointer.MoveTo(*header.viewport(), QPoint(10, 10));
   EXPECT_EQ(HeaderPicture(), flat);
   pointer.Press();
@@ -268,7 +268,7 @@ TEST_F(ListViewTest, HasAHeaderOfButtonsThatCanBeClickedUntilItIsFlat) {
   pointer.Release();
   EXPECT_EQ(HeaderPicture(), flat);
   EXPECT_EQ(clicks, 2);
-  EXPECT_EQ(list.ListItems(1).Text(), u"1"_s) << "nothing was sorted";
+  EXPECT_EQ(list.ListItems(1).Text(), u"1"_s) << "the rows were sorted";
 }
 
 TEST_F(ListViewTest, ShowsItsHeadingsToTheLastLetterInTheFlatHeader) {

@@ -1,4 +1,4 @@
-// What the desktop hears of a long job.
+// What the desktop is told of a long job.
 #include "platform/LongJob.h"
 
 #include <gtest/gtest.h>
@@ -129,13 +129,13 @@ TEST_F(LongJobTest, ShowsItsProgressInTheProgramsEntryOfALauncher) {
       const QString shown = QStringLiteral("application://kelvane-joiner.desktop ") + percent;
       EXPECT_TRUE(WaitFor([&] { return services.Progress() == shown; })) << shown.toStdString();
     }
-    job.SetProgress(0.509);  // not a whole percent more
+    job.SetProgress(0.509);  // the same whole percent
   }
   EXPECT_TRUE(WaitFor([&] { return services.Progress().isEmpty(); }));
   EXPECT_EQ(services.ProgressSoFar().size(), 5);
 }
 
-// A bus that takes a connection and never says a word.
+// A bus that takes a connection and never sends anything.
 class SilentBus {
  public:
   explicit SilentBus(const QString& path) : socket_(::socket(AF_UNIX, SOCK_STREAM, 0)) {
@@ -151,7 +151,7 @@ class SilentBus {
     ::close(connection_);
     ::close(socket_);
   }
-  // Waits for the connection.
+  // Waits for a connection.
   void Accept() { connection_ = ::accept(socket_, nullptr, nullptr); }
 
  private:
@@ -169,7 +169,7 @@ TEST(LongJobOnSilentBuses, EndsWithoutWaitingAndPrintsNothing) {
   const std::future<void> ended = std::async(std::launch::async, [&] {
     LongJob job(kPurpose);
     session.Accept();
-    system.Accept();  // the job turns to logind when the portal hasn't answered for a while
+    system.Accept();  // the job asks logind when the portal hasn't answered for a while
     job.SetProgress(0.5);
   });
   EXPECT_EQ(ended.wait_for(kPatience), std::future_status::ready);

@@ -32,7 +32,7 @@ class Mouse : public ::testing::Test {
   Events events;
 };
 
-TEST_F(Mouse, MovesOverTheControlUnderThePointerWithoutAButton) {
+TEST_F(Mouse, RaisesMovesOfTheControlUnderThePointerEvenWithoutAButton) {
   pointer.MoveTo(bar, {3, 4});
   pointer.MoveTo(bar, {5, 6});
   pointer.MoveTo(box, {1, 2});
@@ -104,7 +104,7 @@ TEST_F(Mouse, TellsTheSumOfTheKeysHeld) {
   }
 }
 
-TEST_F(Mouse, TellsTheControlOfADragBeyondItsEdgesWhileItMovesWithThePointer) {
+TEST_F(Mouse, TellsADraggedControlOfMovesBeyondItsEdgesWhileItFollowsThePointer) {
   bar.MouseMove = [this](const MouseEvent& event) {
     events.push_back(Describe("Move", event));
     if (event.Button == kLeftButton) bar.setLeft(bar.Left() + event.X - 3);
@@ -132,7 +132,7 @@ TEST_F(Mouse, TellsThePlaceInAControlThatHasMovedSinceTheEventWasSent) {
   EXPECT_EQ(events, Events{"Move 2 button 1 at 5,7"});
 }
 
-TEST_F(Mouse, TellsTheNotchesOfTheWheelOrTheirPartsTowardsTheTopOrTheLeft) {
+TEST_F(Mouse, TellsTheNotchesOfTheWheelAndFractionsOfThemUpwardsAndToTheLeftAsPositive) {
   bar.MouseWheel = [this](const WheelEvent& event) {
     events.push_back(std::to_string(event.Index) + ": " + std::to_string(event.Notches) +
                      " shift " + std::to_string(event.Shift));
@@ -223,7 +223,7 @@ TEST(MouseEvents, DoNotReachTheContainerOfAControl) {
     pointer.TurnWheel();
     EXPECT_EQ(ofTheBox.count, 0);
     pointer.MoveTo(box, {200, 150});
-    EXPECT_EQ(ofTheBox.count, 1) << "an event of the box's own";
+    EXPECT_EQ(ofTheBox.count, 1) << "not just the one event of the box's own";
   }
 }
 

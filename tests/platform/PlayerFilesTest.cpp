@@ -10,7 +10,7 @@ const QString kLossless = " -c:v ffv1 -pix_fmt bgr0";
 
 class PlayerFiles : public PlayerTest {
  protected:
-  // Returns ffmpeg's arguments for a blue video.
+  // Returns the arguments that give ffmpeg blue pictures as its input.
   static QString Blue(const QString& size, int seconds = 3, int rate = 25) {
     return u"-f lavfi -i color=blue:size=%1:rate=%2:duration=%3"_s.arg(size).arg(rate).arg(seconds);
   }
@@ -51,7 +51,7 @@ TEST_F(PlayerFiles, ShowsManyFormatsAsTheyAreStored) {
         {"a variable frame rate", "variable.mkv",
          Blue("320x180") + " -vf select='not(mod(n,7))+gt(n,50)' -fps_mode vfr", all},
         {"ten bits a colour", "deep.mkv", Blue("320x180") + " -c:v ffv1 -pix_fmt yuv420p10le", all},
-        {"4000 pixels at 60 frames", "large.mp4",
+        {"3840 pixels wide at 60 frames", "large.mp4",
          Blue("3840x2160", 1, 60) + " -vf scale=out_color_matrix=bt709 -colorspace bt709"
                                     " -pix_fmt yuv420p -preset ultrafast",
          all},
@@ -117,8 +117,8 @@ TEST_F(PlayerFiles, IsBlackAroundPicturesThatBecomeSmaller) {
   }));
 }
 
-// The concatenation of two broadcasts is such a file. Some releases of the library tell a negative
-// position for it.
+// Times jump back in a concatenation of two broadcasts. Some releases of the library then tell a
+// negative position.
 TEST_F(PlayerFiles, HasNoPositionBeforeTheBeginningWhereTimesJumpBack) {
   const QByteArray late = ContentOf(Make("late.ts", Blue("320x180", 1) + " -output_ts_offset 60"));
   const QByteArray early = ContentOf(Make("early.ts", Blue("320x180", 2)));

@@ -11,14 +11,14 @@ class PlayerFitted : public PlayerTest {
  protected:
   PlayerFitted() { player.setFitsBox(); }
 
-  // Makes a blue video that has passed through the filters.
+  // Makes a blue video that has passed through the filters, and returns its path.
   QString Blue(const QString& size, const QString& filters = "null") const {
     return Make(
         "blue.mkv",
         u"-f lavfi -i color=blue:size=%1:rate=25:duration=20 -vf %2 -c:v ffv1 -pix_fmt bgr0"_s.arg(
             size, filters));
   }
-  // Returns where the picture is blue. Everything else must be black.
+  // Returns the rectangle that is blue; empty unless everything else is black.
   QRect BlueArea() const {
     const QImage picture = Picture(player);
     const QRect area = Ink(picture, kNothingPlayed);
@@ -30,7 +30,7 @@ class PlayerFitted : public PlayerTest {
   }
 };
 
-TEST_F(PlayerFitted, IsScaledToTheBoxInTheMiddleOfBlackBarsWithItsPixelsShape) {
+TEST_F(PlayerFitted, IsScaledToItsBoxBetweenBlackBarsAndKeepsTheShapeOfItsPixels) {
   struct Case {
     const char* size;
     const char* filters;
@@ -50,7 +50,8 @@ TEST_F(PlayerFitted, IsScaledToTheBoxInTheMiddleOfBlackBarsWithItsPixelsShape) {
   }
 }
 
-// The four quarters of the picture have four colours. The tool turns its pictures as well.
+// The quarters of the picture have four colours. ffmpeg turns what it decodes as the file says, so
+// it makes the expected picture.
 TEST_F(PlayerFitted, IsTurnedAsTheFileSays) {
   const QString quarters =
       "-f lavfi -i color=red:size=80x40:duration=1 -f lavfi -i color=blue:size=80x40:duration=1"
@@ -85,7 +86,7 @@ TEST_F(PlayerFitted, IsTurnedAsTheFileSays) {
   }
 }
 
-TEST_F(PlayerFitted, HasItsPixelsShapeAlsoWhereItIsTurned) {
+TEST_F(PlayerFitted, KeepsTheShapeOfItsPixelsWhenItIsTurned) {
   const QString turned = InFolder("turned.mp4");
   ASSERT_TRUE(MakeTurned(
       Make("wide.mp4", "-f lavfi -i color=white:size=90x90:duration=1 -vf setsar=2"), turned, 90));
@@ -106,7 +107,7 @@ TEST_F(PlayerFitted, FollowsTheSizeOfItsBoxWhilePaused) {
   EXPECT_FALSE(player.controls.playing());
 }
 
-// Seconds of red, blue and white, with a key frame at the beginning only.
+// A file with a second each of red, blue and white, and a key frame at the beginning only.
 class PlayerSeek : public PlayerFitted {
  protected:
   PlayerSeek() {
@@ -122,7 +123,7 @@ class PlayerSeek : public PlayerFitted {
   static constexpr QRgb kPlayedWhite = 0xFFFFFF;
 };
 
-TEST_F(PlayerSeek, IsNotNeededForAFileThatIsOpenedPausedAtItsFirstPicture) {
+TEST_F(PlayerSeek, IsNotNeededToShowTheFirstPictureOfAFileThatIsOpenedPaused) {
   OpenPaused();
   EXPECT_TRUE(watch.StandsStill());
   EXPECT_EQ(player.controls.currentPosition(), 0);
@@ -133,14 +134,14 @@ TEST_F(PlayerSeek, IsNotNeededForAFileThatIsOpenedPausedAtItsFirstPicture) {
   EXPECT_TRUE(watch.AwaitColour(kPlayedBlue));
   OpenPaused();
   EXPECT_TRUE(watch.StandsStill());
-  EXPECT_EQ(player.controls.currentPosition(), 0) << "it was playing before";
+  EXPECT_EQ(player.controls.currentPosition(), 0) << "not back at the beginning";
   player.OpenPaused({});
   EXPECT_TRUE(watch.AwaitColour(kNothingPlayed));
   EXPECT_EQ(player.controls.currentPosition(), 0);
 }
 
 // A picture lasts 0.04 seconds.
-TEST_F(PlayerSeek, ShowsTheFirstPictureFromThatTimeOnAndStaysPaused) {
+TEST_F(PlayerSeek, ShowsTheFirstPictureAtOrAfterItsTimeAndStaysPaused) {
   OpenPaused();
   for (const auto& [seconds, colour, position] : {std::tuple{2.5, kPlayedWhite, 2.52},
                                                   {1.96, kPlayedBlue, 1.96},
@@ -161,7 +162,7 @@ TEST_F(PlayerSeek, ShowsTheFirstPictureFromThatTimeOnAndStaysPaused) {
   EXPECT_TRUE(watch.StandsStill());
 }
 
-TEST_F(PlayerSeek, GoesOnPlayingFromThere) {
+TEST_F(PlayerSeek, LetsAPlayingFilePlayOnFromItsTime) {
   player.setURL(MakePlain("red.mp4", "red", 20));
   ASSERT_TRUE(watch.AwaitPosition(0.3));
   for (const double seconds : {12.0, 4.0}) {
@@ -183,7 +184,7 @@ TEST_F(PlayerSeek, GoesToTheLastPictureForATimeAfterTheEnd) {
   }
 }
 
-TEST_F(PlayerSeek, OpensAStoppedOrEndedFilePausedAtThatTime) {
+TEST_F(PlayerSeek, OpensAStoppedOrEndedFilePausedAtItsTime) {
   player.setURL(file);
   ASSERT_TRUE(watch.AwaitColour(kPlayedRed));
   player.controls.stop();
@@ -200,7 +201,7 @@ TEST_F(PlayerSeek, OpensAStoppedOrEndedFilePausedAtThatTime) {
   EXPECT_FALSE(player.controls.playing());
 }
 
-TEST_F(PlayerSeek, IsNotKeptForThePlayThatFollowsTheEnd) {
+TEST_F(PlayerSeek, IsNotRepeatedWhenTheFileIsPlayedAgainAfterItsEnd) {
   player.setURL(file);
   ASSERT_TRUE(watch.AwaitColour(kPlayedRed));
   GoTo(2.8);
@@ -223,7 +224,7 @@ TEST_F(PlayerSeek, WaitsUntilTheFileIsOpenAndIsNotKeptForTheNextOne) {
   EXPECT_TRUE(watch.Moves());
   EXPECT_LT(watch.Core().Position(), 2);
   GoTo(12);
-  EXPECT_TRUE(watch.AwaitPosition(12)) << "another one is done";
+  EXPECT_TRUE(watch.AwaitPosition(12)) << "a later seek wasn't done";
 }
 
 TEST_F(PlayerSeek, HasNoEffectWithoutAFiniteTimeOrAFileThatCanBePlayed) {

@@ -1,5 +1,5 @@
-// The player when functions of its library fail or withhold something, and what the library is told
-// to leave out.
+// What the player does when functions of its library fail or don't report something, and what it
+// tells the library not to do.
 #include <QDir>
 #include <QLibrary>
 #include <algorithm>
@@ -15,7 +15,7 @@
 namespace kelvane::testing {
 namespace {
 
-// Replaces a function of the library by another one during its lifetime.
+// Replaces a function of the library by another one as long as this object lives.
 template <auto Member>
 class Replaced {
  public:
@@ -29,7 +29,7 @@ class Replaced {
   Replaced& operator=(const Replaced&) = delete;
   ~Replaced() { Place() = own; }
 
-  // The library's function.
+  // The library's own function, which the other one may call.
   static inline Function own = nullptr;
 
  private:
@@ -38,11 +38,11 @@ class Replaced {
 
 class PlayerLibraryTest : public PlayerTest {
  protected:
-  // A test deletes the form itself, before the end of its replacements: the player's thread calls
-  // them until it ends.
+  // A test deletes the form, and with it the player, before any replacement ends that the player's
+  // thread calls.
   ~PlayerLibraryTest() override { EXPECT_EQ(form, nullptr); }
 
-  // The library must refuse to make a player.
+  // Expects that a file and commands have no effect. The library must refuse to make its player.
   void ExpectABlackPicture() {
     player.setURL(MakePlain("red.mp4", "red", 5));
     EXPECT_TRUE(watch.Made());
@@ -95,7 +95,7 @@ TEST_F(PlayerLibraryTest, LeavesTheOldFilePlayingIfItRefusesToStartAnother) {
   form.reset();
 }
 
-// Counts seeks under way: sent, and not yet done.
+// `underWay` counts the seeks that were sent and aren't done yet; `most` is its maximum.
 TEST_F(PlayerLibraryTest, IsGivenOneSeekAtATimeAndTheLastOfThoseThatCameMeanwhile) {
   using Commanding = Replaced<&PlayerLibrary::command_async>;
   using Waiting = Replaced<&PlayerLibrary::wait_event>;
@@ -151,7 +151,7 @@ TEST_F(PlayerLibraryTest, SeeksOnAfterASeekThatItRefusesAtOnceOrLater) {
   form.reset();
 }
 
-// A stop just after a load makes the library refuse the request for the duration.
+// The library refuses the player's own request for the duration if a stop comes just after a load.
 TEST_F(PlayerLibraryTest, LeavesTheDurationAsItWasIfItRefusesToTellIt) {
   using Making = Replaced<&PlayerLibrary::create>;
   using Waiting = Replaced<&PlayerLibrary::wait_event>;
@@ -210,7 +210,7 @@ TEST_F(PlayerLibraryTest, RunsNoScriptTakesNoKeyAndReadsNoClipboard) {
   form.reset();
 }
 
-// The library may miss that a duration changes and changes back, as when a file is started again.
+// The library may not report a duration that changes and changes back, as when a file is restarted.
 TEST_F(PlayerLibraryTest, IsAskedForTheDurationOfEachFile) {
   using Waiting = Replaced<&PlayerLibrary::wait_event>;
   const Waiting hides([](mpv_handle* handle, double seconds) {

@@ -10,7 +10,7 @@ namespace kelvane::testing {
 namespace {
 
 constexpr QRgb kPlayedWhite = 0xFFFFFF;
-constexpr double kPicture = 0.04;  // seconds
+constexpr double kSecondsPerPicture = 0.04;
 
 class PlayerMenu : public PlayerTest {
  protected:
@@ -37,7 +37,7 @@ class PlayerMenu : public PlayerTest {
     Entry(*menu, caption).trigger();
     Close(menu);
   }
-  // The entries, one to a line; a dimmed one in brackets, a rule as a hyphen.
+  // Returns the entries, one to a line: a dimmed one in brackets, a separator as a hyphen.
   std::string Entries() const {
     QMenu* menu = Open();
     std::string lines;
@@ -48,6 +48,7 @@ class PlayerMenu : public PlayerTest {
     Close(menu);
     return lines;
   }
+  // Waits until the position is `seconds` or a seek to there is under way.
   bool AwaitPicture(double seconds) const {
     constexpr double kNear = 0.001;
     return WaitFor([&] { return std::abs(watch.Core().Position() - seconds) < kNear; });
@@ -57,8 +58,8 @@ class PlayerMenu : public PlayerTest {
     player.setURL(MakePlain("red.mp4", "red", seconds));
     ASSERT_TRUE(watch.AwaitColour(kPlayedRed));
   }
-  // Opens at that time a second each of red, blue and white, with a key frame at the beginning
-  // only.
+  // Opens a video with a second each of red, blue and white, paused at `seconds`. It has a key
+  // frame at the beginning only.
   void OpenColours(double seconds) const {
     const QString path = InFolder("colours.mp4");
     ASSERT_TRUE(MakeColours(path, QSize(320, 180), {0xffff0000, 0xff0000ff, 0xffffffff}));
@@ -96,7 +97,7 @@ TEST_F(PlayerMenu, DimsWhatHasNoEffect) {
   EXPECT_EQ(Entries(), onlyPlay);
 }
 
-TEST_F(PlayerMenu, HasNoEffectOnAFileThatHasEndedSinceItOpened) {
+TEST_F(PlayerMenu, HasNoEffectOnAFileThatHasEndedSinceTheMenuOpened) {
   PlayRed(20);
   for (const char* caption : {"Pause", "Stop", "Back 10 Seconds", "Forward 10 Seconds",
                               "Previous Frame", "Next Frame", "Back to the Beginning"}) {
@@ -157,10 +158,10 @@ TEST_F(PlayerMenu, SkipsAtMostToTheBeginningAndToTheLastPicture) {
   EXPECT_TRUE(AwaitPicture(0));
   Choose("Forward 10 Seconds");
   Choose("Back 10 Seconds");
-  EXPECT_TRUE(AwaitPicture(0)) << "it isn't kept that the skip was longer than the file";
+  EXPECT_TRUE(AwaitPicture(0)) << "the part of a skip beyond the end counts";
 }
 
-TEST_F(PlayerMenu, SkipsAPlayingFileOnAndEndsItAfterItsLastPicture) {
+TEST_F(PlayerMenu, SkipsInAPlayingFileWhichPlaysOnAndEndsAfterItsLastPicture) {
   PlayRed(25);
   Choose("Forward 10 Seconds");
   EXPECT_TRUE(watch.AwaitPosition(10));
@@ -192,13 +193,13 @@ TEST_F(PlayerMenu, StepsToTheNextAndToThePreviousPicture) {
 TEST_F(PlayerMenu, AddsStepsThatComeAtOnce) {
   OpenColours(1.48);
   for (int i = 0; i < 5; ++i) player.controls.step(1);
-  EXPECT_TRUE(AwaitPicture(1.48 + 5 * kPicture));
+  EXPECT_TRUE(AwaitPicture(1.48 + 5 * kSecondsPerPicture));
   for (int i = 0; i < 5; ++i) player.controls.step(-1);
   EXPECT_TRUE(AwaitPicture(1.48));
   player.controls.setCurrentPosition(0.48);
   Choose("Next Frame");
   Choose("Next Frame");
-  EXPECT_TRUE(AwaitPicture(0.56)) << "from the picture that is sought";
+  EXPECT_TRUE(AwaitPicture(0.56)) << "not from the picture that is sought";
   EXPECT_TRUE(watch.StandsStill());
 }
 
@@ -225,7 +226,7 @@ TEST_F(PlayerMenu, PlaysOnAfterStepsThatArentDone) {
   }
 }
 
-TEST_F(PlayerMenu, StepsFromWhereItPlayedOnAfterAStep) {
+TEST_F(PlayerMenu, StepsFromWherePlayingHasComeSinceAnEarlierStep) {
   OpenColours(0);
   for (const char* step : {"Next Frame", "Previous Frame"}) {
     player.controls.setCurrentPosition(1);
@@ -258,7 +259,7 @@ TEST_F(PlayerMenu, KeepsTheFirstAndTheLastPictureAtAStepBeyondThem) {
   EXPECT_TRUE(AwaitPicture(2.92));
 }
 
-TEST_F(PlayerMenu, PlaysTheLastPictureToTheEndOfTheFile) {
+TEST_F(PlayerMenu, PlaysOnFromTheLastPictureToTheEndOfTheFile) {
   OpenColours(2.92);
   for (int i = 0; i < 3; ++i) Choose("Next Frame");
   ASSERT_TRUE(watch.StandsStill());
@@ -267,7 +268,7 @@ TEST_F(PlayerMenu, PlaysTheLastPictureToTheEndOfTheFile) {
   EXPECT_TRUE(watch.AwaitColour(kNothingPlayed));
 }
 
-TEST_F(PlayerMenu, KeepsTheLastPictureSilentWhereTheSoundIsLonger) {
+TEST_F(PlayerMenu, KeepsTheLastPictureAtASkipOrAStepIfTheSoundIsLonger) {
   player.OpenPaused(Make("tail.mp4",
                          "-f lavfi -i color=red:size=320x180:rate=25:duration=1 -f lavfi -i "
                          "sine=duration=4 -pix_fmt yuv420p"));
@@ -294,7 +295,7 @@ TEST_F(PlayerMenu, GoesBackToTheBeginningPlayingOrPaused) {
   EXPECT_TRUE(watch.StandsStill());
 }
 
-TEST_F(PlayerMenu, StepsAPictureThatFitsItsBox) {
+TEST_F(PlayerMenu, StepsAndSkipsInAPictureThatFitsItsBox) {
   player.setFitsBox();
   OpenColours(1.0);
   Choose("Previous Frame");
@@ -305,7 +306,7 @@ TEST_F(PlayerMenu, StepsAPictureThatFitsItsBox) {
   EXPECT_TRUE(watch.AwaitColour(kPlayedWhite));
 }
 
-// A step has no effect without pictures, and little with one that never changes.
+// A step has no effect on a paused file that has no picture, or only a cover.
 TEST_F(PlayerMenu, SkipsSoundAfterAStep) {
   const QString sound = "-f lavfi -i sine=duration=30";
   for (const QString& file :
@@ -316,7 +317,7 @@ TEST_F(PlayerMenu, SkipsSoundAfterAStep) {
       player.OpenPaused(file);
       Choose(step);
       Choose("Forward 10 Seconds");
-      EXPECT_TRUE(watch.AwaitPosition(9.9)) << file.toStdString() << step;
+      EXPECT_TRUE(watch.AwaitPosition(9.9)) << file.toStdString() << ", " << step;
       EXPECT_TRUE(watch.StandsStill());
       EXPECT_LT(watch.Core().Position(), 10.1);
     }

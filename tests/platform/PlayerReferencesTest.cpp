@@ -1,4 +1,4 @@
-// The player opens the file that it is given, and no file or server that this one names.
+// The player opens the file that it is given, and no file or server that is named in this file.
 #include <dlfcn.h>
 #include <sys/inotify.h>
 #include <sys/socket.h>
@@ -22,7 +22,8 @@ std::atomic<int> networkBinds = 0;
 
 }  // namespace
 
-// Comes before the bind() of the system. A session description makes a player listen for packets.
+// Replaces the system's bind() and counts the calls for the network: a session description makes a
+// player listen for packets.
 extern "C" int bind(int descriptor, const sockaddr* address, socklen_t length) noexcept {
   using Bind = int (*)(int, const sockaddr*, socklen_t);
   static const auto own = reinterpret_cast<Bind>(::dlsym(RTLD_NEXT, "bind"));
@@ -33,7 +34,7 @@ extern "C" int bind(int descriptor, const sockaddr* address, socklen_t length) n
 namespace kelvane::testing {
 namespace {
 
-// Records which files of a folder are opened during its lifetime.
+// Records which files of a folder are opened as long as this object lives.
 class OpenedFiles {
  public:
   explicit OpenedFiles(const QString& folder) {
@@ -43,7 +44,7 @@ class OpenedFiles {
   OpenedFiles& operator=(const OpenedFiles&) = delete;
   ~OpenedFiles() { ::close(notifier_); }
 
-  // Returns each name once, sorted. An empty name stands for the folder itself.
+  // Returns the name of each file once, sorted. An empty name stands for the folder itself.
   QStringList Names() const {
     QStringList names;
     alignas(inotify_event) std::array<char, 4096> buffer{};
@@ -175,7 +176,7 @@ TEST_F(PlayerReferences, DoesNotUnpackAnArchive) {
   ExpectABlackPictureAndNoOtherFile("movie.zip");
 }
 
-// A player knows a Blu-ray disc by either of these files.
+// A player recognises a Blu-ray disc by either of these files.
 TEST_F(PlayerReferences, DoesNotFollowTheIndexOfABluRay) {
   ASSERT_TRUE(QDir(files.path()).mkpath("BDMV/PLAYLIST"));
   Write("BDMV/index.bdmv", QByteArray("INDX0200").leftJustified(200, '\0'));
@@ -228,8 +229,8 @@ TEST_F(PlayerReferences, DoesNotPlayTheFilesOfAFolder) {
   EXPECT_FALSE(opened.Names().contains("other.mkv"));
 }
 
-// A Matroska file names the file of a chapter by its unique number; players look for it in the
-// folder. Here the title of the chapter is overwritten with the number of other.mkv.
+// A chapter of a Matroska file may name another file by that file's unique number; players look for
+// such a file in the folder. Here the chapter's title is overwritten with the number of other.mkv.
 TEST_F(PlayerReferences, DoesNotFollowAChapterToItsFile) {
   const QByteArray other = ContentOf(InFolder("other.mkv"));
   const qsizetype number = other.indexOf(QByteArray::fromHex("73a490"));
@@ -250,7 +251,7 @@ TEST_F(PlayerReferences, DoesNotFollowAChapterToItsFile) {
   ExpectARedPictureAndNoOtherFile("movie.mkv");
 }
 
-TEST_F(PlayerReferences, DoesNotOpenSoundTextOrCoverFilesBesideIt) {
+TEST_F(PlayerReferences, DoesNotOpenSoundTextOrCoverFilesBesideAVideo) {
   MakePlain("movie.mp4", "red", 0.5);
   Make("movie.mka", "-f lavfi -i sine=duration=1");
   for (const char* picture : {"movie.jpg", "cover.jpg"}) {

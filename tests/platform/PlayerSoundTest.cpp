@@ -1,4 +1,4 @@
-// The sound that the player hands to the sound system. Here that writes it into a file.
+// The sound that the player hands to the sound system, which in these tests writes it into a file.
 #include <QFile>
 #include <cmath>
 #include <cstring>
@@ -46,7 +46,7 @@ class PlayerSound : public PlayerTest {
     EXPECT_TRUE(watch.AwaitEnd());
     const QByteArray bytes = ContentOf(heard_);
     std::vector<float> samples(static_cast<std::size_t>(bytes.size()) / sizeof(float));
-    EXPECT_GT(samples.size(), 44'100U) << "at least half a second of two channels";
+    EXPECT_GT(samples.size(), 44'100U) << "less than half a second of two channels was heard";
     std::memcpy(samples.data(), bytes.constData(), samples.size() * sizeof(float));
     Loudness sum;
     for (std::size_t place = 0; place + 1 < samples.size(); place += 2) {
@@ -102,7 +102,7 @@ TEST_F(PlayerSound, FollowsTheBalanceWithOneOrSixChannelsAsWell) {
   }
 }
 
-TEST_F(PlayerSound, IsLouderWithTheVolumeAndSilentAtZero) {
+TEST_F(PlayerSound, GetsLouderWithTheVolumeAndIsSilentAtZero) {
   const QString file = MakeStereo();
   player.settings.setVolume(0);
   double former = Hear(file).left;

@@ -18,7 +18,7 @@ class Player : public PlayerTest {
     QContextMenuEvent event(QContextMenuEvent::Mouse, QPoint(10, 10), QPoint(10, 10));
     QApplication::sendEvent(&player, &event);
   }
-  // Plays a red video of that length and waits until it is visible.
+  // Plays a red video of that length, waits until it is visible, and returns its path.
   QString PlayRed(double seconds) const {
     QString path = MakePlain("red.mp4", "red", seconds);
     player.setURL(path);
@@ -92,12 +92,12 @@ TEST_F(Player, IsBlackAndMakesNoPlaybackCoreBeforeItHasAFile) {
 TEST_F(Player, TellsThePositionInMinutesAndSecondsAndTheDurationInSeconds) {
   player.setURL(MakePlain("red.mp4", "red", 5));
   EXPECT_EQ(player.controls.currentPositionString(), u"00:00"_s);
-  EXPECT_NE(player.currentMediaDuration(), std::nullopt) << "0 until it is known";
+  EXPECT_NE(player.currentMediaDuration(), std::nullopt) << "missing until it is known";
   EXPECT_TRUE(WaitFor([&] { return player.controls.currentPositionString() == u"00:01"_s; }));
   EXPECT_TRUE(AwaitDuration(5));
   player.controls.stop();
   ASSERT_TRUE(watch.AwaitColour(kNothingPlayed));
-  EXPECT_TRUE(AwaitDuration(5)) << "the file stays loaded";
+  EXPECT_TRUE(AwaitDuration(5)) << "a stop has changed the duration";
 }
 
 TEST_F(Player, PlaysAFileOnceAndIsBlackUntilItIsPlayedAgain) {
@@ -151,7 +151,7 @@ TEST_F(Player, PlaysFromTheBeginningWhenStoppedAndStartedAtOnce) {
   ASSERT_TRUE(watch.AwaitColour(kPlayedRed));
   EXPECT_TRUE(watch.Moves());
   player.controls.pause();
-  EXPECT_TRUE(watch.StandsStill()) << "it can be paused";
+  EXPECT_TRUE(watch.StandsStill()) << "it can't be paused";
 }
 
 TEST_F(Player, StartsTheSameFileAgainFromItsBeginningEvenWhilePaused) {

@@ -19,8 +19,8 @@ constexpr int kLongAfter = 5000;
 
 }  // namespace
 
-// Qt ignores a move to the place where it last saw the pointer, even over an earlier window. So the
-// pointer begins outside the window.
+// Qt ignores a move to the place where it last saw the pointer, even if that was over an earlier
+// window. So the pointer begins outside the window.
 Pointer::Pointer(QWidget& window) : window_(window), place_(-9, -9) {
   Send(QEvent::MouseMove, Qt::NoButton);
 }

@@ -25,7 +25,7 @@ class Pointer {
   void Release(Qt::MouseButton button = Qt::LeftButton);
   void Click(Qt::MouseButton button = Qt::LeftButton);
   void DoubleClick(Qt::MouseButton button = Qt::LeftButton);
-  // One notch is 120 vertically.
+  // `angle` is that of a QWheelEvent: 120 for a notch, positive upwards and to the left.
   void TurnWheel(QPoint angle = {0, 120});
   // Rests until Qt asks for a tool tip.
   void Rest();

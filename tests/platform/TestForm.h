@@ -56,7 +56,7 @@ constexpr float kNotANumber = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInfinite = std::numeric_limits<float>::infinity();
 constexpr float kGreatest = std::numeric_limits<float>::max();
 
-// A form of 300 by 200 pixels with the scale unit pixels.
+// A form of 300 by 200 pixels whose scale unit is the pixel.
 constexpr FormDesign kPixelForm{.name = "Form",
                                 .caption = "A form",
                                 .clientWidth = 4500,
@@ -90,22 +90,22 @@ class TestForm : public Form {
   void Form_Unload() override { OnUnload(); }
 };
 
-// kPixelForm: the first in twips, the second with a fixed dialog's border.
+// Return kPixelForm, the first in twips, the second with the border of a fixed dialog.
 FormDesign TwipForm();
 FormDesign FixedForm();
 
 // The events that were raised, in order.
 using Events = std::vector<std::string>;
 
-// Returns "Down 3 button 1 shift 2 at 4,5". The index is left out for a control in no array, and so
-// are a button and a shift of 0.
+// Returns "Down 3 button 1 shift 2 at 4,5" for the event "Down" of the control with the index 3.
+// The index is left out for a control in no array, and so are a button and a shift of 0.
 std::string Describe(const char* what, const MouseEvent& event);
 
 // Appends the mouse events that the control raises from now on to `events`.
 void Record(Control& control, Events& events);
 
-// Returns the rectangle of the pixels that have the colour; empty if none has. The test fails
-// unless they fill it.
+// Returns the rectangle around the pixels that have the colour; empty if none has. The test fails
+// unless they fill the rectangle.
 QRect InkOf(const QImage& picture, QRgb color);
 
 }  // namespace kelvane::testing

@@ -34,7 +34,7 @@ constexpr ControlDesign kLabel[]{
 
 void Print(const QString& text) { std::puts(qPrintable(text)); }
 
-// C's locale for numbers, and Qt's decimal point.
+// Prints the C library's locale for numbers, and Qt's decimal point.
 int Locale(App& /*app*/) {
   Print(QLatin1String(std::setlocale(LC_NUMERIC, nullptr)) + " and " + QLocale().decimalPoint());
   return 0;
@@ -57,7 +57,7 @@ int Names(App& /*app*/) {
   return 0;
 }
 
-// The text of a button of Qt's, and the direction of the windows.
+// Prints the text of a button of Qt's, and the direction of the windows.
 int Texts(App& /*app*/) {
   const QMessageBox box(QMessageBox::NoIcon, {}, {}, QMessageBox::Cancel);
   const QString cancel = box.button(QMessageBox::Cancel)->text().remove(u'&');
@@ -65,8 +65,8 @@ int Texts(App& /*app*/) {
   return 0;
 }
 
-// Tells by its exit status whether all three standard descriptors are the null device, since it may
-// be unable to print.
+// Returns 0 if all three standard descriptors are the null device, or else 1. It prints nothing,
+// since that may be impossible.
 int StandardDescriptors(App& /*app*/) {
   for (const int standard : {0, 1, 2}) {
     std::error_code error;
@@ -77,7 +77,8 @@ int StandardDescriptors(App& /*app*/) {
   return 0;
 }
 
-// Saves under a typed name in another folder; then shows a dialog for opening and cancels it.
+// Shows a dialog for saving, in which a user types a path, and then one for opening, which the user
+// cancels, and prints the path. In both the user first changes the folder and the view.
 int FileDialogs(App& /*app*/) {
   Form form(testing::kPixelForm, {});
   form.Load();

@@ -76,7 +76,7 @@ TEST_F(TextBoxTest, ShowsANewTextFromItsStartBeforeItRaisesChange) {
   EXPECT_EQ(Line(shown)->cursorPosition(), 0);
   const QImage whole = Picture(*Line(shown));
   shown.setText(path.left(100));
-  EXPECT_EQ(Picture(*Line(shown)), whole) << "the same first characters are visible";
+  EXPECT_EQ(Picture(*Line(shown)), whole) << "other characters than the first are visible";
 }
 
 TEST_F(TextBoxTest, CanBeSelectedAndCopied) {
@@ -138,7 +138,7 @@ TEST_F(TextBoxTest, RaisesEditFinishedOnceForEachEditAtEnterOrWhenItIsLeft) {
   };
   const auto leave = [&] { Line(shown)->setFocus(); };
   line->setFocus();
-  EXPECT_EQ(eventsOf([&] { press(Qt::Key_Return); }), Events{}) << "nothing has been edited";
+  EXPECT_EQ(eventsOf([&] { press(Qt::Key_Return); }), Events{}) << "raised without an edit";
   EXPECT_EQ(eventsOf(leave), Events{});
   line->setFocus();
   editable.setText("b");
@@ -155,10 +155,10 @@ TEST_F(TextBoxTest, RaisesEditFinishedOnceForEachEditAtEnterOrWhenItIsLeft) {
   EXPECT_EQ(eventsOf([&] { press(Qt::Key_Enter); }), Events{"5 finished: x"});
   press(Qt::Key_Y);
   editable.setText("from the code");
-  EXPECT_EQ(eventsOf(leave), Events{}) << "the edit has been replaced";
+  EXPECT_EQ(eventsOf(leave), Events{}) << "raised although the edit was replaced";
 }
 
-TEST_F(TextBoxTest, IsNotFinishedWhenAnotherWindowBecomesActive) {
+TEST_F(TextBoxTest, RaisesNoEditFinishedWhenAnotherWindowBecomesActive) {
   int finished = 0;
   editable.EditFinished = [&](int) { ++finished; };
   Line(editable)->setFocus();

@@ -48,7 +48,7 @@ TEST_F(TimerTest, TicksAtMostOnceInEachIntervalWhileItIsEnabled) {
   EXPECT_TRUE(timer.Enabled());
   EXPECT_EQ(ticks, 0);
   EXPECT_TRUE(AwaitTicks(4));
-  EXPECT_GE(clock.elapsed(), 4 * kInterval - 4) << "each may come a millisecond early";
+  EXPECT_GE(clock.elapsed(), 4 * kInterval - 4) << "a tick came over a millisecond early";
   timer.setEnabled(false);
   EXPECT_FALSE(timer.Enabled());
   const int before = ticks;

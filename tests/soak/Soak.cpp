@@ -21,7 +21,7 @@
 namespace kelvane::testing {
 namespace {
 
-// All threads share one heap, since a thread's own can't be told from mapped memory.
+// All threads share one heap, since a thread's own heap can't be told from other mapped memory.
 [[maybe_unused]] const int oneHeap = ::mallopt(M_ARENA_MAX, 1);
 
 using Counts = std::map<std::string, qsizetype>;
@@ -82,7 +82,7 @@ double BytesOnHeap() {
   return static_cast<double>(heap.uordblks + heap.hblkhd);
 }
 
-// Returns the size of a thread's stack without its guard, which is how it is mapped.
+// Returns the length of the writable mapping of a thread's stack: the stack without its guard.
 double StackBytes() {
   pthread_attr_t attributes;
   ::pthread_getattr_default_np(&attributes);
@@ -94,8 +94,8 @@ double StackBytes() {
   return static_cast<double>(whole - guard);
 }
 
-// Returns the size of the writable memory that is mapped beside the heap and the stacks. Threads
-// are counted by themselves.
+// Returns the size of the writable memory that is mapped beside the heap and the stacks of further
+// threads. Instead of these stacks, Count counts the threads.
 double BytesMapped() {
   const double stack = StackBytes();
   double bytes = 0;

@@ -4,12 +4,12 @@
 
 namespace kelvane::testing {
 
-// The same thing done over and over in one program life.
+// The same thing done over and over while one program runs.
 struct Soak {
   int warmUp;  // rounds that aren't measured, in which caches fill and lists grow to their size
-  int rounds;  // that follow
+  int rounds;  // the measured ones, which follow
   std::function<void(int number)> round;
-  double mostOfARound = 256;  // bytes by which the memory in use may grow in a round
+  double mostOfARound = 256;  // bytes by which the memory in use may grow per round, on average
 };
 
 // Runs all rounds and prints what was measured. Fails if, compared with the end of the warm-up, the
@@ -17,9 +17,9 @@ struct Soak {
 // than the soak allows, on the heap or mapped beside it; or if an ended tool isn't reaped. Stops at
 // the first round that fails.
 //
-// Timers and objects are those that the windows and the application own; others show in the memory
-// alone, of which a timer takes nearly 500 bytes. Under a sanitizer memory isn't measured, since
-// its allocator keeps what is freed.
+// Only timers and objects that the windows and the application own are counted; others show in the
+// memory alone, of which a timer takes nearly 500 bytes. Under a sanitizer the memory is printed
+// but not checked, since the sanitizer's allocator keeps what is freed.
 void ExpectFlat(const Soak& soak);
 
 }  // namespace kelvane::testing

@@ -15,7 +15,7 @@
 
 namespace {
 
-// The time by which the steady clock is ahead.
+// The time by which the steady clock is ahead of the system's, in the clock's own unit.
 std::atomic<std::chrono::steady_clock::rep> ahead = 0;
 
 }  // namespace
@@ -58,7 +58,7 @@ TEST_F(MainWindowSoak, AThousandLoadsAndCrops) {
     Pick(even ? narrow : wide, SizeText(even ? 640 : 1280, 360), DurationText("00:00:10.00"));
     EXPECT_EQ(Number(SourceWidth), even ? "0,640" : "1,280");
     EXPECT_EQ(VideoDuration, QString("00:00:10"));
-    // The window keeps every text of its probes.
+    // Otherwise the window keeps the text of all probes.
     Get<TextBox>("Text2").setText({});
     Tick(Get<Timer>("Timer2"));
 
@@ -113,7 +113,7 @@ TEST_F(JoinerSoak, AThousandJoins) {
   for (const char* name : {"a.mp4", "b.mp4"}) AddSectionOf(name);
   Remove(3);
   tools_.CropDoes(Print("frame=1 time=00:00:05.00 bitrate=1\n"));
-  // The wait before a join ends once events have been served.
+  // Ends the wait before a join's tool as soon as events have been served.
   Get<Label>("Label3", ProcessLine).Change = [this](int) {
     if (Shown(ProcessLine) != "Process: Joining Your Videos...") return;
     AtNextDoEvents([] { ahead += std::chrono::steady_clock::duration(1s).count(); });
@@ -121,7 +121,7 @@ TEST_F(JoinerSoak, AThousandJoins) {
   const auto round = [this](int) {
     EXPECT_EQ(JoinTo(tools_.Path() + "/all.mp4").size(), std::size_t{2});
     PumpOnce();
-    // Each join lists its intermediate files once more.
+    // Each join adds its intermediate files to this list once more.
     Get<ListBox>("List2").findChild<QListWidget*>()->clear();
     // Qt 6.8 caches the icon of every message box again, up to the limit of its cache.
     QPixmapCache::clear();

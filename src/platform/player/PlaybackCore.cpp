@@ -24,7 +24,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // The player has no configuration, scripts, keys or window, and opens no file but the one that it
-// is given. A release of libmpv refuses the options that it doesn't know, without effect.
+// is given. A release of libmpv refuses the options that it doesn't know, which does no harm.
 constexpr std::pair<const char*, const char*> kOptions[] = {
     {"config", "no"},
     {"load-scripts", "no"},
@@ -57,7 +57,7 @@ constexpr std::pair<const char*, const char*> kOptions[] = {
 };
 
 // Stored pixels are rendered 1:1, and the picture is cut to the rendered size. "0" means square
-// pixels; "no" does too, but newer releases take it for the file's own aspect ratio.
+// pixels; "no" does too in older releases, but means the file's own aspect ratio in newer ones.
 constexpr auto kStoredPictureOptions = std::to_array<std::pair<const char*, const char*>>({
     {"video-aspect-override", "0"},
     {"video-unscaled", "yes"},
@@ -100,8 +100,8 @@ void MakeOpaque(QImage& image) {
   }
 }
 
-// The reply ids of commands that start a file and that seek, of the position, and of the position
-// after a seek.
+// The reply ids of: commands that start a file; commands that seek or step back; the position as
+// observed; and the position asked for after a file has been opened or a seek or step back done.
 constexpr std::uint64_t kStartReplyId = 1;
 constexpr std::uint64_t kSeekReplyId = 2;
 constexpr std::uint64_t kPositionReplyId = 3;
@@ -173,7 +173,7 @@ void PlaybackCore::StartPaused(const QString& path) {
 bool PlaybackCore::Load(const QString& path) {
   if (!Usable()) return false;
   const bool hasRoom = HasRoomForThreads();
-  // Before the command, since the serving thread may set the new values at once.
+  // Reset before the command is sent, since the serving thread may set the new values at once.
   const double position = position_.exchange(0);
   const double duration = duration_.exchange(0);
   if (!hasRoom) {
@@ -208,7 +208,6 @@ bool PlaybackCore::Command(std::initializer_list<const char*> words, std::uint64
   return mpv_->command_async(player_, replyId, arguments.data()) >= 0;
 }
 
-// While the file is paused its last picture stays, even after a step beyond it.
 void PlaybackCore::setPaused(bool paused) {
   if (!Usable()) return;
   if (!paused) {
@@ -216,16 +215,16 @@ void PlaybackCore::setPaused(bool paused) {
     // This ends a step that is under way, which would otherwise pause the player when it is done.
     if (paused_) SetFlag("pause", true);
     setSilent(false);
-    // After a step beyond the last picture the player would wait for the sound for ever.
+    // After a step beyond the last picture the player would otherwise wait for the sound for ever.
     if (std::exchange(stepped_, false)) SeekTo(position_);
   }
   paused_ = paused;
-  SetFlag("keep-open", paused);
+  SetFlag("keep-open", paused);  // keeps the last picture, even after a step beyond it
   SetFlag("pause", paused);
 }
 
-// With sound, the player reports the sound's time as that of the last picture. So a paused file has
-// no sound from its first seek or step on.
+// Switches the sound off or on. With sound, the player reports the sound's time as that of the
+// file's last picture. So a paused file has no sound from its first seek or step on.
 void PlaybackCore::setSilent(bool silent) {
   if (silent_ == silent) return;
   silent_ = silent;
@@ -269,8 +268,8 @@ void PlaybackCore::ObservePosition() {
   mpv_->observe_property(player_, kPositionReplyId, kPosition, MPV_FORMAT_DOUBLE);
 }
 
-// The player reports the new position by itself only some time after a seek, and doesn't report one
-// that equals the last one that it has reported.
+// The player reports the new position by itself only some time after a seek, and reports no
+// position that equals the last one that it has reported.
 void PlaybackCore::AskForSoughtPosition() {
   // If a start is unanswered, the seek was the former file's.
   if (unansweredStarts_ > 0) return;
@@ -298,7 +297,7 @@ void PlaybackCore::SeekNext() {
     ++steps_;
     seeking_ = Command({"frame-back-step"}, kSeekReplyId);
   } else {
-    // The player counts these itself.
+    // The player itself counts the steps forward that it still has to do.
     for (; steps_ > 0; --steps_) stepped_ = Command({"frame-step"});
   }
   if (!seeking_) sought_.reset();
@@ -398,7 +397,7 @@ void PlaybackCore::TakeProperty(const char* name, const double* number) {
   }
 }
 
-// A frame may come before its size, so it is rendered again.
+// A frame may come before the size of the picture, so it is rendered again.
 void PlaybackCore::TakeSize() {
   const QSize size(storedWidth_, storedHeight_);
   {

@@ -22,7 +22,7 @@ namespace kelvane {
 
 struct PlayerLibrary;
 
-// Plays one file at a time, with sound if the system has a device. The picture is rendered to
+// Plays one file at a time, with sound if the system has a sound device. The picture is rendered to
 // memory on a thread of its own. Prints nothing.
 //
 // Public members belong to the user-interface thread. Only the constructor and the destructor may
@@ -30,8 +30,9 @@ struct PlayerLibrary;
 class PlaybackCore : public QObject {
   Q_OBJECT
  public:
-  // The pixels as they are stored, square and unrotated, or the whole picture scaled to fit a box,
-  // with its pixels' shape and rotated by quarter turns as the file says, between black bars.
+  // kStored: the pixels as they are stored, square and unrotated. kFitted: the whole picture
+  // between black bars, scaled to fit a box, with the file's pixel aspect ratio and its rotation,
+  // if that is by quarter turns.
   enum class Picture { kStored, kFitted };
 
   // Isn't usable if the player can't be made. The sound system knows the player as `clientName`.
@@ -39,30 +40,30 @@ class PlaybackCore : public QObject {
   // Waits for the player's threads to end.
   ~PlaybackCore() override;
 
-  // False if nothing can be played; everything else has no effect then.
+  // False if nothing can be played; all other functions have no effect then.
   bool Usable() const { return serving_.joinable(); }
 
   // Plays a file, unpaused, from its beginning instead of the current one. If the system can't
-  // start the threads that a file takes, it only ends the current one; if the player's command
-  // queue is full, it has no effect.
+  // start the threads that a file takes, the call only ends the current file; if the player's
+  // command queue is full, the current file stays.
   void Start(const QString& path);
-  // The same, but pauses first, so that the first picture stays.
+  // Does the same, but pauses first, so that the file's first picture stays.
   void StartPaused(const QString& path);
   // Ends the file. Active is false at once.
   void Stop();
   void setPaused(bool paused);
   // Goes to the first picture at or after `seconds`, or else to the last one, and stays paused or
-  // playing. `seconds` must be finite and >= 0. It does so later, if the file is still being
-  // opened or another seek is under way: then only the last of several is done. No effect unless
-  // Active.
+  // playing. `seconds` must be finite and >= 0. While the file is still being opened or another
+  // seek is under way, the seek is kept for later; of several kept ones only the last is done. No
+  // effect unless Active.
   void Seek(double seconds);
-  // Pauses the file and goes that many pictures on, or back if it is negative, at most to the last
-  // or first one. Steps that come while a picture is sought are done from there. No effect unless
-  // Active. A file without a picture is only paused.
+  // Pauses the file and goes `pictures` on, or back if `pictures` is negative, at most to the last
+  // or first one. Steps that come while a picture is sought are done from that picture. No effect
+  // unless Active. A file without a picture is only paused.
   void Step(int pictures);
   // 0 to 100; the caller checks the range.
   void setVolume(int volume);
-  // -100, left alone, to 100, right alone; the caller checks the range.
+  // From -100 (left channel alone) to 100 (right one alone); the caller checks the range.
   void setBalance(int balance);
 
   // Whether a file is being opened or played, paused or not.
@@ -91,7 +92,7 @@ class PlaybackCore : public QObject {
   // Returns whether the player has queued the start.
   bool Load(const QString& path);
   void SetFlag(const char* name, bool value);
-  // Does the waiting seek, or else waiting steps.
+  // Called when no seek is under way any more. Begins the waiting seek, or else waiting steps.
   void SeekNext();
   void SeekTo(double seconds);
   void AskForSoughtPosition();
@@ -108,7 +109,8 @@ class PlaybackCore : public QObject {
   void TakeProperty(const char* name, const double* number);
   void TakeSize();
   void RenderFrame();
-  // The size of the next pictures before they are turned; empty while the file's is unknown.
+  // The size at which the next pictures are rendered, before they are turned; empty while that of
+  // the file is unknown. mutex_ must be locked.
   QSize RenderedSize() const;
   void PostChange();
   // Queues `task` to the user-interface thread.
@@ -123,17 +125,17 @@ class PlaybackCore : public QObject {
   bool paused_ = false;
   bool silent_ = false;
   int unansweredStarts_ = 0;
-  bool seeking_ = false;  // or opening, or stepping back
-  std::optional<double> nextSeek_;
-  std::optional<double> sought_;  // the last Seek's, until it is done
-  int steps_ = 0;                 // that wait
-  bool stepped_ = false;          // forward, since the file was last unpaused
+  bool seeking_ = false;            // or opening, or stepping back
+  std::optional<double> nextSeek_;  // the time of the Seek that waits
+  std::optional<double> sought_;    // the time of the last Seek, until seeking_ is false again
+  int steps_ = 0;                   // that wait; negative for steps back
+  bool stepped_ = false;            // forward, since the file was last unpaused
   std::atomic<double> position_ = 0;
   std::atomic<double> duration_ = 0;
   std::atomic<bool> hasPictures_ = false;  // false for sound with a cover picture
 
   std::thread serving_;
-  int storedWidth_ = 0;  // for the serving thread alone
+  int storedWidth_ = 0;  // storedWidth_ to turn_ are for the serving thread alone
   int storedHeight_ = 0;
   QTransform turn_;   // of a fitted picture
   std::mutex mutex_;  // guards framePending_ to shown_
@@ -145,7 +147,7 @@ class PlaybackCore : public QObject {
   QSize size_;      // full size of the next pictures; empty while unknown
   QSize wanted_;    // the part of them to render, which may exceed size_, or the size of their box
   QImage shown_;    // null while there is none
-  QImage drawing_;  // for the serving thread alone between two swaps
+  QImage drawing_;  // for the serving thread alone
   std::atomic<bool> changePosted_ = false;
 };
 

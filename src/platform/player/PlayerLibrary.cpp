@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Returns false if the library lacks a function.
+// Fills `functions`. Returns false if the library lacks one of them.
 bool ResolveAll(QLibrary& library, PlayerLibrary& functions) {
   bool complete = true;
   const auto resolve = [&]<class Function>(const char* name, Function*& function) {
@@ -38,7 +38,7 @@ bool ResolveAll(QLibrary& library, PlayerLibrary& functions) {
 }
 
 std::optional<PlayerLibrary> Load() {
-  // The version of the API that this is compiled for.
+  // The version of libmpv's API for which this file is compiled.
   constexpr int kMajorVersion = MPV_CLIENT_API_VERSION >> 16;
   QLibrary library(u"mpv"_s, kMajorVersion);
   PlayerLibrary functions;

@@ -5,11 +5,11 @@
 
 namespace kelvane {
 
-// libmpv's functions, under their names without the prefix. The library is loaded on first use,
-// since loading takes longer than opening a window.
+// libmpv's functions, under their names without the prefix "mpv_". The library is loaded on first
+// use, since loading takes longer than opening a window.
 struct PlayerLibrary {
   // Returns null if the library can't be loaded or lacks a function; a later call tries again. The
-  // result is valid until the program ends. For any thread; waits while another one loads it.
+  // result is valid until the program ends. For any thread; waits while another loads the library.
   static const PlayerLibrary* Get();
 
   decltype(&mpv_command_async) command_async = nullptr;

@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Returns 0 if no window has this size.
+// Returns the first of `windows` that has this size, or 0 if none has it.
 WindowId WindowOfSize(const Screen& screen, const QList<WindowId>& windows, QSize size) {
   const auto hasSize = [&](WindowId window) { return screen.Place(window).size() == size; };
   const auto found = std::ranges::find_if(windows, hasSize);
@@ -71,8 +71,8 @@ bool Compositor::CloseWindow() const {
   const QDir folder(folder_.path());
   const QStringList sockets = folder.entryList({"sway-ipc.*"}, QDir::System);
   if (sockets.isEmpty()) return false;
-  QProcess::execute("swaymsg", {"--socket", folder.filePath(sockets.first()),
-                                "[app_id=\"kelvane.*\"] kill"});
+  QProcess::execute("swaymsg",
+                    {"--socket", folder.filePath(sockets.first()), "[app_id=\"kelvane.*\"] kill"});
   return true;
 }
 
@@ -126,7 +126,7 @@ QString Compositor::Socket() const {
 void Compositor::Show(Program& program) const {
   program.SetVariable("WAYLAND_DISPLAY", Socket());
   program.SetVariable("DISPLAY", QString());
-  // Qt doesn't free all objects of its connection.
+  // Qt doesn't free all objects of its connection to the compositor.
   program.AllowLeaks();
 }
 

@@ -12,13 +12,13 @@ namespace kelvane::desktop {
 
 struct Output {
   QSize pixels;
-  double scale;  // pixels to a logical pixel
+  double scale;  // pixels per logical pixel
 };
 
-// A Wayland compositor that shows its outputs as windows of a private X display, side by side, and
-// passes on that display's pointer and keyboard. A program's first window fills the last output.
-// The compositor is weston for one output of a whole scale, and sway otherwise. It ends with the
-// object.
+// A Wayland compositor that shows each of its outputs in a window of a private X display, and
+// passes on that display's pointer and keyboard events. A program's first window fills the last
+// output. The compositor is weston for one output of a whole scale, and sway otherwise. It ends
+// with the object.
 class Compositor {
  public:
   // No two outputs may have the same size. Throws std::runtime_error if the compositor doesn't
@@ -31,7 +31,7 @@ class Compositor {
   // Makes the program open its windows on this compositor. To be called before the program's start.
   void Show(Program& program) const;
 
-  // Asks the program to close its window. Returns false if this compositor can't; weston can't.
+  // Asks the program to close its windows. Returns false under weston, which can't.
   bool CloseWindow() const;
 
   // The window of the X display that shows the last output.

@@ -31,8 +31,8 @@ bool JoinerWindow::Await() {
          WaitFor([this] { return ShowsProcess("Process: Compiling Video List"); });
 }
 
-// This looks at a tick of the ruler and not at a caption, since letters may look different under
-// Wayland.
+// This looks for what is drawn on the ruler and compares no caption, since letters may look
+// different under Wayland.
 bool JoinerWindow::AwaitInside(WindowId window) {
   window_ = window;
   return WaitFor([this] {

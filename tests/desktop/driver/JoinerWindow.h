@@ -21,7 +21,7 @@ class JoinerWindow {
 
   // Waits until the window is on the screen and painted. Returns false if it doesn't come.
   bool Await();
-  // The same under a Wayland compositor, whose window `output` shows the program's window.
+  // The same under a Wayland compositor: `window` is the X window of the program's output.
   bool AwaitInside(WindowId window);
   WindowId Id() const { return window_; }
 
@@ -39,20 +39,20 @@ class JoinerWindow {
   bool AwaitSections(int sections) const;
   bool ShowsProcess(const QString& process) const;
   bool AwaitProcess(const QString& process, std::chrono::milliseconds patience = kPatience) const;
-  // Waits until exactly these details are shown behind "Video Details: ".
+  // Waits until exactly these details are shown after "Video Details: ".
   bool AwaitDetails(const QString& details) const;
 
   // The visible parts of the chart and the ruler.
   QRect Chart() const;
   QRect Ruler() const;
-  // Where the row of a section has the colour, in pixels from the chart's visible corner.
+  // The extent of the colour in a section's row, in pixels from the top left corner of Chart().
   QRect Strip(int section, QRgb color = kStrip) const;
   QPoint OnChart(QPoint place) const { return Chart().topLeft() + place; }
-  // Moves the pointer to the middle of the strip.
+  // Moves the pointer to the middle of the section's strip, even if the section has been removed.
   void PointAtSection(int section);
-  // A place of the chart under the strips.
+  // A place of the chart below the strips.
   QPoint EmptyChartPosition() const;
-  // Opens the context menu there with the right button, and returns the middle of its entry.
+  // Opens the context menu there with the right button, and returns the middle of its only entry.
   // Returns a null point if no menu opens.
   QPoint OpenMenuAt(QPoint place);
   bool RemoveSection(int section);

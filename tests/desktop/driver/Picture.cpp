@@ -13,7 +13,7 @@ namespace {
 
 using testing::Ink;
 
-// A label of this size with that caption.
+// The picture of a label of this size with that caption.
 QImage CaptionPicture(const QString& caption, QSize size, QRgb background, Justify justify) {
   constexpr int kFontPixels = 11;
   QFont font("Arial");

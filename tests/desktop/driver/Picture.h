@@ -27,8 +27,8 @@ constexpr QRgb kBlack = 0xff000000;
 
 enum class Justify { kLeft, kCentre };
 
-// Whether the picture of a label shows exactly this caption. What lies further right than the
-// caption isn't compared, since another label may overlap it.
+// Whether the picture of a label shows exactly this caption. Only a few pixels to the right of the
+// caption are compared, since another label may overlap the rest.
 bool ShowsCaption(const QImage& label, const QString& caption, QRgb background, Justify justify);
 
 // Whether the picture shows this text anywhere, and nothing else.

@@ -17,8 +17,8 @@
 namespace kelvane::desktop {
 namespace {
 
-// Starts a program from PATH, which is killed when this process ends. It inherits the descriptor
-// `inherited`.
+// Starts a program that is found in PATH, and returns its process id. The program inherits the
+// descriptor `inherited`, and is killed when this process ends.
 pid_t StartProcess(const std::vector<std::string>& arguments, int inherited = -1) {
   std::vector<char*> pointers;
   pointers.reserve(arguments.size() + 1);
@@ -36,7 +36,7 @@ pid_t StartProcess(const std::vector<std::string>& arguments, int inherited = -1
   _exit(127);
 }
 
-// The option of Xephyr takes no screen number.
+// Returns the X server's command. Xephyr's -screen takes no screen number, unlike that of Xvfb.
 std::vector<std::string> ServerCommand() {
   const std::string screen = "1920x1200x24";
   const char* shown = std::getenv("KELVANE_TEST_DISPLAY_SERVER");
@@ -53,8 +53,8 @@ void End(pid_t process) {
   waitpid(process, nullptr, 0);
 }
 
-// A window that shows whether the window manager manages windows yet. The manager announces itself
-// some time before, and never shows a window that is mapped in between.
+// A window that tells whether the window manager manages windows yet. The manager announces itself
+// some time before it does, and never shows a window that is mapped in between.
 class TrialWindow {
  public:
   explicit TrialWindow(Screen& screen, const std::string& display)
@@ -111,7 +111,7 @@ void PrivateDisplay::UseForQt(const std::string& privateFolder) const {
   setenv("LANG", "C.UTF-8", 1);
 }
 
-// The server writes its display number to a pipe when it accepts connections.
+// The server writes its display number to a pipe as soon as it accepts connections.
 void PrivateDisplay::StartServer() {
   std::array<int, 2> ends{};
   if (pipe2(ends.data(), O_CLOEXEC) != 0) throw std::runtime_error("no pipe for the X server");

@@ -10,7 +10,7 @@ namespace kelvane::desktop {
 enum class WindowManager { kOpenbox, kNone };
 
 // A private X server with a virtual screen of 1920 by 1200 pixels, and a window manager without a
-// user's configuration. Both end with the object and with this process.
+// user's configuration. Both end with the object, or at the latest with this process.
 //
 // With KELVANE_TEST_DISPLAY_SERVER=Xephyr the server is Xephyr instead of Xvfb. It shows the screen
 // in a window on the display that DISPLAY names.
@@ -27,7 +27,8 @@ class PrivateDisplay {
   // The value of DISPLAY, such as ":7".
   const std::string& Name() const { return name_; }
 
-  // Sets this process's environment so that a QApplication made later uses this display.
+  // Sets this process's environment so that a QApplication made later uses this display, and
+  // `privateFolder` as its runtime folder.
   void UseForQt(const std::string& privateFolder) const;
 
  private:

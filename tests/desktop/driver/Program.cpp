@@ -153,8 +153,8 @@ void Program::AddCommand(const QString& name, const QString& script) const {
   WriteScript(PathOf("commands/" + name), script);
 }
 
-// In a child process, which becomes the program's user: in a container not even root may set the
-// limits of another user's process.
+// Sets the limit from a child process, which becomes the program's user: in a container not even
+// root may set the limits of another user's process.
 bool Program::SetLimit(int resource, std::uint64_t limit) const {
   const auto program = static_cast<pid_t>(Id());
   const pid_t child = fork();
@@ -228,8 +228,8 @@ qint64 Program::Memory(const QByteArray& kind) const {
 }
 
 std::chrono::milliseconds Program::ProcessorTime() const {
-  // Of the fields behind the name, which stands in brackets, these are the times in the program and
-  // in the system.
+  // Counted from 0 after the name, which stands in brackets, fields 11 and 12 are the times in the
+  // program and in the system.
   const QByteArray status = FromProc("stat");
   const QList<QByteArray> fields = status.mid(status.lastIndexOf(')') + 2).split(' ');
   const qint64 ticks = fields.value(11).toLongLong() + fields.value(12).toLongLong();

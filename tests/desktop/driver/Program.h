@@ -15,10 +15,11 @@
 
 namespace kelvane::desktop {
 
-// Where the tests run as root: makes this process one of an ordinary user, who owns nothing but
-// what GiveToOrdinaryUser gives. For a child process before its exec.
+// Makes this process one of an ordinary user, who owns nothing but what GiveToOrdinaryUser gives.
+// Returns false if that fails. For a child process before its exec.
 bool BecomeOrdinaryUser();
-// Gives that user the folder and everything in it.
+// Gives that user the folder and everything in it. Unless the tests run as root, neither of the two
+// functions does anything.
 void GiveToOrdinaryUser(const QString& folder);
 
 // The program under test: a copy of the built folder in a temporary folder, so that a test can
@@ -47,7 +48,7 @@ class Program {
 
   // Shell commands that wait until the test calls Open with the same name.
   QString Gate(const QString& name);
-  // The same, and the commands print dots meanwhile, so that the program serves its windows.
+  // The same, and the commands print dots meanwhile: the program handles events when a tool prints.
   QString PrintingGate(const QString& name);
   // Lets one script pass its gate, and waits until it has. Returns false if no script comes.
   bool Open(const QString& name);
@@ -69,7 +70,7 @@ class Program {
   // Sets the soft limit of a resource, such as RLIMIT_NOFILE, of the running program. Returns false
   // if that fails.
   bool SetLimit(int resource, std::uint64_t limit) const;
-  // Raises it to the hard limit.
+  // Raises the soft limit to the hard one. Returns false if that fails.
   bool LiftLimit(int resource) const;
 
   void Start();
@@ -83,8 +84,8 @@ class Program {
   // What the program has printed so far.
   QString Printed();
 
-  // The number that the program's next descriptor will have. As RLIMIT_NOFILE it lets the program
-  // open no further one.
+  // The number that the program's next descriptor will have. If RLIMIT_NOFILE is set to this
+  // number, the program can't open another descriptor.
   int LowestFreeDescriptor() const;
   // How many threads the program has.
   int Threads() const;
@@ -93,8 +94,8 @@ class Program {
   qint64 PeakMemory() const { return Memory("VmHWM:"); }
   // The processor time of all threads of the program.
   std::chrono::milliseconds ProcessorTime() const;
-  // The process ids of the program's children in one of these states, as in "RSDTZ". The default is
-  // every state: Z, a zombie, is a child that the program hasn't reaped.
+  // The process ids of the program's children in one of these states, which have the letters of
+  // /proc. The default includes Z, a zombie: an ended child that the program hasn't reaped.
   QList<qint64> Children(const QByteArray& states = "RSDTZ") const;
 
  private:

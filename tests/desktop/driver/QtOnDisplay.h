@@ -10,8 +10,8 @@
 namespace kelvane::desktop {
 
 // This process's QApplication on a private display, with the same settings of Qt as the program
-// under test. The clipboard and the drawing of expected captions need it. There may be only one at
-// a time.
+// under test. The clipboard and the drawing of expected captions need it. There may be only one
+// QtOnDisplay at a time.
 class QtOnDisplay {
  public:
   QtOnDisplay(const PrivateDisplay& display, const std::string& privateFolder) {

@@ -56,7 +56,7 @@ class Screen {
   // Sets the X resources for programs that start later, in lines such as "Xft.dpi:\t192".
   void SetResources(const QByteArray& resources);
 
-  // Each of these asks the window manager and returns before it has answered.
+  // Each of these four asks the window manager and returns before the manager has answered.
   void Minimise(WindowId window);
   void Activate(WindowId window);
   void Resize(WindowId window, QSize size);
@@ -64,11 +64,11 @@ class Screen {
   // Closes the connection between the window's program and the X server.
   void Disconnect(WindowId window);
 
-  // What lies outside the screen is black. Throws std::runtime_error if the display is gone.
+  // Outside the screen a picture is black. Throws std::runtime_error if the display is gone.
   QImage Picture() const;
   QImage Picture(const QRect& part) const;
-  // Waits until the picture of that part no longer changes. Throws std::runtime_error if it always
-  // does.
+  // Waits until the picture no longer changes, and returns it. Throws std::runtime_error if it
+  // never stops changing.
   QImage Still() const { return Still(QRect({}, size_)); }
   QImage Still(const QRect& part) const;
   QRgb Pixel(QPoint place) const;
@@ -77,12 +77,12 @@ class Screen {
   void Press(PointerButton button);
   void Release(PointerButton button);
   void Click(QPoint place, PointerButton button = kLeftButton);
-  // Presses the left button at `place`, moves the pointer by `way` in two steps, and releases it.
+  // Drags with the left button from `place` by `way`, in two moves of the pointer.
   void Drag(QPoint place, QPoint way);
   // Clicks with the right button and waits for the menu that this opens. Returns the menu's place,
   // which is empty if none comes.
   QRect OpenMenu(QPoint place);
-  // Presses and releases a key, while `modifier` is held unless that is 0.
+  // Presses and releases a key while the key `modifier` is held down, unless that is 0.
   void PressKey(std::uint32_t key, std::uint32_t modifier = 0);
   // Types the text, or pastes it if the keyboard lacks a key for one of its characters.
   void Type(const QString& text);

@@ -32,7 +32,7 @@ class AccessibleNode {
   // The first visible node at or under this one with that role and description, or else with that
   // role and name. A node without an id if there is none.
   AccessibleNode Find(const QString& role, const QString& text) const;
-  // All visible nodes at and under this one, a line for each, indented by two blanks to the level:
+  // All visible nodes at and under this one, a line for each, indented by two blanks per level:
   // `push button "Load Video"`, `label "0,640" (Width of the video in pixels)`,
   // `slider "Left Bar" = 12`, `text "Selected Video": "/a/path"`. Leaves out the nameless nodes
   // that only group others.

@@ -26,7 +26,7 @@ QRect SectionWindow::Place(const QString& control) const {
   return PlaceIn("Form3", window.size(), control).translated(window.topLeft());
 }
 
-// Under the time line's frame, so that it is visible on small outputs as well.
+// Below the time line's frame, where small outputs show the window as well.
 QPoint SectionWindow::BareGround() const {
   return screen_.Place(window_).topLeft() + QPoint(10, 300);
 }

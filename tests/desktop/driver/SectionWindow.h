@@ -22,7 +22,7 @@ class SectionWindow {
 
   // Waits until the window is on the screen and painted. Returns false if it doesn't come.
   bool Await();
-  // The same under a Wayland compositor, whose window `output` shows the program's window.
+  // The same under a Wayland compositor: `window` is the X window of the program's output.
   bool AwaitInside(WindowId window);
   WindowId Id() const { return window_; }
 
@@ -33,15 +33,15 @@ class SectionWindow {
 
   // The visible part of the time line.
   QRect TimeLine() const { return Place("Picture3(1)"); }
-  // Where the time line has the colour, in pixels from its visible corner.
+  // The extent of the colour on the time line, in pixels from the top left corner of TimeLine().
   QRect OnTimeLine(QRgb color) const;
   void ClickArrow(TimeLineArrow arrow) { screen_.Click(ArrowCentre(arrow)); }
   QPoint ArrowCentre(TimeLineArrow arrow) const;
   // Drags the needle of that colour sideways by `way` pixels.
   void DragNeedle(QRgb needle, int way);
   bool AwaitTime(TimeReadOut readOut, const QString& time) const;
-  // Opens the context menu at a place of the time line, and returns the middle of an entry, counted
-  // from 0. Returns a null point if no menu opens.
+  // Opens the context menu at a place of the time line, and returns the middle of the entry with
+  // that number, counted from 0. Returns a null point if no menu opens.
   QPoint OpenMenuAt(QPoint onTimeLine, int entry);
 
   QRect Track(int slider) const;

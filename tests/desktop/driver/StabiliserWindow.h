@@ -4,8 +4,8 @@
 
 namespace kelvane::desktop {
 
-// The stabiliser's window as a user finds and uses it. Its commands are named like their controls:
-// "Label14(0)".
+// The stabiliser's window as a user finds and uses it. Its commands have the names of their
+// controls, such as "Label14(0)".
 class StabiliserWindow : public SectionWindow {
  public:
   explicit StabiliserWindow(Screen& screen) : SectionWindow(screen), screen_(screen) {}
@@ -14,14 +14,14 @@ class StabiliserWindow : public SectionWindow {
   // Clicks the command and types the path into the file dialog that this opens. Returns false if no
   // dialog opens or if it doesn't accept the path.
   bool ChooseFile(const char* command, const QString& path);
-  // Closes the message box that comes. Returns false if none comes within `patience`.
+  // Waits for a message box and closes it. Returns false if none comes within `patience`.
   bool ConfirmMessage(std::chrono::milliseconds patience);
   // Waits until the command shows this caption while the pointer is elsewhere.
   bool AwaitCommand(const char* command, const QString& caption,
                     std::chrono::milliseconds patience = kPatience);
   // Waits until the middle of the player's picture has about this colour.
   bool AwaitColour(QRgb colour);
-  // How far a progress bar, "pbar(0)", is, in pixels.
+  // The width in pixels of the filled part of a progress bar, such as "pbar(0)".
   int Progress(const char* bar) const;
 
  private:

@@ -8,8 +8,8 @@
 
 namespace kelvane::desktop {
 
-// A tiling window manager on a thread of its own: it chooses the size of the windows, and answers
-// each request for another size with that one.
+// A tiling window manager on a thread of its own: it chooses the size of the windows, and answers a
+// window's request for another size by repeating the chosen one.
 class TilingManager {
  public:
   // The display must have no window manager.
@@ -20,16 +20,16 @@ class TilingManager {
 
   // Gives the window another size, as if the user moved its edge.
   void Resize(WindowId window, QSize size);
-  // Answers the next request for another size with this one, and keeps it.
+  // Answers the next request for another size with `size`, and from then on repeats that one.
   void GrantNext(QSize size) { granted_ = size; }
-  // How many requests for another size it has answered.
+  // How many requests for another size the manager has answered.
   int Requests() const { return requests_; }
 
  private:
   void HandleEvents();
   void Manage(WindowId window);
   void Place(WindowId window);
-  // Asks the window to close if the message says so.
+  // Asks the window to close if the message is a request for that.
   void HandleMessage(const xcb_client_message_event_t& message);
   void Refuse(const xcb_configure_request_event_t& request);
 

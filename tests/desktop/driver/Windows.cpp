@@ -12,7 +12,7 @@ namespace {
 
 constexpr int kThickness = 5;  // of a bar
 
-// Such as "0,640" or "-0,030".
+// The text of a read-out, such as "0,640" or "-0,030".
 QString ReadOut(int number) {
   const int size = std::abs(number);
   return u"%1%2,%3"_s.arg(number < 0 ? "-" : "")
@@ -76,10 +76,10 @@ void MainWindow::Click(Command command, PointerButton button) {
 
 bool MainWindow::ChooseOnPicture(PictureEntry entry) {
   constexpr int kEntries = static_cast<int>(PictureEntry::kBeginning) + 1;
-  constexpr int kRule = 9;  // its height, about
+  constexpr int kSeparatorHeight = 9;  // about
   const QRect menu = screen_.OpenMenu(OnCanvas({300, 100}));
   if (menu.isEmpty()) return false;
-  const int height = (menu.height() - kRule) / kEntries;
+  const int height = (menu.height() - kSeparatorHeight) / kEntries;
   const int above = static_cast<int>(entry);
   const int y = entry <= PictureEntry::kStop
                     ? menu.top() + height * above + height / 2

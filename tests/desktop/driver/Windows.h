@@ -20,7 +20,7 @@ enum Command : int {
   kResetMarkers
 };
 
-// The entries of the picture's menu. A rule is below kStop.
+// The entries of the picture's menu. A separator follows kStop.
 enum class PictureEntry : int {
   kPlay,
   kPause,
@@ -58,7 +58,7 @@ class MainWindow {
 
   // Waits until the window is on the screen and painted. Returns false if it doesn't come.
   bool Await();
-  // The same under a Wayland compositor, whose window `output` shows the program's window.
+  // The same under a Wayland compositor: `window` is the X window of the program's output.
   bool AwaitInside(WindowId window);
   WindowId Id() const { return window_; }
 
@@ -80,7 +80,7 @@ class MainWindow {
 
   // Whether the label shows exactly this caption now.
   bool Shows(const QString& control, const QString& caption, QRgb background = kDark) const;
-  // Whether it shows the caption that the window text has for it.
+  // Whether the label shows the caption that the window text has for it.
   bool ShowsAsDrawn(const QString& control) const;
   // Waits until the label shows exactly this caption.
   bool AwaitCaption(const QString& control, const QString& caption) const;
@@ -90,13 +90,13 @@ class MainWindow {
   // Points at a command and waits until it lights up. Returns false if the window doesn't handle
   // events.
   bool Answers();
-  // Whether the frame has lines of that colour and of one pixel where the window text has them at
-  // the window's present size.
+  // Whether the frame's right line and its bottom line, one pixel thick, have that colour and lie
+  // where the window text has them at the window's present size.
   bool FrameLiesInPlace(const QString& frame, QRgb color) const;
   // The same for all frames.
   bool FramesLieInPlace() const;
-  // The same for all frames, and whether captions, progress bar and viewport without a video have
-  // their places and colours.
+  // The same for all frames, and whether the captions, the progress bar and the viewport look as
+  // they do without a video.
   bool IsLaidOut() const;
   bool ShowsPath(const QString& path) const;
   // Waits until the read-outs show a video of this size with its bars at the edges.
@@ -146,7 +146,7 @@ class JobWindow {
 
   bool ShowsStatus(const QString& status) const;
   bool AwaitStatus(const QString& status, std::chrono::milliseconds patience = kPatience) const;
-  // Waits for the status of a job that has ended.
+  // Waits for the status that a job shows at its end, even if the tool has failed.
   bool AwaitSuccess(std::chrono::milliseconds patience = kPatience) const;
   bool ShowsOutput(const QString& output) const;
   // The width in pixels of the filled part of the progress bar.
@@ -167,7 +167,8 @@ QRect AreaUnderMenus(const Screen& screen, WindowId window, QRgb ground);
 // Clicks the command and types the path into the file dialog that this opens. Returns false if no
 // dialog opens or if it doesn't accept the path.
 bool ChooseFile(Screen& screen, MainWindow& window, Command command, const QString& path);
-// Types the path into a file dialog that is open already.
+// Types the path into a file dialog that is open already. Returns false if the dialog doesn't
+// accept the path.
 bool TypeFileName(Screen& screen, WindowId dialog, const QString& path);
 
 }  // namespace kelvane::desktop
