@@ -1,8 +1,8 @@
 #!/usr/bin/env bash
-# Sets up, builds and runs the benches. Each prints minimum, median and maximum, and ratios taken
-# inside one run. At the end comes a table of the figures, with a verdict if they have a mark, and
-# of the benches that failed. It is kept as bench-report.txt in the build folder. docs/benches.md
-# says how each is measured. To be run on a machine that does nothing else.
+# Sets up, builds and runs the benches. Each prints minimum, median and maximum of what it measures.
+# At the end comes a table of the figures, with a verdict on those that have a mark, and of the
+# benches that failed. The table is kept as bench-report.txt in the build folder. docs/benches.md
+# says how each figure is measured. To be run on a machine that does nothing else.
 set -euo pipefail
 
 # shellcheck source=scripts/setup.sh

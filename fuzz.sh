@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
-# Sets up, builds and runs the fuzzers, each for that many seconds (60 without an argument), from
-# the kept inputs in fuzz/corpus. New inputs stay in build/fuzz/corpus for the next run. Fails at
-# the first finding and leaves its input in build/fuzz/findings.
+# Sets up, builds and runs the fuzzers, each for as many seconds as the argument says (60 without
+# one), from the kept inputs in fuzz/corpus. New inputs stay in build/fuzz/corpus for the next run.
+# Fails at the first finding and leaves its input in build/fuzz/findings.
 set -euo pipefail
 
 # shellcheck source=scripts/setup.sh

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# Sets up, builds and opens Kelvane. `./run.sh demo`, or a start without a display server, shows it
-# at work on a private virtual display instead and leaves pictures in build/demo/pictures.
+# Sets up, builds and opens Kelvane. `./run.sh demo`, or a start without a display server, instead
+# runs the demo on a private virtual display, which leaves pictures in build/demo/pictures.
 set -euo pipefail
 
 # shellcheck source=scripts/setup.sh

@@ -2,10 +2,10 @@
 # Sets up, builds and runs the tests. Without an argument: all of them.
 #   ./test.sh quick     those that need neither a display server nor a minute
 #   ./test.sh asan      all of them, with AddressSanitizer and UndefinedBehaviorSanitizer
-#   ./test.sh tsan      those of the player and of the console runner, which have threads, and of runs
-#                       inside each other, with ThreadSanitizer
+#   ./test.sh tsan      those of the player and of the console runner, which have threads, and those
+#                       of runs inside each other, with ThreadSanitizer
 #   ./test.sh coverage  all of them, and reports which lines and branches of src/ they run
-#   ./test.sh sharpness the quick ones against small faults, drawn at random (--help says more)
+#   ./test.sh sharpness the quick ones on sources with small faults, drawn at random; see --help
 set -euo pipefail
 
 # shellcheck source=scripts/setup.sh

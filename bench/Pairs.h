@@ -14,13 +14,14 @@ void Need(bool holds, const char* complaint);
 // Runs a whole bench. Returns 0, or prints the complaint and returns 1 if the bench throws.
 int ToEnd(const std::function<void()>& bench);
 
-// Seconds of a clock; of the default one, since 1970.
+// Returns the time of a clock in seconds: by default, since 1970.
 double Now(clockid_t clock = CLOCK_REALTIME);
 
-// The value below which this share of all lies; 0.5 is the median. Throws if there is no value.
+// Returns the value below which this share of the values lies: for 0.5 the median, for 0 and 1 the
+// least and the greatest. Throws if there is no value.
 double At(std::vector<double> values, double share);
 
-// Prints minimum, median and maximum.
+// Prints a row with minimum, median and maximum of the values.
 void PrintRow(const std::string& name, const std::vector<double>& values);
 // Prints and reports a figure, and whether it is at most its mark.
 void PrintVerdict(const std::string& what, double figure, double mark, const char* unit = "");
@@ -33,11 +34,12 @@ struct Side {
   std::function<double()> run;  // returns seconds
 };
 
-// The fastest runs count where other work adds more to single runs than the mark allows.
+// The ratio that is compared with the mark: the median of the pairs' ratios, or that of each side's
+// fastest run, for runs that other work on the machine delays by more than the mark allows.
 enum class Counts { kMedianRatio, kRatioOfTheFastest };
 
-// Runs both sides in turn, the other one first in every second pair. Prints what each took, and
-// whether the ratio is at most `mark`.
+// Runs both sides in each of the pairs; in every second pair `theirs` runs first. Prints what each
+// side took. Prints and reports the ratio of ours to theirs, and whether it is at most `mark`.
 void Compare(const std::string& what, int pairs, double mark, const Side& ours, const Side& theirs,
              Counts counts = Counts::kMedianRatio);
 

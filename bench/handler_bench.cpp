@@ -1,5 +1,5 @@
-// The cost of a block in the main window's handler at the beginning of its life and after 100 MiB
-// of text, and the memory of that text.
+// The cost of a block of a tool's text in the main window's handler, at the beginning of the
+// window's life and after 100 MiB of text, and the memory that this text takes.
 #include <unistd.h>
 
 #include <cstdio>

@@ -1,5 +1,5 @@
-// A join of ten clips in the program, without the second that it waits by design, against the same
-// command line in a shell.
+// A join of ten clips in the program, without the second for which the program waits by design,
+// against the same command line in a shell.
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
@@ -23,7 +23,8 @@ using namespace kelvane::desktop;
 constexpr int kClips = 10;
 constexpr int kClipSeconds = 60;
 
-// A minute of 60 MB, as much as a camera writes. Repeats its first six seconds.
+// Makes a clip of a minute and 60 MB, as much as a camera writes. It repeats its first six seconds.
+// Returns whether it could be made.
 bool MakeCameraClip(const QString& path) {
   const QString round = path + ".round.mp4";
   return RunTool("ffmpeg", {"-v", "error", "-f", "lavfi", "-i",
@@ -53,7 +54,8 @@ class JoinBench {
     }
   }
 
-  // Returns the seconds from the writing of the list file to the box at the end.
+  // Returns the seconds from the end of the designed wait, a second after the list file is written,
+  // to the box at the end.
   double InProgram() {
     QFile::remove(output_);
     QFile::remove(list_);
@@ -76,8 +78,9 @@ class JoinBench {
     return end - begin;
   }
 
-  // Starts the tool after as long a pause as the program: the memory of the removed file may
-  // meanwhile go back to the host of a virtual machine, which delays the next tool.
+  // Returns the seconds of the bare command, which starts after as long a pause as the program's:
+  // the memory of the removed file may meanwhile go back to the host of a virtual machine, which
+  // delays the next tool.
   double Bare() {
     QFile::remove(output_);
     std::this_thread::sleep_for(std::chrono::duration<double>(pause_));

@@ -1,4 +1,4 @@
-// How evenly the machine runs what needs a processor alone.
+// How evenly the machine runs work that needs nothing but a processor.
 #include <algorithm>
 #include <cstdio>
 #include <future>
@@ -21,7 +21,8 @@ double MillisecondsOfFixedWork() {
   return (Now() - begin) * 1e3;
 }
 
-// The longest time in milliseconds that a thread without a pause didn't run, in two seconds.
+// Runs without a pause for two seconds. Returns the longest time, in milliseconds, for which the
+// system didn't let this thread run.
 double LongestGap() {
   double longest = 0;
   double last = Now();

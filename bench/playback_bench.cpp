@@ -1,6 +1,6 @@
-// The video beneath the bars. The main window in this process, on a private display: whether every
-// picture is painted, how long the user-interface thread is held, how late a dragged bar is. The
-// program: its processor time against a bare player's for the same clip.
+// The video beneath the bars. With the main window in this process, on a private display: whether
+// every picture is painted, how long the user-interface thread is held, how late a dragged bar is
+// painted. With the program: its processor time against a bare player's for the same clip.
 #include <xcb/xtest.h>
 
 #include <QApplication>
@@ -36,7 +36,8 @@ using namespace kelvane;
 using namespace kelvane::bench;
 using namespace kelvane::desktop;
 
-// The squares of a number, a binary digit each, the lowest first. No bar covers them.
+// The squares in a picture that show its number, one for each binary digit, the lowest first. No
+// bar covers them.
 constexpr int kDigits = 10;
 constexpr int kSquare = 16;
 constexpr QPoint kFirstSquare(64, 64);
@@ -66,13 +67,15 @@ class FrameWatch : public QApplication {
  public:
   using QApplication::QApplication;
 
-  // Watches this main window from now on, which must outlive the watch; none for a null pointer.
+  // From now on watches this main window, or none if the pointer is null. The window must live
+  // until the next call.
   void Watch(const Form* mainWindow);
   // Forgets the holds seen so far.
   void ForgetHolds();
 
-  // How long the thread was busy each time, from taking up an event to looking for the next, in
-  // milliseconds: where a new picture was painted or the player had news, and all other times.
+  // The times, in milliseconds, for which the thread was busy from taking up an event until it
+  // looked for the next: those in which a new picture was painted or the player had news, and all
+  // others.
   const std::vector<double>& PictureHolds() const { return pictureHolds_; }
   const std::vector<double>& OtherHolds() const { return otherHolds_; }
   // The numbers of the pictures painted so far.
@@ -80,8 +83,8 @@ class FrameWatch : public QApplication {
   // When the left bar was painted where it is now, as Now() says; none if it hasn't been.
   std::optional<double> BarPaintedAt() const;
 
-  // Serves events until the condition holds. Sleeps where there are none: the system would stop a
-  // spinning thread in the middle of its work.
+  // Serves events until the condition holds. Sleeps while there are none: the system would stop a
+  // thread that never sleeps in the middle of its work.
   template <typename Condition>
   void ServeUntil(Condition condition) {
     QTimer look;
@@ -102,7 +105,7 @@ class FrameWatch : public QApplication {
   std::set<int> frames_;
   float barLeft_ = 0;
   double barPaintedAt_ = 0;
-  // Of the event being handled, with those inside it.
+  // These are about the event being handled and the events handled inside it.
   int depth_ = 0;
   bool servesPlayer_ = false;
   bool repaints_ = false;
@@ -147,7 +150,7 @@ bool FrameWatch::notify(QObject* receiver, QEvent* event) {
   return handled;
 }
 
-// Reads the number from the memory of the window. Returns whether the picture is a new one.
+// Reads the picture's number from the memory of the window. Returns whether the number is new.
 bool FrameWatch::TakeNumber() {
   QBackingStore* store = form_->backingStore();
   const auto* window = store == nullptr ? nullptr : dynamic_cast<QImage*>(store->paintDevice());

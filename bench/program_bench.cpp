@@ -55,7 +55,7 @@ class CropBench {
     Forget();
     const double begin = Now();
     Need(ChooseFile(screen_, window_, kCropVideo, output_) && job_.Await(), "no job starts");
-    // Sleeps: looking at the screen would take processor time from the tool.
+    // Waits without looking at the screen, which would take processor time from the tool.
     constexpr int kLongest = 300'000;  // ms
     pollfd ended{.fd = ended_, .events = POLLIN, .revents = 0};
     Need(poll(&ended, 1, kLongest) == 1, "the tool doesn't end");
@@ -68,8 +68,8 @@ class CropBench {
     return seconds;
   }
 
-  // Starts the tool after as long a pause as the program: free memory may meanwhile go back to the
-  // host of a virtual machine, which delays the next tool.
+  // Starts the tool after as long a pause as InProgram does: free memory may meanwhile go back to
+  // the host of a virtual machine, which delays the next tool.
   double Bare() {
     Forget();
     std::this_thread::sleep_for(std::chrono::duration<double>(pause_));
@@ -108,7 +108,7 @@ class CropBench {
   double pause_ = 0;  // seconds from the click on the command to the start of the tool
 };
 
-// From the exec of a program to its first window.
+// Returns the seconds from the exec of a program to its first window.
 double SecondsToWindow(const Screen& screen, const std::vector<std::string>& command) {
   double seconds = 0;
   {
@@ -124,8 +124,8 @@ double SecondsToWindow(const Screen& screen, const std::vector<std::string>& com
   return seconds;
 }
 
-// The program's share of the memory that is in use once its window is painted, in megabytes: what it
-// has alone, and of each page that it shares, an equal part.
+// Returns the memory, in megabytes, that the program uses once its window is painted: what it has
+// alone and, of each page that it shares with other processes, an equal part.
 double MegabytesOfWindow(const Screen& screen, const std::vector<std::string>& command) {
   double kilobytes = 0;
   {

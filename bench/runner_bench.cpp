@@ -1,5 +1,5 @@
-// The cost of a block through the console runner, against a bare loop of reads of the same size of
-// the same tool's output, for three sizes of the output.
+// The cost of a block of a tool's output through the console runner, against a bare loop that reads
+// blocks of the same size, for three sizes of the output.
 #include <unistd.h>
 
 #include <array>
@@ -17,7 +17,7 @@ using namespace kelvane::bench;
 
 constexpr std::size_t kBlockSize = 256;
 
-// Each returns nanoseconds for a block.
+// These two return nanoseconds for a block.
 double ThroughRunner(std::size_t bytes) {
   int blocks = 0;
   kelvane::DOSOutputs outputs;

@@ -41,7 +41,7 @@ class StabiliseBench {
     window_.Show();
     const DialogAnswers answers({TypeFile(clip_)});
     Click("Label6(0)");
-    // The window is deleted with this object, and must not use the processor meanwhile.
+    // Stops the player, which would use processor time.
     Click("Label10(2)");
   }
   ~StabiliseBench() { window_.Unload(); }

@@ -29,7 +29,7 @@ constexpr QRgb kClip = 0xff0000;
 constexpr QRgb kBar = 0x00ff00;
 constexpr const char* kTools = "/usr/bin";
 
-// Returns the seconds since `begin` at which the screen shows the colour at that place.
+// Waits until the screen shows the colour at that place. Returns the seconds since `begin`.
 double SecondsToColour(const Screen& screen, QPoint place, QRgb colour, double begin) {
   constexpr int kTolerance = 24;
   while (!IsNear(screen.Pixel(place), colour, kTolerance)) {
@@ -39,7 +39,7 @@ double SecondsToColour(const Screen& screen, QPoint place, QRgb colour, double b
   return Now() - begin;
 }
 
-// The waits with a clip of one size. Each run has a program or player of its own.
+// The waits with a clip of one size. Each run starts a program or player of its own.
 class Waits {
  public:
   Waits(Screen& screen, const QString& display, QSize size) : screen_(screen), display_(display) {

@@ -1,5 +1,5 @@
 // The section window and the joiner: their opening against the main window's, the cost of a move of
-// a needle or a slider, and of a section among two thousand against one among twenty.
+// a needle or a slider, and that of adding the 2,000th section against adding the 20th.
 #include <QLoggingCategory>
 #include <cstdio>
 #include <cstdlib>
@@ -47,7 +47,7 @@ void CompareOpening(const char* name, double mark) {
           {"main window", SecondsToFirstPaint<Form1>});
 }
 
-// Moves to and fro by `step`, in the unit of the control's container.
+// Moves the control to and fro by `step`, in the unit of its container, and prints the cost.
 void MeasureMoves(const char* name, Control& control, float step) {
   constexpr int kMoves = 2000;
   constexpr int kTurn = 200;
@@ -84,7 +84,7 @@ void MeasureAllMoves() {
   }
 }
 
-// Processor seconds of the window's thread, so without the tool's.
+// Processor seconds of the window's thread, so that those of the tool don't count.
 struct Cost {
   double whole;      // from the click to the repaint
   double afterPick;  // from the choice of the file to the repaint

@@ -1,6 +1,6 @@
 // Drives the real windows on a private display, from the load of a clip to a crop, a join and a
-// stabilised video. Leaves a picture of each step and the new files. Returns 0 only if they are as
-// long and as large as they should be.
+// stabilised video. Leaves a picture of each step and the new files. Exits with 0 only if the steps
+// show what they should and the new files are whole.
 //
 //   kelvane_demo PROGRAM_FOLDER OUTPUT_FOLDER
 #include <QDir>
@@ -22,7 +22,7 @@ using namespace kelvane::desktop;
 constexpr QSize kClip(960, 400);
 constexpr int kClipSeconds = 60;
 constexpr int kThickness = 5;
-// In the middle of each bar at the edges of the canvas.
+// The middle of each bar while the bars are at the edges of the canvas.
 constexpr QPoint kOnLeftBar(2, kClip.height() / 2);
 constexpr QPoint kOnTopBar(kClip.width() / 2, 2);
 constexpr QPoint kOnRightBar(kClip.width() - 3, kClip.height() / 2);
@@ -31,7 +31,7 @@ constexpr Region kWhole = {
     .left = 0, .top = 0, .right = kClip.width() - kThickness, .base = kClip.height() - kThickness};
 constexpr Region kRegion = {.left = 61, .top = 23, .right = 722, .base = 348};
 constexpr QSize kRegionSize(kRegion.right - kRegion.left, kRegion.base - kRegion.top);
-// The tool rounds sizes down to even numbers.
+// ffmpeg rounds sizes down to even numbers.
 constexpr QSize kCropped(kRegionSize.width() / 2 * 2, kRegionSize.height() / 2 * 2);
 
 class Demo : private DemoPart {
@@ -74,7 +74,7 @@ class Demo : private DemoPart {
     const QList<WindowId> known = screen_.Windows();
     window_.Click(command);
     const WindowId dialog = screen_.AwaitNew(known);
-    Need(dialog != 0 && WaitFor([&] { return screen_.Active(dialog); }), "no file dialog comes");
+    Need(dialog != 0 && WaitFor([&] { return screen_.Active(dialog); }), "no file dialog opens");
     Need(WaitFor([&] { return Colours(screen_.Picture(screen_.Place(dialog))) > kManyColours; }),
          "the file dialog isn't drawn");
     return dialog;
@@ -152,7 +152,7 @@ class Demo : private DemoPart {
     Need(WaitFor([&] { return HoldsFor(shown, 700ms); }), "the player shows no picture");
     Keep("08-preview", "Preview Cropped Video: the player shows the region");
     screen_.Activate(player);
-    Need(WaitFor([&] { return screen_.Active(player); }), "the player can't be reached");
+    Need(WaitFor([&] { return screen_.Active(player); }), "the player doesn't become active");
     screen_.PressKey('q');
     Need(WaitFor([&] { return !screen_.Exists(player); }), "the player doesn't end");
   }
@@ -164,11 +164,11 @@ class Demo : private DemoPart {
     Need(job_.Await(), "the window of the job doesn't come");
     Need(WaitFor([&] { return job_.Progress() > 0 && window_.Progress() > 0; }),
          "the progress bars don't move");
-    // The figure is that of the update before.
+    // The percentage in the status is that of the update before.
     const int first = job_.Progress();
     const QString noFigure = QStringLiteral("Progress: 00.00% Complete: Status: Cropping Video");
     Need(WaitFor([&] { return job_.Progress() > first && !job_.ShowsStatus(noFigure); }),
-         "the figure doesn't follow");
+         "the percentage doesn't follow the bar");
     Keep("10-running-job", "the job runs; both progress bars move");
     Need(job_.AwaitSuccess(60s), "the job doesn't end");
     Keep("11-finished-job", "the job is done");
@@ -184,8 +184,9 @@ class Demo : private DemoPart {
     const QImage before = screen_.Picture(place);
     job_.Cancel();
     Need(WaitFor([&] { return !job_.Open(); }), "Cancel doesn't close the window");
-    // What the window covered is painted when the tool prints again.
-    Need(WaitFor([&] { return screen_.Picture(place) != before; }), "the window stays to be seen");
+    // The main window repaints what the closed one covered when the tool prints again.
+    Need(WaitFor([&] { return screen_.Picture(place) != before; }),
+         "the closed window can still be seen");
     Keep("12-cancelled-job", "Cancel closed the window; the tool goes on and finishes its file");
     Need(WaitFor([&] { return program_.Children("RSDZT").isEmpty(); }, 60s),
          "the tool doesn't end");
@@ -224,14 +225,14 @@ class Demo : private DemoPart {
 void Show(const QString& programFolder, const QString& outputFolder) {
   QDir output(outputFolder);
   output.removeRecursively();
-  if (!output.mkpath(QStringLiteral("."))) throw std::runtime_error("no place for the pictures");
+  if (!output.mkpath(QStringLiteral("."))) throw std::runtime_error("can't make the output folder");
 
-  // A blank in a new file's path would cut it: the windows get the folder by a name without one.
+  // A blank would cut the path of a new file, so the windows get the folder by a link without one.
   const QTemporaryDir links;
   QDir shown(output.absolutePath());
   if (shown.path().contains(QLatin1Char(' '))) {
     if (!QFile::link(shown.path(), links.filePath(QStringLiteral("demo")))) {
-      throw std::runtime_error("no place for a link to the pictures' folder");
+      throw std::runtime_error("can't make a link to the output folder");
     }
     shown.setPath(links.filePath(QStringLiteral("demo")));
   }

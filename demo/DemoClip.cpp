@@ -4,8 +4,8 @@
 namespace kelvane::desktop {
 namespace {
 
-// Formulas of FFmpeg's geq filter, in which X, Y, W and H are those of a pixel and its picture.
-// They are slow, so each part of the scene is painted once and moved from then on.
+// Formulas of FFmpeg's geq filter: X and Y are a pixel's position, W and H the size of the picture.
+// The filter is slow, so each part of the scene is painted once and then only moved.
 struct Paint {
   QString red;
   QString green;
@@ -38,11 +38,11 @@ QString Sky(QSize size) {
 
 // Mountains that go by.
 struct Range {
-  double crest;       // of the picture's height
-  double roughness;   // of the picture's height
-  const char* waves;  // repeats from edge to edge, so that there is no seam
+  double crest;       // in picture heights from the top
+  double roughness;   // in picture heights
+  const char* waves;  // periodic in the picture's width, so that there is no seam
   Paint paint;
-  double speed;  // of the picture's width, in a twenty-fifth of a second
+  double speed;  // in picture widths per picture
 };
 
 QString Mountains(QSize size, const Range& range) {

@@ -135,7 +135,7 @@ void MakeClips(const QDir& output) {
 
 }  // namespace
 
-// A program of its own for the join: the tool would read the line of a removed section as a file.
+// The join has a program of its own, since a join ends before a removed section.
 void ShowJoiner(Screen& screen, const QString& programFolder, const QString& display,
                 const QDir& output) {
   MakeClips(output);

@@ -11,15 +11,15 @@ namespace kelvane::desktop {
 // in a folder.
 class DemoPart {
  protected:
-  // Fewer than a picture or a drawn dialog has, and more than a flat surface.
+  // More colours than a flat surface has, and fewer than a video or a drawn dialog.
   static constexpr int kManyColours = 100;
 
   DemoPart(Screen& screen, const QDir& output) : screen_(screen), output_(output) {}
 
   // Saves a picture of the screen, without its empty margins, as NAME.png, and prints `what`.
   void Keep(const char* name, const char* what);
-  // Throws std::runtime_error with the complaint unless the condition holds, and saves a picture of
-  // the screen as failed.png.
+  // Unless the condition holds, saves a picture of the screen as failed.png and throws
+  // std::runtime_error with the complaint.
   void Need(bool holds, const char* complaint);
   static void Say(const QString& text);
 
@@ -27,12 +27,12 @@ class DemoPart {
   QDir output_;
 };
 
-// The parts with a program of their own. The joiner's leaves the joined file in `output` as well.
+// The parts with a program of their own. ShowJoiner also leaves its clips and the joined file in
+// `output`, ShowStabiliser a shaken clip, a section of it and the stabilised file.
 void ShowSections(Screen& screen, const QString& programFolder, const QString& display,
                   const QDir& output);
 void ShowJoiner(Screen& screen, const QString& programFolder, const QString& display,
                 const QDir& output);
-// Leaves a shaken clip, a section of it and the stabilised file in `output` as well.
 void ShowStabiliser(Screen& screen, const QString& programFolder, const QString& display,
                     const QDir& output);
 

@@ -6,7 +6,8 @@
 
 namespace kelvane::fuzz {
 
-// The bytes of one input, taken from the front. After the end, a byte is 0 and a text is empty.
+// The bytes of one input, which are taken from the front. At the end, Byte returns 0 and Take an
+// empty text.
 class Input {
  public:
   explicit Input(std::string_view bytes) : rest_(bytes) {}
@@ -28,14 +29,15 @@ class Input {
   std::string_view rest_;
 };
 
-// One event of a window: a step of the target, numbered below `steps`, or a block of a tool's text.
+// One event of a window: a step of the target, or a block of a tool's text.
 struct Event {
-  std::uint8_t step;
-  std::string_view block;  // 1 to 256 bytes; empty for a step
+  std::uint8_t step;       // for a block, the number of the target's steps
+  std::string_view block;  // up to 256 bytes; empty for a step
 };
 
-// The first byte tells: 255 is step 0, 254 step 1 and so on. Below the steps stands the length of a
-// block less one, but the highest such value means a full block.
+// Takes an event of a target that has `steps` steps. The first byte says which: 255 is step 0, 254
+// step 1 and so on. A lower byte is the length of a block less one, but the highest of these lower
+// bytes means a full block. The block is shorter if the input ends in it.
 inline Event NextEvent(Input& input, std::uint8_t steps) {
   constexpr int kHighest = 0xFF;
   constexpr std::size_t kFullBlock = 256;

@@ -1,5 +1,5 @@
-// The targets without a fuzzer: with the kept inputs, and with others made of them, the same ones
-// in every run.
+// Runs the targets without a fuzzer: on the kept inputs, and on others made of them, which are the
+// same in every run.
 #include <gtest/gtest.h>
 
 #include <filesystem>

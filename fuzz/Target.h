@@ -10,8 +10,8 @@
 
 #include "shared/TextHelpers.h"
 
-// What is fuzzed. Each target gives any bytes to the program's code and compares the outcome with a
-// plain model of its own, or with what must always hold. The application object must exist.
+// The targets of the fuzzers. Each passes arbitrary bytes to the program's code and compares the
+// outcome with a plain model, or with what must always hold. The application object must exist.
 namespace kelvane::fuzz {
 
 // Thrown if the program and the model differ.
@@ -30,7 +30,8 @@ extern const Target kJoiner;
 extern const Target kNumbersAndTimes;
 extern const Target kShortPaths;
 
-// A value in a message; bytes that aren't printable ASCII are percent-encoded.
+// A value in a message. In a text, bytes that aren't printable ASCII are percent-encoded, and so
+// are some that are, such as a percent sign or a double quote.
 inline std::string Readable(std::string_view bytes) {
   const QByteArray copy(bytes.data(), static_cast<qsizetype>(bytes.size()));
   return '"' + copy.toPercentEncoding(" !#$&'()*+,/:;<=>?@[]").toStdString() + '"';
@@ -45,7 +46,7 @@ std::string Readable(const std::optional<Value>& value) {
   return value ? Readable(*value) : "none";
 }
 
-// Throw unless the condition holds, or the values are equal. `what` names them.
+// These throw a Disagreement about `what` unless the condition holds, or the values are equal.
 inline void Agree(bool holds, const std::string& what) {
   if (!holds) throw Disagreement(what);
 }
@@ -55,8 +56,8 @@ void AgreeOn(const std::string& what, const Actual& actual, const Expected& expe
   throw Disagreement(what + ": got " + Readable(actual) + ", expected " + Readable(expected));
 }
 
-// The model of a duration: at most nine bytes after the first "duration:", without the blanks
-// around them.
+// The model of a duration: at most nine bytes after the first "duration:", whose letters may be of
+// either case, without the blanks around the bytes.
 inline std::optional<QString> DurationIn(std::string_view text) {
   const auto bytes = QString::fromLatin1(text);
   const qsizetype word = bytes.indexOf(QLatin1String("duration:"), 0, Qt::CaseInsensitive);

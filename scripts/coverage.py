@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Tells which lines and branches of src/ the tests have run, by room and in total, from the counters
-of a coverage build. Fails if the total is below the marks.
+"""Tells how many lines and branches of src/ the tests have run, by room and in total, from the
+counters of a coverage build. Fails if the total is below the marks.
 
-A branch counts if its line has if, for, while, switch, case, ?, && or ||, or the last operand of such
-a condition. The compiler's other branches, above all those of exceptions, don't count. --missing
-names the lines that were never run and those with a branch that was never taken.
+A branch counts if its line has if, for, while, switch, case, ?, && or ||, or follows a line that
+ends in one of the last three. The compiler's other branches, above all those of exceptions, don't
+count. --missing names the lines that were never run and those with a branch that was never taken.
 """
 
 import argparse
@@ -27,14 +27,14 @@ GOES_ON = re.compile(r"(?:&&|\|\||\?)\s*$")
 
 
 def decides(lines, number):
-    """Whether a line, numbered from 1, has a decision or the last operand of a condition."""
+    """Whether a line, numbered from 1, decides something, or is the rest of a condition."""
     line = TEXT.sub("", lines[number - 1])
     before = TEXT.sub("", lines[number - 2]) if number > 1 else ""
     return bool(DECISION.search(line) or GOES_ON.search(before))
 
 
 def counted():
-    """What gcovr tells of each file of src/, with the branches that count."""
+    """What gcovr reports of each file of src/, without the branches that don't count."""
     with tempfile.NamedTemporaryFile(suffix=".json") as out:
         subprocess.run(
             ["gcovr", "--root", str(ROOT), "--filter", str(ROOT / "src") + "/",

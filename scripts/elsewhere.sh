@@ -1,9 +1,9 @@
 #!/usr/bin/env bash
 # Runs a command on a bare Debian of another release, in a fresh clone of this one's last commit:
 #   scripts/elsewhere.sh trixie ./test.sh quick
-# Needs root. Installs mmdebstrap if it is missing, makes the system in a temporary folder below
-# ${TMPDIR:-/var/tmp} with packages from this machine's own mirror, and removes it at the end, also if
-# it is interrupted. Exits with the command's status.
+# Needs root. Installs mmdebstrap if that is missing, makes the system in a temporary folder below
+# ${TMPDIR:-/var/tmp} with packages from this machine's own mirror, and removes the folder at the
+# end, also if the script is interrupted. Exits with the command's status.
 set -euo pipefail
 
 # shellcheck source=scripts/setup.sh
@@ -28,7 +28,7 @@ folder=$(mktemp -d --tmpdir="${TMPDIR:-/var/tmp}" kelvane-elsewhere-XXXXXX)
 chmod 755 "$folder" # the package manager downloads as a user of its own
 inside=
 clean_up() {
-  # All processes in there end with this one, even those that ignore signals.
+  # When this process ends, so do all those inside, even those that ignore signals.
   if [[ -n $inside ]] && kill -KILL "$inside" 2>/dev/null; then wait "$inside" || true; fi
   rm -rf --one-file-system "$folder" 2>/dev/null || { sleep 1 && rm -rf --one-file-system "$folder"; }
 }
@@ -37,7 +37,7 @@ trap 'exit 130' INT
 trap 'exit 143' TERM HUP
 system=$folder/$release
 
-# Runs a command whose mounts and processes end with it.
+# Runs a command in namespaces of its own, so that its mounts and processes end with it.
 run_isolated() {
   unshare --mount --mount-proc --pid --fork --kill-child "$@" </dev/null &
   inside=$!

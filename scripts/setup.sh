@@ -59,7 +59,7 @@ build_dir() {
   fi
 }
 
-# build PRESET [TARGET...]: configures if that hasn't been done, and builds.
+# build PRESET [TARGET...]: configures if that hasn't been done, and builds the targets, or all.
 build() {
   local preset=$1 folder
   shift

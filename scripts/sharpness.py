@@ -1,10 +1,10 @@
 #!/usr/bin/env python3
-"""Puts small faults, drawn at random, into a private copy of the sources, one at a time, and tells how
-many of them the quick tests notice. Prints the faults that no test notices. Fails if the tests notice
-fewer than 95 in a hundred.
+"""Puts small faults, drawn at random, into a private copy of the sources, one at a time, and tells
+how many of them the quick tests notice. Prints each fault, with the changed line if no test notices
+it. Fails if the tests notice fewer than 95 in a hundred.
 
-A fault is noticed if tests of its room, or else any others, fail twice running. A fault that doesn't
-compile is replaced by another.
+A fault is noticed if tests of its room, or else any others, fail twice in a row. A fault that
+doesn't compile is replaced by another.
 """
 
 import argparse
@@ -30,6 +30,7 @@ SLOW_LABELS = "^(desktop|long)$"
 
 
 def swaps(*pairs):
+    """A row of OPERATORS that replaces each of a pair, between blanks, by the other."""
     both = {**dict(pairs), **{new: old for old, new in pairs}}
     pattern = "|".join(rf"(?<= ){re.escape(old)}(?= )" for old in sorted(both, key=len, reverse=True))
     return pattern, lambda found: both[found[0]]
@@ -49,7 +50,7 @@ OPERATORS = {
 
 
 def all_faults(rooms):
-    """The faults by kind: the source, the number of the line, and the changed line."""
+    """The faults by kind: each as its source, the line's number from 0, and the changed line."""
     faults = {operator: [] for operator in OPERATORS}
     for path in sorted((TREE / "src").rglob("*.cpp")):
         source = path.relative_to(TREE)
@@ -93,8 +94,8 @@ def build(target):
 
 
 def passes(folder):
-    """Whether the folder's tests pass. Each program runs many of its tests at once, which takes less
-    time than CTest's process for each."""
+    """Whether the quick tests of a build folder pass. Runs many tests of a program in one process,
+    which takes less time than CTest's process for each test."""
     listing = subprocess.run(
         ["ctest", "--test-dir", folder, "--show-only=json-v1", "--label-exclude", SLOW_LABELS,
          "--exclude-regex", "_NOT_BUILT$"], check=True, capture_output=True)
@@ -118,6 +119,7 @@ def passes(folder):
 
 
 def prepare():
+    """Brings the copy up to date with the sources, builds it, and checks that its tests pass."""
     listing = subprocess.run(["git", "ls-files", "-z"], cwd=ROOT, check=True, capture_output=True)
     names = set(listing.stdout.decode().split("\0"))
     for path in list(TREE.rglob("*")):

@@ -1,5 +1,5 @@
 // The joiner receives what its tools print, and makes a section of every block with a duration,
-// until it transcodes: from then on it ignores the text.
+// until the user has the sections transcoded: from then on the joiner ignores the text.
 #include <QApplication>
 #include <QTimer>
 #include <memory>
@@ -12,7 +12,7 @@
 namespace kelvane::fuzz {
 namespace {
 
-// No section ever leaves a window, so one with this many sections is replaced by a new window.
+// No section ever leaves a window, so a window with this many sections is replaced by a new one.
 constexpr int kMostSections = 600;
 
 enum Step : std::uint8_t { TranscodingBegins, StepCount };
@@ -24,7 +24,7 @@ class Joiner {
   bool IsFull() const { return sections_ >= kMostSections; }
   bool IsUsedUp() const { return IsFull() || transcoding_; }
 
-  // A duration that is no time counts as the width of the section before. This makes that 0.
+  // A duration that is no time counts as the width of the section before. This makes that width 0.
   void ForgetWidth() {
     if (width_ != 0) Receive("Duration: 00:00:00.00");
   }

@@ -15,12 +15,12 @@ namespace {
 
 enum Step : std::uint8_t { LoadBegins, SecondRunBegins, RegionIsMeasured, StepCount };
 
-// One dimension of the canvas and what follows from it, in pixels.
+// The width or the height of the canvas, and what follows from it, in pixels.
 struct Side {
   QString caption;
-  float size = 0;         // of the canvas; the number of the caption if it is one
+  float size = 0;         // of the canvas: the last caption that was a number >= 0
   float barLength = 0;    // of the bars that lie along it
-  float barPosition = 0;  // of the bar at its end
+  float barPosition = 0;  // of the bar at its right or lower end
   int scrollMax = 0;
 
   // Returns whether the canvas changes its size on the screen.
@@ -58,7 +58,8 @@ class Model {
   Side height{QStringLiteral("0,000"), 0, 0, -5, 0};
 
  private:
-  // Returns whether the block was a whole size and nothing else. A character of `block` is a byte.
+  // Takes the size from a block. Returns whether the block was a whole size and nothing else. A
+  // character of `block` is a byte.
   bool TakeSize(QString block) {
     static const QRegularExpression kBareLineFeed(QStringLiteral("(?<!\r)\n"));
     block.replace(kBareLineFeed, QStringLiteral("\r\n"));
@@ -91,7 +92,7 @@ class Window {
 
   void Begin() {
     ProbeDimensionsDone = true;
-    // Ends a word that the last input began.
+    // Ends a word, such as "duration:", of which the last input had the beginning.
     form_.objDOS_ReceiveOutputs("........");
     Get<TextBox>("Text2").setText({});
     for (const char* size : {"Label1(1)", "Label1(3)"}) {

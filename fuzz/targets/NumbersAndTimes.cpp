@@ -26,7 +26,7 @@ struct FuzzedLocale {
   Separators separators;
 };
 
-// The separators are not asked of Qt, which the program asks.
+// The separators are written out here, since the program asks Qt for them.
 const FuzzedLocale kLocales[] = {
     {QLocale::c(), {",", "."}},
     {QLocale(QLocale::German, QLocale::Germany), {".", ","}},
@@ -40,7 +40,7 @@ bool Matches(const QString& text, const char* pattern) {
   return QRegularExpression("\\A(?:" + QLatin1String(pattern) + ")\\z").match(text).hasMatch();
 }
 
-// Commas that group have a digit before them and exactly three behind them.
+// Removes the commas that group digits: those after a digit and before exactly three digits.
 QString WithoutGroupingCommas(const QString& text) {
   const QStringList parts = text.split(u',');
   QString left = parts.first();
@@ -53,7 +53,7 @@ QString WithoutGroupingCommas(const QString& text) {
   return left;
 }
 
-// The whole text as a number, unless a double can't hold it.
+// The whole text as a number; none if the text is no number or a double can't hold it.
 std::optional<double> Number(const QString& text, const Separators& separators) {
   QString plain = text.trimmed().remove(separators.group);
   if (separators.decimal != u',') plain = WithoutGroupingCommas(plain);
@@ -64,7 +64,7 @@ std::optional<double> Number(const QString& text, const Separators& separators) 
   return std::isfinite(number) && !tooSmall ? std::optional(number) : std::nullopt;
 }
 
-// Seconds from midnight of "h:m" or "h:m:s".
+// The time "h:m" or "h:m:s" in seconds from midnight; none for any other text.
 std::optional<int> Seconds(const QString& text) {
   const QString time = text.trimmed();
   if (!Matches(time, "[0-9]{1,2}:[0-9]{1,2}(:[0-9]{1,2})?")) return std::nullopt;
@@ -76,7 +76,7 @@ std::optional<int> Seconds(const QString& text) {
   return hours * 3600 + minutes * 60 + seconds;
 }
 
-// "hh:mm:ss" of a time of day.
+// The seconds as a time of day, "hh:mm:ss", which wraps after 24 hours.
 QString TimeText(std::int64_t seconds) {
   return QString::asprintf("%02d:%02d:%02d", static_cast<int>(seconds % 86400 / 3600),
                            static_cast<int>(seconds % 3600 / 60), static_cast<int>(seconds % 60));
@@ -91,8 +91,8 @@ QString Grouped(double number, int leastDigits, const Separators& separators) {
   return negative ? u'-' + text : text;
 }
 
-// The longest beginning that is a number with a decimal point, without blanks, tabs and line
-// breaks.
+// Leaves out blanks, tabs and line breaks, and returns the longest beginning of the rest that is a
+// number, with a point as decimal separator; 0 if there is none or a double can't hold it.
 double NumberAhead(const std::string& text) {
   std::string plain;
   for (const char c : text) {
@@ -145,7 +145,7 @@ void ReadText(std::string_view bytes, const Separators& separators) {
   AgreeOn("text through the narrow encoding", FromNarrow(ToNarrow(text)), text);
 }
 
-// The value of a text that is a number without an exponent.
+// The value of a text that must be a number.
 double ValueOf(QString text, const Separators& separators) {
   text.remove(separators.group).replace(separators.decimal, QLatin1String("."));
   char* end = nullptr;
@@ -218,7 +218,7 @@ void FormatNumber(double number, const Separators& separators) {
   AgreeOn("32 bits of " + shown, ToInteger32(number), HalfToEven<std::int32_t>(number));
   const auto single = static_cast<float>(number);
   if (!std::isfinite(single)) return;
-  // Slightly more, so that a half is rounded up.
+  // Slightly further from zero, so that a half is rounded away from zero.
   const double more = double{single} * (1 + 1e-12);
   QString expected = single == 0 ? "0" : QString::asprintf("%.7G", more);
   AgreeOn("single " + shown, FormatSingle(single), expected.replace(u'.', separators.decimal));

@@ -1,4 +1,4 @@
-// A file of any name gets a short path that is safe on a command line and names the same file.
+// A file with any name gets a short path that is safe on a command line and leads to the same file.
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <algorithm>
@@ -35,8 +35,8 @@ bool IsSafe(const std::string& path) {
          });
 }
 
-// The last point of the name and up to ten letters and digits behind it, unless the name begins
-// with that point.
+// The last point of the name and the one to ten letters and digits after it; empty if the name
+// doesn't end so, or begins with that point.
 std::string Extension(const std::string& path) {
   static const QRegularExpression kPattern(QStringLiteral("(?s)[^/](\\.[0-9A-Za-z]{1,10})\\z"));
   return kPattern.match(QString::fromLatin1(path)).captured(1).toStdString();

@@ -1,4 +1,4 @@
-// The choice of a video: the dialog, the name on show and the short path.
+// The choice of a video: the dialog, the path that is shown, and the short path.
 #include <QComboBox>
 #include <QFileDialog>
 #include <QFileInfo>

@@ -1,4 +1,4 @@
-// The highlights and outlines of the sliders under the pointer, and those of the arrows.
+// The highlights and outlines of the sliders under the pointer, and the highlights of the arrows.
 #include "sections/SectionWindowTest.h"
 
 namespace kelvane::testing {

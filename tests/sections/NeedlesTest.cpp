@@ -13,7 +13,7 @@ class Needles : public SectionWindowTest {
   Line& Span() const { return Get<Line>("Line8"); }
 };
 
-// A press at half a pixel counts as one at the even pixel.
+// A press halfway between two pixels counts as one at the even pixel: at 4.5 as at 4.
 TEST_F(Needles, MoveWithTheLeftButtonAloneFromTheLastPressOfAnyButton) {
   PictureBox& needle = NeedleBox(StartNeedle);
   needle.MouseDown(At(needle, kRightButton, 4.5));
@@ -88,7 +88,7 @@ TEST_F(Needles, MoveTheirOwnHairlineThroughTheirMiddle) {
   EXPECT_EQ(Hairline(EndNeedle).X2(), 202);
 }
 
-TEST_F(Needles, AreDrawnInFrontOfTheSpanAndThatInFrontOfTheTimeLine) {
+TEST_F(Needles, AreDrawnInFrontOfTheSpanLineWhichIsInFrontOfTheTimeLine) {
   DragTo(NeedleBox(StartNeedle), 100);
   DragTo(NeedleBox(EndNeedle), 300);
   const QImage strip = Picture(Strip());

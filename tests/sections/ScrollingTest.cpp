@@ -50,7 +50,8 @@ TEST_F(TimeLineScrolling, IsDoneByEveryButton) {
   EXPECT_EQ(Strip().Left(), 0);
 }
 
-// The frame is 881 pixels wide and the time line 1825. Each step looks at the end before it moves.
+// The frame is 881 pixels wide and the time line 1825. A step checks whether the end is inside the
+// frame before it moves the time line.
 TEST_F(TimeLineScrolling, StopsOnceTheEndOfTheTimeLineIsInsideTheFrame) {
   ClickArrow(TowardsEnd, 23);
   PressAndExpect(TowardsEnd, -940);
@@ -64,7 +65,7 @@ TEST_F(TimeLineScrolling, StopsOnceTheEndOfTheTimeLineIsInsideTheFrame) {
   PressAndExpect(TowardsEnd, 0);
 }
 
-TEST_F(TimeLineScrolling, SetsTheRangeOfTheHiddenBarIfThatCanHoldTheWidth) {
+TEST_F(TimeLineScrolling, SetsTheRangeOfTheHiddenBarToTheWidthIfThatFitsInto16Bits) {
   const auto& bar = Get<HScrollBar>("HScroll1");
   for (const auto& [width, range] :
        {std::pair(2000.5F, 2000), {300.F, 300}, {32767.F, 32767}, {32768.F, 32767}}) {
@@ -91,7 +92,7 @@ class HiddenThumb : public SectionWindowTest {
   PictureBox& Box() const { return Get<PictureBox>("Picture6"); }
 };
 
-// A quarter of its bar is 220.25 pixels, and a half is 440.5 pixels.
+// A quarter of the bar on which the thumb moves is 220.25 pixels, and a half is 440.5 pixels.
 TEST_F(HiddenThumb, ScrollsTheTimeLineToOneOfThreePlaces) {
   for (const auto& [thumb, strip] : {std::pair(0.F, 0.F),
                                      {220.25F, 0.F},
@@ -107,7 +108,7 @@ TEST_F(HiddenThumb, ScrollsTheTimeLineToOneOfThreePlaces) {
   EXPECT_FALSE(Box().Visible());
 }
 
-// A press at half a pixel counts as one at the even pixel.
+// A press halfway between two pixels counts as one at the even pixel: at 4.5 as at 4.
 TEST_F(HiddenThumb, MovesWithTheLeftButtonAloneFromTheLastPressOfAnyButton) {
   const float before = Box().Left();
   Box().MouseDown(At(Box(), kRightButton, 4.5));

@@ -13,7 +13,7 @@
 
 namespace kelvane::testing {
 
-// What is true of both windows is tested on both.
+// The tests of what is true of both windows are built twice, once for each.
 #ifdef KELVANE_STABILISER
 using SectionWindow = Stabiliser;
 #else
@@ -62,7 +62,7 @@ class SectionWindowTest : public OpenWindowTest<SectionWindow> {
   }
   // Drags the control until its left edge is at `left`.
   static void DragTo(Control& control, float left) { Drag(control, 2, 2 + left - control.Left()); }
-  // Puts the outline of a thumb where it never is.
+  // Moves the outline of a thumb to a place where the window never puts it.
   void MoveOutlineAway(int slider) const {
     Shape& outline = ThumbOutline(slider);
     outline.setLeft(11);
@@ -70,7 +70,7 @@ class SectionWindowTest : public OpenWindowTest<SectionWindow> {
     outline.setWidth(33);
     outline.setHeight(44);
   }
-  // Expects the outline of a thumb that is at `left`.
+  // Expects that the thumb's outline surrounds a thumb whose left edge is at `left`.
   void ExpectOutlineAround(int slider, float left) const {
     const Shape& outline = ThumbOutline(slider);
     EXPECT_EQ(outline.Left(), left - 1);

@@ -53,7 +53,7 @@ TEST_F(Sliders, KeepTheirFirstValueUntilTheyAreDragged) {
   }
 }
 
-// A press at half a twip counts as one at the even twip.
+// A press halfway between two twips counts as one at the even twip: at 60.5 as at 60.
 TEST_F(Sliders, MoveWithTheLeftButtonAloneFromTheLastPressOfAnyButton) {
   Label& thumb = Thumb(Accuracy);
   thumb.MouseDown(At(thumb, kRightButton, 60.5));
@@ -146,7 +146,7 @@ TEST_F(StepSizeSlider, IsHeldAtItsStartByAMoveOverAnyThumb) {
   Expect(kStart, "01");
   DragTo(Thumb(StepSize), 100);
   Expect(kStart, "1");
-  EXPECT_EQ(ThumbOutline(StepSize).Left(), 99) << "the outline stays where the drag was";
+  EXPECT_EQ(ThumbOutline(StepSize).Left(), 99) << "the outline stays where the drag has put it";
 }
 
 TEST_F(StepSizeSlider, IsHeldAtItsEndByAReleaseOverAnyThumb) {
@@ -197,7 +197,7 @@ TEST_F(StepSizeSlider, GoesToItsEndBeforeTheNextMoveOfADragAndAtTheRelease) {
   EXPECT_EQ(ThumbOutline(StepSize).Left(), kEnd + 9);
   thumb.MouseUp(At(thumb, kLeftButton, 2));
   Expect(kEnd, "30");
-  EXPECT_EQ(ThumbOutline(StepSize).Left(), kEnd + 9) << "the outline stays behind";
+  EXPECT_EQ(ThumbOutline(StepSize).Left(), kEnd + 9) << "the release doesn't move the outline";
 }
 
 TEST_F(StepSizeSlider, KeepsItsReadOutWhenTheDragOfAnotherThumbMovesItToItsEnd) {

@@ -29,9 +29,9 @@ TEST(SectionWindowIcon, IsTheGivenIconOrElseTheProductsFromTheLoadOn) {
   given.Unload();
 }
 
-class SectionStart : public SectionWindowTest {};
+class SectionWindowStart : public SectionWindowTest {};
 
-TEST_F(SectionStart, ShowsCaptionsThatFitIntoTheirLabels) {
+TEST_F(SectionWindowStart, ShowsCaptionsThatFitIntoTheirLabels) {
   for (const Label* label : form_->findChildren<Label*>()) {
     if (label->parent()->objectName() == "Picture1") continue;  // hidden
     const QString shown = QString(label->Caption()).replace("&&", "&").trimmed();
@@ -40,7 +40,7 @@ TEST_F(SectionStart, ShowsCaptionsThatFitIntoTheirLabels) {
   }
 }
 
-TEST_F(SectionStart, HasTwoBorderedFieldsThatTakeTextFromTheKeyboard) {
+TEST_F(SectionWindowStart, HasTwoBorderedFieldsThatTakeTextFromTheKeyboard) {
   for (const char* name : {"Text1", "Text5"}) {
     auto& field = Get<TextBox>(name);
     QTest::keyClicks(field.findChild<QLineEdit*>(), "my.mp4");
@@ -50,7 +50,7 @@ TEST_F(SectionStart, HasTwoBorderedFieldsThatTakeTextFromTheKeyboard) {
   }
 }
 
-TEST_F(SectionStart, HasDarkProgressBarsThatFillGrey) {
+TEST_F(SectionWindowStart, HasDarkProgressBarsThatFillGrey) {
   for (const char* name : {"pbar(0)", "pbar(1)", "pbar(2)"}) {
     auto& bar = Get<ProgressBar>(name);
     EXPECT_TRUE(AllOf(Picture(bar), bar.rect(), 0x3d464c)) << name;
@@ -59,7 +59,7 @@ TEST_F(SectionStart, HasDarkProgressBarsThatFillGrey) {
   }
 }
 
-TEST_F(SectionStart, DrawsAFrameThatFollowsTheWindowWhileNothingElseMoves) {
+TEST_F(SectionWindowStart, DrawsAFrameThatFollowsTheWindowWhileNothingElseMoves) {
   const auto places = [this] {
     std::map<QString, QRect> all;
     for (const Control* control : form_->findChildren<Control*>()) {
@@ -79,9 +79,9 @@ TEST_F(SectionStart, DrawsAFrameThatFollowsTheWindowWhileNothingElseMoves) {
   }
 }
 
-// The length of the video is a caption. A strip can't have a negative width, but its line can end
-// left of its start.
-TEST(SectionLength, IsThatOfTheTimeLineAndItsLineIfItIsANumber) {
+// The length of the video is in a caption. The time line can't have a negative width, but the line
+// on it can end left of its start.
+TEST(VideoLengthCaption, SetsTheLengthsOfTimeLineAndLineIfItIsANumber) {
   struct Case {
     const char* caption;
     float width;

@@ -49,7 +49,7 @@ TEST_F(TimeLineMenu, OpensAtTheReleaseOfTheRightButtonOverTimeLineAndFrameAlone)
   }
 }
 
-// Only below the bar of the arrows is the frame itself to be seen; its border has two pixels.
+// The frame itself is visible only below the bar of the arrows. Its border is two pixels wide.
 TEST_F(TimeLineMenu, OpensByARightClickOnTheFrameOutsideTheTimeLine) {
   const QPoint place = Frame().mapTo(form_.get(), QPoint(300, Frame().height() - 4));
   ASSERT_EQ(form_->childAt(place), &Frame());
@@ -99,12 +99,12 @@ TEST_F(TimeLineMenu, LeavesTheLinesInTheirPlacesUntilTheNextDrag) {
   EXPECT_EQ(span.X1(), 400);
   EXPECT_EQ(span.X2(), 754);
   EXPECT_EQ(Get<Line>("Line3", StartNeedle).X1(), 402);
-  EXPECT_EQ(Get<Line>("Line3", EndNeedle).X1(), 138) << "the other needle's";
+  EXPECT_EQ(Get<Line>("Line3", EndNeedle).X1(), 138) << "the hairline of the other needle stays";
 }
 
-TEST_F(TimeLineMenu, GoesByTheLastPlaceOfTheMouseInTheBoxUnderIt) {
+TEST_F(TimeLineMenu, PutsTheNeedleAtTheMousesLastPlaceCountedInTheBoxUnderTheMouse) {
   ChooseEnd();
-  EXPECT_EQ(NeedleBox(EndNeedle).Left(), 0) << "before any move";
+  EXPECT_EQ(NeedleBox(EndNeedle).Left(), 0) << "the place is 0 before any move";
   MoveOver(Strip(), 110.5);
   ChooseEnd();
   EXPECT_EQ(NeedleBox(EndNeedle).Left(), 110) << "half is rounded to even";

@@ -10,7 +10,7 @@ namespace {
 constexpr QRgb kLabel = 0xffc0c0c0;
 constexpr QRgb kOlive = 0xff808000;
 
-// Returns the whole number nearest to a fraction, the even one of two.
+// Returns the whole number nearest to a fraction: of two that are equally near, the even one.
 int Nearest(qint64 numerator, qint64 denominator) {
   const qint64 whole = numerator / denominator;
   const qint64 twice = 2 * (numerator % denominator);
@@ -19,7 +19,7 @@ int Nearest(qint64 numerator, qint64 denominator) {
 }
 
 // Draws a time line of `length` pixels, with a label every `tickBase` / 75 and a minor tick every
-// `tickBase` / 600 pixels. There are as many of each as pixels; some may lie behind the end.
+// `tickBase` / 600 pixels. There is one more of each than pixels; some may lie beyond the end.
 QImage DrawnTimeLine(int length, qint64 tickBase) {
   QImage picture(length, 41, QImage::Format_RGB32);
   picture.fill(QColor(0x404040));
@@ -46,7 +46,7 @@ QImage DrawnTimeLine(int length, qint64 tickBase) {
   return picture;
 }
 
-// Returns the strip without the needles and lines on it.
+// Hides the needles and lines on the strip, and returns its picture.
 QImage StripOf(const Form3& form) {
   auto& strip = form.Find<PictureBox>("Picture3(1)");
   for (Control* child : strip.findChildren<Control*>()) child->setVisible(false);

@@ -15,10 +15,10 @@ namespace {
 const QLocale kPlain = QLocale::c();
 const QLocale kGerman(QLocale::German, QLocale::Germany);
 const QLocale kFrench(QLocale::French, QLocale::France);
-// Groups with an apostrophe and has a decimal point: a comma means nothing there.
+// The Swiss separators are an apostrophe between groups and a decimal point: a comma is neither.
 const QLocale kSwiss(QLocale::German, QLocale::Switzerland);
 
-// Each test begins in the C locale and restores the default one.
+// Each test begins with the C locale as the default one. Afterwards the former default is restored.
 class NumberText : public testing::Test {
  protected:
   NumberText() { QLocale::setDefault(kPlain); }
@@ -136,7 +136,7 @@ TEST_F(NumberText, IsWrittenAndReadWithTheSeparatorsOfTheLocale) {
   EXPECT_EQ(FormatGrouped(1234567).toStdString(), "1\u202F234\u202F567");
   EXPECT_EQ(FormatGrouped(640).toStdString(), "0\u202F640");
   EXPECT_EQ(FormatTwoDecimals(33.333).toStdString(), "33,33");
-  EXPECT_EQ(FormatSingle(1234567).toStdString(), "1234567") << "not grouped";
+  EXPECT_EQ(FormatSingle(1234567).toStdString(), "1234567") << "FormatSingle groups no digits";
   ExpectNumbers(Single, {{1920, "1\u202F920"}, {1234567.5, "1\u202F234\u202F567,5"}, {4.5, "4,5"}});
   EXPECT_EQ(SingleFromText("1,920"), 1.92F);
 }
@@ -173,7 +173,7 @@ TEST_F(NumberText, SingleFromTextIgnoresACommaBeforeThreeDigitsUnlessItIsTheDeci
   }
 }
 
-TEST_F(NumberText, SingleFromTextHasNoValueForAnyOtherText) {
+TEST_F(NumberText, SingleFromTextHasNoValueForATextThatIsNoNumberOrATooLargeOne) {
   for (const char* text : {"", " ", ",", ".", "-", "abc", "12px", "1 920", "0x10", "1.2.3", "--1",
                            "00:00:10", "inf", "nan", "1e39", "-1e39", "1e400"}) {
     EXPECT_EQ(SingleFromText(text), std::nullopt) << text;

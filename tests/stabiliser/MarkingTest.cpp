@@ -1,4 +1,4 @@
-// The needles of a selected video: what they read is what is cut.
+// The needles on the time line of a selected video: how they are moved, and what they show.
 #include <QApplication>
 #include <QTest>
 #include <vector>
@@ -10,7 +10,7 @@
 namespace kelvane::testing {
 namespace {
 
-// A video of a minute: 14 pixels a second.
+// A video of a minute is selected, which has 14 pixels a second on the time line.
 class Marking : public StabiliserWindowTest {
  protected:
   Marking() { Select(60); }
@@ -28,7 +28,7 @@ class Marking : public StabiliserWindowTest {
   }
 };
 
-TEST_F(Marking, ByADragStopsAtTenthsAndAtTheEndsOfTheTimeLine) {
+TEST_F(Marking, ByADragSnapsToTenthsAndStopsAtTheEndsOfTheTimeLine) {
   DragNeedle(StartNeedle, 14 * 10 + 3);
   ExpectMark(StartNeedle, 10.2, "00:00:10.2");
   EXPECT_EQ(Time(SectionSpan), "00:00:49.8");
@@ -43,7 +43,7 @@ TEST_F(Marking, ByADragStopsAtTenthsAndAtTheEndsOfTheTimeLine) {
   ExpectMark(EndNeedle, 60, "00:01:00.0");
 }
 
-TEST_F(Marking, ByTheArrowKeysIsBySecondsAndWithShiftByTenOfThem) {
+TEST_F(Marking, ByTheArrowKeysMovesByASecondAndWithShiftByTen) {
   EXPECT_TRUE(Key(StartNeedle, Qt::Key_Right));
   ExpectMark(StartNeedle, 1, "00:00:01.0");
   EXPECT_TRUE(Key(StartNeedle, Qt::Key_Right, 1));
@@ -108,7 +108,7 @@ TEST_F(Marking, ShowsThePictureAtANeedleOfAVideoWhoseRateIsUnknown) {
   EXPECT_NEAR(Get<WindowsMediaPlayer>("wmp").controls.currentPosition(), 2, 0.2);
 }
 
-TEST_F(Marking, IsToldIfItStartsAfterTheLastPicture) {
+TEST_F(Marking, ThatStartsAfterTheLastPictureIsReported) {
   tools_.SizeProbeDoes(
       "printf '%s\\n' width=640 height=360 pix_fmt=yuv420p avg_frame_rate=25/1 duration=30 "
       "format_name=mov,mp4 start_time=0.0 duration=60");
@@ -132,7 +132,7 @@ TEST_F(Marking, IsInSecondsForAScreenReader) {
   EXPECT_EQ(end.currentValue(), QVariant(40.3));
 }
 
-TEST_F(Marking, IsScrolledByTheWheelUpToBothEnds) {
+TEST_F(Marking, ScrollsTheTimeLineByTheWheelUpToBothEnds) {
   Select(3600);
   Turn(Strip(), -1);
   EXPECT_EQ(Strip().Left(), -100);
@@ -148,14 +148,14 @@ TEST_F(Marking, IsScrolledByTheWheelUpToBothEnds) {
   EXPECT_EQ(Strip().Left(), Get<PictureBox>("Picture3", TimeLineFrame).ScaleWidth() - 3603);
 }
 
-TEST_F(Marking, IsToldIfNoSectionIsMarked) {
+TEST_F(Marking, ThatLeavesNoSectionBetweenTheNeedlesIsReported) {
   Label& view = Caption("Label14", ViewRegion);
   DragNeedle(EndNeedle, -14 * 60);
   EXPECT_NE(MessageOf(view).find("ends before it starts"), std::string::npos);
   EXPECT_EQ(Runs(), Texts{});
 }
 
-TEST(MarkingNothing, IsToldBeforeAnyToolRuns) {
+TEST(CommandsWithoutAVideo, SayThatAVideoIsNeededAndRunNoTool) {
   Stabiliser form;
   form.Load();
   const RecordingTools tools;

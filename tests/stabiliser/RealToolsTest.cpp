@@ -35,7 +35,7 @@ class RealTools : public StabiliserWindowTest {
     Click(Caption("Label6", 0));
     ASSERT_EQ(Get<TextBox>("Text1").Text(), path);
   }
-  // A video of eight seconds. Each has a colour, and 25 pictures.
+  // Makes a video of eight seconds, each in one colour and of 25 pictures, and returns its path.
   QString EightColours() const {
     const QString path = PathOf("colours.mp4");
     EXPECT_TRUE(MakeColours(
@@ -48,7 +48,7 @@ class RealTools : public StabiliserWindowTest {
     DragNeedle(StartNeedle, pixels * start);
     DragNeedle(EndNeedle, pixels * end - 2 - NeedleBox(EndNeedle).Left());
   }
-  // Clicks a caption that asks for a new file, which the tools then write.
+  // Clicks a caption that asks for a new file, and expects that the tools write that file.
   static void SaveAs(Label& caption, const QString& path) {
     const DialogAnswers answers({TypeFile(path), PressButton(QMessageBox::Ok)});
     Click(caption);
@@ -67,7 +67,8 @@ class RealTools : public StabiliserWindowTest {
         &printed);
     return printed.section('\n', 0, 0).trimmed();
   }
-  // How many pixels of each colour in turn come out of the filters; by default one per picture.
+  // Returns how many pixels of the same colour follow each other in what the filters put out, such
+  // as "25 red, 5 green". The default filter puts out one pixel for each picture.
   QString ColoursOf(const QString& video, const QString& filters = "scale=1:1") const {
     const QString pixels = PathOf("pixels");
     Make({"-y", "-i", video, "-vf", filters, "-f", "rawvideo", "-pix_fmt", "rgb24", pixels});
@@ -135,7 +136,7 @@ TEST_F(RealTools, ExtractFromTheBeginningOfAVideoWhosePicturesAreStoredOutOfOrde
   EXPECT_TRUE(colours.startsWith("25 red, 25 green, 25 blue, ")) << colours.toStdString();
 }
 
-// The tool takes the stereo track, and would count from its beginning.
+// The tool takes the stereo track, and by default would count the time from that track's beginning.
 TEST_F(RealTools, ExtractFromATransportStreamWhoseOtherSoundTrackBeginsFirst) {
   const QString original = EightColours();
   const QString source = PathOf("tracks.ts");
@@ -179,7 +180,7 @@ TEST_F(RealTools, ExtractFromATransportStreamWhoseOtherSoundTrackBeginsFirst) {
   EXPECT_EQ(ColoursOf(part), "15 red, 25 green, 25 blue, 5 yellow");
 }
 
-// By itself the tool would take the other one, which is larger.
+// By default the tool would take the second stream, which is larger.
 TEST_F(RealTools, ReadTheFirstOfSeveralVideoStreams) {
   const QString original = EightColours();
   for (const char* name : {"two.mkv", "two.ts"}) {
@@ -213,7 +214,7 @@ TEST_F(RealTools, PlayPauseAndRewindTheVideo) {
   EXPECT_NEAR(controls.currentPosition(), 3, 0.1);
   give(Rewind);
   EXPECT_EQ(controls.currentPosition(), 0);
-  EXPECT_FALSE(controls.playing()) << "it stays paused";
+  EXPECT_FALSE(controls.playing()) << "a paused video stays paused";
 }
 
 TEST_F(RealTools, RemarkNothingIfTheSoundOutlastsThePictures) {
@@ -226,14 +227,14 @@ TEST_F(RealTools, RemarkNothingIfTheSoundOutlastsThePictures) {
   }
 }
 
-// As a recorder of the screen writes it: at uneven times.
+// The pictures come at uneven times, as in a file that a screen recorder writes.
 TEST_F(RealTools, AddNoPicturesToAVideoWithoutARate) {
   const QString source = PathOf("screen.webm");
   Make({"-f", "lavfi", "-i",
         "testsrc2=size=160x90:rate=30:duration=2,settb=1/1000,"
         "setpts='floor((N/30+0.012*random(0))*1000)'",
         "-vsync", "passthrough", "-enc_time_base", "1/1000", "-c:v", "libvpx", source});
-  // FFmpeg 7.1 states the rate of the file's clock.
+  // FFmpeg 7.1 states the rate of the file's clock instead of 0/0.
   const QString rate = Probed(source, "stream=avg_frame_rate");
   ASSERT_TRUE(rate == "0/0" || rate == "1000/1") << rate.toStdString();
   Choose(source);
@@ -273,8 +274,8 @@ TEST_F(RealTools, TakeEveryOptionAtBothEndsOfItsRange) {
   SaveAs(Caption("Label12", Apply), PathOf("both.mp4"));
 }
 
-// What Apply makes of a kind of video. In each, the right half of the picture turns white as a
-// tone, if any, begins; the top left quarter is red.
+// A kind of video, and the size of what Apply makes of it. In each video the right half of the
+// picture turns white when the tone, if there is one, begins; the top left quarter is red.
 struct Kind {
   const char* name;
   const char* size;  // of the source
@@ -288,9 +289,9 @@ struct Kind {
 
 void PrintTo(const Kind& kind, std::ostream* out) { *out << kind.name; }
 
-class Kinds : public RealTools, public ::testing::WithParamInterface<Kind> {
+class KindsOfVideos : public RealTools, public ::testing::WithParamInterface<Kind> {
  protected:
-  // When each begins, in seconds; 0 if it doesn't.
+  // When the white half and the tone begin, in seconds; 0 for one that doesn't begin.
   struct Beginnings {
     double white;
     double tone;
@@ -307,13 +308,13 @@ class Kinds : public RealTools, public ::testing::WithParamInterface<Kind> {
     };
     return {number("black_end:"), number("silence_end:")};
   }
-  // The colours of its quarters, line by line, after the change.
+  // Returns the colours of the picture's quarters, row by row, once the right half is white.
   QString QuartersOf(const QString& video) const {
     return ColoursOf(video, "trim=start=2,select='eq(n,0)',setpts=0,scale=2:2:flags=area");
   }
 };
 
-TEST_P(Kinds, ComeOutUprightPlayableOfTheSameLengthAndWithSoundInStep) {
+TEST_P(KindsOfVideos, ComeOutUprightPlayableOfTheSameLengthAndWithSoundInStep) {
   const Kind& kind = GetParam();
   QString source = PathOf(kind.name);
   const QString picture =
@@ -334,7 +335,7 @@ TEST_P(Kinds, ComeOutUprightPlayableOfTheSameLengthAndWithSoundInStep) {
   const QString steady = PathOf("steady.mp4");
   SaveAs(Caption("Label12", Apply), steady);
   EXPECT_EQ(Probed(steady, "stream=width,height,pix_fmt"), u"%1,yuv420p"_s.arg(kind.steadySize));
-  constexpr double kFrame = 0.045;  // a little more than one
+  constexpr double kFrame = 0.045;  // seconds, a little more than a picture lasts
   EXPECT_NEAR(VideoSeconds(steady), VideoSeconds(source), 2 * kFrame);
   const QString quarters = QuartersOf(source);
   EXPECT_EQ(QuartersOf(steady), quarters);
@@ -351,7 +352,7 @@ TEST_P(Kinds, ComeOutUprightPlayableOfTheSameLengthAndWithSoundInStep) {
 const QStringList kPlain = {"-pix_fmt", "yuv420p", "-preset", "ultrafast"};
 
 INSTANTIATE_TEST_SUITE_P(
-    Table, Kinds,
+    Table, KindsOfVideos,
     ::testing::Values(
         Kind{"plain.mp4", "320x180", kPlain, "320,180"},
         Kind{.name = "silent.mp4",
@@ -382,7 +383,8 @@ INSTANTIATE_TEST_SUITE_P(
       return QString(tested.param.name).section('.', 0, 0).toStdString();
     });
 
-// A shaking camera films a still scene. The parameter moves its window of 640 by 480 pixels.
+// A shaking camera films a still scene: the parameter, x and y of ffmpeg's crop filter, moves a
+// window of 640 by 480 pixels over it.
 class ShakingCamera : public RealTools, public ::testing::WithParamInterface<const char*> {
  protected:
   // Returns the mean motion from one picture to the next, in pixels, as the detector sees it.
@@ -413,7 +415,7 @@ class ShakingCamera : public RealTools, public ::testing::WithParamInterface<con
   }
 };
 
-TEST_P(ShakingCamera, IsSteadiedAsByTheBareCommands) {
+TEST_P(ShakingCamera, IsSteadiedAsMuchAsByFfmpegAlone) {
   const QString source = PathOf("shaken.mp4");
   Make({"-f", "lavfi", "-i",
         u"testsrc2=size=800x640:rate=25,noise=alls=60:all_seed=1,loop=-1:1,trim=end_frame=100,"

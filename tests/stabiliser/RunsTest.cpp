@@ -33,7 +33,7 @@ class StabiliserRuns : public StabiliserWindowTest {
   Label& Test() const { return Caption("Label12", TestSettings); }
   Label& ApplyAll() const { return Caption("Label12", Apply); }
 
-  // The probe says a size for which no disk has room.
+  // From now on the probe states a picture size for whose motions no disk has room.
   void ProbeSaysHuge() const {
     tools_.SizeProbeDoes(
         "printf '%s\\n' width=1000000 height=1000000 pix_fmt=yuv420p avg_frame_rate=25/1 "
@@ -53,12 +53,12 @@ class StabiliserRuns : public StabiliserWindowTest {
       TypeFile(path)(dialog);
     };
   }
-  // Saves and confirms the message that follows, which is returned.
+  // Clicks the caption, types the path, confirms the message that follows, and returns it.
   static std::string MessageOfSaving(Label& caption, const QString& path) {
     return ClickAndAnswer(caption, {TypeFile(path), PressButton(QMessageBox::Ok)}).back();
   }
 
-  // Runs the step as soon as the condition holds, while a tool runs.
+  // Does the step once, as soon as the condition holds, inside the run that is started next.
   void When(std::function<bool()> condition, std::function<void()> step) {
     auto* const timer = new QTimer(form_.get());
     QObject::connect(timer, &QTimer::timeout, [timer, condition, step] {
@@ -79,8 +79,8 @@ class StabiliserRuns : public StabiliserWindowTest {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : "(not there)";
   }
 
-  // The runs so far, with the source as SOURCE, a new file's temporary name as NEW, and the folder
-  // of working files as WORK.
+  // The runs so far, with the source as SOURCE, a new file's temporary name as NEW, and each
+  // private folder, that of working files and that of links, as WORK.
   Texts Lines() const {
     static const QRegularExpression temporary(u"[^ ]*/\\.kelvane-[A-Za-z0-9]{6}"_s);
     static const QRegularExpression working(u"[^ =]*/kelvane-[0-9]+-[A-Za-z0-9]{6}"_s);
@@ -139,7 +139,7 @@ TEST_F(StabiliserRuns, ExtractWritesTheMarkedSection) {
   EXPECT_EQ(Outputs(), QStringList("part.mp4"));
 }
 
-TEST_F(StabiliserRuns, TestIsOfTheMarkedSectionUntilOneIsExtracted) {
+TEST_F(StabiliserRuns, TestUsesTheMarkedSectionUntilOneIsExtracted) {
   Click(Test());
   const std::string part = "-ss 10 -i SOURCE -t 30.5 ";
   EXPECT_EQ(Lines(), (Texts{Ffmpeg(part + "-an -sn -dn " + kDetect),
@@ -151,17 +151,17 @@ TEST_F(StabiliserRuns, TestIsOfTheMarkedSectionUntilOneIsExtracted) {
   const Texts lines = Lines();
   ASSERT_EQ(lines.size(), 5U);
   EXPECT_EQ(lines[3].find(" -ss "), std::string::npos) << lines[3];
-  EXPECT_NE(lines[3].find("-i WORK/"), std::string::npos) << "a link: " << lines[3];
+  EXPECT_NE(lines[3].find("-i WORK/"), std::string::npos) << "reads a link: " << lines[3];
 }
 
-TEST_F(StabiliserRuns, TestIsOfTheMarkedSectionAgainOnceOtherMarksAreSet) {
+TEST_F(StabiliserRuns, TestUsesTheMarkedSectionAgainOnceOtherMarksAreSet) {
   MessageOfSaving(Extract(), PathOf("part.mp4"));
   DragNeedle(EndNeedle, 14);
   Click(Test());
   EXPECT_NE(Lines().back().find("-ss 10 -i SOURCE -t 31.5 "), std::string::npos);
 }
 
-TEST_F(StabiliserRuns, ApplyIsOfTheWholeVideo) {
+TEST_F(StabiliserRuns, ApplyStabilisesTheWholeVideo) {
   EXPECT_EQ(
       ClickAndAnswer(ApplyAll(), {TypeFile(PathOf("steady.mp4")), PressButton(QMessageBox::Ok)}),
       (Texts{"Save Stabilised Video As", "Kelvane | The stabilised video has been saved as\n" +
@@ -173,14 +173,14 @@ TEST_F(StabiliserRuns, ApplyIsOfTheWholeVideo) {
   EXPECT_EQ(Outputs(), QStringList("steady.mp4"));
 }
 
-TEST_F(StabiliserRuns, ApplyIsOfTheOtherVideoIfOneIsLoaded) {
+TEST_F(StabiliserRuns, ApplyStabilisesTheOtherVideoIfOneIsLoaded) {
   const QString other = tools_.File("other.mp4");
   ClickAndAnswer(Caption("Label12", LoadOther), {TypeFile(other)});
   MessageOfSaving(ApplyAll(), PathOf("steady.mp4"));
   EXPECT_NE(Lines().front().find(" -i " + other.toStdString() + ' '), std::string::npos);
 }
 
-TEST_F(StabiliserRuns, ApplyKnowsALoadedVideoThatAnExtractedSectionHasReplaced) {
+TEST_F(StabiliserRuns, ApplyUsesTheNewFactsOfALoadedVideoThatAnExtractedSectionReplaced) {
   const QString part = PathOf("part.mp4");
   MessageOfSaving(Extract(), part);
   ClickAndAnswer(Caption("Label12", LoadOther), {TypeFile(part)});
@@ -277,7 +277,7 @@ TEST_F(StabiliserRuns, AreNotCancelledByADoubleClick) {
   tools_.PreviewDoes(QString::fromStdString(gate.Wait()));
   When([this] { return Lines().size() == 1; },
        [&] {
-         // What follows the first release of a double-click.
+         // The event that follows the first release of a double-click.
          QTest::mouseDClick(&View(), Qt::LeftButton);
          EXPECT_EQ(View().Caption(), "Cancel");
          gate.Open();
@@ -286,12 +286,12 @@ TEST_F(StabiliserRuns, AreNotCancelledByADoubleClick) {
   EXPECT_EQ(Lines().size(), 1U);
 }
 
-TEST_F(StabiliserRuns, TestIsOfTheMarkedSectionOnceAStabilisedVideoReplacesTheExtractedOne) {
+TEST_F(StabiliserRuns, TestUsesTheMarkedSectionOnceAStabilisedVideoReplacesTheExtractedOne) {
   const QString part = PathOf("part.mp4");
   MessageOfSaving(Extract(), part);
   MessageOfSaving(ApplyAll(), PathOf("steady.mp4"));
   Click(Test());
-  EXPECT_EQ(Lines().back().find("-ss 10 "), std::string::npos) << "it is of the extracted section";
+  EXPECT_EQ(Lines().back().find("-ss 10 "), std::string::npos) << "the extracted section is tested";
   ClickAndAnswer(ApplyAll(), {ReplaceFile(part), PressButton(QMessageBox::Ok)});
   Click(Test());
   EXPECT_NE(Lines().back().find("-ss 10 -i SOURCE -t 30.5 "), std::string::npos);
@@ -331,7 +331,7 @@ TEST_F(StabiliserRuns, RefuseDrops) {
   EXPECT_TRUE(FileDrag(QStringList{path}).Enter(*form_));
 }
 
-TEST(CloseOnSignal, LeavesASignalAloneThatTheProgramIgnores) {
+TEST(CloseOnSignal, LeavesAloneASignalThatTheProgramIgnores) {
   const auto former = std::signal(SIGHUP, SIG_IGN);
   {
     QWidget window;
@@ -387,7 +387,7 @@ TEST_F(StabiliserRuns, ReplaceNoFileThatTookTheNewNameMeanwhile) {
   EXPECT_EQ(Outputs(), QStringList("part.mp4"));
 }
 
-TEST_F(StabiliserRuns, TestIsOfTheMarkedSectionIfTheExtractedOneVanished) {
+TEST_F(StabiliserRuns, TestUsesTheMarkedSectionIfTheExtractedOneVanished) {
   MessageOfSaving(Extract(), PathOf("part.mp4"));
   ASSERT_TRUE(QFile::remove(PathOf("part.mp4")));
   Click(Test());
@@ -404,7 +404,7 @@ TEST_F(StabiliserRuns, TellIfTheLengthIsNotTheProcessedOneAndKeepTheFile) {
   EXPECT_EQ(Outputs(), QStringList({"part.mp4", "shorter.mp4"}));
 }
 
-TEST_F(StabiliserRuns, RefuseTheirInputAsOutputByWhateverName) {
+TEST_F(StabiliserRuns, RefuseTheirInputAsOutputUnderAnyName) {
   const QString link = PathOf("link.mp4");
   ASSERT_TRUE(QFile::link(source_, link));
   for (const QString& path : {source_, link}) {

@@ -27,7 +27,7 @@ TEST_F(SelectingAVideo, ShowsItsLengthItsTimeLineAndItsWholeSpan) {
   EXPECT_EQ(Get<WindowsMediaPlayer>("wmp").URL(), path);
 }
 
-TEST_F(SelectingAVideo, ShowsTenthsIfItIsShort) {
+TEST_F(SelectingAVideo, ShowsTenthsForAShortVideo) {
   Select(12.34);
   EXPECT_EQ(Text("Label16", 0), "Video Duration hh:mm:ss: 00:00:12");
   EXPECT_EQ(Text("Label16", 2), "12");
@@ -105,7 +105,7 @@ TEST_F(SelectingAVideo, IsAlsoDoneByATypedPath) {
   EXPECT_EQ(Get<TextBox>("Text1").Text(), other);
 }
 
-TEST_F(SelectingAVideo, TakesANameThatEndsInABlank) {
+TEST_F(SelectingAVideo, KeepsANameThatEndsInABlankWhenACommandIsClicked) {
   const QString path = Select(60, "clip.mp4 ");
   Click(Caption("Label10", Play));
   EXPECT_EQ(Get<TextBox>("Text1").Text(), path);
@@ -114,7 +114,7 @@ TEST_F(SelectingAVideo, TakesANameThatEndsInABlank) {
 TEST_F(SelectingAVideo, IsNotDoneByAKeyThatIsHeldWhenTheWindowOpens) {
   form_->activateWindow();
   ASSERT_TRUE(WaitFor([this] { return form_->isActiveWindow(); }));
-  EXPECT_EQ(form_->focusWidget(), form_.get()) << "no control has it";
+  EXPECT_EQ(form_->focusWidget(), form_.get()) << "no control has the focus";
 }
 
 class ADroppedVideo : public StabiliserWindowTest {
@@ -154,10 +154,10 @@ TEST_F(LoadingTheOtherVideo, LeavesTheTimeLineAlone) {
   EXPECT_EQ(Get<TextBox>("Text1").Text(), source);
   EXPECT_EQ(Text("Label16", 2), "60");
   const QString next = Select(20, "next.mp4");
-  EXPECT_EQ(Get<TextBox>("Text5").Text(), other) << "it stays when another source is selected";
+  EXPECT_EQ(Get<TextBox>("Text5").Text(), other) << "a new source leaves the other video";
 }
 
-TEST_F(LoadingTheOtherVideo, RefusesATypedPathAndTheCommandThatIsClicked) {
+TEST_F(LoadingTheOtherVideo, ByATypedPathWithoutAFileIsRefusedAndStopsTheClickedCommand) {
   const QString source = Select(60);
   Get<TextBox>("Text5").findChild<QLineEdit*>()->setText("/missing.mp4");
   EXPECT_NE(MessageOf(Caption("Label12", Apply)).find("no such file"), std::string::npos);

@@ -18,14 +18,15 @@ class StabiliserWindowTest : public OpenWindowTest<Stabiliser> {
   }
   ~StabiliserWindowTest() override { SectionSourceShortPath.clear(); }
 
-  // Shell commands that write the last argument, unless it is "-", and the motions.
+  // Shell commands that write the file of the last argument, unless that is "-", and the file of
+  // the motions, if an argument has one after "result=".
   static constexpr const char* kWriteOutput =
       "for output; do\n"
       "  case \"$output\" in *result=*) echo motions > \"${output##*result=}\" ;; esac\n"
       "done\n"
       "[ \"$output\" = - ] || echo written > \"$output\"\n";
 
-  // What the probe says of each file from now on.
+  // From now on the probe describes each file as a video of that duration.
   void ProbeSays(double duration) const {
     tools_.SizeProbeDoes(QString("printf '%s\\n' width=640 height=360 pix_fmt=yuv420p "
                                  "avg_frame_rate=25/1 duration=N/A format_name=mov,mp4 "
@@ -33,7 +34,7 @@ class StabiliserWindowTest : public OpenWindowTest<Stabiliser> {
                              .arg(duration));
   }
 
-  // A new file of that length, chosen on the time line. Returns its path.
+  // Makes a file, selects it for the time line as a video of that duration, and returns its path.
   QString Select(double duration, const QString& name = "clip.mp4") {
     ProbeSays(duration);
     const QString path = tools_.File(name);
@@ -56,7 +57,7 @@ class StabiliserWindowTest : public OpenWindowTest<Stabiliser> {
     box.MouseMove({.Index = needle, .Button = kLeftButton, .Shift = 0, .X = 2 + pixels, .Y = 2});
   }
   static void Click(Label& caption) { caption.SendMouse(Qt::LeftButton); }
-  // Clicks it and returns the message box that follows, or "" if none does.
+  // Clicks the caption and returns the message box that follows. If none does, the test fails.
   std::string MessageOf(Label& caption) {
     const DialogAnswers answers({PressButton(QMessageBox::Ok)});
     Click(caption);

@@ -27,7 +27,7 @@ TEST(TimeScaleOfAVideo, HasTheWholeNumberOfPixelsASecondThatFillsTheFrameBest) {
   }
 }
 
-TEST(TimeScaleOfAVideo, StopsAtSecondsAndFromTenPixelsASecondOnAtTenths) {
+TEST(TimeScaleOfAVideo, SnapsToSecondsAndFromTenPixelsASecondOnToTenths) {
   const TimeScale seconds(90, kFrame);
   EXPECT_FALSE(seconds.HasTenths());
   EXPECT_EQ(seconds.TimeAt(9 * 7 + 4), 7);
@@ -45,7 +45,7 @@ TEST(TimeScaleOfAVideo, HasNoTimeBeyondItsEnds) {
   EXPECT_EQ(scale.TimeAt(2000), 12.3);
 }
 
-TEST(TimeScaleOfAVideo, ShowsHoursThatDoNotWrapAndTenthsOnlyWhereItStopsAtThem) {
+TEST(TimeScaleOfAVideo, ShowsHoursThatDoNotWrapAndTenthsOnlyIfItSnapsToTenths) {
   const TimeScale seconds(200'000, kFrame);
   EXPECT_EQ(seconds.Text(0), "00:00:00");
   EXPECT_EQ(seconds.Text(3723), "01:02:03");
@@ -56,7 +56,7 @@ TEST(TimeScaleOfAVideo, ShowsHoursThatDoNotWrapAndTenthsOnlyWhereItStopsAtThem) 
   EXPECT_EQ(tenths.Text(0.3), "00:00:00.3");
 }
 
-// The labels begin at their ticks.
+// A label begins at its tick and must not reach the next labelled one.
 TEST(TimeScaleOfAVideo, HasTicksAtRoundTimesWithRoomForTheirLabels) {
   struct Case {
     double duration;

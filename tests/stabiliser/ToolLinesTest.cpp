@@ -41,7 +41,7 @@ TEST(StabiliserLines, ReadTheFirstOfSeveralStreams) {
 }
 
 // In a transport stream a tool that seeks between two key frames begins at the later one.
-TEST(StabiliserLines, SeekEarlierWhereASeekMayMissTheKeyFrameBefore) {
+TEST(StabiliserLines, SeekEarlierIfASeekMayMissTheKeyFrameBeforeTheStart) {
   VideoFacts facts = kPlain;
   facts.seeksLate = true;
   const auto extract = [&facts](const Span& span) {
@@ -85,7 +85,7 @@ TEST(StabiliserLines, HaveBothPassesReadTheSameSpan) {
             std::string::npos);
 }
 
-TEST(StabiliserLines, MakeOddSizesAndFieldsIntoWhatPlayersShow) {
+TEST(StabiliserLines, TurnOddSizesAndInterlacedPicturesIntoWhatEveryPlayerShows) {
   const std::string plain = " -vf yadif,crop=trunc(iw/2)*2:trunc(ih/2)*2,format=yuv420p";
   EXPECT_NE(ExtractLine("/t", "i", kOdd, {0, 1}, "o.mp4").find(plain + " -sn"), std::string::npos);
   EXPECT_NE(DetectLine("/t", "i", kOdd, std::nullopt, kOptions, "x").find(plain + ",vidstabdetect"),
@@ -117,7 +117,7 @@ TEST(VideoFacts, AreReadFromAProbe) {
             3723.5);
 }
 
-TEST(VideoFacts, TakeAThousandPicturesASecondForTheRateOfAClock) {
+TEST(VideoFacts, HaveNoRateIfTheFileStatesAThousandPicturesASecond) {
   EXPECT_EQ(ReadVideoFacts("width=8\navg_frame_rate=1000/1\nformat_name=flv\n").rate, 0);
   EXPECT_EQ(ReadVideoFacts("width=8\navg_frame_rate=240/1\nformat_name=mp4\n").rate, 240);
 }

@@ -9,7 +9,7 @@ namespace {
 constexpr std::size_t kNone = std::numeric_limits<std::size_t>::max();
 
 thread_local std::size_t allocations = 0;
-// The number of the one that fails.
+// The number of the allocation that fails.
 thread_local std::size_t failing = kNone;
 
 }  // namespace
@@ -28,8 +28,8 @@ bool AllocationHasFailed() {
 
 }  // namespace kelvane::testing
 
-// Replacements of the standard operators. ThreadSanitizer needs its own, to know which library
-// allocates.
+// These replace the standard operators; but ThreadSanitizer needs its own, which tell it which
+// library allocates.
 #ifndef __SANITIZE_THREAD__
 
 void* operator new(std::size_t size) {
@@ -41,7 +41,8 @@ void* operator new(std::size_t size) {
 
 void* operator new[](std::size_t size) { return operator new(size); }
 
-// For std::stable_sort. Otherwise the sanitizers' own would be mixed with those above.
+// std::stable_sort allocates by this operator. If it were a sanitizer's own, the operators below
+// would free memory that the one above hasn't allocated.
 void* operator new(std::size_t size, const std::nothrow_t& /*kind*/) noexcept try {
   return operator new(size);
 } catch (const std::bad_alloc&) {

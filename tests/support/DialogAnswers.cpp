@@ -81,7 +81,7 @@ DialogAnswers::DialogAnswers(std::initializer_list<Answer> answers)
 
 DialogAnswers::~DialogAnswers() {
   innermost = outer_;
-  EXPECT_TRUE(answers_.empty()) << answers_.size() << " dialogs are missing";
+  EXPECT_TRUE(answers_.empty()) << answers_.size() << " more dialogs were expected";
 }
 
 void DialogAnswers::Look() {

@@ -12,19 +12,20 @@ class QDialog;
 
 namespace kelvane::testing {
 
-// What the user does with a dialog; must close it.
+// What the user does with a dialog. An answer must close the dialog.
 using Answer = std::function<void(QDialog& dialog)>;
 
 // Types a path into a file dialog and accepts it.
 Answer TypeFile(const QString& path);
-// Goes to the path's folder, if there is one, and types the name alone; `remark` takes what the
-// dialog then says about the name.
+// Goes to the path's folder and types the name alone, or types the whole path if there is no such
+// folder, and accepts the dialog. `remark` takes what the dialog said about the name.
 Answer TypeNameInFolder(const QString& path, QString& remark);
 Answer CancelDialog();
 Answer PressButton(QMessageBox::StandardButton button);
 
 // Answers each modal dialog that opens during its life with the next answer. The test fails if a
-// dialog has no answer, or an answer no dialog. The innermost object answers.
+// dialog has no answer, or an answer no dialog. If several of these objects exist, only the newest
+// answers.
 class DialogAnswers {
  public:
   explicit DialogAnswers(std::initializer_list<Answer> answers);

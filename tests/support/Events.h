@@ -33,7 +33,7 @@ using Texts = std::vector<std::string>;
 
 // Serves all pending events, deferred deletions included.
 void PumpOnce();
-// Waits for `count` ticks that the clock brings. Returns false if they don't come in time.
+// Waits until the running timer has ticked `count` times. Returns false if it hasn't in time.
 bool WaitForTicks(Timer& timer, int count);
 // Makes an enabled timer tick once, now.
 void Tick(Timer& timer);
@@ -41,13 +41,13 @@ void Tick(Timer& timer);
 // Runs the step the next time that events are served.
 void AtNextDoEvents(std::function<void()> step);
 
-// Events of the pointer in the middle of the widget.
+// These send events of the pointer in the middle of the widget.
 void MovePointerOver(QWidget& widget, Qt::MouseButtons held = Qt::NoButton);
 void Press(QWidget& widget, Qt::MouseButton button = Qt::LeftButton);
 void Release(QWidget& widget, Qt::MouseButton button = Qt::LeftButton);
 void Click(QWidget& widget, Qt::MouseButton button = Qt::LeftButton);
-// Presses the left button at the first place, moves through the others and releases it at the last.
-// Places are those of the screen and may lie between two pixels. The widget may move meanwhile.
+// Presses the left button at the first place, moves through all places and releases it at the last.
+// Places are positions on the screen, also between two pixels. The widget may move meanwhile.
 void DragThrough(QWidget& widget, const std::vector<QPointF>& places);
 
 // Adds a step before, or after, the handler of an event.

@@ -8,7 +8,7 @@
 namespace kelvane::testing {
 namespace {
 
-// A file manager that offers to move the files as well, and proposes that.
+// What a file manager offers to do with the files. It proposes to move them.
 constexpr Qt::DropActions kOffered = Qt::CopyAction | Qt::MoveAction | Qt::LinkAction;
 
 QPoint PlaceOf(const QWidget& over) { return over.mapTo(over.window(), over.rect().center()); }

@@ -9,18 +9,19 @@ class QWidget;
 
 namespace kelvane::testing {
 
-// A drag of files, of addresses or of a text from another program, over a shown window. Its events
-// enter at the window's QWindow, so that Qt finds the widget under the pointer.
+// A drag of files, of addresses or of a text from another program over a shown window. Its events
+// are sent to the window's QWindow, so that Qt finds the widget under the pointer.
 class FileDrag {
  public:
   explicit FileDrag(const QStringList& paths);
   explicit FileDrag(const QList<QUrl>& addresses) { data_.setUrls(addresses); }
   explicit FileDrag(const QString& text) { data_.setText(text); }
 
-  // These return whether the window takes the drag there, in the middle of the widget.
+  // These return whether the window takes the drag in the middle of the widget.
   bool Enter(QWidget& over);
   bool Move(QWidget& over);
-  // Enters, moves and drops. Returns the action with which the drop is answered.
+  // Enters, moves and drops. Returns the action with which the window answers the drop, or
+  // Qt::IgnoreAction if it refuses the drag or the drop.
   Qt::DropAction Drop(QWidget& over);
 
  private:

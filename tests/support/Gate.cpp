@@ -13,7 +13,7 @@
 namespace kelvane::testing {
 
 Gate::Gate(std::string path) : path_(std::move(path)) {
-  // Open for reading too, so that nobody's opening waits for the other end.
+  // Opened for both, so that neither this call nor a script's waits until the other end is open.
   if (::mkfifo(path_.c_str(), S_IRUSR | S_IWUSR) == 0) {
     end_ = Descriptor(::open(path_.c_str(), O_RDWR | O_CLOEXEC));
   }

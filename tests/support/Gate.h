@@ -9,13 +9,13 @@ namespace kelvane::testing {
 // A named pipe at which a tool's shell script waits for the test.
 class Gate {
  public:
-  // Makes the pipe under that path. Throws std::system_error where it can't be made.
+  // Makes the pipe at that path. Throws std::system_error if it can't be made.
   explicit Gate(std::string path);
 
-  // Shell commands that wait until Open is called, once for each run of them, or until the process
-  // of the test ends.
+  // Returns shell commands that wait until Open is called, one call for each script, or until the
+  // process of the test ends.
   std::string Wait() const { return "read go < '" + path_ + "'\n"; }
-  // Lets one script go on, now or when it comes. Async-signal-safe.
+  // Lets one script go on: one that waits or, if none does, the next. Async-signal-safe.
   void Open() const;
   // Returns whether a script has gone on for each call of Open.
   bool IsPassed() const;

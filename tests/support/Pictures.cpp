@@ -17,7 +17,7 @@ void ForEachPixel(const QImage& picture, const QRect& part, Visit visit) {
   }
 }
 
-// The smallest rectangle around all pixels of `part` for which `holds` is true.
+// Returns the smallest rectangle around all pixels of `part` for which `holds` is true.
 template <class Condition>
 QRect ExtentIf(const QImage& picture, const QRect& part, Condition holds) {
   QRect extent;

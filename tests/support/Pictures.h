@@ -8,7 +8,7 @@ class QWidget;
 // The pixels of a picture. Colours are compared without their alpha.
 namespace kelvane::testing {
 
-// Renders the widget.
+// Returns a picture of the widget.
 QImage Picture(QWidget& widget);
 
 inline QRgb ColorAt(const QImage& picture, int x, int y) { return picture.pixel(x, y) & RGB_MASK; }
@@ -26,8 +26,8 @@ bool AllOf(const QImage& picture, const QRect& part, QRgb color);
 QRect Extent(const QImage& picture, const QRect& part, QRgb color);
 // The smallest rectangle that holds all pixels of another colour than `background`.
 QRect Ink(const QImage& picture, QRgb background);
-// The smallest rectangle that holds all pixels in which the two differ; all of both if their sizes
-// differ.
+// The smallest rectangle that holds all pixels in which the two differ; if their sizes differ, the
+// one that holds both.
 QRect Difference(const QImage& one, const QImage& other);
 // How many different colours the picture has.
 int Colours(const QImage& picture);

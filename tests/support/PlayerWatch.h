@@ -9,26 +9,27 @@ class WindowsMediaPlayer;
 
 namespace kelvane::testing {
 
-// What a player does. Whatever waits serves events meanwhile, and returns false if it has waited in
-// vain.
+// Watches what a player does. The functions that wait serve events meanwhile, and return false if
+// what they wait for doesn't come in time.
 class PlayerWatch {
  public:
   explicit PlayerWatch(WindowsMediaPlayer& player) : player_(player) {}
 
-  // What plays for the control; made at the first file.
+  // The control's PlaybackCore, which is made for the first file.
   PlaybackCore& Core() const;
+  // Whether it has been made.
   bool Made() const;
 
   bool AwaitPosition(double seconds) const;
   bool AwaitEnd() const;
   // Waits until the position has moved on.
   bool Moves() const;
-  // Waits until the position has stood still for half a second, before the end of the file.
+  // Waits until the position has stood still for half a second. Also false if the file has ended.
   bool StandsStill() const;
 
   // The colour near the top left corner of the picture.
   QRgb Colour() const;
-  // These compare up to the rounding of a conversion of colours.
+  // To these, colours are alike if they differ by no more than the rounding of a conversion.
   bool AwaitColour(QRgb colour) const;
   static bool Like(QRgb one, QRgb other);
 

@@ -5,7 +5,7 @@
 
 namespace kelvane::testing {
 
-// A D-Bus daemon of its own, with the rules of a session bus. It ends with the object.
+// A private D-Bus daemon with the rules of a session bus. The daemon ends with the object.
 class PrivateBus {
  public:
   // The socket is in `folder`, which must have a short path and is the home folder of the services

@@ -27,8 +27,8 @@ std::array<Descriptor, 2> Pipe() {
 
 }  // namespace
 
-// QProcess doesn't work under ThreadSanitizer: its child shares the memory of this process at
-// first.
+// Doesn't use QProcess, which doesn't work under ThreadSanitizer: the child of a QProcess at first
+// shares the memory of this process.
 Process::Process(std::vector<std::string> arguments, Errors errors) {
   std::vector<char*> pointers;
   for (std::string& argument : arguments) pointers.push_back(argument.data());

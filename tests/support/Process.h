@@ -12,6 +12,7 @@ namespace kelvane::testing {
 // A child process with its standard input and output on pipes. The destructor kills and reaps it.
 class Process {
  public:
+  // Where the program's standard error goes: where this process's goes, or into its output.
   enum class Errors { kInherited, kInOutput };
 
   // Starts the program that the first argument names, found in PATH. Throws std::system_error if it
@@ -22,16 +23,16 @@ class Process {
   ~Process();
 
   pid_t Id() const { return process_; }
-  // The descriptor at which its standard output is read.
+  // The descriptor from which the process's standard output is read.
   int Output() const { return output_.number(); }
 
-  // Writes to its standard input.
+  // Writes to the process's standard input.
   void Write(const std::string& text) const;
   void CloseInput() { input_.Close(); }
-  // Both wait for what is printed: the next line, without its line break, or the rest.
+  // These wait for what the process prints: the next line, without its line break, or all the rest.
   std::string ReadLine() const;
   std::string ReadToTheEnd() const;
-  // Waits for its end and returns the status as waitpid() tells it.
+  // Waits until the process ends, and returns its status as waitpid() reports it.
   int Wait();
 
  private:

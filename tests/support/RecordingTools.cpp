@@ -48,9 +48,9 @@ void RecordingTools::Make(const QString& tool) const {
 // Replaces the file in one step, since a shell may still be reading it.
 void RecordingTools::Write(const QString& name, const QString& text) const {
   QSaveFile file(folder_.filePath(name));
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << name.toStdString();
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << name.toStdString() << " can't be opened";
   file.write(text.toUtf8());
-  ASSERT_TRUE(file.commit()) << name.toStdString();
+  ASSERT_TRUE(file.commit()) << name.toStdString() << " can't be written";
 }
 
 QString RecordingTools::File(const QString& name) const {
@@ -63,7 +63,7 @@ std::string RecordingTools::PathOf(const char* name) const {
 }
 
 void RecordingTools::Remove(const QString& tool) const {
-  ASSERT_TRUE(QFile::remove(folder_.filePath(tool))) << tool.toStdString();
+  ASSERT_TRUE(QFile::remove(folder_.filePath(tool))) << tool.toStdString() << " can't be removed";
 }
 
 std::vector<std::string> RecordingTools::Runs() const {

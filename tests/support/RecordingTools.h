@@ -9,8 +9,8 @@
 
 namespace kelvane::testing {
 
-// A folder with scripts in the place of the tools. It is the program's folder for as long as this
-// lives. A tool records its arguments and runs the shell commands that it was given, if any.
+// A folder with scripts instead of the tools. It is the program's folder for as long as this object
+// lives. A tool records its arguments and runs the shell commands that were set for it, if any.
 class RecordingTools {
  public:
   RecordingTools();
@@ -24,14 +24,14 @@ class RecordingTools {
   // Makes a file, for instance a video, and returns its path.
   QString File(const QString& name) const;
 
-  // Each gives a tool its commands, from now on.
+  // Each sets the shell commands that a tool runs from now on.
   void SizeProbeDoes(const QString& commands) const { Write("size.commands", commands); }
   void DurationProbeDoes(const QString& commands) const { Write("duration.commands", commands); }
   void PreviewDoes(const QString& commands) const { Write("ffplay.commands", commands); }
   void CropDoes(const QString& commands) const { Write("ffmpeg.commands", commands); }
   void Remove(const QString& tool) const;
 
-  // Each run so far: the tool's name and its arguments, with " | " between.
+  // Each run so far: the tool's name and its arguments, with " | " between them.
   std::vector<std::string> Runs() const;
 
  private:
@@ -44,7 +44,7 @@ class RecordingTools {
 
 // Shell commands that print a text in one write.
 QString Print(const QString& text);
-// A text of 256 bytes, a whole block.
+// A text of 256 bytes, a whole block, with `end` at its end and dots before it.
 QString BlockEndingIn(const QString& end);
 
 // Shell commands that wait at the gate.

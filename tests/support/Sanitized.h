@@ -2,7 +2,7 @@
 
 namespace kelvane {
 
-// Whether a sanitizer stands in the allocator's place, and keeps for itself what is freed.
+// Whether a sanitizer has replaced the allocator. A sanitizer's allocator keeps what is freed.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr bool kSanitized = true;
 #else

@@ -14,9 +14,9 @@ void Hear(const QAccessibleInterface& node, int level, std::string& lines) {
   if (!layout) lines += std::string(static_cast<std::size_t>(2 * level), ' ') + Heard(node) + '\n';
   for (int i = 0; i < node.childCount(); ++i) {
     const QAccessibleInterface* child = node.child(i);
-    ASSERT_NE(child, nullptr) << Heard(node) << ' ' << i;
-    EXPECT_EQ(child->parent(), &node) << Heard(*child);
-    EXPECT_EQ(node.indexOfChild(child), i) << Heard(*child);
+    ASSERT_NE(child, nullptr) << Heard(node) << " has no child " << i;
+    EXPECT_EQ(child->parent(), &node) << Heard(*child) << " names another parent";
+    EXPECT_EQ(node.indexOfChild(child), i) << Heard(*child) << " has another index";
     Hear(*child, layout ? level : level + 1, lines);
   }
 }

@@ -15,11 +15,11 @@ QAccessibleInterface& NodeOf(QObject& object);
 // pixels)`, `Slider "Left Bar" = 12`.
 std::string Heard(const QAccessibleInterface& node);
 
-// The lines of all visible nodes of a window, itself first, each indented by two blanks for a
-// level, after a line break. Leaves out nodes without a name that only lay out others. Fails the
-// test if a node and its parent disagree on its place.
+// A line break and then the lines of all visible nodes, that of the window first, each indented by
+// two blanks per level. Leaves out nodes without a name that only lay out others. Fails the test if
+// a child names another parent, or a parent another index of its child.
 std::string HeardIn(QWidget& window);
-// The first node with that line; null if there is none.
+// The first visible node with that line; null if there is none.
 QAccessibleInterface* FindHeard(QWidget& window, const std::string& line);
 
 }  // namespace kelvane::testing

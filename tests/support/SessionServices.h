@@ -12,8 +12,8 @@
 
 namespace kelvane::testing {
 
-// What hears of long jobs: the desktop portal and a launcher on a private session bus, and logind
-// on a private system bus. They answer while events are served.
+// The services that are told of long jobs: the desktop portal and a launcher on a private session
+// bus, and logind on a private system bus. They answer while events are served.
 class SessionServices : public QObject {
   Q_OBJECT
  public:
@@ -23,10 +23,10 @@ class SessionServices : public QObject {
   const QString& SessionAddress() const { return sessionBus_.Address(); }
   const QString& SystemAddress() const { return systemBus_.Address(); }
 
-  // Until these are called, neither is on its bus.
+  // These put a service on its bus. At first neither is there.
   void OfferPortal() { Offer(session_, "org.freedesktop.portal.Desktop"); }
   void OfferLogind() { Offer(system_, "org.freedesktop.login1"); }
-  // From now on the portal takes calls and doesn't answer.
+  // From now on the portal takes calls without answering them.
   void KeepThePortalSilent() { silent_ = true; }
   // From now on the portal answers calls, and then says that its backend refuses.
   void LetThePortalRefuse() { refuses_ = true; }
@@ -38,7 +38,7 @@ class SessionServices : public QObject {
   bool Inhibited() const;
   // What the launcher shows: "application://kelvane.desktop 42%", or "" for no progress.
   const QString& Progress() const { return progress_; }
-  // All that it has shown.
+  // All progress that the launcher has shown.
   const QStringList& ProgressSoFar() const { return progressSoFar_; }
   // How many connections the system bus has, apart from this object's own.
   int SystemBusConnections() const;
@@ -62,12 +62,12 @@ class SessionServices : public QObject {
   bool refuses_ = false;
   QStringList asked_;
   QString portalsCaller_;
-  int logindsEnd_ = -1;  // of a pipe, whose other end the caller has
+  int logindsEnd_ = -1;  // of a pipe; logind's last caller has the other end
   QString progress_;
   QStringList progressSoFar_;
 };
 
-// The interfaces of the two services.
+// These two answer the calls of the portal and of logind.
 class PortalAnswers : public QObject {
   Q_OBJECT
   Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Inhibit")

@@ -12,7 +12,7 @@ namespace kelvane::testing {
 
 std::string TabOrder(QWidget& window) {
   window.activateWindow();
-  EXPECT_TRUE(WaitFor([&] { return window.isActiveWindow(); }));
+  EXPECT_TRUE(WaitFor([&] { return window.isActiveWindow(); })) << "the window isn't activated";
   QStringList names;
   while (true) {
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);

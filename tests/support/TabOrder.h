@@ -7,8 +7,8 @@ class QWidget;
 namespace kelvane::testing {
 
 // Makes the window active, presses Tab until a control has the focus for the second time, and
-// returns the names of the controls that had it, one to a line. A Qt widget that fills a control
-// goes by the control's name.
+// returns the names of the controls that had the focus, one to a line. A Qt widget that fills a
+// control goes by the control's name.
 std::string TabOrder(QWidget& window);
 
 }  // namespace kelvane::testing

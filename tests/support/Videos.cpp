@@ -10,7 +10,7 @@
 namespace kelvane {
 namespace {
 
-// `pictures` is a source of ffmpeg's filters.
+// Makes a video with a tone. `pictures` is a filter graph of ffmpeg's that needs no input.
 bool MakeWithTone(const QString& path, const QString& pictures, double seconds,
                   const QStringList& encoding = {"-pix_fmt", "yuv420p", "-preset", "ultrafast"}) {
   const QString tone = QStringLiteral("sine=frequency=440:duration=%1").arg(seconds);
@@ -19,7 +19,7 @@ bool MakeWithTone(const QString& path, const QString& pictures, double seconds,
                                encoding + QStringList{path});
 }
 
-// What ffprobe prints of one entry as comma-separated values.
+// Returns the comma-separated values that ffprobe prints of one entry.
 QString Probed(const QString& path, const QString& entry, const QStringList& options = {}) {
   QString printed;
   RunTool("ffprobe",
@@ -82,7 +82,7 @@ bool MakeColours(const QString& path, QSize size, const QList<QRgb>& colours) {
   return MakeWithTone(path, pictures + joined + QStringLiteral("concat=n=%1").arg(count), count);
 }
 
-// FFmpeg 7 has an option of the input for it, FFmpeg 5.1 a word among the metadata.
+// FFmpeg 7 has an option of the input for this, FFmpeg 5.1 an entry of the output's metadata.
 bool MakeTurned(const QString& path, const QString& turned, int degrees) {
   const QString angle = QString::number(degrees);
   const QStringList quiet = {"-v", "error", "-y"};

@@ -6,14 +6,15 @@
 #include <QString>
 #include <QStringList>
 
-// Videos made and examined with the real tools. What makes a file returns whether it could be made.
+// Videos made and examined with the real tools. The functions that make a file return whether they
+// could make it.
 namespace kelvane {
 
-// Runs the tool to its end without any input; `printed` takes what it prints. Returns false if it
-// fails, or takes more than five minutes.
+// Runs the tool to its end without any input; `printed` takes what the tool prints. Returns false
+// if the tool fails or takes more than five minutes.
 bool RunTool(const QString& tool, const QStringList& arguments, QString* printed = nullptr);
 
-// A moving test picture with a tone, 25 pictures a second.
+// A moving test pattern with a tone, 25 pictures a second.
 bool MakeVideo(const QString& path, QSize size, int seconds);
 // One colour, by its name, 320 by 180 pixels, with a tone, 25 pictures a second.
 bool MakePlainVideo(const QString& path, const QString& colour, double seconds);
@@ -22,18 +23,18 @@ bool MakePlainVideo(const QString& path, const QString& colour, double seconds);
 bool MakeChequers(const QString& path, QSize size, int seconds);
 // A second of each colour in turn, with a tone, 25 pictures a second.
 bool MakeColours(const QString& path, QSize size, const QList<QRgb>& colours);
-// A copy of a video with a note for players to turn it by 90 or 180 degrees, as telephones write.
+// A copy of the video at `path` with a note for players to turn it, as telephones write.
 bool MakeTurned(const QString& path, const QString& turned, int degrees);
 
-// The size of the file's first picture stream; empty if it has none.
+// The size of the file's first video stream; empty if it has none.
 QSize VideoSize(const QString& path);
 // The duration that the file states; 0 if it states none.
 double VideoSeconds(const QString& path);
-// The number of pictures that decode.
+// The number of pictures that can be decoded.
 int DecodedPictures(const QString& path);
 // The same; -1 if ffmpeg complains while it decodes the file.
 int Pictures(const QString& path);
-// A checksum of all pictures, decoded without turning them; empty if they don't decode.
+// A checksum of all pictures, decoded without turning them; empty if they can't be decoded.
 QString PicturesSum(const QString& path);
 
 }  // namespace kelvane

@@ -12,8 +12,8 @@ using namespace std::chrono_literals;
 // Long enough for a slow machine and a sanitizer. A test that passes never waits this long.
 constexpr std::chrono::milliseconds kPatience = 20s;
 
-// Serves the events of the application object, if there is one, until the condition holds. Looks
-// every 5 ms. Returns false if it doesn't hold in time.
+// Serves the events of the application object, if there is one, until the condition holds, which is
+// checked every 5 ms. Returns false if the condition doesn't hold in time.
 template <class Condition>
 bool WaitFor(Condition condition, std::chrono::milliseconds patience = kPatience) {
   const auto deadline = std::chrono::steady_clock::now() + patience;
@@ -25,7 +25,7 @@ bool WaitFor(Condition condition, std::chrono::milliseconds patience = kPatience
   return true;
 }
 
-// Serves events for `time`. Returns false as soon as the condition doesn't hold.
+// Serves events for `time`, and returns true. Returns false as soon as the condition doesn't hold.
 template <class Condition>
 bool HoldsFor(Condition condition, std::chrono::milliseconds time) {
   return !WaitFor([&] { return !condition(); }, time);

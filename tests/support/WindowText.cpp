@@ -164,8 +164,8 @@ class Description {
     }
   }
 
-  // Adds, after "=>", what differs from the design. The place of a hidden control is added too,
-  // since AddPlaces leaves it out.
+  // Adds, after "=>", what the load has changed in timers and in the looks of controls. The place
+  // of a hidden control is compared and added too, since AddPlaces leaves it out.
   void AddWhatTheLoadChanges() {
     qsizetype line = 1;
     for (const Timer* timer : form_.findChildren<Timer*>()) {
@@ -207,7 +207,7 @@ class Description {
     }
   }
 
-  // The part of a control that its containers show, from the content area's corner.
+  // The part of a control that its containers show, in the coordinates of the content area.
   QRect InSight(const Control& control) const {
     QRect place = control.geometry();
     for (const QWidget* around = control.parentWidget(); around != &Area();

@@ -13,11 +13,11 @@ namespace kelvane::testing {
 
 // Loads and shows a form unless it is open, turns its timers off, and describes it.
 //
-// `areas` are sizes of the content area in pixels; without any, it keeps the size that the load
-// gives it. A line stands for a control, below its container and from front to back: its name,
-// class, place in the container's unit and look; after "=>" what the load changes; and after each
-// '|', for each of the sizes, the part that its containers show, in pixels from the content area's
-// corner, or '-' if it is hidden. Defaults of the class are left out.
+// `areas` are sizes of the content area in pixels; without any, the area keeps the size that the
+// load gives it. Each control has a line, below that of its container and from front to back: the
+// control's name, class, place in the container's unit and look; after "=>" what the load changes;
+// and after each '|', for one of the sizes, the part that the control's containers show, in pixels
+// from the content area's corner, or '-' if it is hidden. Defaults of the class are left out.
 std::string DescribeWindow(Form& form, const std::vector<QSize>& areas = {});
 
 // Fails the test with a diff unless tests/windows/NAME_OF_THE_FORM.txt holds the form's

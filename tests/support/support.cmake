@@ -1,5 +1,5 @@
-# The libraries of the tests. kelvane_test_support has the main() of the windows' tests, which makes
-# the application object.
+# The libraries that the tests share. kelvane_test_support has a main() for the tests of windows; it
+# makes the application object.
 include_guard(GLOBAL)
 find_package(Qt6 REQUIRED COMPONENTS Test)
 

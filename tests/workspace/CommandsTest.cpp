@@ -1,4 +1,4 @@
-// These tests give the commands and check the command lines that they run.
+// The commands of the main window: how they are given, and the command lines that they run.
 #include <QComboBox>
 #include <QFile>
 #include <QFileDialog>
@@ -147,7 +147,7 @@ TEST_F(Commands, PreviewWithoutThePlayerHasNoEffect) {
   EXPECT_EQ(Number(SourceWidth), "0,640");
 }
 
-TEST_F(Commands, PreviewAndCropTakeThePathOnShow) {
+TEST_F(Commands, PreviewAndCropUseTheShownPathAndNotTheLoadedOne) {
   ProbeDimensionsDone = true;
   Path().setText("  /shown.mp4 ");
   VideoPath = "/loaded.mp4";
@@ -158,7 +158,7 @@ TEST_F(Commands, PreviewAndCropTakeThePathOnShow) {
   EXPECT_EQ(LastRun(), "ffmpeg | -i | /shown.mp4 | -vf | crop=0:0:0:0 | /tmp/out.mp4");
 }
 
-TEST_F(Commands, CropTakesTheRegionOfTheCommandAndNotOfTheJobsStart) {
+TEST_F(Commands, CropUsesTheRegionAtTheCommandAndNotAtTheJobsStart) {
   const QString video = LoadVideoOf(640, 360);
   Measure();
   CropTo("/tmp/out.mp4");
@@ -275,7 +275,7 @@ TEST_F(Commands, CropThatIsCancelledStartsNothingAndKeepsTheEarlierOutputAndFilt
   EXPECT_EQ(CropFilter, "1:2:3:4");
 }
 
-TEST_F(Commands, CropThatIsCancelledDoesNotTakeTheFileThatWasLoaded) {
+TEST_F(Commands, CropThatIsCancelledDoesNotUseTheLoadedFileAsItsOutput) {
   LoadVideoOf(640, 360);
   Cancel(CropVideo);
   EXPECT_EQ(OutputPath, "");

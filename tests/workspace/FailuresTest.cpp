@@ -1,4 +1,4 @@
-// These tests let the program itself fail in a load or a preview.
+// Failures of the program itself, not of a tool, in a load or a preview.
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -19,7 +19,7 @@ namespace {
 
 class Failure : public MainWindowTest {
  protected:
-  // Loads the video and expects the message that this has failed.
+  // Loads the video, while an allocation fails, and expects the message of a failed load.
   void FailToLoad(const QString& video) const {
     const DialogAnswers answers({TypeFile(video), PressButton(QMessageBox::Ok)});
     Give(LoadVideo);
@@ -82,7 +82,8 @@ class FailureAnywhere : public MainWindowTest {
  protected:
   FailureAnywhere() { App::setPath("/a/missing/folder"); }
 
-  // Raises the event once per allocation in its handler, fails that one, and expects the message.
+  // Raises the event once for each allocation of its handler, lets that allocation fail, and
+  // expects the message.
   template <class Handler>
   static void ExpectMessage(Handler& handler, const std::function<void()>& raise,
                             const std::string& message) {
@@ -96,7 +97,7 @@ class FailureAnywhere : public MainWindowTest {
     });
     After(handler, [&](const auto&... /*event*/) { count = Allocations() - before; });
     raise();
-    raise();  // Only the first one reserves memory for the process ids of tools.
+    raise();  // counted anew: only the first call reserves memory for the process ids of tools
     const std::size_t all = count;
     EXPECT_GT(all, 0U);
     for (failing = 0; *failing < all; ++*failing) {

@@ -16,7 +16,7 @@ namespace {
 
 class Load : public MainWindowTest {
  protected:
-  // Loads a file that is deleted as soon as its dialog has ended.
+  // Loads a file that is deleted as soon as the dialog of Load Video has closed.
   void PickAndDelete(const QString& file) const {
     const DialogAnswers answers({[&](QDialog& dialog) {
       QObject::connect(&dialog, &QDialog::finished, [&] { QFile::remove(file); });

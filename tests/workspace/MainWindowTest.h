@@ -32,7 +32,7 @@ class MainWindowTest : public OpenWindowTest<Form1> {
 
   // Releases the left button over the command.
   void Give(Command command) const { Release(Get<Label>("Label14", command)); }
-  // Gives Load Video and types that file into its dialog.
+  // Gives the command Load Video and types that file into its dialog.
   void Pick(const QString& file) const {
     const DialogAnswers answers({TypeFile(file)});
     Give(LoadVideo);
@@ -56,7 +56,7 @@ class MainWindowTest : public OpenWindowTest<Form1> {
     return QStringLiteral("Input #0\n  Duration: %1, start: 0.000000, bitrate: 1 kb/s\n")
         .arg(QLatin1String(duration));
   }
-  // Gives Load Video or Crop Video and cancels its dialog.
+  // Gives the command, Load Video or Crop Video, and cancels its dialog.
   void Cancel(Command command) const {
     const DialogAnswers answers({CancelDialog()});
     Give(command);
@@ -66,7 +66,7 @@ class MainWindowTest : public OpenWindowTest<Form1> {
       if (action->text() == caption) action->trigger();
     }
   }
-  // Gives Crop Video and types that file into its dialog.
+  // Gives the command Crop Video and types that file into its dialog.
   void CropTo(const QString& file) const {
     const DialogAnswers answers({TypeFile(file)});
     Give(CropVideo);
@@ -85,26 +85,26 @@ class MainWindowTest : public OpenWindowTest<Form1> {
     return jobs.empty() ? nullptr : jobs.front();
   }
   static Timer& TimerOf(const Form2& job) { return job.Find<Timer>(QStringLiteral("Timer1")); }
-  // Lets the timer tick twice, so that the tool runs to its end.
+  // Lets the job's timer tick twice: the tool runs to its end, unless a dialog is open.
   static void RunJob(const Form2& job) {
     Timer& timer = TimerOf(job);
     Tick(timer);
     Tick(timer);
   }
 
-  // These return the runs of the probe tool as RecordingTools::Runs() does.
+  // These return what RecordingTools::Runs() has for a run of the size or of the duration probe.
   std::string SizeRun(const QString& video) const {
     return ("ffprobe | -v | error | -show_entries | stream=width,height | -of | "
             "default=noprint_wrappers=1" +
-            Behind(video))
+            LastArgument(video))
         .toStdString();
   }
   std::string DurationRun(const QString& video) const {
-    return ("ffprobe | -hide_banner | -stats | -i" + Behind(video)).toStdString();
+    return ("ffprobe | -hide_banner | -stats | -i" + LastArgument(video)).toStdString();
   }
 
  private:
-  static QString Behind(const QString& video) {
+  static QString LastArgument(const QString& video) {
     return video.isEmpty() ? QString() : QLatin1String(" | ") + video;
   }
 };

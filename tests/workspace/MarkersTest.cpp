@@ -1,4 +1,4 @@
-// The marker bars follow the pointer, and a tip shows its position.
+// The marker bars follow the pointer, and a tool tip shows the pointer's position.
 #include <QGuiApplication>
 #include <array>
 
@@ -37,7 +37,7 @@ class Markers : public MainWindowTest {
   void MoveTo(MarkerBar bar, float x, float y, int buttons = kLeftButton) const {
     Bar(bar).MouseMove(At(bar, buttons, x, y));
   }
-  // Presses at (2, 3) of the bar and moves the pointer by that much.
+  // Presses at (2, 3) of the bar, moves the pointer by `right` and `down`, and releases the button.
   void Drag(MarkerBar bar, float right, float down) const {
     PressAt(bar, 2, 3);
     MoveTo(bar, 2 + right, 3 + down);
@@ -61,9 +61,9 @@ struct MovesAndBars {
 
 void PrintTo(const MovesAndBars& tested, std::ostream* out) { *out << tested.name; }
 
-class MarkersAfter : public Markers, public ::testing::WithParamInterface<MovesAndBars> {};
+class MarkersAfterDrags : public Markers, public ::testing::WithParamInterface<MovesAndBars> {};
 
-TEST_P(MarkersAfter, DragsAreAtThesePlaces) {
+TEST_P(MarkersAfterDrags, AreAtThesePlaces) {
   LoadVideoOf(640, 360);
   for (const Move& move : GetParam().moves) Drag(move.bar, move.right, move.down);
   EXPECT_EQ(Bars(), GetParam().bars);
@@ -95,7 +95,7 @@ const MovesAndBars kCases[] = {
     {"RightBarPastTheLeftOne",
      {{RightBar, -625, 0}, {RightBar, -30, 0}},
      {{{0, 0, 5, 360}, {0, 0, 10, 5}, {-20, 0, 5, 360}, {0, 355, 10, 5}}}},
-    // The left bar's height would be -3 and is refused, the right bar's is 2.
+    // A height of -3 for the left bar is refused; the right bar's height becomes 2.
     {"TopBarJustPastTheBaseOne",
      {{TopBar, 0, 350}, {TopBar, 0, 8}},
      {{{0, 358, 5, 5}, {0, 358, 640, 5}, {635, 358, 5, 2}, {0, 355, 640, 5}}}},
@@ -110,7 +110,7 @@ const MovesAndBars kCases[] = {
      {{{-30, 0, 5, 360}, {-30, 0, 1665, 5}, {1635, 0, 5, 360}, {-30, 355, 1665, 5}}}},
 };
 
-INSTANTIATE_TEST_SUITE_P(Markers, MarkersAfter, ::testing::ValuesIn(kCases),
+INSTANTIATE_TEST_SUITE_P(Markers, MarkersAfterDrags, ::testing::ValuesIn(kCases),
                          [](const auto& tested) { return std::string(tested.param.name); });
 
 TEST_F(Markers, StartTheirTimerAtTheReleaseOfAnyButtonAndNotAtAPress) {
@@ -204,7 +204,7 @@ class PositionTip : public Markers {
   }
 };
 
-TEST_F(PositionTip, UndoesTheVerticalScrollingAndNotTheHorizontal) {
+TEST_F(PositionTip, AddsTheVerticalScrollingToThePositionButNotTheHorizontal) {
   ScrollDown(3);
   Get<HScrollBar>("HScroll1").setValue(5);
   EXPECT_EQ(TipAfterMove(CanvasBox, 120, 10),
@@ -213,7 +213,7 @@ TEST_F(PositionTip, UndoesTheVerticalScrollingAndNotTheHorizontal) {
             "Horizontal Position: 7 pixels Vertical Position: 30 pixels");
 }
 
-TEST_F(PositionTip, TellsTheWholePixelUnderAPointerBetweenTwo) {
+TEST_F(PositionTip, RoundsThePlaceOfAPointerBetweenTwoPixelsDown) {
   ScrollDown(3);
   PumpOnce();
   auto& viewport = Get<PictureBox>("Picture1", ViewportBox);
@@ -222,7 +222,7 @@ TEST_F(PositionTip, TellsTheWholePixelUnderAPointerBetweenTwo) {
             "Horizontal Position: 700 pixels Vertical Position: 130 pixels");
 }
 
-TEST_F(PositionTip, IsThatOfTheViewportAndTheCanvasAlone) {
+TEST_F(PositionTip, IsSetForTheViewportAndTheCanvasAlone) {
   ScrollDown(3);
   for (const WorkspaceBox box : {FrameBox, HolderBox}) EXPECT_EQ(TipAfterMove(box, 120, 10), "");
 }
@@ -237,7 +237,7 @@ TEST_F(PositionTip, IsNotSetWhileTheCanvasIsNotScrolledDown) {
   EXPECT_EQ(TipAfterMove(CanvasBox, 50, 60), tip);
 }
 
-TEST_F(PositionTip, TakesFourCharactersOfTheCanvassPlace) {
+TEST_F(PositionTip, AddsOnlyTheFirstFourDigitsOfTheVerticalScrolling) {
   Canvas().setTop(-12345);
   EXPECT_EQ(TipAfterMove(CanvasBox, 0, 1),
             "Horizontal Position: 0 pixels Vertical Position: 1235 pixels");

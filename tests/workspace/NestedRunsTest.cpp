@@ -1,5 +1,5 @@
-// Events are handled at each block of a running tool's text. These tests start loads, previews and
-// crops then.
+// While a tool runs, the windows handle events for each block of its output that they read as text.
+// These tests start loads, previews and crops at such a moment, inside the run.
 #include <QFile>
 #include <QPointer>
 #include <QTimer>
@@ -16,8 +16,8 @@ constexpr const char* kSuccessful = "Progress: 100 % Complete: Status: Cropping 
 
 class NestedRuns : public MainWindowTest {
  protected:
-  // Does the step when events are next handled after that block has been stored, and opens the gate
-  // for the tool to go on.
+  // As soon as that block has been stored, opens the gate for the tool to go on. Does the step when
+  // events are next handled.
   void AfterBlock(const QString& block, std::function<void()> step) const {
     Get<TextBox>("Text2").Change = [this, block, step = std::move(step)](int) mutable {
       if (!step || !Store().endsWith(block)) return;
@@ -27,7 +27,7 @@ class NestedRuns : public MainWindowTest {
   }
   static QString StatusOf(const Form2& job) { return job.Find<Label>("Label1(2)").Caption(); }
 
-  // Shell commands that print more than a pipe holds and then make a file of that name.
+  // Returns shell commands that print more than a pipe holds and then make a file of that name.
   QString PrintMuchAndMake(const char* name) const {
     return QStringLiteral("yes | head -c %1\ntouch '%2/%3'\n")
         .arg(kMuch)
@@ -48,7 +48,8 @@ class NestedRuns : public MainWindowTest {
     RunJob(*JobWindow());
     EXPECT_EQ(StatusOf(*JobWindow()), kSuccessful);
   }
-  // Does the step during a job whose tool prints more than a pipe holds and then makes "ended".
+  // Does the step during a job whose tool prints more than a pipe holds and then makes the file
+  // "ended".
   void DuringAJobThatPrintsMuch(std::function<void()> step) const {
     tools_.CropDoes(PrintMuchAndMake("ended"));
     CropTo("/tmp/out.mp4");
@@ -56,7 +57,7 @@ class NestedRuns : public MainWindowTest {
     RunJob(*JobWindow());
     EXPECT_EQ(StatusOf(*JobWindow()), kSuccessful);
   }
-  // Answers a dialog when that job's tool has ended.
+  // Returns an answer to a dialog that is given only when that job's tool has ended.
   Answer WhenItHasEnded(const Answer& answer) const {
     return [this, answer](QDialog& dialog) {
       EXPECT_TRUE(AwaitFile("ended"));
@@ -170,7 +171,7 @@ TEST_F(NestedRuns, EventsAreHandledForEachBlockOfTextBeforeItIsStored) {
   Texts handled;
   Get<TextBox>("Text2").Change = [&](int) {
     AtNextDoEvents([&] {
-      EXPECT_FALSE(Canvas().Visible()) << "before the end of the first load";
+      EXPECT_FALSE(Canvas().Visible()) << "the canvas is shown at the end of the load";
       handled.push_back(Store().toStdString() + ", duration: " + VideoDuration.toStdString());
     });
     gate_.Open();
@@ -224,9 +225,9 @@ TEST_F(NestedRuns, AJobDoesNotStartWhileALoadsDialogIsOpenButOtherTimersTick) {
   Form2* const job = JobWindow();
   ASSERT_NE(job, nullptr);
   const DialogAnswers answers({[&](QDialog& dialog) {
-    Get<Timer>("Timer1").setEnabled(true);  // until its tick
+    Get<Timer>("Timer1").setEnabled(true);  // its tick disables it
     Bar(LeftBar).setLeft(100);
-    Get<Label>("Label13").setCaption("?");  // the position, until a tick of Timer3
+    Get<Label>("Label13").setCaption("?");  // a tick of Timer3 shows the position
     RunJob(*job);
     EXPECT_TRUE(WaitFor([&] { return !Get<Timer>("Timer1").Enabled(); }));
     EXPECT_TRUE(WaitFor([&] { return CropLeft == 100; }));
@@ -243,14 +244,14 @@ TEST_F(NestedRuns, AJobDoesNotStartWhileALoadsDialogIsOpenButOtherTimersTick) {
             "ffmpeg | -i | " + chosen.toStdString() + " | -vf | crop=111:0:0:0 | /tmp/first.mp4");
 }
 
-TEST_F(NestedRuns, AJobsToolPrintsMoreThanAPipeHoldsWhileADialogIsOpen) {
+TEST_F(NestedRuns, AJobsToolCanPrintMoreThanAPipeHoldsWhileADialogIsOpen) {
   DuringAJobThatPrintsMuch([&] {
     const DialogAnswers answers({WhenItHasEnded(CancelDialog())});
     Give(LoadVideo);
   });
 }
 
-TEST_F(NestedRuns, AJobsToolPrintsMoreThanAPipeHoldsWhileAMessageBoxIsOpen) {
+TEST_F(NestedRuns, AJobsToolCanPrintMoreThanAPipeHoldsWhileAMessageBoxIsOpen) {
   DuringAJobThatPrintsMuch([&] {
     const DialogAnswers answers(
         {WhenItHasEnded(PressButton(QMessageBox::No)), PressButton(QMessageBox::Ok)});
@@ -258,7 +259,7 @@ TEST_F(NestedRuns, AJobsToolPrintsMoreThanAPipeHoldsWhileAMessageBoxIsOpen) {
   });
 }
 
-TEST_F(NestedRuns, APreviewPrintsMoreThanAPipeHoldsAndEndsWhileAJobRunsInsideIt) {
+TEST_F(NestedRuns, APreviewCanPrintMoreThanAPipeHoldsAndEndWhileAJobRunsInsideIt) {
   ProbeDimensionsDone = true;
   tools_.PreviewDoes(Print("one\n") + Wait(gate_) + PrintMuchAndMake("ended"));
   AfterBlock("one\n", [&] { RunAJobDuring([&] { EXPECT_TRUE(AwaitFile("ended")); }); });
@@ -266,7 +267,7 @@ TEST_F(NestedRuns, APreviewPrintsMoreThanAPipeHoldsAndEndsWhileAJobRunsInsideIt)
   EXPECT_EQ(Store().size(), 4 + kMuch);
 }
 
-TEST_F(NestedRuns, ALoadAndAPreviewInsideItEndWhileAJobRunsInsideBoth) {
+TEST_F(NestedRuns, ALoadAndAPreviewInsideItCanEndWhileAJobRunsInsideBoth) {
   tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
   tools_.DurationProbeDoes(Print("one\n") + Wait(gate_) + PrintMuchAndMake("probed"));
   tools_.PreviewDoes(Print("two\n") + Wait(gate_) + PrintMuchAndMake("played"));

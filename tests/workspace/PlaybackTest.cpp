@@ -29,7 +29,7 @@ class Playback : public MainWindowTest {
     Get<CommandButton>("Command1", StartFreshButton).Click(StartFreshButton);
   }
 
-  // Lets their timer tick and returns duration and position.
+  // Lets the timer of the read-outs tick, and returns the duration and the position that they show.
   Texts ReadOuts() const {
     Tick(Get<Timer>("Timer3"));
     return {Get<Label>("Label12").Caption().toStdString(),
@@ -51,7 +51,7 @@ TEST_F(Playback, StartsByRunAndNotByTheLoad) {
   EXPECT_EQ(wmp_.geometry(), QRect(0, 0, 320, 180));
 }
 
-// A load of a file that has no short path leaves an empty path.
+// The path is empty, for example, after a load of a file for which no short path can be made.
 TEST_F(Playback, IsNotChangedByCommandsWhileThePathIsEmpty) {
   RunRed();
   const QString former = wmp_.URL();
@@ -70,7 +70,7 @@ TEST_F(Playback, IsNotChangedByCommandsWhileThePathIsEmpty) {
   EXPECT_EQ(PauseState(), "Pause");
 }
 
-TEST_F(Playback, IsPausedByAStepThatLeavesThePauseState) {
+TEST_F(Playback, IsPausedByAFrameStepWhichLeavesThePauseState) {
   RunRed();
   wmp_.controls.step(1);
   EXPECT_TRUE(watch_.StandsStill());
@@ -95,7 +95,7 @@ TEST_F(Playback, StartsAgainByRunWhilePausedAndKeepsThePauseState) {
   EXPECT_TRUE(watch_.Moves());
   Give(PauseVideo);
   EXPECT_EQ(PauseState(), "Pause");
-  EXPECT_TRUE(watch_.Moves()) << "the next Pause plays what plays already";
+  EXPECT_TRUE(watch_.Moves()) << "this Pause resumes a video that plays already";
   Give(PauseVideo);
   EXPECT_TRUE(watch_.StandsStill());
 }
@@ -129,7 +129,7 @@ TEST_F(Playback, IsPausedBeforeACropAsksForItsFile) {
   RunRed();
   {
     const DialogAnswers answers({[this](QDialog& dialog) {
-      EXPECT_TRUE(watch_.StandsStill()) << "while the dialog is open";
+      EXPECT_TRUE(watch_.StandsStill()) << "the video is paused while the dialog is open";
       dialog.reject();
     }});
     Give(CropVideo);

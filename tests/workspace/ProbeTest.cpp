@@ -1,4 +1,4 @@
-// These tests let the probe tool print texts and look at what the window makes of them.
+// These tests let the probe tool print texts and check what the window reads in them.
 #include "shared/SharedValues.h"
 #include "workspace/MainWindowTest.h"
 
@@ -53,7 +53,7 @@ const TextAndCaptions kCases[] = {
      ""},
     {"WidthAlone", "width=640\n", {"", "0,000"}, "width=640\n"},
     {"NoNumbers", "width=N/A\nheight=N/A\n", {"N/A\r\n", "N/A\r\n"}, "width=N/A\nheight=N/A\n"},
-    {"SizeBehindAComplaint",
+    {"SizeAfterAComplaint",
      "x: bad\nwidth=640\nheight=360\n",
      {"0,000", "0,000"},
      "x: bad\nwidth=640\nheight=360\n"},

@@ -44,7 +44,7 @@ class RealTools : public MainWindowTest {
     EXPECT_EQ(Number(SourceWidth), width);
     EXPECT_EQ(Number(SourceHeight), height);
   }
-  // Measures the region, crops it to that output and cancels the job after its end.
+  // Measures the region, crops it to that output, and closes the job's window after the job.
   void CropTheRegionTo(const QString& output) const {
     Measure();
     CropTo(output);
@@ -54,12 +54,12 @@ class RealTools : public MainWindowTest {
               "Progress: 100 % Complete: Status: Cropping Successful");
     Release(JobWindow()->Find<Label>("Label2"));
   }
-  // A checksum of the pictures of ffmpeg's own crop.
+  // Lets ffmpeg alone crop the video, and returns a checksum of the cropped pictures.
   QString SumOfACrop(const char* video, const QString& filter) const {
     Make({"-i", InFolder(video), "-vf", filter}, "bare.mp4");
     return PicturesSum(InFolder("bare.mp4"));
   }
-  // The arguments make a video of two seconds.
+  // Returns the arguments with which ffmpeg makes a video of two seconds.
   static QStringList Source(const char* size) {
     return {"-f", "lavfi", "-i", QStringLiteral("testsrc2=duration=2:size=%1").arg(size)};
   }
@@ -147,9 +147,9 @@ struct NameOfMany {
 
 void PrintTo(const NameOfMany& tested, std::ostream* out) { *out << tested.name; }
 
-class CropToMany : public RealTools, public ::testing::WithParamInterface<NameOfMany> {};
+class CropToManyFiles : public RealTools, public ::testing::WithParamInterface<NameOfMany> {};
 
-TEST_P(CropToMany, ReplacesAFileThatExists) {
+TEST_P(CropToManyFiles, ReplacesAFileThatExists) {
   QFile existing(tools_.File(GetParam().file));
   LoadMade(Source("320x240"), "clip.mp4");
   CropTheRegionTo(InFolder(GetParam().output));
@@ -157,7 +157,7 @@ TEST_P(CropToMany, ReplacesAFileThatExists) {
   EXPECT_NE(existing.readAll(), "contents");
 }
 
-INSTANTIATE_TEST_SUITE_P(RealTools, CropToMany,
+INSTANTIATE_TEST_SUITE_P(RealTools, CropToManyFiles,
                          ::testing::Values(NameOfMany{"Pattern", "s%d.png", "s1.png"},
                                            NameOfMany{"List", "l.m3u8", "l.m3u8"},
                                            NameOfMany{"PieceOfAList", "l.m3u8", "l0.ts"},
@@ -309,7 +309,7 @@ class TurnedVideo : public RealTools {
   }
 };
 
-TEST_F(TurnedVideo, IsShownAsStoredButFailsToBeCroppedWiderThanItsTurnedPicture) {
+TEST_F(TurnedVideo, IsShownWithItsStoredSizeAndACropWiderThanTheTurnedPictureFails) {
   Pick(InFolder("phone.mp4"));
   ExpectSize("0,320", "0,240");
   CropTheRegionTo(InFolder("cropped.mp4"));
@@ -341,7 +341,7 @@ class VideoWithOtherStreams : public RealTools {
  protected:
   VideoWithOtherStreams() { EXPECT_TRUE(MakeVideo(InFolder("plain.mp4"), QSize(1280, 720), 1)); }
 
-  // Adds the streams of another file.
+  // Makes a copy of plain.mp4 that has the streams of another file as well.
   void MakeWith(const char* other, const QStringList& arguments, const char* name) const {
     Make(QStringList{"-i", InFolder("plain.mp4"), "-i", InFolder(other), "-map", "0", "-map", "1",
                      "-c", "copy"} +

@@ -9,7 +9,7 @@ namespace {
 
 class Region : public MainWindowTest {
  protected:
-  // The order is left, top, width, height, base, right.
+  // Returns the read-outs of the region in the order left, top, width, height, base, right.
   Texts ReadOut() const {
     return {Number(RegionLeft),   Number(RegionTop),  Number(RegionWidth),
             Number(RegionHeight), Number(RegionBase), Number(RegionRight)};

@@ -1,4 +1,4 @@
-// The canvas takes the size of the video from two captions, and is scrolled behind the viewport.
+// The canvas takes the size of the video from two captions, and scrolls in the viewport.
 #include <QScrollBar>
 
 #include "shared/SharedValues.h"
@@ -62,7 +62,7 @@ TEST_F(Viewport, HasScrollRangesOfAFifteenthOfTheCanvas) {
   EXPECT_EQ(across_.Max(), 43) << "a range beyond 16 bits is refused";
 }
 
-TEST_F(Viewport, ReachesTheFarEdgeOfALargeVideoOnlyIfItIsWideEnough) {
+TEST_F(Viewport, ReachesTheFarEdgeOfALargeVideoOnlyIfTheViewportIsWideEnough) {
   LoadVideoOf(1920, 1080);
   across_.setValue(across_.Max());
   const auto& viewport = Get<PictureBox>("Picture1", ViewportBox);
@@ -180,7 +180,7 @@ TEST_F(Viewport, ResetsTheBarsOnlyWhenTheCanvasChangesSize) {
   EXPECT_EQ(Bar(LeftBar).Left(), 0);
 }
 
-TEST_F(Viewport, TakesItsSizeFromTheCaptionsOfTheSourceSizeAlone) {
+TEST_F(Viewport, SizesCanvasHolderAndPlayerByTheCaptionsOfTheSourceSizeAlone) {
   for (const auto& [caption, size] :
        {std::pair("1,920", 1920.0F), {"12,345", 12345}, {" 0,031 ", 31}, {"0,000", 0}}) {
     SetCaptions(caption);
@@ -195,7 +195,7 @@ TEST_F(Viewport, TakesItsSizeFromTheCaptionsOfTheSourceSizeAlone) {
   ExpectSizes(0, 0);
 }
 
-TEST_F(Viewport, TakesTheWidthBeforeTheHeightIsKnown) {
+TEST_F(Viewport, GivesTheCanvasItsWidthBeforeTheHeightIsKnown) {
   Get<Label>("Label1", SourceWidth).setCaption("0,640");
   EXPECT_EQ(Canvas().size(), QSize(640, 249));
   EXPECT_EQ(Get<Control>("Picture1(3)").size(), QSize(640, 209));
