@@ -37,7 +37,7 @@ void Run() {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const App app("kelvane");
   const kelvane::testing::RecordingTools tools;
-  tools.PreviewDoes("yes 'frame= 100 fps= 25 q=-1.0' | head -c 1048576\n");
+  tools.FfplayDoes("yes 'frame= 100 fps= 25 q=-1.0' | head -c 1048576\n");
   Form1 form;
   form.Load();
   form.Show();

@@ -170,7 +170,7 @@ class Demo : private DemoPart {
     Need(WaitFor([&] { return job_.Progress() > first && !job_.ShowsStatus(noFigure); }),
          "the percentage doesn't follow the bar");
     Keep("10-running-job", "the job runs; both progress bars move");
-    Need(job_.AwaitSuccess(60s), "the job doesn't end");
+    Need(job_.AwaitEndStatus(60s), "the job doesn't end");
     Keep("11-finished-job", "the job is done");
     job_.Cancel();
     Need(WaitFor([&] { return !job_.Open(); }), "the finished job's window doesn't close");

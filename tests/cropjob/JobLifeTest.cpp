@@ -17,7 +17,7 @@ TEST_F(JobLife, EndsWhenAnyButtonIsReleasedOverCancel) {
     EXPECT_TRUE(job_.Loaded()) << button;
     Release(Get<Label>("Label2"), button);
     EXPECT_FALSE(job_.Loaded()) << button;
-    PumpOnce();
+    ServePendingEvents();
     EXPECT_FALSE(JobIsThere()) << button;
     EXPECT_TRUE(mainWindow_.isVisible());
   }
@@ -34,7 +34,7 @@ TEST_F(JobLife, EndsBySpaceAndEnterOnlyAfterTab) {
     EXPECT_EQ(TabOrder(Job()), "Label2");
     QTest::keyClick(Job().windowHandle(), key);
     EXPECT_FALSE(job_.Loaded()) << key;
-    PumpOnce();
+    ServePendingEvents();
   }
 }
 
@@ -49,11 +49,11 @@ TEST_F(JobLife, GoesOnWhenAnythingButCancelIsClicked) {
 TEST_F(JobLife, GoesOnAfterTheJobUntilCancel) {
   LoadJob();
   Run();
-  PumpOnce();
+  ServePendingEvents();
   ASSERT_TRUE(JobIsThere());
   EXPECT_TRUE(Job().isVisible());
   Cancel();
-  PumpOnce();
+  ServePendingEvents();
   EXPECT_FALSE(JobIsThere());
 }
 
@@ -115,7 +115,7 @@ TEST_F(JobLife, CancelDuringAJobLetsTheToolFinishAndUpdateTheMainWindow) {
   EXPECT_TRUE(QFile::exists(output));
   EXPECT_EQ(titles, (Texts{"Crop: 00.00%", "Crop: 20.00%", "Crop: 50.00%"}));
   EXPECT_EQ(MainBar().Value(), 7);
-  PumpOnce();
+  ServePendingEvents();
   EXPECT_FALSE(JobIsThere());
 }
 
@@ -133,7 +133,7 @@ TEST_F(JobLife, ASecondJobCanRunDuringACancelledOne) {
     EXPECT_EQ(Bar().Value(), 15);
     gate.Open();
   });
-  tools_.CropDoes(Print("one\n") + Wait(gate) + Print("time=00:00:09.00\n"));
+  tools_.FfmpegDoes(Print("one\n") + Wait(gate) + Print("time=00:00:09.00\n"));
   Timer& timer = JobTimer();
   Tick(timer);
   Tick(timer);

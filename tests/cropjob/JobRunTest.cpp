@@ -37,7 +37,7 @@ TEST_F(JobRun, CountsNoTickWhileADialogIsOpen) {
     Tick(JobTimer());
   }});
   MsgBox("An Error");
-  PumpOnce();
+  ServePendingEvents();
   EXPECT_EQ(Status(), kGettingCropRegions);
   EXPECT_TRUE(tools_.Runs().empty());
   Tick(JobTimer());
@@ -67,7 +67,7 @@ TEST_F(JobRun, EndsAsASuccessWhateverTheToolDoes) {
     EXPECT_FALSE(JobTimer().Enabled());
     EXPECT_EQ(Job().cursor().shape(), Qt::ArrowCursor);
     Cancel();
-    PumpOnce();
+    ServePendingEvents();
   }
 }
 

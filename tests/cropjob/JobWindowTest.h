@@ -53,7 +53,7 @@ class JobWindowTest : public ::testing::Test {
 
   // Lets the timer tick twice, so that the tool runs these commands to their end.
   void Run(const QString& commands = {}) const {
-    tools_.CropDoes(commands);
+    tools_.FfmpegDoes(commands);
     Timer& timer = JobTimer();
     Tick(timer);
     Tick(timer);

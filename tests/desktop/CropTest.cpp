@@ -17,14 +17,14 @@ TEST_F(Crop, WritesWhatTheBareCommandWrites) {
   EXPECT_TRUE(job.AwaitStatus("Progress: 00.00 % Complete: Status: Getting Crop Regions"));
   EXPECT_TRUE(job.ShowsOutput(output));
   EXPECT_TRUE(WaitFor([&] { return job.Progress() > 0 && window.Progress() > 0; }));
-  EXPECT_TRUE(job.AwaitSuccess(60s));
+  EXPECT_TRUE(job.AwaitEndStatus(60s));
   // The crop filter rounds 635 by 355 down to whole colour samples.
   EXPECT_EQ(VideoSize(output), QSize(634, 354));
   const QString bare = program.PathOf("bare.mp4");
   ASSERT_TRUE(RunTool("ffmpeg", {"-i", video, "-vf", "crop=635:355:0:0", bare}));
   EXPECT_EQ(ContentOf(output), ContentOf(bare));
   EXPECT_EQ(ContentOf(video), source);
-  ExpectSuccessAndCloseJob();
+  ExpectEndAndCloseJob();
   CloseAndExpectEnd();
 }
 
@@ -40,7 +40,7 @@ class CropOutput : public DesktopTest {
         "ffmpeg", QString(R"("$real" %1 "$@" 2>&1 | tee '%2' >&2)").arg(moreArguments, printed));
     const QHash<QString, QByteArray> before = Files();
     ASSERT_NO_FATAL_FAILURE(StartCrop(output));
-    ExpectSuccessAndCloseJob();
+    ExpectEndAndCloseJob();
     EXPECT_TRUE(ContentOf(printed).contains(complaint)) << ContentOf(printed).toStdString();
     EXPECT_EQ(Files(), before);
   }

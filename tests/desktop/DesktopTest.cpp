@@ -104,8 +104,8 @@ void DesktopTest::StartCrop(const QString& output) {
   ASSERT_TRUE(job.Await()) << "the job's window doesn't come";
 }
 
-void DesktopTest::ExpectSuccessAndCloseJob() {
-  EXPECT_TRUE(job.AwaitSuccess());
+void DesktopTest::ExpectEndAndCloseJob() {
+  EXPECT_TRUE(job.AwaitEndStatus());
   EXPECT_EQ(screen.Windows().size(), 2) << "a message box is open";
   job.Cancel();
   EXPECT_TRUE(WaitFor([&] { return !job.Open(); }));

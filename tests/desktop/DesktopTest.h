@@ -38,7 +38,7 @@ class DesktopTest : public ::testing::Test {
   // Chooses `output` in the save dialog and waits for the job's window.
   void StartCrop(const QString& output);
   // Expects that the job ends without a message, and closes its window.
-  void ExpectSuccessAndCloseJob();
+  void ExpectEndAndCloseJob();
   // Closes the main window and expects that the program then exits with 0.
   void CloseAndExpectEnd();
 

@@ -40,7 +40,7 @@ TEST_F(FolderFaults, AReadOnlyProgramFolderDoesNotAffectACrop) {
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 1));
   const QString output = program.PathOf("cropped.mp4");
   ASSERT_NO_FATAL_FAILURE(StartCrop(output));
-  ExpectSuccessAndCloseJob();
+  ExpectEndAndCloseJob();
   EXPECT_EQ(VideoSize(output), QSize(314, 234));
   EXPECT_EQ(QDir(program.ProgramFolder()).entryList(), before);
   CloseAndExpectEnd();

@@ -77,7 +77,7 @@ TEST_F(Load, ShowsFrenchNumbersAndCropsAndPlaysAsInAnyLocale) {
   ASSERT_NO_FATAL_FAILURE(StartCrop(output));
   EXPECT_TRUE(job.AwaitStatus("Progress: 00,00% Complete: Status: Cropping Video"));
   ASSERT_TRUE(program.Open("go"));
-  ExpectSuccessAndCloseJob();
+  ExpectEndAndCloseJob();
   EXPECT_EQ(program.RunsOf("ffmpeg").value(0).value(3), "crop=1915:1075:0:0");
   EXPECT_EQ(VideoSize(output), QSize(1914, 1074));
 }

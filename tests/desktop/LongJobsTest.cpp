@@ -43,7 +43,7 @@ TEST_F(LongCrop, IsKeptFromASuspensionAndShownInTheLauncherUntilItEnds) {
   EXPECT_EQ(services.Asked(), QStringList("portal: 4, Cropping a video"));
   EXPECT_TRUE(AwaitProgress("application://kelvane.desktop 50%"));
   EXPECT_TRUE(program.Open("go"));
-  ExpectSuccessAndCloseJob();
+  ExpectEndAndCloseJob();
   EXPECT_TRUE(AwaitAllowed());
   EXPECT_TRUE(AwaitProgress(""));
   CloseAndExpectEnd();

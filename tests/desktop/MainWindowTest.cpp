@@ -72,7 +72,7 @@ TEST_F(MainWindowOnScreen, ShowsTheProgressInItsTitleWhileItIsMinimised) {
   ASSERT_TRUE(program.Open("restored"));
   EXPECT_TRUE(awaitTitle("Kelvane"));
   ASSERT_TRUE(program.Open("end"));
-  ExpectSuccessAndCloseJob();
+  ExpectEndAndCloseJob();
 }
 
 TEST_F(MainWindowOnScreen, RunsPausesAndStopsAVideoAndEndsCleanlyWhileItPlays) {

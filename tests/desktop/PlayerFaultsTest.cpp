@@ -29,7 +29,7 @@ class PlayerFaults : public DesktopTest {
     EXPECT_TRUE(window.AwaitTimesWithoutVideo());
     const QString output = program.PathOf("cropped.mp4");
     ASSERT_NO_FATAL_FAILURE(StartCrop(output));
-    ExpectSuccessAndCloseJob();
+    ExpectEndAndCloseJob();
     EXPECT_EQ(VideoSize(output), QSize(314, 234));
   }
 };

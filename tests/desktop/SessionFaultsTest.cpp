@@ -133,7 +133,7 @@ TEST_P(JumpingClock, DisturbsNeitherAPlayingVideoNorAJob) {
   ASSERT_NO_FATAL_FAILURE(StartCrop(output));
   SetOffset("+0");
   ASSERT_TRUE(program.Open("jumped"));
-  ASSERT_NO_FATAL_FAILURE(ExpectSuccessAndCloseJob());
+  ASSERT_NO_FATAL_FAILURE(ExpectEndAndCloseJob());
   EXPECT_EQ(Pictures(output), Pictures(video));
   CloseAndExpectEnd();
 }

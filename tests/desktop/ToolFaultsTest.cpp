@@ -61,7 +61,7 @@ TEST_F(ToolFaults, AStoppedToolHoldsUpTheJobAndTheWindowUntilItIsContinued) {
   ASSERT_TRUE(program.Open("end"));
   EXPECT_TRUE(AwaitProgress(9));
   EXPECT_EQ(program.RunsOf("ffmpeg").size(), 1);
-  ExpectSuccessAndCloseJob();
+  ExpectEndAndCloseJob();
   EXPECT_TRUE(AwaitToolsAreReaped());
 }
 
@@ -78,10 +78,10 @@ TEST_F(ToolFaults, AStoppedToolDoesNotDelayTheEndOfTheProgramAndEndsOnceItIsCont
 
 TEST_F(ToolFaults, AToolThatClosesItsOutputEndsTheJobAndOutlivesTheProgram) {
   ASSERT_NO_FATAL_FAILURE(StartJob("exec > /dev/null 2>&1\n" + program.Gate("end")));
-  EXPECT_TRUE(job.AwaitSuccess());
+  EXPECT_TRUE(job.AwaitEndStatus());
   const pid_t tool = Tool();
   ASSERT_NE(tool, 0) << "the tool has ended";
-  ExpectSuccessAndCloseJob();
+  ExpectEndAndCloseJob();
   CloseAndExpectEnd();
   EXPECT_EQ(kill(tool, 0), 0) << "the tool has ended";
   ASSERT_TRUE(program.Open("end"));
@@ -96,14 +96,14 @@ TEST_F(ToolFaults, AGibibyteFromAJobsToolTakesTwiceItsSizeOfMemoryAtMost) {
   const qint64 before = program.Memory();
   ASSERT_GT(before, 0);
   ASSERT_NO_FATAL_FAILURE(ExpectWindowAnswersWhileToolRuns());
-  EXPECT_TRUE(job.AwaitSuccess(100s));
+  EXPECT_TRUE(job.AwaitEndStatus(100s));
   const qint64 peak = program.PeakMemory() - before;
   EXPECT_GT(peak, kFlood);
   if (!kSanitized) {
     EXPECT_LT(peak, kFlood * 2 + kFlood / 20);
     EXPECT_LT(program.Memory(), before + kFlood / 20) << "the memory isn't freed";
   }
-  ExpectSuccessAndCloseJob();
+  ExpectEndAndCloseJob();
 }
 
 // A hidden text box of the main window keeps the probe tool's output as well, with two bytes per
@@ -141,7 +141,7 @@ TEST_F(ToolFaults, AJobInProgressNeedsNoFreeDescriptor) {
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 1));
   // UBSan opens a pipe at the first use of a class, so a first job runs without the limit.
   ASSERT_NO_FATAL_FAILURE(StartCrop(program.PathOf("first.mp4")));
-  ExpectSuccessAndCloseJob();
+  ExpectEndAndCloseJob();
   program.ReplaceTool("ffmpeg", program.PrintingGate("go") + R"(exec "$real" "$@")");
   const QString output = program.PathOf("cropped.mp4");
   ASSERT_NO_FATAL_FAILURE(StartCrop(output));
@@ -149,7 +149,7 @@ TEST_F(ToolFaults, AJobInProgressNeedsNoFreeDescriptor) {
   const auto noFurtherOne = static_cast<std::uint64_t>(program.LowestFreeDescriptor());
   ASSERT_TRUE(program.SetLimit(RLIMIT_NOFILE, noFurtherOne));
   ASSERT_TRUE(program.Open("go"));
-  ExpectSuccessAndCloseJob();
+  ExpectEndAndCloseJob();
   EXPECT_EQ(VideoSize(output), QSize(634, 354));
   EXPECT_EQ(Pictures(output), Pictures(video));
   ASSERT_TRUE(program.LiftLimit(RLIMIT_NOFILE));
@@ -173,7 +173,7 @@ TEST_F(ToolFaults, WithoutRoomForAProcessALoadKeepsTheOldSizeAndACropMakesNoFile
   EXPECT_TRUE(window.AwaitBarsAround(kSize));
   EXPECT_EQ(screen.Windows().size(), 1) << "a message box is open";
   ASSERT_NO_FATAL_FAILURE(StartCrop(output));
-  ExpectSuccessAndCloseJob();
+  ExpectEndAndCloseJob();
   EXPECT_EQ(ContentOf(output), "(not there)");
 
   ASSERT_TRUE(program.LiftLimit(RLIMIT_NPROC));
@@ -181,7 +181,7 @@ TEST_F(ToolFaults, WithoutRoomForAProcessALoadKeepsTheOldSizeAndACropMakesNoFile
   EXPECT_TRUE(WaitFor([&] { return window.ShowsPath(video); }));
   ASSERT_TRUE(window.Answers());
   ASSERT_NO_FATAL_FAILURE(StartCrop(output));
-  ExpectSuccessAndCloseJob();
+  ExpectEndAndCloseJob();
   EXPECT_EQ(VideoSize(output), QSize(634, 354));
   CloseAndExpectEnd();
 }

@@ -354,7 +354,7 @@ TEST_F(InstalledPackage, CropsAndIsRemovedWithoutATrace) {
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(QSize(640, 360), 1));
   const QString output = program.PathOf("cropped.mp4");
   ASSERT_NO_FATAL_FAILURE(StartCrop(output));
-  EXPECT_TRUE(job.AwaitSuccess());
+  EXPECT_TRUE(job.AwaitEndStatus());
   EXPECT_EQ(VideoSize(output), QSize(634, 354));
   job.Cancel();
   EXPECT_TRUE(WaitFor([&] { return !job.Open(); }));

@@ -69,7 +69,7 @@ TEST_F(JoinByCopy, WritesAPrivateListIfTheProgramsFolderTakesNone) {
 TEST_F(JoinByCopy, ReportsSuccessEvenIfTheToolFailsOrIsMissing) {
   const QString output = tools_.File("all.mp4");
   for (const char* end : {"exit 1\n", "kill -KILL $$\n"}) {
-    tools_.CropDoes(end);
+    tools_.FfmpegDoes(end);
     EXPECT_EQ(JoinTo(output), (Texts{"Save Video As", kSuccess}));
   }
   tools_.Remove("ffmpeg");
@@ -158,7 +158,7 @@ TEST_F(JoinByCopy, RunsTheToolEvenIfItsWindowIsClosedDuringTheWait) {
 
 TEST_F(JoinByCopy, AddsASectionForADurationThatTheToolPrints) {
   AddSectionOf("a.mp4");
-  tools_.CropDoes(Print("Input #0, concat\n  Duration: N/A, start: 0.000000, bitrate: N/A\n"));
+  tools_.FfmpegDoes(Print("Input #0, concat\n  Duration: N/A, start: 0.000000, bitrate: N/A\n"));
   JoinTo("/tmp/all.mp4");
   EXPECT_EQ(Rows(), (Texts{"1 | a.mp4 | 600", "2 | a.mp4 | 60"}));
   EXPECT_EQ(Strips(), (Texts{"1,1 60x17", "61,21 6x17"}));
@@ -167,7 +167,7 @@ TEST_F(JoinByCopy, AddsASectionForADurationThatTheToolPrints) {
 }
 
 TEST_F(JoinByCopy, SkipsABlockForWhichMemoryIsShortAndReadsTheNext) {
-  tools_.CropDoes(Print("Duration: 00:10:00.00, start\nDuration: 00:05:00.00, start\n"));
+  tools_.FfmpegDoes(Print("Duration: 00:10:00.00, start\nDuration: 00:05:00.00, start\n"));
   bool thrown = false;
   Get<TextBox>("Text1").Change = [&](int) {
     if (!std::exchange(thrown, true)) throw std::bad_alloc();

@@ -34,7 +34,7 @@ class JoinerStart : public JoinerWindowTest {
   void ResizeTo(QSize area) const {
     const int menuBar = form_->height() - static_cast<int>(form_->ScaleHeight());
     form_->resize(area.width(), area.height() + menuBar);
-    PumpOnce();
+    ServePendingEvents();
     ASSERT_EQ(form_->ScaleWidth(), static_cast<float>(area.width()));
     ASSERT_EQ(form_->ScaleHeight(), static_cast<float>(area.height()));
   }

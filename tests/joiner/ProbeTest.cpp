@@ -123,7 +123,7 @@ TEST_F(SectionProbe, PaintsAStripButServesNoEventsWhileTheToolRuns) {
   tools_.DurationProbeDoes(Print("Duration: 00:10:00.00, start\n") + Wait(gate) + Print("end\n"));
   Add(tools_.File("a.mp4"));
   EXPECT_TRUE(gate.IsPassed());
-  PumpOnce();
+  ServePendingEvents();
   EXPECT_TRUE(served);
 }
 

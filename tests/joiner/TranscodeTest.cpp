@@ -58,7 +58,7 @@ TEST_F(Transcode, SkipsRemovedSectionsAndPathsWithoutAFolderButNotTheirNumbers) 
 
 TEST_F(Transcode, GoesOnWithTheNextSectionIfTheToolFailsAndReportsSuccessEvenIfItIsMissing) {
   AddThree();
-  tools_.CropDoes("exit 1");
+  tools_.FfmpegDoes("exit 1");
   EXPECT_EQ(TranscodeAll(), Texts{kSuccess});
   EXPECT_EQ(Joins().size(), 3U);
   tools_.Remove("ffmpeg");
@@ -67,7 +67,7 @@ TEST_F(Transcode, GoesOnWithTheNextSectionIfTheToolFailsAndReportsSuccessEvenIfI
 
 TEST_F(Transcode, PaintsEachCaptionButServesNoEventsWhileTheToolsRun) {
   AddThree();
-  PumpOnce();
+  ServePendingEvents();
   const PaintsOf paints(QStringLiteral("Label3(6)"));
   std::vector<int> paintedBefore;
   Get<Label>("Label3", ProcessLine).Change = [&](int) { paintedBefore.push_back(paints.Count()); };
@@ -80,7 +80,7 @@ TEST_F(Transcode, PaintsEachCaptionButServesNoEventsWhileTheToolsRun) {
 
 TEST_F(Transcode, LocksTheSectionsForTheLifeOfTheWindow) {
   AddThree();
-  tools_.CropDoes(Print("  Duration: 00:10:00.00, start: 0.0\n"));
+  tools_.FfmpegDoes(Print("  Duration: 00:10:00.00, start: 0.0\n"));
   Get<TextBox>("Text1").setText("not touched");
   TranscodeAll();
   Choose(NoTranscode);

@@ -68,7 +68,7 @@ class ScreenReaderAction : public ::testing::Test {
   }
   // Runs the event loop and returns the events that were raised since the last call.
   Events ProcessEvents() {
-    PumpOnce();
+    ServePendingEvents();
     return std::exchange(events, {});
   }
   Events EventsOf(const char* name, const QString& action) {
@@ -187,7 +187,7 @@ TEST_F(ScreenReaderValue, IsTheLastOfTwoThatWereSetEvenForABarOutOfSight) {
   for (const float begin : {20.0F, 400.0F}) {
     bar.setLeft(begin);
     for (const double value : {50.0, 70.0}) Value("LeftBar").setCurrentValue(value);
-    PumpOnce();
+    ServePendingEvents();
     EXPECT_EQ(bar.Left(), 70) << begin;
   }
 }
@@ -198,7 +198,7 @@ TEST_F(ScreenReaderValue, IsLimitedToTheBoxOfABarAndHasNoEffectUnlessItIsFinite)
   for (const auto& [value, left] :
        {std::pair{1e300, 300.0F}, {std::nan(""), 300.0F}, {-1e300, 0.0F}, {kInfinite, 0.0F}}) {
     Value("LeftBar").setCurrentValue(value);
-    PumpOnce();
+    ServePendingEvents();
     EXPECT_EQ(bar.Left(), left) << value;
   }
 }

@@ -241,7 +241,7 @@ TEST_F(PictureBoxDrawing, IsClearedByABackColourEvenTheSame) {
 }
 
 TEST_F(PictureBoxDrawing, IsPaintedAtOnceByRefresh) {
-  PumpOnce();
+  ServePendingEvents();
   const PaintsOf paints("Box");
   box.DrawLine(0, 5, 30, 5, kInk);
   EXPECT_EQ(paints.Count(), 0);

@@ -140,7 +140,7 @@ TEST_F(Drops, AreForgottenIfADialogOpensOrTheWindowIsUnloadedBeforeTheirHandlerR
   MsgBox("A question");
   EXPECT_TRUE(DropFiles(form, {path}));
   form.Unload();
-  PumpOnce();
+  ServePendingEvents();
   EXPECT_TRUE(dropped.isEmpty());
 }
 

@@ -194,13 +194,13 @@ TEST(KeyHandler, MayUnloadItsForm) {
   auto& box = alive->Find<PictureBox>("Box");
   box.KeyDown = [&](const KeyEvent&) {
     alive->Unload();
-    PumpOnce();
+    ServePendingEvents();
     EXPECT_NE(alive, nullptr) << "the form was deleted while its handler runs";
     return true;
   };
   box.SetFocus();
   QTest::keyClick(&box, Qt::Key_Left);
-  PumpOnce();
+  ServePendingEvents();
   EXPECT_EQ(alive, nullptr);
 }
 
@@ -299,7 +299,7 @@ TEST_F(DisabledLabel, IsUnavailableToAScreenReader) {
   EXPECT_TRUE(NodeOf(play).state().disabled);
   EXPECT_FALSE(NodeOf(stop).state().disabled);
   NodeOf(play).actionInterface()->doAction(QAccessibleActionInterface::pressAction());
-  PumpOnce();
+  ServePendingEvents();
   EXPECT_EQ(events, Events{});
 }
 

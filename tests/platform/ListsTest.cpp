@@ -25,7 +25,7 @@ class ListBoxTest : public ::testing::Test {
   }
   void SetExtent(int pixels) {
     list.setHorizontalExtent(pixels);
-    PumpOnce();
+    ServePendingEvents();
   }
 
   TestForm form{{Design(kListBox, "List1", {10, 10, 200, 100}).Color(0x404040)}};
@@ -77,7 +77,7 @@ TEST_F(ListBoxTest, ScrollsVerticallyToTheSelectedLineAndNotHorizontally) {
   SetExtent(900);
   horizontalBar.setValue(70);
   AddMany(50);
-  PumpOnce();
+  ServePendingEvents();
   for (const int line : {99, 0}) {
     list.setListIndex(line);
     EXPECT_TRUE(inside.viewport()->rect().intersects(inside.visualItemRect(inside.item(line))))
@@ -88,7 +88,7 @@ TEST_F(ListBoxTest, ScrollsVerticallyToTheSelectedLineAndNotHorizontally) {
 
 TEST_F(ListBoxTest, ScrollsHorizontallyOnlyIfItHasAnExtent) {
   list.AddItem(QString(500, 'w'));
-  PumpOnce();
+  ServePendingEvents();
   EXPECT_FALSE(horizontalBar.isVisible());
   EXPECT_EQ(horizontalBar.maximum(), 0);
   SetExtent(900);
@@ -100,7 +100,7 @@ TEST_F(ListBoxTest, ScrollsHorizontallyOnlyIfItHasAnExtent) {
 TEST_F(ListBoxTest, ScrollsHorizontallyOverItsExtentWhateverItHolds) {
   list.setHorizontalExtent(900);
   const auto expectRange = [&](const char* what) {
-    PumpOnce();
+    ServePendingEvents();
     EXPECT_TRUE(horizontalBar.isVisible()) << what;
     EXPECT_EQ(horizontalBar.minimum(), 0) << what;
     EXPECT_EQ(horizontalBar.maximum(), 900 - inside.viewport()->width()) << what;
@@ -115,7 +115,7 @@ TEST_F(ListBoxTest, ScrollsHorizontallyOverItsExtentWhateverItHolds) {
   list.setWidth(300);
   expectRange("a wider list");
   list.setWidth(1000);
-  PumpOnce();
+  ServePendingEvents();
   EXPECT_EQ(horizontalBar.maximum(), 0) << "a list that is wider than its extent scrolls";
 }
 
@@ -131,7 +131,7 @@ TEST_F(ListBoxTest, ShowsTheTextFromWhereItIsScrolledTo) {
 
 TEST_F(ListBoxTest, IsPaintedInItsColours) {
   list.AddItem("HHHH");
-  PumpOnce();
+  ServePendingEvents();
   const auto count = [this](QRgb color) { return CountOf(Picture(*inside.viewport()), color); };
   EXPECT_GT(count(0x404040), inside.viewport()->width() * inside.viewport()->height() * 9 / 10);
   EXPECT_GT(count(kPixelForm.labelColor), 0);
@@ -143,7 +143,7 @@ TEST_F(ListBoxTest, IsPaintedInItsColours) {
 
 TEST_F(ListBoxTest, LetsTheUserSelectALine) {
   AddMany(3);
-  PumpOnce();
+  ServePendingEvents();
   Pointer pointer(form);
   pointer.MoveTo(*inside.viewport(), inside.visualItemRect(inside.item(1)).center());
   pointer.Click();
@@ -155,7 +155,7 @@ class ListViewTest : public ::testing::Test {
   ListViewTest() {
     form.Open();
     for (const char* heading : {"Index", "Title", "Seconds"}) list.ColumnHeaders.Add(heading);
-    PumpOnce();
+    ServePendingEvents();
   }
 
   void AddRows(int count) {
@@ -169,7 +169,7 @@ class ListViewTest : public ::testing::Test {
     return rows;
   }
   QImage HeaderPicture() {
-    PumpOnce();
+    ServePendingEvents();
     return Picture(*header.viewport());
   }
 
@@ -215,7 +215,7 @@ TEST_F(ListViewTest, IgnoresAColumnOrARowThatDoesNotExist) {
 
 TEST_F(ListViewTest, HasOneRowSelectedInAllColumnsAndScrollsItIntoView) {
   AddRows(200);
-  PumpOnce();
+  ServePendingEvents();
   for (const int number : {200, 1}) {
     list.ListItems(number).Select();
     EXPECT_EQ(SelectedRows(), std::vector<int>{number});
@@ -233,7 +233,7 @@ TEST_F(ListViewTest, GivesItsFocusToItsRows) {
 
 TEST_F(ListViewTest, RaisesMouseUpOverItsRowsAndBelowThem) {
   AddRows(2);
-  PumpOnce();
+  ServePendingEvents();
   Events events;
   list.MouseUp = [&](const MouseEvent& event) { events.push_back(Describe("Up", event)); };
   pointer.MoveTo(list, QPoint(20, 30));

@@ -101,7 +101,7 @@ TEST_F(PlayerFitted, FollowsTheSizeOfItsBoxWhilePaused) {
   player.setWidth(160);
   EXPECT_TRUE(AwaitBlue({0, 45, 160, 90}));
   player.setHeight(0);
-  PumpOnce();
+  ServePendingEvents();
   player.setHeight(45);
   EXPECT_TRUE(AwaitBlue({40, 0, 80, 45}));
   EXPECT_FALSE(player.controls.playing());

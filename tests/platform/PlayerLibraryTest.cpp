@@ -55,7 +55,7 @@ class PlayerLibraryTest : public PlayerTest {
     player.OpenPaused(player.URL());
     player.controls.setCurrentPosition(1);
     EXPECT_FALSE(watch.Core().Active());
-    PumpOnce();
+    ServePendingEvents();
     EXPECT_EQ(watch.Colour(), kNothingPlayed);
     EXPECT_EQ(player.controls.currentPositionString(), u"00:00"_s);
     player.controls.stop();
@@ -120,7 +120,7 @@ TEST_F(PlayerLibraryTest, IsGivenOneSeekAtATimeAndTheLastOfThoseThatCameMeanwhil
   constexpr int kSteps = 200;
   for (int step = 0; step <= kSteps; ++step) {
     player.controls.setCurrentPosition(step * 0.08);
-    PumpOnce();
+    ServePendingEvents();
   }
   EXPECT_TRUE(WaitFor([&] { return std::abs(watch.Core().Position() - kSteps * 0.08) < 0.001; }));
   EXPECT_EQ(most, 1);
@@ -171,7 +171,7 @@ TEST_F(PlayerLibraryTest, LeavesTheDurationAsItWasIfItRefusesToTellIt) {
     PlayerLibrary::Get()->get_property_async(handle, 0, "duration", MPV_FORMAT_DOUBLE);
     return refusals > 1;
   }));
-  PumpOnce();
+  ServePendingEvents();
   EXPECT_NEAR(player.currentMediaDuration().value_or(0), 20, 0.1);
   form.reset();
 }

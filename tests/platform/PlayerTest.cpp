@@ -210,7 +210,7 @@ void PrintTo(const State& state, std::ostream* out) { *out << state.name; }
 
 const State kStates[]{
     {"Starting", false, [](auto&, auto&) {}},
-    {"Opening", false, [](auto&, auto&) { PumpOnce(); }},
+    {"Opening", false, [](auto&, auto&) { ServePendingEvents(); }},
     {"ShowingItsFirstPicture", true, [](auto&, auto&) {}},
     {"Playing", true, [](auto&, auto& watch) { EXPECT_TRUE(watch.AwaitPosition(0.3)); }},
     {"Paused", true, [](auto& player, auto&) { player.controls.pause(); }},

@@ -55,7 +55,7 @@ TEST_F(FileChoice, OpensItsDialogAtTheReleaseOfAnyButtonOverTheCaption) {
     const DialogAnswers answers({CancelDialog()});
     Press(Get<Label>("Label6", 0), button);
     Click(Get<Label>("Label6", 1), button);  // the frame of the caption
-    PumpOnce();
+    ServePendingEvents();
     EXPECT_EQ(answers.seen(), Texts{});
     Release(Get<Label>("Label6", 0), button);
     EXPECT_EQ(answers.seen(), Texts{"Extract Section From Video"});

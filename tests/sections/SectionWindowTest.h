@@ -55,7 +55,7 @@ class SectionWindowTest : public OpenWindowTest<SectionWindow> {
   }
   // Drags the control to the right by 50.5 pixels; the pointer rests between two pixels.
   static void DragBetweenPixels(Control& control) {
-    PumpOnce();
+    ServePendingEvents();
     const QPointF start = control.mapToGlobal(QPointF(2.4, 5.7));
     const QPointF there = start + QPointF(50.5, 0);
     DragThrough(control, {start, start, start, there, there, there});

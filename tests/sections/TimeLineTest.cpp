@@ -66,7 +66,7 @@ TEST_F(TimeLine, IsNotDrawnAgainByScrollingResizingOrTheChoiceOfAVideo) {
   form_->resize(1200, 900);
   const DialogAnswers answers({TypeFile(tools_.File("a.mp4"))});
   Release(Get<Label>("Label6", 0));
-  PumpOnce();
+  ServePendingEvents();
   EXPECT_EQ(StripOf(*form_), before);
   EXPECT_EQ(Get<Label>("Label16(2)").Caption(), QString("1825"));
 }

@@ -45,7 +45,7 @@ class MainWindowSoak : public MainWindowTest {
     auto* const window = Visible<Window>();
     ASSERT_NE(window, nullptr);
     window->close();
-    PumpOnce();
+    ServePendingEvents();
     EXPECT_EQ(Visible<Window>(), nullptr);
   }
 };
@@ -62,14 +62,14 @@ TEST_F(MainWindowSoak, AThousandLoadsAndCrops) {
     Get<TextBox>("Text2").setText({});
     Tick(Get<Timer>("Timer2"));
 
-    tools_.CropDoes(Print("frame=1 time=00:00:05.00 bitrate=1\n"));
+    tools_.FfmpegDoes(Print("frame=1 time=00:00:05.00 bitrate=1\n"));
     CropTo(tools_.Path() + "/out.mp4");
     auto* const job = Visible<Form2>();
     ASSERT_NE(job, nullptr);
     for (int ticks = 0; ticks < 2; ++ticks) Tick(job->Find<Timer>("Timer1"));
     EXPECT_EQ(Get<ProgressBar>("pbar").Value(), 5);
     Release(job->Find<Label>("Label2"));
-    PumpOnce();
+    ServePendingEvents();
     EXPECT_EQ(Visible<Form2>(), nullptr);
   };
   ExpectFlat({.warmUp = 200, .rounds = 800, .round = round});
@@ -112,7 +112,7 @@ using JoinerSoak = JoinerWindowTest;
 TEST_F(JoinerSoak, AThousandJoins) {
   for (const char* name : {"a.mp4", "b.mp4"}) AddSectionOf(name);
   Remove(3);
-  tools_.CropDoes(Print("frame=1 time=00:00:05.00 bitrate=1\n"));
+  tools_.FfmpegDoes(Print("frame=1 time=00:00:05.00 bitrate=1\n"));
   // Ends the wait before a join's tool as soon as events have been served.
   Get<Label>("Label3", ProcessLine).Change = [this](int) {
     if (Shown(ProcessLine) != "Process: Joining Your Videos...") return;
@@ -120,7 +120,7 @@ TEST_F(JoinerSoak, AThousandJoins) {
   };
   const auto round = [this](int) {
     EXPECT_EQ(JoinTo(tools_.Path() + "/all.mp4").size(), std::size_t{2});
-    PumpOnce();
+    ServePendingEvents();
     // Each join adds its intermediate files to this list once more.
     Get<ListBox>("List2").findChild<QListWidget*>()->clear();
     // Qt 6.8 caches the icon of every message box again, up to the limit of its cache.

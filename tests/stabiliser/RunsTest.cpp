@@ -116,7 +116,7 @@ TEST_F(StabiliserRuns, ViewPlaysTheMarkedSection) {
 }
 
 TEST_F(StabiliserRuns, ViewEndsThePlayerAfterTheSection) {
-  tools_.PreviewDoes("printf '  40.90 A-V: -0.012 fd=   0\\r' >&2; exec sleep 1000\n");
+  tools_.FfplayDoes("printf '  40.90 A-V: -0.012 fd=   0\\r' >&2; exec sleep 1000\n");
   Click(View());
   EXPECT_EQ(View().Caption(), "View Selected Region ");
 }
@@ -211,10 +211,10 @@ TEST_F(StabiliserRuns, ShowTheOptionsThatAreUsed) {
 
 TEST_F(StabiliserRuns, ShowTheirProgressAndThenNone) {
   const Gate gate(tools_.PathOf("gate"));
-  tools_.CropDoes(u"printf 'frame=1 time=00:00:07.50 bitrate=N/A speed=1x\\r' >&2\n"_s +
-                  QString::fromStdString(gate.Wait()) +
-                  u"printf 'frame=2 time=00:01:00.00 bitrate=N/A speed=1x\\r' >&2\n"_s +
-                  kWriteOutput);
+  tools_.FfmpegDoes(u"printf 'frame=1 time=00:00:07.50 bitrate=N/A speed=1x\\r' >&2\n"_s +
+                    QString::fromStdString(gate.Wait()) +
+                    u"printf 'frame=2 time=00:01:00.00 bitrate=N/A speed=1x\\r' >&2\n"_s +
+                    kWriteOutput);
   struct Case {
     int bar;
     const char* labels;
@@ -252,7 +252,7 @@ TEST_F(StabiliserRuns, AreCancelledByTheirOwnCaptionAloneAndLeaveNothing) {
   ASSERT_TRUE(former.open(QIODevice::WriteOnly));
   former.write("former");
   former.close();
-  tools_.CropDoes(QString(kWriteOutput) + "exec sleep 1000");
+  tools_.FfmpegDoes(QString(kWriteOutput) + "exec sleep 1000");
   When([this] { return Lines().size() == 1; },
        [this] {
          EXPECT_EQ(ApplyAll().Caption(), "Cancel");
@@ -274,7 +274,7 @@ TEST_F(StabiliserRuns, AreCancelledByTheirOwnCaptionAloneAndLeaveNothing) {
 
 TEST_F(StabiliserRuns, AreNotCancelledByADoubleClick) {
   const Gate gate(tools_.PathOf("gate"));
-  tools_.PreviewDoes(QString::fromStdString(gate.Wait()));
+  tools_.FfplayDoes(QString::fromStdString(gate.Wait()));
   When([this] { return Lines().size() == 1; },
        [&] {
          // The event that follows the first release of a double-click.
@@ -303,7 +303,7 @@ TEST_F(StabiliserRuns, TakeTheFocusFromADimmedCaptionAndGiveItBack) {
   ASSERT_TRUE(WaitFor([this] { return form_->isActiveWindow(); }));
   View().setFocus();
   const Gate gate(tools_.PathOf("gate"));
-  tools_.CropDoes(QString::fromStdString(gate.Wait()) + kWriteOutput);
+  tools_.FfmpegDoes(QString::fromStdString(gate.Wait()) + kWriteOutput);
   const QWidget* during = &View();
   When([this] { return !View().isEnabled(); },
        [&] {
@@ -319,7 +319,7 @@ TEST_F(StabiliserRuns, TakeTheFocusFromADimmedCaptionAndGiveItBack) {
 TEST_F(StabiliserRuns, RefuseDrops) {
   const QString path = tools_.File("dropped.mp4");
   EXPECT_TRUE(FileDrag(QStringList{path}).Enter(*form_));
-  tools_.PreviewDoes("exec sleep 1000\n");
+  tools_.FfplayDoes("exec sleep 1000\n");
   bool taken = true;
   When([this] { return Lines().size() == 1; },
        [&] {
@@ -342,7 +342,7 @@ TEST(CloseOnSignal, LeavesAloneASignalThatTheProgramIgnores) {
 }
 
 TEST_F(StabiliserRuns, EndWithTheWindow) {
-  tools_.CropDoes("exec sleep 1000\n");
+  tools_.FfmpegDoes("exec sleep 1000\n");
   When([this] { return Lines().size() == 1; }, [this] { form_->Unload(); });
   ClickAndAnswer(Extract(), {TypeFile(PathOf("part.mp4"))});
   EXPECT_EQ(Outputs(), QStringList());
@@ -358,7 +358,7 @@ TEST_F(StabiliserRuns, TellWhatTheToolComplainedOfAndKeepNoOutput) {
         Case{"echo \"No such filter: 'vidstabdetect'\" >&2; exit 1",
              "lacks the filters vidstabdetect"},
         Case{"kill -KILL $$", "can't be"}}) {
-    tools_.CropDoes(QString(kWriteOutput) + commands);
+    tools_.FfmpegDoes(QString(kWriteOutput) + commands);
     EXPECT_NE(MessageOfSaving(Extract(), PathOf("part.mp4")).find(reason), std::string::npos)
         << reason;
     EXPECT_NE(MessageOfSaving(ApplyAll(), PathOf("steady.mp4")).find(reason), std::string::npos)
@@ -374,14 +374,14 @@ TEST_F(StabiliserRuns, KeepNoOutputThatHasNoVideo) {
 }
 
 TEST_F(StabiliserRuns, TellThatTheNewNameCanNotBeTaken) {
-  tools_.CropDoes(QString(kWriteOutput) + "mkdir -p \"${output%/*}/part.mp4/full\"");
+  tools_.FfmpegDoes(QString(kWriteOutput) + "mkdir -p \"${output%/*}/part.mp4/full\"");
   const std::string message = MessageOfSaving(Extract(), PathOf("part.mp4"));
   EXPECT_NE(message.find("part.mp4 can't be written"), std::string::npos) << message;
   EXPECT_NE(message.find("exclamation"), std::string::npos) << message;
 }
 
 TEST_F(StabiliserRuns, ReplaceNoFileThatTookTheNewNameMeanwhile) {
-  tools_.CropDoes(QString(kWriteOutput) + "echo other > \"${output%/*}/part.mp4\"");
+  tools_.FfmpegDoes(QString(kWriteOutput) + "echo other > \"${output%/*}/part.mp4\"");
   EXPECT_NE(MessageOfSaving(Extract(), PathOf("part.mp4")).find("File exists"), std::string::npos);
   EXPECT_EQ(Content(PathOf("part.mp4")), "other\n");
   EXPECT_EQ(Outputs(), QStringList("part.mp4"));

@@ -14,7 +14,7 @@ class StabiliserWindowTest : public OpenWindowTest<Stabiliser> {
  protected:
   StabiliserWindowTest() {
     ProbeSays(60);
-    tools_.CropDoes(kWriteOutput);
+    tools_.FfmpegDoes(kWriteOutput);
   }
   ~StabiliserWindowTest() override { SectionSourceShortPath.clear(); }
 

@@ -28,7 +28,7 @@ void SendToWindow(QWidget& window, QPointF place, QEvent::Type type, Qt::MouseBu
 
 }  // namespace
 
-void PumpOnce() {
+void ServePendingEvents() {
   bool served = false;
   AtNextDoEvents([&served] { served = true; });
   WaitFor([&served] { return served; });

@@ -32,7 +32,7 @@ namespace kelvane::testing {
 using Texts = std::vector<std::string>;
 
 // Serves all pending events, deferred deletions included.
-void PumpOnce();
+void ServePendingEvents();
 // Waits until the running timer has ticked `count` times. Returns false if it hasn't in time.
 bool WaitForTicks(Timer& timer, int count);
 // Makes an enabled timer tick once, now.

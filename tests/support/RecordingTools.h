@@ -27,8 +27,8 @@ class RecordingTools {
   // Each sets the shell commands that a tool runs from now on.
   void SizeProbeDoes(const QString& commands) const { Write("size.commands", commands); }
   void DurationProbeDoes(const QString& commands) const { Write("duration.commands", commands); }
-  void PreviewDoes(const QString& commands) const { Write("ffplay.commands", commands); }
-  void CropDoes(const QString& commands) const { Write("ffmpeg.commands", commands); }
+  void FfplayDoes(const QString& commands) const { Write("ffplay.commands", commands); }
+  void FfmpegDoes(const QString& commands) const { Write("ffmpeg.commands", commands); }
   void Remove(const QString& tool) const;
 
   // Each run so far: the tool's name and its arguments, with " | " between them.

@@ -116,7 +116,7 @@ class Description {
     for (const QSize& area : areas) {
       const QSize rest = form_.size() - Area().size();
       form_.resize(area + rest);
-      PumpOnce();
+      ServePendingEvents();
       AddPlaces();
     }
     if (areas.empty()) AddPlaces();

@@ -125,7 +125,7 @@ TEST_F(Commands, PreviewRunsThePlayerWithoutAVideoAsWell) {
 
 TEST_F(Commands, PreviewShowsTheRegionOfTheLastTick) {
   const QString video = LoadVideoOf(640, 360);
-  Measure();
+  MeasureRegion();
   Bar(LeftBar).setLeft(100);
   Give(PreviewCroppedVideo);
   EXPECT_EQ(LastRun(), "ffplay | -i | " + video.toStdString() + " | -vf | crop=635:355:0:0");
@@ -160,7 +160,7 @@ TEST_F(Commands, PreviewAndCropUseTheShownPathAndNotTheLoadedOne) {
 
 TEST_F(Commands, CropUsesTheRegionAtTheCommandAndNotAtTheJobsStart) {
   const QString video = LoadVideoOf(640, 360);
-  Measure();
+  MeasureRegion();
   CropTo("/tmp/out.mp4");
   EXPECT_EQ(OutputPath, "/tmp/out.mp4");
   EXPECT_EQ(CropFilter, "635:355:0:0");
@@ -214,8 +214,8 @@ TEST_F(Commands, RunTheToolsByALinkWhereTheProgramsFolderHasABlank) {
       QStringLiteral("printf '%s\\n' \"$0\" >> '%1/started'\n").arg(tools_.Path());
   tools_.SizeProbeDoes(tellWhere);
   tools_.DurationProbeDoes(tellWhere);
-  tools_.PreviewDoes(tellWhere);
-  tools_.CropDoes(tellWhere);
+  tools_.FfplayDoes(tellWhere);
+  tools_.FfmpegDoes(tellWhere);
   Pick(tools_.File("a.mp4"));
   Give(PreviewCroppedVideo);
   CropTo("/tmp/out.mp4");

@@ -50,7 +50,7 @@ TEST_F(Failure, OfALoadAfterTheSizeProbeShowsAMessageAndKeepsTheSize) {
   Get<Timer>("Timer2").Tick = nullptr;
   Before(Path().Change, [](int) {
     AtNextDoEvents([] {
-      PumpOnce();  // so that no other event is left whose handling allocates memory
+      ServePendingEvents();  // so that no other event is left whose handling allocates memory
       FailAllocation();
     });
   });

@@ -22,7 +22,7 @@ TEST_F(MainWindowAccessibility, ListsThePathTheNumbersAndTheBarsOfAVideo) {
   Get<Timer>("Timer3").setEnabled(false);
   const QString file = LoadVideoOf(640, 360);
   Bar(LeftBar).setLeft(12);
-  Measure();
+  MeasureRegion();
   const std::string told = HeardIn(*form_);
   const std::string bars = R"(
   Grouping "Video and crop region"
@@ -64,7 +64,7 @@ TEST_F(MainWindowSize, IsNeverLessThanTheLeastSize) {
   ExpectSize(16665, 6500, {1111, 433});
   for (const QSize size : {QSize(300, 433), QSize(1111, 100), QSize(10, 10)}) {
     form_->resize(size);
-    PumpOnce();
+    ServePendingEvents();
     ExpectSize(16665, 6500, {1111, 433});
   }
 }

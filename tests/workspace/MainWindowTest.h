@@ -28,7 +28,7 @@ class MainWindowTest : public OpenWindowTest<Form1> {
   }
   std::string LastRun() const { return tools_.Runs().empty() ? "" : tools_.Runs().back(); }
   // Lets the timer that measures the bars tick once.
-  void Measure() const { Tick(Get<Timer>("Timer2")); }
+  void MeasureRegion() const { Tick(Get<Timer>("Timer2")); }
 
   // Releases the left button over the command.
   void Give(Command command) const { Release(Get<Label>("Label14", command)); }

@@ -153,7 +153,7 @@ TEST_F(Markers, AreDraggedFromThePlaceOfTheLastPressOfAnyButtonOnAnyBar) {
 
 TEST_F(Markers, DoNotMoveUnderAPointerThatRestsBetweenTwoPixels) {
   LoadVideoOf(640, 360);
-  PumpOnce();
+  ServePendingEvents();
   PictureBox& bar = Bar(LeftBar);
   const QPointF start = bar.mapToGlobal(QPointF(2.4, 100.7));
   DragThrough(bar, {start, start, start});
@@ -167,17 +167,17 @@ TEST_F(Markers, DoNotMoveUnderAPointerThatRestsBetweenTwoPixels) {
 
 TEST_F(Markers, ChangeTheNumbersOnlyAtTheNextTickWhenTheyAreDraggedOrReset) {
   LoadVideoOf(640, 360);
-  Measure();
+  MeasureRegion();
   Drag(LeftBar, 655, 0);
   EXPECT_EQ(Number(RegionWidth), "0,635");
   EXPECT_EQ(CropWidth, 635);
-  Measure();
+  MeasureRegion();
   EXPECT_EQ(Number(RegionWidth), "-0,020");
   EXPECT_EQ(CropWidth, -20);
   Give(ResetMarkers);
   EXPECT_EQ(Number(RegionWidth), "-0,020");
   EXPECT_EQ(CropWidth, -20);
-  Measure();
+  MeasureRegion();
   EXPECT_EQ(Number(RegionWidth), "0,635");
 }
 
@@ -215,7 +215,7 @@ TEST_F(PositionTip, AddsTheVerticalScrollingToThePositionButNotTheHorizontal) {
 
 TEST_F(PositionTip, RoundsThePlaceOfAPointerBetweenTwoPixelsDown) {
   ScrollDown(3);
-  PumpOnce();
+  ServePendingEvents();
   auto& viewport = Get<PictureBox>("Picture1", ViewportBox);
   DragThrough(viewport, {viewport.mapToGlobal(QPointF(700.9, 100.6))});
   EXPECT_EQ(viewport.ToolTipText(),

@@ -39,7 +39,7 @@ class NestedRuns : public MainWindowTest {
   // Runs a job whose tool ends only when the step has been done.
   void RunAJobDuring(std::function<void()> step) const {
     const Gate done(tools_.PathOf("done"));
-    tools_.CropDoes(Print("begun\n") + Wait(done));
+    tools_.FfmpegDoes(Print("begun\n") + Wait(done));
     CropTo("/tmp/out.mp4");
     AtNextDoEvents([&] {
       step();
@@ -51,7 +51,7 @@ class NestedRuns : public MainWindowTest {
   // Does the step during a job whose tool prints more than a pipe holds and then makes the file
   // "ended".
   void DuringAJobThatPrintsMuch(std::function<void()> step) const {
-    tools_.CropDoes(PrintMuchAndMake("ended"));
+    tools_.FfmpegDoes(PrintMuchAndMake("ended"));
     CropTo("/tmp/out.mp4");
     AtNextDoEvents(std::move(step));
     RunJob(*JobWindow());
@@ -127,7 +127,7 @@ TEST_F(NestedRuns, ALoadDuringASizeProbeReplacesThePathThatTheFirstLoadProbesNex
 
 TEST_F(NestedRuns, ALoadDuringAPreviewDoesNotLoseThePreviewsLaterText) {
   ProbeDimensionsDone = true;
-  tools_.PreviewDoes(Print("one\n") + Wait(gate_) + Print("two\n"));
+  tools_.FfplayDoes(Print("one\n") + Wait(gate_) + Print("two\n"));
   AfterBlock("one\n", [&] { Pick(tools_.File("a.mp4"), SizeText(1920, 1080), "loaded\n"); });
   Give(PreviewCroppedVideo);
   EXPECT_EQ(Store(), "one\nloaded\ntwo\n");
@@ -137,7 +137,7 @@ TEST_F(NestedRuns, ALoadDuringAPreviewDoesNotLoseThePreviewsLaterText) {
 TEST_F(NestedRuns, APreviewDuringADurationProbeDoesNotLoseTheProbesLaterText) {
   tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
   tools_.DurationProbeDoes(Print("one\n") + Wait(gate_) + Print("Duration: 00:00:11.00\n"));
-  tools_.PreviewDoes(Print("playing\n"));
+  tools_.FfplayDoes(Print("playing\n"));
   AfterBlock("one\n", [&] { Give(PreviewCroppedVideo); });
   Pick(tools_.File("a.mp4"));
   EXPECT_EQ(Store(), "one\nplaying\nDuration: 00:00:11.00\n");
@@ -182,7 +182,7 @@ TEST_F(NestedRuns, EventsAreHandledForEachBlockOfTextBeforeItIsStored) {
 }
 
 TEST_F(NestedRuns, ACropDuringAJobReplacesTheSharedValuesAndStartsNoTool) {
-  tools_.CropDoes(Print("one\n") + Wait(gate_) + Print("two\n"));
+  tools_.FfmpegDoes(Print("one\n") + Wait(gate_) + Print("two\n"));
   CropWidth = 111;
   CropTo("/tmp/first.mp4");
   Form2* const job = JobWindow();
@@ -261,7 +261,7 @@ TEST_F(NestedRuns, AJobsToolCanPrintMoreThanAPipeHoldsWhileAMessageBoxIsOpen) {
 
 TEST_F(NestedRuns, APreviewCanPrintMoreThanAPipeHoldsAndEndWhileAJobRunsInsideIt) {
   ProbeDimensionsDone = true;
-  tools_.PreviewDoes(Print("one\n") + Wait(gate_) + PrintMuchAndMake("ended"));
+  tools_.FfplayDoes(Print("one\n") + Wait(gate_) + PrintMuchAndMake("ended"));
   AfterBlock("one\n", [&] { RunAJobDuring([&] { EXPECT_TRUE(AwaitFile("ended")); }); });
   Give(PreviewCroppedVideo);
   EXPECT_EQ(Store().size(), 4 + kMuch);
@@ -270,7 +270,7 @@ TEST_F(NestedRuns, APreviewCanPrintMoreThanAPipeHoldsAndEndWhileAJobRunsInsideIt
 TEST_F(NestedRuns, ALoadAndAPreviewInsideItCanEndWhileAJobRunsInsideBoth) {
   tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
   tools_.DurationProbeDoes(Print("one\n") + Wait(gate_) + PrintMuchAndMake("probed"));
-  tools_.PreviewDoes(Print("two\n") + Wait(gate_) + PrintMuchAndMake("played"));
+  tools_.FfplayDoes(Print("two\n") + Wait(gate_) + PrintMuchAndMake("played"));
   AfterBlock("one\n", [&] {
     AfterBlock("two\n", [&] {
       RunAJobDuring([&] { EXPECT_TRUE(AwaitFile("probed") && AwaitFile("played")); });
@@ -285,7 +285,7 @@ TEST_F(NestedRuns, ALoadAndAPreviewInsideItCanEndWhileAJobRunsInsideBoth) {
 
 TEST_F(NestedRuns, ALoadDuringAJobLeavesTheJobsCommandLine) {
   const QString video = tools_.File("other.mp4");
-  tools_.CropDoes(Print("one\n") + Wait(gate_));
+  tools_.FfmpegDoes(Print("one\n") + Wait(gate_));
   CropTo("/tmp/out.mp4");
   AtNextDoEvents([&] {
     Pick(video, SizeText(1920, 1080), DurationText("00:00:10.00"));
@@ -298,7 +298,7 @@ TEST_F(NestedRuns, ALoadDuringAJobLeavesTheJobsCommandLine) {
 }
 
 TEST_F(NestedRuns, ANewJobCanStartDuringACancelledOneAndEndAfterIt) {
-  tools_.CropDoes(Print("one\n"));
+  tools_.FfmpegDoes(Print("one\n"));
   CropTo("/tmp/first.mp4");
   const QPointer<Form2> first = JobWindow();
   ASSERT_FALSE(first.isNull());
@@ -308,7 +308,7 @@ TEST_F(NestedRuns, ANewJobCanStartDuringACancelledOneAndEndAfterIt) {
     CropTo("/tmp/second.mp4");
   });
   RunJob(*first);
-  PumpOnce();
+  ServePendingEvents();
   EXPECT_TRUE(first.isNull());
   ASSERT_NE(JobWindow(), nullptr);
   RunJob(*JobWindow());
@@ -319,7 +319,7 @@ TEST_F(NestedRuns, ANewJobCanStartDuringACancelledOneAndEndAfterIt) {
 
 TEST_F(NestedRuns, StartFreshDuringAJobUnloadsItsWindowAndLetsTheToolUpdateTheProgressBar) {
   auto& bar = Get<ProgressBar>("pbar");
-  tools_.CropDoes(Print("time=00:00:05.00 ") + Wait(gate_) + Print("time=00:00:09.00 "));
+  tools_.FfmpegDoes(Print("time=00:00:05.00 ") + Wait(gate_) + Print("time=00:00:09.00 "));
   CropTo("/tmp/out.mp4");
   Form2* const job = JobWindow();
   AtNextDoEvents([&] {
@@ -335,8 +335,8 @@ TEST_F(NestedRuns, StartFreshDuringAJobUnloadsItsWindowAndLetsTheToolUpdateThePr
 
 TEST_F(NestedRuns, TheProgramEndsAfterTheToolOfAJobWhoseWindowsWereClosed) {
   const QString whole = tools_.Path() + "/whole";
-  tools_.CropDoes(Print("one\n") + Wait(gate_) + Print("two\n") +
-                  QStringLiteral("echo whole > '%1'\n").arg(whole));
+  tools_.FfmpegDoes(Print("one\n") + Wait(gate_) + Print("two\n") +
+                    QStringLiteral("echo whole > '%1'\n").arg(whole));
   CropTo("/tmp/out.mp4");
   Form2* const job = JobWindow();
   bool handled = false;

@@ -57,7 +57,7 @@ TYPED_TEST(MenuItemForAWindow, OpensANewWindowOnceTheOldOneWasClosed) {
   this->Choose();
   const QPointer<TypeParam> window = this->Opened();
   window->close();
-  PumpOnce();
+  ServePendingEvents();
   EXPECT_TRUE(window.isNull());
   this->Choose();
   ASSERT_NE(this->Opened(), nullptr);

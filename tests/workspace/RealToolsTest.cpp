@@ -46,7 +46,7 @@ class RealTools : public MainWindowTest {
   }
   // Measures the region, crops it to that output, and closes the job's window after the job.
   void CropTheRegionTo(const QString& output) const {
-    Measure();
+    MeasureRegion();
     CropTo(output);
     ASSERT_NE(JobWindow(), nullptr);
     RunJob(*JobWindow());
@@ -178,7 +178,7 @@ TEST_P(CropRemarks, SayWhatTheToolDoes) {
   QDir::setCurrent(InFolder("current"));
   const Snapshot before(tools_.Path());
   QString remark;
-  Measure();
+  MeasureRegion();
   {
     const DialogAnswers answers({TypeNameInFolder(InFolder(GetParam().typed), remark)});
     Give(CropVideo);

@@ -21,7 +21,7 @@ class Region : public MainWindowTest {
 
 TEST_F(Region, OfAFreshVideoIsFivePixelsNarrowerAndLower) {
   LoadVideoOf(640, 360);
-  Measure();
+  MeasureRegion();
   EXPECT_EQ(ReadOut(), (Texts{"0,000", "0,000", "0,635", "0,355", "0,355", "0,635"}));
   EXPECT_EQ(SharedValues(), (Values{635, 355, 0, 0}));
   EXPECT_EQ(Number(SourceWidth), "0,640");
@@ -85,7 +85,7 @@ TEST_F(Region, IsMeasuredFromTheBarsForTheReadOutAndTheCrop) {
     Bar(TopBar).setTop(top);
     Bar(RightBar).setLeft(right);
     Bar(BaseBar).setTop(base);
-    Measure();
+    MeasureRegion();
     EXPECT_EQ(ReadOut(), readOut) << name;
     EXPECT_EQ(SharedValues(), values) << name;
   }
@@ -97,18 +97,18 @@ TEST_F(Region, DoesNotDependOnScrollingNorOnThePlayerOrItsHolder) {
   Get<PictureBox>("Picture1", HolderBox).setHeight(10);
   Canvas().setLeft(-60);
   Canvas().setTop(-70);
-  Measure();
+  MeasureRegion();
   EXPECT_EQ(ReadOut(), (Texts{"0,000", "0,000", "0,635", "0,355", "0,355", "0,635"}));
   EXPECT_EQ(SharedValues(), (Values{635, 355, 0, 0}));
 }
 
 TEST_F(Region, ThatIsTooLargeForAWholeNumberKeepsTheSharedValues) {
   LoadVideoOf(640, 360);
-  Measure();
+  MeasureRegion();
   constexpr float kFar = 3e9F;
   Bar(LeftBar).setLeft(-kFar);
   Bar(TopBar).setTop(-kFar);
-  Measure();
+  MeasureRegion();
   EXPECT_EQ(Number(RegionWidth), "0,000");
   EXPECT_EQ(Number(RegionHeight), "0,000");
   EXPECT_EQ(SharedValues(), (Values{635, 355, 0, 0}));
@@ -117,7 +117,7 @@ TEST_F(Region, ThatIsTooLargeForAWholeNumberKeepsTheSharedValues) {
 TEST_F(Region, IsShownWithTheLocalesGroupSeparator) {
   QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
   LoadVideoOf(1920, 1080);
-  Measure();
+  MeasureRegion();
   const std::string width = Number(SourceWidth);
   const Texts readOut = ReadOut();
   QLocale::setDefault(QLocale::c());

@@ -29,7 +29,7 @@ TEST_F(HiddenButtons, RunTheSameCommandsAsTheLabels) {
   EXPECT_EQ(PauseState(), "Paused");
   Push(RunVideo);
   EXPECT_EQ(Get<WindowsMediaPlayer>("wmp").URL(), video);
-  Measure();
+  MeasureRegion();
   Push(PreviewCroppedVideo);
   EXPECT_EQ(LastRun(), "ffplay | -i | " + video.toStdString() + " | -vf | crop=412:244:0:0");
   const DialogAnswers answers({TypeFile("/tmp/out.mp4")});
@@ -62,7 +62,7 @@ class StartFresh : public HiddenButtons {
     LoadVideoOf(640, 360);
     Bar(LeftBar).setLeft(40);
     Bar(TopBar).setTop(25);
-    Measure();
+    MeasureRegion();
     Get<ProgressBar>("pbar").setValue(70);
     CropFilter = "1:2:3:4";
     OutputPath = "/tmp/out.mp4";

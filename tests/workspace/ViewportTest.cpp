@@ -109,14 +109,14 @@ TEST_F(Viewport, ScrollsTheCanvasAloneAndChangesNoNumber) {
   LoadVideoOf(1920, 1080);
   Bar(LeftBar).setLeft(30);
   Bar(BaseBar).setTop(700);
-  Measure();
+  MeasureRegion();
   bool changed = false;
   for (int index = 0; index < 16; ++index) {
     Before(Get<Label>("Label1", index).Change, [&](int) { changed = true; });
   }
   across_.setValue(100);
   down_.setValue(50);
-  Measure();
+  MeasureRegion();
   EXPECT_FALSE(changed);
   EXPECT_EQ((std::vector<int>{CropLeft, CropTop, CropWidth, CropHeight}),
             (std::vector<int>{30, 0, 1885, 700}));

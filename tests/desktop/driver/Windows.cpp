@@ -283,7 +283,7 @@ bool JobWindow::AwaitStatus(const QString& status, std::chrono::milliseconds pat
   return WaitFor([&] { return ShowsStatus(status); }, patience);
 }
 
-bool JobWindow::AwaitSuccess(std::chrono::milliseconds patience) const {
+bool JobWindow::AwaitEndStatus(std::chrono::milliseconds patience) const {
   return AwaitStatus("Progress: 100 % Complete: Status: Cropping Successful", patience);
 }
 

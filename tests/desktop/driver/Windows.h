@@ -147,7 +147,7 @@ class JobWindow {
   bool ShowsStatus(const QString& status) const;
   bool AwaitStatus(const QString& status, std::chrono::milliseconds patience = kPatience) const;
   // Waits for the status that a job shows at its end, even if the tool has failed.
-  bool AwaitSuccess(std::chrono::milliseconds patience = kPatience) const;
+  bool AwaitEndStatus(std::chrono::milliseconds patience = kPatience) const;
   bool ShowsOutput(const QString& output) const;
   // The width in pixels of the filled part of the progress bar.
   int Progress() const;
