@@ -45,22 +45,29 @@ Compositor::Compositor(Screen& screen, const QString& display, const QList<Outpu
     prctl(PR_SET_PDEATHSIG, SIGKILL);
   });
   const QString name = command.takeFirst();
-  process_.start(name, command);
-  const bool shown = WaitFor([&] {
+  const auto isShown = [&] {
     const QList<WindowId> windows = screen.Windows();
     window_ = WindowOfSize(screen, windows, last.pixels);
-    return !Socket().isEmpty() && window_ != 0 && windows.size() == known.size() + outputs.size();
-  });
-  if (!shown) {
-    process_.kill();
-    process_.waitForFinished();
-    throw std::runtime_error("no Wayland compositor: " + process_.readAll().toStdString());
+    const bool sized = std::ranges::all_of(outputs, [&](const Output& output) {
+      return WindowOfSize(screen, windows, output.pixels) != 0;
+    });
+    return !Socket().isEmpty() && sized && windows.size() == known.size() + outputs.size();
+  };
+  // Under load, sway 1.10 may close an output while another one gets its size.
+  constexpr int kAttempts = 3;
+  for (int attempt = 1; attempt <= kAttempts; ++attempt) {
+    process_.start(name, command);
+    if (WaitFor(isShown) && HoldsFor(isShown, 300ms)) {
+      // The window of another output may cover it.
+      screen.Activate(window_);
+      return;
+    }
+    End();
   }
-  // The window of another output may cover it.
-  screen.Activate(window_);
+  throw std::runtime_error("no Wayland compositor: " + process_.readAll().toStdString());
 }
 
-Compositor::~Compositor() {
+void Compositor::End() {
   process_.terminate();
   if (process_.waitForFinished(static_cast<int>(kPatience.count()))) return;
   process_.kill();

@@ -26,7 +26,7 @@ class Compositor {
   Compositor(Screen& screen, const QString& display, const QList<Output>& outputs);
   Compositor(const Compositor&) = delete;
   Compositor& operator=(const Compositor&) = delete;
-  ~Compositor();
+  ~Compositor() { End(); }
 
   // Makes the program open its windows on this compositor. To be called before the program's start.
   void Show(Program& program) const;
@@ -38,6 +38,7 @@ class Compositor {
   WindowId LastOutput() const { return window_; }
 
  private:
+  void End();
   // Each writes the configuration file and returns the command.
   QStringList WestonCommand(const Output& output) const;
   QStringList SwayCommand(const QList<Output>& outputs) const;
