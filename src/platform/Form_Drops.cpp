@@ -24,8 +24,8 @@ QStringList RegularFiles(const QMimeData& dragged) {
   QStringList paths;
   for (const QUrl& url : dragged.urls()) {
     if (!url.isLocalFile() || !IsThisMachine(url.host())) continue;
-    const QString path = url.path(QUrl::FullyDecoded);
-    if (QFileInfo(path).isFile()) paths << path;
+    const QFileInfo file(url.path(QUrl::FullyDecoded));
+    if (file.isAbsolute() && file.isFile()) paths << file.filePath();
   }
   return paths;
 }
@@ -37,9 +37,11 @@ bool Form::DropsAreTaken() const {
 }
 
 // Accepts the drag or drop, or refuses it, and returns whether it is accepted. It is accepted as a
-// copy: a source that is told that its files were moved may delete them.
+// copy: a source that is told that its files were moved may delete them. Qt would answer with a
+// move if the source offers nothing else.
 bool Form::AnswerDrag(QDropEvent& event) const {
-  const bool taken = !draggedFiles_.isEmpty() && DropsAreTaken();
+  const bool taken = event.possibleActions().testFlag(Qt::CopyAction) && !draggedFiles_.isEmpty() &&
+                     DropsAreTaken();
   event.setDropAction(taken ? Qt::CopyAction : Qt::IgnoreAction);
   event.setAccepted(taken);
   return taken;

@@ -72,7 +72,7 @@ TEST_F(Drops, WithoutAnyRegularFileOfThisMachineAreRefused) {
        {QUrl::fromLocalFile(folder.path()), QUrl::fromLocalFile(folder.filePath("missing.mp4")),
         QUrl::fromLocalFile(folder.filePath("dangling.mp4")), QUrl::fromLocalFile(fifo),
         QUrl("https://kelvane.example" + path), QUrl("file://elsewhere.example" + path),
-        QUrl("sftp://localhost" + path)}) {
+        QUrl("sftp://localhost" + path), QUrl("file:" + QDir().relativeFilePath(path))}) {
     EXPECT_FALSE(FileDrag(QList{address}).Enter(form)) << address.toString().toStdString();
   }
   EXPECT_FALSE(FileDrag(path).Enter(form)) << "a text is taken";
@@ -107,6 +107,13 @@ TEST_F(Drops, AreAnsweredAsCopiesBeforeTheirHandlerRuns) {
   EXPECT_EQ(FileDrag(QStringList{File("a.mp4")}).Drop(form), Qt::CopyAction);
   EXPECT_TRUE(dropped.isEmpty());
   EXPECT_TRUE(WaitFor([&] { return !dropped.isEmpty(); }));
+}
+
+TEST_F(Drops, OfFilesThatCanOnlyBeMovedAreRefused) {
+  FileDrag drag(QStringList{File("a.mp4")});
+  drag.Offer(Qt::MoveAction);
+  EXPECT_FALSE(drag.Enter(form));
+  EXPECT_FALSE(drag.Move(form));
 }
 
 TEST_F(Drops, AreRefusedWithoutAHandlerAndWhenTheWindowTakesNone) {

@@ -8,13 +8,10 @@
 namespace kelvane::testing {
 namespace {
 
-// What a file manager offers to do with the files. It proposes to move them.
-constexpr Qt::DropActions kOffered = Qt::CopyAction | Qt::MoveAction | Qt::LinkAction;
-
 QPoint PlaceOf(const QWidget& over) { return over.mapTo(over.window(), over.rect().center()); }
 
 bool Send(const QWidget& over, QDropEvent& event) {
-  event.setDropAction(Qt::MoveAction);
+  event.setDropAction(Qt::MoveAction);  // as file managers propose
   event.ignore();
   QCoreApplication::sendEvent(over.window()->windowHandle(), &event);
   return event.isAccepted();
@@ -29,18 +26,18 @@ FileDrag::FileDrag(const QStringList& paths) {
 }
 
 bool FileDrag::Enter(QWidget& over) {
-  QDragEnterEvent event(PlaceOf(over), kOffered, &data_, Qt::LeftButton, Qt::NoModifier);
+  QDragEnterEvent event(PlaceOf(over), offered_, &data_, Qt::LeftButton, Qt::NoModifier);
   return Send(over, event);
 }
 
 bool FileDrag::Move(QWidget& over) {
-  QDragMoveEvent event(PlaceOf(over), kOffered, &data_, Qt::LeftButton, Qt::NoModifier);
+  QDragMoveEvent event(PlaceOf(over), offered_, &data_, Qt::LeftButton, Qt::NoModifier);
   return Send(over, event);
 }
 
 Qt::DropAction FileDrag::Drop(QWidget& over) {
   if (!Enter(over) || !Move(over)) return Qt::IgnoreAction;
-  QDropEvent event(PlaceOf(over), kOffered, &data_, Qt::LeftButton, Qt::NoModifier);
+  QDropEvent event(PlaceOf(over), offered_, &data_, Qt::LeftButton, Qt::NoModifier);
   return Send(over, event) ? event.dropAction() : Qt::IgnoreAction;
 }
 

@@ -17,6 +17,9 @@ class FileDrag {
   explicit FileDrag(const QList<QUrl>& addresses) { data_.setUrls(addresses); }
   explicit FileDrag(const QString& text) { data_.setText(text); }
 
+  // From now on the other program offers only these actions; by default it offers all of them.
+  void Offer(Qt::DropActions actions) { offered_ = actions; }
+
   // These return whether the window takes the drag in the middle of the widget.
   bool Enter(QWidget& over);
   bool Move(QWidget& over);
@@ -26,6 +29,7 @@ class FileDrag {
 
  private:
   QMimeData data_;
+  Qt::DropActions offered_ = Qt::CopyAction | Qt::MoveAction | Qt::LinkAction;
 };
 
 // Drops the files in the middle of the widget. Returns whether the window takes them.
