@@ -35,16 +35,22 @@ QString ConcatListText(int sections) {
 namespace {
 
 // Returns the path that the tool reads in a section's line of the list: an apostrophe ends the
-// quotes or begins them again, and outside of them a blank ends the path.
+// quotes or begins them again, and outside of them a blank ends the path, unless it follows a
+// backslash.
 QString ListedPath(const QString& section) {
   QString path;
   bool quoted = true;
+  bool escaped = false;
   for (const QChar c : Trim(section)) {
-    if (c == u'\r' || c == u'\n' || (!quoted && (c == u' ' || c == u'\t'))) break;
-    if (c == u'\'') {
+    const bool plain = quoted || escaped;
+    if (c == u'\r' || c == u'\n' || (!plain && (c == u' ' || c == u'\t'))) break;
+    if (c == u'\'' && !escaped) {
       quoted = !quoted;
+    } else if (c == u'\\' && !plain) {
+      escaped = true;
     } else {
       path += c;
+      escaped = false;
     }
   }
   return path;

@@ -16,12 +16,12 @@ namespace fs = std::filesystem;
 
 bool CanBeUsed(const fs::path& file, int mode) { return ::access(file.c_str(), mode) == 0; }
 
-// Returns whether a tool finds an extension in the file's name. The tool takes all that follows the
-// last point for one, even in ".mp4", which has no extension for the standard library.
-bool HasExtension(const std::string& file) {
+// Returns what a tool takes for the extension: all that follows the last point, even in ".mp4",
+// which has no extension for the standard library.
+std::string ExtensionOf(const std::string& file) {
   const std::string name = fs::path(file).filename();
   const std::size_t point = name.rfind('.');
-  return point != std::string::npos && point + 1 < name.size();
+  return point == std::string::npos ? "" : name.substr(point + 1);
 }
 
 std::string LossRemark(const std::string& path, const std::vector<std::string>& arguments) {
@@ -58,11 +58,11 @@ std::string FolderRemark(const std::string& path) {
 }
 
 bool IsListOfPieces(const std::string& path) {
-  std::string extension = fs::path(path).extension();
+  std::string extension = ExtensionOf(path);
   std::transform(extension.begin(), extension.end(), extension.begin(), [](char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
   });
-  return extension == ".m3u8" || extension == ".mpd";
+  return extension == "m3u8" || extension == "mpd";
 }
 
 std::string WriteRemark(const std::string& path, const std::string& replaced) {
@@ -73,7 +73,7 @@ std::string OutputRemark(const std::string& path, const std::string& replaced) {
   const std::vector<std::string> arguments = SplitCommandLine(path);
   if (arguments.empty()) return {};
   const std::string& file = arguments.front();
-  const bool hasFormat = HasExtension(file);
+  const bool hasFormat = !ExtensionOf(file).empty();
   // A tool renames its finished list of pieces, so the folder decides if the file can be replaced.
   const bool canBeReplaced =
       IsListOfPieces(file) ? FolderRemark(file).empty() : CanBeUsed(file, W_OK);

@@ -172,7 +172,7 @@ TEST_P(CropRemarks, SayWhatTheToolDoes) {
   const QDir folder(tools_.Path());
   for (const char* inner : {"current", "folder.mp4", "a\"b", "ab"})
     ASSERT_TRUE(folder.mkdir(inner));
-  for (const char* old : {"old.mp4", "old", "old.m3u8", "OLD.MPD"}) tools_.File(old);
+  for (const char* old : {"old.mp4", "old", "old.m3u8", "OLD.MPD", ".m3u8"}) tools_.File(old);
   LoadMade(Source("320x240"), "clip.mp4");
   const QString former = QDir::currentPath();
   QDir::setCurrent(InFolder("current"));
@@ -212,10 +212,12 @@ INSTANTIATE_TEST_SUITE_P(
                 "a\"b/new.mp4",
                 "The quotes vanish: FOLDER/ab/new.mp4.",
                 {"ab/new.mp4"}},
+        NewName{"QuoteInTheName", "12\".mp4", "The quotes vanish: FOLDER/.mp4.", {".mp4"}},
         NewName{"Existing", "old.mp4", kKept, {}},
         NewName{"ExistingBeforeABlank", "old.mp4 new.mp4", Cut("old.mp4") + ' ' + kKept, {}},
         NewName{"AFolderBeforeABlank", "folder.mp4 new.mp4", Cut("folder.mp4") + ' ' + kKept, {}},
         NewName{"ExistingList", "old.m3u8", kReplaced, {"old.m3u8", "old0.ts"}},
+        NewName{"ExistingListWithoutAName", ".m3u8", kReplaced, {".m3u8", "0.ts"}},
         NewName{"ExistingManifest",
                 "OLD.MPD",
                 kReplaced,
