@@ -7,10 +7,10 @@
 #include <algorithm>
 #include <cmath>
 #include <exception>
+#include <utility>
 
 #include "platform/App.h"
 #include "platform/player/PlaybackCore.h"
-#include "platform/player/PlayerLibrary.h"
 #include "shared/TextHelpers.h"
 
 namespace kelvane {
@@ -26,7 +26,7 @@ WindowsMediaPlayer::WindowsMediaPlayer(Container& container, const QString& name
 void WindowsMediaPlayer::Prepare() {
   if (preparing_.joinable()) return;
   try {
-    preparing_ = std::jthread([] { (void)PlayerLibrary::Get(); });
+    preparing_ = std::jthread(PlaybackCore::LoadLibrary);
   } catch (const std::exception&) {
     // The library is loaded when the first file is set.
   }
@@ -52,7 +52,7 @@ bool WindowsMediaPlayer::TakeURL(const QString& url) {
 
 void WindowsMediaPlayer::MakeCore() {
   using enum PlaybackCore::Picture;
-  delete core_;
+  delete std::exchange(core_, nullptr);
   core_ = new PlaybackCore(this, App::Title(), fitsBox_ ? kFitted : kStored);
   core_->setVolume(settings.volume());
   core_->setBalance(settings.balance());

@@ -143,8 +143,7 @@ TEST_F(PlayerMenu, SkipsFromThePositionThatASeekHasJustReached) {
   ASSERT_TRUE(AwaitPicture(0));
   for (double goal = 10; goal < 55; goal += 10) {
     Choose("Forward 10 Seconds");
-    EXPECT_EQ(player.controls.currentPosition(), goal);
-    ASSERT_TRUE(watch.AwaitPosition(goal));
+    EXPECT_TRUE(HoldsFor([&] { return player.controls.currentPosition() == goal; }, 200ms));
   }
 }
 
@@ -156,6 +155,8 @@ TEST_F(PlayerMenu, SkipsAtMostToTheBeginningAndToTheLastPicture) {
   Choose("Back 10 Seconds");
   EXPECT_TRUE(watch.AwaitColour(kPlayedRed));
   EXPECT_TRUE(AwaitPicture(0));
+  player.controls.setCurrentPosition(1.4);
+  ASSERT_TRUE(AwaitPicture(1.4));
   Choose("Forward 10 Seconds");
   Choose("Back 10 Seconds");
   EXPECT_TRUE(AwaitPicture(0)) << "the part of a skip beyond the end counts";

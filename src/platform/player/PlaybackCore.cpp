@@ -109,6 +109,8 @@ constexpr std::uint64_t kSoughtReplyId = 4;
 
 }  // namespace
 
+void PlaybackCore::LoadLibrary() { (void)PlayerLibrary::Get(); }
+
 PlaybackCore::PlaybackCore(QObject* parent, const QString& clientName, Picture picture)
     : QObject(parent), picture_(picture), mpv_(PlayerLibrary::Get()) {
   if (mpv_ == nullptr || !HasRoomForThreads() || !MakePlayer(clientName)) return;
@@ -298,7 +300,7 @@ void PlaybackCore::SeekNext() {
     seeking_ = Command({"frame-back-step"}, kSeekReplyId);
   } else {
     // The player itself counts the steps forward that it still has to do.
-    for (; steps_ > 0; --steps_) stepped_ = Command({"frame-step"});
+    for (; steps_ > 0; --steps_) stepped_ = Command({"frame-step"}) || stepped_;
   }
   if (!seeking_) sought_.reset();
 }

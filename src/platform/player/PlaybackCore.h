@@ -35,6 +35,9 @@ class PlaybackCore : public QObject {
   // if that is by quarter turns.
   enum class Picture { kStored, kFitted };
 
+  // Loads libmpv, as the first object otherwise does. For any thread.
+  static void LoadLibrary();
+
   // Isn't usable if the player can't be made. The sound system knows the player as `clientName`.
   PlaybackCore(QObject* parent, const QString& clientName, Picture picture);
   // Waits for the player's threads to end.
