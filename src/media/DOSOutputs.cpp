@@ -30,6 +30,8 @@ namespace {
 using Clock = std::chrono::steady_clock;
 
 constexpr std::chrono::milliseconds kWaitingInterval(20);
+// A tool mostly exits right after the end of its output.
+constexpr std::chrono::milliseconds kReapingInterval(1);
 
 // The tools that were started and not yet reaped. Until a tool is reaped, the system gives its
 // process id to no other process.
@@ -164,7 +166,8 @@ std::string DOSOutputs::ExecuteCommand(const std::string& CommandLine) {
   } while (!block || !block->empty());
   ReapEndedChildren();
   while (waiting && !tool->reaped) {
-    std::this_thread::sleep_until(due);
+    std::this_thread::sleep_for(kReapingInterval);
+    ReapEndedChildren();
     raiseWaitingIfDue();
   }
   return text->UpToCursor();
