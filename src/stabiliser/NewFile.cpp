@@ -43,9 +43,15 @@ std::system_error CannotWrite(const std::string& path, int number) {
   return {number, std::generic_category(), path + " can't be written"};
 }
 
-bool Exists(const std::string& path) {
+bool IsTaken(const std::string& path) {
   std::error_code ignored;
   return std::filesystem::exists(std::filesystem::symlink_status(path, ignored));
+}
+
+// False for a link that leads nowhere: the dialog doesn't ask before that is replaced.
+bool LeadsToAFile(const std::string& path) {
+  std::error_code ignored;
+  return std::filesystem::exists(path, ignored);
 }
 
 std::string RandomName() {
@@ -59,7 +65,7 @@ std::string RandomName() {
 
 }  // namespace
 
-NewFile::NewFile(const std::string& path) : path_(path), replaces_(Exists(path)) {
+NewFile::NewFile(const std::string& path) : path_(path), replaces_(LeadsToAFile(path)) {
   const std::filesystem::path file(path);
   const std::filesystem::path folder = file.parent_path();
   std::string reason;
@@ -94,7 +100,7 @@ void NewFile::Keep() {
   const unsigned int flags = replaces_ ? 0 : RENAME_NOREPLACE;
   int result = ::renameat2(AT_FDCWD, temporary_.c_str(), AT_FDCWD, path_.c_str(), flags);
   // Some file systems don't know the flag.
-  if (result != 0 && errno == EINVAL && !Exists(path_)) {
+  if (result != 0 && errno == EINVAL && !IsTaken(path_)) {
     result = std::rename(temporary_.c_str(), path_.c_str());
   }
   if (result != 0) throw CannotWrite(path_, errno);

@@ -9,8 +9,9 @@ namespace kelvane {
 class NewFile {
  public:
   // `path` is absolute and has an extension of 1 to 10 ASCII letters or digits, which the temporary
-  // name has too. Throws std::system_error if no file of that name can be made in the folder, and
-  // another std::runtime_error if the folder can't be given a short path.
+  // name has too. Throws std::system_error if no file of that name can be made in the folder, also
+  // if the name is that of a link that leads nowhere, and another std::runtime_error if the folder
+  // can't be given a short path.
   explicit NewFile(const std::string& path);
   NewFile(const NewFile&) = delete;
   NewFile& operator=(const NewFile&) = delete;

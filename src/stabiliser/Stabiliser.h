@@ -112,6 +112,10 @@ class Stabiliser : public Form3 {
   void MarkHere(Needle needle);
   bool StepNeedle(const KeyEvent& event);
   void ScrollTimeLine(double notches);
+  // Scrolls as far as needed to show the needle.
+  void ScrollTo(const PictureBox& needle);
+  // Places the strip, at most so far that no end of it leaves the frame.
+  void MoveStrip(float left);
   void ShowFrameAt(double time);
   // When the last picture of the source ends, in seconds.
   double EndOfVideo() const;

@@ -7,6 +7,7 @@
 #include <exception>
 #include <filesystem>
 #include <fstream>
+#include <string_view>
 #include <system_error>
 
 #include "media/DOSOutputs.h"
@@ -27,10 +28,16 @@ namespace {
 constexpr const char* kTransformsFile = "transforms.trf";
 constexpr const char* kTestFile = "test.mp4";
 
-// Returns whether the last line is whole; it isn't if FFmpeg 5.1's filter has ignored a full disk.
-bool EndsWithALine(const std::string& path) {
+// Returns whether a full disk, which FFmpeg 5.1's filter ignores, has cut the motions off: its text
+// then ends in the middle of a line. Other releases of the filter may write no text.
+bool IsCutOff(const std::string& path) {
+  constexpr std::string_view kText = "VID.STAB";
   std::ifstream file(path, std::ios::binary);
-  return file.seekg(-1, std::ios::end) && file.get() == '\n';
+  std::string begin(kText.size(), '\0');
+  file.read(begin.data(), static_cast<std::streamsize>(begin.size()));
+  if (file && begin != kText) return false;
+  file.clear();
+  return !file.seekg(-1, std::ios::end) || file.get() != '\n';
 }
 
 std::string Tools() { return ToolsFolder(App::Path()); }
@@ -255,14 +262,18 @@ void Stabiliser::ApplyOptions() {
   const Video video = *VideoToStabilise();
   const QString path = AskForOutput(u"Save Stabilised Video As"_s, video.path);
   if (path.isEmpty()) return;
+  bool replacesSource = false;
   RunCancellable(Label12(Apply), [&] {
     NewFile output(ToNarrow(path));
     const QString message = RunBothPasses({video, std::nullopt, TakeOptions(), output.ToolPath()});
     if (!succeeded_) return message;
     output.Keep();
     if (path == sample_) sample_.clear();
+    replacesSource = source_ && source_->path == path;
     return Paragraphs(u"The stabilised video has been saved as\n%1"_s.arg(path), message);
   });
+  // If a video had been loaded, the new file may be that of the time line.
+  if (replacesSource && Loaded()) SetSource(path);
 }
 
 QString Stabiliser::RunBothPasses(const Stabilising& run) {
@@ -289,7 +300,7 @@ QString Stabiliser::DetectAndTransform(const Stabilising& run, const std::string
   }
   // With -copyts the reported times count from the first report, so the length isn't known.
   const double processed = run.span && facts.seeksLate ? 0 : processedSeconds_;
-  if (!EndsWithALine(transforms)) {
+  if (IsCutOff(transforms)) {
     return Paragraphs(sentence, u"The disk of the folder %1 is full."_s.arg(
                                     FromNarrow(std::filesystem::path(transforms).parent_path())));
   }

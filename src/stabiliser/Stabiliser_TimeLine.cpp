@@ -1,4 +1,5 @@
 // The time line of the chosen video, and the needles; moving one shows the frame at its time.
+#include <QApplication>
 #include <algorithm>
 #include <cmath>
 
@@ -29,6 +30,10 @@ void Stabiliser::WireTimeLine() {
     needle->MouseMove = [this](const MouseEvent& event) { DragNeedle(event); };
     needle->MouseWheel = scroll;
     needle->KeyDown = [this](const KeyEvent& event) { return StepNeedle(event); };
+    // A press of the mouse must not move the needle away.
+    connect(qApp, &QApplication::focusChanged, needle, [this, needle](QWidget*, QWidget* now) {
+      if (now == needle && QApplication::mouseButtons() == Qt::NoButton) ScrollTo(*needle);
+    });
   }
   // The handlers take positions on the strip, so those of the frame's events are converted.
   PictureBox& frame = Picture3(TimeLineFrame);
@@ -125,6 +130,7 @@ bool Stabiliser::StepNeedle(const KeyEvent& event) {
   const auto needle = static_cast<Needle>(event.Index);
   const double time = marks_.at(needle) + (event.Key == Qt::Key_Left ? -step : step);
   SetMark(needle, scale_.TimeAt(scale_.PositionOf(time)));
+  ScrollTo(Picture4(needle));
   return true;
 }
 
@@ -135,9 +141,19 @@ void Stabiliser::SetMark(Needle needle, double time) {
 
 void Stabiliser::ScrollTimeLine(double notches) {
   constexpr double kPixelsPerNotch = 100;
+  MoveStrip(
+      static_cast<float>(std::round(Picture3(TimeLineStrip).Left() + notches * kPixelsPerNotch)));
+}
+
+void Stabiliser::ScrollTo(const PictureBox& needle) {
+  const float first = -needle.Left();
+  const float last = Picture3(TimeLineFrame).ScaleWidth() - needle.Left() - needle.Width();
+  MoveStrip(std::clamp(Picture3(TimeLineStrip).Left(), first, last));
+}
+
+void Stabiliser::MoveStrip(float left) {
   PictureBox& strip = Picture3(TimeLineStrip);
   const float last = std::min(Picture3(TimeLineFrame).ScaleWidth() - strip.Width(), 0.0F);
-  const auto left = static_cast<float>(std::round(strip.Left() + notches * kPixelsPerNotch));
   strip.setLeft(std::clamp(left, last, 0.0F));
 }
 

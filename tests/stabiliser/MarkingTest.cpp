@@ -5,6 +5,7 @@
 
 #include "stabiliser/StabiliserWindowTest.h"
 #include "support/ScreenReader.h"
+#include "support/TabOrder.h"
 #include "support/Videos.h"
 
 namespace kelvane::testing {
@@ -78,20 +79,31 @@ TEST_F(Marking, ReadsTheTimeUnderThePointerAlsoOverTheFrame) {
 }
 
 TEST_F(Marking, IsReachedByTabBetweenTheCommandsAboveAndBelow) {
-  const std::vector<QWidget*> order = {&Caption("Label6", 0),
-                                       &NeedleBox(StartNeedle),
-                                       &NeedleBox(EndNeedle),
-                                       &Caption("Label7", TowardsStart),
-                                       &Caption("Label7", TowardsEnd),
-                                       &Caption("Label14", ViewRegion),
-                                       &Caption("Label14", ExtractRegion)};
+  form_->setFocus();
+  EXPECT_EQ(TabOrder(*form_),
+            "Label6(0)\nPicture4(0)\nPicture4(1)\nLabel7(0)\nLabel7(1)\nLabel14(1)\nLabel14(0)\n"
+            "Label12(4)\nLabel12(2)\nLabel12(0)\nLabel12(3)\nLabel10(0)\nLabel10(1)\nLabel10(2)\n"
+            "Label10(3)");
+}
+
+TEST_F(Marking, ByTheKeyboardScrollsToTheNeedle) {
+  Select(3600);
+  const auto isInFrame = [this](Needle needle) {
+    const float left = Strip().Left() + NeedleBox(needle).Left();
+    return left >= -2 && left + 5 <= Get<PictureBox>("Picture3", TimeLineFrame).ScaleWidth();
+  };
   form_->activateWindow();
   ASSERT_TRUE(WaitFor([this] { return form_->isActiveWindow(); }));
-  order.front()->setFocus(Qt::TabFocusReason);
-  for (std::size_t each = 1; each < order.size(); ++each) {
-    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
-    EXPECT_EQ(QApplication::focusWidget(), order[each]) << each;
-  }
+  NeedleBox(StartNeedle).setFocus(Qt::TabFocusReason);
+  EXPECT_EQ(Strip().Left(), 0);
+  EXPECT_FALSE(isInFrame(EndNeedle));
+  QTest::keyClick(&NeedleBox(StartNeedle), Qt::Key_Tab);
+  EXPECT_TRUE(isInFrame(EndNeedle));
+  QTest::keyClick(&NeedleBox(EndNeedle), Qt::Key_Backtab);
+  EXPECT_TRUE(isInFrame(StartNeedle));
+  for (int i = 0; i < 100; ++i) Key(StartNeedle, Qt::Key_Right, 1);
+  EXPECT_EQ(Time(SectionStart), "00:16:40");
+  EXPECT_TRUE(isInFrame(StartNeedle));
 }
 
 TEST_F(Marking, ShowsThePictureAtANeedleOfAVideoWhoseRateIsUnknown) {

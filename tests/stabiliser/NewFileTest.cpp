@@ -66,6 +66,13 @@ TEST_F(NewFiles, AreRefusedAtOnceIfTheFileSystemRefusesTheName) {
   EXPECT_EQ(Names(), QStringList());
 }
 
+// The dialog hasn't asked before that is replaced.
+TEST_F(NewFiles, DoNotReplaceALinkThatLeadsNowhere) {
+  fs::create_symlink(PathOf("missing.mp4"), PathOf("link.mp4"));
+  EXPECT_THROW(NewFile(PathOf("link.mp4")), std::system_error);
+  EXPECT_TRUE(fs::is_symlink(PathOf("link.mp4")));
+}
+
 TEST_F(NewFiles, HaveTheModeThatTheUmaskAllows) {
   const mode_t former = ::umask(S_IWGRP | S_IRWXO);
   const NewFile file(PathOf("clip.mp4"));

@@ -191,6 +191,27 @@ TEST_F(StabiliserRuns, ApplyUsesTheNewFactsOfALoadedVideoThatAnExtractedSectionR
   EXPECT_NE(dialogs.back().find("may need up to 13020834 MB"), std::string::npos) << dialogs.back();
 }
 
+TEST_F(StabiliserRuns, ApplySelectsTheVideoOfTheTimeLineAgainIfItHasReplacedIt) {
+  ClickAndAnswer(Caption("Label12", LoadOther), {TypeFile(tools_.File("other.mp4"))});
+  ProbeSays(120);
+  ClickAndAnswer(ApplyAll(), {ReplaceFile(source_), PressButton(QMessageBox::Ok)});
+  EXPECT_EQ(Text("Label16", 2), "120");
+  EXPECT_EQ(Time(SectionEnd), "00:02:00");
+}
+
+TEST_F(StabiliserRuns, TakeMotionsThatAreNoText) {
+  tools_.FfmpegDoes(QString(kWriteOutput).replace("echo motions", "printf TRF-motions"));
+  EXPECT_NE(MessageOfSaving(ApplyAll(), PathOf("steady.mp4")).find("has been saved"),
+            std::string::npos);
+}
+
+TEST_F(StabiliserRuns, AreGivenBySpaceAndEnter) {
+  for (const int key : {Qt::Key_Space, Qt::Key_Return}) {
+    QTest::keyClick(&View(), static_cast<Qt::Key>(key));
+  }
+  EXPECT_EQ(Lines().size(), 2U);
+}
+
 TEST_F(StabiliserRuns, AskBeforeTheFirstPassIfItsFolderMayLackRoom) {
   ProbeSaysHuge();
   ClickAndAnswer(Caption("Label6", 0), {TypeFile(tools_.File("huge.mp4"))});
@@ -277,8 +298,9 @@ TEST_F(StabiliserRuns, AreNotCancelledByADoubleClick) {
   tools_.FfplayDoes(QString::fromStdString(gate.Wait()));
   When([this] { return Lines().size() == 1; },
        [&] {
-         // The event that follows the first release of a double-click.
+         // The events that follow the first release of a double-click.
          QTest::mouseDClick(&View(), Qt::LeftButton);
+         QTest::mouseRelease(&View(), Qt::LeftButton);
          EXPECT_EQ(View().Caption(), "Cancel");
          gate.Open();
        });

@@ -153,7 +153,7 @@ TEST_F(LoadingTheOtherVideo, LeavesTheTimeLineAlone) {
   EXPECT_EQ(Get<TextBox>("Text5").Text(), other);
   EXPECT_EQ(Get<TextBox>("Text1").Text(), source);
   EXPECT_EQ(Text("Label16", 2), "60");
-  const QString next = Select(20, "next.mp4");
+  Select(20, "next.mp4");
   EXPECT_EQ(Get<TextBox>("Text5").Text(), other) << "a new source leaves the other video";
 }
 
