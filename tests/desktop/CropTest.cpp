@@ -85,6 +85,7 @@ TEST_F(Preview, ShowsTheCropRegionOfAVideoWithABlankInItsNameByALink) {
       WaitFor([&] { return Colours(screen.Picture(screen.Place(player))) > kManyColours; }));
   EXPECT_TRUE(window.Answers());
   EXPECT_EQ(QFileInfo(program.RunsOf("ffplay").value(0).value(1)).symLinkTarget(), video);
+  EXPECT_TRUE(screen.Title(player).endsWith("/my_video.mp4")) << screen.Title(player).toStdString();
 
   screen.Activate(player);
   ASSERT_TRUE(WaitFor([&] { return screen.Active(player); }));
