@@ -32,7 +32,8 @@ void Form4::WireEvents() {
   Picture3.MouseMove = [this](const MouseEvent& event) { Picture3_MouseMove(event); };
   Picture5.MouseMove = [this](const MouseEvent& event) { Picture5_MouseMove(event); };
   ListView1.MouseUp = [this](const MouseEvent& event) { ListView1_MouseUp(event); };
-  // Only the pointer gives the chart the focus.
+  // Tab leads from the chart to the table, but not to the chart: only the pointer gives it the
+  // focus.
   OrderFocus({&Picture1(Chart), &ListView1, &List1, &Option1(NoTranscode),
               &Option1(TranscodeAllSections), &Label1(AddVideoSection), &Label1(JoinAllSections),
               &Label1(SaveVideoFileList)});
@@ -40,7 +41,7 @@ void Form4::WireEvents() {
   HScroll1.Scroll = [this] { HScroll1_Change(); };
   TakesDrops = [this] { return !TranscodeLock; };
   FilesDropped = [this](const QStringList& paths) {
-    for (const QString& path : paths) CDialog.Choose(path, [this] { AddSection(); });
+    for (const QString& path : paths) CDialog.RunWithFile(path, [this] { AddSection(); });
   };
   Find<Menu>("mnu_RemoveSection").Click = [this] { mnu_RemoveSection_Click(); };
 }

@@ -57,7 +57,7 @@ std::string FolderRemark(const std::string& path) {
   return CanBeUsed(folder, W_OK | X_OK) ? "" : "No file can be written in this folder.";
 }
 
-bool IsListOfPieces(const std::string& path) {
+bool IsPlaylist(const std::string& path) {
   std::string extension = ExtensionOf(path);
   std::transform(extension.begin(), extension.end(), extension.begin(), [](char c) {
     return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
@@ -75,8 +75,7 @@ std::string OutputRemark(const std::string& path, const std::string& replaced) {
   const std::string& file = arguments.front();
   const bool hasFormat = !ExtensionOf(file).empty();
   // A tool renames its finished list of pieces, so the folder decides if the file can be replaced.
-  const bool canBeReplaced =
-      IsListOfPieces(file) ? FolderRemark(file).empty() : CanBeUsed(file, W_OK);
+  const bool canBeReplaced = IsPlaylist(file) ? FolderRemark(file).empty() : CanBeUsed(file, W_OK);
   const std::string written = RemarkOn(file, hasFormat ? replaced : std::string(), canBeReplaced);
   const bool costsTheFile = !written.empty() && written == replaced;
   std::string remark = costsTheFile ? written : std::string();

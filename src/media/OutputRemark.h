@@ -12,8 +12,9 @@ inline const std::string kFileIsReplaced = "This file exists: it will be replace
 // `path` before the first blank or tab outside double quotes, without the quotes.
 std::string OutputFile(const std::string& path);
 
-// Returns whether a tool writes a list of pieces of video under this name. Looks at no file.
-bool IsListOfPieces(const std::string& path);
+// Returns whether the extension, .m3u8 or .mpd, makes a tool write a playlist, and the video as
+// further files. Looks at no file.
+bool IsPlaylist(const std::string& path);
 
 // Returns the sentence that no file can be made in the folder of `path`; empty if one can.
 std::string FolderRemark(const std::string& path);
@@ -23,8 +24,10 @@ std::string FolderRemark(const std::string& path);
 // empty. If there is no such file, returns what FolderRemark does.
 std::string WriteRemark(const std::string& path, const std::string& replaced);
 
-// The same for the OutputFile of `path`, with remarks on what the command line makes of the path
-// and on a missing extension. `replaced` comes first, since it costs the user most.
+// Does what WriteRemark does for the OutputFile of `path`, except that an existing playlist can be
+// replaced if its folder can be written to, and that nothing is replaced under a name without an
+// extension. Adds remarks on what the command line makes of the path and on a missing extension.
+// `replaced` comes first, since it costs the user most.
 std::string OutputRemark(const std::string& path, const std::string& replaced);
 
 }  // namespace kelvane

@@ -5,8 +5,8 @@
 
 namespace kelvane {
 
-// A border along the edges of a control, in front of its contents: a line and, if it has a colour,
-// a gap inside the line, each one pixel thick. The border ignores the mouse.
+// A border along the edges of a control, in front of its contents: a line and, if a gap colour is
+// given, a gap inside the line, each one pixel thick. The border ignores the mouse.
 class Border : public QWidget {
  public:
   static constexpr int kWidth = 2;  // of line and gap together, in pixels

@@ -166,7 +166,7 @@ bool CommonDialog::ShowOpen() {
 
 bool CommonDialog::ShowSave() { return Show(Purpose::kSave); }
 
-void CommonDialog::Choose(const QString& file, const std::function<void()>& command) {
+void CommonDialog::RunWithFile(const QString& file, const std::function<void()>& command) {
   const QScopedValueRollback<QString> chosen(chosen_, file);
   command();
 }

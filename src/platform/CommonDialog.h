@@ -42,7 +42,7 @@ class CommonDialog {
 
   // Calls `command`. The first call of ShowOpen in it shows nothing and takes `file`, an absolute
   // path, as if the user had chosen this file in the dialog.
-  void Choose(const QString& file, const std::function<void()>& command);
+  void RunWithFile(const QString& file, const std::function<void()>& command);
 
  private:
   enum class Purpose { kOpen, kSave };
@@ -50,7 +50,7 @@ class CommonDialog {
   void Take(const QString& file);
 
   QWidget& window_;
-  QString chosen_;  // what the next ShowOpen takes; set by Choose
+  QString chosen_;  // what the next ShowOpen takes; set by RunWithFile
   inline static QString lastFolder_;
 };
 

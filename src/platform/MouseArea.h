@@ -14,8 +14,9 @@ struct MouseEvent {
   int Index;   // of the control in its array; -1 if it is in none
   int Button;  // MouseButtons
   int Shift;   // 1 Shift, 2 Ctrl, 4 Alt, summed
-  // From the control's top left corner, or that of a picture box's inside; in the unit of the
-  // control's container, or in that of the picture box or content area itself.
+  // The position from the control's top left corner, in the unit of its container. In a picture box
+  // it counts from the corner of the box's inside. A picture box and a content area use their own
+  // unit.
   float X;
   float Y;
 };
@@ -61,8 +62,8 @@ class MouseArea : public SpokenWidget {
   // Raised by a turn of the wheel in either direction, or by two fingers on a touchpad.
   std::function<void(const WheelEvent&)> MouseWheel;
 
-  // Sends a press in the middle of the area, then a move by `offset` pixels with the button held
-  // unless `offset` is null, then the release. Stops if the area is deleted meanwhile.
+  // Sends a press in the middle of the area and the release. If `offset` isn't null, sends a move
+  // by so many pixels in between. Stops if the area is deleted meanwhile.
   void SendMouse(Qt::MouseButton button, QPoint offset = {});
 
  protected:

@@ -18,7 +18,8 @@ class PointerRounder : public QObject {
       case QEvent::MouseButtonRelease:
       case QEvent::MouseButtonDblClick:
       case QEvent::MouseMove:
-        // By this flag Qt keeps the press of a double-click from widgets; copies lack the flag.
+        // This flag marks the second press of a double-click, which Qt passes to no widget. A copy
+        // would lack the flag and reach them.
         if (static_cast<QMouseEvent*>(event)->flags().testFlag(Qt::MouseEventCreatedDoubleClick)) {
           return false;
         }

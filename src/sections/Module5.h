@@ -12,7 +12,7 @@ void ResetTimeLinePosition(Form3& form);
 void ClearTimeLine(PictureBox& strip);
 
 // Clears the time line and paints its labels and ticks. Can be repeated. The text in Text4 decides
-// the distance of the ticks. A label shows its position in pixels as seconds.
+// the distance of the ticks. A label shows the time at its position, a second to the pixel.
 void DrawTimeLabels(Form3& form);
 
 // Does nothing, and nothing calls it. Stabiliser::ExtractSection extracts the marked section.

@@ -6,7 +6,7 @@
 // Values that the windows share. They belong to the user-interface thread.
 namespace kelvane {
 
-// Short path of the loaded video.
+// The path of the loaded video as GetShortFileName returns it.
 extern QString VideoPath;
 
 // The duration last read, as "hh:mm:ss" in whole seconds, rounded down; if the text after

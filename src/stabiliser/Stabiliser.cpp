@@ -60,7 +60,7 @@ void Stabiliser::MakeCommand(Label& caption, void (Stabiliser::*action)()) {
   caption.setDisabledColor(kGrey);
   caption.MouseMove = [this, &caption](const MouseEvent& /*event*/) {
     ClearHighlights();
-    BoxOf(caption).setBackColor(kGrey);
+    HighlightOf(caption).setBackColor(kGrey);
   };
   caption.MouseDown = [this, &caption](const MouseEvent& /*event*/) { pressed_ = &caption; };
   // The second release of a double-click is no click.
@@ -77,12 +77,12 @@ void Stabiliser::MakeCommand(Label& caption, void (Stabiliser::*action)()) {
 Label& Stabiliser::Label12(int index) const { return Find<Label>(u"Label12(%1)"_s.arg(index)); }
 
 // The box of Label6(0) is a label of its own.
-Label& Stabiliser::BoxOf(Label& caption) const {
+Label& Stabiliser::HighlightOf(Label& caption) const {
   return &caption == &Label6(0) ? Label6(1) : caption;
 }
 
 void Stabiliser::ClearHighlights() {
-  for (Label* command : commands_) BoxOf(*command).setBackColor(kDark);
+  for (Label* command : commands_) HighlightOf(*command).setBackColor(kDark);
 }
 
 void Stabiliser::Form_MouseMove(const MouseEvent& event) {

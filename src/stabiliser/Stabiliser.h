@@ -23,7 +23,7 @@ class DOSOutputs;
 // Returns both texts with an empty line between, or the first alone if the second is empty.
 QString Paragraphs(const QString& first, const QString& second);
 
-// The captions that act, except Label6(0), by index in Label10, Label12 and Label14.
+// The captions that act, except Label6(0), by index: of Label10, of Label12 and of Label14.
 enum Transport : int { Play = 0, Pause = 1, Stop = 2, Rewind = 3 };
 enum StabiliserCommand : int { Apply = 0, TestSettings = 2, ResetSettings = 3, LoadOther = 4 };
 enum RegionCommand : int { ExtractRegion = 0, ViewRegion = 1 };
@@ -56,7 +56,7 @@ class Stabiliser : public Form3 {
   };
   // Where a run's progress is shown, and how many seconds of video it processes.
   struct Progress {
-    const char* purpose;  // of the run, for the desktop
+    const char* purpose;  // of the LongJob
     ProgressBar& bar;
     Label& label;
     QString prefix;  // before the percentage
@@ -76,7 +76,8 @@ class Stabiliser : public Form3 {
   Label& Label12(int index) const;
   // Makes a caption light up under the pointer, and act when it is clicked with any button.
   void MakeCommand(Label& caption, void (Stabiliser::*action)());
-  Label& BoxOf(Label& caption) const;
+  // Returns the label whose background lights up for this caption.
+  Label& HighlightOf(Label& caption) const;
   void ClearHighlights();
 
   // Choosing videos. The setters return false and change nothing if the file can't be used, which a
@@ -87,8 +88,8 @@ class Stabiliser : public Form3 {
   // Takes the paths that were typed, once no mouse button is held: the press that ends an edit may
   // begin a click on a caption, and that click takes the paths itself.
   void TakeTypedPaths();
-  // These choose the video whose path was typed, and return false if it can't be used. If `clicked`
-  // is the caption that asks for such a video, they discard the typed path instead.
+  // These choose the video whose path was typed, and return false if that fails or is cancelled. If
+  // `clicked` is the caption that asks for such a video, they discard the typed path instead.
   bool TakeTypedSource(const Label* clicked = nullptr);
   bool TakeTypedLoaded(const Label* clicked = nullptr);
   bool SetSource(const QString& path);
@@ -114,7 +115,8 @@ class Stabiliser : public Form3 {
   void ScrollTimeLine(double notches);
   // Scrolls as far as needed to show the needle.
   void ScrollTo(const PictureBox& needle);
-  // Places the strip, at most so far that no end of it leaves the frame.
+  // Places the strip, but leaves no gap between its end and the frame's edge if it fills the frame;
+  // a shorter strip stays at the left.
   void MoveStrip(float left);
   void ShowFrameAt(double time);
   // When the last picture of the source ends, in seconds.

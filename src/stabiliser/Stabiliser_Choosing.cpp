@@ -53,7 +53,7 @@ void Stabiliser::SelectVideo() {
 // typed for the other video.
 void Stabiliser::SelectDropped(const QString& path) {
   if (TakeTypedSource(&Label6(0)) && TakeTypedLoaded()) {
-    cdialog.Choose(path, [this] { SelectVideo(); });
+    cdialog.RunWithFile(path, [this] { SelectVideo(); });
   }
 }
 

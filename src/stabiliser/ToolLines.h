@@ -6,10 +6,10 @@
 #include "stabiliser/Options.h"
 #include "stabiliser/VideoFacts.h"
 
-// Builds the command lines of the stabiliser's tools. Paths can go unquoted; `transforms` has none
-// of \ ' : , ; [ ] either, as a path of PrivateWorkFile. `toolsFolder` has no trailing separator.
-// Spans start in the video and aren't empty. A comment says what the returned command line makes
-// its tool do.
+// Builds the command lines of the stabiliser's tools. All paths must be ones that can go unquoted
+// (see media/Module1.h), and `transforms` must have none of \ ' : , ; [ ], like the paths that
+// PrivateWorkFile returns. `toolsFolder` has no trailing separator. Spans must start in the video
+// and must not be empty. The comment on each function says what its command line makes the tool do.
 namespace kelvane {
 
 // A part of a video, in seconds from its beginning.

@@ -13,7 +13,7 @@ namespace kelvane {
 QString CropRemark(const QString& path) {
   const std::string narrow = ToNarrow(path);
   const std::vector<std::string> arguments = SplitCommandLine(narrow);
-  const bool replaces = IsListOfPieces(OutputFile(narrow)) ||
+  const bool replaces = IsPlaylist(OutputFile(narrow)) ||
                         std::find(arguments.begin(), arguments.end(), "-y") != arguments.end();
   return FromNarrow(OutputRemark(narrow, replaces ? kFileIsReplaced : std::string()));
 }

@@ -60,7 +60,7 @@ void Form1::WireEvents() {
   Timer2.Tick = [this] { Timer2_Timer(); };
   Timer3.Tick = [this] { Timer3_Timer(); };
   FilesDropped = [this](const QStringList& paths) {
-    CDialog.Choose(paths.front(), [this] { mnu_openVideo_Click(); });
+    CDialog.RunWithFile(paths.front(), [this] { mnu_openVideo_Click(); });
   };
   Find<Menu>("mnu_openVideo").Click = [this] { mnu_openVideo_Click(); };
   Find<Menu>("mnu_Extract").Click = [this] { mnu_Extract_Click(); };

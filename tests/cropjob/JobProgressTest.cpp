@@ -64,7 +64,7 @@ const BlocksAndUpdates kCases[] = {
     {"ANegativeTimeIsNoTime",
      {"time=-00:00:00.02", "time=00:00:02.00"},
      {{"00.00", 0}, {"00.00", 2}}},
-    {"ATimeBeyondTheRangeLeavesTheBar",
+    {"ATimeBeyondTheRangeDoesNotMoveTheBar",
      {"time=00:00:04.00", "time=00:00:11.00", "time=00:00:10.00"},
      {{"00.00", 4}, {"40.00", 4}, {"40.00", 10}}},
     {"WithoutADurationASecondIsOnePercent",
@@ -85,7 +85,7 @@ INSTANTIATE_TEST_SUITE_P(Job, JobUpdate, ::testing::ValuesIn(kCases),
 
 class JobProgress : public JobWindowTest {};
 
-TEST_F(JobProgress, TakesChangesMadeInTheDoEventsThatPrecedesTheReadingOfABlock) {
+TEST_F(JobProgress, ReadsABlockWithWhatHandlersHaveChangedJustBefore) {
   LoadJob("00:00:10");
   AtNextDoEvents([&] {
     EXPECT_EQ(Status(), kCropping);

@@ -54,8 +54,8 @@ TEST_P(NonUtf8Locale, LoadsNonAsciiNamesWithoutAWarning) {
 INSTANTIATE_TEST_SUITE_P(Locales, NonUtf8Locale,
                          ::testing::Values("C", "POSIX", "de_DE.ISO-8859-1", "xx_XX"));
 
-// Returns the number with the group separator of the French locale, which takes three bytes. The
-// decimal separator of that locale is a comma.
+// Returns the number with the group separator of the French locale, which takes three bytes, in the
+// place of blanks.
 QString French(const char* number) { return QString(number).replace(' ', QChar(0x202f)); }
 
 TEST_F(Load, ShowsFrenchNumbersAndCropsAndPlaysAsInAnyLocale) {

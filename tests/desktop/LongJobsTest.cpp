@@ -8,21 +8,22 @@
 namespace kelvane::desktop {
 namespace {
 
-// A desktop session around a program. The program's `ffmpeg` prints `progress`, by default that of
-// one second, and then waits at the gate "go".
+// A desktop session around a program. The program's `ffmpeg` runs the shell commands
+// `printProgress`, which by default print the progress of one second, and waits at the gate "go".
 template <class ProgramTest>
 class InASession : public ProgramTest {
  protected:
-  explicit InASession(const QString& progress = "echo 'frame=1 time=00:00:01.00 bitrate=1'\n") {
+  explicit InASession(
+      const QString& printProgress = "echo 'frame=1 time=00:00:01.00 bitrate=1'\n") {
     this->program.SetVariable("DBUS_SESSION_BUS_ADDRESS", services.SessionAddress());
     this->program.SetVariable("DBUS_SYSTEM_BUS_ADDRESS", services.SystemAddress());
-    this->program.ReplaceTool("ffmpeg",
-                              progress + this->program.PrintingGate("go") + R"(exec "$real" "$@")");
+    this->program.ReplaceTool(
+        "ffmpeg", printProgress + this->program.PrintingGate("go") + R"(exec "$real" "$@")");
   }
   bool AwaitInhibited() const {
     return WaitFor([this] { return services.Inhibited(); });
   }
-  bool AwaitAllowed() const {
+  bool AwaitNotInhibited() const {
     return WaitFor([this] { return !services.Inhibited(); });
   }
   bool AwaitProgress(const QString& progress) const {
@@ -34,7 +35,7 @@ class InASession : public ProgramTest {
 
 using LongCrop = InASession<DesktopTest>;
 
-TEST_F(LongCrop, IsKeptFromASuspensionAndShownInTheLauncherUntilItEnds) {
+TEST_F(LongCrop, KeepsTheSessionFromSuspensionAndShowsItsProgressInTheLauncherUntilItEnds) {
   services.OfferPortal();
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(QSize(320, 240), 2));
   EXPECT_EQ(services.Asked(), QStringList()) << "a service is asked before the first job";
@@ -44,7 +45,7 @@ TEST_F(LongCrop, IsKeptFromASuspensionAndShownInTheLauncherUntilItEnds) {
   EXPECT_TRUE(AwaitProgress("application://kelvane.desktop 50%"));
   EXPECT_TRUE(program.Open("go"));
   ExpectEndAndCloseJob();
-  EXPECT_TRUE(AwaitAllowed());
+  EXPECT_TRUE(AwaitNotInhibited());
   EXPECT_TRUE(AwaitProgress(""));
   CloseAndExpectEnd();
 }
@@ -59,12 +60,12 @@ TEST_F(LongCrop, ConnectsToNoBusBeforeItStartsAndPassesTheToolNoDescriptor) {
   EXPECT_EQ(services.Asked(), QStringList("logind: sleep, Kelvane, Cropping a video, block"));
   // The tool, which waits at the gate, outlives the program.
   ASSERT_EQ(kill(static_cast<pid_t>(program.Id()), SIGKILL), 0);
-  EXPECT_TRUE(AwaitAllowed());
+  EXPECT_TRUE(AwaitNotInhibited());
   EXPECT_TRUE(WaitFor([this] { return services.SystemBusConnections() == 0; }));
 }
 
-// Like the real tool, this one prints "Duration:", and the window then adds a length to the
-// sections' total. The progress still refers to the total before.
+// Like the real tool, this one prints "Duration:". The window takes that for one more section and
+// adds a length to the total. The progress must still refer to the total at the start of the join.
 class LongJoin : public InASession<JoinerTest> {
  protected:
   LongJoin()
@@ -73,7 +74,7 @@ class LongJoin : public InASession<JoinerTest> {
             "echo 'frame=1 time=00:00:20.00 bitrate=1'\n") {}
 };
 
-TEST_F(LongJoin, IsKeptFromASuspensionAndShownInTheLauncherUntilItEnds) {
+TEST_F(LongJoin, KeepsTheSessionFromSuspensionAndShowsItsProgressInTheLauncherUntilItEnds) {
   services.OfferPortal();
   for (const char* name : {"a.mp4", "b.mp4"}) {
     ASSERT_TRUE(MakePlainVideo(program.PathOf(name), "teal", 20));
@@ -84,16 +85,17 @@ TEST_F(LongJoin, IsKeptFromASuspensionAndShownInTheLauncherUntilItEnds) {
   EXPECT_TRUE(AwaitProgress("application://kelvane-joiner.desktop 50%"));
   EXPECT_TRUE(program.Open("go"));
   ASSERT_TRUE(ConfirmJoin(screen));
-  EXPECT_TRUE(AwaitAllowed());
+  EXPECT_TRUE(AwaitNotInhibited());
 
   screen.Click(joiner.Place("Option1(1)").center());
   screen.Click(joiner.ButtonCentre(JoinerButton::kJoinSections));
   EXPECT_TRUE(AwaitInhibited());
   EXPECT_TRUE(program.Open("go"));
-  EXPECT_TRUE(AwaitProgress("application://kelvane-joiner.desktop 50%")) << "half isn't shown";
+  EXPECT_TRUE(AwaitProgress("application://kelvane-joiner.desktop 50%"))
+      << "the first of the two sections isn't shown";
   EXPECT_TRUE(program.Open("go"));
   ASSERT_TRUE(ConfirmJoin(screen));
-  EXPECT_TRUE(AwaitAllowed());
+  EXPECT_TRUE(AwaitNotInhibited());
   EXPECT_EQ(services.Asked(),
             (QStringList{"portal: 4, Joining videos", "portal: 4, Transcoding videos"}));
   CloseJoinerAndExpectEnd();
@@ -105,7 +107,8 @@ class StabiliserProgram : public DesktopTest {
 };
 using LongStabilising = InASession<StabiliserProgram>;
 
-TEST_F(LongStabilising, IsKeptFromASuspensionAndShownInTheLauncherUntilItIsCancelled) {
+TEST_F(LongStabilising,
+       KeepsTheSessionFromSuspensionAndShowsItsProgressInTheLauncherUntilItIsCancelled) {
   constexpr const char* kApply = "Label12(0)";
   services.OfferPortal();
   ASSERT_TRUE(MakeVideo(program.PathOf("video.mp4"), QSize(320, 240), 2));
@@ -123,7 +126,7 @@ TEST_F(LongStabilising, IsKeptFromASuspensionAndShownInTheLauncherUntilItIsCance
   // Without this click the next one would be taken for the second one of a double-click.
   screen.Click(stabiliser.BareGround());
   stabiliser.Click(kApply);
-  EXPECT_TRUE(AwaitAllowed());
+  EXPECT_TRUE(AwaitNotInhibited());
   EXPECT_TRUE(AwaitProgress(""));
   EXPECT_EQ(services.Asked(), QStringList("portal: 4, Stabilising a video"));
   screen.Close(stabiliser.Id());

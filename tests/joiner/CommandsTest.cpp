@@ -91,7 +91,7 @@ TEST_F(AddSection, UpdatesListAndCountBeforeTheProbeRunsAndTheTotalsLast) {
   EXPECT_EQ(Shown(TotalDurationSeconds), "00,600");
 }
 
-TEST_F(AddSection, TrimsTheNameAndIfThatIsNoFileProbesThePreviousOneAgain) {
+TEST_F(AddSection, TrimsTheNameAndProbesThePreviousFileAgainIfThereIsNoneOfThatName) {
   const QString trailing = tools_.File("b.mp4 ");
   Add(trailing);
   const std::string a = AddSectionOf("a.mp4").toStdString();

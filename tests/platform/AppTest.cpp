@@ -121,7 +121,7 @@ TEST(Application, RunsUntilItsFormIsUnloadedAndNotAtAllWhereNoneIsLoaded) {
   EXPECT_EQ(RunTestProgram({"run-without-a-form"}), "");
 }
 
-TEST(Sources, ProcessEventsOnlyInDoEventsInTheProgramsLoopAndInDialogs) {
+TEST(Sources, ProcessEventsOnlyInDoEventsAndTheProgramsLoopAndDialogs) {
   QProcess grep;
   grep.setWorkingDirectory(PLATFORM_SOURCES);
   grep.start("grep", {"-rowE", "--include=*.cpp", "--include=*.h",

@@ -496,10 +496,10 @@ TEST_F(FileDialog, EnablesItsButtonOnlyWhileTheTypedNameIsThatOfAFile) {
 TEST_F(FileDialog, IsNotShownToACommandWithAGivenFileWhichHoldsForThatCommandAlone) {
   const QString chosen = folder.filePath(everyFile.at(0));
   dialog.DialogTitle = "A title";
-  dialog.Choose(chosen, [&] { EXPECT_TRUE(dialog.ShowOpen()); });
+  dialog.RunWithFile(chosen, [&] { EXPECT_TRUE(dialog.ShowOpen()); });
   EXPECT_EQ(dialog.FileName, chosen);
   EXPECT_EQ(dialog.DialogTitle, "");
-  dialog.Choose(far, [] {});
+  dialog.RunWithFile(far, [] {});
   EXPECT_FALSE(Open([](QFileDialog& shown) { shown.reject(); })) << "the file outlived its command";
   EXPECT_EQ(dialog.FileName, chosen);
 }

@@ -19,7 +19,7 @@ class Region : public MainWindowTest {
   static Values SharedValues() { return {CropWidth, CropHeight, CropLeft, CropTop}; }
 };
 
-TEST_F(Region, OfAFreshVideoIsFivePixelsNarrowerAndLower) {
+TEST_F(Region, OfAFreshVideoIsFivePixelsLessWideAndLessHigh) {
   LoadVideoOf(640, 360);
   MeasureRegion();
   EXPECT_EQ(ReadOut(), (Texts{"0,000", "0,000", "0,635", "0,355", "0,355", "0,635"}));
