@@ -113,7 +113,7 @@ class Form4 : public Form {
   QIcon icon_;
   CommonDialog CDialog{*this};
 
-  // The file last chosen. If there is no such file, the previous title and path stay.
+  // The file last chosen. If it doesn't exist, the title and the short path stay as they were.
   QString SelectedFile;
   QString FileTitle;
   QString FileShortPath;

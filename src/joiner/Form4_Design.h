@@ -71,7 +71,7 @@ constexpr auto kForm4Controls = std::to_array<ControlDesign>({
 
 constexpr auto kForm4Menus = std::to_array<MenuDesign>({
     {.name = "mnu_ContextMenu", .caption = "ContextMenu"},
-    {.name = "mnu_RemoveSection", .caption = "Remove Section", .title = "mnu_ContextMenu"},
+    {.name = "mnu_RemoveSection", .caption = "Remove Section", .menu = "mnu_ContextMenu"},
 });
 // clang-format on
 

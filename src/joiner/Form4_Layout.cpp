@@ -54,7 +54,7 @@ void Form4::InitGUI() {
   chart.setHeight(kChartHeight);
   chart.setWidth(Picture5.Width());
 
-  FlattenHeaders(ListView1);
+  ToggleFlatHeaders(ListView1);
   GiveHorizontalExtent(List1);
 }
 

@@ -4,6 +4,6 @@
 
 namespace kelvane {
 
-void FlattenHeaders(ListView& list) { list.setHeaderButtons(!list.HeaderButtons()); }
+void ToggleFlatHeaders(ListView& list) { list.setHeaderButtons(!list.HeaderButtons()); }
 
 }  // namespace kelvane

@@ -6,6 +6,6 @@ class ListView;
 
 // Toggles the column headers between buttons, which they are at first, and flat captions, which
 // don't react to hover, press or click.
-void FlattenHeaders(ListView& list);
+void ToggleFlatHeaders(ListView& list);
 
 }  // namespace kelvane

@@ -74,7 +74,7 @@ std::string OutputRemark(const std::string& path, const std::string& replaced) {
   if (arguments.empty()) return {};
   const std::string& file = arguments.front();
   const bool hasFormat = !ExtensionOf(file).empty();
-  // A tool renames its finished list of pieces, so the folder decides if the file can be replaced.
+  // A tool renames a finished playlist to its name, so the folder must be writable, not the file.
   const bool canBeReplaced = IsPlaylist(file) ? FolderRemark(file).empty() : CanBeUsed(file, W_OK);
   const std::string written = RemarkOn(file, hasFormat ? replaced : std::string(), canBeReplaced);
   const bool costsTheFile = !written.empty() && written == replaced;

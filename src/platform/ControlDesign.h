@@ -63,7 +63,8 @@ struct ControlDesign {
 struct MenuDesign {
   const char* name;
   const char* caption;
-  const char* title = "";  // the name of the item's title, earlier in the table; empty for a title
+  const char* menu = "";  // the name of the menu that has this item, earlier in the table; empty
+                          // for a menu
   bool visible = true;
 };
 

@@ -195,7 +195,7 @@ void Form::BuildMenus(std::span<const MenuDesign> menus) {
   for (const MenuDesign& design : menus) {
     const QString name = QLatin1String(design.name);
     const QString caption = QLatin1String(design.caption);
-    Menu* title = titles.value(QLatin1String(design.title));
+    Menu* title = titles.value(QLatin1String(design.menu));
     Menu* menu =
         title == nullptr ? new Menu(*menuBar_, name, caption) : new Menu(*title, name, caption);
     menu->setVisible(design.visible);

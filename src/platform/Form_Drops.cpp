@@ -37,8 +37,8 @@ bool Form::DropsAreTaken() const {
 }
 
 // Accepts the drag or drop, or refuses it, and returns whether it is accepted. It is accepted as a
-// copy: a source that is told that its files were moved may delete them. Qt would answer with a
-// move if the source offers nothing else.
+// copy: a source that is told that its files were moved may delete them. A drag that offers no copy
+// is refused, since Qt would answer it with a move.
 bool Form::AnswerDrag(QDropEvent& event) const {
   const bool taken = event.possibleActions().testFlag(Qt::CopyAction) && !draggedFiles_.isEmpty() &&
                      DropsAreTaken();
@@ -47,7 +47,7 @@ bool Form::AnswerDrag(QDropEvent& event) const {
   return taken;
 }
 
-// Reads the paths once for the whole drag: this may ask the program from which the files come.
+// Reads the paths once for the whole drag: reading them may need an answer of the other program.
 void Form::dragEnterEvent(QDragEnterEvent* event) {
   draggedFiles_ = FilesDropped ? RegularFiles(*event->mimeData()) : QStringList();
   AnswerDrag(*event);

@@ -6,8 +6,9 @@
 namespace kelvane {
 namespace {
 
-// Sorts by lines, and each line from left to right. Of the widgets left after the former lines, the
-// one whose middle is highest begins a line, and all whose middle isn't below its bottom join it.
+// Sorts the widgets into lines from top to bottom, and each line from left to right. The widget
+// with the highest middle begins a line, which takes in all widgets whose middle isn't below its
+// bottom. The remaining widgets form further lines in the same way.
 void SortForReading(QList<SpokenWidget*>& widgets) {
   const auto middle = [](const SpokenWidget* widget) { return widget->geometry().center().y(); };
   const auto left = [](const SpokenWidget* widget) { return widget->x(); };

@@ -158,8 +158,8 @@ constexpr auto kForm3Controls = std::to_array<ControlDesign>({
 
 constexpr auto kForm3Menus = std::to_array<MenuDesign>({
     {.name = "mnu_ConntextMenu", .caption = "contextMenu", .visible = false},
-    {.name = "mnu_Start", .caption = "Set Start Of Section", .title = "mnu_ConntextMenu"},
-    {.name = "mnu_End", .caption = "Set End Of Section", .title = "mnu_ConntextMenu"},
+    {.name = "mnu_Start", .caption = "Set Start Of Section", .menu = "mnu_ConntextMenu"},
+    {.name = "mnu_End", .caption = "Set End Of Section", .menu = "mnu_ConntextMenu"},
 });
 // clang-format on
 

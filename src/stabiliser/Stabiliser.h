@@ -137,7 +137,7 @@ class Stabiliser : public Form3 {
   // Runs `action` while the caption reads "Cancel", then shows the message that it returns, or that
   // of its exception, unless the window has been unloaded. Has no effect while another action runs.
   void RunCancellable(Label& caption, const std::function<QString()>& action);
-  void EnableCommands();
+  void UpdateCommands();
   void Cancel();
   // Runs a tool to its end and serves the window meanwhile. Calls `take` with each line that the
   // tool prints. Sets printed_, toolPath_, started_ and exitStatus_. Returns whether the exit
@@ -166,8 +166,8 @@ class Stabiliser : public Form3 {
   StabiliserOptions TakeOptions();
   void ResetOptions();
 
-  std::optional<Video> source_;  // of the time line
-  std::optional<Video> loaded_;  // to be stabilised instead of the source
+  std::optional<Video> source_;       // of the time line
+  std::optional<Video> loadedVideo_;  // to be stabilised instead of the source
   // The path of the extracted section; empty once other marks or another video are chosen.
   QString sample_;
   TimeScale scale_{1};

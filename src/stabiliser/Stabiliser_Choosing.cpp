@@ -93,7 +93,7 @@ bool Stabiliser::TakeTypedLoaded(const Label* clicked) {
   if (Text5.Text() == former) return true;
   const QString path = Trim(Text5.Text());
   const bool isDiscarded = path.isEmpty() || clicked == &Label12(LoadOther);
-  if (path.isEmpty()) loaded_.reset();
+  if (path.isEmpty()) loadedVideo_.reset();
   if (!isDiscarded && SetLoadedVideo(path)) return true;
   Text5.setText(VideoToStabilise() != nullptr ? VideoToStabilise()->path : QString());
   return isDiscarded;
@@ -107,7 +107,7 @@ bool Stabiliser::SetSource(const QString& path) {
   sample_.clear();
   Text1.setText(source_->path);
   SectionSourceShortPath = FromNarrow(source_->shortPath);
-  if (!loaded_) Text5.setText(source_->path);
+  if (!loadedVideo_) Text5.setText(source_->path);
   ShowTimeLine();
   wmp.OpenPaused(source_->path);
   return true;
@@ -117,13 +117,13 @@ bool Stabiliser::SetLoadedVideo(const QString& path) {
   std::optional<Video> video;
   RunCancellable(Label12(LoadOther), [&] { return ReadVideo(path, video); });
   if (!video || !Loaded()) return false;
-  loaded_ = std::move(video);
-  Text5.setText(loaded_->path);
+  loadedVideo_ = std::move(video);
+  Text5.setText(loadedVideo_->path);
   return true;
 }
 
 const Stabiliser::Video* Stabiliser::VideoToStabilise() const {
-  if (loaded_) return &*loaded_;
+  if (loadedVideo_) return &*loadedVideo_;
   return source_ ? &*source_ : nullptr;
 }
 

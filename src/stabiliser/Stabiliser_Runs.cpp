@@ -28,8 +28,9 @@ namespace {
 constexpr const char* kTransformsFile = "transforms.trf";
 constexpr const char* kTestFile = "test.mp4";
 
-// Returns whether a full disk, which FFmpeg 5.1's filter ignores, has cut the motions off: its text
-// then ends in the middle of a line. Other releases of the filter may write no text.
+// Returns whether the file of the motions is cut off: FFmpeg 5.1's filter ignores a full disk, and
+// its text file then ends in the middle of a line. A missing or empty file counts as cut off; a
+// binary file, as newer filters write, never does.
 bool IsCutOff(const std::string& path) {
   constexpr std::string_view kText = "VID.STAB";
   std::ifstream file(path, std::ios::binary);
@@ -56,8 +57,9 @@ void Stabiliser::RunCancellable(Label& caption, const std::function<QString()>& 
   const QString designed = caption.Caption();
   caption.setCaption(u"Cancel"_s);
   const QPointer<QWidget> focused = focusWidget();
-  EnableCommands();
-  // Qt has moved the focus on from a disabled control, as Tab does: the window takes it.
+  UpdateCommands();
+  // Qt moves the focus from a control that is disabled to the next one. The window takes it
+  // instead.
   if (focusWidget() != focused) setFocus();
   QString message;
   try {
@@ -69,7 +71,7 @@ void Stabiliser::RunCancellable(Label& caption, const std::function<QString()>& 
   longJob_.reset();
   cancelCaption_ = nullptr;
   caption.setCaption(designed);
-  EnableCommands();
+  UpdateCommands();
   // With this reason the control shows its focus frame again if it showed one before.
   if (focused != nullptr && focusWidget() == this) focused->setFocus(Qt::ActiveWindowFocusReason);
   ClearProgress();
@@ -77,7 +79,7 @@ void Stabiliser::RunCancellable(Label& caption, const std::function<QString()>& 
 }
 
 // Enables what starts tools or takes paths; while a tool runs, only the caption that cancels it.
-void Stabiliser::EnableCommands() {
+void Stabiliser::UpdateCommands() {
   ClearHighlights();
   const bool idle = cancelCaption_ == nullptr;
   for (Label* caption : {&Label6(0), &Label12(Apply), &Label12(TestSettings), &Label12(LoadOther),
@@ -159,7 +161,7 @@ void Stabiliser::ClearProgress() {
   }
 }
 
-// The sound may go on after that.
+// The sound may go on after the last picture.
 double Stabiliser::EndOfVideo() const {
   const VideoFacts& facts = source_->facts;
   if (facts.videoDuration <= 0) return facts.duration;
@@ -220,7 +222,7 @@ void Stabiliser::ExtractSection() {
     if (!succeeded_) return remark;
     output.Keep();
     // A loaded video that is overwritten is read again; if that fails, its old facts stay.
-    if (loaded_ && loaded_->path == path) (void)ReadVideo(path, loaded_);
+    if (loadedVideo_ && loadedVideo_->path == path) (void)ReadVideo(path, loadedVideo_);
     if (marks == marks_) sample_ = path;
     return Paragraphs(u"The selected region has been saved as\n%1"_s.arg(path), remark);
   });
@@ -272,7 +274,7 @@ void Stabiliser::ApplyOptions() {
     replacesSource = source_ && source_->path == path;
     return Paragraphs(u"The stabilised video has been saved as\n%1"_s.arg(path), message);
   });
-  // If a video had been loaded, the new file may be that of the time line.
+  // If another video was stabilised, the new file may have replaced that of the time line.
   if (replacesSource && Loaded()) SetSource(path);
 }
 
@@ -298,7 +300,8 @@ QString Stabiliser::DetectAndTransform(const Stabilising& run, const std::string
                first)) {
     return Failure(sentence);
   }
-  // With -copyts the reported times count from the first report, so the length isn't known.
+  // The line for such a part has -copyts, with which ffmpeg counts the times that it reports from
+  // its first report. So they don't tell the length.
   const double processed = run.span && facts.seeksLate ? 0 : processedSeconds_;
   if (IsCutOff(transforms)) {
     return Paragraphs(sentence, u"The disk of the folder %1 is full."_s.arg(
@@ -316,7 +319,7 @@ QString Stabiliser::DetectAndTransform(const Stabilising& run, const std::string
 QString Stabiliser::CheckOutput(const std::string& output, const VideoFacts& source,
                                 double seconds) {
   constexpr double kTolerance = 0.25;  // seconds
-  constexpr double kPictures = 3;      // by which the last time that a tool reports may lag
+  constexpr double kPictures = 3;      // that a tool may write after its last report
   const bool isRead = RunTool(VideoProbeLine(Tools(), output));
   const VideoFacts facts = ReadVideoFacts(printed_);
   if (!isRead || !facts.HasVideo()) {
@@ -333,9 +336,10 @@ QString Stabiliser::CheckOutput(const std::string& output, const VideoFacts& sou
                                                               FormatTwoDecimals(seconds));
 }
 
-// The first pass writes at most about this much per picture, a third for pictures of little detail.
 QString Stabiliser::LackOfRoom(const Stabilising& run, const std::string& transforms) {
-  constexpr double kBytesPerPixel = 1600.0 / (1280 * 720);  // for each unit of accuracy
+  // That the first pass writes at most, for each unit of accuracy; a third if there is little
+  // detail.
+  constexpr double kBytesPerPixel = 1600.0 / (1280 * 720);
   constexpr double kUsualRate = 30;
   constexpr double kMegabyte = 1e6;
   const VideoFacts& facts = run.video.facts;

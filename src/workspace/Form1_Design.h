@@ -108,17 +108,17 @@ constexpr auto kForm1Controls = std::to_array<ControlDesign>({
 
 constexpr auto kForm1Menus = std::to_array<MenuDesign>({
     {.name = "mnu_open", .caption = "Open"},
-    {.name = "mnu_openVideo", .caption = "Load Video to Crop", .title = "mnu_open"},
-    {.name = "mnu_Extract", .caption = "Extract and Stabilise", .title = "mnu_open", .visible = false},
-    {.name = "mnu_JoinMultiple", .caption = "Join Multiple Videos Together", .title = "mnu_open", .visible = false},
+    {.name = "mnu_openVideo", .caption = "Load Video to Crop", .menu = "mnu_open"},
+    {.name = "mnu_Extract", .caption = "Extract and Stabilise", .menu = "mnu_open", .visible = false},
+    {.name = "mnu_JoinMultiple", .caption = "Join Multiple Videos Together", .menu = "mnu_open", .visible = false},
     {.name = "mnu_VersionUpdate", .caption = "Updates"},
-    {.name = "mnu_Updates", .caption = "Check Site For Updates", .title = "mnu_VersionUpdate"},
+    {.name = "mnu_Updates", .caption = "Check Site For Updates", .menu = "mnu_VersionUpdate"},
     {.name = "mnu_Donate", .caption = "Donate"},
-    {.name = "mnu_PayPalwebsite", .caption = "Donate Via PayPal Website", .title = "mnu_Donate"},
+    {.name = "mnu_PayPalwebsite", .caption = "Donate Via PayPal Website", .menu = "mnu_Donate"},
     {.name = "mnu_CropVideo", .caption = "Crop", .visible = false},
-    {.name = "mnu_CropSave", .caption = "Crop and Save", .title = "mnu_CropVideo"},
+    {.name = "mnu_CropSave", .caption = "Crop and Save", .menu = "mnu_CropVideo"},
     {.name = "mnu_Rem", .caption = "Remove", .visible = false},
-    {.name = "mnu_RemoveVideo", .caption = "Remove Video", .title = "mnu_Rem"},
+    {.name = "mnu_RemoveVideo", .caption = "Remove Video", .menu = "mnu_Rem"},
 });
 // clang-format on
 

@@ -115,8 +115,9 @@ class JumpingClock : public DesktopTest, public ::testing::WithParamInterface<co
   QProcessEnvironment environment_ = QProcessEnvironment::systemEnvironment();
 };
 
-// libmpv of Debian 12 waits by that clock: if it jumps back, the test runs the playing video again.
-TEST_P(JumpingClock, DisturbsNeitherAPlayingVideoNorAJob) {
+// libmpv of Debian 12 waits by that clock: after a jump back the video may stand still, and the
+// test clicks "Run Video" again.
+TEST_P(JumpingClock, LeavesAVideoPlayableAndAJobUndisturbed) {
   if (kSanitized) GTEST_SKIP() << "a sanitizer's library must be loaded before libfaketime";
   program.ReplaceTool("ffmpeg", program.PrintingGate("jumped") + R"(exec "$real" "$@")");
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 30));

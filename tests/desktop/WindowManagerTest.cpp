@@ -62,7 +62,7 @@ TEST_F(UnderATilingManager, TheWindowAsksOnceForItsLeastSizeAndAcceptsTheOneItIs
 }
 
 // Some managers grant less than a window asks for, to keep it on the screen.
-TEST_F(UnderATilingManager, TheWindowAsksOnceMoreAfterAThirdSizeAndThenAcceptsIt) {
+TEST_F(UnderATilingManager, TheWindowAsksAtMostOnceMoreAfterAThirdSizeAndThenAcceptsIt) {
   manager.GrantNext(kThirdSize);
   const int requests = manager.Requests();
   manager.Resize(window.Id(), kSecondSize);
@@ -87,7 +87,7 @@ TEST_F(UnderATilingManager, TheWindowAsksOnceMoreWhenTheUserReleasesItsEdge) {
   EXPECT_TRUE(StopsAsking());
   EXPECT_EQ(manager.Requests(), requests + 1);
 
-  // The release comes before the window has stopped asking.
+  // The same if the button is released right after the first request.
   screen.Press(kLeftButton);
   requests = manager.Requests();
   manager.Resize(window.Id(), kThirdSize);

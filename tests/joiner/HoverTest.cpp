@@ -41,7 +41,7 @@ TEST_F(JoinerHover, FramesACommandTwoPixelsOutside) {
   }
 }
 
-TEST_F(JoinerHover, FramesAStripShowsItsDetailsAndSelectsItsEntries) {
+TEST_F(JoinerHover, FramesAStripAndShowsItsDetailsAndSelectsItsEntries) {
   AddThree();
   MoveOverStrip(3);
   const std::string details = "   Video Index: 02 Title: b.mp4   ";

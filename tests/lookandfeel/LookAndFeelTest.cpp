@@ -25,9 +25,9 @@ constexpr ControlDesign kLists[]{
 TEST(LookAndFeel, MakesAHeaderOfButtonsFlatAndAFlatOneAHeaderOfButtons) {
   const Form form(kForm, kLists);
   auto& table = form.Find<ListView>("ListView1");
-  FlattenHeaders(table);
+  ToggleFlatHeaders(table);
   EXPECT_FALSE(table.HeaderButtons());
-  FlattenHeaders(table);
+  ToggleFlatHeaders(table);
   EXPECT_TRUE(table.HeaderButtons());
 }
 

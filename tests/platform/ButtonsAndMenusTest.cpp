@@ -19,16 +19,16 @@ namespace {
 
 const Menus kMenus{
     {.name = "mnu_open", .caption = "Open"},
-    {.name = "mnu_openVideo", .caption = "Load Video", .title = "mnu_open"},
-    {.name = "mnu_Extract", .caption = "Extract", .title = "mnu_open", .visible = false},
+    {.name = "mnu_openVideo", .caption = "Load Video", .menu = "mnu_open"},
+    {.name = "mnu_Extract", .caption = "Extract", .menu = "mnu_open", .visible = false},
     {.name = "mnu_Rem", .caption = "Remove", .visible = false},
-    {.name = "mnu_RemoveVideo", .caption = "Remove Video", .title = "mnu_Rem"},
+    {.name = "mnu_RemoveVideo", .caption = "Remove Video", .menu = "mnu_Rem"},
     {.name = "mnu_Donate", .caption = "Donate"},
-    {.name = "mnu_Page", .caption = "Via Page", .title = "mnu_Donate"}};
+    {.name = "mnu_Page", .caption = "Via Page", .menu = "mnu_Donate"}};
 
 const Menus kContextMenu{{.name = "mnu_Context", .caption = "contextMenu", .visible = false},
-                         {.name = "mnu_Start", .caption = "Set Start", .title = "mnu_Context"},
-                         {.name = "mnu_End", .caption = "Set End", .title = "mnu_Context"}};
+                         {.name = "mnu_Start", .caption = "Set Start", .menu = "mnu_Context"},
+                         {.name = "mnu_End", .caption = "Set End", .menu = "mnu_Context"}};
 
 class MenuTest : public ::testing::Test {
  protected:

@@ -29,8 +29,8 @@ struct Property {
   int (QWidget::*pixels)() const;
 };
 
-constexpr Property kPlaces[]{{"Left", &Control::setLeft, &Control::Left, &QWidget::x},
-                             {"Top", &Control::setTop, &Control::Top, &QWidget::y}};
+constexpr Property kPositions[]{{"Left", &Control::setLeft, &Control::Left, &QWidget::x},
+                                {"Top", &Control::setTop, &Control::Top, &QWidget::y}};
 constexpr Property kSizes[]{{"Width", &Control::setWidth, &Control::Width, &QWidget::width},
                             {"Height", &Control::setHeight, &Control::Height, &QWidget::height}};
 
@@ -43,7 +43,7 @@ void ExpectRefusal(const FormDesign& design, const Property& property, float ref
   EXPECT_EQ(label.geometry(), QRect(10, 20, 30, 40)) << property.name << " = " << refused;
 }
 
-TEST(ControlPlace, ReadsBackAsAssignedAndIsRoundedToPixelsAtOnceShownOrNot) {
+TEST(ControlPlace, ReadsBackAsAssignedAndIsRoundedToPixelsAtOnceWhetherShownOrNot) {
   struct Case {
     FormDesign design;
     float assigned;
@@ -66,7 +66,7 @@ TEST(ControlPlace, ReadsBackAsAssignedAndIsRoundedToPixelsAtOnceShownOrNot) {
       TestForm form(design, kOneLabel);
       if (shown) form.Open();
       auto& label = form.Find<Label>("Label1");
-      for (const Property& place : kPlaces) {
+      for (const Property& place : kPositions) {
         (label.*place.set)(-assigned);
         EXPECT_EQ((label.*place.get)(), -assigned) << place.name;
         EXPECT_EQ((label.*place.pixels)(), -pixels) << place.name << " = " << -assigned;
@@ -102,7 +102,7 @@ TEST(ControlPlace, IsWholeInBothUnitsForADesignInWholePixels) {
 TEST(ControlPlace, RefusesANegativeSizeAndWhatIsNotFinite) {
   for (const FormDesign& design : {kPixelForm, TwipForm()}) {
     for (const float refused : {kNotANumber, kInfinite, -kInfinite}) {
-      for (const Property& place : kPlaces) ExpectRefusal(design, place, refused);
+      for (const Property& place : kPositions) ExpectRefusal(design, place, refused);
       for (const Property& size : kSizes) ExpectRefusal(design, size, refused);
     }
     for (const float refused : {-1.0F, -0.001F, -kGreatest}) {

@@ -92,7 +92,7 @@ TEST_F(Player, IsBlackAndMakesNoPlaybackCoreBeforeItHasAFile) {
 TEST_F(Player, TellsThePositionInMinutesAndSecondsAndTheDurationInSeconds) {
   player.setURL(MakePlain("red.mp4", "red", 5));
   EXPECT_EQ(player.controls.currentPositionString(), u"00:00"_s);
-  EXPECT_NE(player.currentMediaDuration(), std::nullopt) << "missing until it is known";
+  EXPECT_NE(player.currentMediaDuration(), std::nullopt) << "not 0 until it is known";
   EXPECT_TRUE(WaitFor([&] { return player.controls.currentPositionString() == u"00:01"_s; }));
   EXPECT_TRUE(AwaitDuration(5));
   player.controls.stop();

@@ -12,7 +12,7 @@ Values Used(const std::array<QString, 7>& readOuts) {
   return StabiliserOptions::FromReadOuts(readOuts).Values();
 }
 
-TEST(StabiliserOptions, AreTheValuesOfTheReadOutsWithTheSizesMadeOdd) {
+TEST(StabiliserOptions, AreTheValuesOfTheReadOutsWithTheSizesOfUnsharpMadeOdd) {
   EXPECT_EQ(Used({"04", "03", "05", "010", "025", "06", "06"}), (Values{4, 3, 5, 10, 25, 7, 7}));
   EXPECT_EQ(Used({"1", "01", "01", "001", "01", "03", "15"}), (Values{1, 1, 1, 1, 1, 3, 15}));
 }
@@ -24,7 +24,7 @@ TEST(StabiliserOptions, AreBroughtIntoTheirRanges) {
   EXPECT_EQ(Used({"", "x", "", "", "", "", ""}), (Values{1, 1, 1, 1, 1, 3, 3}));
 }
 
-// The halves of the two sizes, each rounded down, may sum to 12 at most.
+// The halves of the unsharp filter's two sizes, each rounded down, may sum to 12 at most.
 TEST(StabiliserOptions, HaveTheLargerSizeReducedUntilTheFilterTakesBoth) {
   struct Case {
     const char* lx;

@@ -13,7 +13,8 @@
 namespace kelvane::testing {
 
 Gate::Gate(std::string path) : path_(std::move(path)) {
-  // Opened for both, so that neither this call nor a script's waits until the other end is open.
+  // Opened for reading and writing, so that neither this call nor a script's waits until the other
+  // end is open.
   if (::mkfifo(path_.c_str(), S_IRUSR | S_IWUSR) == 0) {
     end_ = Descriptor(::open(path_.c_str(), O_RDWR | O_CLOEXEC));
   }
