@@ -41,7 +41,7 @@ QString ListedPath(const QString& section) {
   QString path;
   bool quoted = true;
   bool escaped = false;
-  for (const QChar c : Trim(section)) {
+  for (const QChar c : Trim(section) + u'\'') {
     const bool plain = quoted || escaped;
     if (c == u'\r' || c == u'\n' || (!plain && (c == u' ' || c == u'\t'))) break;
     if (c == u'\'' && !escaped) {

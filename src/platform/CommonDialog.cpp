@@ -150,8 +150,11 @@ void AddRemark(QFileDialog& dialog, const std::function<QString(const QString& p
   };
   name->completer()->popup()->installEventFilter(line);
   QObject::connect(name, &QLineEdit::textChanged, line, update);
-  QObject::connect(dialog.findChild<QFileSystemModel*>(), &QFileSystemModel::rootPathChanged, line,
-                   update);
+  const auto* folder = dialog.findChild<QFileSystemModel*>();
+  QObject::connect(folder, &QFileSystemModel::rootPathChanged, line, update);
+  // Files may come and go meanwhile.
+  QObject::connect(folder, &QFileSystemModel::rowsInserted, line, update);
+  QObject::connect(folder, &QFileSystemModel::rowsRemoved, line, update);
 }
 
 }  // namespace

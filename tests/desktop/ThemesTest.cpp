@@ -164,6 +164,7 @@ TEST_P(MainWindowInTheme, HasAReadableRemarkInItsSaveDialog) {
   const QRect line(place.left() + 100, place.bottom() - 70, 400, 30);
   const QImage before = screen.Still().copy(line);
   EXPECT_EQ(Background(before), GetParam().window);
+  EXPECT_LT(Contrast(before), kLegible) << "the line isn't empty";
   screen.Type("my holiday");
   EXPECT_TRUE(WaitFor([&] { return Contrast(screen.Picture(line)) >= kLegible; }, 5s));
   EXPECT_EQ(Background(screen.Picture(line)), GetParam().window);

@@ -319,6 +319,25 @@ TEST_F(FileDialog, ShowsBelowTheNameTheRemarkOnThePathThatItWouldReturn) {
   });
 }
 
+TEST_F(FileDialog, RenewsTheRemarkWhenAFileComesOrGoes) {
+  dialog.Remark = [](const QString& path) {
+    return QFileInfo::exists(path) ? u"there"_s : u"not there"_s;
+  };
+  Save([&](QFileDialog& shown) {
+    const QString path = folder.filePath("late.mp4");
+    const auto says = [&](const QString& remark) {
+      return WaitFor([&] { return NameOf(shown).accessibleDescription() == remark; });
+    };
+    NameOf(shown).setText("late.mp4");
+    EXPECT_TRUE(says("not there"));
+    Touch(path);
+    EXPECT_TRUE(says("there"));
+    EXPECT_TRUE(QFile::remove(path));
+    EXPECT_TRUE(says("not there"));
+    shown.reject();
+  });
+}
+
 TEST_F(FileDialog, CutsALongRemarkWithAnEllipsisAndShowsAllOfItInTheToolTip) {
   const QString remark = QString(u"long remark "_s).repeated(30) + "<&>";
   dialog.Remark = [&](const QString&) { return remark; };
