@@ -41,19 +41,16 @@ void WindowsMediaPlayer::OpenPaused(const QString& url) {
 }
 
 bool WindowsMediaPlayer::TakeURL(const QString& url) {
+  if (!url.isEmpty() && (core_ == nullptr || !core_->Usable())) MakeCore();
   url_ = url;
-  if (url_.isEmpty()) {
-    if (core_ != nullptr) core_->Stop();
-    return false;
-  }
-  if (core_ == nullptr || !core_->Usable()) MakeCore();
-  return true;
+  if (url_.isEmpty() && core_ != nullptr) core_->Stop();
+  return !url_.isEmpty();
 }
 
 void WindowsMediaPlayer::MakeCore() {
   using enum PlaybackCore::Picture;
-  delete std::exchange(core_, nullptr);
-  core_ = new PlaybackCore(this, App::Title(), fitsBox_ ? kFitted : kStored);
+  auto* const made = new PlaybackCore(this, App::Title(), fitsBox_ ? kFitted : kStored);
+  delete std::exchange(core_, made);
   core_->setVolume(settings.volume());
   core_->setBalance(settings.balance());
   connect(core_, &PlaybackCore::PictureChanged, this, [this] { update(visibleRegion()); });
