@@ -62,13 +62,17 @@ void Stabiliser::MakeCommand(Label& caption, void (Stabiliser::*action)()) {
     ClearHighlights();
     HighlightOf(caption).setBackColor(kGrey);
   };
-  caption.MouseDown = [this, &caption](const MouseEvent& /*event*/) { pressed_ = &caption; };
+  caption.MouseDown = [this, &caption](const MouseEvent& /*event*/) {
+    pressed_ = &caption;
+    pressedToCancel_ = cancelCaption_ == &caption;
+  };
   // The second release of a double-click is no click.
   caption.MouseUp = [this, &caption, action](const MouseEvent& /*event*/) {
     if (std::exchange(pressed_, nullptr) != &caption) return;
     if (cancelCaption_ == &caption) {
       Cancel();
-    } else if (caption.isEnabled() && TakeTypedSource(&caption) && TakeTypedLoaded(&caption)) {
+    } else if (!pressedToCancel_ && caption.isEnabled() && TakeTypedSource(&caption) &&
+               TakeTypedLoaded(&caption)) {
       (this->*action)();
     }
   };

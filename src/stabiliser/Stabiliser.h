@@ -23,6 +23,9 @@ class DOSOutputs;
 // Returns both texts with an empty line between, or the first alone if the second is empty.
 QString Paragraphs(const QString& first, const QString& second);
 
+// Returns whether both paths lead to one existing file.
+bool IsSameFile(const QString& one, const QString& other);
+
 // The captions that act, except Label6(0), by index: of Label10, of Label12 and of Label14.
 enum Transport : int { Play = 0, Pause = 1, Stop = 2, Rewind = 3 };
 enum StabiliserCommand : int { Apply = 0, TestSettings = 2, ResetSettings = 3, LoadOther = 4 };
@@ -175,6 +178,7 @@ class Stabiliser : public Form3 {
 
   std::unique_ptr<CloseOnSignal> closeOnSignal_;
   Label* pressed_ = nullptr;        // the caption whose release is awaited
+  bool pressedToCancel_ = false;    // it read "Cancel" then; the run may end before the release
   Label* cancelCaption_ = nullptr;  // the one that reads "Cancel"
   DOSOutputs* tool_ = nullptr;      // the one that runs
   std::optional<LongJob> longJob_;  // from the first tool with a progress to the end of the action

@@ -34,14 +34,18 @@ QString WhyNoOutput(const QString& path, const QString& input) {
   if (isList.match(path).hasMatch()) {
     return u"This format is a list of several files. Choose another one, such as .mp4"_s;
   }
-  std::error_code ignored;
-  if (std::filesystem::equivalent(ToNarrow(input), ToNarrow(path), ignored)) {
+  if (IsSameFile(input, path)) {
     return u"This is the video that is read; choose another name"_s;
   }
   return {};
 }
 
 }  // namespace
+
+bool IsSameFile(const QString& one, const QString& other) {
+  std::error_code ignored;
+  return std::filesystem::equivalent(ToNarrow(one), ToNarrow(other), ignored);
+}
 
 void Stabiliser::SelectVideo() {
   if (const QString path = AskForVideo(u"Extract Section From Video"_s); !path.isEmpty()) {
@@ -69,7 +73,8 @@ QString Stabiliser::AskForVideo(const QString& title) {
 
 void Stabiliser::TakeTypedPaths() {
   constexpr int kInterval = 20;  // ms
-  if (DialogIsOpen()) return;    // the click that opened the dialog has taken the paths
+  // The click that opened the dialog or started the action has taken the paths.
+  if (DialogIsOpen() || cancelCaption_ != nullptr) return;
   if (QApplication::mouseButtons() != Qt::NoButton) {
     QTimer::singleShot(kInterval, this, [this] { TakeTypedPaths(); });
   } else if (TakeTypedSource()) {

@@ -222,7 +222,9 @@ void Stabiliser::ExtractSection() {
     if (!succeeded_) return remark;
     output.Keep();
     // A loaded video that is overwritten is read again; if that fails, its old facts stay.
-    if (loadedVideo_ && loadedVideo_->path == path) (void)ReadVideo(path, loadedVideo_);
+    if (loadedVideo_ && IsSameFile(loadedVideo_->path, path)) {
+      (void)ReadVideo(loadedVideo_->path, loadedVideo_);
+    }
     if (marks == marks_) sample_ = path;
     return Paragraphs(u"The selected region has been saved as\n%1"_s.arg(path), remark);
   });
@@ -270,12 +272,12 @@ void Stabiliser::ApplyOptions() {
     const QString message = RunBothPasses({video, std::nullopt, TakeOptions(), output.ToolPath()});
     if (!succeeded_) return message;
     output.Keep();
-    if (path == sample_) sample_.clear();
-    replacesSource = source_ && source_->path == path;
+    if (IsSameFile(sample_, path)) sample_.clear();
+    replacesSource = source_ && IsSameFile(source_->path, path);
     return Paragraphs(u"The stabilised video has been saved as\n%1"_s.arg(path), message);
   });
   // If another video was stabilised, the new file may have replaced that of the time line.
-  if (replacesSource && Loaded()) SetSource(path);
+  if (replacesSource && Loaded()) SetSource(source_->path);
 }
 
 QString Stabiliser::RunBothPasses(const Stabilising& run) {
@@ -331,7 +333,7 @@ QString Stabiliser::CheckOutput(const std::string& output, const VideoFacts& sou
   const double tolerance =
       source.videoStart +
       (facts.rate > 0 ? std::max(kTolerance, kPictures / facts.rate) : kTolerance);
-  if (seconds <= 0 || std::abs(length - seconds) <= tolerance) return {};
+  if (seconds <= 0 || length <= 0 || std::abs(length - seconds) <= tolerance) return {};
   return u"Its video is %1 seconds long instead of %2."_s.arg(FormatTwoDecimals(length),
                                                               FormatTwoDecimals(seconds));
 }

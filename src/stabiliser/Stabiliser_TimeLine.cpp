@@ -30,9 +30,10 @@ void Stabiliser::WireTimeLine() {
     needle->MouseMove = [this](const MouseEvent& event) { DragNeedle(event); };
     needle->MouseWheel = scroll;
     needle->KeyDown = [this](const KeyEvent& event) { return StepNeedle(event); };
-    // A press of the mouse must not move the needle away.
-    connect(qApp, &QApplication::focusChanged, needle, [this, needle](QWidget*, QWidget* now) {
-      if (now == needle && QApplication::mouseButtons() == Qt::NoButton) ScrollTo(*needle);
+    // Not when the window is activated, or when the focus leaves a caption that is disabled.
+    connect(qApp, &QApplication::focusChanged, needle, [this, needle](QWidget* old, QWidget* now) {
+      const bool moved = old != nullptr && old->window() == this && old->isEnabled();
+      if (now == needle && moved && QApplication::mouseButtons() == Qt::NoButton) ScrollTo(*needle);
     });
   }
   // The handlers take positions on the strip, so those of the frame's events are converted.

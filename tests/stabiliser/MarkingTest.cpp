@@ -104,6 +104,9 @@ TEST_F(Marking, ByTheKeyboardScrollsToTheNeedle) {
   for (int i = 0; i < 100; ++i) Key(StartNeedle, Qt::Key_Right, 1);
   EXPECT_EQ(Time(SectionStart), "00:16:40");
   EXPECT_TRUE(isInFrame(StartNeedle));
+  Strip().setLeft(-2000);
+  emit qApp->focusChanged(nullptr, &NeedleBox(StartNeedle));
+  EXPECT_EQ(Strip().Left(), -2000) << "the window's activation scrolls";
 }
 
 TEST_F(Marking, ShowsThePictureAtANeedleOfAVideoWhoseRateIsUnknown) {

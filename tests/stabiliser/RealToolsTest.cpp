@@ -11,6 +11,7 @@
 #include "media/CommandLines.h"
 #include "platform/App.h"
 #include "stabiliser/StabiliserWindowTest.h"
+#include "support/Pictures.h"
 #include "support/Videos.h"
 
 namespace kelvane::testing {
@@ -203,6 +204,11 @@ TEST_F(RealTools, PlayPauseAndRewindTheVideo) {
   const auto& controls = Get<WindowsMediaPlayer>("wmp").controls;
   const auto give = [this](int command) { Click(Caption("Label10", command)); };
   EXPECT_FALSE(controls.playing());
+  const QSize box = Get<WindowsMediaPlayer>("wmp").size();
+  EXPECT_TRUE(WaitFor([&] {
+    const QImage picture = Picture(Get<WindowsMediaPlayer>("wmp"));
+    return (picture.pixel(box.width() * 7 / 8, box.height() * 3 / 4) & 0xffffff) != 0;
+  })) << "the small video doesn't fill its box";
   give(Play);
   ASSERT_TRUE(WaitFor([&] { return controls.currentPosition() > 0.5; }));
   give(Rewind);
@@ -210,7 +216,9 @@ TEST_F(RealTools, PlayPauseAndRewindTheVideo) {
   EXPECT_TRUE(controls.playing());
   give(Pause);
   EXPECT_FALSE(controls.playing());
+  give(Play);
   DragNeedle(StartNeedle, 109 * 3);
+  EXPECT_FALSE(controls.playing()) << "a dragged needle doesn't pause the video";
   EXPECT_NEAR(controls.currentPosition(), 3, 0.1);
   give(Rewind);
   EXPECT_EQ(controls.currentPosition(), 0);

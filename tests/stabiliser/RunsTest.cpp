@@ -9,6 +9,8 @@
 #include <QTimer>
 #include <csignal>
 
+#include "platform/ContentArea.h"
+#include "shared/Colours.h"
 #include "stabiliser/CloseOnSignal.h"
 #include "stabiliser/StabiliserWindowTest.h"
 #include "support/FileDrag.h"
@@ -197,6 +199,44 @@ TEST_F(StabiliserRuns, ApplySelectsTheVideoOfTheTimeLineAgainIfItHasReplacedIt) 
   ClickAndAnswer(ApplyAll(), {ReplaceFile(source_), PressButton(QMessageBox::Ok)});
   EXPECT_EQ(Text("Label16", 2), "120");
   EXPECT_EQ(Time(SectionEnd), "00:02:00");
+}
+
+TEST_F(StabiliserRuns, TestUsesTheMarkedSectionAgainOnceAnotherVideoIsSelected) {
+  Select(60);
+  MessageOfSaving(Extract(), PathOf("part.mp4"));
+  Select(60, "other.mp4");
+  Click(Test());
+  EXPECT_NE(Lines().back().find("other.mp4 -ss 0 -t 60 "), std::string::npos) << Lines().back();
+}
+
+TEST_F(StabiliserRuns, ANeedleShowsTheVideoOfTheTimeLineAgainAfterATest) {
+  Click(Test());
+  DragNeedle(StartNeedle, 14);
+  EXPECT_EQ(Get<WindowsMediaPlayer>("wmp").URL(), source_);
+}
+
+TEST_F(StabiliserRuns, TellIfTheLengthIsNotThatWhichTheFirstPassProcessed) {
+  tools_.FfmpegDoes("printf 'frame=9 time=00:01:00.00 bitrate=N/A speed=1x\\r' >&2\n"_L1 +
+                    QString(kWriteOutput));
+  ProbeSays(50);
+  const std::string message = MessageOfSaving(ApplyAll(), PathOf("steady.mp4"));
+  EXPECT_NE(message.find("50.00 seconds long instead of 60.00"), std::string::npos) << message;
+  EXPECT_EQ(Outputs(), QStringList("steady.mp4"));
+}
+
+TEST_F(StabiliserRuns, TellNothingOfALengthThatIsNotStated) {
+  tools_.SizeProbeDoes("printf '%s\\n' width=640 height=360 format_name=h264 duration=N/A");
+  const std::string message = MessageOfSaving(Extract(), PathOf("part.h264"));
+  EXPECT_EQ(message.find("seconds long"), std::string::npos) << message;
+}
+
+TEST_F(StabiliserRuns, TheirCaptionsLightUpUnderThePointer) {
+  for (Label* caption : {&Extract(), &View(), &Test(), &ApplyAll(), &Caption("Label10", Play)}) {
+    MovePointerOver(*caption);
+    EXPECT_EQ(caption->BackColor(), kGrey) << caption->objectName().toStdString();
+    MovePointerOver(*form_->findChild<ContentArea*>(QString(), Qt::FindDirectChildrenOnly));
+    EXPECT_NE(caption->BackColor(), kGrey) << caption->objectName().toStdString();
+  }
 }
 
 TEST_F(StabiliserRuns, TakeMotionsThatAreNoText) {

@@ -41,6 +41,16 @@ TEST_F(SelectingAVideo, ShowsTenthsForAShortVideo) {
   EXPECT_EQ(Text("Label16", 2), "1");
 }
 
+TEST_F(SelectingAVideo, DrawsTheTimeLineAnewFromItsStart) {
+  Select(60);
+  const QImage fresh = Picture(Strip());
+  Select(1200);
+  Strip().setLeft(-100);
+  Select(60);
+  EXPECT_EQ(Strip().Left(), 0);
+  EXPECT_EQ(Picture(Strip()), fresh);
+}
+
 TEST_F(SelectingAVideo, TellsWhyAFileCanNotBeUsedAndChangesNothing) {
   const QString former = Select(60);
   struct Case {
@@ -163,6 +173,23 @@ TEST_F(LoadingTheOtherVideo, ByATypedPathWithoutAFileIsRefusedAndStopsTheClicked
   EXPECT_NE(MessageOf(Caption("Label12", Apply)).find("no such file"), std::string::npos);
   EXPECT_EQ(Get<TextBox>("Text5").Text(), source);
   EXPECT_EQ(Runs(), Texts{});
+}
+
+TEST_F(LoadingTheOtherVideo, IsAlsoDoneByATypedPathOnceItsBoxIsLeft) {
+  Select(60);
+  auto* const line = Get<TextBox>("Text5").findChild<QLineEdit*>();
+  form_->activateWindow();
+  ASSERT_TRUE(WaitFor([this] { return form_->isActiveWindow(); }));
+  for (const auto& [key, name] :
+       {std::pair(Qt::Key_Return, "entered.mp4"), {Qt::Key_Tab, "left.mp4"}}) {
+    const auto probes = tools_.Runs().size();
+    line->setFocus();
+    line->selectAll();
+    QTest::keyClicks(line, tools_.File(name));
+    QTest::keyClick(line, key);
+    EXPECT_TRUE(WaitFor([&] { return tools_.Runs().size() == probes + 1; })) << name;
+    EXPECT_NE(tools_.Runs().back().find(name), std::string::npos);
+  }
 }
 
 TEST_F(LoadingTheOtherVideo, IsAlsoDoneByATypedPathBeforeTheCommandThatIsClicked) {
