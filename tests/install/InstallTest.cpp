@@ -213,6 +213,8 @@ TEST(Installed, HasValidDesktopEntriesAndMetadata) {
               "");
     EXPECT_EQ(DesktopEntry(installation, command, "Exec"), command);
     EXPECT_EQ(DesktopEntry(installation, command, "Icon"), "kelvane");
+    EXPECT_EQ(DesktopEntry(installation, command, "NoDisplay"),
+              command == "kelvane-sections" ? "true" : "");
   }
   const QString metadata = installation.PathOf("share/metainfo/org.kelvane.kelvane.metainfo.xml");
   Ran("appstreamcli", {"validate", "--no-net", metadata});
