@@ -161,7 +161,8 @@ TEST_P(MainWindowInTheme, HasAReadableRemarkInItsSaveDialog) {
   const WindowId dialog = screen.Await("Save Cropped Video As");
   ASSERT_TRUE(dialog != 0 && WaitFor([&] { return screen.Active(dialog); }));
   const QRect place = screen.Place(dialog);
-  const QRect line(place.left() + 100, place.bottom() - 70, 400, 30);
+  // Between the box of the name and that of the file types.
+  const QRect line(place.left() + 100, place.bottom() - 63, 400, 20);
   const QImage before = screen.Still().copy(line);
   EXPECT_EQ(Background(before), GetParam().window);
   EXPECT_LT(Contrast(before), kLegible) << "the line isn't empty";
