@@ -63,7 +63,7 @@ class MouseArea : public SpokenWidget {
   std::function<void(const WheelEvent&)> MouseWheel;
 
   // Sends a press in the middle of the area and the release. If `offset` isn't null, sends a move
-  // by so many pixels in between. Stops if the area is deleted meanwhile.
+  // by that many pixels in between. Stops if the area is deleted meanwhile.
   void SendMouse(Qt::MouseButton button, QPoint offset = {});
 
  protected:

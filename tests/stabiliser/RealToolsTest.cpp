@@ -68,8 +68,8 @@ class RealTools : public StabiliserWindowTest {
         &printed);
     return printed.section('\n', 0, 0).trimmed();
   }
-  // Returns how many pixels of the same colour follow each other in what the filters put out, such
-  // as "25 red, 5 green". The default filter puts out one pixel for each picture.
+  // Returns the runs of pixels of one colour in the output of the filters, such as
+  // "25 red, 5 green". The default filter makes one pixel of each picture.
   QString ColoursOf(const QString& video, const QString& filters = "scale=1:1") const {
     const QString pixels = PathOf("pixels");
     Make({"-y", "-i", video, "-vf", filters, "-f", "rawvideo", "-pix_fmt", "rgb24", pixels});
