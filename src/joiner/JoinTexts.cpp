@@ -36,7 +36,7 @@ namespace {
 
 // Returns the path that the tool reads in a section's line of the list: an apostrophe ends the
 // quotes or begins them again, and outside of them a blank ends the path, unless it follows a
-// backslash.
+// backslash. The line ends with an apostrophe of its own.
 QString ListedPath(const QString& section) {
   QString path;
   bool quoted = true;

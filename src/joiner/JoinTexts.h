@@ -16,8 +16,8 @@ QString FolderOf(const QString& path);
 // Returns "intermediate07.ts" for 7.
 QString IntermediateName(int number);
 
-// Returns the line of a section in the list file of a join, with its line break. Trims `item`. An
-// apostrophe in it ends the quoted text early.
+// Returns the line "file '...'" of a section in the list file of a join, with its line break. Trims
+// `item`. An apostrophe in `item` ends the quotes early.
 QString ListFileLine(const QString& item);
 
 // Returns the line of a section in a saved list, with its line break. Doesn't trim `item`.
@@ -30,7 +30,8 @@ QString ConcatListText(int sections);
 // if the join just makes that file. `path` is absolute.
 QString JoinRemark(const QString& path, const QStringList& sections);
 
-// The same for the file of a saved list, whose path no command line cuts.
+// The same for the file of a saved list, whose path may have blanks and quotes, since no command
+// line has it.
 QString SavedListRemark(const QString& path);
 
 }  // namespace kelvane

@@ -121,7 +121,8 @@ class RemarkLine : public QLabel {
   QString remark_;
 };
 
-// Adds a RemarkLine below the name, which is updated at each change of the name or the folder.
+// Adds a RemarkLine below the name, which is updated at each change of the name, the folder or the
+// files that it lists.
 void AddRemark(QFileDialog& dialog, const std::function<QString(const QString& path)>& remarkOn) {
   auto* layout = qobject_cast<QGridLayout*>(dialog.layout());
   auto* types = dialog.findChild<QWidget*>(u"fileTypeCombo"_s);

@@ -28,10 +28,10 @@ class CommonDialog {
   // The title of the next dialog alone: showing the dialog clears it. Empty for Qt's default title.
   QString DialogTitle;
   // Returns what ShowSave's dialog says about `path` in a line below the name; empty for nothing.
-  // Called at each change of the name, the folder or its files with the path that the dialog would
-  // return, unless the name is empty or the path is that of a folder. If Qt drops double quotes
-  // from the typed name, the line ends with the remaining path. Without a function there is no such
-  // line.
+  // Called at each change of the name, the folder or the files listed, with the path that the
+  // dialog would return, unless the name is empty or the path is that of a folder. If Qt drops
+  // double quotes from the typed name, the line ends with the remaining path. Without a function
+  // there is no such line.
   std::function<QString(const QString& path)> Remark;
   // Whether ShowSave asks before it accepts a file that exists.
   bool OverwritePrompt = false;

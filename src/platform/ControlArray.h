@@ -36,8 +36,8 @@ class ControlArray {
   int UBound() const { return controls_.empty() ? -1 : controls_.back()->Index(); }
 
   // Adds a member with that index, which must be free, and returns it: a copy of member 0 and its
-  // handlers, in the same container, which owns the copy. The copy is hidden if the container is on
-  // the screen. The array must not be empty.
+  // handlers, in the same container, which owns the copy. If the container is on the screen, the
+  // copy stays hidden until it is shown, as Qt's widgets do. The array must not be empty.
   Kind& Load(int index) {
     Kind& copy = controls_.front()->Duplicate(NameOf(index));
     controls_.insert(PositionOf(index), &copy);

@@ -78,8 +78,8 @@ class Form : public HandlerOwner {
   // loop, so that the program from which the files come needn't wait for the handler. `paths` are
   // the absolute paths of those dropped items that are existing regular files on this machine, at
   // least one, in the order of the drop; the other items are ignored. A drop without such a file is
-  // refused, which the pointer shows. So is any drop of files that can only be moved, while a
-  // dialog of the program is open, or if there is no handler.
+  // refused, which the pointer shows. So is a drop of files that can only be moved, and any drop
+  // while a dialog of the program is open, or if there is no handler.
   std::function<void(const QStringList& paths)> FilesDropped;
   // Returns whether the window takes drops at present. An empty function stands for yes.
   std::function<bool()> TakesDrops;

@@ -44,8 +44,9 @@ MouseArea::MouseArea(QWidget* parent, const QString& name)
 }
 
 // The position in the widget is computed from the one on the screen, since the widget may have been
-// moved under the pointer after the event was sent. mapFromGlobal isn't used: under Wayland Qt
-// doesn't know where its windows are, and may take a position to be on another screen.
+// moved under the pointer after the event was sent. Under Wayland Qt doesn't know where its windows
+// are. The event's position has the same error as the window's corner, so the difference is right,
+// while mapFromGlobal may take the position to be on another screen.
 MouseEvent MouseArea::MakeEvent(const QMouseEvent& event, int button) const {
   const QPointF inWindow = event.globalPosition() - window()->mapToGlobal(QPointF());
   const QPointF position = mapFrom(window(), inWindow) - MouseOrigin();

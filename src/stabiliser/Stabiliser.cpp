@@ -72,7 +72,7 @@ void Stabiliser::MakeCommand(Label& caption, void (Stabiliser::*action)()) {
     if (cancelCaption_ == &caption) {
       Cancel();
     } else if (!pressedToCancel_ && caption.isEnabled() && TakeTypedSource(&caption) &&
-               TakeTypedLoaded(&caption)) {
+               TakeTypedOther(&caption)) {
       (this->*action)();
     }
   };

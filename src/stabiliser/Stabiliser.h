@@ -94,9 +94,9 @@ class Stabiliser : public Form3 {
   // These choose the video whose path was typed, and return false if that fails or is cancelled. If
   // `clicked` is the caption that asks for such a video, they discard the typed path instead.
   bool TakeTypedSource(const Label* clicked = nullptr);
-  bool TakeTypedLoaded(const Label* clicked = nullptr);
+  bool TakeTypedOther(const Label* clicked = nullptr);
   bool SetSource(const QString& path);
-  bool SetLoadedVideo(const QString& path);
+  bool SetOtherVideo(const QString& path);
   // Empty if the user cancels.
   QString AskForVideo(const QString& title);
   // Empty if the user cancels, or after a message if the name can't be used.
@@ -169,8 +169,8 @@ class Stabiliser : public Form3 {
   StabiliserOptions TakeOptions();
   void ResetOptions();
 
-  std::optional<Video> source_;       // of the time line
-  std::optional<Video> loadedVideo_;  // to be stabilised instead of the source
+  std::optional<Video> source_;      // of the time line
+  std::optional<Video> otherVideo_;  // to be stabilised instead of the source
   // The path of the extracted section; empty once other marks or another video are chosen.
   QString sample_;
   TimeScale scale_{1};

@@ -26,12 +26,12 @@ QString WhyNoOutput(const QString& path, const QString& input) {
   // An extension of digits alone is taken for the end of a date or of a version.
   static const QRegularExpression plainExtension(
       u"[^/]\\.(?=[0-9]*[A-Za-z])[A-Za-z0-9]{1,10}\\z"_s);
-  static const QRegularExpression isList(u"\\.(m3u8|mpd|ism)\\z"_s,
-                                         QRegularExpression::CaseInsensitiveOption);
+  static const QRegularExpression listExtension(u"\\.(m3u8|mpd|ism)\\z"_s,
+                                                QRegularExpression::CaseInsensitiveOption);
   if (!plainExtension.match(path).hasMatch()) {
     return u"The name needs an extension that says the format, such as .mp4"_s;
   }
-  if (isList.match(path).hasMatch()) {
+  if (listExtension.match(path).hasMatch()) {
     return u"This format is a list of several files. Choose another one, such as .mp4"_s;
   }
   if (IsSameFile(input, path)) {
@@ -53,16 +53,16 @@ void Stabiliser::SelectVideo() {
   }
 }
 
-// As a click on Label6(0) does, discards a path that was typed for the time line, and takes one
-// typed for the other video.
+// Selects a file as a click on Label6(0) would: first discards a path that was typed for the time
+// line, and takes one typed for the other video.
 void Stabiliser::SelectDropped(const QString& path) {
-  if (TakeTypedSource(&Label6(0)) && TakeTypedLoaded()) {
+  if (TakeTypedSource(&Label6(0)) && TakeTypedOther()) {
     cdialog.RunWithFile(path, [this] { SelectVideo(); });
   }
 }
 
 void Stabiliser::LoadOtherVideo() {
-  if (const QString path = AskForVideo(u"Load Video"_s); !path.isEmpty()) SetLoadedVideo(path);
+  if (const QString path = AskForVideo(u"Load Video"_s); !path.isEmpty()) SetOtherVideo(path);
 }
 
 QString Stabiliser::AskForVideo(const QString& title) {
@@ -78,7 +78,7 @@ void Stabiliser::TakeTypedPaths() {
   if (QApplication::mouseButtons() != Qt::NoButton) {
     QTimer::singleShot(kInterval, this, [this] { TakeTypedPaths(); });
   } else if (TakeTypedSource()) {
-    TakeTypedLoaded();
+    TakeTypedOther();
   }
 }
 
@@ -93,13 +93,13 @@ bool Stabiliser::TakeTypedSource(const Label* clicked) {
 }
 
 // An empty box stands for the video of the time line.
-bool Stabiliser::TakeTypedLoaded(const Label* clicked) {
+bool Stabiliser::TakeTypedOther(const Label* clicked) {
   const QString former = VideoToStabilise() != nullptr ? VideoToStabilise()->path : QString();
   if (Text5.Text() == former) return true;
   const QString path = Trim(Text5.Text());
   const bool isDiscarded = path.isEmpty() || clicked == &Label12(LoadOther);
-  if (path.isEmpty()) loadedVideo_.reset();
-  if (!isDiscarded && SetLoadedVideo(path)) return true;
+  if (path.isEmpty()) otherVideo_.reset();
+  if (!isDiscarded && SetOtherVideo(path)) return true;
   Text5.setText(VideoToStabilise() != nullptr ? VideoToStabilise()->path : QString());
   return isDiscarded;
 }
@@ -112,23 +112,23 @@ bool Stabiliser::SetSource(const QString& path) {
   sample_.clear();
   Text1.setText(source_->path);
   SectionSourceShortPath = FromNarrow(source_->shortPath);
-  if (!loadedVideo_) Text5.setText(source_->path);
+  if (!otherVideo_) Text5.setText(source_->path);
   ShowTimeLine();
   wmp.OpenPaused(source_->path);
   return true;
 }
 
-bool Stabiliser::SetLoadedVideo(const QString& path) {
+bool Stabiliser::SetOtherVideo(const QString& path) {
   std::optional<Video> video;
   RunCancellable(Label12(LoadOther), [&] { return ReadVideo(path, video); });
   if (!video || !Loaded()) return false;
-  loadedVideo_ = std::move(video);
-  Text5.setText(loadedVideo_->path);
+  otherVideo_ = std::move(video);
+  Text5.setText(otherVideo_->path);
   return true;
 }
 
 const Stabiliser::Video* Stabiliser::VideoToStabilise() const {
-  if (loadedVideo_) return &*loadedVideo_;
+  if (otherVideo_) return &*otherVideo_;
   return source_ ? &*source_ : nullptr;
 }
 
@@ -158,7 +158,7 @@ QString Stabiliser::ReadVideo(const QString& path, std::optional<Video>& video) 
   }
   if (read.facts.duration <= 0) {
     return Paragraphs(u"The length of this video isn't known:\n%1"_s.arg(path),
-                      u"Choose a copy made by: ffmpeg -i VIDEO -c copy COPY"_s);
+                      u"Make a copy and choose that: ffmpeg -i VIDEO -c copy COPY"_s);
   }
   if (read.facts.duration > kLongest) {
     return u"This file says that it lasts longer than 100 hours:\n%1"_s.arg(path);

@@ -222,8 +222,8 @@ void Stabiliser::ExtractSection() {
     if (!succeeded_) return remark;
     output.Keep();
     // A loaded video that is overwritten is read again; if that fails, its old facts stay.
-    if (loadedVideo_ && IsSameFile(loadedVideo_->path, path)) {
-      (void)ReadVideo(loadedVideo_->path, loadedVideo_);
+    if (otherVideo_ && IsSameFile(otherVideo_->path, path)) {
+      (void)ReadVideo(otherVideo_->path, otherVideo_);
     }
     if (marks == marks_) sample_ = path;
     return Paragraphs(u"The selected region has been saved as\n%1"_s.arg(path), remark);

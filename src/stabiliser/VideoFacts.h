@@ -9,7 +9,7 @@ struct VideoFacts {
   double duration = 0;       // seconds; 0 if the file has none
   double videoDuration = 0;  // of the video stream alone; 0 if the file doesn't state it
   double startTime = 0;      // the time stamp of its beginning, in seconds
-  double videoStart = 0;     // of its first picture, in seconds from its beginning
+  double videoStart = 0;     // when its first picture is shown, in seconds after startTime
   int width = 0;             // pixels; 0 if the file has no video stream
   int height = 0;
   double rate = 0;          // pictures a second; 0 if unknown
@@ -19,7 +19,7 @@ struct VideoFacts {
   bool still = false;  // a picture file
   // A tool that seeks in it may begin at the key frame after the requested time.
   bool seeksLate = false;
-  // It has more than one video stream, or one that it lists twice. The facts are of the first.
+  // The probe lists more than one video stream, or one twice. The facts are of the first.
   bool severalVideos = false;
 
   bool HasVideo() const { return width > 0 && height > 0; }

@@ -9,7 +9,7 @@
 
 namespace kelvane {
 
-// An existing file is kept, unless it is a list of pieces or the path has a "-y" after a blank.
+// An existing file is kept, unless it is a playlist or a word of the path is "-y".
 QString CropRemark(const QString& path) {
   const std::string narrow = ToNarrow(path);
   const std::vector<std::string> arguments = SplitCommandLine(narrow);

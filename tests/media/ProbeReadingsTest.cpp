@@ -69,7 +69,7 @@ TEST(ReadSize, CutsABlockAtFixedOffsets) {
 
 using Lengths = std::vector<std::pair<const char*, std::size_t>>;
 
-TEST(EndOfSize, IsAfterTheLineOfTheFirstHeightOrBeforeALaterWidth) {
+TEST(EndOfSize, IsAfterTheLineOfTheFirstHeightOrBeforeAWidthThatFollowsOtherText) {
   const Lengths cases = {
       {"width=640\nheight=360\n", 21},
       {"WIDTH=640\r\nHEIGHT=360\r\nwidth=1\nheight=1\n", 23},
@@ -208,7 +208,7 @@ TEST(ReadProgress, IsTheTimeOfALineInSeconds) {
   for (const auto& [line, seconds] : cases) EXPECT_EQ(ReadProgress(line), seconds) << line;
 }
 
-TEST(ReadProgress, IsTheSameHoweverATextIsCutIfItsBlocksAreLines) {
+TEST(ReadProgress, IsTheSameHoweverTheTextArrivesIfItIsReadLineByLine) {
   const std::string printed = "frame=1 time=00:00:01.23 bitrate=N/A\rframe=2 time=00:00:04.56 b\r";
   for (std::size_t cut = 0; cut <= printed.size(); ++cut) {
     ToolText text;
@@ -230,7 +230,8 @@ struct ComplaintCase {
 };
 
 TEST(LastComplaint, IsTheLastLineThatSaysWhatWentWrong) {
-  // What ffmpeg 5.1 and 7.1 print at the end of a run that fails, without some repeated lines.
+  // The cases that name a release have what that ffmpeg prints at the end of a run that fails,
+  // without some repeated lines.
   const std::vector<ComplaintCase> cases = {
       {"input missing, 5.1",
        "ffmpeg stats and -progress period set to 0.1.\n"

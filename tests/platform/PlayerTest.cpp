@@ -42,7 +42,7 @@ TEST_F(Player, RepaintsNoControlThatLiesBesideOrOverIt) {
   EXPECT_EQ(bars.Count(), 0);
 }
 
-TEST_F(Player, ShowsEachPixelOfTheFileFromTheTopLeftCornerAndCutsOffWhatIsLargerThanItself) {
+TEST_F(Player, ShowsEachPixelOfTheFileFromTheTopLeftCornerAndCutsOffWhatReachesBeyondThePlayer) {
   for (const QSize size : {QSize(300, 170), QSize(640, 360)}) {
     const QString file = Make("test.mkv",
                               u"-f lavfi -i testsrc2=size=%1x%2:rate=25:duration=0.04 "
@@ -92,7 +92,8 @@ TEST_F(Player, IsBlackAndMakesNoPlaybackCoreBeforeItHasAFile) {
 TEST_F(Player, TellsThePositionInMinutesAndSecondsAndTheDurationInSeconds) {
   player.setURL(MakePlain("red.mp4", "red", 5));
   EXPECT_EQ(player.controls.currentPositionString(), u"00:00"_s);
-  EXPECT_NE(player.currentMediaDuration(), std::nullopt) << "not 0 until it is known";
+  EXPECT_NE(player.currentMediaDuration(), std::nullopt)
+      << "a duration that isn't known yet is missing instead of 0";
   EXPECT_TRUE(WaitFor([&] { return player.controls.currentPositionString() == u"00:01"_s; }));
   EXPECT_TRUE(AwaitDuration(5));
   player.controls.stop();

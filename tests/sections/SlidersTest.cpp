@@ -54,7 +54,7 @@ TEST_F(Sliders, KeepTheirFirstValueUntilTheyAreDragged) {
 }
 
 // A press halfway between two twips counts as one at the even twip: at 60.5 as at 60.
-TEST_F(Sliders, MoveWithTheLeftButtonAloneFromTheLastPressOfAnyButton) {
+TEST_F(Sliders, MoveWithTheLeftButtonAloneByTheDistanceFromTheLastPressOfAnyButton) {
   Label& thumb = Thumb(Accuracy);
   thumb.MouseDown(At(thumb, kRightButton, 60.5));
   for (const int buttons : {0, 2, 4, 3, 5}) thumb.MouseMove(At(thumb, buttons, 500));
@@ -72,7 +72,7 @@ TEST_F(Sliders, DoNotMoveUnderAPointerThatRestsBetweenTwoPixels) {
   EXPECT_EQ(Value(Accuracy), "06");
 }
 
-TEST_F(Sliders, PlaceTheOutlinesOfAllThumbsAtTheDragOfAnyThumb) {
+TEST_F(Sliders, PlaceTheOutlinesOfAllThumbsWhenAnyThumbIsDragged) {
   for (int slider = StepSize; slider <= UnSharpLY; ++slider) MoveOutlineAway(slider);
   Thumb(Shakiness).setLeft(3000);
   DragTo(Thumb(Accuracy), 5000);
@@ -146,7 +146,7 @@ TEST_F(StepSizeSlider, IsHeldAtItsStartByAMoveOverAnyThumb) {
   Expect(kStart, "01");
   DragTo(Thumb(StepSize), 100);
   Expect(kStart, "1");
-  EXPECT_EQ(ThumbOutline(StepSize).Left(), 99) << "the outline stays where the drag has put it";
+  EXPECT_EQ(ThumbOutline(StepSize).Left(), 99) << "the outline isn't where the drag put it";
 }
 
 TEST_F(StepSizeSlider, IsHeldAtItsEndByAReleaseOverAnyThumb) {
@@ -197,7 +197,7 @@ TEST_F(StepSizeSlider, GoesToItsEndBeforeTheNextMoveOfADragAndAtTheRelease) {
   EXPECT_EQ(ThumbOutline(StepSize).Left(), kEnd + 9);
   thumb.MouseUp(At(thumb, kLeftButton, 2));
   Expect(kEnd, "30");
-  EXPECT_EQ(ThumbOutline(StepSize).Left(), kEnd + 9) << "the release doesn't move the outline";
+  EXPECT_EQ(ThumbOutline(StepSize).Left(), kEnd + 9) << "the release has moved the outline";
 }
 
 TEST_F(StepSizeSlider, KeepsItsReadOutWhenTheDragOfAnotherThumbMovesItToItsEnd) {

@@ -50,7 +50,7 @@ void ExpectTexts(Format format, const Cases& cases) {
   }
 }
 
-TEST(FormatTimeOfDay, HasHoursWithoutALeadingZeroWrapsAfterADayAndRoundsFractions) {
+TEST(FormatTimeOfDay, WrapsAfterADayAndRoundsFractionsAndHasNoLeadingZero) {
   const Cases cases = {
       {0, "0:00:00"},      {9, "0:00:09"},      {75, "0:01:15"},       {3600, "1:00:00"},
       {45296, "12:34:56"}, {86399, "23:59:59"}, {-75, "0:01:15"},      {86400, "0:00:00"},
@@ -70,7 +70,7 @@ TEST(FormatTimeText, HasTwoDigitsOfHours) {
   ExpectTexts(FormatTimeText, cases);
 }
 
-TEST(FormatPosition, HasMinutesAndSecondsAndHoursWithoutLimitOnceThereIsOne) {
+TEST(FormatPosition, HasMinutesAndSecondsAndFromOneHourOnAnyNumberOfHours) {
   const Cases cases = {
       {0, "00:00"},        {0.99, "00:00"},       {1, "00:01"},       {59.9, "00:59"},
       {75, "01:15"},       {3599.9, "59:59"},     {3600, "01:00:00"}, {3661.5, "01:01:01"},

@@ -105,8 +105,12 @@ TEST_F(Marking, ByTheKeyboardScrollsToTheNeedle) {
   EXPECT_EQ(Time(SectionStart), "00:16:40");
   EXPECT_TRUE(isInFrame(StartNeedle));
   Strip().setLeft(-2000);
-  emit qApp->focusChanged(nullptr, &NeedleBox(StartNeedle));
-  EXPECT_EQ(Strip().Left(), -2000) << "the window's activation scrolls";
+  QWidget other;
+  Caption("Label6", 0).setEnabled(false);
+  for (QWidget* former : std::initializer_list<QWidget*>{nullptr, &other, &Caption("Label6", 0)}) {
+    emit qApp->focusChanged(former, &NeedleBox(StartNeedle));
+    EXPECT_EQ(Strip().Left(), -2000) << "the user hasn't pressed Tab";
+  }
 }
 
 TEST_F(Marking, ShowsThePictureAtANeedleOfAVideoWhoseRateIsUnknown) {

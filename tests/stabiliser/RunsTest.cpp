@@ -193,10 +193,13 @@ TEST_F(StabiliserRuns, ApplyUsesTheNewFactsOfALoadedVideoThatAnExtractedSectionR
   EXPECT_NE(dialogs.back().find("may need up to 13020834 MB"), std::string::npos) << dialogs.back();
 }
 
-TEST_F(StabiliserRuns, ApplySelectsTheVideoOfTheTimeLineAgainIfItHasReplacedIt) {
+TEST_F(StabiliserRuns, ApplySelectsTheVideoOfTheTimeLineAgainIfItHasReplacedItByAnyName) {
   ClickAndAnswer(Caption("Label12", LoadOther), {TypeFile(tools_.File("other.mp4"))});
   ProbeSays(120);
-  ClickAndAnswer(ApplyAll(), {ReplaceFile(source_), PressButton(QMessageBox::Ok)});
+  const QString folder = PathOf("folder");
+  ASSERT_TRUE(QFile::link(tools_.Path(), folder));
+  ClickAndAnswer(ApplyAll(), {ReplaceFile(folder + '/' + QFileInfo(source_).fileName()),
+                              PressButton(QMessageBox::Ok)});
   EXPECT_EQ(Text("Label16", 2), "120");
   EXPECT_EQ(Time(SectionEnd), "00:02:00");
 }
@@ -345,6 +348,19 @@ TEST_F(StabiliserRuns, AreNotCancelledByADoubleClick) {
          gate.Open();
        });
   Click(View());
+  EXPECT_EQ(Lines().size(), 1U);
+}
+
+TEST_F(StabiliserRuns, DoNotStartAgainIfTheyEndBetweenPressAndReleaseOfCancel) {
+  const Gate gate(tools_.PathOf("gate"));
+  tools_.FfplayDoes(QString::fromStdString(gate.Wait()));
+  When([this] { return Lines().size() == 1; },
+       [&] {
+         QTest::mousePress(&View(), Qt::LeftButton);
+         gate.Open();
+       });
+  Click(View());
+  QTest::mouseRelease(&View(), Qt::LeftButton);
   EXPECT_EQ(Lines().size(), 1U);
 }
 

@@ -64,7 +64,7 @@ TEST_F(SelectingAVideo, TellsWhyAFileCanNotBeUsedAndChangesNothing) {
         Case{"echo width=8; echo height=8; echo format_name=png_pipe; echo duration=N/A",
              "This file is a still picture:", "Choose a video."},
         Case{"echo width=8; echo height=8; echo format_name=h264; echo duration=N/A",
-             "The length of this video isn't known:", "Choose a copy made by: "},
+             "The length of this video isn't known:", "Make a copy and choose that: "},
         Case{"echo 'x.mp4: Invalid data found'; exit 1",
              "This file can't be read:", "Invalid data found"}}) {
     tools_.SizeProbeDoes(lines);

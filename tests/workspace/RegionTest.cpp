@@ -102,7 +102,7 @@ TEST_F(Region, DoesNotDependOnScrollingNorOnThePlayerOrItsHolder) {
   EXPECT_EQ(SharedValues(), (Values{635, 355, 0, 0}));
 }
 
-TEST_F(Region, ThatIsTooLargeForAWholeNumberKeepsTheSharedValues) {
+TEST_F(Region, ThatIsTooLargeFor32BitsShowsNoSizeAndKeepsTheSharedValues) {
   LoadVideoOf(640, 360);
   MeasureRegion();
   constexpr float kFar = 3e9F;

@@ -112,8 +112,8 @@ class PlaybackCore : public QObject {
   void TakeProperty(const char* name, const double* number);
   void TakeSize();
   void RenderFrame();
-  // The size at which the next pictures are rendered, before they are turned; empty while that of
-  // the file is unknown. mutex_ must be locked.
+  // The size at which the next pictures are rendered, before they are turned; empty while the
+  // size of the file's pictures is unknown. mutex_ must be locked.
   QSize RenderedSize() const;
   void PostChange();
   // Queues `task` to the user-interface thread.
@@ -131,7 +131,7 @@ class PlaybackCore : public QObject {
   bool seeking_ = false;            // or opening, or stepping back
   std::optional<double> nextSeek_;  // the time of the Seek that waits
   std::optional<double> sought_;    // the time of the last Seek, until seeking_ is false again
-  int steps_ = 0;                   // that wait; negative for steps back
+  int steps_ = 0;                   // how many steps wait; negative for steps back
   bool stepped_ = false;            // forward, since the file was last unpaused
   std::atomic<double> position_ = 0;
   std::atomic<double> duration_ = 0;
@@ -148,7 +148,7 @@ class PlaybackCore : public QObject {
   bool redraw_ = false;
   bool ending_ = false;
   QSize size_;      // full size of the next pictures; empty while unknown
-  QSize wanted_;    // the part of them to render, which may exceed size_, or the size of their box
+  QSize wanted_;    // kStored: the part of them to render, may exceed size_; kFitted: their box
   QImage shown_;    // null while there is none
   QImage drawing_;  // for the serving thread alone
   std::atomic<bool> changePosted_ = false;
