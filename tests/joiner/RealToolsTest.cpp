@@ -191,6 +191,22 @@ TEST_F(RealJoin, OpensAFirstSectionByItsNameWithoutTheApostropheAsTheDialogSays)
   EXPECT_NE(ContentOf(old), "contents");
 }
 
+// The backslash takes the apostrophe with which the line ends.
+TEST_F(RealJoin, OpensAFirstSectionThatEndsInABackslashByAnotherNameAsTheDialogSays) {
+  const QString clip = MakeClip("clip.mp4", 1);
+  ASSERT_TRUE(QFile::copy(clip, InFolder("it's\\")));
+  Add(InFolder("it's\\"));
+  const QString old = tools_.File("old.mp4");
+  QString remark;
+  Join(TypeNameInFolder(old, remark));
+  EXPECT_EQ(remark, kKept);
+  EXPECT_EQ(ContentOf(old), "contents");
+  ASSERT_TRUE(QFile::copy(clip, InFolder("its'")));
+  Join(TypeNameInFolder(old, remark));
+  EXPECT_EQ(remark, kReplaced);
+  EXPECT_NE(ContentOf(old), "contents");
+}
+
 // The files that the joiner's command lines can cost the user.
 using CostOfAJoin = RealJoin;
 

@@ -141,6 +141,24 @@ TEST_F(StabiliserRuns, ExtractWritesTheMarkedSection) {
   EXPECT_EQ(Outputs(), QStringList("part.mp4"));
 }
 
+TEST_F(StabiliserRuns, KeepATypedPathOnShowWhileItIsProbed) {
+  const Gate gate(tools_.PathOf("gate"));
+  tools_.SizeProbeDoes(QString::fromStdString(gate.Wait()) + "exit 1");
+  auto& box = Get<TextBox>("Text1");
+  const QString typed = tools_.File("typed.mp4");
+  box.findChild<QLineEdit*>()->setText(typed);
+  QString during;
+  When([this] { return Text("Label6", 0) == "Cancel"; },
+       [&] {
+         box.EditFinished(-1);
+         during = box.Text();
+         gate.Open();
+       });
+  MessageOf(View());
+  EXPECT_EQ(during, typed);
+  EXPECT_EQ(box.Text(), source_);
+}
+
 TEST_F(StabiliserRuns, TestUsesTheMarkedSectionUntilOneIsExtracted) {
   Click(Test());
   const std::string part = "-ss 10 -i SOURCE -t 30.5 ";
