@@ -144,7 +144,7 @@ std::string DOSOutputs::ExecuteCommand(const std::string& CommandLine) {
   const std::function<void()> waiting = Waiting;
   const auto killTime = std::make_shared<std::optional<Clock::time_point>>();
   if (waiting) killTime_ = killTime;
-  auto due = waiting ? Clock::now() + kWaitingInterval : Clock::time_point::max();
+  auto due = waiting ? Clock::now() : Clock::time_point::max();
   const auto raiseWaitingIfDue = [&] {
     if (Clock::now() < due) return;
     waiting();
@@ -160,9 +160,9 @@ std::string DOSOutputs::ExecuteCommand(const std::string& CommandLine) {
 
   std::optional<std::string> block;
   do {
+    raiseWaitingIfDue();
     block = text->NextBlock(length, due);
     if (block && ReceiveOutputs) ReceiveOutputs(*block);
-    raiseWaitingIfDue();
   } while (!block || !block->empty());
   ReapEndedChildren();
   while (waiting && !tool->reaped) {

@@ -28,9 +28,10 @@ class DOSOutputs {
   // block may end in the middle of a word or of a character.
   std::function<void(const std::string& CommandOutputs)> ReceiveOutputs;
 
-  // Lets the caller process events: if it is set when a run starts, it is raised about every 20 ms
-  // during the run, except while a handler runs. Such a run lasts until the tool has exited too,
-  // and End can end it. If the program exits meanwhile, the tool is killed.
+  // Lets the caller process events: if it is set when a run starts, it is raised as soon as the
+  // tool is started and about every 20 ms after that, except while a handler runs. Such a run lasts
+  // until the tool has exited too, and End can end it. If the program exits meanwhile, the tool is
+  // killed.
   std::function<void()> Waiting;
 
   const std::string& CommandLine() const { return commandText_; }

@@ -51,6 +51,15 @@ TEST(ConsoleRunnerWaiting, IsRaisedOnTheCallersThreadAgainAndAgainWhileTheToolIs
   EXPECT_EQ(events.at(1), "late\n");
 }
 
+TEST(ConsoleRunnerWaiting, IsRaisedBeforeTheFirstBlock) {
+  DOSOutputs outputs;
+  int calls = 0;
+  outputs.Waiting = [&] { ++calls; };
+  outputs.ReceiveOutputs = [&](const std::string& /*block*/) { EXPECT_GE(calls, 1); };
+  outputs.ExecuteCommand("/bin/true");
+  EXPECT_GE(calls, 1);
+}
+
 TEST(ConsoleRunnerWaiting, IsRaisedBetweenBlocksThatKeepComing) {
   DOSOutputs outputs;
   int calls = 0;
