@@ -119,7 +119,7 @@ class GrowingList {
 
  private:
   RecordingTools tools_;
-  QString file_ = tools_.File("clip.mp4");
+  QString file_ = tools_.MakeFile("clip.mp4");
   Form4 form_;
   // Found once, so that the search through 6,000 controls is not measured.
   Label& add_ = form_.Find<Label>("Label1(0)");

@@ -1,5 +1,5 @@
-// Shows frames, details, tool tips and the context menu. Each handler sets all that it needs at
-// every move.
+// Shows outlines, details, tool tips and the context menu. The MouseMove handlers keep no state:
+// each sets anew at every move what it shows.
 #include "joiner/Form4.h"
 #include "platform/Menu.h"
 #include "shared/TextHelpers.h"

@@ -58,8 +58,9 @@ void Form4::InitGUI() {
   GiveHorizontalExtent(List1);
 }
 
-// A pixel is ten seconds. Numbers beyond 16 bits draw nothing: the ticks reach the ruler's end, the
-// labels only 32,000 seconds.
+// A pixel is ten seconds. A tick whose position, or a label whose number of seconds, doesn't fit
+// into 16 bits isn't drawn: the ticks reach the ruler's end, but the last label is that of 32,000
+// seconds.
 void Form4::DrawRuler() {
   const float base = Picture5.ScaleHeight() / 2 + 8;
   Picture5.DrawLine(0, base, Picture5.ScaleWidth(), base, kLight);

@@ -34,9 +34,9 @@ QString ConcatListText(int sections) {
 
 namespace {
 
-// Returns the path that the tool reads in a section's line of the list: an apostrophe ends the
-// quotes or begins them again, and outside of them a blank ends the path, unless it follows a
-// backslash. The line ends with an apostrophe of its own.
+// Returns the path that the tool reads in a section's line of the list. An apostrophe ends the
+// quotes or begins them again. Outside of the quotes a blank ends the path, and a backslash makes
+// the next character part of it. The apostrophe with which the line ends is read like the others.
 QString ListedPath(const QString& section) {
   QString path;
   bool quoted = true;

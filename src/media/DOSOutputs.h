@@ -30,8 +30,8 @@ class DOSOutputs {
 
   // Lets the caller process events: if it is set when a run starts, it is raised as soon as the
   // tool is started and about every 20 ms after that, except while a handler runs. Such a run lasts
-  // until the tool has exited too, and End can end it. If the program exits meanwhile, the tool is
-  // killed.
+  // until its stream has ended and the tool has exited, unless End ends it. If the program exits
+  // meanwhile, the tool is killed.
   std::function<void()> Waiting;
 
   const std::string& CommandLine() const { return commandText_; }

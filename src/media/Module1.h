@@ -9,7 +9,7 @@
 // are to be called on one thread.
 namespace kelvane {
 
-// Shows a message box with an exclamation icon and an OK button.
+// A function that tells the user an error, such as ShowErrorMessage.
 using ShowError = std::function<void(const std::string& text, const std::string& title)>;
 
 // Returns the short path of an existing file or folder. This is the path itself, made absolute, if
@@ -41,15 +41,15 @@ std::string PrivateListFile(const std::string& linksParent = "/tmp");
 void ClearShortPathsLeftBehind(const std::string& linksParent = "/tmp");
 
 // Returns the folders that can have a private folder of working files, the preferred one first:
-// "/var/tmp" and, if its path can go unquoted, and unescaped in a filter's text, the user's cache
-// folder ($XDG_CACHE_HOME or ~/.cache).
+// "/var/tmp", and the user's cache folder ($XDG_CACHE_HOME or ~/.cache) if that folder's path can
+// go unquoted on a command line and unescaped in a filter's text.
 std::vector<std::string> WorkFileParents();
 
 // Returns the path of a working file, in a private folder in the first of the `parents` in which
-// one can be made; a missing parent is made if its own folder exists. `name` consists of ASCII
-// letters, digits, "-" and ".". The same name gets the same path each time. The caller writes the
-// file and may remove it; otherwise it is removed when the program ends. Returns an empty text if
-// the private folder can't be made in any of them.
+// one can be made; a missing parent is made if the folder that is to contain it exists. `name`
+// consists of ASCII letters, digits, "-" and ".". The same name gets the same path each time. The
+// caller writes the file and may remove it; otherwise it is removed when the program ends. Returns
+// an empty text if the private folder can't be made in any of them.
 std::string PrivateWorkFile(const std::string& name,
                             const std::vector<std::string>& parents = WorkFileParents());
 

@@ -22,7 +22,7 @@ struct SizeReading {
   std::optional<std::string> width;
   std::optional<std::string> height;
   // True if the width has four digits: the block is nothing but a size. Otherwise the block is to
-  // be read as text as well, and what follows it only as text.
+  // be shown and searched for a duration as well, and no later block is to be read as a size.
   bool usedUp = false;
 };
 SizeReading ReadSize(std::string_view block);
@@ -46,7 +46,7 @@ class DurationReading {
  private:
   bool found_ = false;
   // Until the word is found, the end of the text, which may be the word's beginning. Then the word
-  // and as much of the text after it as is read.
+  // and what has come of the nine bytes after it.
   std::string kept_;
 };
 
@@ -55,9 +55,10 @@ class DurationReading {
 // lines end with carriage returns: EndOfLine cuts the text into them.
 std::optional<double> ReadProgress(std::string_view line);
 
-// Returns the time of the picture by a line of ffplay's status, "  12.34 A-V: -0.012 fd=   0", in
-// seconds: that of the player's clock (the sound's, if any), which may be far ahead, less its lead.
-// It is not-a-number until a picture has been shown. Returns std::nullopt for any other line.
+// Returns the time of the picture, in seconds, from a line of ffplay's status, such as
+// "  12.34 A-V: -0.012 fd=   0". There, 12.34 is the time of the player's clock (the sound's, if
+// there is sound), and -0.012 is how far that clock is ahead of the picture, which may be far. The
+// time is not-a-number until a picture has been shown. Returns std::nullopt for any other line.
 std::optional<double> ReadPlayedTime(std::string_view line);
 
 // Returns the last line of a tool's text that says what went wrong, without a "[name @ address]" at

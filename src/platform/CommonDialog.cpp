@@ -27,8 +27,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Returns the least size with which the dialog opens, in pixels. It is counted in characters, since
-// the dialog's text grows with the density of the screen.
+// Returns the least size, in pixels, with which the dialog opens if the screen has room for it. It
+// is a number of characters and lines, since the dialog's text grows with the screen's density.
 QSize MinimumSizeFor(const QFontMetricsF& text) {
   constexpr int kCharacters = 130;
   constexpr int kLines = 30;
@@ -54,10 +54,11 @@ void ShowPlaces(QFileDialog& dialog) {
   places->setMinimumWidth(places->sizeHintForColumn(0) + 2 * places->frameWidth());
 }
 
-// Makes the typed name the result. Qt's dialog would select the file of that name in its list,
-// return the selected file rather than the typed name, and deselect the file selected before only
-// while the name's box has the focus. On X11 the box may lose the focus when the completions close
-// quickly: a file whose name is the beginning of the typed one would stay selected and be returned.
+// Makes the typed name the result. Qt's dialog would select the file of that name in its list and
+// return the selected file rather than the typed name. It would deselect the previously selected
+// file only while the name's box has the focus. On X11 the box may lose the focus when the
+// completions close quickly: a file whose name is the beginning of the typed one would stay
+// selected and be returned.
 void PreferTypedName(QFileDialog& dialog) {
   const auto* name = dialog.findChild<QLineEdit*>(u"fileNameEdit"_s);
   auto* files = dialog.findChild<QListView*>(u"listView"_s)->selectionModel();
@@ -121,8 +122,8 @@ class RemarkLine : public QLabel {
   QString remark_;
 };
 
-// Adds a RemarkLine below the name, which is updated at each change of the name, the folder or the
-// files that it lists.
+// Adds a RemarkLine below the name. The line is updated at each change of the name, of the folder
+// and of the files in the folder.
 void AddRemark(QFileDialog& dialog, const std::function<QString(const QString& path)>& remarkOn) {
   auto* layout = qobject_cast<QGridLayout*>(dialog.layout());
   auto* types = dialog.findChild<QWidget*>(u"fileTypeCombo"_s);
@@ -153,6 +154,9 @@ void AddRemark(QFileDialog& dialog, const std::function<QString(const QString& p
   QObject::connect(name, &QLineEdit::textChanged, line, update);
   const auto* folder = dialog.findChild<QFileSystemModel*>();
   QObject::connect(folder, &QFileSystemModel::rootPathChanged, line, update);
+  // After a change of the folder, Qt clears the selection, which selectedFiles prefers to the name.
+  QObject::connect(dialog.findChild<QListView*>(u"listView"_s)->selectionModel(),
+                   &QItemSelectionModel::selectionChanged, line, update);
   // Files may come and go meanwhile.
   QObject::connect(folder, &QFileSystemModel::rowsInserted, line, update);
   QObject::connect(folder, &QFileSystemModel::rowsRemoved, line, update);

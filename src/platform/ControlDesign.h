@@ -57,7 +57,7 @@ struct ControlDesign {
   // For a screen reader.
   const char* meaning = "";             // what it is, if its caption doesn't say so
   std::optional<SpokenRole> role = {};  // if it isn't that of its class
-  const char* readOut = "";             // the label whose caption is a thumb's value
+  const char* readOut = "";  // of a thumb: the name of the label whose caption is its value
 };
 
 struct MenuDesign {

@@ -52,7 +52,7 @@ Form::Form(const FormDesign& design, std::span<const ControlDesign> controls,
 
   const int width = PixelsOfTwips(design.clientWidth);
   SetSize(QSize(width, PixelsOfTwips(design.clientHeight) + BarHeight(width)));
-  // Otherwise Qt would give the focus, without a frame, to the first control that takes it.
+  // Otherwise Qt would give the focus to the first control that takes it, without a focus frame.
   setFocus();
   LayOutArea();
 }
@@ -67,8 +67,8 @@ void Form::Load() {
 void Form::Show(Form* owner) {
   // The minimum must be set before the compositor gives the first size. Qt before 6.8 gets none:
   // Qt 6.4 would enforce it even against the compositor, which would then end the program.
-  constexpr bool kObeysCompositors = QT_VERSION >= QT_VERSION_CHECK(6, 8, 0);
-  if (kObeysCompositors && RunsOnWayland()) {
+  constexpr bool kQtObeysCompositors = QT_VERSION >= QT_VERSION_CHECK(6, 8, 0);
+  if (kQtObeysCompositors && RunsOnWayland()) {
     setMinimumSize(least_.expandedTo(minimumSize()));
   }
   if (owner != nullptr) {

@@ -15,8 +15,8 @@ class Label : public Control {
  public:
   Label(Container& container, const QString& name);
 
-  // Returns a new label like this one, but without a meaning, in the same container, which owns it.
-  // The new label is hidden if the container is on the screen.
+  // Returns a new label like this one, but without the Meaning that a screen reader is told, in the
+  // same container, which owns it. The new label is hidden if the container is on the screen.
   Label& Duplicate(const QString& name) const;
 
   bool Windowless() const override { return true; }

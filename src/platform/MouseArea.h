@@ -14,9 +14,9 @@ struct MouseEvent {
   int Index;   // of the control in its array; -1 if it is in none
   int Button;  // MouseButtons
   int Shift;   // 1 Shift, 2 Ctrl, 4 Alt, summed
-  // The position from the control's top left corner, in the unit of its container. In a picture box
-  // it counts from the corner of the box's inside. A picture box and a content area use their own
-  // unit.
+  // The position from the control's top left corner, in the unit of its container. A picture box's
+  // own events count from the corner of the box's inside. The events of a picture box and of a
+  // content area are in their own unit.
   float X;
   float Y;
 };

@@ -16,8 +16,8 @@ class PixelSized : public Stock {
  protected:
   int metric(QPaintDevice::PaintDeviceMetric metric) const override {
     constexpr int kDotsPerInch = 96;
-    const bool density = metric == QPaintDevice::PdmDpiX || metric == QPaintDevice::PdmDpiY;
-    return density ? kDotsPerInch : Stock::metric(metric);
+    const bool isDensity = metric == QPaintDevice::PdmDpiX || metric == QPaintDevice::PdmDpiY;
+    return isDensity ? kDotsPerInch : Stock::metric(metric);
   }
 };
 

@@ -25,9 +25,10 @@ namespace {
 QtMessageHandler formerMessageHandler = nullptr;
 
 // A message handler. If the connection to a Wayland compositor breaks, Qt prints a message on the
-// thread that notices it and then calls _exit, unless QT_WAYLAND_RECONNECT is set, by which Qt 6.8
-// connects again. Before Qt calls _exit, this has the user-interface thread call std::exit, as Qt
-// does when it loses an X server, so that tools are ended and files removed.
+// thread that notices it and then calls _exit, unless QT_WAYLAND_RECONNECT is set; Qt 6.8 then
+// connects again. Before Qt calls _exit, this function makes the user-interface thread call
+// std::exit, as Qt does when it loses an X server, so that the tools that must end with the program
+// are killed and its temporary files are removed.
 void ExitWithoutCompositor(QtMsgType type, const QMessageLogContext& context, const QString& text) {
   formerMessageHandler(type, context, text);
   if (qApp == nullptr || !text.startsWith("The Wayland connection "_L1) ||
@@ -94,8 +95,8 @@ void StartInUtf8(StartEnvironment& environment) {
 }
 
 // Turns each repaint into one of the whole window. If a compositor's unit is several pixels, Qt
-// rounds the region to flush to whole units after the widgets have painted it, which leaves a seam
-// of blank pixels around the region.
+// rounds the region that it sends to whole units, but only after the widgets have painted the
+// unrounded one, which leaves a seam of blank pixels around the region.
 class WholeRepaints : public QObject {
  public:
   using QObject::QObject;

@@ -19,7 +19,7 @@ class PointerRounder : public QObject {
       case QEvent::MouseButtonDblClick:
       case QEvent::MouseMove:
         // This flag marks the second press of a double-click, which Qt passes to no widget. A copy
-        // would lack the flag and reach them.
+        // would lack the flag, and Qt would pass it to a widget.
         if (static_cast<QMouseEvent*>(event)->flags().testFlag(Qt::MouseEventCreatedDoubleClick)) {
           return false;
         }

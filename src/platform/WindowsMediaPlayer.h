@@ -47,12 +47,12 @@ class WindowsMediaPlayer : public Control {
     void stop();
     // "mm:ss", or "hh:mm:ss" from an hour on; empty while URL is empty.
     QString currentPositionString() const;
-    // In seconds; 0 while the position is unknown or URL is empty. While a picture is sought, the
-    // time that is sought.
+    // In seconds; 0 while the position is unknown or URL is empty. Until a seek is done, this is
+    // the time to which it goes.
     double currentPosition() const;
     // Goes to the first picture at or after `seconds`, or else to the last one, and stays paused or
-    // playing. Doesn't wait for it; of several calls that come while another picture is sought only
-    // the last is done. An ended or stopped file is opened at that picture, paused. A value below 0
+    // playing. Doesn't wait for that; of several calls that come during one seek only the last is
+    // done. An ended or stopped file is opened at that picture, paused. A value below 0
     // means 0; one that isn't finite has no effect, and neither has a call without a URL.
     void setCurrentPosition(double seconds);
     // Goes `seconds` on, or back if `seconds` is negative, as setCurrentPosition does, at most to

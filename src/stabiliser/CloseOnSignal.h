@@ -9,8 +9,9 @@
 namespace kelvane {
 
 // Closes a window when SIGTERM, SIGINT or SIGHUP asks the program to end, so that the window is
-// unloaded first. A signal that the program ignores stays ignored. Only one may exist at a time.
-// Belongs to the user-interface thread. Has no effect if no descriptor is left for it.
+// unloaded first. A signal that the program ignores stays ignored. Only one CloseOnSignal may
+// exist at a time. Belongs to the user-interface thread. Has no effect if no descriptor is left for
+// it.
 class CloseOnSignal {
  public:
   // `window` must outlive this object.

@@ -48,7 +48,8 @@ bool IsTaken(const std::string& path) {
   return std::filesystem::exists(std::filesystem::symlink_status(path, ignored));
 }
 
-// False for a link that leads nowhere: the dialog doesn't ask before that is replaced.
+// False for a link that leads nowhere. Such a link is never replaced, since the dialog doesn't ask
+// about it.
 bool LeadsToAFile(const std::string& path) {
   std::error_code ignored;
   return std::filesystem::exists(path, ignored);

@@ -4,14 +4,15 @@
 
 namespace kelvane {
 
-// A new file. A tool writes it in its folder, but under a temporary name, and Keep renames it. A
-// file that isn't kept is removed with the object, or when the program ends. Not thread-safe.
+// A new file. A tool writes it into the folder where it is to be, but under a temporary name, and
+// Keep renames it. A file that isn't kept is removed with the object, or when the program ends. Not
+// thread-safe.
 class NewFile {
  public:
   // `path` is absolute and has an extension of 1 to 10 ASCII letters or digits, which the temporary
-  // name has too. Throws std::system_error if no file of that name can be made in the folder, also
-  // if the name is that of a link that leads nowhere, and another std::runtime_error if the folder
-  // can't be given a short path.
+  // name has too. Throws std::system_error if the temporary file can't be made in the folder, or if
+  // there is no file at `path` and none can be made, for example because a link that leads nowhere
+  // has the name. Throws a plain std::runtime_error if the folder can't be given a short path.
   explicit NewFile(const std::string& path);
   NewFile(const NewFile&) = delete;
   NewFile& operator=(const NewFile&) = delete;

@@ -26,7 +26,8 @@ QString Paragraphs(const QString& first, const QString& second);
 // Returns whether both paths lead to one existing file.
 bool IsSameFile(const QString& one, const QString& other);
 
-// The captions that act, except Label6(0), by index: of Label10, of Label12 and of Label14.
+// The labels that MakeCommand takes, by their indices in Label10, Label12 and Label14. The only
+// other one is Label6(0).
 enum Transport : int { Play = 0, Pause = 1, Stop = 2, Rewind = 3 };
 enum StabiliserCommand : int { Apply = 0, TestSettings = 2, ResetSettings = 3, LoadOther = 4 };
 enum RegionCommand : int { ExtractRegion = 0, ViewRegion = 1 };
@@ -39,7 +40,7 @@ enum Pass : int { Detecting = 0, Transforming = 1 };
 //
 // One tool runs at a time. The caption that started it then reads "Cancel", and the other captions
 // that start tools do nothing. Unlike the other windows, this one examines a tool's outcome: a run
-// that writes a file has succeeded if its exit status is 0 and the file has a video stream.
+// that writes a video has succeeded if its exit status is 0 and the file has a video stream.
 class Stabiliser : public Form3 {
   Q_OBJECT
  public:
@@ -75,7 +76,8 @@ class Stabiliser : public Form3 {
 
   void WireCommands();
   void WireTimeLine();
-  // Returns a caption of Label12, whose indices have a gap, which no ControlArray may have.
+  // Returns the Label12 of that index. A ControlArray must have all indices from 0, but there is no
+  // Label12(1).
   Label& Label12(int index) const;
   // Makes a caption light up under the pointer, and act when it is clicked with any button.
   void MakeCommand(Label& caption, void (Stabiliser::*action)());
@@ -92,7 +94,8 @@ class Stabiliser : public Form3 {
   // begin a click on a caption, and that click takes the paths itself.
   void TakeTypedPaths();
   // These choose the video whose path was typed, and return false if that fails or is cancelled. If
-  // `clicked` is the caption that asks for such a video, they discard the typed path instead.
+  // `clicked` is the caption that asks for such a video, they discard the typed path instead. While
+  // an action runs they have no effect and return true: its start has taken the paths.
   bool TakeTypedSource(const Label* clicked = nullptr);
   bool TakeTypedOther(const Label* clicked = nullptr);
   bool SetSource(const QString& path);
@@ -110,7 +113,7 @@ class Stabiliser : public Form3 {
   void ShowTimeLine();
   void DrawTimes();
   void MoveNeedle(Needle needle, double time);
-  // Moves the needle and shows its frame.
+  // Moves the needle and shows the video's picture at that time.
   void SetMark(Needle needle, double time);
   void DragNeedle(const MouseEvent& event);
   void MarkHere(Needle needle);
@@ -118,8 +121,8 @@ class Stabiliser : public Form3 {
   void ScrollTimeLine(double notches);
   // Scrolls as far as needed to show the needle.
   void ScrollTo(const PictureBox& needle);
-  // Places the strip, but leaves no gap between its end and the frame's edge if it fills the frame;
-  // a shorter strip stays at the left.
+  // Moves the strip's left edge to `left`, but not so far that the strip leaves a gap in the frame
+  // of the time line. A strip that is shorter than the frame stays at its left.
   void MoveStrip(float left);
   void ShowFrameAt(double time);
   // When the last picture of the source ends, in seconds.
@@ -156,7 +159,7 @@ class Stabiliser : public Form3 {
   // Returns a question if the disk may lack room for what the first pass writes.
   static QString LackOfRoom(const Stabilising& run, const std::string& transforms);
   // Probes the output of a run on `source` and sets succeeded_. Returns why the output can't be
-  // used, or a remark if its length differs from `seconds`, the length processed (0 if unknown).
+  // used, or a remark if its length differs from `seconds`, the expected one (0 if unknown).
   QString CheckOutput(const std::string& output, const VideoFacts& source, double seconds);
   // Returns the sentence with the reason that the last tool gave; empty if the run is cancelled.
   QString Failure(const QString& sentence) const;
@@ -171,7 +174,7 @@ class Stabiliser : public Form3 {
 
   std::optional<Video> source_;      // of the time line
   std::optional<Video> otherVideo_;  // to be stabilised instead of the source
-  // The path of the extracted section; empty once other marks or another video are chosen.
+  // The path of the extracted section; empty once other marks or another source are chosen.
   QString sample_;
   TimeScale scale_{1};
   std::array<double, 2> marks_{};  // by needle, in seconds
@@ -184,13 +187,13 @@ class Stabiliser : public Form3 {
   std::optional<LongJob> longJob_;  // from the first tool with a progress to the end of the action
   bool cancelled_ = false;
   bool started_ = false;         // whether the last tool could be started
-  int exitStatus_ = 0;           // of the last tool; that of a signal is negative
+  int exitStatus_ = 0;           // of the last tool, or minus the signal; -1 if neither is known
   std::string toolPath_;         // of the last tool
   bool succeeded_ = false;       // whether the last output can be used
   std::string printed_;          // by the last tool
   double processedSeconds_ = 0;  // of video, by the last RunLong
 
-  std::vector<Label*> commands_;  // the captions that act
+  std::vector<Label*> commands_;  // the labels that MakeCommand took
   std::array<QString, 7> designedReadOuts_;
   std::array<float, 7> designedThumbs_{};
 

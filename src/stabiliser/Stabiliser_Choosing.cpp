@@ -73,8 +73,8 @@ QString Stabiliser::AskForVideo(const QString& title) {
 
 void Stabiliser::TakeTypedPaths() {
   constexpr int kInterval = 20;  // ms
-  // The click that opened the dialog or started the action has taken the paths.
-  if (DialogIsOpen() || cancelCaption_ != nullptr) return;
+  // The click that opened the dialog has taken the paths.
+  if (DialogIsOpen()) return;
   if (QApplication::mouseButtons() != Qt::NoButton) {
     QTimer::singleShot(kInterval, this, [this] { TakeTypedPaths(); });
   } else if (TakeTypedSource()) {
@@ -84,7 +84,7 @@ void Stabiliser::TakeTypedPaths() {
 
 bool Stabiliser::TakeTypedSource(const Label* clicked) {
   const QString former = source_ ? source_->path : QString();
-  if (Text1.Text() == former) return true;
+  if (cancelCaption_ != nullptr || Text1.Text() == former) return true;
   const QString path = Trim(Text1.Text());
   const bool isDiscarded = path.isEmpty() || clicked == &Label6(0);
   if (!isDiscarded && SetSource(path)) return true;
@@ -95,7 +95,7 @@ bool Stabiliser::TakeTypedSource(const Label* clicked) {
 // An empty box stands for the video of the time line.
 bool Stabiliser::TakeTypedOther(const Label* clicked) {
   const QString former = VideoToStabilise() != nullptr ? VideoToStabilise()->path : QString();
-  if (Text5.Text() == former) return true;
+  if (cancelCaption_ != nullptr || Text5.Text() == former) return true;
   const QString path = Trim(Text5.Text());
   const bool isDiscarded = path.isEmpty() || clicked == &Label12(LoadOther);
   if (path.isEmpty()) otherVideo_.reset();

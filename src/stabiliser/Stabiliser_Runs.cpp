@@ -276,7 +276,8 @@ void Stabiliser::ApplyOptions() {
     replacesSource = source_ && IsSameFile(source_->path, path);
     return Paragraphs(u"The stabilised video has been saved as\n%1"_s.arg(path), message);
   });
-  // If another video was stabilised, the new file may have replaced that of the time line.
+  // If another video was stabilised, the new file may have replaced that of the time line. If the
+  // new file can't be read, the facts of the replaced one stay.
   if (replacesSource && Loaded()) SetSource(source_->path);
 }
 

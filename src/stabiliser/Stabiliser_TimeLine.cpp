@@ -85,7 +85,7 @@ void Stabiliser::DrawTimes() {
   const TimeScale::Ticks ticks = scale_.TicksFor(kLabelWidth);
   const double step = ticks.spacing / ticks.parts;
   const Precision precision = ticks.spacing < 1 ? Precision::kTenths : Precision::kSeconds;
-  for (int i = 0; i * step <= scale_.Length(); ++i) {
+  for (int i = 0; std::lround(scale_.PositionOf(i * step)) <= scale_.Width(); ++i) {
     const auto x = static_cast<float>(scale_.PositionOf(i * step));
     const bool major = i % ticks.parts == 0;
     const float tick = major ? 6 : 2;

@@ -34,7 +34,7 @@ void Form1::Command1_Click(int Index) {
   }
 }
 
-// Runs a command that both rows have.
+// Runs a command that the flat labels and the hidden buttons share.
 void Form1::RunCommand(int command) {
   switch (command) {
     case LoadVideo:

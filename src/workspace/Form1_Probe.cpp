@@ -76,8 +76,8 @@ void Form1::objDOS_ReceiveOutputs(const std::string& CommandOutputs) {
   }
 }
 
-// Shows the size that a block holds. Returns true if the block was only a size, and the next one is
-// to be read as a size as well.
+// Shows the size that a block holds. Returns SizeReading::usedUp: whether the block isn't to be
+// read as text as well, and the next one is to be read as a size again.
 bool Form1::ShowSize(const std::string& block) {
   const SizeReading size = ReadSize(WidenLineBreaks(block));
   if (size.width) {

@@ -72,7 +72,7 @@ TEST_F(CropOutput, OnAFullDiskShowsNoMessage) {
 
 using Preview = DesktopTest;
 
-TEST_F(Preview, ShowsTheCropRegionOfAVideoWithABlankInItsNameByALink) {
+TEST_F(Preview, ShowsTheCropRegionThroughALinkIfTheVideosNameHasABlank) {
   program.ReplaceTool("ffplay", R"(exec "$real" "$@")");
   video = program.PathOf("my video.mp4");
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(QSize(640, 360), 20));

@@ -34,7 +34,7 @@ class OnACompositor : public DesktopTest, public ::testing::WithParamInterface<O
   void TearDown() override {
     if (compositor_) {
       EXPECT_TRUE(program.Running());
-      // A coverage build counts only what a program that ends by itself has run.
+      // In a coverage build, what the program has run counts only if the program ends by itself.
       if (compositor_->CloseWindow()) program.AwaitExit(5s);
     }
     DesktopTest::TearDown();
@@ -81,9 +81,9 @@ class OnACompositor : public DesktopTest, public ::testing::WithParamInterface<O
   std::unique_ptr<Compositor> compositor_;
 };
 
-class UnderACompositor : public OnACompositor {
+class MainWindowUnderACompositor : public OnACompositor {
  protected:
-  UnderACompositor() : OnACompositor("kelvane") {}
+  MainWindowUnderACompositor() : OnACompositor("kelvane") {}
 
   void SetUp() override {
     OnACompositor::SetUp();
@@ -101,11 +101,11 @@ class UnderACompositor : public OnACompositor {
   }
 };
 
-TEST_P(UnderACompositor, HasFramesOnePixelWide) {
+TEST_P(MainWindowUnderACompositor, HasFramesOnePixelWide) {
   EXPECT_TRUE(WaitFor([&] { return window.FramesLieInPlace(); }));
 }
 
-TEST_P(UnderACompositor, ShowsTheVideoUnscaledAndMovesBarsByPixels) {
+TEST_P(MainWindowUnderACompositor, ShowsTheVideoUnscaledAndMovesBarsByPixels) {
   video = program.PathOf("chequers.mkv");
   ASSERT_TRUE(MakeChequers(video, kClip, 60));
   ASSERT_NO_FATAL_FAILURE(Load(video));
@@ -127,13 +127,13 @@ TEST_P(UnderACompositor, ShowsTheVideoUnscaledAndMovesBarsByPixels) {
   }));
 }
 
-class UnderACompositorAtAFraction : public OnACompositor {
+class MainWindowAtAFractionalScale : public OnACompositor {
  protected:
-  UnderACompositorAtAFraction() : OnACompositor("kelvane") {}
+  MainWindowAtAFractionalScale() : OnACompositor("kelvane") {}
 };
 
 // The compositor may blend the pixels at the edges.
-TEST_P(UnderACompositorAtAFraction, IsAsLargeInPixelsOfTheScreenAsAtScale1) {
+TEST_P(MainWindowAtAFractionalScale, IsAsLargeInPixelsOfTheScreenAsAtScale1) {
   EXPECT_TRUE(WaitFor([&] {
     const QRect area = AreaUnderMenus(screen, OutputWindow(), kDark);
     if (area.isEmpty()) return false;
@@ -242,10 +242,11 @@ const std::vector<Outputs> kOutputs = {
 std::string NameOf(const ::testing::TestParamInfo<Outputs>& tested) { return tested.param.name; }
 
 INSTANTIATE_TEST_SUITE_P(Outputs, LostCompositor, ::testing::Values(kOutputs.front()), NameOf);
-INSTANTIATE_TEST_SUITE_P(Outputs, UnderACompositorAtAFraction,
+INSTANTIATE_TEST_SUITE_P(Outputs, MainWindowAtAFractionalScale,
                          ::testing::Values(Outputs{"Scale1AndAHalf", {{{1500, 900}, 1.5}}}),
                          NameOf);
-INSTANTIATE_TEST_SUITE_P(Outputs, UnderACompositor, ::testing::ValuesIn(kOutputs), NameOf);
+INSTANTIATE_TEST_SUITE_P(Outputs, MainWindowUnderACompositor, ::testing::ValuesIn(kOutputs),
+                         NameOf);
 INSTANTIATE_TEST_SUITE_P(Outputs, JoinerUnderACompositor, ::testing::ValuesIn(kOutputs), NameOf);
 INSTANTIATE_TEST_SUITE_P(Outputs, SectionsUnderACompositor, ::testing::ValuesIn(kOutputs), NameOf);
 

@@ -92,7 +92,7 @@ TEST_F(AddSection, UpdatesListAndCountBeforeTheProbeRunsAndTheTotalsLast) {
 }
 
 TEST_F(AddSection, TrimsTheNameAndProbesThePreviousFileAgainIfThereIsNoneOfThatName) {
-  const QString trailing = tools_.File("b.mp4 ");
+  const QString trailing = tools_.MakeFile("b.mp4 ");
   Add(trailing);
   const std::string a = AddSectionOf("a.mp4").toStdString();
   Add(trailing);
@@ -119,13 +119,13 @@ TEST_F(SaveList, WritesEveryPathAsItIsListedWithCarriageReturnAndLineFeed) {
 }
 
 TEST_F(SaveList, ReplacesAnExistingFileWithoutAQuestion) {
-  const QString existing = tools_.File("existing.txt");
+  const QString existing = tools_.MakeFile("existing.txt");
   SaveTo(existing);
   EXPECT_EQ(ContentOf(existing), "") << "a list without sections isn't empty";
 }
 
 TEST_F(SaveList, SaysWhatBecomesOfTheFileWhileItsNameIsTyped) {
-  tools_.File("old list");
+  tools_.MakeFile("old list");
   const QString replaced = "This file exists: it will be replaced.";
   const QString noFolder = "No file can be written in this folder.";
   for (const auto& [name, expected, changed] : {std::tuple("my list", QString(), Texts{"my list"}),
@@ -160,8 +160,8 @@ using DroppedSections = JoinerWindowTest;
 
 TEST_F(DroppedSections, AreAddedInTheOrderOfTheDropEachAsIfChosenInTheDialog) {
   tools_.DurationProbeDoes(Print("  Duration: 00:10:00.00, start: 0.000000\n"));
-  const QString b = tools_.File("b.mp4");
-  const QString a = tools_.File("a.mp4");
+  const QString b = tools_.MakeFile("b.mp4");
+  const QString a = tools_.MakeFile("a.mp4");
   EXPECT_TRUE(DropFiles(TimeChart(), {b, a, b}));
   EXPECT_TRUE(tools_.Runs().empty()) << "a probe has begun before the drop was answered";
   EXPECT_TRUE(WaitFor([&] { return Paths().ListCount() == 3; }));
@@ -172,8 +172,8 @@ TEST_F(DroppedSections, AreAddedInTheOrderOfTheDropEachAsIfChosenInTheDialog) {
 }
 
 TEST_F(DroppedSections, OfASecondDropComeAfterThoseOfTheFirst) {
-  const QString a = tools_.File("a.mp4");
-  const QString b = tools_.File("b.mp4");
+  const QString a = tools_.MakeFile("a.mp4");
+  const QString b = tools_.MakeFile("b.mp4");
   // The second drop arrives while the first section is added.
   Get<Label>("Label3", TotalSections).Change = [&](int) {
     Get<Label>("Label3", TotalSections).Change = nullptr;

@@ -38,7 +38,7 @@ TEST_F(JoinByCopy, RunsTheToolWithoutAnOutputIfTheDialogIsCancelled) {
 
 TEST_F(JoinByCopy, ReplacesALinkInThePlaceOfItsListAndNotTheFileBehindIt) {
   AddSectionOf("a.mp4");
-  const QString target = tools_.File("target.txt");
+  const QString target = tools_.MakeFile("target.txt");
   const QString missing = InFolder("missing.txt");
   for (const QString& linked : {target, missing}) {
     QFile::remove(InFolder("files.txt"));
@@ -51,7 +51,7 @@ TEST_F(JoinByCopy, ReplacesALinkInThePlaceOfItsListAndNotTheFileBehindIt) {
   EXPECT_FALSE(QFile::exists(missing));
 }
 
-TEST_F(JoinByCopy, LeavesAFolderInThePlaceOfItsListAndRunsTheTool) {
+TEST_F(JoinByCopy, KeepsAFolderThatHasTheNameOfItsListAndRunsTheTool) {
   ASSERT_TRUE(QDir(tools_.Path()).mkpath("files.txt/inside"));
   EXPECT_EQ(JoinTo("/tmp/all.mp4"), (Texts{"Save Video As", kSuccess}));
   EXPECT_EQ(Joins(), Texts{CopyRun("/tmp/all.mp4")});
@@ -61,13 +61,13 @@ TEST_F(JoinByCopy, LeavesAFolderInThePlaceOfItsListAndRunsTheTool) {
 // The program's folder is a file here, so that not even root can make a list in it.
 TEST_F(JoinByCopy, WritesAPrivateListIfTheProgramsFolderTakesNone) {
   AddSectionOf("a.mp4");
-  App::setPath(tools_.File("no-folder").toStdString());
+  App::setPath(tools_.MakeFile("no-folder").toStdString());
   EXPECT_EQ(JoinTo("/tmp/all.mp4"), (Texts{"Save Video As", kSuccess}));
   EXPECT_EQ(ContentOf(QString::fromStdString(PrivateListFile())), ListLine("a.mp4"));
 }
 
 TEST_F(JoinByCopy, ReportsSuccessEvenIfTheToolFailsOrIsMissing) {
-  const QString output = tools_.File("all.mp4");
+  const QString output = tools_.MakeFile("all.mp4");
   for (const char* end : {"exit 1\n", "kill -KILL $$\n"}) {
     tools_.FfmpegDoes(end);
     EXPECT_EQ(JoinTo(output), (Texts{"Save Video As", kSuccess}));
@@ -134,7 +134,7 @@ TEST_F(JoinByCopy, RunsNoToolIfTheOtherModeIsChosenDuringTheWait) {
   EXPECT_EQ(Joins(), Texts{});
 }
 
-TEST_F(JoinByCopy, LetsASecondJoinDuringTheWaitEndFirstAndUsesItsList) {
+TEST_F(JoinByCopy, LetsASecondJoinDuringTheWaitEndFirstAndUsesTheSecondJoinsList) {
   AddThree();
   Texts captions;
   DuringTheWait([&] {
@@ -179,11 +179,11 @@ TEST_F(JoinByCopy, SkipsABlockForWhichMemoryIsShortAndReadsTheNext) {
 }
 
 // Nothing in the program reads this list, List2.
-TEST_F(JoinByCopy, ListsTheIntermediatesOfTheRemainingSectionsAtEachStart) {
+TEST_F(JoinByCopy, ListsTheIntermediatesOfTheRemainingSectionsThatHaveAFolderAtEachStart) {
   AddThree();
   AddSectionOf("d.mp4");
   Remove(3);
-  Paths().setList(0, "no-folder.mp4");
+  Paths().setList(0, "no-folder.mp4");  // takes the number 01, but isn't listed
   const Texts once = {Path("intermediate02.ts"), Path("intermediate03.ts")};
   const auto& intermediates = Get<ListBox>("List2");
   Join([&](QDialog& dialog) {
@@ -196,7 +196,7 @@ TEST_F(JoinByCopy, ListsTheIntermediatesOfTheRemainingSectionsAtEachStart) {
 
 using JoinerTools = JoinerWindowTest;
 
-TEST_F(JoinerTools, RunFromAFolderWithABlankInItsNameByAShortName) {
+TEST_F(JoinerTools, AreRunByAShortPathIfTheirFolderHasABlankInItsName) {
   const QString folder = InFolder("my program");
   ASSERT_TRUE(QDir().mkpath(folder));
   for (const char* tool : {"/ffmpeg", "/ffprobe"}) {

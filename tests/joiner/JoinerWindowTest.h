@@ -80,7 +80,7 @@ class JoinerWindowTest : public OpenWindowTest<Form4> {
   }
   // Makes a file, lets the probe print `text`, and adds the file. Returns its path.
   QString AddPrinting(const QString& name, const QString& text) const {
-    QString file = tools_.File(name);
+    QString file = tools_.MakeFile(name);
     tools_.DurationProbeDoes(Print(text));
     Add(file);
     return file;

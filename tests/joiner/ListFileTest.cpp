@@ -125,7 +125,7 @@ TEST_F(JoinListFile, IsRemovedInBothPlacesIfItIsWrittenWholeInNeither) {
 }
 
 TEST_F(JoinListFile, IsNotWrittenThroughALinkThatIsMadeInItsPlaceAfterItsRemoval) {
-  const QString target = tools_.File("target.txt");
+  const QString target = tools_.MakeFile("target.txt");
   afterRemoval = [&] { EXPECT_TRUE(QFile::link(target, InFolder("files.txt"))); };
   JoinTo("/tmp/all.mp4");
   EXPECT_FALSE(std::exchange(afterRemoval, nullptr));

@@ -74,7 +74,7 @@ TEST_F(SectionProbe, WithoutADurationOrWithoutItsToolListsThePathAlone) {
   EXPECT_EQ(Shown(TotalDurationSeconds), "00,000") << "the totals aren't written at each block";
   EXPECT_EQ(Shown(TotalRuntime), "00:00:00");
   tools_.Remove("ffprobe");
-  Add(tools_.File("b.mp4"));
+  Add(tools_.MakeFile("b.mp4"));
   EXPECT_EQ(PathsListed(), (Texts{Path("a.txt"), Path("b.mp4")}));
   EXPECT_EQ(Shown(TotalSections), "Total Sections: 02");
   EXPECT_EQ(Rows(), Texts{});
@@ -93,7 +93,7 @@ TEST_F(SectionProbe, ListsThePathAloneWhicheverAllocationFails) {
   });
   After(Get<Label>("Label1", AddVideoSection).MouseUp,
         [&](const MouseEvent& /*event*/) { count = Allocations() - before; });
-  const QString video = tools_.File("a.mp4");
+  const QString video = tools_.MakeFile("a.mp4");
   Add(video);
   Add(video);  // Only the first one reserves memory for the list of started tools.
   const std::size_t all = count;
@@ -121,7 +121,7 @@ TEST_F(SectionProbe, PaintsAStripButServesNoEventsWhileTheToolRuns) {
     }
   };
   tools_.DurationProbeDoes(Print("Duration: 00:10:00.00, start\n") + Wait(gate) + Print("end\n"));
-  Add(tools_.File("a.mp4"));
+  Add(tools_.MakeFile("a.mp4"));
   EXPECT_TRUE(gate.IsPassed());
   ServePendingEvents();
   EXPECT_TRUE(served);

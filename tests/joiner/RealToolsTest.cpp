@@ -110,7 +110,7 @@ TEST_F(RealJoin, PrintsWhyItFailsIfItsLineIsRunByHand) {
 TEST_F(RealJoin, InTheOtherModeMakesTransportStreamsThatPlayAndReplaceFilesOfTheirNames) {
   AddClip("a.mp4", 2);
   AddClip("ü.mp4", 3);
-  tools_.File("intermediate01.ts");
+  tools_.MakeFile("intermediate01.ts");
   TranscodeAll();
   EXPECT_EQ(Pictures(InFolder("intermediate01.ts")), 2 * kFrames);
   EXPECT_EQ(Pictures(InFolder("intermediate02.ts")), 3 * kFrames);
@@ -126,8 +126,8 @@ TEST_P(JoinRemarks, SayWhatTheToolDoes) {
   Remove(3);
   ASSERT_TRUE(QFile::link(InFolder("c.mp4"), InFolder("link.mp4")));
   ASSERT_TRUE(QDir(tools_.Path()).mkdir("folder.mp4"));
-  for (const char* old : {"old.mp4", "old"}) tools_.File(old);
-  tools_.File("files.txt");
+  for (const char* old : {"old.mp4", "old"}) tools_.MakeFile(old);
+  tools_.MakeFile("files.txt");
   const Snapshot before(tools_.Path());
   QString remark;
   Join(TypeNameInFolder(InFolder(GetParam().typed), remark));
@@ -170,7 +170,7 @@ INSTANTIATE_TEST_SUITE_P(
     [](const auto& tested) { return std::string(tested.param.name); });
 
 TEST_F(RealJoin, WithoutAFirstSectionKeepsWhatExistsAsTheDialogSays) {
-  const QString old = tools_.File("old.mp4");
+  const QString old = tools_.MakeFile("old.mp4");
   QString remark;
   Join(TypeNameInFolder(old, remark));
   EXPECT_EQ(remark, kKept);
@@ -180,7 +180,7 @@ TEST_F(RealJoin, WithoutAFirstSectionKeepsWhatExistsAsTheDialogSays) {
 TEST_F(RealJoin, OpensAFirstSectionByItsNameWithoutTheApostropheAsTheDialogSays) {
   // Behind the apostrophe, a backslash keeps the blank from ending the name.
   AddClip("it's\\ one.mp4", 1);
-  const QString old = tools_.File("old.mp4");
+  const QString old = tools_.MakeFile("old.mp4");
   QString remark;
   Join(TypeNameInFolder(old, remark));
   EXPECT_EQ(remark, kKept);
@@ -196,7 +196,7 @@ TEST_F(RealJoin, OpensAFirstSectionThatEndsInABackslashByAnotherNameAsTheDialogS
   const QString clip = MakeClip("clip.mp4", 1);
   ASSERT_TRUE(QFile::copy(clip, InFolder("it's\\")));
   Add(InFolder("it's\\"));
-  const QString old = tools_.File("old.mp4");
+  const QString old = tools_.MakeFile("old.mp4");
   QString remark;
   Join(TypeNameInFolder(old, remark));
   EXPECT_EQ(remark, kKept);
@@ -223,9 +223,9 @@ TEST_F(CostOfAJoin, AnOutputWithASectionsNameBeforeABlankEmptiesThatSection) {
 TEST_F(CostOfAJoin, AnOutputWithABlankReplacesTheFileOfEachPart) {
   AddClip("a.mp4", 1);
   AddClip("b.mp4", 2);
-  tools_.File("old.mp4");
+  tools_.MakeFile("old.mp4");
   ASSERT_TRUE(QDir::current().mkdir("current"));
-  tools_.File("current/holiday.mp4");
+  tools_.MakeFile("current/holiday.mp4");
   QDir::setCurrent(InFolder("current"));
   JoinTo(InFolder("old.mp4 holiday.mp4"));
   EXPECT_EQ(DecodedPictures(InFolder("old.mp4")), 3 * kFrames);
@@ -255,7 +255,7 @@ TEST_F(CostOfAJoin, ASectionThatIsChosenAsTheOutputIsLost) {
 TEST_F(CostOfAJoin, AnOutputThatIsAListReplacesTheFilesOfItsPiecesEvenASection) {
   const QString section = AddClip("all0.ts", 2);
   const std::string before = ContentOf(section);
-  tools_.File("all.m3u8");
+  tools_.MakeFile("all.m3u8");
   JoinTo(InFolder("all.m3u8"));
   EXPECT_NE(ContentOf(section), before);
   EXPECT_EQ(ContentOf(InFolder("all.m3u8")).substr(0, 7), "#EXTM3U");
@@ -264,7 +264,7 @@ TEST_F(CostOfAJoin, AnOutputThatIsAListReplacesTheFilesOfItsPiecesEvenASection) 
 TEST_F(CostOfAJoin, AnApostropheAndALineBreakInANameAddALineToTheList) {
   MakeClip("a.mp4", 1);
   MakeClip("b.mp4", 2);
-  const QString crafted = tools_.File("a.mp4'\nfile 'b.mp4");
+  const QString crafted = tools_.MakeFile("a.mp4'\nfile 'b.mp4");
   const DialogAnswers answers({[&](QDialog& dialog) {
     dynamic_cast<QFileDialog&>(dialog).selectFile(crafted);
     dialog.accept();
@@ -277,8 +277,8 @@ TEST_F(CostOfAJoin, AnApostropheAndALineBreakInANameAddALineToTheList) {
 
 TEST_F(CostOfAJoin, ABlankInASectionsNameCanMakeTranscodingReplaceAnotherFile) {
   MakeClip("clip.mp4", 1);
-  tools_.File("precious.mp4");
-  Add(tools_.File("clip.mp4 precious.mp4"));
+  tools_.MakeFile("precious.mp4");
+  Add(tools_.MakeFile("clip.mp4 precious.mp4"));
   TranscodeAll();
   EXPECT_EQ(DecodedPictures(InFolder("precious.mp4")), kFrames);
 }
@@ -290,7 +290,7 @@ TEST_F(CostOfAJoin, ABlankInAFoldersNameCanMakeTranscodingReplaceAFileAnywhere) 
   ASSERT_TRUE(QFile::copy(InFolder("clip.mp4"), precious));
   ASSERT_TRUE(QFile::resize(precious, 0));
   ASSERT_TRUE(QDir::current().mkpath("clip.mp4 " + elsewhere.path()));
-  Add(tools_.File("clip.mp4 " + precious));
+  Add(tools_.MakeFile("clip.mp4 " + precious));
   TranscodeAll();
   EXPECT_EQ(DecodedPictures(precious), kFrames);
 }

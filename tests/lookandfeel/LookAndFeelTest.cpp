@@ -22,7 +22,7 @@ constexpr ControlDesign kLists[]{
     {.name = "ListView1", .controlClass = ControlClass::kListView, .place = {0, 0, 4500, 3000}},
     {.name = "List1", .controlClass = ControlClass::kListBox, .place = {4500, 0, 4500, 3000}}};
 
-TEST(LookAndFeel, MakesAHeaderOfButtonsFlatAndAFlatOneAHeaderOfButtons) {
+TEST(LookAndFeel, TogglesAHeaderBetweenButtonsAndFlat) {
   const Form form(kForm, kLists);
   auto& table = form.Find<ListView>("ListView1");
   ToggleFlatHeaders(table);
@@ -31,7 +31,7 @@ TEST(LookAndFeel, MakesAHeaderOfButtonsFlatAndAFlatOneAHeaderOfButtons) {
   EXPECT_TRUE(table.HeaderButtons());
 }
 
-TEST(LookAndFeel, LetsAListScrollHorizontallyOver900Pixels) {
+TEST(LookAndFeel, GivesAListAHorizontalExtentOf900Pixels) {
   const Form form(kForm, kLists);
   auto& list = form.Find<ListBox>("List1");
   GiveHorizontalExtent(list);

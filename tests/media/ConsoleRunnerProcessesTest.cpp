@@ -221,7 +221,7 @@ TEST(ConsoleRunnerDescriptors, OfARunAreClosedInProgramsThatOtherCodeStarts) {
 
 TEST(ConsoleRunnerDescriptors, AreAllClosedHoweverARunEnds) {
   const TemporaryFolder folder;
-  const std::string notExecutable = folder.File("not-executable");
+  const std::string notExecutable = folder.MakeFile("not-executable");
   DOSOutputs throwing;
   throwing.ReceiveOutputs = Throw;
   const std::set<int> before = OpenDescriptors();

@@ -32,7 +32,7 @@ TEST(ConsoleRunner, DeliversAnyBytesInBlocksOfAtMost256AndAnEmptyOneAtTheEnd) {
   const TemporaryFolder folder;
   for (const std::size_t size : {0U, 1U, 255U, 256U, 257U, 513U, kMebibyte}) {
     const std::string text = AnyBytes(size);
-    const Events events = RunLine("/bin/cat " + folder.File("text", text));
+    const Events events = RunLine("/bin/cat " + folder.MakeFile("text", text));
     EXPECT_TRUE(Joined(events) == text) << size;
     EXPECT_EQ(std::ranges::count(events, std::string()), 1) << size;
     EXPECT_EQ(events.back(), "") << size;
@@ -77,7 +77,7 @@ TEST(ConsoleRunner, RaisesItsEventOnTheThreadOfItsCaller) {
 
 TEST(ConsoleRunner, StartsEachRunWithEmptyOutputsAndAppendsEachBlock) {
   const TemporaryFolder folder;
-  const std::string line = "/bin/cat " + folder.File("text", AnyBytes(1000));
+  const std::string line = "/bin/cat " + folder.MakeFile("text", AnyBytes(1000));
   DOSOutputs outputs;
   for (int run = 0; run < 2; ++run) {
     std::string received;
@@ -100,11 +100,11 @@ TEST(ConsoleRunner, EndsTheRunOfAFailingOrKilledToolLikeAnyOther) {
 
 TEST(ConsoleRunner, RaisesNoEventAndKeepsOutputsIfNoToolCanBeStarted) {
   const TemporaryFolder folder;
-  const std::string notExecutable = folder.File("not-executable", "#!/bin/sh\necho ran\n");
-  const std::string noFormat = folder.File("no-format", "echo ran\n");
+  const std::string notExecutable = folder.MakeFile("not-executable", "#!/bin/sh\necho ran\n");
+  const std::string noFormat = folder.MakeFile("no-format", "echo ran\n");
   std::filesystem::permissions(noFormat, std::filesystem::perms::owner_all);
   const std::string noInterpreter = folder.Script("no-interpreter", "");
-  folder.File("no-interpreter", "#!/missing/interpreter\n");
+  folder.MakeFile("no-interpreter", "#!/missing/interpreter\n");
   const std::string withBlank = folder.Script("my tool", "echo ran");
   const std::string tooLong = "/bin/echo " + std::string(4 * kMebibyte, 'x');
   for (const std::string& line :

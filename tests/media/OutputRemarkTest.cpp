@@ -17,7 +17,7 @@ namespace {
 namespace fs = std::filesystem;
 
 // Returns a remark as a user who isn't root gets it.
-std::string RemarkForAnotherUser(const std::string& path, const auto& remarkOn) {
+std::string RemarkForAnOrdinaryUser(const std::string& path, const auto& remarkOn) {
   constexpr uid_t kNobody = 65534;
   std::array<int, 2> pipe{};
   EXPECT_EQ(::pipe(pipe.data()), 0);
@@ -40,28 +40,28 @@ TEST(OutputRemark, SaysThatNothingIsWrittenWhereTheUserHasNoPermission) {
   const TemporaryFolder folder;
   const std::string noFile = "No file can be written in this folder.";
   const std::string kept = "This file exists: it will be kept, and nothing written.";
-  const std::string old = folder.File("old.mp4");
-  const std::string list = folder.File("list.M3U8");
+  const std::string old = folder.MakeFile("old.mp4");
+  const std::string list = folder.MakeFile("list.M3U8");
   constexpr auto kRead = fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read;
   constexpr auto kEnter = fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec;
   constexpr auto kWrite = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
   fs::permissions(folder.path(), kRead | kEnter);
   fs::permissions(old, kRead);
-  EXPECT_EQ(RemarkForAnotherUser(folder / "new.mp4", OutputRemark), noFile);
-  EXPECT_EQ(RemarkForAnotherUser(old, OutputRemark), kept);
+  EXPECT_EQ(RemarkForAnOrdinaryUser(folder / "new.mp4", OutputRemark), noFile);
+  EXPECT_EQ(RemarkForAnOrdinaryUser(old, OutputRemark), kept);
   fs::permissions(old, kRead | kWrite);
-  EXPECT_EQ(RemarkForAnotherUser(old, OutputRemark), kFileIsReplaced);
+  EXPECT_EQ(RemarkForAnOrdinaryUser(old, OutputRemark), kFileIsReplaced);
   fs::permissions(list, kRead | kWrite);
-  EXPECT_EQ(RemarkForAnotherUser(list, OutputRemark), kept) << "a list needs a writable folder";
-  EXPECT_EQ(RemarkForAnotherUser(list, WriteRemark), kFileIsReplaced);
+  EXPECT_EQ(RemarkForAnOrdinaryUser(list, OutputRemark), kept) << "a list needs a writable folder";
+  EXPECT_EQ(RemarkForAnOrdinaryUser(list, WriteRemark), kFileIsReplaced);
   fs::permissions(folder.path(), kRead | kWrite | kEnter);
   fs::permissions(list, kRead);
-  EXPECT_EQ(RemarkForAnotherUser(list, OutputRemark), kFileIsReplaced);
-  EXPECT_EQ(RemarkForAnotherUser(list, WriteRemark), kept);
+  EXPECT_EQ(RemarkForAnOrdinaryUser(list, OutputRemark), kFileIsReplaced);
+  EXPECT_EQ(RemarkForAnOrdinaryUser(list, WriteRemark), kept);
   fs::permissions(folder.path(), kRead | kWrite);
-  EXPECT_EQ(RemarkForAnotherUser(folder / "new.mp4", OutputRemark), noFile);
+  EXPECT_EQ(RemarkForAnOrdinaryUser(folder / "new.mp4", OutputRemark), noFile);
   fs::permissions(folder.path(), kRead | kWrite | kEnter);
-  EXPECT_EQ(RemarkForAnotherUser(folder / "new.mp4", OutputRemark), "");
+  EXPECT_EQ(RemarkForAnOrdinaryUser(folder / "new.mp4", OutputRemark), "");
 }
 
 }  // namespace

@@ -56,7 +56,7 @@ class PrivateFolder : public ::testing::Test {
 
   TemporaryFolder files_;
   TemporaryFolder links_;
-  std::string file_ = files_.File("my clip.mp4", "the clip");
+  std::string file_ = files_.MakeFile("my clip.mp4", "the clip");
 };
 
 TEST_F(PrivateFolder, IsOpenToItsUserAlone) {
@@ -110,7 +110,7 @@ TEST_F(PrivateFolder, HasAPlaceForEachWorkingFile) {
 }
 
 TEST_F(PrivateFolder, OfWorkingFilesIsInTheFirstParentThatTakesIt) {
-  const std::string file = links_.File("no-folder");
+  const std::string file = links_.MakeFile("no-folder");
   const std::string made = links_ / "made";
   const TemporaryFolder other;
   const auto parentFor = [](const Names& parents) {
@@ -158,7 +158,7 @@ TEST_F(PrivateFolder, KeepsForeignFilesAndLinksWhenTheProgramEnds) {
   Process program = Program("wait");
   const fs::path shortPath = program.ReadLine();
   const fs::path folder = shortPath.parent_path();
-  links_.File(folder.filename().string() + "/foreign", "foreign");
+  links_.MakeFile(folder.filename().string() + "/foreign", "foreign");
   fs::create_symlink(file_, folder / "foreign.mp4");
   End(program);
   EXPECT_EQ(ReadFile(folder / "foreign"), "foreign");
@@ -217,7 +217,7 @@ TEST_F(PrivateFolder, IsNotLockedByAChildOfACrashedProgram) {
 
 TEST_F(PrivateFolder, IsKeptByALaterStartIfItHoldsAForeignFile) {
   const std::string folder = FolderLeftBehind();
-  links_.File(fs::path(folder).filename().string() + "/foreign", "foreign");
+  links_.MakeFile(fs::path(folder).filename().string() + "/foreign", "foreign");
   fs::create_directory(folder + "/inner");
   fs::create_directory(folder + "/work-folder");
   fs::create_symlink(file_, folder + "/inner/link");
@@ -233,7 +233,7 @@ TEST_F(PrivateFolder, IsAllThatALaterStartRemoves) {
   const TemporaryFolder elsewhere;
   fs::create_symlink(file_, elsewhere / "link");
   fs::create_symlink(elsewhere.path(), links_ / FolderName("aLink0"));
-  links_.File(FolderName("aFile0"));
+  links_.MakeFile(FolderName("aFile0"));
   ASSERT_EQ(::mkfifo((links_ / FolderName("aPipe0")).c_str(), S_IRWXU), 0);
   for (const std::string& name :
        {std::string("kelvane"), "kelvane-" + std::to_string(::geteuid() + 1) + "-abcdef",
@@ -258,7 +258,7 @@ TEST_F(PrivateFolder, OfAnotherUserIsKeptByALaterStart) {
 
 TEST_F(PrivateFolder, IsClearedWithoutLeakingADescriptor) {
   FolderLeftBehind();
-  links_.File(FolderName("aFile0"));
+  links_.MakeFile(FolderName("aFile0"));
   Short();
   const std::set<int> before = OpenDescriptors();
   ClearShortPathsLeftBehind(links_.path());

@@ -55,7 +55,7 @@ TEST_F(ShortFileName, IsThePathItselfIfThatIsSafeOnACommandLine) {
         // Valid UTF-8 of two to four bytes.
         "M\u00E4rz.mp4", "\u65E5\u672C.mp4", "\U0001F3AC.mp4", "\u0416.mp4", "\uFFFD.mp4",
         "\uD7FF\uE000.mp4", "\U0010FFFD.mp4"}) {
-    const std::string path = files_.File(name);
+    const std::string path = files_.MakeFile(name);
     EXPECT_EQ(ShortIn(links_ / "missing", path), path) << "a link was tried";
   }
 }
@@ -87,39 +87,41 @@ TEST_F(ShortFileName, IsALinkWithAnUnderscoreForEachCharacterThatIsNotSafeOnACom
       {"r\xED\xA0\x80.mp4", "r___.mp4"},
       {"s\xF4\x90\x80\x80.mp4", "s____.mp4"},
       {"t\xF5\x80\x80\x80.mp4", "t____.mp4"}};
-  for (const auto& [name, link] : cases) ExpectLink(files_.File(name), link);
+  for (const auto& [name, link] : cases) ExpectLink(files_.MakeFile(name), link);
   // Only the folder's name isn't safe.
   fs::create_directory(files_ / "my clips");
-  ExpectLink(files_.File("my clips/a.mp4"), "a.mp4");
-  ExpectLink(files_.File("my clips/..."), ".._");
+  ExpectLink(files_.MakeFile("my clips/a.mp4"), "a.mp4");
+  ExpectLink(files_.MakeFile("my clips/..."), ".._");
   ExpectLink(files_ / "my clips/..", "._");
   ExpectLink(files_ / "my clips/", "my_clips");
 }
 
 TEST_F(ShortFileName, IsALinkIfThePathIsLongerThan254Bytes) {
   const std::size_t left = kLongestShortPath - files_.path().size() - 1;
-  const std::string longest = files_.File(std::string(left, 'n'));
+  const std::string longest = files_.MakeFile(std::string(left, 'n'));
   ASSERT_EQ(longest.size(), kLongestShortPath);
   EXPECT_EQ(Short(longest), longest);
-  ExpectLink(files_.File(std::string(left + 1, 'n')), std::string(40, 'n'));
-  ExpectLink(files_.File(std::string(251, 'm') + ".mp4"), std::string(36, 'm') + ".mp4");
+  ExpectLink(files_.MakeFile(std::string(left + 1, 'n')), std::string(40, 'n'));
+  ExpectLink(files_.MakeFile(std::string(251, 'm') + ".mp4"), std::string(36, 'm') + ".mp4");
   std::string deep;
   for (int depth = 0; depth < 40; ++depth) deep += "a-folder-on-the-way-down/";
   fs::create_directories(files_ / deep);
-  ExpectLink(files_.File(deep + "a.mp4"), "a.mp4");
+  ExpectLink(files_.MakeFile(deep + "a.mp4"), "a.mp4");
 }
 
 TEST_F(ShortFileName, OfALinkHasAtMost40WholeCharactersIncludingItsNumberAndExtension) {
   std::string filmClaps;
   for (int count = 0; count < 39; ++count) filmClaps += "\U0001F3AC";
-  ExpectLink(files_.File(filmClaps + " "), filmClaps + "_");
-  ExpectLink(files_.File(filmClaps + " b"), filmClaps.substr(0, 4 * 38UL) + "_2");
-  ExpectLink(files_.File(filmClaps + " .matroska"), filmClaps.substr(0, 4 * 31UL) + ".matroska");
-  ExpectLink(files_.File(filmClaps + "c .matroska"), filmClaps.substr(0, 4 * 29UL) + "_2.matroska");
+  ExpectLink(files_.MakeFile(filmClaps + " "), filmClaps + "_");
+  ExpectLink(files_.MakeFile(filmClaps + " b"), filmClaps.substr(0, 4 * 38UL) + "_2");
+  ExpectLink(files_.MakeFile(filmClaps + " .matroska"),
+             filmClaps.substr(0, 4 * 31UL) + ".matroska");
+  ExpectLink(files_.MakeFile(filmClaps + "c .matroska"),
+             filmClaps.substr(0, 4 * 29UL) + "_2.matroska");
 }
 
 TEST_F(ShortFileName, IsEmptyForAFileThatIsNotThere) {
-  const std::string file = files_.File("file");
+  const std::string file = files_.MakeFile("file");
   fs::create_symlink(files_ / "missing", files_ / "dangling");
   fs::create_symlink(files_ / "missing", files_ / "dangling link");
   fs::create_symlink(files_ / "circle", files_ / "circle");
@@ -135,7 +137,7 @@ TEST_F(ShortFileName, IsEmptyForAFileThatIsNotThere) {
 }
 
 TEST_F(ShortFileName, TreatsSymbolicLinksAndFoldersLikeFiles) {
-  const std::string target = files_.File("my clip.mp4");
+  const std::string target = files_.MakeFile("my clip.mp4");
   fs::create_symlink(target, files_ / "link.mp4");
   fs::create_symlink(target, files_ / "my link.mp4");
   EXPECT_EQ(Short(files_ / "link.mp4"), files_ / "link.mp4");
@@ -149,9 +151,9 @@ TEST_F(ShortFileName, TreatsSymbolicLinksAndFoldersLikeFiles) {
 
 TEST_F(ShortFileName, IsAbsoluteForARelativePath) {
   const CurrentFolder current(files_.path());
-  files_.File("a.mp4");
-  files_.File("-i");
-  files_.File("my clip.mp4");
+  files_.MakeFile("a.mp4");
+  files_.MakeFile("-i");
+  files_.MakeFile("my clip.mp4");
   EXPECT_EQ(Short("a.mp4"), files_ / "a.mp4");
   EXPECT_EQ(Short("-i"), files_ / "-i");
   EXPECT_EQ(Short("./a.mp4"), files_ / "./a.mp4");
@@ -179,24 +181,24 @@ TEST_F(ShortFileName, KeepsAnExtensionOfUpToTenLettersAndDigitsWhereTheNameIsCut
   };
   for (const auto& [ending, extension] : cases) {
     const TemporaryFolder links;
-    const fs::path link = ShortIn(links.path(), files_.File(longName + ending));
+    const fs::path link = ShortIn(links.path(), files_.MakeFile(longName + ending));
     EXPECT_EQ(link.filename(), std::string(40 - extension.size(), 'n') + extension);
   }
-  ExpectLink(files_.File(".hidden clip"), ".hidden_clip");
+  ExpectLink(files_.MakeFile(".hidden clip"), ".hidden_clip");
   fs::create_directory(files_ / "my clips.old");
-  ExpectLink(files_.File("my clips.old/clip"), "clip");
+  ExpectLink(files_.MakeFile("my clips.old/clip"), "clip");
 }
 
 TEST_F(ShortFileName, OfALinkAvoidsTheNamesOfOtherLinksAndOfTheFoldersOwnFiles) {
   fs::create_directory(files_ / "my clips");
-  ExpectLink(files_.File("a b.mp4"), "a_b.mp4");
-  ExpectLink(files_.File("a\tb.mp4"), "a_b_2.mp4");
-  ExpectLink(files_.File("my clips/a_b_2.mp4"), "a_b_2_2.mp4");
-  ExpectLink(files_.File("my clips/a b.mp4"), "a_b_3.mp4");
-  ExpectLink(files_.File("a\tb.mp4"), "a_b_2.mp4");
+  ExpectLink(files_.MakeFile("a b.mp4"), "a_b.mp4");
+  ExpectLink(files_.MakeFile("a\tb.mp4"), "a_b_2.mp4");
+  ExpectLink(files_.MakeFile("my clips/a_b_2.mp4"), "a_b_2_2.mp4");
+  ExpectLink(files_.MakeFile("my clips/a b.mp4"), "a_b_3.mp4");
+  ExpectLink(files_.MakeFile("a\tb.mp4"), "a_b_2.mp4");
 
-  ExpectLink(files_.File("my clips/files.txt", "a video"), "files_2.txt");
-  ExpectLink(files_.File("my clips/work-shake.trf", "a video"), "work_shake.trf");
+  ExpectLink(files_.MakeFile("my clips/files.txt", "a video"), "files_2.txt");
+  ExpectLink(files_.MakeFile("my clips/work-shake.trf", "a video"), "work_shake.trf");
   std::ofstream(PrivateListFile(links_.path())) << "list";
   std::ofstream(PrivateWorkFile("shake.trf", {links_.path()})) << "motions";
   EXPECT_EQ(ReadFile(files_ / "my clips/files.txt"), "a video");
@@ -204,8 +206,8 @@ TEST_F(ShortFileName, OfALinkAvoidsTheNamesOfOtherLinksAndOfTheFoldersOwnFiles) 
 }
 
 TEST_F(ShortFileName, IsTheSameEachTimeAndDiffersBetweenFiles) {
-  const std::string first = files_.File("my first.mp4");
-  const std::string second = files_.File("my second.mp4");
+  const std::string first = files_.MakeFile("my first.mp4");
+  const std::string second = files_.MakeFile("my second.mp4");
   const std::string firstShort = Short(first);
   const std::string secondShort = Short(second);
   EXPECT_NE(firstShort, secondShort);
@@ -213,19 +215,19 @@ TEST_F(ShortFileName, IsTheSameEachTimeAndDiffersBetweenFiles) {
   EXPECT_EQ(Short(first), firstShort);
   EXPECT_EQ(Short(second), secondShort);
 
-  files_.File("my first.mp4", "replaced");
+  files_.MakeFile("my first.mp4", "replaced");
   EXPECT_EQ(Short(first), firstShort);
   EXPECT_EQ(ReadFile(firstShort), "replaced");
 }
 
 TEST_F(ShortFileName, IsEmptyAndShowsTheReasonIfNoLinkCanBeMade) {
-  const std::string path = files_.File("my clip.mp4");
+  const std::string path = files_.MakeFile("my clip.mp4");
   const std::string taken = Short(path);
   fs::remove(taken);
-  links_.File(fs::path(taken).lexically_relative(links_.path()), "foreign");
+  links_.MakeFile(fs::path(taken).lexically_relative(links_.path()), "foreign");
   const std::vector<std::pair<std::string, std::string>> cases = {
       {links_ / "missing", "2\nThe error description:\tNo such file or directory"},
-      {links_.File("a-file"), "20\nThe error description:\tNot a directory"},
+      {links_.MakeFile("a-file"), "20\nThe error description:\tNot a directory"},
       {links_.path(), "17\nThe error description:\tFile exists"},
   };
   for (const auto& [place, reason] : cases) {

@@ -25,7 +25,7 @@ TemporaryFolder::~TemporaryFolder() {
   fs::remove_all(path_, ignored);
 }
 
-std::string TemporaryFolder::File(const std::string& name, const std::string& contents) const {
+std::string TemporaryFolder::MakeFile(const std::string& name, const std::string& contents) const {
   std::string path = *this / name;
   std::ofstream file(path, std::ios::binary);
   file << contents;
@@ -35,7 +35,7 @@ std::string TemporaryFolder::File(const std::string& name, const std::string& co
 }
 
 std::string TemporaryFolder::Script(const std::string& name, const std::string& commands) const {
-  std::string path = File(name, "#!/bin/sh\n" + commands + "\n");
+  std::string path = MakeFile(name, "#!/bin/sh\n" + commands + "\n");
   fs::permissions(path, fs::perms::owner_all);
   return path;
 }

@@ -26,7 +26,7 @@ class TemporaryFolder {
   std::string operator/(const std::string& name) const { return path_ + '/' + name; }
 
   // Both make a file and return its path. /bin/sh runs the script's commands.
-  std::string File(const std::string& name, const std::string& contents = "contents") const;
+  std::string MakeFile(const std::string& name, const std::string& contents = "contents") const;
   std::string Script(const std::string& name, const std::string& commands) const;
 
   // The names in the folder, sorted.

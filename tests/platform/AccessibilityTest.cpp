@@ -100,7 +100,7 @@ class ScreenReaderAction : public ::testing::Test {
   Label& command = form.Find<Label>("Command(3)");
 };
 
-TEST_F(ScreenReaderAction, IsPressForACommandShowMenuForAListItemAndNoneForOthers) {
+TEST_F(ScreenReaderAction, IsPressForACommandAndShowMenuForAListItemAndMissingForOthers) {
   EXPECT_EQ(Node("Command(3)").actionInterface()->actionNames(), QStringList(kPress));
   EXPECT_EQ(Node("Strip(2)").actionInterface()->actionNames(), QStringList(kMenu));
   EXPECT_EQ(Node("Text").actionInterface(), nullptr);
@@ -117,7 +117,7 @@ TEST_F(ScreenReaderAction, ClicksTheMiddleOfItsControlLaterFromTheEventLoop) {
             (Events{"Down 2 button 2 at 19,9", "Up 2 button 2 at 19,9"}));
 }
 
-TEST_F(ScreenReaderAction, HasNoEffectIfItsControlIsHiddenOrEmptyWhenTheEventLoopRuns) {
+TEST_F(ScreenReaderAction, HasNoEffectIfItsControlIsHiddenOrHasNoWidthWhenTheEventLoopRuns) {
   Request("Command(3)", kPress);
   command.setWidth(0);
   EXPECT_EQ(ProcessEvents(), Events{});

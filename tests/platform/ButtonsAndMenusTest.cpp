@@ -1,5 +1,5 @@
-// Command buttons, option buttons, the menus of the menu bar, and context menus, which are those of
-// its hidden titles.
+// Command buttons, option buttons, the menus of the menu bar, and context menus, which are the
+// menus of the menu bar's hidden titles.
 #include <gtest/gtest.h>
 
 #include <QCursor>
@@ -75,9 +75,9 @@ TEST_F(MenuTest, ShowsTheTitlesAndItemsThatAreVisible) {
   EXPECT_TRUE(form.Find<Menu>("mnu_Extract").Visible());
 }
 
-TEST_F(MenuTest, RaisesClickOfTheItemThatTheUserChoosesIfThatHasAHandler) {
+TEST_F(MenuTest, RaisesClickOfTheChosenItemIfTheItemHasAHandler) {
   Choose(0, 1);
-  Choose(0, 2);  // the second key press skips the hidden item
+  Choose(0, 2);  // the first item again: the second one is hidden
   Choose(2, 1);
   form.Find<Menu>("mnu_Page").Click = nullptr;
   Choose(2, 1);
@@ -181,7 +181,7 @@ TEST_F(OptionButtonTest, IsChosenByTheUsersClickAndKeys) {
   EXPECT_EQ(Chosen(), "One");
 }
 
-TEST_F(OptionButtonTest, RaisesMouseMoveWithoutAButton) {
+TEST_F(OptionButtonTest, RaisesMouseMoveWhileNoMouseButtonIsHeld) {
   Events events;
   Record(Option("Two"), events);
   pointer.MoveTo(Option("Two"), QPoint(10, 5));

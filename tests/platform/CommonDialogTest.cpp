@@ -338,6 +338,37 @@ TEST_F(FileDialog, RenewsTheRemarkWhenAFileComesOrGoes) {
   });
 }
 
+TEST_F(FileDialog, RenewsTheRemarkInAFolderThatIsOpenedInTheList) {
+  const QString inner = folder.filePath("inner");
+  ASSERT_TRUE(QDir().mkdir(inner));
+  dialog.Remark = [](const QString& path) { return "about " + path; };
+  Save([&](QFileDialog& shown) {
+    const auto says = [&](const QString& remark) {
+      return WaitFor([&] { return NameOf(shown).accessibleDescription() == remark; });
+    };
+    // The list is sorted repeatedly at first, which clears what was picked.
+    const auto openInner = [&] {
+      if (ListOf(shown).rootIndex().data() != "inner") {
+        Pick(shown, "inner");
+        QTest::keyClick(&ListOf(shown), Qt::Key_Return);
+      }
+      return NameOf(shown).accessibleDescription() == "about " + inner + "/new.mp4";
+    };
+    NameOf(shown).setText("new.mp4");
+    // When the folder is opened for the second time, its files have been listed before.
+    for (int time = 0; time < 2; ++time) {
+      EXPECT_TRUE(WaitFor(openInner)) << time;
+      shown.setDirectory(folder.path());
+      EXPECT_TRUE(says("about " + folder.filePath("new.mp4"))) << time;
+    }
+    Pick(shown, "clip.mp4");
+    EXPECT_TRUE(says("about " + folder.filePath("clip.mp4")));
+    shown.setDirectory(inner);
+    EXPECT_TRUE(says("about " + inner + "/clip.mp4"));
+    shown.reject();
+  });
+}
+
 TEST_F(FileDialog, CutsALongRemarkWithAnEllipsisAndShowsAllOfItInTheToolTip) {
   const QString remark = QString(u"long remark "_s).repeated(30) + "<&>";
   dialog.Remark = [&](const QString&) { return remark; };

@@ -75,7 +75,7 @@ class PictureBoxResize : public ::testing::Test {
   Events events;
 };
 
-TEST_F(PictureBoxResize, IsRaisedOnceForEachChangeBeforeTheAssignmentReturnsShownOrNot) {
+TEST_F(PictureBoxResize, IsRaisedOnceForEachChangeBeforeTheAssignmentReturnsEvenWhileHidden) {
   box.setWidth(110);
   EXPECT_EQ(events, Events{"1: 110x50"});
   box.setVisible(false);
@@ -162,7 +162,7 @@ TEST_F(PictureBoxDrawing, IsInTheUnitOfTheBox) {
   EXPECT_EQ(InkOf(Picture(twips), kInk), QRect(13, 12, 67 - 13, 1));
 }
 
-TEST_F(PictureBoxDrawing, LeavesNoMarkOutsideTheBoxOrIfACoordinateIsNotANumber) {
+TEST_F(PictureBoxDrawing, LeavesNoMarkIfItLiesOutsideTheBoxOrACoordinateIsNotANumber) {
   const QImage empty = Shown();
   for (const float beyond : {100.0F, 5000.0F, -1.0F, -5000.0F, kGreatest, kInfinite, kNotANumber}) {
     box.DrawLine(beyond, 0, beyond, 41, kInk);
@@ -231,7 +231,7 @@ TEST_F(PictureBoxDrawing, LiesInsideTheBorderAndBehindTheControlsInTheBox) {
   EXPECT_EQ(CountOf(Picture(bordered), 0xFF0000), 10 * 37);
 }
 
-TEST_F(PictureBoxDrawing, IsClearedByABackColourEvenTheSame) {
+TEST_F(PictureBoxDrawing, IsClearedBySettingABackColourEvenTheSameOne) {
   for (const QRgb color : {0x808080U, 0x808080U}) {
     box.DrawLine(0, 5, 30, 5, kInk);
     ASSERT_EQ(CountOf(Shown(), kInk), 30);

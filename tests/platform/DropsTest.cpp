@@ -25,7 +25,7 @@ class Drops : public ::testing::Test {
     form.FilesDropped = [this](const QStringList& paths) { dropped << paths; };
   }
 
-  QString File(const QString& name) const {
+  QString MakeFile(const QString& name) const {
     QFile file(folder.filePath(name));
     EXPECT_TRUE(file.open(QIODevice::WriteOnly));
     return file.fileName();
@@ -45,8 +45,8 @@ class Drops : public ::testing::Test {
 };
 
 TEST_F(Drops, OfExistingRegularFilesAreTakenInTheirOrder) {
-  const QString blank = File(" a blank, 100%23 & \u6771\u4eac.mp4 ");
-  const QString plain = File("b.mp4");
+  const QString blank = MakeFile(" a blank, 100%23 & \u6771\u4eac.mp4 ");
+  const QString plain = MakeFile("b.mp4");
   const QString link = folder.filePath("a link.mp4");
   ASSERT_TRUE(QFile::link(plain, link));
   EXPECT_TRUE(DropFiles(form, {plain, blank, link, plain}));
@@ -55,7 +55,7 @@ TEST_F(Drops, OfExistingRegularFilesAreTakenInTheirOrder) {
 }
 
 TEST_F(Drops, OfFilesWhoseAddressesNameThisMachineAreTaken) {
-  const QString path = File("a.mp4");
+  const QString path = MakeFile("a.mp4");
   for (const QString& host : {u"localhost"_s, QSysInfo::machineHostName()}) {
     EXPECT_NE(FileDrag(QList{QUrl("file://" + host + path)}).Drop(form), Qt::IgnoreAction);
   }
@@ -67,7 +67,7 @@ TEST_F(Drops, WithoutAnyRegularFileOfThisMachineAreRefused) {
   const QString fifo = folder.filePath("fifo.mp4");
   ASSERT_EQ(mkfifo(fifo.toUtf8().constData(), 0600), 0);
   ASSERT_TRUE(QFile::link(folder.filePath("nothing"), folder.filePath("dangling.mp4")));
-  const QString path = File("a.mp4");
+  const QString path = MakeFile("a.mp4");
   for (const QUrl& address :
        {QUrl::fromLocalFile(folder.path()), QUrl::fromLocalFile(folder.filePath("missing.mp4")),
         QUrl::fromLocalFile(folder.filePath("dangling.mp4")), QUrl::fromLocalFile(fifo),
@@ -80,7 +80,7 @@ TEST_F(Drops, WithoutAnyRegularFileOfThisMachineAreRefused) {
 }
 
 TEST_F(Drops, OfFilesAndOtherThingsAreTakenWithoutTheOtherThings) {
-  const QString path = File("a.mp4");
+  const QString path = MakeFile("a.mp4");
   FileDrag mixture(QList{QUrl::fromLocalFile(folder.path()), QUrl("https://kelvane.example/b.mp4"),
                          QUrl::fromLocalFile(path)});
   EXPECT_NE(mixture.Drop(form), Qt::IgnoreAction);
@@ -89,7 +89,7 @@ TEST_F(Drops, OfFilesAndOtherThingsAreTakenWithoutTheOtherThings) {
 }
 
 TEST_F(Drops, AreTakenOverEveryControlAndTheMenuBarUnlessTheyAreTexts) {
-  const QString path = File("a.mp4");
+  const QString path = MakeFile("a.mp4");
   QList<QWidget*> parts = form.findChildren<QWidget*>();
   EXPECT_TRUE(parts.contains(form.findChild<QMenuBar*>()));
   for (QWidget* part : parts) {
@@ -104,20 +104,20 @@ TEST_F(Drops, AreTakenOverEveryControlAndTheMenuBarUnlessTheyAreTexts) {
 }
 
 TEST_F(Drops, AreAnsweredAsCopiesBeforeTheirHandlerRuns) {
-  EXPECT_EQ(FileDrag(QStringList{File("a.mp4")}).Drop(form), Qt::CopyAction);
+  EXPECT_EQ(FileDrag(QStringList{MakeFile("a.mp4")}).Drop(form), Qt::CopyAction);
   EXPECT_TRUE(dropped.isEmpty());
   EXPECT_TRUE(WaitFor([&] { return !dropped.isEmpty(); }));
 }
 
 TEST_F(Drops, OfFilesThatCanOnlyBeMovedAreRefused) {
-  FileDrag drag(QStringList{File("a.mp4")});
+  FileDrag drag(QStringList{MakeFile("a.mp4")});
   drag.Offer(Qt::MoveAction);
   EXPECT_FALSE(drag.Enter(form));
   EXPECT_FALSE(drag.Move(form));
 }
 
 TEST_F(Drops, AreRefusedWithoutAHandlerAndWhenTheWindowTakesNone) {
-  const QString path = File("a.mp4");
+  const QString path = MakeFile("a.mp4");
   bool takes = true;
   form.TakesDrops = [&] { return takes; };
   FileDrag drag(QStringList{path});
@@ -131,7 +131,7 @@ TEST_F(Drops, AreRefusedWithoutAHandlerAndWhenTheWindowTakesNone) {
 }
 
 TEST_F(Drops, BehindADialogAreRefused) {
-  const QString path = File("a.mp4");
+  const QString path = MakeFile("a.mp4");
   const DialogAnswers answers({[&](QDialog& dialog) {
     EXPECT_FALSE(DropFiles(form, {path}));
     dialog.accept();
@@ -141,7 +141,7 @@ TEST_F(Drops, BehindADialogAreRefused) {
 }
 
 TEST_F(Drops, AreForgottenIfADialogOpensOrTheWindowIsUnloadedBeforeTheirHandlerRuns) {
-  const QString path = File("a.mp4");
+  const QString path = MakeFile("a.mp4");
   EXPECT_TRUE(DropFiles(form, {path}));
   const DialogAnswers answers({PressButton(QMessageBox::Ok)});
   MsgBox("A question");

@@ -164,7 +164,7 @@ TEST_F(Keyboard, ClicksOnceWhileAKeyIsHeld) {
   EXPECT_EQ(events, kClick);
 }
 
-TEST_F(Keyboard, RaisesKeyDownAndClicksACommandOnlyIfThatDoesNotHandleTheKey) {
+TEST_F(Keyboard, RaisesKeyDownAndThenClicksACommandUnlessTheHandlerHandlesTheKey) {
   std::string keys;
   bool handles = true;
   const auto record = [&](const KeyEvent& event) {

@@ -19,7 +19,7 @@ Answer PressKey(Qt::Key key) {
   return [key](QDialog& dialog) { QTest::keyClick(&dialog, key); };
 }
 
-TEST(MessageBox, HasItsTitleButtonsAndIconAndReturnsTheButtonThatWasPressed) {
+TEST(MessageBox, HasItsTitleAndButtonsAndIconAndReturnsTheButtonThatWasPressed) {
   struct Case {
     int buttons;
     QMessageBox::StandardButton pressed;

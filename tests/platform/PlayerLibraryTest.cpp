@@ -22,15 +22,15 @@ class Replaced {
   using Function = std::remove_reference_t<decltype(std::declval<PlayerLibrary&>().*Member)>;
 
   explicit Replaced(Function function) {
-    own = Place();
+    original = Place();
     Place() = function;
   }
   Replaced(const Replaced&) = delete;
   Replaced& operator=(const Replaced&) = delete;
-  ~Replaced() { Place() = own; }
+  ~Replaced() { Place() = original; }
 
   // The library's own function, which the other one may call.
-  static inline Function own = nullptr;
+  static inline Function original = nullptr;
 
  private:
   static Function& Place() { return const_cast<PlayerLibrary&>(*PlayerLibrary::Get()).*Member; }
@@ -38,11 +38,12 @@ class Replaced {
 
 class PlayerLibraryTest : public PlayerTest {
  protected:
-  // A test deletes the form, and with it the player, before any replacement ends that the player's
-  // thread calls.
+  // The player's thread may call a replaced function: each test deletes the form, and with it the
+  // player, while its replacements still last.
   ~PlayerLibraryTest() override { EXPECT_EQ(form, nullptr); }
 
-  // Expects that a file and commands have no effect. The library must refuse to make its player.
+  // Expects that a file and commands have no effect. To be called while a function of the library
+  // that the player's start needs is replaced by one that fails.
   void ExpectABlackPicture() {
     player.setURL(MakePlain("red.mp4", "red", 5));
     EXPECT_TRUE(watch.Made());
@@ -108,10 +109,10 @@ TEST_F(PlayerLibraryTest, IsGivenOneSeekAtATimeAndTheLastOfThoseThatCameMeanwhil
       ++sent;
       most = std::max<int>(most, ++underWay);
     }
-    return Commanding::own(handle, id, words);
+    return Commanding::original(handle, id, words);
   });
   const Waiting subtracts([](mpv_handle* handle, double seconds) {
-    mpv_event* event = Waiting::own(handle, seconds);
+    mpv_event* event = Waiting::original(handle, seconds);
     if (event->event_id == MPV_EVENT_PLAYBACK_RESTART && underWay > 0) --underWay;
     return event;
   });
@@ -129,7 +130,7 @@ TEST_F(PlayerLibraryTest, IsGivenOneSeekAtATimeAndTheLastOfThoseThatCameMeanwhil
   form.reset();
 }
 
-TEST_F(PlayerLibraryTest, SeeksOnAfterASeekThatItRefusesAtOnceOrLater) {
+TEST_F(PlayerLibraryTest, IsGivenFurtherSeeksAfterItRefusedOneAtOnceOrLater) {
   using Commanding = Replaced<&PlayerLibrary::command_async>;
   static int refusals;
   refusals = 0;
@@ -141,7 +142,7 @@ TEST_F(PlayerLibraryTest, SeeksOnAfterASeekThatItRefusesAtOnceOrLater) {
     const Commanding refuses([](mpv_handle* handle, std::uint64_t id, const char** words) {
       if (++refusals == 1) return static_cast<int>(MPV_ERROR_EVENT_QUEUE_FULL);
       std::array<const char*, 4> failing{"script-message-to", "nobody", words[0], nullptr};
-      return Commanding::own(handle, id, failing.data());
+      return Commanding::original(handle, id, failing.data());
     });
     for (int times = 1; times <= 2; ++times) {
       player.controls.setCurrentPosition(1.5);
@@ -154,14 +155,14 @@ TEST_F(PlayerLibraryTest, SeeksOnAfterASeekThatItRefusesAtOnceOrLater) {
 }
 
 // The library refuses the player's own request for the duration if a stop comes just after a load.
-TEST_F(PlayerLibraryTest, LeavesTheDurationAsItWasIfItRefusesToTellIt) {
+TEST_F(PlayerLibraryTest, LeavesTheDurationAsItWasIfTheLibraryRefusesToTellIt) {
   using Making = Replaced<&PlayerLibrary::create>;
   using Waiting = Replaced<&PlayerLibrary::wait_event>;
   static mpv_handle* handle = nullptr;
   static std::atomic<int> refusals = 0;
-  const Making keeps([] { return handle = Making::own(); });
+  const Making keeps([] { return handle = Making::original(); });
   const Waiting counts([](mpv_handle* made, double seconds) {
-    mpv_event* event = Waiting::own(made, seconds);
+    mpv_event* event = Waiting::original(made, seconds);
     if (event->event_id == MPV_EVENT_GET_PROPERTY_REPLY && event->error < 0) ++refusals;
     return event;
   });
@@ -182,7 +183,7 @@ TEST_F(PlayerLibraryTest, LeavesTheDurationAsItWasIfItRefusesToTellIt) {
 TEST_F(PlayerLibraryTest, RunsNoScriptTakesNoKeyAndReadsNoClipboard) {
   using Making = Replaced<&PlayerLibrary::create>;
   static mpv_handle* handle = nullptr;
-  const Making keeps([] { return handle = Making::own(); });
+  const Making keeps([] { return handle = Making::original(); });
   QLibrary library("mpv", MPV_CLIENT_API_VERSION >> 16);
   const auto command = reinterpret_cast<decltype(&mpv_command)>(library.resolve("mpv_command"));
   const auto property = reinterpret_cast<decltype(&mpv_get_property_string)>(
@@ -212,14 +213,15 @@ TEST_F(PlayerLibraryTest, RunsNoScriptTakesNoKeyAndReadsNoClipboard) {
   form.reset();
 }
 
-// The library may not report a duration that changes and changes back, as when a file is restarted.
+// Sometimes the library doesn't report a duration that changes and changes back, as when a file is
+// restarted.
 TEST_F(PlayerLibraryTest, IsAskedForTheDurationOfEachFile) {
   using Waiting = Replaced<&PlayerLibrary::wait_event>;
   const Waiting hides([](mpv_handle* handle, double seconds) {
-    mpv_event* event = Waiting::own(handle, seconds);
+    mpv_event* event = Waiting::original(handle, seconds);
     while (event->event_id == MPV_EVENT_PROPERTY_CHANGE &&
            std::strcmp(static_cast<mpv_event_property*>(event->data)->name, "duration") == 0) {
-      event = Waiting::own(handle, seconds);
+      event = Waiting::original(handle, seconds);
     }
     return event;
   });

@@ -231,7 +231,7 @@ const State kStates[]{
        EXPECT_TRUE(watch.AwaitEnd());
      }}};
 
-qsizetype EntriesOf(const QString& folder) {
+qsizetype EntryCount(const QString& folder) {
   return QDir(folder).entryList(QDir::AllEntries | QDir::NoDotAndDotDot | QDir::System).size();
 }
 
@@ -239,16 +239,16 @@ class PlayerEnd : public PlayerTest, public ::testing::WithParamInterface<State>
 
 TEST_P(PlayerEnd, LeavesNoThreadAndNoOpenFile) {
   const QString file = MakePlain("red.mp4", "red", 20);
-  const qsizetype threads = EntriesOf("/proc/self/task");
-  const qsizetype descriptors = EntriesOf("/proc/self/fd");
+  const qsizetype threads = EntryCount("/proc/self/task");
+  const qsizetype descriptors = EntryCount("/proc/self/fd");
   player.setURL(file);
-  EXPECT_GT(EntriesOf("/proc/self/task"), threads);
+  EXPECT_GT(EntryCount("/proc/self/task"), threads);
   ASSERT_TRUE(!GetParam().shows || watch.AwaitColour(kPlayedRed));
   GetParam().reach(player, watch);
   form.reset();
   // An idle thread of Qt's may have ended meanwhile.
-  EXPECT_LE(EntriesOf("/proc/self/task"), threads);
-  EXPECT_LE(EntriesOf("/proc/self/fd"), descriptors);
+  EXPECT_LE(EntryCount("/proc/self/task"), threads);
+  EXPECT_LE(EntryCount("/proc/self/fd"), descriptors);
 }
 
 INSTANTIATE_TEST_SUITE_P(States, PlayerEnd, ::testing::ValuesIn(kStates),

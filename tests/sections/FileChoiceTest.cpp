@@ -23,12 +23,12 @@ class FileChoice : public SectionWindowTest {
 };
 
 TEST_F(FileChoice, ShowsThePathInFullAndKeepsAShortOne) {
-  const QString video = tools_.File("my holiday clip.mp4");
+  const QString video = tools_.MakeFile("my holiday clip.mp4");
   Choose(video);
   EXPECT_EQ(Shown(), video);
   EXPECT_FALSE(SectionSourceShortPath.contains(' '));
   EXPECT_EQ(QFileInfo(SectionSourceShortPath).symLinkTarget(), video);
-  const QString other = tools_.File("notes.txt");
+  const QString other = tools_.MakeFile("notes.txt");
   Choose(other);
   EXPECT_EQ(Shown(), other);
   EXPECT_EQ(SectionSourceShortPath, other);
@@ -37,7 +37,7 @@ TEST_F(FileChoice, ShowsThePathInFullAndKeepsAShortOne) {
 }
 
 TEST_F(FileChoice, ShowsANameWithoutTheBlanksAroundIt) {
-  const QString video = tools_.File("trailing.mp4  ");
+  const QString video = tools_.MakeFile("trailing.mp4  ");
   Choose(video);
   EXPECT_EQ(Shown(), video.trimmed());
   EXPECT_EQ(QFileInfo(SectionSourceShortPath).symLinkTarget(), video);
@@ -75,7 +75,7 @@ TEST_F(FileChoice, OffersThreeKindsOfExistingFiles) {
 }
 
 TEST_F(FileChoice, ChangesNothingIfTheDialogIsCancelled) {
-  Choose(tools_.File("a.mp4"));
+  Choose(tools_.MakeFile("a.mp4"));
   Get<TextBox>("Text1").setText("typed by the user");
   SectionSourceShortPath = "/tmp/other.mp4";
   const DialogAnswers answers({CancelDialog()});
@@ -86,7 +86,7 @@ TEST_F(FileChoice, ChangesNothingIfTheDialogIsCancelled) {
 
 TEST_F(FileChoice, LeavesNoShortPathToAFileThatVanishesAfterTheDialog) {
   SectionSourceShortPath = "/tmp/former.mp4";
-  const QString video = tools_.File("gone.mp4");
+  const QString video = tools_.MakeFile("gone.mp4");
   const DialogAnswers answers({[&](QDialog& dialog) {
     QObject::connect(&dialog, &QDialog::finished, [&] { QFile::remove(video); });
     TypeFile(video)(dialog);
@@ -97,10 +97,10 @@ TEST_F(FileChoice, LeavesNoShortPathToAFileThatVanishesAfterTheDialog) {
 }
 
 TEST_F(FileChoice, ReportsThatNoShortPathCanBeMadeAndKeepsNone) {
-  Choose(tools_.File("one more clip.mp4"));
+  Choose(tools_.MakeFile("one more clip.mp4"));
   const QString taken = QFileInfo(SectionSourceShortPath).dir().filePath("another_clip.mov");
   ASSERT_TRUE(QFile::link("nowhere", taken));
-  const QString video = tools_.File("another clip.mov");
+  const QString video = tools_.MakeFile("another clip.mov");
   const DialogAnswers answers({TypeFile(video), PressButton(QMessageBox::Ok)});
   Ask();
   QFile::remove(taken);
@@ -114,7 +114,7 @@ TEST_F(FileChoice, ReportsThatNoShortPathCanBeMadeAndKeepsNone) {
 }
 
 TEST_F(FileChoice, IsNotMadeByADrop) {
-  EXPECT_FALSE(FileDrag(QStringList{tools_.File("a.mp4")}).Enter(*form_));
+  EXPECT_FALSE(FileDrag(QStringList{tools_.MakeFile("a.mp4")}).Enter(*form_));
 }
 
 }  // namespace

@@ -109,7 +109,7 @@ TEST_F(HiddenThumb, ScrollsTheTimeLineToOneOfThreePlaces) {
 }
 
 // A press halfway between two pixels counts as one at the even pixel: at 4.5 as at 4.
-TEST_F(HiddenThumb, MovesWithTheLeftButtonAloneFromTheLastPressOfAnyButton) {
+TEST_F(HiddenThumb, MovesByTheDistanceFromTheLastPressOfAnyButtonIfTheLeftButtonAloneIsHeld) {
   const float before = Box().Left();
   Box().MouseDown(At(Box(), kRightButton, 4.5));
   for (const int buttons : {0, 2, 4, 3}) Box().MouseMove(At(Box(), buttons, 50));

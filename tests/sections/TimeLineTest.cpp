@@ -64,7 +64,7 @@ TEST_F(TimeLine, IsNotDrawnAgainByScrollingResizingOrTheChoiceOfAVideo) {
   Get<TextBox>("Text4").setText("300");
   Click(ArrowButton(TowardsEnd));
   form_->resize(1200, 900);
-  const DialogAnswers answers({TypeFile(tools_.File("a.mp4"))});
+  const DialogAnswers answers({TypeFile(tools_.MakeFile("a.mp4"))});
   Release(Get<Label>("Label6", 0));
   ServePendingEvents();
   EXPECT_EQ(StripOf(*form_), before);

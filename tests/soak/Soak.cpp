@@ -42,7 +42,7 @@ qsizetype Children() {
   return children;
 }
 
-// Returns whether a further run reaps all tools but its own, which may end a moment later.
+// Runs a tool and returns whether no other child is left then. That tool may end a moment later.
 bool ChildrenAreReaped() {
   return WaitFor([] {
     DOSOutputs().ExecuteCommand("/bin/true");
@@ -94,8 +94,8 @@ double StackBytes() {
   return static_cast<double>(whole - guard);
 }
 
-// Returns the size of the writable memory that is mapped beside the heap and the stacks of further
-// threads. Instead of these stacks, Count counts the threads.
+// Returns the size of the writable mapped memory without the heap and without the stacks of further
+// threads. Count counts those threads instead.
 double BytesMapped() {
   const double stack = StackBytes();
   double bytes = 0;
@@ -140,7 +140,7 @@ void ExpectFlat(const Soak& soak) {
   const double mapped = (BytesMapped() - mappedBefore) / soak.rounds;
   std::cout << "before: " << ::testing::PrintToString(before)
             << "\nafter: " << ::testing::PrintToString(after) << "\na round took " << heap
-            << " bytes of the heap and " << mapped << " bytes mapped beside it\n";
+            << " bytes of the heap and " << mapped << " bytes mapped outside of it\n";
   if (kSanitized) return;
   EXPECT_LT(heap, soak.mostOfARound);
   EXPECT_LT(mapped, soak.mostOfARound);

@@ -51,8 +51,8 @@ class MainWindowSoak : public MainWindowTest {
 };
 
 TEST_F(MainWindowSoak, AThousandLoadsAndCrops) {
-  const QString narrow = tools_.File("a.mp4");
-  const QString wide = tools_.File("with a blank.mp4");
+  const QString narrow = tools_.MakeFile("a.mp4");
+  const QString wide = tools_.MakeFile("with a blank.mp4");
   const auto round = [&](int number) {
     const bool even = number % 2 == 0;
     Pick(even ? narrow : wide, SizeText(even ? 640 : 1280, 360), DurationText("00:00:10.00"));
@@ -126,8 +126,8 @@ TEST_F(JoinerSoak, AThousandJoins) {
     // Qt 6.8 caches the icon of every message box again, up to the limit of its cache.
     QPixmapCache::clear();
   };
-  constexpr int kIconsAtMost = 10240;  // KiB
-  ASSERT_LE(QPixmapCache::cacheLimit(), kIconsAtMost);
+  constexpr int kMostPixmapCache = 10240;  // KiB
+  ASSERT_LE(QPixmapCache::cacheLimit(), kMostPixmapCache);
   ExpectFlat({.warmUp = 200, .rounds = 800, .round = round});
   EXPECT_EQ(tools_.Runs().size(), std::size_t{2 + 1000});
 }

@@ -132,7 +132,7 @@ TEST_F(Marking, ThatStartsAfterTheLastPictureIsReported) {
       "printf '%s\\n' width=640 height=360 pix_fmt=yuv420p avg_frame_rate=25/1 duration=30 "
       "format_name=mov,mp4 start_time=0.0 duration=60");
   {
-    const DialogAnswers answers({TypeFile(tools_.File("long sound.mp4"))});
+    const DialogAnswers answers({TypeFile(tools_.MakeFile("long sound.mp4"))});
     Click(Caption("Label6", 0));
   }
   DragNeedle(StartNeedle, 14 * 40);

@@ -33,9 +33,9 @@ class StabiliserRuns : public StabiliserWindowTest {
   Label& Extract() const { return Caption("Label14", ExtractRegion); }
   Label& View() const { return Caption("Label14", ViewRegion); }
   Label& Test() const { return Caption("Label12", TestSettings); }
-  Label& ApplyAll() const { return Caption("Label12", Apply); }
+  Label& ApplyCaption() const { return Caption("Label12", Apply); }
 
-  // From now on the probe states a picture size for whose motions no disk has room.
+  // From now on the probe states a picture size for which the first pass may need 13 TB.
   void ProbeSaysHuge() const {
     tools_.SizeProbeDoes(
         "printf '%s\\n' width=1000000 height=1000000 pix_fmt=yuv420p avg_frame_rate=25/1 "
@@ -141,16 +141,19 @@ TEST_F(StabiliserRuns, ExtractWritesTheMarkedSection) {
   EXPECT_EQ(Outputs(), QStringList("part.mp4"));
 }
 
-TEST_F(StabiliserRuns, KeepATypedPathOnShowWhileItIsProbed) {
+TEST_F(StabiliserRuns, KeepATypedPathOnShowAndAllowOtherCommandsWhileItIsProbed) {
   const Gate gate(tools_.PathOf("gate"));
   tools_.SizeProbeDoes(QString::fromStdString(gate.Wait()) + "exit 1");
   auto& box = Get<TextBox>("Text1");
-  const QString typed = tools_.File("typed.mp4");
+  const QString typed = tools_.MakeFile("typed.mp4");
   box.findChild<QLineEdit*>()->setText(typed);
   QString during;
   When([this] { return Text("Label6", 0) == "Cancel"; },
        [&] {
          box.EditFinished(-1);
+         Get<Label>("Label2", OptionReadOut(StepSize)).setCaption("99");
+         Click(Caption("Label12", ResetSettings));
+         EXPECT_NE(Text("Label2", OptionReadOut(StepSize)), "99") << "the other command is lost";
          during = box.Text();
          gate.Open();
        });
@@ -171,7 +174,7 @@ TEST_F(StabiliserRuns, TestUsesTheMarkedSectionUntilOneIsExtracted) {
   const Texts lines = Lines();
   ASSERT_EQ(lines.size(), 5U);
   EXPECT_EQ(lines[3].find(" -ss "), std::string::npos) << lines[3];
-  EXPECT_NE(lines[3].find("-i WORK/"), std::string::npos) << "reads a link: " << lines[3];
+  EXPECT_NE(lines[3].find("-i WORK/"), std::string::npos) << "doesn't read a link: " << lines[3];
 }
 
 TEST_F(StabiliserRuns, TestUsesTheMarkedSectionAgainOnceOtherMarksAreSet) {
@@ -182,11 +185,11 @@ TEST_F(StabiliserRuns, TestUsesTheMarkedSectionAgainOnceOtherMarksAreSet) {
 }
 
 TEST_F(StabiliserRuns, ApplyStabilisesTheWholeVideo) {
-  EXPECT_EQ(
-      ClickAndAnswer(ApplyAll(), {TypeFile(PathOf("steady.mp4")), PressButton(QMessageBox::Ok)}),
-      (Texts{"Save Stabilised Video As", "Kelvane | The stabilised video has been saved as\n" +
-                                             PathOf("steady.mp4").toStdString() +
-                                             " | no icon | OK"}));
+  EXPECT_EQ(ClickAndAnswer(ApplyCaption(),
+                           {TypeFile(PathOf("steady.mp4")), PressButton(QMessageBox::Ok)}),
+            (Texts{"Save Stabilised Video As",
+                   "Kelvane | The stabilised video has been saved as\n" +
+                       PathOf("steady.mp4").toStdString() + " | no icon | OK"}));
   EXPECT_EQ(Lines(), (Texts{Ffmpeg(std::string("-i SOURCE -an -sn -dn ") + kDetect),
                             Ffmpeg(std::string("-i SOURCE ") + kTransform + "NEW.mp4")}));
   EXPECT_EQ(Content(PathOf("steady.mp4")), "written\n");
@@ -194,30 +197,30 @@ TEST_F(StabiliserRuns, ApplyStabilisesTheWholeVideo) {
 }
 
 TEST_F(StabiliserRuns, ApplyStabilisesTheOtherVideoIfOneIsLoaded) {
-  const QString other = tools_.File("other.mp4");
+  const QString other = tools_.MakeFile("other.mp4");
   ClickAndAnswer(Caption("Label12", LoadOther), {TypeFile(other)});
-  MessageOfSaving(ApplyAll(), PathOf("steady.mp4"));
+  MessageOfSaving(ApplyCaption(), PathOf("steady.mp4"));
   EXPECT_NE(Lines().front().find(" -i " + other.toStdString() + ' '), std::string::npos);
 }
 
-TEST_F(StabiliserRuns, ApplyUsesTheNewFactsOfALoadedVideoThatAnExtractedSectionReplaced) {
+TEST_F(StabiliserRuns, ApplyProbesALoadedVideoAgainIfAnExtractedSectionReplacedIt) {
   const QString part = PathOf("part.mp4");
   MessageOfSaving(Extract(), part);
   ClickAndAnswer(Caption("Label12", LoadOther), {TypeFile(part)});
   ProbeSaysHuge();
   ClickAndAnswer(Extract(), {ReplaceFile(part), PressButton(QMessageBox::Ok)});
   const Texts dialogs = ClickAndAnswer(
-      ApplyAll(), {TypeFile(PathOf("steady.mp4")), PressButton(QMessageBox::Cancel)});
+      ApplyCaption(), {TypeFile(PathOf("steady.mp4")), PressButton(QMessageBox::Cancel)});
   EXPECT_NE(dialogs.back().find("may need up to 13020834 MB"), std::string::npos) << dialogs.back();
 }
 
-TEST_F(StabiliserRuns, ApplySelectsTheVideoOfTheTimeLineAgainIfItHasReplacedItByAnyName) {
-  ClickAndAnswer(Caption("Label12", LoadOther), {TypeFile(tools_.File("other.mp4"))});
+TEST_F(StabiliserRuns, ApplySelectsTheTimeLinesVideoAgainIfItsOutputReplacedThatFileUnderAnyName) {
+  ClickAndAnswer(Caption("Label12", LoadOther), {TypeFile(tools_.MakeFile("other.mp4"))});
   ProbeSays(120);
   const QString folder = PathOf("folder");
   ASSERT_TRUE(QFile::link(tools_.Path(), folder));
-  ClickAndAnswer(ApplyAll(), {ReplaceFile(folder + '/' + QFileInfo(source_).fileName()),
-                              PressButton(QMessageBox::Ok)});
+  ClickAndAnswer(ApplyCaption(), {ReplaceFile(folder + '/' + QFileInfo(source_).fileName()),
+                                  PressButton(QMessageBox::Ok)});
   EXPECT_EQ(Text("Label16", 2), "120");
   EXPECT_EQ(Time(SectionEnd), "00:02:00");
 }
@@ -236,11 +239,11 @@ TEST_F(StabiliserRuns, ANeedleShowsTheVideoOfTheTimeLineAgainAfterATest) {
   EXPECT_EQ(Get<WindowsMediaPlayer>("wmp").URL(), source_);
 }
 
-TEST_F(StabiliserRuns, TellIfTheLengthIsNotThatWhichTheFirstPassProcessed) {
+TEST_F(StabiliserRuns, TellIfTheStabilisedVideoIsShorterThanWhatTheFirstPassProcessed) {
   tools_.FfmpegDoes("printf 'frame=9 time=00:01:00.00 bitrate=N/A speed=1x\\r' >&2\n"_L1 +
                     QString(kWriteOutput));
   ProbeSays(50);
-  const std::string message = MessageOfSaving(ApplyAll(), PathOf("steady.mp4"));
+  const std::string message = MessageOfSaving(ApplyCaption(), PathOf("steady.mp4"));
   EXPECT_NE(message.find("50.00 seconds long instead of 60.00"), std::string::npos) << message;
   EXPECT_EQ(Outputs(), QStringList("steady.mp4"));
 }
@@ -251,8 +254,9 @@ TEST_F(StabiliserRuns, TellNothingOfALengthThatIsNotStated) {
   EXPECT_EQ(message.find("seconds long"), std::string::npos) << message;
 }
 
-TEST_F(StabiliserRuns, TheirCaptionsLightUpUnderThePointer) {
-  for (Label* caption : {&Extract(), &View(), &Test(), &ApplyAll(), &Caption("Label10", Play)}) {
+TEST_F(StabiliserRuns, CaptionsThatActLightUpUnderThePointer) {
+  for (Label* caption :
+       {&Extract(), &View(), &Test(), &ApplyCaption(), &Caption("Label10", Play)}) {
     MovePointerOver(*caption);
     EXPECT_EQ(caption->BackColor(), kGrey) << caption->objectName().toStdString();
     MovePointerOver(*form_->findChild<ContentArea*>(QString(), Qt::FindDirectChildrenOnly));
@@ -260,9 +264,9 @@ TEST_F(StabiliserRuns, TheirCaptionsLightUpUnderThePointer) {
   }
 }
 
-TEST_F(StabiliserRuns, TakeMotionsThatAreNoText) {
+TEST_F(StabiliserRuns, AcceptAFileOfMotionsThatIsNotText) {
   tools_.FfmpegDoes(QString(kWriteOutput).replace("echo motions", "printf TRF-motions"));
-  EXPECT_NE(MessageOfSaving(ApplyAll(), PathOf("steady.mp4")).find("has been saved"),
+  EXPECT_NE(MessageOfSaving(ApplyCaption(), PathOf("steady.mp4")).find("has been saved"),
             std::string::npos);
 }
 
@@ -275,7 +279,7 @@ TEST_F(StabiliserRuns, AreGivenBySpaceAndEnter) {
 
 TEST_F(StabiliserRuns, AskBeforeTheFirstPassIfItsFolderMayLackRoom) {
   ProbeSaysHuge();
-  ClickAndAnswer(Caption("Label6", 0), {TypeFile(tools_.File("huge.mp4"))});
+  ClickAndAnswer(Caption("Label6", 0), {TypeFile(tools_.MakeFile("huge.mp4"))});
   const Texts dialogs = ClickAndAnswer(Test(), {PressButton(QMessageBox::Cancel)});
   EXPECT_NE(dialogs.back().find("may need up to 13020834 MB"), std::string::npos) << dialogs.back();
   EXPECT_EQ(Lines(), Texts{});
@@ -337,19 +341,19 @@ TEST_F(StabiliserRuns, AreCancelledByTheirOwnCaptionAloneAndLeaveNothing) {
   tools_.FfmpegDoes(QString(kWriteOutput) + "exec sleep 1000");
   When([this] { return Lines().size() == 1; },
        [this] {
-         EXPECT_EQ(ApplyAll().Caption(), "Cancel");
+         EXPECT_EQ(ApplyCaption().Caption(), "Cancel");
          for (Label* other : {&Extract(), &View(), &Test(), &Caption("Label6", 0),
                               &Caption("Label12", LoadOther)}) {
            EXPECT_FALSE(other->isEnabled()) << other->objectName().toStdString();
            Click(*other);
          }
          EXPECT_EQ(Lines().size(), 1U);
-         Click(ApplyAll());
+         Click(ApplyCaption());
        });
-  ClickAndAnswer(ApplyAll(), {ReplaceFile(former.fileName())});
-  EXPECT_EQ(ApplyAll().Caption(), "Apply De-Shake && Stabilize Settings");
+  ClickAndAnswer(ApplyCaption(), {ReplaceFile(former.fileName())});
+  EXPECT_EQ(ApplyCaption().Caption(), "Apply De-Shake && Stabilize Settings");
   EXPECT_TRUE(Extract().isEnabled());
-  EXPECT_EQ(Lines().size(), 1U) << "no second pass";
+  EXPECT_EQ(Lines().size(), 1U) << "there was a second pass";
   EXPECT_EQ(Outputs(), QStringList("steady.mp4"));
   EXPECT_EQ(Content(former.fileName()), "former");
 }
@@ -385,10 +389,10 @@ TEST_F(StabiliserRuns, DoNotStartAgainIfTheyEndBetweenPressAndReleaseOfCancel) {
 TEST_F(StabiliserRuns, TestUsesTheMarkedSectionOnceAStabilisedVideoReplacesTheExtractedOne) {
   const QString part = PathOf("part.mp4");
   MessageOfSaving(Extract(), part);
-  MessageOfSaving(ApplyAll(), PathOf("steady.mp4"));
+  MessageOfSaving(ApplyCaption(), PathOf("steady.mp4"));
   Click(Test());
-  EXPECT_EQ(Lines().back().find("-ss 10 "), std::string::npos) << "the extracted section is tested";
-  ClickAndAnswer(ApplyAll(), {ReplaceFile(part), PressButton(QMessageBox::Ok)});
+  EXPECT_EQ(Lines().back().find("-ss 10 "), std::string::npos) << "the marked section is tested";
+  ClickAndAnswer(ApplyCaption(), {ReplaceFile(part), PressButton(QMessageBox::Ok)});
   Click(Test());
   EXPECT_NE(Lines().back().find("-ss 10 -i SOURCE -t 30.5 "), std::string::npos);
 }
@@ -413,7 +417,7 @@ TEST_F(StabiliserRuns, TakeTheFocusFromADimmedCaptionAndGiveItBack) {
 }
 
 TEST_F(StabiliserRuns, RefuseDrops) {
-  const QString path = tools_.File("dropped.mp4");
+  const QString path = tools_.MakeFile("dropped.mp4");
   EXPECT_TRUE(FileDrag(QStringList{path}).Enter(*form_));
   tools_.FfplayDoes("exec sleep 1000\n");
   bool taken = true;
@@ -457,7 +461,7 @@ TEST_F(StabiliserRuns, TellWhatTheToolComplainedOfAndKeepNoOutput) {
     tools_.FfmpegDoes(QString(kWriteOutput) + commands);
     EXPECT_NE(MessageOfSaving(Extract(), PathOf("part.mp4")).find(reason), std::string::npos)
         << reason;
-    EXPECT_NE(MessageOfSaving(ApplyAll(), PathOf("steady.mp4")).find(reason), std::string::npos)
+    EXPECT_NE(MessageOfSaving(ApplyCaption(), PathOf("steady.mp4")).find(reason), std::string::npos)
         << reason;
     EXPECT_EQ(Outputs(), QStringList()) << reason;
   }
@@ -490,7 +494,7 @@ TEST_F(StabiliserRuns, TestUsesTheMarkedSectionIfTheExtractedOneVanished) {
   EXPECT_NE(Lines().back().find("-ss 10 -i SOURCE -t 30.5 "), std::string::npos);
 }
 
-TEST_F(StabiliserRuns, TellIfTheLengthIsNotTheProcessedOneAndKeepTheFile) {
+TEST_F(StabiliserRuns, TellIfTheExtractedSectionIsShorterThanTheMarkedOneAndKeepTheFile) {
   ProbeSays(30.5);
   EXPECT_EQ(MessageOfSaving(Extract(), PathOf("part.mp4")).find("instead"), std::string::npos);
   ProbeSays(29);

@@ -41,6 +41,16 @@ TEST_F(SelectingAVideo, ShowsTenthsForAShortVideo) {
   EXPECT_EQ(Text("Label16", 2), "1");
 }
 
+TEST_F(SelectingAVideo, DrawsATickAtTheEndIfThatIsARoundTime) {
+  constexpr QRgb kTick = 0x808000;
+  // 12 times a tenth is more than 1.2 in the computer's numbers.
+  Select(1.2);
+  const auto end = static_cast<int>(Get<Line>("Line7").X2());
+  const int bottom = static_cast<int>(Strip().Height()) - 4;
+  Get<Line>("Line3", EndNeedle).setVisible(false);  // it covers the tick
+  EXPECT_EQ(CountOf(Picture(Strip()), QRect(end - 1, bottom, 3, 1), kTick), 1);
+}
+
 TEST_F(SelectingAVideo, DrawsTheTimeLineAnewFromItsStart) {
   Select(60);
   const QImage fresh = Picture(Strip());
@@ -68,7 +78,7 @@ TEST_F(SelectingAVideo, TellsWhyAFileCanNotBeUsedAndChangesNothing) {
         Case{"echo 'x.mp4: Invalid data found'; exit 1",
              "This file can't be read:", "Invalid data found"}}) {
     tools_.SizeProbeDoes(lines);
-    const DialogAnswers answers({TypeFile(tools_.File("x.mp4")), PressButton(QMessageBox::Ok)});
+    const DialogAnswers answers({TypeFile(tools_.MakeFile("x.mp4")), PressButton(QMessageBox::Ok)});
     Click(Caption("Label6", 0));
     ASSERT_EQ(answers.seen().size(), 2U) << reason;
     for (const char* part : {reason, more}) {
@@ -82,7 +92,7 @@ TEST_F(SelectingAVideo, TellsWhyAFileCanNotBeUsedAndChangesNothing) {
 
 TEST_F(SelectingAVideo, NamesTheProbeIfItIsMissing) {
   tools_.Remove("ffprobe");
-  const DialogAnswers answers({TypeFile(tools_.File("x.mp4")), PressButton(QMessageBox::Ok)});
+  const DialogAnswers answers({TypeFile(tools_.MakeFile("x.mp4")), PressButton(QMessageBox::Ok)});
   Click(Caption("Label6", 0));
   EXPECT_NE(answers.seen().back().find("ffprobe"), std::string::npos);
 }
@@ -95,7 +105,7 @@ TEST_F(SelectingAVideo, ChangesNothingIfTheDialogIsCancelled) {
 }
 
 TEST_F(SelectingAVideo, IsAlsoDoneByATypedPath) {
-  const QString path = tools_.File("typed.mp4");
+  const QString path = tools_.MakeFile("typed.mp4");
   auto* const line = Get<TextBox>("Text1").findChild<QLineEdit*>();
   form_->activateWindow();
   ASSERT_TRUE(WaitFor([this] { return form_->isActiveWindow(); }));
@@ -104,7 +114,7 @@ TEST_F(SelectingAVideo, IsAlsoDoneByATypedPath) {
   EXPECT_EQ(Text("Label16", 2), "1825");
   QTest::keyClick(line, Qt::Key_Return);
   EXPECT_EQ(Text("Label16", 2), "60");
-  const QString other = tools_.File("other.mp4");
+  const QString other = tools_.MakeFile("other.mp4");
   line->setText(other);
   QTest::keyClick(line, Qt::Key_Tab);
   EXPECT_TRUE(WaitFor([&] { return Get<TextBox>("Text5").Text() == other; }));
@@ -121,10 +131,10 @@ TEST_F(SelectingAVideo, KeepsANameThatEndsInABlankWhenACommandIsClicked) {
   EXPECT_EQ(Get<TextBox>("Text1").Text(), path);
 }
 
-TEST_F(SelectingAVideo, IsNotDoneByAKeyThatIsHeldWhenTheWindowOpens) {
+TEST_F(SelectingAVideo, IsNotDoneByAHeldKeySinceNoControlHasTheFocusWhenTheWindowOpens) {
   form_->activateWindow();
   ASSERT_TRUE(WaitFor([this] { return form_->isActiveWindow(); }));
-  EXPECT_EQ(form_->focusWidget(), form_.get()) << "no control has the focus";
+  EXPECT_EQ(form_->focusWidget(), form_.get()) << "a control has the focus";
 }
 
 class ADroppedVideo : public StabiliserWindowTest {
@@ -136,8 +146,8 @@ class ADroppedVideo : public StabiliserWindowTest {
 };
 
 TEST_F(ADroppedVideo, IsSelectedAsIfItHadBeenChosen) {
-  const QString path = tools_.File("dropped.mp4");
-  Drop({path, tools_.File("ignored.mp4")});
+  const QString path = tools_.MakeFile("dropped.mp4");
+  Drop({path, tools_.MakeFile("ignored.mp4")});
   EXPECT_EQ(Text("Label16", 2), "60");
   EXPECT_EQ(Get<WindowsMediaPlayer>("wmp").URL(), path);
 }
@@ -146,7 +156,7 @@ TEST_F(ADroppedVideo, ReplacesAPathThatIsBeingTyped) {
   auto* const line = Get<TextBox>("Text1").findChild<QLineEdit*>();
   line->setFocus();
   line->setText("/missing.mp4");
-  const QString path = tools_.File("dropped.mp4");
+  const QString path = tools_.MakeFile("dropped.mp4");
   Drop({path});
   EXPECT_EQ(line->text(), path);
 }
@@ -155,7 +165,7 @@ class LoadingTheOtherVideo : public StabiliserWindowTest {};
 
 TEST_F(LoadingTheOtherVideo, LeavesTheTimeLineAlone) {
   const QString source = Select(60);
-  const QString other = tools_.File("other.mp4");
+  const QString other = tools_.MakeFile("other.mp4");
   ProbeSays(30);
   const DialogAnswers answers({TypeFile(other)});
   Click(Caption("Label12", LoadOther));
@@ -164,7 +174,7 @@ TEST_F(LoadingTheOtherVideo, LeavesTheTimeLineAlone) {
   EXPECT_EQ(Get<TextBox>("Text1").Text(), source);
   EXPECT_EQ(Text("Label16", 2), "60");
   Select(20, "next.mp4");
-  EXPECT_EQ(Get<TextBox>("Text5").Text(), other) << "a new source leaves the other video";
+  EXPECT_EQ(Get<TextBox>("Text5").Text(), other) << "the new source has replaced the other video";
 }
 
 TEST_F(LoadingTheOtherVideo, ByATypedPathWithoutAFileIsRefusedAndStopsTheClickedCommand) {
@@ -175,7 +185,7 @@ TEST_F(LoadingTheOtherVideo, ByATypedPathWithoutAFileIsRefusedAndStopsTheClicked
   EXPECT_EQ(Runs(), Texts{});
 }
 
-TEST_F(LoadingTheOtherVideo, IsAlsoDoneByATypedPathOnceItsBoxIsLeft) {
+TEST_F(LoadingTheOtherVideo, IsAlsoDoneByATypedPathOnEnterOrOnceItsBoxIsLeft) {
   Select(60);
   auto* const line = Get<TextBox>("Text5").findChild<QLineEdit*>();
   form_->activateWindow();
@@ -185,7 +195,7 @@ TEST_F(LoadingTheOtherVideo, IsAlsoDoneByATypedPathOnceItsBoxIsLeft) {
     const auto probes = tools_.Runs().size();
     line->setFocus();
     line->selectAll();
-    QTest::keyClicks(line, tools_.File(name));
+    QTest::keyClicks(line, tools_.MakeFile(name));
     QTest::keyClick(line, key);
     EXPECT_TRUE(WaitFor([&] { return tools_.Runs().size() == probes + 1; })) << name;
     EXPECT_NE(tools_.Runs().back().find(name), std::string::npos);
@@ -194,7 +204,7 @@ TEST_F(LoadingTheOtherVideo, IsAlsoDoneByATypedPathOnceItsBoxIsLeft) {
 
 TEST_F(LoadingTheOtherVideo, IsAlsoDoneByATypedPathBeforeTheCommandThatIsClicked) {
   Select(60);
-  const QString other = tools_.File("other.mp4");
+  const QString other = tools_.MakeFile("other.mp4");
   Get<TextBox>("Text5").findChild<QLineEdit*>()->setText(other);
   const QString output = tools_.Path() + "/steady.mp4";
   const DialogAnswers answers({TypeFile(output), PressButton(QMessageBox::Ok)});

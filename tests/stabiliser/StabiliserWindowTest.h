@@ -37,7 +37,7 @@ class StabiliserWindowTest : public OpenWindowTest<Stabiliser> {
   // Makes a file, selects it for the time line as a video of that duration, and returns its path.
   QString Select(double duration, const QString& name = "clip.mp4") {
     ProbeSays(duration);
-    const QString path = tools_.File(name);
+    const QString path = tools_.MakeFile(name);
     const DialogAnswers answers({TypeFile(path)});
     Click(Caption("Label6", 0));
     return path;

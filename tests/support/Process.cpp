@@ -14,14 +14,14 @@
 namespace kelvane::testing {
 namespace {
 
-void Require(int failure, const char* what) {
-  if (failure != 0) throw std::system_error(failure, std::generic_category(), what);
+void ThrowIfFailed(int error, const char* what) {
+  if (error != 0) throw std::system_error(error, std::generic_category(), what);
 }
 
 // Returns the read end and the write end.
 std::array<Descriptor, 2> Pipe() {
   std::array<int, 2> ends{};
-  Require(::pipe2(ends.data(), O_CLOEXEC) == 0 ? 0 : errno, "pipe2");
+  ThrowIfFailed(::pipe2(ends.data(), O_CLOEXEC) == 0 ? 0 : errno, "pipe2");
   return {Descriptor(ends[0]), Descriptor(ends[1])};
 }
 
@@ -45,7 +45,7 @@ Process::Process(std::vector<std::string> arguments, Errors errors) {
   const int failure =
       ::posix_spawnp(&process_, pointers.front(), &files, nullptr, pointers.data(), environ);
   ::posix_spawn_file_actions_destroy(&files);
-  Require(failure, pointers.front());
+  ThrowIfFailed(failure, pointers.front());
   input_ = std::move(in[1]);
   output_ = std::move(out[0]);
 }
@@ -58,7 +58,7 @@ Process::~Process() {
 
 void Process::Write(const std::string& text) const {
   const ssize_t written = ::write(input_.number(), text.data(), text.size());
-  Require(written == static_cast<ssize_t>(text.size()) ? 0 : errno, "write");
+  ThrowIfFailed(written == static_cast<ssize_t>(text.size()) ? 0 : errno, "write");
 }
 
 std::string Process::ReadLine() const {
@@ -78,7 +78,7 @@ std::string Process::ReadToTheEnd() const {
 
 int Process::Wait() {
   int status = 0;
-  Require(::waitpid(process_, &status, 0) == process_ ? 0 : errno, "waitpid");
+  ThrowIfFailed(::waitpid(process_, &status, 0) == process_ ? 0 : errno, "waitpid");
   process_ = 0;
   return status;
 }

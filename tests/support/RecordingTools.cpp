@@ -53,7 +53,7 @@ void RecordingTools::Write(const QString& name, const QString& text) const {
   ASSERT_TRUE(file.commit()) << name.toStdString() << " can't be written";
 }
 
-QString RecordingTools::File(const QString& name) const {
+QString RecordingTools::MakeFile(const QString& name) const {
   Write(name, u"contents"_s);
   return folder_.filePath(name);
 }

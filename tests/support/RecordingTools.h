@@ -22,7 +22,7 @@ class RecordingTools {
   QString Path() const { return folder_.path(); }
   std::string PathOf(const char* name) const;
   // Makes a file, for instance a video, and returns its path.
-  QString File(const QString& name) const;
+  QString MakeFile(const QString& name) const;
 
   // Each sets the shell commands that a tool runs from now on.
   void SizeProbeDoes(const QString& commands) const { Write("size.commands", commands); }

@@ -37,7 +37,7 @@ TEST_F(Commands, AreGivenByTheReleaseOfAnyButton) {
     for (int command = LoadVideo; command <= ResetMarkers; ++command) {
       Press(Get<Label>("Label14", command), button);
     }
-    EXPECT_EQ(PauseState(), state) << "a press alone gives no command";
+    EXPECT_EQ(PauseState(), state) << "a press alone has given a command";
     Release(Get<Label>("Label14", PauseVideo), button);
     EXPECT_NE(std::exchange(state, PauseState()), state);
     Bar(LeftBar).setLeft(50);
@@ -103,7 +103,7 @@ TEST_F(Commands, PauseTogglesItsStateAndNotItsCaption) {
   EXPECT_EQ(Get<Label>("Label14", PauseVideo).Caption(), "Pause Video");
 }
 
-TEST_F(Commands, RunStopAndCropLeaveThePauseState) {
+TEST_F(Commands, RunStopAndCropDoNotChangeThePauseState) {
   LoadVideoOf(640, 360);
   Give(PauseVideo);
   Give(RunVideo);
@@ -190,7 +190,7 @@ TEST_F(Commands, CropSplitsAnOutputAtItsBlanks) {
 }
 
 TEST_F(Commands, PassLettersOfAnyLanguageToTheTools) {
-  const QString video = tools_.File(QString::fromUtf8("\u00D6land.mp4"));
+  const QString video = tools_.MakeFile(QString::fromUtf8("\u00D6land.mp4"));
   Pick(video, SizeText(640, 360), DurationText("00:00:10.00"));
   EXPECT_EQ(tools_.Runs(), (Texts{SizeRun(video), DurationRun(video)}));
   SetRegion(1, 2, 3, 4);
@@ -216,7 +216,7 @@ TEST_F(Commands, RunTheToolsByALinkWhereTheProgramsFolderHasABlank) {
   tools_.DurationProbeDoes(tellWhere);
   tools_.FfplayDoes(tellWhere);
   tools_.FfmpegDoes(tellWhere);
-  Pick(tools_.File("a.mp4"));
+  Pick(tools_.MakeFile("a.mp4"));
   Give(PreviewCroppedVideo);
   CropTo("/tmp/out.mp4");
   RunTheJob();

@@ -36,7 +36,7 @@ TEST_F(Failure, OfALoadBeforeTheSizeProbeShowsAMessageAndTheNextLoadWorks) {
   Before(Path().Change, [first = true](int) mutable {
     if (std::exchange(first, false)) FailAllocation();
   });
-  FailToLoad(tools_.File("a.mp4"));
+  FailToLoad(tools_.MakeFile("a.mp4"));
   EXPECT_TRUE(tools_.Runs().empty());
   EXPECT_FALSE(ProbeDimensionsDone);
   LoadVideoOf(640, 360);
@@ -44,7 +44,7 @@ TEST_F(Failure, OfALoadBeforeTheSizeProbeShowsAMessageAndTheNextLoadWorks) {
 }
 
 TEST_F(Failure, OfALoadAfterTheSizeProbeShowsAMessageAndKeepsTheSize) {
-  const QString video = tools_.File("a.mp4");
+  const QString video = tools_.MakeFile("a.mp4");
   tools_.SizeProbeDoes(Print(SizeText(1280, 720)));
   // Events are first handled at the end of the size probe.
   Get<Timer>("Timer2").Tick = nullptr;
@@ -137,18 +137,18 @@ TEST_F(Failure, WhileABlockIsReadSkipsTheBlockAndLetsTheToolFinish) {
     gate.Open();
     throw std::bad_alloc();
   };
-  Pick(tools_.File("a.mp4"));
+  Pick(tools_.MakeFile("a.mp4"));
   EXPECT_TRUE(QFile::exists(whole));
   EXPECT_EQ(VideoDuration, "00:00:05");
 }
 
 TEST_F(Failure, ToMakeAShortPathShowsAMessageAndEmptiesThePath) {
-  Pick(tools_.File("one more clip.mp4"));
+  Pick(tools_.MakeFile("one more clip.mp4"));
   // Takes the name that the next short path would have.
   QFile taken(QFileInfo(Path().Text()).dir().filePath("another_clip.mov"));
   ASSERT_TRUE(taken.open(QIODevice::WriteOnly));
   const DialogAnswers answers(
-      {TypeFile(tools_.File("another clip.mov")), PressButton(QMessageBox::Ok)});
+      {TypeFile(tools_.MakeFile("another clip.mov")), PressButton(QMessageBox::Ok)});
   Give(LoadVideo);
   taken.remove();
   ASSERT_EQ(answers.seen().size(), 2U);
@@ -160,7 +160,7 @@ TEST_F(Failure, ToMakeAShortPathShowsAMessageAndEmptiesThePath) {
 }
 
 TEST_F(Failure, ToAllocateMemoryForAShortPathIsReportedWithTheSystemsNumber) {
-  const std::string video = tools_.File("my clip.mp4").toStdString();
+  const std::string video = tools_.MakeFile("my clip.mp4").toStdString();
   std::string shown;
   FailAllocation();
   EXPECT_EQ(GetShortFileName(video, [&](const std::string& text,

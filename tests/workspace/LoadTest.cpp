@@ -37,7 +37,7 @@ TEST_F(Load, ShowsThePathAndTheCanvasAndProbesSizeAndThenDuration) {
 }
 
 TEST_F(Load, StartsFromTheMenuAsWell) {
-  const QString video = tools_.File("a.mp4");
+  const QString video = tools_.MakeFile("a.mp4");
   const DialogAnswers answers({TypeFile(video)});
   ChooseMenuItem("Load Video to Crop");
   EXPECT_EQ(Path().Text(), video);
@@ -106,7 +106,7 @@ TEST_F(Load, LoadsThePlayersLibraryWhileTheDialogIsOpen) {
 }
 
 TEST_F(Load, TakesNoFileOfAnEarlierCropIfTheDialogIsCancelled) {
-  CropTo(tools_.File("there.mp4"));
+  CropTo(tools_.MakeFile("there.mp4"));
   Cancel(LoadVideo);
   EXPECT_EQ(Path().Text(), "");
   EXPECT_FALSE(Canvas().Visible());
@@ -115,7 +115,7 @@ TEST_F(Load, TakesNoFileOfAnEarlierCropIfTheDialogIsCancelled) {
 TEST_F(Load, KeepsTheOldVideoIfTheDialogIsCancelled) {
   const QString video = LoadVideoOf(640, 360);
   Bar(LeftBar).setLeft(20);
-  CropTo(tools_.File("there.mp4"));
+  CropTo(tools_.MakeFile("there.mp4"));
   Cancel(LoadVideo);
   EXPECT_EQ(Path().Text(), video);
   EXPECT_EQ(VideoPath, video);
@@ -136,7 +136,7 @@ TEST_F(Load, OfTheSameFileRunsNoProbe) {
 }
 
 TEST_F(Load, OfAFirstFileThatWasDeletedShowsTheCanvasAndRunsNoProbe) {
-  PickAndDelete(tools_.File("gone.mp4"));
+  PickAndDelete(tools_.MakeFile("gone.mp4"));
   EXPECT_TRUE(tools_.Runs().empty());
   EXPECT_TRUE(Canvas().Visible());
 }
@@ -146,7 +146,7 @@ TEST_F(Load, OfALaterFileThatWasDeletedProbesAnEmptyPathAndKeepsTheSize) {
   const Texts former = tools_.Runs();
   tools_.SizeProbeDoes({});
   tools_.DurationProbeDoes({});
-  PickAndDelete(tools_.File("gone.mp4"));
+  PickAndDelete(tools_.MakeFile("gone.mp4"));
   EXPECT_EQ(Path().Text(), "");
   EXPECT_EQ(VideoPath, "");
   EXPECT_EQ(tools_.Runs(), (Texts{former[0], former[1], SizeRun({}), DurationRun({})}));
@@ -155,7 +155,7 @@ TEST_F(Load, OfALaterFileThatWasDeletedProbesAnEmptyPathAndKeepsTheSize) {
 }
 
 TEST_F(Load, OfANameWithABlankShowsAndProbesAReadableShortPath) {
-  const QString video = tools_.File("my holiday clip.mp4");
+  const QString video = tools_.MakeFile("my holiday clip.mp4");
   Pick(video, SizeText(640, 360), DurationText("00:00:10.00"));
   const QString path = Path().Text();
   EXPECT_EQ(QFileInfo(path).fileName(), "my_holiday_clip.mp4");
@@ -166,11 +166,11 @@ TEST_F(Load, OfANameWithABlankShowsAndProbesAReadableShortPath) {
 using DroppedFile = Load;
 
 TEST_F(DroppedFile, IsLoadedAsIfItHadBeenChosenAndTheOthersAreIgnored) {
-  const QString first = tools_.File("first.mp4");
+  const QString first = tools_.MakeFile("first.mp4");
   ProbeDimensionsDone = true;
   tools_.SizeProbeDoes(Print(SizeText(640, 360)));
   tools_.DurationProbeDoes(Print(DurationText("00:00:10.00")));
-  EXPECT_TRUE(DropFiles(*form_, {first, tools_.File("second.mp4")}));
+  EXPECT_TRUE(DropFiles(*form_, {first, tools_.MakeFile("second.mp4")}));
   EXPECT_TRUE(tools_.Runs().empty()) << "the drop is answered before the load begins";
   EXPECT_TRUE(WaitFor([&] { return Canvas().Visible(); }));
   EXPECT_EQ(Path().Text(), first);
@@ -185,7 +185,7 @@ TEST_F(DroppedFile, ThatIsNoVideoKeepsTheOldSizeAsAChosenOneDoes) {
   LoadVideoOf(640, 360);
   tools_.SizeProbeDoes("echo 'Invalid data found' >&2; exit 1");
   tools_.DurationProbeDoes("exit 1");
-  const QString text = tools_.File("letter.txt");
+  const QString text = tools_.MakeFile("letter.txt");
   EXPECT_TRUE(DropFiles(Canvas(), {text}));
   EXPECT_TRUE(WaitFor([&] { return VideoPath == text; }));
   EXPECT_EQ(Number(SourceWidth), "0,640");

@@ -45,7 +45,7 @@ class MainWindowTest : public OpenWindowTest<Form1> {
   }
   // Makes a file, loads it with probes that print that size and ten seconds, and returns its path.
   QString LoadVideoOf(int width, int height) const {
-    QString file = tools_.File(QStringLiteral("clip%1x%2.mp4").arg(width).arg(height));
+    QString file = tools_.MakeFile(QStringLiteral("clip%1x%2.mp4").arg(width).arg(height));
     Pick(file, SizeText(width, height), DurationText("00:00:10.00"));
     return file;
   }

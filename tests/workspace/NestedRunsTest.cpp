@@ -70,8 +70,8 @@ class NestedRuns : public MainWindowTest {
 };
 
 TEST_F(NestedRuns, ALoadDuringADurationProbeReplacesPathAndSizeOfTheFirstLoad) {
-  const QString first = tools_.File("first.mp4");
-  const QString second = tools_.File("second.mp4");
+  const QString first = tools_.MakeFile("first.mp4");
+  const QString second = tools_.MakeFile("second.mp4");
   tools_.SizeProbeDoes(Print(SizeText(640, 360)));
   tools_.DurationProbeDoes(Print("one\n") + Wait(gate_) + Print("two, Duration: 00:00:11.00\n") +
                            Wait(gate_) + Print("three\n"));
@@ -104,14 +104,14 @@ TEST_F(NestedRuns, ALoadWhoseWindowIsClosedGoesOnToItsEnd) {
     EXPECT_TRUE(form_->close());
     gate_.Open();
   });
-  Pick(tools_.File("a.mp4"));
+  Pick(tools_.MakeFile("a.mp4"));
   EXPECT_EQ(VideoDuration, "00:00:11");
   EXPECT_FALSE(form_->isVisible());
 }
 
 TEST_F(NestedRuns, ALoadDuringASizeProbeReplacesThePathThatTheFirstLoadProbesNext) {
-  const QString first = tools_.File("first.mp4");
-  const QString second = tools_.File("second.mp4");
+  const QString first = tools_.MakeFile("first.mp4");
+  const QString second = tools_.MakeFile("second.mp4");
   tools_.SizeProbeDoes(Print(SizeText(640, 360)));
   tools_.DurationProbeDoes(Print("text\n"));
   Before(Path().Change, [&](int) {
@@ -128,7 +128,7 @@ TEST_F(NestedRuns, ALoadDuringASizeProbeReplacesThePathThatTheFirstLoadProbesNex
 TEST_F(NestedRuns, ALoadDuringAPreviewDoesNotLoseThePreviewsLaterText) {
   ProbeDimensionsDone = true;
   tools_.FfplayDoes(Print("one\n") + Wait(gate_) + Print("two\n"));
-  AfterBlock("one\n", [&] { Pick(tools_.File("a.mp4"), SizeText(1920, 1080), "loaded\n"); });
+  AfterBlock("one\n", [&] { Pick(tools_.MakeFile("a.mp4"), SizeText(1920, 1080), "loaded\n"); });
   Give(PreviewCroppedVideo);
   EXPECT_EQ(Store(), "one\nloaded\ntwo\n");
   EXPECT_EQ(Number(SourceWidth), "1,920");
@@ -139,7 +139,7 @@ TEST_F(NestedRuns, APreviewDuringADurationProbeDoesNotLoseTheProbesLaterText) {
   tools_.DurationProbeDoes(Print("one\n") + Wait(gate_) + Print("Duration: 00:00:11.00\n"));
   tools_.FfplayDoes(Print("playing\n"));
   AfterBlock("one\n", [&] { Give(PreviewCroppedVideo); });
-  Pick(tools_.File("a.mp4"));
+  Pick(tools_.MakeFile("a.mp4"));
   EXPECT_EQ(Store(), "one\nplaying\nDuration: 00:00:11.00\n");
   EXPECT_EQ(VideoDuration, "00:00:11");
 }
@@ -176,7 +176,7 @@ TEST_F(NestedRuns, EventsAreHandledForEachBlockOfTextBeforeItIsStored) {
     });
     gate_.Open();
   };
-  Pick(tools_.File("a.mp4"));
+  Pick(tools_.MakeFile("a.mp4"));
   EXPECT_EQ(handled, (Texts{"one\n, duration: ", "one\nDuration: 00:00:01, duration: 00:00:01",
                             "one\nDuration: 00:00:01\nthree\n, duration: 00:00:01"}));
 }
@@ -218,7 +218,7 @@ TEST_F(NestedRuns, ACropAfterAJobShowsItsWindowAgainAndStartsNoTool) {
 }
 
 TEST_F(NestedRuns, AJobDoesNotStartWhileALoadsDialogIsOpenButOtherTimersTick) {
-  const QString chosen = tools_.File("chosen.mp4");
+  const QString chosen = tools_.MakeFile("chosen.mp4");
   tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
   CropWidth = 111;
   CropTo("/tmp/first.mp4");
@@ -279,12 +279,12 @@ TEST_F(NestedRuns, ALoadAndAPreviewInsideItCanEndWhileAJobRunsInsideBoth) {
     Give(PreviewCroppedVideo);
     EXPECT_EQ(Store().size(), 8 + kMuch);
   });
-  Pick(tools_.File("a.mp4"));
+  Pick(tools_.MakeFile("a.mp4"));
   EXPECT_EQ(Store().size(), 8 + 2 * kMuch);
 }
 
 TEST_F(NestedRuns, ALoadDuringAJobLeavesTheJobsCommandLine) {
-  const QString video = tools_.File("other.mp4");
+  const QString video = tools_.MakeFile("other.mp4");
   tools_.FfmpegDoes(Print("one\n") + Wait(gate_));
   CropTo("/tmp/out.mp4");
   AtNextDoEvents([&] {
@@ -360,7 +360,7 @@ TEST_F(NestedRuns, TheProgramEndsAfterTheToolOfAJobWhoseWindowsWereClosed) {
 
 TEST_F(NestedRuns, AFileThatIsDroppedDuringAJobIsLoadedDuringIt) {
   LoadVideoOf(640, 360);
-  const QString other = tools_.File("other.mp4");
+  const QString other = tools_.MakeFile("other.mp4");
   RunAJobDuring([&] {
     EXPECT_TRUE(DropFiles(Canvas(), {other}));
     EXPECT_TRUE(WaitFor([&] { return VideoPath == other; }));

@@ -35,7 +35,8 @@ TYPED_TEST(MenuItemForAWindow, OpensTheWindowWithoutOwnerAndWithTheMainWindowsIc
   EXPECT_EQ(this->Opened(), nullptr);
   this->Choose();
   ASSERT_NE(this->Opened(), nullptr);
-  EXPECT_EQ(this->template Loaded<Form>().size(), 2U) << "no other window is opened";
+  EXPECT_EQ(this->template Loaded<Form>().size(), 2U)
+      << "not just the main window and the opened one";
   TypeParam& window = *this->Opened();
   EXPECT_TRUE(window.isVisible());
   EXPECT_FALSE(window.isModal());

@@ -181,7 +181,7 @@ TEST_F(Playback, ShowsDurationAndPositionAndOnlyTheDurationAfterAStop) {
 }
 
 TEST_F(Playback, ShowsZeroTimesForAFileThatCannotBePlayed) {
-  Pick(tools_.File("notes.txt"));
+  Pick(tools_.MakeFile("notes.txt"));
   Give(RunVideo);
   ASSERT_TRUE(watch_.AwaitEnd());
   EXPECT_EQ(ReadOuts(), (Texts{"0:00:00", "00:00"}));

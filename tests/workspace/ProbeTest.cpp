@@ -22,7 +22,7 @@ void PrintTo(const TextAndCaptions& tested, std::ostream* out) { *out << tested.
 class SizeProbe : public Probe, public ::testing::WithParamInterface<TextAndCaptions> {};
 
 TEST_P(SizeProbe, SetsTheCaptionsOfTheSize) {
-  Pick(tools_.File("a.mp4"), GetParam().text, "the rest");
+  Pick(tools_.MakeFile("a.mp4"), GetParam().text, "the rest");
   EXPECT_EQ(Size(), GetParam().captions);
   EXPECT_TRUE(ProbeDimensionsDone);
   EXPECT_EQ(Store().toStdString(), GetParam().kept + std::string("the rest"));
@@ -66,7 +66,7 @@ TEST_F(Probe, OfAFileThatCannotBeReadKeepsSizeAndDuration) {
   LoadVideoOf(640, 360);
   const QString store = Store();
   const QString complaint = "b.txt: Invalid data found\n";
-  Pick(tools_.File("b.txt"), complaint, complaint);
+  Pick(tools_.MakeFile("b.txt"), complaint, complaint);
   EXPECT_EQ(Size(), (Texts{"0,640", "0,360"}));
   EXPECT_EQ(Canvas().size(), QSize(640, 360));
   EXPECT_EQ(VideoDuration, "00:00:10");
@@ -75,7 +75,7 @@ TEST_F(Probe, OfAFileThatCannotBeReadKeepsSizeAndDuration) {
 
 TEST_F(Probe, OfASecondVideoKeepsTheFirstOnesDuration) {
   LoadVideoOf(640, 360);
-  Pick(tools_.File("b.mp4"), SizeText(1280, 720), DurationText("00:33:00.00"));
+  Pick(tools_.MakeFile("b.mp4"), SizeText(1280, 720), DurationText("00:33:00.00"));
   EXPECT_EQ(Size(), (Texts{"1,280", "0,720"}));
   EXPECT_EQ(VideoDuration, "00:00:10");
   EXPECT_TRUE(Store().contains("00:33:00"));
@@ -85,7 +85,7 @@ TEST_F(Probe, WithoutItsToolChangesThePathAlone) {
   LoadVideoOf(640, 360);
   const QString store = Store();
   tools_.Remove("ffprobe");
-  const QString video = tools_.File("a.mp4");
+  const QString video = tools_.MakeFile("a.mp4");
   Pick(video);
   EXPECT_EQ(Path().Text(), video);
   EXPECT_EQ(VideoPath, video);

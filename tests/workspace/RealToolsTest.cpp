@@ -150,7 +150,7 @@ void PrintTo(const NameOfMany& tested, std::ostream* out) { *out << tested.name;
 class CropToManyFiles : public RealTools, public ::testing::WithParamInterface<NameOfMany> {};
 
 TEST_P(CropToManyFiles, ReplacesAFileThatExists) {
-  QFile existing(tools_.File(GetParam().file));
+  QFile existing(tools_.MakeFile(GetParam().file));
   LoadMade(Source("320x240"), "clip.mp4");
   CropTheRegionTo(InFolder(GetParam().output));
   ASSERT_TRUE(existing.open(QIODevice::ReadOnly));
@@ -172,7 +172,7 @@ TEST_P(CropRemarks, SayWhatTheToolDoes) {
   const QDir folder(tools_.Path());
   for (const char* inner : {"current", "folder.mp4", "a\"b", "ab"})
     ASSERT_TRUE(folder.mkdir(inner));
-  for (const char* old : {"old.mp4", "old", "old.m3u8", "OLD.MPD", ".m3u8"}) tools_.File(old);
+  for (const char* old : {"old.mp4", "old", "old.m3u8", "OLD.MPD", ".m3u8"}) tools_.MakeFile(old);
   LoadMade(Source("320x240"), "clip.mp4");
   const QString former = QDir::currentPath();
   QDir::setCurrent(InFolder("current"));
@@ -262,7 +262,7 @@ TEST_F(CropWithABlank, AfterAnExtensionMakesASecondUncroppedFile) {
 }
 
 TEST_F(CropWithABlank, KeepsASecondFileThatExistsAndMakesTheFirstOneEmpty) {
-  QFile existing(tools_.File("current/holiday.mp4"));
+  QFile existing(tools_.MakeFile("current/holiday.mp4"));
   CropTheRegionTo(InFolder("my.mp4 holiday.mp4"));
   ASSERT_TRUE(existing.open(QIODevice::ReadOnly));
   EXPECT_EQ(existing.readAll(), "contents");
@@ -271,15 +271,15 @@ TEST_F(CropWithABlank, KeepsASecondFileThatExistsAndMakesTheFirstOneEmpty) {
 }
 
 TEST_F(CropWithABlank, AndTheSwitchToOverwriteReplacesBothFiles) {
-  tools_.File("new.mp4");
-  tools_.File("current/precious.mp4");
+  tools_.MakeFile("new.mp4");
+  tools_.MakeFile("current/precious.mp4");
   CropTheRegionTo(InFolder("new.mp4 -y precious.mp4"));
   EXPECT_EQ(VideoSize(InFolder("new.mp4")), kCropped);
   EXPECT_EQ(VideoSize(InFolder("current/precious.mp4")), kWhole);
 }
 
 TEST_F(CropWithABlank, AndAnotherOptionCanReplaceTheFileThatTheOptionNames) {
-  QFile existing(tools_.File("current/st.txt"));
+  QFile existing(tools_.MakeFile("current/st.txt"));
   CropTheRegionTo(InFolder("new.mp4 -vstats_file st.txt"));
   ASSERT_TRUE(existing.open(QIODevice::ReadOnly));
   EXPECT_TRUE(existing.readAll().contains("frame="));

@@ -19,7 +19,7 @@ class HiddenButtons : public MainWindowTest {
 };
 
 TEST_F(HiddenButtons, RunTheSameCommandsAsTheLabels) {
-  const QString video = tools_.File("a.mp4");
+  const QString video = tools_.MakeFile("a.mp4");
   {
     const DialogAnswers answers({TypeFile(video)});
     Push(LoadVideo);

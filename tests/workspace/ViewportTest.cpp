@@ -154,7 +154,7 @@ TEST_F(Viewport, KeepsBarsAndScrollingForASecondVideoOfTheSameSize) {
   across_.setValue(3);
   Bar(LeftBar).setLeft(44);
   Bar(BaseBar).setTop(222);
-  Pick(tools_.File("other.mp4"), SizeText(640, 360), DurationText("00:00:01.00"));
+  Pick(tools_.MakeFile("other.mp4"), SizeText(640, 360), DurationText("00:00:01.00"));
   EXPECT_EQ(Path().Text(), tools_.Path() + "/other.mp4");
   EXPECT_EQ(Bar(LeftBar).Left(), 44);
   EXPECT_EQ(Bar(BaseBar).Top(), 222);

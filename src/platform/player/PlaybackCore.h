@@ -35,7 +35,7 @@ class PlaybackCore : public QObject {
   // if that is by quarter turns.
   enum class Picture { kStored, kFitted };
 
-  // Loads libmpv, as the first object otherwise does. For any thread.
+  // Loads libmpv. Without this call, the constructor of the first object does. For any thread.
   static void LoadLibrary();
 
   // Isn't usable if the player can't be made. The sound system knows the player as `clientName`.

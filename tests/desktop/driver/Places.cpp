@@ -28,7 +28,7 @@ QList<int> NumbersIn(const QString& text) {
   return numbers;
 }
 
-// Returns a coordinate at the window size `now`, which is `first` at `firstSize` and `second` at
+// Returns, for the window size `now`, a coordinate that is `first` at `firstSize` and `second` at
 // `secondSize`.
 int At(int now, int firstSize, int first, int secondSize, int second) {
   if (first == second) return first;

@@ -29,14 +29,14 @@ namespace {
 // The id of the user "nobody" and of his group.
 constexpr uid_t kOrdinaryUser = 65534;
 
-constexpr auto kExecutable = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
+constexpr auto kForOwnerAlone = QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner;
 
 void WriteScript(const QString& path, const QString& script) {
   QFile::remove(path);
   QFile file(path);
   if (!file.open(QIODevice::WriteOnly)) throw std::runtime_error("a script can't be written");
   file.write("#!/bin/sh\n" + script.toUtf8());
-  file.setPermissions(kExecutable);
+  file.setPermissions(kForOwnerAlone);
 }
 
 QProcessEnvironment CleanEnvironment(const QString& folder, const QString& display) {
@@ -84,7 +84,7 @@ Program::Program(const QString& builtFolder, QString display, const QString& nam
   for (const char* folder : {"program", "home", "commands", "runtime", "log"}) {
     QDir(Folder()).mkdir(folder);
   }
-  QFile::setPermissions(PathOf("runtime"), kExecutable);
+  QFile::setPermissions(PathOf("runtime"), kForOwnerAlone);
   QFile::copy(builtFolder + name_, ProgramFolder() + name_);
   for (const QString tool : {"ffmpeg", "ffprobe", "ffplay"}) {
     const QString real = QFile::symLinkTarget(builtFolder + '/' + tool);
