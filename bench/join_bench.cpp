@@ -68,7 +68,7 @@ class JoinBench {
       std::this_thread::sleep_for(10ms);
     }
     const double end = Now();
-    Need(ConfirmJoin(screen_), "the box at the end doesn't close");
+    Need(CloseJoinMessage(screen_), "the box at the end doesn't close");
     CheckOutput();
     constexpr double kDesignedWait = 1;
     const double begin =

@@ -56,7 +56,7 @@ class JoinerDemo : private DemoPart {
          }),
          "the box stays empty");
     Keep("joiner-6-joined", "the end of the join; the tool's own words made one more strip");
-    Need(ConfirmJoin(screen_), "the box at the end doesn't close");
+    Need(CloseJoinMessage(screen_), "the box at the end doesn't close");
     const double seconds = VideoSeconds(joined);
     Say(QStringLiteral("%1: %2 seconds; its ten sections have %3")
             .arg(joined)

@@ -57,7 +57,7 @@ void Form2::Form_Load() {
   setWindowIcon(mainWindow_.Icon());
   setHeight(kWindowHeight);
 
-  // The bar's range stays 100 if the duration is empty, no time, or 0.
+  // The bar's range stays 100 if the duration is empty, isn't a time, or is 0.
   if (const std::optional<int> duration = SecondsFromTimeText(VideoDuration)) {
     pbar.setMax(static_cast<float>(*duration));
   }

@@ -16,11 +16,11 @@ struct StartedTool;
 
 // Runs one console tool at a time and passes on what it prints while it runs.
 //
-// Text is bytes in the locale's encoding. ReceiveOutputs and Waiting are raised on the thread that
-// calls ExecuteCommand, so a handler may process the program's events and even start a run on
-// another instance. Each run has a thread that reads the tool's text, so that the tool never has to
-// wait for a handler; that thread calls no function of the caller. An instance must outlive its
-// run. All instances belong to one thread.
+// Command lines are UTF-8; a tool's text is the bytes that it prints. ReceiveOutputs and Waiting
+// are raised on the thread that calls ExecuteCommand, so a handler may process the program's events
+// and even start a run on another instance. Each run has a thread that reads the tool's text, so
+// that the tool never has to wait for a handler; that thread calls no function of the caller. An
+// instance must outlive its run. All instances belong to one thread.
 class DOSOutputs {
  public:
   // Raised for each block of the text, 1 to 256 bytes of the tool's standard output and standard

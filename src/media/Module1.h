@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-// Paths that can go unquoted on a command line. Text is bytes in the locale's encoding.
+// Paths that can go unquoted on a command line. Text is UTF-8 in every locale.
 // `linksParent` is a folder whose own path can go unquoted. The functions aren't thread-safe: all
 // are to be called on one thread.
 namespace kelvane {
@@ -17,9 +17,9 @@ using ShowError = std::function<void(const std::string& text, const std::string&
 // percent signs and control characters. For any other path it is that of a link in a private folder
 // (mode 0700) in `linksParent`; the folder is removed when the program ends. The link is named
 // after the path's last name, "My_holiday.mp4" for "My holiday.mp4": "_" replaces what can't go
-// unquoted, at most 40 characters are left, and if the name is taken, a number is added,
-// "My_holiday_2.mp4". An extension of 1 to 10 ASCII letters or digits stays. The same path gets the
-// same link each time; two paths to one file get two links.
+// unquoted, at most 40 characters are left. If another of the program's links has the name, a
+// number is added, "My_holiday_2.mp4". An extension of 1 to 10 ASCII letters or digits stays. The
+// same path gets the same link each time; two paths to one file get two links.
 //
 // Returns an empty text, without a message, if there is no such file or it can't be reached. If the
 // link can't be made, passes the reason and its number to `showError`, unless that is null, and

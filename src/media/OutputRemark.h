@@ -2,8 +2,8 @@
 
 #include <string>
 
-// Sentences for the user on what becomes of the file at a typed path. Text is bytes in the locale's
-// encoding; paths are absolute. The functions only look at the file system.
+// Sentences for the user on what becomes of the file at a typed path. Text is UTF-8;
+// paths are absolute. The functions only look at the file system.
 namespace kelvane {
 
 inline const std::string kFileIsReplaced = "This file exists: it will be replaced.";
@@ -19,9 +19,9 @@ bool IsPlaylist(const std::string& path);
 // Returns the sentence that no file can be made in the folder of `path`; empty if one can.
 std::string FolderRemark(const std::string& path);
 
-// Returns what becomes of the file at `path` when it is opened for writing: `replaced` if the file
-// exists and can be written to; that the file is kept if it exists and can't, or if `replaced` is
-// empty. If there is no such file, returns what FolderRemark does.
+// Returns a sentence on what becomes of the file at `path` when it is opened for writing. If there
+// is no such file, returns what FolderRemark does. If there is one, returns `replaced`, or that the
+// file is kept if it can't be written to or `replaced` is empty.
 std::string WriteRemark(const std::string& path, const std::string& replaced);
 
 // Does what WriteRemark does for the OutputFile of `path`, except that an existing playlist can be

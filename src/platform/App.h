@@ -22,7 +22,7 @@ class App {
   // the program's exit status.
   int Run();
 
-  // The program's own folder, without a trailing separator, in the locale's encoding. It holds the
+  // The program's own folder, without a trailing separator, in UTF-8. It holds the
   // media tools.
   static const std::string& Path() { return path_; }
   // Sets another folder in which the tools are sought, for a test that brings its own tools.

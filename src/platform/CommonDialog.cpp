@@ -155,8 +155,12 @@ void AddRemark(QFileDialog& dialog, const std::function<QString(const QString& p
   const auto* folder = dialog.findChild<QFileSystemModel*>();
   QObject::connect(folder, &QFileSystemModel::rootPathChanged, line, update);
   // After a change of the folder, Qt clears the selection, which selectedFiles prefers to the name.
-  QObject::connect(dialog.findChild<QListView*>(u"listView"_s)->selectionModel(),
-                   &QItemSelectionModel::selectionChanged, line, update);
+  // A folder that is merely picked doesn't count: Enter in the name's box still returns the name.
+  const auto* files = dialog.findChild<QListView*>(u"listView"_s)->selectionModel();
+  QObject::connect(files, &QItemSelectionModel::selectionChanged, line, [update, files, folder] {
+    const QModelIndex picked = files->selectedRows().value(0);
+    if (!picked.isValid() || !folder->isDir(picked)) update();
+  });
   // Files may come and go meanwhile.
   QObject::connect(folder, &QFileSystemModel::rowsInserted, line, update);
   QObject::connect(folder, &QFileSystemModel::rowsRemoved, line, update);

@@ -27,7 +27,7 @@ struct FormDesign {
   float clientWidth;  // twips
   float clientHeight;
   QRgb backColor;
-  QRgb labelColor;  // text of labels and option buttons, and of lists and text boxes with a colour
+  QRgb labelColor;  // text of labels and option buttons, and of lists and text boxes with `color`
   ScaleMode scale;
   BorderStyle border = BorderStyle::kSizable;
   // The window's least size, menu bar included, in twips. Form_Resize must enforce it.
@@ -55,9 +55,9 @@ class Form : public HandlerOwner {
   void Unload();
 
   // The size of the window with its menu bar and without the window manager's frame, in twips.
-  // Setting it has no effect while the window is maximised or full screen, or while it takes over
-  // a size that a Wayland compositor or a window manager imposes. A negative or non-finite value
-  // has no effect.
+  // Setting the size has no effect while the window is maximised or full screen, or while the
+  // window takes over a size that a Wayland compositor or a window manager imposes. A negative or
+  // non-finite value has no effect.
   float Width() const;
   float Height() const;
   void setWidth(float width);

@@ -15,8 +15,9 @@ class Label : public Control {
  public:
   Label(Container& container, const QString& name);
 
-  // Returns a new label like this one, but without the Meaning that a screen reader is told, in the
-  // same container, which owns it. The new label is hidden if the container is on the screen.
+  // Returns a new, enabled label like this one, but without what a screen reader is told of it
+  // beside its role and caption, in the same container, which owns it. The new label is hidden if
+  // the container is on the screen.
   Label& Duplicate(const QString& name) const;
 
   bool Windowless() const override { return true; }

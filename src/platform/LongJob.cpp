@@ -63,28 +63,28 @@ class LongJob::Session {
   }
 
   void Run() {
-    session_ = Open(sd_bus_open_user);
+    sessionBus_ = Open(sd_bus_open_user);
     AskPortal();
     while (!job_.ends_) {
       ShowProgress(job_.percent_);
-      Process(session_);
-      if (!doneAsking_ && (!session_ || Now() >= deadline_)) AskLogind();
-      Process(system_);
+      Process(sessionBus_);
+      if (!doneAsking_ && (!sessionBus_ || Now() >= deadline_)) AskLogind();
+      Process(systemBus_);
       Wait();
     }
     ShowProgress(-1);
-    Process(session_);
+    Process(sessionBus_);
   }
 
  private:
   void AskPortal() {
     constexpr std::uint32_t kSuspend = 4;
     deadline_ = Now() + kPatience;
-    if (!session_) return;
+    if (!sessionBus_) return;
     // The portal answers the call before it asks its backend, which may refuse. The signal
     // Response says whether the backend has granted.
     sd_bus_match_signal_async(
-        session_.get(), nullptr, "org.freedesktop.portal.Desktop", nullptr,
+        sessionBus_.get(), nullptr, "org.freedesktop.portal.Desktop", nullptr,
         "org.freedesktop.portal.Request", "Response",
         [](sd_bus_message* response, void* self, sd_bus_error* /*error*/) {
           std::uint32_t refusal = 0;
@@ -94,7 +94,7 @@ class LongJob::Session {
         },
         nullptr, this);
     sd_bus_call_method_async(
-        session_.get(), nullptr, "org.freedesktop.portal.Desktop",
+        sessionBus_.get(), nullptr, "org.freedesktop.portal.Desktop",
         "/org/freedesktop/portal/desktop", "org.freedesktop.portal.Inhibit", "Inhibit",
         [](sd_bus_message* answer, void* self, sd_bus_error* /*error*/) {
           if (sd_bus_message_is_method_error(answer, nullptr) != 0) {
@@ -113,10 +113,10 @@ class LongJob::Session {
   // Is called at most once.
   void AskLogind() {
     doneAsking_ = true;
-    system_ = Open(sd_bus_open_system);
-    if (!system_) return;
+    systemBus_ = Open(sd_bus_open_system);
+    if (!systemBus_) return;
     sd_bus_call_method_async(
-        system_.get(), nullptr, "org.freedesktop.login1", "/org/freedesktop/login1",
+        systemBus_.get(), nullptr, "org.freedesktop.login1", "/org/freedesktop/login1",
         "org.freedesktop.login1.Manager", "Inhibit",
         [](sd_bus_message* answer, void* self, sd_bus_error* /*error*/) {
           int inhibitor = -1;
@@ -132,8 +132,8 @@ class LongJob::Session {
   void ShowProgress(int percent) {
     if (percent == shown_) return;
     shown_ = percent;
-    if (!session_) return;
-    sd_bus_emit_signal(session_.get(), "/com/canonical/unity/launcherentry/kelvane",
+    if (!sessionBus_) return;
+    sd_bus_emit_signal(sessionBus_.get(), "/com/canonical/unity/launcherentry/kelvane",
                        "com.canonical.Unity.LauncherEntry", "Update", "sa{sv}", job_.entry_.c_str(),
                        2, "progress", "d", std::max(percent, 0) / double{kWholePercent},
                        "progress-visible", "b", int{percent >= 0});
@@ -144,7 +144,7 @@ class LongJob::Session {
     microseconds next = doneAsking_ ? microseconds::max() : deadline_;
     std::array<pollfd, 3> awaited{{{job_.wake_, POLLIN, 0}, {-1, 0, 0}, {-1, 0, 0}}};
     for (const auto& [bus, entry] :
-         {std::pair(session_.get(), &awaited[1]), std::pair(system_.get(), &awaited[2])}) {
+         {std::pair(sessionBus_.get(), &awaited[1]), std::pair(systemBus_.get(), &awaited[2])}) {
       if (bus == nullptr) continue;
       *entry = {sd_bus_get_fd(bus), static_cast<short>(sd_bus_get_events(bus)), 0};
       std::uint64_t timeout = 0;  // UINT64_MAX for none
@@ -164,8 +164,8 @@ class LongJob::Session {
 
   const LongJob& job_;
   const char* purpose_;
-  Bus session_;
-  Bus system_;
+  Bus sessionBus_;
+  Bus systemBus_;
   microseconds deadline_{};  // when logind is asked, unless the portal has granted the request
   bool doneAsking_ = false;  // whether the portal has granted, or logind has been asked
   int inhibitor_ = -1;       // a descriptor from logind: no suspension while it is open

@@ -6,8 +6,8 @@
 
 namespace kelvane {
 
-// Tells the desktop that a long job runs. While this object lives, the session isn't suspended, and
-// the program's entry in a launcher, if the desktop has one, shows how much of the job is done. The
+// Tells the desktop that a long job runs. While this object lives, the desktop is asked not to
+// suspend the session, and to show in the program's launcher entry how much of the job is done. The
 // object has a thread of its own, which sends its requests over D-Bus. It asks the desktop portal
 // to keep the session from being suspended, and logind if the portal refuses or doesn't answer
 // within three seconds. The caller never waits for an answer. Refusals, silence and a thread that

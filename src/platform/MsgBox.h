@@ -15,7 +15,7 @@ enum class MsgBoxResult { kOK = 1, kCancel = 2, kYes = 6, kNo = 7 };
 // App::Title. For the user-interface thread.
 MsgBoxResult MsgBox(const QString& text, int buttons = kOKOnly, const QString& title = {});
 
-// Does the same with a warning icon and an OK button. The texts are in the locale's encoding.
+// Does the same with a warning icon and an OK button. The texts are UTF-8.
 void ShowErrorMessage(const std::string& text, const std::string& title);
 
 }  // namespace kelvane

@@ -7,8 +7,8 @@ namespace kelvane {
 namespace {
 
 // Sorts the widgets into lines from top to bottom, and each line from left to right. The widget
-// with the highest middle begins a line, which takes in all widgets whose middle isn't below its
-// bottom. The remaining widgets form further lines in the same way.
+// with the highest middle begins a line, which takes in all widgets whose middle isn't below that
+// widget's bottom. The remaining widgets form further lines in the same way.
 void SortForReading(QList<SpokenWidget*>& widgets) {
   const auto middle = [](const SpokenWidget* widget) { return widget->geometry().center().y(); };
   const auto left = [](const SpokenWidget* widget) { return widget->x(); };

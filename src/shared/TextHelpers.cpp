@@ -13,8 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Removes the commas before groups of three digits, so that the designed caption "0,000" converts
-// in every locale. Not for locales whose decimal separator is a comma.
+// Removes the commas before groups of three digits, so that the designed caption "0,000" converts.
+// Not to be called in a locale whose decimal separator is a comma: there it converts as it is.
 void RemoveGroupingCommas(QString& text) {
   static const QRegularExpression comma(u"(?<=[0-9]),(?=[0-9]{3}(?![0-9]))"_s);
   text.remove(comma);

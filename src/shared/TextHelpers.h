@@ -10,8 +10,8 @@
 // doesn't convert. Thread-safe.
 namespace kelvane {
 
-// Convert between QString and the locale's encoding, which the media tools use. Characters that the
-// target can't represent are replaced.
+// Convert between QString and UTF-8, the encoding of the media tools' texts in every locale. What
+// can't be converted is replaced.
 std::string ToNarrow(const QString& text);
 QString FromNarrow(const std::string& bytes);
 

@@ -46,7 +46,7 @@ void Stabiliser::WireCommands() {
       ClearHighlights();
     };
   }
-  TakesDrops = [this] { return cancelCaption_ == nullptr; };
+  TakesDrops = [this] { return cancelLabel_ == nullptr; };
   FilesDropped = [this](const QStringList& paths) { SelectDropped(paths.front()); };
   for (TextBox* box : {&Text1, &Text5}) {
     box->EditFinished = [this](int /*Index*/) { TakeTypedPaths(); };
@@ -64,12 +64,12 @@ void Stabiliser::MakeCommand(Label& caption, void (Stabiliser::*action)()) {
   };
   caption.MouseDown = [this, &caption](const MouseEvent& /*event*/) {
     pressed_ = &caption;
-    pressedToCancel_ = cancelCaption_ == &caption;
+    pressedToCancel_ = cancelLabel_ == &caption;
   };
   // The second release of a double-click is no click.
   caption.MouseUp = [this, &caption, action](const MouseEvent& /*event*/) {
     if (std::exchange(pressed_, nullptr) != &caption) return;
-    if (cancelCaption_ == &caption) {
+    if (cancelLabel_ == &caption) {
       Cancel();
     } else if (!pressedToCancel_ && caption.isEnabled() && TakeTypedSource(&caption) &&
                TakeTypedOther(&caption)) {
@@ -80,7 +80,7 @@ void Stabiliser::MakeCommand(Label& caption, void (Stabiliser::*action)()) {
 
 Label& Stabiliser::Label12(int index) const { return Find<Label>(u"Label12(%1)"_s.arg(index)); }
 
-// The box of Label6(0) is a label of its own.
+// The background of Label6(0) is another label, Label6(1).
 Label& Stabiliser::HighlightOf(Label& caption) const {
   return &caption == &Label6(0) ? Label6(1) : caption;
 }

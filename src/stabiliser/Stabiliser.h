@@ -182,7 +182,7 @@ class Stabiliser : public Form3 {
   std::unique_ptr<CloseOnSignal> closeOnSignal_;
   Label* pressed_ = nullptr;        // the caption whose release is awaited
   bool pressedToCancel_ = false;    // it read "Cancel" then; the run may end before the release
-  Label* cancelCaption_ = nullptr;  // the one that reads "Cancel"
+  Label* cancelLabel_ = nullptr;    // the one that reads "Cancel"
   DOSOutputs* tool_ = nullptr;      // the one that runs
   std::optional<LongJob> longJob_;  // from the first tool with a progress to the end of the action
   bool cancelled_ = false;

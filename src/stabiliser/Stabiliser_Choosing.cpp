@@ -84,7 +84,7 @@ void Stabiliser::TakeTypedPaths() {
 
 bool Stabiliser::TakeTypedSource(const Label* clicked) {
   const QString former = source_ ? source_->path : QString();
-  if (cancelCaption_ != nullptr || Text1.Text() == former) return true;
+  if (cancelLabel_ != nullptr || Text1.Text() == former) return true;
   const QString path = Trim(Text1.Text());
   const bool isDiscarded = path.isEmpty() || clicked == &Label6(0);
   if (!isDiscarded && SetSource(path)) return true;
@@ -95,7 +95,7 @@ bool Stabiliser::TakeTypedSource(const Label* clicked) {
 // An empty box stands for the video of the time line.
 bool Stabiliser::TakeTypedOther(const Label* clicked) {
   const QString former = VideoToStabilise() != nullptr ? VideoToStabilise()->path : QString();
-  if (cancelCaption_ != nullptr || Text5.Text() == former) return true;
+  if (cancelLabel_ != nullptr || Text5.Text() == former) return true;
   const QString path = Trim(Text5.Text());
   const bool isDiscarded = path.isEmpty() || clicked == &Label12(LoadOther);
   if (path.isEmpty()) otherVideo_.reset();

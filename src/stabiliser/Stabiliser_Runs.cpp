@@ -50,8 +50,8 @@ QString Paragraphs(const QString& first, const QString& second) {
 }
 
 void Stabiliser::RunCancellable(Label& caption, const std::function<QString()>& action) {
-  if (cancelCaption_ != nullptr) return;
-  cancelCaption_ = &caption;
+  if (cancelLabel_ != nullptr) return;
+  cancelLabel_ = &caption;
   cancelled_ = false;
   succeeded_ = false;
   const QString designed = caption.Caption();
@@ -69,7 +69,7 @@ void Stabiliser::RunCancellable(Label& caption, const std::function<QString()>& 
     message = FromNarrow(error.what());
   }
   longJob_.reset();
-  cancelCaption_ = nullptr;
+  cancelLabel_ = nullptr;
   caption.setCaption(designed);
   UpdateCommands();
   // With this reason the control shows its focus frame again if it showed one before.
@@ -81,10 +81,10 @@ void Stabiliser::RunCancellable(Label& caption, const std::function<QString()>& 
 // Enables what starts tools or takes paths; while a tool runs, only the caption that cancels it.
 void Stabiliser::UpdateCommands() {
   ClearHighlights();
-  const bool idle = cancelCaption_ == nullptr;
+  const bool idle = cancelLabel_ == nullptr;
   for (Label* caption : {&Label6(0), &Label12(Apply), &Label12(TestSettings), &Label12(LoadOther),
                          &Label14(ExtractRegion), &Label14(ViewRegion)}) {
-    caption->setEnabled(idle || caption == cancelCaption_);
+    caption->setEnabled(idle || caption == cancelLabel_);
   }
   Text1.setEnabled(idle);
   Text5.setEnabled(idle);

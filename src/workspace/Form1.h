@@ -42,7 +42,8 @@ enum ReadOut : int {
   RegionRight = 15
 };
 
-// The commands, Label14 and the hidden row Command1, where the last one is StartFreshButton.
+// The commands, by index in Label14 and in the hidden row of buttons, Command1. Index 6 is
+// ResetMarkers in Label14, but StartFreshButton in Command1.
 enum Command : int {
   LoadVideo = 0,
   RunVideo = 1,
@@ -57,8 +58,9 @@ enum Command : int {
 // The main window: the picture with its marker bars, the read-outs and the commands.
 //
 // There is no model behind the window: the source size is in the captions of Label1(1) and
-// Label1(3), and the region in the places of the bars. The canvas is as large as the video, so a
-// position on it is a pixel of the source.
+// Label1(3), and the region in the places of the bars, from which each tick of Timer2 sets
+// CropLeft, CropTop, CropWidth and CropHeight. The canvas is as large as the video, so a position
+// on it is a pixel of the source.
 class Form1 : public Form, public MainWindow {
   Q_OBJECT
  public:

@@ -9,7 +9,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Pixels of the canvas to one unit of a scroll bar's range, and to one unit of its value.
+// A scroll bar's Max is the canvas's size divided by the first number. A step of its value moves
+// the canvas by the second or third number of pixels. The numbers don't agree.
 constexpr float kPixelsPerRangeUnit = 15;
 constexpr int kPixelsPerHorizontalStep = 6;
 constexpr int kPixelsPerVerticalStep = 10;
@@ -55,7 +56,8 @@ void Form1::VScroll1_Change() {
   }
 }
 
-// The tip adds the vertical scrolling to the position, but not the horizontal. If the canvas isn't
+// The tip adds the first four digits of the vertical scrolling to the position, and nothing of the
+// horizontal. If the canvas isn't
 // scrolled vertically, the tip stays as it was.
 void Form1::ShowPosition(const MouseEvent& event) {
   constexpr qsizetype kAfterSign = 1;

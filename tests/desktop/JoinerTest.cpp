@@ -20,7 +20,7 @@ void JoinerTest::Add(const QString& file) {
 
 void JoinerTest::JoinTo(const QString& output) {
   ASSERT_TRUE(joiner.ChooseFile(JoinerButton::kJoinSections, output));
-  ASSERT_TRUE(ConfirmJoin(screen, 60s)) << "the box at the end doesn't come";
+  ASSERT_TRUE(CloseJoinMessage(screen, 60s)) << "the box at the end doesn't come";
 }
 
 }  // namespace kelvane::desktop

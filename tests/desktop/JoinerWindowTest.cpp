@@ -105,7 +105,7 @@ TEST_F(JoinerOnScreen, IgnoresARequestToCloseWhileTheToolRuns) {
   ASSERT_TRUE(WaitFor([&] { return !program.RunsOf("ffmpeg").isEmpty(); }));
   screen.Close(joiner.Id());
   ASSERT_TRUE(program.Open("join"));
-  ASSERT_TRUE(ConfirmJoin(screen));
+  ASSERT_TRUE(CloseJoinMessage(screen));
   EXPECT_TRUE(joiner.AwaitProcess("Process: Video Created."));
   EXPECT_TRUE(HoldsFor([&] { return program.Running(); }, 300ms));
   CloseJoinerAndExpectEnd();

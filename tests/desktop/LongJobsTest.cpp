@@ -84,7 +84,7 @@ TEST_F(LongJoin, KeepsTheSessionFromSuspensionAndShowsItsProgressInTheLauncherUn
   EXPECT_TRUE(AwaitInhibited());
   EXPECT_TRUE(AwaitProgress("application://kelvane-joiner.desktop 50%"));
   EXPECT_TRUE(program.Open("go"));
-  ASSERT_TRUE(ConfirmJoin(screen));
+  ASSERT_TRUE(CloseJoinMessage(screen));
   EXPECT_TRUE(AwaitNotInhibited());
 
   screen.Click(joiner.Place("Option1(1)").center());
@@ -94,7 +94,7 @@ TEST_F(LongJoin, KeepsTheSessionFromSuspensionAndShowsItsProgressInTheLauncherUn
   EXPECT_TRUE(AwaitProgress("application://kelvane-joiner.desktop 50%"))
       << "the first of the two sections isn't shown";
   EXPECT_TRUE(program.Open("go"));
-  ASSERT_TRUE(ConfirmJoin(screen));
+  ASSERT_TRUE(CloseJoinMessage(screen));
   EXPECT_TRUE(AwaitNotInhibited());
   EXPECT_EQ(services.Asked(),
             (QStringList{"portal: 4, Joining videos", "portal: 4, Transcoding videos"}));

@@ -214,7 +214,7 @@ TEST_F(JoinersToolFaults, AStoppedToolHoldsUpTheWindowUntilItIsContinued) {
 
   ASSERT_TRUE(joiner.ChooseFile(JoinerButton::kJoinSections, output));
   ASSERT_NO_FATAL_FAILURE(ExpectStandstillAndContinue());
-  ASSERT_TRUE(ConfirmJoin(screen));
+  ASSERT_TRUE(CloseJoinMessage(screen));
   EXPECT_EQ(Pictures(output), Pictures(clip));
   CloseJoinerAndExpectEnd();
 }
@@ -227,7 +227,7 @@ TEST_F(JoinersToolFaults, AFloodFromAJoinsToolTakesTwiceItsSizeOfMemoryAtMost) {
   const qint64 before = program.Memory();
   ASSERT_GT(before, 0);
   ASSERT_TRUE(program.Open("go"));
-  ASSERT_TRUE(ConfirmJoin(screen, 100s));
+  ASSERT_TRUE(CloseJoinMessage(screen, 100s));
   const qint64 peak = program.PeakMemory() - before;
   EXPECT_GT(peak, kFlood);
   if (!kSanitized) {

@@ -87,7 +87,7 @@ class MainWindowUnderACompositor : public OnACompositor {
 
   void SetUp() override {
     OnACompositor::SetUp();
-    ASSERT_TRUE(window.AwaitInside(OutputWindow())) << "the main window doesn't come";
+    ASSERT_TRUE(window.AwaitInOutput(OutputWindow())) << "the main window doesn't come";
     const QPoint corner = window.Place(MainWindow::NameOf(kLoadVideo)).topLeft() + QPoint(1, 1);
     ASSERT_TRUE(WaitFor([&] {
       MovePointerViaCorners(window.Place(MainWindow::NameOf(kLoadVideo)).center());
@@ -160,7 +160,7 @@ TEST_P(JoinerUnderACompositor, HasFramesOnePixelWideAndShowsTenSecondsAsOnePixel
   WriteFile(section, "no video");
   // The first picture may have another scale, in which the menu bar has another height.
   ASSERT_TRUE(WaitFor([&] {
-    if (!joiner.AwaitInside(OutputWindow())) return false;
+    if (!joiner.AwaitInOutput(OutputWindow())) return false;
     const QRect frame = joiner.Place("Shape2");
     const QImage picture = screen.Picture();
     return AllOf(picture, QRect(frame.topLeft(), QSize(frame.width(), 1)), kLit) &&
@@ -184,7 +184,7 @@ class SectionsUnderACompositor : public OnACompositor {
 
 TEST_P(SectionsUnderACompositor, MovesNeedlesAndThumbsByPixelsOfTheScreen) {
   constexpr int kAccuracySlider = 2;
-  ASSERT_TRUE(sections.AwaitInside(OutputWindow())) << "the section window doesn't come";
+  ASSERT_TRUE(sections.AwaitInOutput(OutputWindow())) << "the section window doesn't come";
   // The pointer is part of the compositor's picture.
   const QPoint aside = sections.BareGround();
   MovePointerViaCorners(aside);
@@ -213,7 +213,7 @@ TEST_P(LostCompositor, EndsTheProgramAndItsTool) {
   program.ReplaceTool("ffprobe", "exec sleep 1000");
   const QString file = program.PathOf("a.mp4");
   WriteFile(file, "no video");
-  ASSERT_TRUE(stabiliser.AwaitInside(OutputWindow())) << "the window doesn't come";
+  ASSERT_TRUE(stabiliser.AwaitInOutput(OutputWindow())) << "the window doesn't come";
   MovePointerViaCorners(stabiliser.Place("Text1").center());
   screen.Still(screen.Place(OutputWindow()));
   screen.Click(stabiliser.Place("Text1").center());

@@ -51,7 +51,7 @@ class UnderATilingManager : protected TiledDisplay, public DesktopTest {
   }
 };
 
-TEST_F(UnderATilingManager, TheWindowAsksOnceForItsLeastSizeAndAcceptsTheOneItIsGiven) {
+TEST_F(UnderATilingManager, TheWindowAsksOnceForItsLeastSizeAndThenAcceptsAnySizeThatItIsGiven) {
   EXPECT_TRUE(StopsAsking());
   const int requests = manager.Requests();
   manager.Resize(window.Id(), kSecondSize);

@@ -77,7 +77,8 @@ class Installation {
     return files;
   }
 
-  // Installs a component, which leaves the manifest of the developer's own installation alone.
+  // Installs the component that is the whole program: CMake then writes a manifest of the
+  // component, and leaves that of the developer's own installation alone.
   void Install() const {
     QLockFile lock(kLock);
     lock.lock();
@@ -173,7 +174,7 @@ QByteArray ContentOf(const QString& path) {
 
 void MakeFile(const QString& path) { ASSERT_TRUE(QFile(path).open(QIODevice::WriteOnly)); }
 
-TEST(Installed, HasEachFileInItsPlaceAndLeavesNothingButForeignFiles) {
+TEST(Installed, HasEachFileInItsPlaceAndWhenRemovedLeavesOnlyForeignFiles) {
   const Installation installation;
   installation.Install();
   EXPECT_EQ(installation.Files(), ExpectedFiles());
@@ -285,7 +286,7 @@ TEST(Installed, OpensWindowsWithTheClassesOfTheDesktopEntries) {
   }
 }
 
-// Used by an ordinary user, who can't write to the program's folder.
+// The installed joiner, used by an ordinary user, who can't write to its folder.
 class InstalledJoiner : public JoinerTest {
  protected:
   void SetUp() override {
@@ -349,7 +350,7 @@ TEST_F(InstalledPackage, CropsAndIsRemovedWithoutATrace) {
   };
   const QStringList before = systemFiles();
   const QStringList dpkg = {"--root=" + installation.Root(), "--force-not-root", "--force-depends",
-                            "--force-script-chrootless"};
+                            "--force-script-chrootless", "--force-bad-path"};
   Ran("dpkg", dpkg + QStringList{"--install", installation.MakePackage()});
 
   installation.Use(program, "usr/bin/kelvane");

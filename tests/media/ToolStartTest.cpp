@@ -12,9 +12,9 @@
 namespace {
 
 // The number of steps until one fails: 1 for the next one, 0 for none.
-int failingStep = 0;
+int stepsUntilFailure = 0;
 
-bool Fails() { return failingStep > 0 && --failingStep == 0; }
+bool FailsNow() { return stepsUntilFailure > 0 && --stepsUntilFailure == 0; }
 
 }  // namespace
 
@@ -23,7 +23,7 @@ bool Fails() { return failingStep > 0 && --failingStep == 0; }
   extern "C" int function parameters noexcept {                               \
     static auto* const original =                                             \
         reinterpret_cast<decltype(&::function)>(dlsym(RTLD_NEXT, #function)); \
-    return Fails() ? ENOMEM : original arguments;                             \
+    return FailsNow() ? ENOMEM : original arguments;                          \
   }
 
 using Actions = posix_spawn_file_actions_t;
@@ -49,15 +49,15 @@ TEST(ToolStart, RaisesNoEventAndLeaksNoDescriptorWhicheverStepFails) {
   constexpr int kSteps = 9;
   const std::set<int> descriptors = OpenDescriptors();
   for (int step = 1; step <= kSteps; ++step) {
-    failingStep = step;
+    stepsUntilFailure = step;
     EXPECT_EQ(RunLine("/bin/echo text"), Events{}) << step;
-    EXPECT_EQ(failingStep, 0) << "no step failed";
+    EXPECT_EQ(stepsUntilFailure, 0) << "no step failed";
     EXPECT_EQ(OpenDescriptors(), descriptors) << step;
   }
-  failingStep = kSteps + 1;
+  stepsUntilFailure = kSteps + 1;
   EXPECT_EQ(Joined(RunLine("/bin/echo text")), "text\n");
-  EXPECT_EQ(failingStep, 1) << "there is a further step";
-  failingStep = 0;
+  EXPECT_EQ(stepsUntilFailure, 1) << "there is a further step";
+  stepsUntilFailure = 0;
 }
 
 }  // namespace

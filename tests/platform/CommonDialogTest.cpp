@@ -130,7 +130,7 @@ class FileDialog : public ::testing::Test {
   }
 };
 
-TEST_F(FileDialog, HasQtsTitleUnlessItIsGivenOneWhichHoldsForOneDialog) {
+TEST_F(FileDialog, HasQtsTitleUnlessATitleIsSetForThatOneDialog) {
   const QString open = TitleOf(&CommonDialog::ShowOpen);
   const QString save = TitleOf(&CommonDialog::ShowSave);
   EXPECT_NE(open, QString());
@@ -140,7 +140,7 @@ TEST_F(FileDialog, HasQtsTitleUnlessItIsGivenOneWhichHoldsForOneDialog) {
   EXPECT_EQ(TitleOf(&CommonDialog::ShowOpen), open);
 }
 
-TEST_F(FileDialog, IsQtsAndModalToItsWindow) {
+TEST_F(FileDialog, IsQtsOwnDialogAndModalToItsWindow) {
   Open([this](QFileDialog& shown) {
     EXPECT_TRUE(shown.testOption(QFileDialog::DontUseNativeDialog));
     EXPECT_EQ(shown.parentWidget(), &form);
@@ -341,6 +341,7 @@ TEST_F(FileDialog, RenewsTheRemarkWhenAFileComesOrGoes) {
 TEST_F(FileDialog, RenewsTheRemarkInAFolderThatIsOpenedInTheList) {
   const QString inner = folder.filePath("inner");
   ASSERT_TRUE(QDir().mkdir(inner));
+  Touch(inner + "/any.mp4");
   dialog.Remark = [](const QString& path) { return "about " + path; };
   Save([&](QFileDialog& shown) {
     const auto says = [&](const QString& remark) {
@@ -367,6 +368,24 @@ TEST_F(FileDialog, RenewsTheRemarkInAFolderThatIsOpenedInTheList) {
     EXPECT_TRUE(says("about " + inner + "/clip.mp4"));
     shown.reject();
   });
+}
+
+TEST_F(FileDialog, KeepsTheRemarkOnTheTypedNameWhileAFolderIsPicked) {
+  ASSERT_TRUE(QDir().mkdir(folder.filePath("inner")));
+  dialog.Remark = [](const QString& path) { return "about " + path; };
+  const bool saved = Save([&](QFileDialog& shown) {
+    NameOf(shown).setText("new.mp4");
+    const QItemSelectionModel& picked = *ListOf(shown).selectionModel();
+    EXPECT_TRUE(WaitFor([&] {
+      Pick(shown, "inner");
+      return picked.selectedRows().value(0).data() == "inner";
+    }));
+    EXPECT_EQ(NameOf(shown).accessibleDescription(), "about " + folder.filePath("new.mp4"));
+    NameOf(shown).setFocus();
+    QTest::keyClick(&NameOf(shown), Qt::Key_Return);
+  });
+  EXPECT_TRUE(saved);
+  EXPECT_EQ(dialog.FileName, folder.filePath("new.mp4"));
 }
 
 TEST_F(FileDialog, CutsALongRemarkWithAnEllipsisAndShowsAllOfItInTheToolTip) {
@@ -543,7 +562,7 @@ TEST_F(FileDialog, EnablesItsButtonOnlyWhileTheTypedNameIsThatOfAFile) {
   });
 }
 
-TEST_F(FileDialog, IsNotShownToACommandWithAGivenFileWhichHoldsForThatCommandAlone) {
+TEST_F(FileDialog, IsNotShownToACommandThatRunsWithAGivenFileButToTheNextCommand) {
   const QString chosen = folder.filePath(everyFile.at(0));
   dialog.DialogTitle = "A title";
   dialog.RunWithFile(chosen, [&] { EXPECT_TRUE(dialog.ShowOpen()); });

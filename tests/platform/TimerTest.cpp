@@ -112,7 +112,7 @@ TEST_F(TimerTest, TicksOnceForAllTheIntervalsInWhichNoEventWasProcessed) {
   EXPECT_TRUE(AwaitTicks(2));
 }
 
-TEST_F(TimerTest, TicksOnlyWhileItsFormIsLoadedShownOrNot) {
+TEST_F(TimerTest, TicksOnlyWhileItsFormIsLoadedEvenIfItIsNotShown) {
   form.Unload();
   timer.setEnabled(true);
   PassAnInterval();

@@ -59,7 +59,7 @@ TEST_F(TimeLineMenu, OpensByARightClickOnTheFrameOutsideTheTimeLine) {
   EXPECT_EQ(NeedleBox(EndNeedle).Left(), 298);
 }
 
-TEST_F(TimeLineMenu, SetsTheStartButShowsItOnlyIfNoneIsShown) {
+TEST_F(TimeLineMenu, SetsTheStartButShowsItOnlyIfTheReadOutIsZero) {
   SetStartAt(0);
   EXPECT_EQ(Time(SectionStart), "00:00:00");
   SetStartAt(754);
@@ -99,15 +99,16 @@ TEST_F(TimeLineMenu, LeavesTheLinesInTheirPlacesUntilTheNextDrag) {
   EXPECT_EQ(span.X1(), 400);
   EXPECT_EQ(span.X2(), 754);
   EXPECT_EQ(Get<Line>("Line3", StartNeedle).X1(), 402);
-  EXPECT_EQ(Get<Line>("Line3", EndNeedle).X1(), 138) << "the hairline of the other needle stays";
+  EXPECT_EQ(Get<Line>("Line3", EndNeedle).X1(), 138)
+      << "the hairline of the other needle has moved";
 }
 
-TEST_F(TimeLineMenu, PutsTheNeedleAtTheMousesLastPlaceCountedInTheBoxUnderTheMouse) {
+TEST_F(TimeLineMenu, PutsTheNeedleAtTheMousesLastPlaceRelativeToTheBoxUnderTheMouse) {
   ChooseEnd();
-  EXPECT_EQ(NeedleBox(EndNeedle).Left(), 0) << "the place is 0 before any move";
+  EXPECT_EQ(NeedleBox(EndNeedle).Left(), 0) << "before any move the place must be 0";
   MoveOver(Strip(), 110.5);
   ChooseEnd();
-  EXPECT_EQ(NeedleBox(EndNeedle).Left(), 110) << "half is rounded to even";
+  EXPECT_EQ(NeedleBox(EndNeedle).Left(), 110) << "half isn't rounded to even";
   MoveOver(Strip(), 2.5);
   ChooseStart();
   EXPECT_EQ(NeedleBox(StartNeedle).Left(), 2);
@@ -119,7 +120,7 @@ TEST_F(TimeLineMenu, PutsTheNeedleAtTheMousesLastPlaceCountedInTheBoxUnderTheMou
   ASSERT_EQ(Strip().Left(), -40);
   MoveOver(Frame(), 333);
   ChooseEnd();
-  EXPECT_EQ(NeedleBox(EndNeedle).Left(), 333) << "although the time line is scrolled";
+  EXPECT_EQ(NeedleBox(EndNeedle).Left(), 333) << "the scrolling of the time line counts";
 }
 
 using TimeLineToolTip = TimeLineMenu;

@@ -66,7 +66,7 @@ TEST_F(NewFiles, AreRefusedAtOnceIfTheFileSystemRefusesTheName) {
   EXPECT_EQ(Names(), QStringList());
 }
 
-// The dialog hasn't asked before that is replaced.
+// The dialog doesn't ask before such a link is replaced.
 TEST_F(NewFiles, DoNotReplaceALinkThatLeadsNowhere) {
   fs::create_symlink(PathOf("missing.mp4"), PathOf("link.mp4"));
   EXPECT_THROW(NewFile(PathOf("link.mp4")), std::system_error);

@@ -6,7 +6,7 @@
 #include "shared/Product.h"
 
 // Tests run on the offscreen platform unless QT_QPA_PLATFORM says otherwise, in the C locale, and
-// without the buses of the developer's session.
+// without the developer's session bus and the system bus.
 int main(int argc, char** argv) {
   testing::InitGoogleTest(&argc, argv);
   qputenv("LC_ALL", "C.UTF-8");

@@ -46,8 +46,8 @@ TEST_F(Failure, OfALoadBeforeTheSizeProbeShowsAMessageAndTheNextLoadWorks) {
 TEST_F(Failure, OfALoadAfterTheSizeProbeShowsAMessageAndKeepsTheSize) {
   const QString video = tools_.MakeFile("a.mp4");
   tools_.SizeProbeDoes(Print(SizeText(1280, 720)));
-  // Events are first handled at the end of the size probe.
-  Get<Timer>("Timer2").Tick = nullptr;
+  Get<Timer>("Timer2").Tick = nullptr;  // otherwise the failure could be that of a tick
+  // The load first calls DoEvents at the end of the size probe.
   Before(Path().Change, [](int) {
     AtNextDoEvents([] {
       ServePendingEvents();  // so that no other event is left whose handling allocates memory

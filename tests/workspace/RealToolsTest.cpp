@@ -335,7 +335,7 @@ TEST_F(TurnedVideo, IsTurnedBeforeItIsCropped) {
   EXPECT_NE(PicturesSum(InFolder("cropped.mp4")), PicturesSum(InFolder("marked.mp4")));
 }
 
-TEST_F(TurnedVideo, IsCroppedWhereTheRegionLiesOnceItWasStoredTurned) {
+TEST_F(TurnedVideo, HasItsTurnedSizeAndIsCroppedToTheRegionsSizeOnceItIsStoredTurned) {
   LoadMade({"-i", InFolder("phone.mp4"), "-c:a", "copy"}, "turned.mp4");
   ExpectSize("0,240", "0,320");
   CropTheRegionTo(InFolder("cropped.mp4"));

@@ -9,7 +9,7 @@
 namespace kelvane::testing {
 namespace {
 
-TEST(MainWindowLoad, ResetsTimersBalanceAndSharedValues) {
+TEST(MainWindowLoad, ResetsTheTimersTheBalanceAndTheSharedValues) {
   ForgetSharedValues();
   MainWindowMinimised = true;
   ProbeDimensionsDone = true;

@@ -27,13 +27,13 @@ QString NameOf(JoinerButton button) { return u"Label1(%1)"_s.arg(static_cast<int
 
 bool JoinerWindow::Await() {
   const WindowId window = screen_.Await("Video Joiner");
-  return window != 0 && AwaitInside(window) &&
+  return window != 0 && AwaitInOutput(window) &&
          WaitFor([this] { return ShowsProcess("Process: Compiling Video List"); });
 }
 
 // This looks for what is drawn on the ruler and compares no caption, since letters may look
 // different under Wayland.
-bool JoinerWindow::AwaitInside(WindowId window) {
+bool JoinerWindow::AwaitInOutput(WindowId window) {
   window_ = window;
   return WaitFor([this] {
     menuHeight_ = AreaUnderMenus(screen_, window_, kGround).top() - screen_.Place(window_).top();
@@ -162,7 +162,7 @@ bool JoinerWindow::Chosen(const QRect& entry) const {
   return CountOf(picture, picture.rect(), kGround) < picture.width();
 }
 
-bool ConfirmJoin(Screen& screen, std::chrono::milliseconds patience) {
+bool CloseJoinMessage(Screen& screen, std::chrono::milliseconds patience) {
   const WindowId box = screen.Await("Kelvane", patience);
   if (box == 0 || !WaitFor([&] { return screen.Active(box); })) return false;
   screen.PressKey(kReturn);

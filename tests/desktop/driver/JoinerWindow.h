@@ -22,7 +22,7 @@ class JoinerWindow {
   // Waits until the window is on the screen and painted. Returns false if it doesn't come.
   bool Await();
   // The same under a Wayland compositor: `window` is the X window of the program's output.
-  bool AwaitInside(WindowId window);
+  bool AwaitInOutput(WindowId window);
   WindowId Id() const { return window_; }
 
   // The area under the menu bar.
@@ -75,6 +75,6 @@ class JoinerWindow {
 };
 
 // Waits for the message box at the end of a join and closes it. Returns false if it doesn't come.
-bool ConfirmJoin(Screen& screen, std::chrono::milliseconds patience = kPatience);
+bool CloseJoinMessage(Screen& screen, std::chrono::milliseconds patience = kPatience);
 
 }  // namespace kelvane::desktop

@@ -15,7 +15,7 @@ bool SectionWindow::Await() {
   });
 }
 
-bool SectionWindow::AwaitInside(WindowId window) {
+bool SectionWindow::AwaitInOutput(WindowId window) {
   window_ = window;
   return WaitFor(
       [this] { return !OnTimeLine(kEndNeedle).isEmpty() && !ThumbOutline(0).isEmpty(); });
@@ -26,7 +26,7 @@ QRect SectionWindow::Place(const QString& control) const {
   return PlaceIn("Form3", window.size(), control).translated(window.topLeft());
 }
 
-// Below the time line's frame, where small outputs show the window as well.
+// Below the time line's frame, but near enough to the window's corner to lie on a small screen too.
 QPoint SectionWindow::BareGround() const {
   return screen_.Place(window_).topLeft() + QPoint(10, 300);
 }
@@ -45,7 +45,7 @@ void SectionWindow::DragNeedle(QRgb needle, int way) {
 }
 
 bool SectionWindow::AwaitTime(TimeReadOut readOut, const QString& time) const {
-  // A line covers the last row of the read-outs.
+  // A line covers the last row of the read-outs. That row and the one above it are left out.
   const QRect place = Place(u"Label8(%1)"_s.arg(static_cast<int>(readOut))).adjusted(0, 0, 0, -2);
   return WaitFor([&] { return ShowsCaption(screen_.Picture(place), time, kDark, Justify::kLeft); },
                  5s);

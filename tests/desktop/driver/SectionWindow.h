@@ -23,7 +23,7 @@ class SectionWindow {
   // Waits until the window is on the screen and painted. Returns false if it doesn't come.
   bool Await();
   // The same under a Wayland compositor: `window` is the X window of the program's output.
-  bool AwaitInside(WindowId window);
+  bool AwaitInOutput(WindowId window);
   WindowId Id() const { return window_; }
 
   // The place of a control, such as "Picture3(1)", if the time line hasn't been scrolled.

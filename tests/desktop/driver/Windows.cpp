@@ -49,7 +49,7 @@ bool MainWindow::Await() {
 }
 
 // This looks at no caption, since letters may look different under Wayland.
-bool MainWindow::AwaitInside(WindowId window) {
+bool MainWindow::AwaitInOutput(WindowId window) {
   window_ = window;
   return WaitFor([this] {
     return !Area().isEmpty() && desktop::AllOf(screen_.Picture(), Place("pbar"), kProgressBack);

@@ -59,7 +59,7 @@ class MainWindow {
   // Waits until the window is on the screen and painted. Returns false if it doesn't come.
   bool Await();
   // The same under a Wayland compositor: `window` is the X window of the program's output.
-  bool AwaitInside(WindowId window);
+  bool AwaitInOutput(WindowId window);
   WindowId Id() const { return window_; }
 
   // The area under the menu bar, and the menu bar.
