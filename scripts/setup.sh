@@ -4,9 +4,9 @@
 # empty environment.
 
 KELVANE_ROOT=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
-# dpkg, chroot and the tests need programs of these folders. A user's PATH lacks them, and so does
-# that of a plain "su".
-PATH=$PATH:/usr/sbin:/sbin
+# chroot, and programs that dpkg and the tests need, are in these folders. A user's PATH lacks them,
+# and so does that of a plain "su".
+export PATH=$PATH:/usr/sbin:/sbin
 
 say() { printf '%s\n' "kelvane: $*"; }
 

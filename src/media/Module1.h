@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-// Paths that can go unquoted on a command line. Text is UTF-8 in every locale.
+// Paths that can go unquoted on a command line. Paths are bytes, as a rule UTF-8.
 // `linksParent` is a folder whose own path can go unquoted. The functions aren't thread-safe: all
 // are to be called on one thread.
 namespace kelvane {

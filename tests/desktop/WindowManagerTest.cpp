@@ -51,7 +51,7 @@ class UnderATilingManager : protected TiledDisplay, public DesktopTest {
   }
 };
 
-TEST_F(UnderATilingManager, TheWindowAsksOnceForItsLeastSizeAndThenAcceptsAnySizeThatItIsGiven) {
+TEST_F(UnderATilingManager, TheWindowAsksOnceForItsLeastSizeAndThenAcceptsTheSizeThatIsRepeated) {
   EXPECT_TRUE(StopsAsking());
   const int requests = manager.Requests();
   manager.Resize(window.Id(), kSecondSize);
