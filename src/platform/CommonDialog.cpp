@@ -16,6 +16,7 @@
 #include <QScreen>
 #include <QStandardPaths>
 #include <QUrl>
+#include <memory>
 #include <utility>
 
 #include "platform/DialogLoop.h"
@@ -137,30 +138,33 @@ void AddRemark(QFileDialog& dialog, const std::function<QString(const QString& p
   layout->addWidget(line, typesRow, column);
 
   auto* name = dialog.findChild<QLineEdit*>(u"fileNameEdit"_s);
-  const auto update = [&dialog, remarkOn, name, line] {
+  const auto* folder = dialog.findChild<QFileSystemModel*>();
+  const auto* files = dialog.findChild<QListView*>(u"listView"_s)->selectionModel();
+  const auto path = std::make_shared<QString>();
+  const auto update = [&dialog, remarkOn, name, line, folder, files, path] {
     const QString typed = name->text();
-    const QString path = typed.isEmpty() ? QString() : dialog.selectedFiles().value(0);
-    const bool isFile = !path.isEmpty() && !QFileInfo(path).isDir();
-    QString remark = isFile ? remarkOn(path) : QString();
+    const QModelIndex picked = files->selectedRows().value(0);
+    const bool isOther = picked.isValid() && folder->isDir(picked) && picked.data() != typed;
+    // While a folder is picked, selectedFiles returns the folder, but Enter in the name's box
+    // returns the name.
+    if (!isOther) {
+      *path = typed.isEmpty() ? QString() : dialog.selectedFiles().value(0);
+    }
+    const bool isFile = !path->isEmpty() && !QFileInfo(*path).isDir();
+    QString remark = isFile ? remarkOn(*path) : QString();
     // Qt drops double quotes from a name that wasn't picked in the list. The path may fill the
     // line, so the remark, which may warn of the loss of a file, comes first.
-    if (isFile && typed.contains(u'"') && !path.endsWith(u'/' + typed)) {
-      remark = u"%1 The quotes vanish: %2."_s.arg(remark, path).trimmed();
+    if (isFile && typed.contains(u'"') && !path->endsWith(u'/' + typed)) {
+      remark = u"%1 The quotes vanish: %2."_s.arg(remark, *path).trimmed();
     }
     line->SetRemark(remark);
     name->setAccessibleDescription(remark);
   };
   name->completer()->popup()->installEventFilter(line);
   QObject::connect(name, &QLineEdit::textChanged, line, update);
-  const auto* folder = dialog.findChild<QFileSystemModel*>();
   QObject::connect(folder, &QFileSystemModel::rootPathChanged, line, update);
-  // After a change of the folder, Qt clears the selection, which selectedFiles prefers to the name.
-  // A folder that is merely picked doesn't count: Enter in the name's box still returns the name.
-  const auto* files = dialog.findChild<QListView*>(u"listView"_s)->selectionModel();
-  QObject::connect(files, &QItemSelectionModel::selectionChanged, line, [update, files, folder] {
-    const QModelIndex picked = files->selectedRows().value(0);
-    if (!picked.isValid() || !folder->isDir(picked)) update();
-  });
+  // Qt clears the selection after a change of the folder.
+  QObject::connect(files, &QItemSelectionModel::selectionChanged, line, update);
   // Files may come and go meanwhile.
   QObject::connect(folder, &QFileSystemModel::rowsInserted, line, update);
   QObject::connect(folder, &QFileSystemModel::rowsRemoved, line, update);

@@ -372,7 +372,8 @@ TEST_F(FileDialog, RenewsTheRemarkInAFolderThatIsOpenedInTheList) {
 
 TEST_F(FileDialog, KeepsTheRemarkOnTheTypedNameWhileAFolderIsPicked) {
   ASSERT_TRUE(QDir().mkdir(folder.filePath("inner")));
-  dialog.Remark = [](const QString& path) { return "about " + path; };
+  QString remark = "about ";
+  dialog.Remark = [&](const QString& path) { return remark + path; };
   const bool saved = Save([&](QFileDialog& shown) {
     NameOf(shown).setText("new.mp4");
     const QItemSelectionModel& picked = *ListOf(shown).selectionModel();
@@ -381,6 +382,12 @@ TEST_F(FileDialog, KeepsTheRemarkOnTheTypedNameWhileAFolderIsPicked) {
       return picked.selectedRows().value(0).data() == "inner";
     }));
     EXPECT_EQ(NameOf(shown).accessibleDescription(), "about " + folder.filePath("new.mp4"));
+    remark = "now about ";
+    Touch(folder.filePath("coming.mp4"));
+    EXPECT_TRUE(WaitFor([&] {
+      return NameOf(shown).accessibleDescription() == "now about " + folder.filePath("new.mp4");
+    }));
+    EXPECT_EQ(picked.selectedRows().value(0).data(), "inner");
     NameOf(shown).setFocus();
     QTest::keyClick(&NameOf(shown), Qt::Key_Return);
   });
