@@ -42,26 +42,26 @@ double Now(clockid_t clock) {
   return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
-double At(std::vector<double> values, double share) {
+double Quantile(std::vector<double> values, double share) {
   Need(!values.empty(), "nothing was measured");
   std::sort(values.begin(), values.end());
   return values[static_cast<std::size_t>(share * static_cast<double>(values.size() - 1))];
 }
 
 void PrintRow(const std::string& name, const std::vector<double>& values) {
-  std::printf("  %-34s %9.4f %9.4f %9.4f\n", name.c_str(), At(values, 0), At(values, 0.5),
-              At(values, 1));
+  std::printf("  %-34s %9.4f %9.4f %9.4f\n", name.c_str(), Quantile(values, 0),
+              Quantile(values, 0.5), Quantile(values, 1));
   std::fflush(stdout);
 }
 
-void PrintVerdict(const std::string& what, double figure, double mark, const char* unit) {
+void ReportVerdict(const std::string& what, double figure, double mark, const char* unit) {
   const char* verdict = figure <= mark ? "met" : "missed";
   std::printf("  %s %.2f%s, at most %.2f%s: %s\n", what.c_str(), figure, unit, mark, unit, verdict);
   Report() << what << '\t' << figure << unit << "\tat most " << mark << unit << '\t' << verdict
            << '\n';
 }
 
-void PrintFigure(const std::string& what, double figure, const char* unit) {
+void ReportFigure(const std::string& what, double figure, const char* unit) {
   std::printf("  %s %.2f%s\n", what.c_str(), figure, unit);
   Report() << what << '\t' << figure << unit << "\t\t\n";
 }
@@ -83,9 +83,10 @@ void Compare(const std::string& what, int pairs, double mark, const Side& ours, 
   PrintRow(std::string(theirs.name) + ", s", theirSeconds);
   PrintRow("ratio", ratios);
   const std::string comparison = what + ": " + ours.name + " against " + theirs.name;
-  if (counts == Counts::kMedianRatio) return PrintVerdict(comparison, At(ratios, 0.5), mark);
-  PrintFigure(comparison + ", median ratio", At(ratios, 0.5));
-  PrintVerdict(comparison + ", fastest runs", At(ourSeconds, 0) / At(theirSeconds, 0), mark);
+  if (counts == Counts::kMedianRatio) return ReportVerdict(comparison, Quantile(ratios, 0.5), mark);
+  ReportFigure(comparison + ", median ratio", Quantile(ratios, 0.5));
+  ReportVerdict(comparison + ", fastest runs", Quantile(ourSeconds, 0) / Quantile(theirSeconds, 0),
+                mark);
 }
 
 }  // namespace kelvane::bench

@@ -19,14 +19,14 @@ double Now(clockid_t clock = CLOCK_REALTIME);
 
 // Returns the value below which this share of the values lies: for 0.5 the median, for 0 and 1 the
 // least and the greatest. Throws if there is no value.
-double At(std::vector<double> values, double share);
+double Quantile(std::vector<double> values, double share);
 
 // Prints a row with minimum, median and maximum of the values.
 void PrintRow(const std::string& name, const std::vector<double>& values);
 // Prints and reports a figure, and whether it is at most its mark.
-void PrintVerdict(const std::string& what, double figure, double mark, const char* unit = "");
+void ReportVerdict(const std::string& what, double figure, double mark, const char* unit = "");
 // Prints and reports a figure without a mark.
-void PrintFigure(const std::string& what, double figure, const char* unit = "");
+void ReportFigure(const std::string& what, double figure, const char* unit = "");
 
 // One of two things that are compared.
 struct Side {

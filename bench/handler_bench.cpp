@@ -59,10 +59,10 @@ void Run() {
   PrintRow("last 10 MiB of 100 MiB", last);
   constexpr double kFlat = 1.25;
   constexpr double kTextAlone = 2.5;  // two bytes for a character, and spare capacity
-  PrintVerdict("output handler: a block after 100 MiB against the first ones",
-               At(last, 0.5) / At(first, 0.5), kFlat);
-  PrintVerdict("output handler: memory for each byte received", grown / kMebibytes, kTextAlone,
-               " bytes");
+  ReportVerdict("output handler: a block after 100 MiB against the first ones",
+                Quantile(last, 0.5) / Quantile(first, 0.5), kFlat);
+  ReportVerdict("output handler: memory for each byte received", grown / kMebibytes, kTextAlone,
+                " bytes");
 }
 
 }  // namespace

@@ -42,10 +42,11 @@ int main() {
   for (int run = 0; run < kRuns; ++run) work.push_back(MillisecondsOfFixedWork());
   std::puts("the machine itself: min, median, max");
   PrintRow("the same work, ms", work);
-  PrintFigure("the machine: the same work, longest against shortest", At(work, 1) / At(work, 0));
-  PrintFigure("the machine: longest gap of one busy thread", LongestGap(), " ms");
+  ReportFigure("the machine: the same work, longest against shortest",
+               Quantile(work, 1) / Quantile(work, 0));
+  ReportFigure("the machine: longest gap of one busy thread", LongestGap(), " ms");
   std::future<double> other = std::async(std::launch::async, LongestGap);
   const double gap = LongestGap();
-  PrintFigure("the machine: longest gap of two busy threads", std::max(gap, other.get()), " ms");
+  ReportFigure("the machine: longest gap of two busy threads", std::max(gap, other.get()), " ms");
   return 0;
 }

@@ -213,12 +213,12 @@ class Playback {
     PrintRow("one hold by a picture, ms", watch_.PictureHolds());
     PrintRow("one by anything else, ms", watch_.OtherHolds());
     const std::string clip = std::string(clip_.name) + ": ";
-    PrintVerdict(clip + "pictures that never came to the screen",
-                 due - static_cast<double>(painted), 0);
-    PrintVerdict(clip + "longest hold by a picture", At(watch_.PictureHolds(), 1), kOneFrame,
+    ReportVerdict(clip + "pictures that never came to the screen",
+                  due - static_cast<double>(painted), 0);
+    ReportVerdict(clip + "longest hold by a picture", Quantile(watch_.PictureHolds(), 1), kOneFrame,
+                  " ms");
+    ReportFigure(clip + "longest hold by anything else meanwhile", Quantile(watch_.OtherHolds(), 1),
                  " ms");
-    PrintFigure(clip + "longest hold by anything else meanwhile", At(watch_.OtherHolds(), 1),
-                " ms");
   }
 
   // Drags a bar by 1,000 moves, 500 a second.
@@ -263,8 +263,8 @@ class Playback {
          "the bar isn't at the pointer's last place");
     const std::optional<double> painted = watch_.BarPaintedAt();
     Need(painted && *painted > lastSent, "the bar isn't painted at the pointer's last place");
-    PrintVerdict(std::string(clip_.name) + ": from the last of 1,000 moves to the bar's repaint",
-                 (*painted - lastSent) * 1e3, kOneFrame, " ms");
+    ReportVerdict(std::string(clip_.name) + ": from the last of 1,000 moves to the bar's repaint",
+                  (*painted - lastSent) * 1e3, kOneFrame, " ms");
   }
 
  private:

@@ -175,7 +175,7 @@ void Run() {
   const double ours = MegabytesOfWindow(screen, program);
   const double theirs = MegabytesOfWindow(screen, player);
   std::printf("memory of the empty window: kelvane %.1f MB, mpv %.1f MB\n", ours, theirs);
-  PrintVerdict("memory of the empty window: kelvane against mpv", ours / theirs, 0.60);
+  ReportVerdict("memory of the empty window: kelvane against mpv", ours / theirs, 0.60);
 
   CropBench crop(screen, QString::fromStdString(display.Name()));
   constexpr int kCropPairs = 8;

@@ -70,9 +70,9 @@ void Run() {
     PrintRow("runner, ns for a block", runner);
     PrintRow("bare reads, ns for a block", bare);
     PrintRow("ratio", ratios);
-    PrintFigure("runner: a block of " + size + " against bare reads", At(ratios, 0.5));
+    ReportFigure("runner: a block of " + size + " against bare reads", Quantile(ratios, 0.5));
   }
-  PrintVerdict("runner: a block of 256 MiB against one of 1 MiB", At(growth, 0.5), kFlat);
+  ReportVerdict("runner: a block of 256 MiB against one of 1 MiB", Quantile(growth, 0.5), kFlat);
 }
 
 }  // namespace

@@ -120,8 +120,8 @@ void Run() {
   Compare("both passes over 8 s of 360p", kPairs, 1.02,
           {"in the program", [&] { return bench.InProgram(); }},
           {"bare commands", [&] { return bench.Bare(); }}, Counts::kRatioOfTheFastest);
-  PrintVerdict("both passes: longest time without serving the window", bench.LongestGap() * 1e3, 50,
-               " ms");
+  ReportVerdict("both passes: longest time without serving the window", bench.LongestGap() * 1e3,
+                50, " ms");
 }
 
 }  // namespace

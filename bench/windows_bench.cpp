@@ -65,7 +65,8 @@ void MeasureMoves(const char* name, Control& control, float step) {
   }
   Need(paints.Count() >= kMoves / 2, "moves aren't painted");
   PrintRow(std::string(name) + ", ms", milliseconds);
-  PrintFigure(std::string("a move of ") + name + " with its repaint", At(milliseconds, 0.5), " ms");
+  ReportFigure(std::string("a move of ") + name + " with its repaint", Quantile(milliseconds, 0.5),
+               " ms");
 }
 
 void MeasureAllMoves() {
@@ -144,7 +145,7 @@ class OtherList {
     afterPick_.push_back(cost.afterPick);
     return cost.whole;
   }
-  double MedianAfterPick() const { return At(afterPick_, 0.5); }
+  double MedianAfterPick() const { return Quantile(afterPick_, 0.5); }
 
  private:
   kelvane::testing::Process process_;
@@ -176,7 +177,7 @@ void MeasureGrowth() {
   Compare("adding a section, its tool left out", 2 * kAround + 1, kMark,
           {"around the 2,000th", [&] { return many.Add(); }},
           {"around the 20th", [&] { return few.Add(); }});
-  PrintFigure("the same, without the dialog", many.MedianAfterPick() / few.MedianAfterPick());
+  ReportFigure("the same, without the dialog", many.MedianAfterPick() / few.MedianAfterPick());
 }
 
 }  // namespace

@@ -16,7 +16,7 @@ constexpr FormDesign kForm2 = {.name = "Form2",
                                .scale = ScaleMode::kTwips,
                                .border = BorderStyle::kFixedDialog};
 
-// Front to back. `Picture2` lies below the part of the window that is shown.
+// Front to back. `Picture2` begins at the window's lower edge, so it is never seen.
 // clang-format off
 using enum ControlClass;
 constexpr auto kForm2Controls = std::to_array<ControlDesign>({

@@ -118,11 +118,12 @@ class Form4 : public Form {
   QString FileTitle;
   QString FileShortPath;
 
-  std::int64_t TotalSeconds = 0;    // of all sections probed, removed ones as well
-  std::int32_t SectionSeconds = 0;  // of the last section; then the width of its strip in pixels
-  std::int32_t StripSpan = 0;       // the width of all strips in pixels; nothing uses it
-  std::int16_t MenuStrip = 0;       // the strip last right-clicked
-  bool TranscodeLock = false;       // no section can be added any more
+  std::int64_t TotalSeconds = 0;  // of all sections probed, removed ones as well
+  std::int32_t SectionSeconds =
+      0;  // of the last section; once that is added, its strip's width in pixels
+  std::int32_t StripSpan = 0;  // the width of all strips in pixels; nothing uses it
+  std::int16_t MenuStrip = 0;  // the strip last right-clicked
+  bool TranscodeLock = false;  // no section can be added any more
   ListView::ListItem LastListItem;
   int LastColumn = 0;  // the number of the table's last column; never read
 

@@ -30,8 +30,8 @@ QString ConcatListText(int sections);
 // if the join just makes that file. `path` is absolute.
 QString JoinRemark(const QString& path, const QStringList& sections);
 
-// The same for the file of a saved list, whose path may have blanks and quotes, since no command
-// line has it.
+// The same for the file of a saved list. Its path may have blanks and quotes, since it isn't used
+// in a command line.
 QString SavedListRemark(const QString& path);
 
 }  // namespace kelvane

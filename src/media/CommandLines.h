@@ -4,10 +4,10 @@
 #include <string>
 #include <vector>
 
-// Builds and splits the command lines of the media tools. Text is UTF-8 in every locale. A
-// comment says what the returned command line makes its tool do. `toolsFolder` has no separator at
-// its end. Paths are inserted without quotes, so a blank cuts a path: a path that must reach the
-// tool whole must be one that can go unquoted (see Module1.h).
+// Builds and splits the command lines of the media tools. Text is UTF-8 in every locale. The
+// comment on a function says what its command line makes the tool do. `toolsFolder` has no
+// separator at its end. Paths are inserted without quotes, so a blank cuts a path: a path that must
+// reach the tool whole must be one that can go unquoted (see Module1.h).
 namespace kelvane {
 
 // Returns the arguments of a command line, the tool's path first. They are separated by blanks and

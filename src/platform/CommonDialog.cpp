@@ -59,7 +59,8 @@ void ShowPlaces(QFileDialog& dialog) {
 // return the selected file rather than the typed name. It would deselect the previously selected
 // file only while the name's box has the focus. On X11 the box may lose the focus when the
 // completions close quickly: a file whose name is the beginning of the typed one would stay
-// selected and be returned.
+// selected and be returned. So would a file that was selected when its folder was left, if the
+// user typed a name and went back to the folder, and a selected file that is renamed.
 void PreferTypedName(QFileDialog& dialog) {
   const auto* name = dialog.findChild<QLineEdit*>(u"fileNameEdit"_s);
   auto* files = dialog.findChild<QListView*>(u"listView"_s)->selectionModel();
@@ -67,6 +68,14 @@ void PreferTypedName(QFileDialog& dialog) {
     const bool picked = name->text() == files->selectedRows().value(0).data().toString();
     if (!picked) files->clearSelection();
   };
+  const auto* folder = dialog.findChild<QFileSystemModel*>();
+  const auto deselectStaleFile = [deselectStale, files, folder] {
+    const QModelIndex picked = files->selectedRows().value(0);
+    if (picked.isValid() && !folder->isDir(picked)) deselectStale();
+  };
+  // Qt has put the name of a file that the user picked into the box.
+  QObject::connect(files, &QItemSelectionModel::selectionChanged, files, deselectStaleFile);
+  QObject::connect(folder, &QFileSystemModel::fileRenamed, files, deselectStaleFile);
   QObject::disconnect(name, nullptr, &dialog, nullptr);
   QObject::connect(name, &QLineEdit::textChanged, files, [deselectStale, files] {
     deselectStale();
@@ -144,10 +153,9 @@ void AddRemark(QFileDialog& dialog, const std::function<QString(const QString& p
   const auto update = [&dialog, remarkOn, name, line, folder, files, path] {
     const QString typed = name->text();
     const QModelIndex picked = files->selectedRows().value(0);
-    const bool isOther = picked.isValid() && folder->isDir(picked) && picked.data() != typed;
     // While a folder is picked, selectedFiles returns the folder, but Enter in the name's box
     // returns the name.
-    if (!isOther) {
+    if (!picked.isValid() || !folder->isDir(picked)) {
       *path = typed.isEmpty() ? QString() : dialog.selectedFiles().value(0);
     }
     const bool isFile = !path->isEmpty() && !QFileInfo(*path).isDir();

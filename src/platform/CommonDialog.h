@@ -30,7 +30,7 @@ class CommonDialog {
   // Returns what ShowSave's dialog says about `path` in a line below the name; empty for nothing.
   // Called at each change of the name, the folder or the files listed, with the path that the
   // dialog would return, unless the name is empty or the path is that of a folder. If Qt drops
-  // double quotes from the typed name, the line ends with the remaining path. Without a function
+  // double quotes from the typed name, the line also says so and what remains. Without a function
   // there is no such line.
   std::function<QString(const QString& path)> Remark;
   // Whether ShowSave asks before it accepts a file that exists.

@@ -138,9 +138,9 @@ void Control::focusInEvent(QFocusEvent* event) {
 }
 
 void Control::NoteFocus(const QFocusEvent& event) {
+  // All reasons but these four, such as the window's activation, leave `showsFocus_` as it was.
   const auto isOneOf = [&event](auto... reasons) { return ((event.reason() == reasons) || ...); };
   if (isOneOf(Qt::TabFocusReason, Qt::BacktabFocusReason)) showsFocus_ = true;
-  // Other reasons, such as the window's activation, leave `showsFocus_` as it was.
   if (isOneOf(Qt::MouseFocusReason, Qt::OtherFocusReason)) showsFocus_ = false;
 }
 
@@ -150,7 +150,7 @@ bool Control::eventFilter(QObject* watched, QEvent* event) {
     if (gainsFocus) NoteFocus(*static_cast<QFocusEvent*>(event));
     const bool showsFrame = gainsFocus && showsFocus_;
     if (showsFrame && stockFocus_ == nullptr) {
-      // A list has a frame of Qt's own, so its focus frame is two pixels thick.
+      // Lists and tables have a frame of Qt's own, so their focus frame is two pixels thick.
       const bool isList = qobject_cast<QAbstractScrollArea*>(StockWidget()) != nullptr;
       stockFocus_ = new Border(*this, kWhite, isList ? std::optional(kWhite) : std::nullopt);
     }

@@ -8,7 +8,8 @@
 
 namespace kelvane {
 
-// Whether the program's windows are shown by a Wayland compositor. Needs the QApplication.
+// Whether Qt itself is a client of a Wayland compositor: false under Xwayland. Needs the
+// QApplication.
 bool RunsOnWayland();
 
 // Returns the sizes of the outputs in screen pixels, as rotated, by the names that the Wayland

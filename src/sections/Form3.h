@@ -16,8 +16,8 @@
 
 namespace kelvane {
 
-// The short path of the video last chosen in the section window; empty if that has none. Belongs to
-// the user-interface thread, as the window does.
+// The short path of the video last chosen in the section window; empty if none has been chosen or
+// if the video has no short path. Belongs to the user-interface thread, as the window does.
 extern QString SectionSourceShortPath;
 
 // The time line, Picture3.
@@ -114,7 +114,8 @@ class Form3 : public Form {
 
   QIcon icon_;
   CommonDialog cdialog{*this};
-  // The position of a press in its control, as in a MouseEvent.
+  // The position of the last press in its control, as in a MouseEvent: in the hidden scroll bar's
+  // thumb, in a needle, and in an option's thumb.
   std::int16_t ThumbGrabX = 0;
   std::int16_t NeedleGrabX = 0;
   std::int16_t SliderGrabX = 0;

@@ -21,7 +21,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Returns why the path can't be that of a new file, without a full stop; empty if it can.
+// Returns the reason why no new file can have this path, as a sentence without its full stop; empty
+// if one can.
 QString WhyNoOutput(const QString& path, const QString& input) {
   // An extension of digits alone is taken for the end of a date or of a version.
   static const QRegularExpression plainExtension(

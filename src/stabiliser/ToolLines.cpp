@@ -82,9 +82,10 @@ std::string ViewLine(const std::string& toolsFolder, const std::string& video,
   const std::string cut = "trim=start=" + Seconds(facts.startTime + span.start) +
                           ":end=" + Seconds(facts.startTime + span.start + span.length);
   const double seek = SeekFor(span.start, facts);
-  return toolsFolder + "/ffplay -hide_banner" + (facts.severalVideos ? " -vst V:0" : "") + " -ss " +
-         Seconds(seek) + " -t " + Seconds(span.start - seek + span.length + kBeyond) +
-         " -autoexit -vf " + cut + " -af a" + cut + " -i " + video;
+  return toolsFolder + "/ffplay -hide_banner" + (facts.severalVideos ? " -vst V:0" : "") +
+         (seek > 0 ? " -ss " + Seconds(seek) : "") + " -t " +
+         Seconds(span.start - seek + span.length + kBeyond) + " -autoexit -vf " + cut + " -af a" +
+         cut + " -i " + video;
 }
 
 std::string ExtractLine(const std::string& toolsFolder, const std::string& video,

@@ -29,12 +29,14 @@ std::string ViewLine(const std::string& toolsFolder, const std::string& video,
 std::string ExtractLine(const std::string& toolsFolder, const std::string& video,
                         const VideoFacts& facts, const Span& span, const std::string& output);
 
-// Makes ffmpeg write the motions of the video's pictures, or of its part, to `transforms`.
+// Makes ffmpeg write the motions of the pictures to `transforms`: of those in `span` if there is
+// one.
 std::string DetectLine(const std::string& toolsFolder, const std::string& video,
                        const VideoFacts& facts, const std::optional<Span>& span,
                        const StabiliserOptions& options, const std::string& transforms);
 
-// Makes ffmpeg write the video, or its part, to `output` without the motions in `transforms`.
+// Makes ffmpeg write the video without the motions in `transforms` to `output`: the part `span` if
+// there is one.
 std::string TransformLine(const std::string& toolsFolder, const std::string& video,
                           const VideoFacts& facts, const std::optional<Span>& span,
                           const StabiliserOptions& options, const std::string& transforms,

@@ -21,7 +21,8 @@ double Ratio(std::string_view text) {
   return divisor > 0 ? Number(text) / divisor : 0;
 }
 
-// Returns 0 from a thousand on: some files state the rate of their clock, not of their pictures.
+// Returns 0 for a rate of a thousand or more: some files state the rate of their clock, not of
+// their pictures.
 double RateOrZero(double rate) {
   constexpr double kClock = 1000;
   return rate < kClock ? rate : 0;
@@ -57,21 +58,21 @@ void Take(VideoFacts& facts, std::string_view key, std::string_view value) {
   }
   if (key == "start_time") facts.startTime = Number(value);
   if (key == "duration") facts.duration = Number(value);
-  if (key == "TAG:DURATION") facts.duration = Sexagesimal(value);  // Matroska's only one
+  if (key == "TAG:DURATION") facts.duration = Sexagesimal(value);  // of a Matroska stream
 }
 
 }  // namespace
 
 VideoFacts ReadVideoFacts(std::string_view output) {
   VideoFacts facts;
-  bool skips = false;  // the lines of a further stream
+  bool isFurther = false;  // whether the lines are those of a further stream
   while (!output.empty()) {
     const std::string_view line = output.substr(0, output.find('\n'));
     output.remove_prefix(std::min(line.size() + 1, output.size()));
-    if (line.starts_with("width=") && facts.HasVideo()) skips = facts.severalVideos = true;
-    if (line.starts_with("format_name=")) skips = false;
+    if (line.starts_with("width=") && facts.HasVideo()) isFurther = facts.severalVideos = true;
+    if (line.starts_with("format_name=")) isFurther = false;
     const std::size_t sign = line.find('=');
-    if (skips || sign == std::string_view::npos) continue;
+    if (isFurther || sign == std::string_view::npos) continue;
     Take(facts, line.substr(0, sign), line.substr(sign + 1));
   }
   facts.videoStart = std::max(facts.videoStart - facts.startTime, 0.0);

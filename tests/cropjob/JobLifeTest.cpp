@@ -83,7 +83,7 @@ TEST_F(JobLife, ASecondLoadHasNoEffect) {
   EXPECT_EQ(Bar().Value(), 3);
   EXPECT_EQ(MainBar().Value(), 4);
   EXPECT_EQ(Get<Label>("Label1(1)").Caption(), "/tmp/out.mp4");
-  Tick(JobTimer());  // the second since the load
+  Tick(JobTimer());  // the second tick since the load
   EXPECT_EQ(tools_.Runs().size(), 1U);
 }
 

@@ -47,7 +47,7 @@ TEST_F(JoinerSections, HaveIndicesFromTwoOnAndAHiddenTemplateHasZero) {
   }
 }
 
-TEST_F(JoinerSections, BeginWhereThePreviousOneEndsOneRowLowerAboveARule) {
+TEST_F(JoinerSections, EachBeginWhereThePreviousOneEndsButARowLowerAndHaveARuleBelow) {
   AddSectionOf("a.mp4", "00:10:00.00");
   AddSectionOf("short.mp4", "00:00:04.00");
   AddSectionOf("c.mp4", "00:05:00.00");

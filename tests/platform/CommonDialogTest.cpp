@@ -395,6 +395,47 @@ TEST_F(FileDialog, KeepsTheRemarkOnTheTypedNameWhileAFolderIsPicked) {
   EXPECT_EQ(dialog.FileName, folder.filePath("new.mp4"));
 }
 
+TEST_F(FileDialog, ReturnsTheTypedNameAlsoIfBackPicksAFileAgain) {
+  const QString inner = folder.filePath("inner");
+  ASSERT_TRUE(QDir().mkdir(inner));
+  Touch(inner + "/any.mp4");
+  dialog.Remark = [](const QString& path) { return "about " + path; };
+  const bool saved = Save([&](QFileDialog& shown) {
+    shown.setDirectory(inner);
+    EXPECT_TRUE(WaitFor([&] {
+      Pick(shown, "any.mp4");
+      return NameOf(shown).text() == "any.mp4";
+    }));
+    QTest::mouseClick(shown.findChild<QWidget*>("toParentButton"), Qt::LeftButton);
+    NameOf(shown).setFocus();
+    NameOf(shown).setText("new.mp4");
+    QTest::mouseClick(shown.findChild<QWidget*>("backButton"), Qt::LeftButton);
+    EXPECT_EQ(NameOf(shown).accessibleDescription(), "about " + inner + "/new.mp4");
+    QTest::mouseClick(&DefaultButton(shown), Qt::LeftButton);
+  });
+  EXPECT_TRUE(saved);
+  EXPECT_EQ(dialog.FileName, inner + "/new.mp4");
+}
+
+TEST_F(FileDialog, ReturnsTheTypedNameAlsoIfThePickedFileIsRenamed) {
+  dialog.Remark = [](const QString& path) {
+    return path + (QFileInfo::exists(path) ? " exists" : " is new");
+  };
+  const bool saved = Save([&](QFileDialog& shown) {
+    EXPECT_TRUE(WaitFor([&] {
+      Pick(shown, "clip.mp4");
+      return NameOf(shown).text() == "clip.mp4";
+    }));
+    EXPECT_EQ(NameOf(shown).accessibleDescription(), folder.filePath("clip.mp4") + " exists");
+    QListView& list = ListOf(shown);
+    list.model()->setData(list.selectionModel()->selectedRows().value(0), "other.mp4");
+    EXPECT_EQ(NameOf(shown).accessibleDescription(), folder.filePath("clip.mp4") + " is new");
+    QTest::mouseClick(&DefaultButton(shown), Qt::LeftButton);
+  });
+  EXPECT_TRUE(saved);
+  EXPECT_EQ(dialog.FileName, folder.filePath("clip.mp4"));
+}
+
 TEST_F(FileDialog, CutsALongRemarkWithAnEllipsisAndShowsAllOfItInTheToolTip) {
   const QString remark = QString(u"long remark "_s).repeated(30) + "<&>";
   dialog.Remark = [&](const QString&) { return remark; };

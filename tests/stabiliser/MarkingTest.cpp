@@ -109,7 +109,8 @@ TEST_F(Marking, ByTheKeyboardScrollsToTheNeedle) {
   Caption("Label6", 0).setEnabled(false);
   for (QWidget* former : std::initializer_list<QWidget*>{nullptr, &other, &Caption("Label6", 0)}) {
     emit qApp->focusChanged(former, &NeedleBox(StartNeedle));
-    EXPECT_EQ(Strip().Left(), -2000) << "the user hasn't pressed Tab";
+    EXPECT_EQ(Strip().Left(), -2000)
+        << "the time line scrolled although the user hadn't pressed Tab";
   }
 }
 
@@ -127,7 +128,7 @@ TEST_F(Marking, ShowsThePictureAtANeedleOfAVideoWhoseRateIsUnknown) {
   EXPECT_NEAR(Get<WindowsMediaPlayer>("wmp").controls.currentPosition(), 2, 0.2);
 }
 
-TEST_F(Marking, ThatStartsAfterTheLastPictureIsReported) {
+TEST_F(Marking, IsReportedIfItStartsAfterTheLastPicture) {
   tools_.SizeProbeDoes(
       "printf '%s\\n' width=640 height=360 pix_fmt=yuv420p avg_frame_rate=25/1 duration=30 "
       "format_name=mov,mp4 start_time=0.0 duration=60");
@@ -167,7 +168,7 @@ TEST_F(Marking, ScrollsTheTimeLineByTheWheelUpToBothEnds) {
   EXPECT_EQ(Strip().Left(), Get<PictureBox>("Picture3", TimeLineFrame).ScaleWidth() - 3603);
 }
 
-TEST_F(Marking, ThatLeavesNoSectionBetweenTheNeedlesIsReported) {
+TEST_F(Marking, IsReportedIfItLeavesNoSectionBetweenTheNeedles) {
   Label& view = Caption("Label14", ViewRegion);
   DragNeedle(EndNeedle, -14 * 60);
   EXPECT_NE(MessageOf(view).find("ends before it starts"), std::string::npos);

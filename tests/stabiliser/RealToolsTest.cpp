@@ -233,6 +233,7 @@ TEST_F(RealTools, RemarkNothingIfTheSoundOutlastsThePictures) {
   for (const char* name : {"steady.mkv", "steady.mp4"}) {
     SaveAs(Caption("Label12", Apply), PathOf(name));
   }
+  SaveAs(Caption("Label14", ExtractRegion), PathOf("part.mkv"));
 }
 
 // The pictures come at uneven times, as in a file that a screen recorder writes.
@@ -282,13 +283,13 @@ TEST_F(RealTools, TakeEveryOptionAtBothEndsOfItsRange) {
   SaveAs(Caption("Label12", Apply), PathOf("both.mp4"));
 }
 
-// A kind of video, and the size of what Apply makes of it. In each video the right half of the
-// picture turns white when the tone, if there is one, begins; the top left quarter is red.
+// A kind of video, and the size of what Apply and Extract make of it. In each video the right half
+// of the picture turns white when the tone, if there is one, begins; the top left quarter is red.
 struct Kind {
   const char* name;
   const char* size;  // of the source
   QStringList output;
-  const char* steadySize;
+  const char* madeSize;
   const char* filter = "";
   int rate = 25;
   bool sound = true;
@@ -340,21 +341,25 @@ TEST_P(KindsOfVideos, ComeOutUprightPlayableOfTheSameLengthAndWithSoundInStep) {
     source = turned;
   }
   Choose(source);
-  const QString steady = PathOf("steady.mp4");
-  SaveAs(Caption("Label12", Apply), steady);
-  EXPECT_EQ(Probed(steady, "stream=width,height,pix_fmt"), u"%1,yuv420p"_s.arg(kind.steadySize));
-  constexpr double kFrame = 0.045;  // seconds, a little more than a picture lasts
-  EXPECT_NEAR(VideoSeconds(steady), VideoSeconds(source), 2 * kFrame);
   const QString quarters = QuartersOf(source);
-  EXPECT_EQ(QuartersOf(steady), quarters);
   EXPECT_EQ(quarters == "1 red, 1 white, 1 black, 1 white", kind.turned == 0)
       << quarters.toStdString();
   const Beginnings before = BeginningsIn(source);
-  const Beginnings after = BeginningsIn(steady);
-  EXPECT_GT(after.white, 0.9);
-  EXPECT_NEAR(after.white, before.white, kFrame);
-  EXPECT_EQ(after.tone > 0.9, kind.sound);
-  EXPECT_NEAR(after.tone, before.tone, kFrame);
+  constexpr double kFrame = 0.045;  // seconds, a little more than a picture lasts
+  for (const auto& [command, name] : {std::pair(&Caption("Label12", Apply), "steady.mp4"),
+                                      std::pair(&Caption("Label14", ExtractRegion), "part.mp4")}) {
+    SCOPED_TRACE(name);
+    const QString made = PathOf(name);
+    SaveAs(*command, made);
+    EXPECT_EQ(Probed(made, "stream=width,height,pix_fmt"), u"%1,yuv420p"_s.arg(kind.madeSize));
+    EXPECT_NEAR(VideoSeconds(made), VideoSeconds(source), 2 * kFrame);
+    EXPECT_EQ(QuartersOf(made), quarters);
+    const Beginnings after = BeginningsIn(made);
+    EXPECT_GT(after.white, 0.9);
+    EXPECT_NEAR(after.white, before.white, kFrame);
+    EXPECT_EQ(after.tone > 0.9, kind.sound);
+    EXPECT_NEAR(after.tone, before.tone, kFrame);
+  }
 }
 
 const QStringList kPlain = {"-pix_fmt", "yuv420p", "-preset", "ultrafast"};
@@ -366,12 +371,12 @@ INSTANTIATE_TEST_SUITE_P(
         Kind{.name = "silent.mp4",
              .size = "320x180",
              .output = kPlain,
-             .steadySize = "320,180",
+             .madeSize = "320,180",
              .sound = false},
         Kind{.name = "interlaced.ts",
              .size = "320x240",
              .output = {"-c:v", "mpeg2video", "-flags", "+ilme+ildct", "-pix_fmt", "yuv420p"},
-             .steadySize = "320,240",
+             .madeSize = "320,240",
              .filter = ",interlace",
              .rate = 50},
         Kind{"tenbits.mkv", "320x180", {"-c:v", "ffv1", "-pix_fmt", "yuv420p10le"}, "320,180"},
@@ -380,12 +385,12 @@ INSTANTIATE_TEST_SUITE_P(
         Kind{.name = "rotated.mp4",
              .size = "320x180",
              .output = kPlain,
-             .steadySize = "180,320",
+             .madeSize = "180,320",
              .turned = 90},
         Kind{.name = "variable.mkv",
              .size = "320x180",
              .output = {"-c:v", "ffv1", "-vsync", "vfr", "-pix_fmt", "yuv420p"},
-             .steadySize = "320,180",
+             .madeSize = "320,180",
              .filter = ",select='lt(mod(n,10),4)'"}),
     [](const ::testing::TestParamInfo<Kind>& tested) {
       return QString(tested.param.name).section('.', 0, 0).toStdString();

@@ -9,12 +9,14 @@
 #include <QTimer>
 #include <csignal>
 
+#include "media/Module1.h"
 #include "platform/ContentArea.h"
 #include "shared/Colours.h"
 #include "stabiliser/CloseOnSignal.h"
 #include "stabiliser/StabiliserWindowTest.h"
 #include "support/FileDrag.h"
 #include "support/Gate.h"
+#include "support/Pictures.h"
 
 namespace kelvane::testing {
 namespace {
@@ -75,6 +77,11 @@ class StabiliserRuns : public StabiliserWindowTest {
   QString PathOf(const QString& name) const { return outputs_.filePath(name); }
   QStringList Outputs() const {
     return QDir(outputs_.path()).entryList(QDir::Files | QDir::Hidden);
+  }
+  // The working files that are there.
+  static QStringList WorkFiles() {
+    const QFileInfo any(QString::fromStdString(PrivateWorkFile("any")));
+    return any.dir().entryList(QDir::Files | QDir::Hidden);
   }
   static QByteArray Content(const QString& path) {
     QFile file(path);
@@ -196,6 +203,18 @@ TEST_F(StabiliserRuns, ApplyStabilisesTheWholeVideo) {
   EXPECT_EQ(Outputs(), QStringList("steady.mp4"));
 }
 
+TEST_F(StabiliserRuns, LeaveNoWorkingFilesExceptForAResultThatIsPlayed) {
+  MessageOfSaving(ApplyCaption(), PathOf("steady.mp4"));
+  EXPECT_EQ(WorkFiles(), QStringList());
+  Click(Test());
+  EXPECT_EQ(WorkFiles(), QStringList("work-test.mp4"));
+  tools_.FfmpegDoes(QString(kWriteOutput) + "case \"$*\" in *vidstabtransform*) exit 1 ;; esac\n");
+  MessageOf(Test());
+  EXPECT_EQ(WorkFiles(), QStringList());
+  MessageOfSaving(ApplyCaption(), PathOf("new.mp4"));
+  EXPECT_EQ(WorkFiles(), QStringList());
+}
+
 TEST_F(StabiliserRuns, ApplyStabilisesTheOtherVideoIfOneIsLoaded) {
   const QString other = tools_.MakeFile("other.mp4");
   ClickAndAnswer(Caption("Label12", LoadOther), {TypeFile(other)});
@@ -248,6 +267,19 @@ TEST_F(StabiliserRuns, TellIfTheStabilisedVideoIsShorterThanWhatTheFirstPassProc
   EXPECT_EQ(Outputs(), QStringList("steady.mp4"));
 }
 
+// With -copyts, ffmpeg doesn't report the times of the section.
+TEST_F(StabiliserRuns, TellNothingOfTheLengthOfASectionThatIsReadWithItsOwnTimes) {
+  tools_.SizeProbeDoes(
+      "printf '%s\\n' width=640 height=360 avg_frame_rate=25/1 format_name=mpegts start_time=0.0 "
+      "duration=60");
+  ClickAndAnswer(Caption("Label6", 0), {TypeFile(tools_.MakeFile("clip.ts"))});
+  DragNeedle(StartNeedle, 14 * 10);
+  tools_.FfmpegDoes("printf 'frame=9 time=00:00:05.00 bitrate=N/A speed=1x\\r' >&2\n"_L1 +
+                    QString(kWriteOutput));
+  EXPECT_EQ(ClickAndAnswer(Test(), {}), Texts{});
+  EXPECT_NE(Lines().front().find("-copyts"), std::string::npos);
+}
+
 TEST_F(StabiliserRuns, TellNothingOfALengthThatIsNotStated) {
   tools_.SizeProbeDoes("printf '%s\\n' width=640 height=360 format_name=h264 duration=N/A");
   const std::string message = MessageOfSaving(Extract(), PathOf("part.h264"));
@@ -255,12 +287,24 @@ TEST_F(StabiliserRuns, TellNothingOfALengthThatIsNotStated) {
 }
 
 TEST_F(StabiliserRuns, CaptionsThatActLightUpUnderThePointer) {
-  for (Label* caption :
-       {&Extract(), &View(), &Test(), &ApplyCaption(), &Caption("Label10", Play)}) {
+  QWidget* const bareGround = form_->findChild<ContentArea*>(QString(), Qt::FindDirectChildrenOnly);
+  QWidget* const player = &Get<PictureBox>("Picture7", 0);
+  QWidget* const options = &Get<PictureBox>("Picture7", 3);
+  struct Case {
+    Label* caption;
+    Label* highlight;
+    QWidget* beside;
+  };
+  for (const auto& [caption, highlight, beside] :
+       {Case{&Caption("Label6", 0), &Caption("Label6", 1), bareGround},
+        Case{&View(), &View(), bareGround},
+        Case{&Extract(), &Extract(), &Get<PictureBox>("Picture8")}, Case{&Test(), &Test(), options},
+        Case{&ApplyCaption(), &ApplyCaption(), options},
+        Case{&Caption("Label10", Play), &Caption("Label10", Play), player}}) {
     MovePointerOver(*caption);
-    EXPECT_EQ(caption->BackColor(), kGrey) << caption->objectName().toStdString();
-    MovePointerOver(*form_->findChild<ContentArea*>(QString(), Qt::FindDirectChildrenOnly));
-    EXPECT_NE(caption->BackColor(), kGrey) << caption->objectName().toStdString();
+    EXPECT_EQ(highlight->BackColor(), kGrey) << caption->objectName().toStdString();
+    MovePointerOver(*beside);
+    EXPECT_NE(highlight->BackColor(), kGrey) << caption->objectName().toStdString();
   }
 }
 
@@ -283,6 +327,8 @@ TEST_F(StabiliserRuns, AskBeforeTheFirstPassIfItsFolderMayLackRoom) {
   const Texts dialogs = ClickAndAnswer(Test(), {PressButton(QMessageBox::Cancel)});
   EXPECT_NE(dialogs.back().find("may need up to 13020834 MB"), std::string::npos) << dialogs.back();
   EXPECT_EQ(Lines(), Texts{});
+  ClickAndAnswer(Test(), {PressButton(QMessageBox::Ok)});
+  EXPECT_EQ(Lines().size(), 2U);
 }
 
 TEST_F(StabiliserRuns, ShowTheOptionsThatAreUsed) {
@@ -339,8 +385,9 @@ TEST_F(StabiliserRuns, AreCancelledByTheirOwnCaptionAloneAndLeaveNothing) {
   former.write("former");
   former.close();
   tools_.FfmpegDoes(QString(kWriteOutput) + "exec sleep 1000");
+  const QImage lit = Picture(Extract());
   When([this] { return Lines().size() == 1; },
-       [this] {
+       [&] {
          EXPECT_EQ(ApplyCaption().Caption(), "Cancel");
          for (Label* other : {&Extract(), &View(), &Test(), &Caption("Label6", 0),
                               &Caption("Label12", LoadOther)}) {
@@ -348,12 +395,14 @@ TEST_F(StabiliserRuns, AreCancelledByTheirOwnCaptionAloneAndLeaveNothing) {
            Click(*other);
          }
          EXPECT_EQ(Lines().size(), 1U);
+         EXPECT_NE(Picture(Extract()), lit) << "the caption isn't dimmed";
          Click(ApplyCaption());
        });
   ClickAndAnswer(ApplyCaption(), {ReplaceFile(former.fileName())});
   EXPECT_EQ(ApplyCaption().Caption(), "Apply De-Shake && Stabilize Settings");
   EXPECT_TRUE(Extract().isEnabled());
   EXPECT_EQ(Lines().size(), 1U) << "there was a second pass";
+  EXPECT_EQ(WorkFiles(), QStringList());
   EXPECT_EQ(Outputs(), QStringList("steady.mp4"));
   EXPECT_EQ(Content(former.fileName()), "former");
 }

@@ -1,4 +1,5 @@
 // Which video is on the time line, and which one is stabilised.
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QTest>
 
@@ -99,8 +100,13 @@ TEST_F(SelectingAVideo, NamesTheProbeIfItIsMissing) {
 
 TEST_F(SelectingAVideo, ChangesNothingIfTheDialogIsCancelled) {
   const QString former = Select(60);
-  const DialogAnswers answers({CancelDialog()});
+  const DialogAnswers answers({[](QDialog& dialog) {
+    EXPECT_EQ(dynamic_cast<QFileDialog&>(dialog).nameFilters().join(';'),
+              "MP4 Files (*.mp4) (*.mp4);AVI Files (*.avi) (*.avi);All Files (*.*) (*)");
+    dialog.reject();
+  }});
   Click(Caption("Label6", 0));
+  EXPECT_EQ(answers.seen(), Texts{"Extract Section From Video"});
   EXPECT_EQ(Get<TextBox>("Text1").Text(), former);
 }
 

@@ -20,6 +20,8 @@ TEST(StabiliserLines, ExtractTheSpan) {
 TEST(StabiliserLines, ReadTheBeginningWithoutASeek) {
   EXPECT_EQ(ExtractLine("/t", "in.avi", kPlain, {.start = 0.1, .length = 3}, "out.mp4"),
             "/t/ffmpeg -hide_banner -stats_period 0.1 -i in.avi -ss 0.1 -t 3 -sn -dn -y out.mp4");
+  EXPECT_TRUE(ViewLine("/t", "in.avi", kPlain, {.start = 0.1, .length = 3})
+                  .starts_with("/t/ffplay -hide_banner -t 5.1 -autoexit "));
 }
 
 TEST(StabiliserLines, ViewTheSpanFromItsFirstPictureOn) {

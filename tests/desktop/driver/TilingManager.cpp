@@ -59,7 +59,7 @@ void TilingManager::HandleEvents() {
     if (type == XCB_MAP_REQUEST) {
       Manage(reinterpret_cast<const xcb_map_request_event_t*>(event)->window);
     } else if (type == XCB_CONFIGURE_REQUEST) {
-      Refuse(*reinterpret_cast<const xcb_configure_request_event_t*>(event));
+      Answer(*reinterpret_cast<const xcb_configure_request_event_t*>(event));
     } else if (type == XCB_CLIENT_MESSAGE) {
       HandleMessage(*reinterpret_cast<const xcb_client_message_event_t*>(event));
     }
@@ -98,7 +98,7 @@ void TilingManager::HandleMessage(const xcb_client_message_event_t& message) {
   xcb_flush(connection_);
 }
 
-void TilingManager::Refuse(const xcb_configure_request_event_t& request) {
+void TilingManager::Answer(const xcb_configure_request_event_t& request) {
   if (const QSize granted = granted_.exchange(QSize()); granted.isValid()) {
     size_ = granted;
     Place(request.window);

@@ -31,7 +31,7 @@ class TilingManager {
   void Place(WindowId window);
   // Asks the window to close if the message is a request for that.
   void HandleMessage(const xcb_client_message_event_t& message);
-  void Refuse(const xcb_configure_request_event_t& request);
+  void Answer(const xcb_configure_request_event_t& request);
 
   xcb_connection_t* connection_;
   xcb_atom_t clientList_;
