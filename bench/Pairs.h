@@ -34,8 +34,9 @@ struct Side {
   std::function<double()> run;  // returns seconds
 };
 
-// The ratio that is compared with the mark: the median of the pairs' ratios, or that of each side's
-// fastest run, for runs that other work on the machine delays by more than the mark allows.
+// The ratio that is compared with the mark: the median of the pairs' ratios, or the ratio of our
+// fastest run to theirs. The latter is for runs that other work on the machine may delay by more
+// than the mark allows.
 enum class Counts { kMedianRatio, kRatioOfTheFastest };
 
 // Runs both sides in each of the pairs; in every second pair `theirs` runs first. Prints what each

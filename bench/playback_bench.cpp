@@ -83,8 +83,8 @@ class FrameWatch : public QApplication {
   // When the left bar was painted where it is now, as Now() says; none if it hasn't been.
   std::optional<double> BarPaintedAt() const;
 
-  // Serves events until the condition holds. Sleeps while there are none: the system would stop a
-  // thread that never sleeps in the middle of its work.
+  // Serves events until the condition holds. Sleeps while there are none: a thread that never
+  // sleeps would be interrupted by the system in the middle of its work.
   template <typename Condition>
   void ServeUntil(Condition condition) {
     QTimer look;

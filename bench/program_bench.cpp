@@ -127,19 +127,19 @@ double SecondsToWindow(const Screen& screen, const std::vector<std::string>& com
 // Returns the memory, in megabytes, that the program uses once its window is painted: what it has
 // alone and, of each page that it shares with other processes, an equal part.
 double MegabytesOfWindow(const Screen& screen, const std::vector<std::string>& command) {
-  double kilobytes = 0;
+  double kibibytes = 0;
   {
     const kelvane::testing::Process program(command, kelvane::testing::Process::Errors::kInOutput);
     Need(WaitFor([&] { return !screen.Windows().isEmpty(); }), "no window comes");
     (void)screen.Still();
     std::ifstream memory("/proc/" + std::to_string(program.Id()) + "/smaps_rollup");
-    for (std::string word; kilobytes == 0 && memory >> word;) {
-      if (word == "Pss:") memory >> kilobytes;
+    for (std::string word; kibibytes == 0 && memory >> word;) {
+      if (word == "Pss:") memory >> kibibytes;
     }
   }
-  Need(kilobytes > 0, "the memory can't be read");
+  Need(kibibytes > 0, "the memory can't be read");
   Need(WaitFor([&] { return screen.Windows().isEmpty(); }), "the window doesn't go");
-  return kilobytes / 1000;
+  return kibibytes * 1024 / 1e6;
 }
 
 void Run() {

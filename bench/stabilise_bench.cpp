@@ -96,8 +96,8 @@ class StabiliseBench {
   double LongestGap() const { return longestGap_; }
 
  private:
-  void Click(const char* caption) {
-    window_.Find<Label>(QLatin1String(caption)).SendMouse(Qt::LeftButton);
+  void Click(const char* command) {
+    window_.Find<Label>(QLatin1String(command)).SendMouse(Qt::LeftButton);
   }
   void Check() const {
     Need(DecodedPictures(steady_) == kSeconds * 30, "the stabilised file isn't whole");

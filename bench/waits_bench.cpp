@@ -1,5 +1,6 @@
-// The two waits that a user feels after a choice: from the dialog's answer to the bars, against the
-// probe tools alone, and from Run Video to the first picture, against an idle player.
+// The two waits that a user feels after a choice: from the answer to a dialog to the bars, against
+// the probe tools alone, and from Run Video to the first picture, against a player that is already
+// running.
 #include <sys/socket.h>
 #include <sys/un.h>
 #include <unistd.h>

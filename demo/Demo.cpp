@@ -184,7 +184,7 @@ class Demo : private DemoPart {
     const QImage before = screen_.Picture(place);
     job_.Cancel();
     Need(WaitFor([&] { return !job_.Open(); }), "Cancel doesn't close the window");
-    // The main window repaints what the closed one covered when the tool prints again.
+    // When the tool prints again, the main window repaints what the closed one covered.
     Need(WaitFor([&] { return screen_.Picture(place) != before; }),
          "the closed window can still be seen");
     Keep("12-cancelled-job", "Cancel closed the window; the tool goes on and finishes its file");

@@ -55,7 +55,7 @@ class JoinerDemo : private DemoPart {
            return !AllOf(inside, inside.rect(), inside.pixel(0, 0));
          }),
          "the box stays empty");
-    Keep("joiner-6-joined", "the end of the join; the tool's own words made one more strip");
+    Keep("joiner-6-joined", "the end of the join; the tool printed a duration: one more strip");
     Need(CloseJoinMessage(screen_), "the box at the end doesn't close");
     const double seconds = VideoSeconds(joined);
     Say(QStringLiteral("%1: %2 seconds; its ten sections have %3")
@@ -135,7 +135,8 @@ void MakeClips(const QDir& output) {
 
 }  // namespace
 
-// The join has a program of its own, since a join ends before a removed section.
+// The join has a program of its own: in the first program a section is removed, before which a join
+// of that list would end.
 void ShowJoiner(Screen& screen, const QString& programFolder, const QString& display,
                 const QDir& output) {
   MakeClips(output);

@@ -68,7 +68,7 @@ class StabiliserDemo : private DemoPart {
     window_.Click(kTest);
     Need(WaitFor([&] { return window_.Progress("pbar(1)") > 0; }, kRunTime),
          "the second pass doesn't run");
-    Keep("stabiliser-4-testing", "the second pass of a test; its caption reads Cancel");
+    Keep("stabiliser-4-testing", "the second pass of a test; the command now reads Cancel");
     Need(window_.AwaitCommand(kTest, "Test Settings", kRunTime), "the test doesn't end");
     Keep("stabiliser-5-result", "the result plays");
   }

@@ -30,8 +30,8 @@ extern const Target kJoiner;
 extern const Target kNumbersAndTimes;
 extern const Target kShortPaths;
 
-// A value in a message. In a text, bytes that aren't printable ASCII are percent-encoded, and so
-// are some that are, such as a percent sign or a double quote.
+// A value in a message. In a text, all bytes but printable ASCII are percent-encoded, and so are a
+// few printable ones, such as the percent sign and the double quote.
 inline std::string Readable(std::string_view bytes) {
   const QByteArray copy(bytes.data(), static_cast<qsizetype>(bytes.size()));
   return '"' + copy.toPercentEncoding(" !#$&'()*+,/:;<=>?@[]").toStdString() + '"';
@@ -56,8 +56,8 @@ void AgreeOn(const std::string& what, const Actual& actual, const Expected& expe
   throw Disagreement(what + ": got " + Readable(actual) + ", expected " + Readable(expected));
 }
 
-// The model of a duration: at most nine bytes after the first "duration:", whose letters may be of
-// either case, without the blanks around the bytes.
+// The model of a duration: the nine bytes after the first "duration:" in letters of any case, or as
+// many as there are, trimmed.
 inline std::optional<QString> DurationIn(std::string_view text) {
   const auto bytes = QString::fromLatin1(text);
   const qsizetype word = bytes.indexOf(QLatin1String("duration:"), 0, Qt::CaseInsensitive);

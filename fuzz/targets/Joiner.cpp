@@ -24,7 +24,8 @@ class Joiner {
   bool IsFull() const { return sections_ >= kMostSections; }
   bool IsUsedUp() const { return IsFull() || transcoding_; }
 
-  // A duration that is no time counts as the width of the section before. This makes that width 0.
+  // If a duration is no time, the section counts as many seconds as the strip before has pixels.
+  // This makes that strip's width 0.
   void ForgetWidth() {
     if (width_ != 0) Receive("Duration: 00:00:00.00");
   }

@@ -15,13 +15,13 @@ namespace {
 
 enum Step : std::uint8_t { LoadBegins, SecondRunBegins, RegionIsMeasured, StepCount };
 
-// The width or the height of the canvas, and what follows from it, in pixels.
+// The width or the height of the canvas, and what follows from it. Lengths are in pixels.
 struct Side {
   QString caption;
   float size = 0;         // of the canvas: the last caption that was a number >= 0
   float barLength = 0;    // of the bars that lie along it
   float barPosition = 0;  // of the bar at its right or lower end
-  int scrollMax = 0;
+  int scrollMax = 0;      // of that bar, in the bar's own unit
 
   // Returns whether the canvas changes its size on the screen.
   bool Take(const QString& text) {
@@ -58,7 +58,8 @@ class Model {
   Side height{QStringLiteral("0,000"), 0, 0, -5, 0};
 
  private:
-  // Takes the size from a block. Returns whether the block was a whole size and nothing else. A
+  // Takes the size from a block. Returns whether nothing else is to be done with the block: whether
+  // the text that is cut as the height begins with "=", as it does after a width of four digits. A
   // character of `block` is a byte.
   bool TakeSize(QString block) {
     static const QRegularExpression kBareLineFeed(QStringLiteral("(?<!\r)\n"));

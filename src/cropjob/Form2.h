@@ -15,9 +15,9 @@
 
 namespace kelvane {
 
-// "Saving Video": runs one crop and shows its progress. The crop begins at the second tick of the
-// timer at which no dialog is open. When the tool's text ends, the window says that the job
-// succeeded, whatever the tool did.
+// "Saving Video": runs one crop and shows its progress. The crop begins at the timer's second tick,
+// not counting the ticks that come while a dialog is open. When the tool's text ends, the window
+// says that the job succeeded, whatever the tool did.
 //
 // The job runs inside a tick of Timer1. If the window is cancelled meanwhile, the tool runs on to
 // its end and the main window's bar still follows it.

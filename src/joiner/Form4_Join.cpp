@@ -73,8 +73,9 @@ void Form4::JoinSections(DOSOutputs& objDOS) {
   }
 }
 
-// The list is written beside the tools or, if it can't be written whole there (on a full disk, or
-// if the program is installed for everybody) and no folder has its name, in the private folder.
+// The list is written beside the tools. If it can't be written whole there (on a full disk, or if
+// the program is installed for everybody), it is written to the private folder, unless a folder
+// beside the tools has the list's name.
 std::string Form4::WriteListFile(const std::string& tools) const {
   std::string beside = tools + "/files.txt";
   if (WriteListTo(FromNarrow(beside)) || QFileInfo(FromNarrow(beside)).isDir()) return beside;

@@ -69,8 +69,9 @@ class SpawnSettings {
     sigemptyset(&none);
     sigemptyset(&brokenPipe);
     sigaddset(&brokenPipe, SIGPIPE);
-    // If the program was started without its standard descriptors, the pipe has some of their
-    // numbers, but 0 only for its read end, which the tool doesn't need.
+    // If the program was started without its standard descriptors, the pipe's ends may have numbers
+    // from 0 to 2. Number 0, which is opened anew below, can only be that of the read end, which
+    // the tool doesn't need.
     usable_ =
         usable_ && posix_spawn_file_actions_adddup2(&files_, writeEnd, STDOUT_FILENO) == 0 &&
         posix_spawn_file_actions_adddup2(&files_, STDOUT_FILENO, STDERR_FILENO) == 0 &&

@@ -76,7 +76,7 @@ class DOSOutputs {
   // The text of the last run whose tool was started.
   std::shared_ptr<ToolText> text_;
   BlockLength blockLength_;
-  // Null if the last run's tool couldn't be started.
+  // The last run's tool; null if none was started.
   std::shared_ptr<StartedTool> tool_;
   // When the tool is to be killed; std::nullopt until End is called. It exists only during a run
   // with Waiting.

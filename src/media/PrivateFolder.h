@@ -31,8 +31,8 @@ class PrivateFolder {
   PrivateFolder& operator=(const PrivateFolder&) = delete;
   ~PrivateFolder();
 
-  // Returns the path of a link to the absolute path `target`. The link's name is the first that
-  // isn't taken of those that `name` returns for 1, 2 and so on; "work-" at its beginning becomes
+  // Returns the path of a link to the absolute path `target`. Of the names that `name` returns for
+  // 1, 2 and so on, the link gets the first free one; "work-" at the beginning of a name becomes
   // "work_". The same target gets the same name each time; two paths to one file get two links.
   // Makes the folder and the link again if they have vanished. Throws std::system_error if one
   // can't be made.

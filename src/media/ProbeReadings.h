@@ -21,8 +21,9 @@ struct SizeReading {
   // Each is std::nullopt if its word is missing; `width` is empty if only "height=" is missing.
   std::optional<std::string> width;
   std::optional<std::string> height;
-  // True if the width has four digits: the block is nothing but a size. Otherwise the block is to
-  // be shown and searched for a duration as well, and no later block is to be read as a size.
+  // True after a width of four digits: nothing else is to be done with the block. Otherwise, even
+  // after a width of three digits, the block is to be shown and searched for a duration as well,
+  // and no later block is to be read as a size.
   bool usedUp = false;
 };
 SizeReading ReadSize(std::string_view block);
@@ -57,7 +58,7 @@ std::optional<double> ReadProgress(std::string_view line);
 
 // Returns the time of the picture, in seconds, from a line of ffplay's status, such as
 // "  12.34 A-V: -0.012 fd=   0". There, 12.34 is the time of the player's clock (the sound's, if
-// there is sound), and -0.012 is how far that clock is ahead of the picture, which may be far. The
+// there is sound), and -0.012 is how far that clock is ahead of the picture, be it seconds. The
 // time is not-a-number until a picture has been shown. Returns std::nullopt for any other line.
 std::optional<double> ReadPlayedTime(std::string_view line);
 

@@ -57,10 +57,10 @@ void ShowPlaces(QFileDialog& dialog) {
 
 // Makes the typed name the result. Qt's dialog would select the file of that name in its list and
 // return the selected file rather than the typed name. It would deselect the previously selected
-// file only while the name's box has the focus. On X11 the box may lose the focus when the
-// completions close quickly: a file whose name is the beginning of the typed one would stay
-// selected and be returned. So would a file that was selected when its folder was left, if the
-// user typed a name and went back to the folder, and a selected file that is renamed.
+// file only while the name's box has the focus. Three files could thus stay selected and be
+// returned: one whose name is the beginning of the typed one, since on X11 the box may lose the
+// focus when the completions close quickly; one that was selected when the user left its folder,
+// typed a name and went back; and one that is renamed while it is selected.
 void PreferTypedName(QFileDialog& dialog) {
   const auto* name = dialog.findChild<QLineEdit*>(u"fileNameEdit"_s);
   auto* files = dialog.findChild<QListView*>(u"listView"_s)->selectionModel();
@@ -73,7 +73,7 @@ void PreferTypedName(QFileDialog& dialog) {
     const QModelIndex picked = files->selectedRows().value(0);
     if (picked.isValid() && !folder->isDir(picked)) deselectStale();
   };
-  // Qt has put the name of a file that the user picked into the box.
+  // When the user picks a file, Qt has already put its name into the box: the file stays selected.
   QObject::connect(files, &QItemSelectionModel::selectionChanged, files, deselectStaleFile);
   QObject::connect(folder, &QFileSystemModel::fileRenamed, files, deselectStaleFile);
   QObject::disconnect(name, nullptr, &dialog, nullptr);

@@ -15,9 +15,9 @@ class Label : public Control {
  public:
   Label(Container& container, const QString& name);
 
-  // Returns a new, enabled label like this one, but without what a screen reader is told of it
-  // beside its role and caption, in the same container, which owns it. The new label is hidden if
-  // the container is on the screen.
+  // Returns a new, enabled label like this one in the same container, which owns it. Of what a
+  // screen reader is told, only the role and the caption are copied. The new label is hidden if the
+  // container is on the screen.
   Label& Duplicate(const QString& name) const;
 
   bool Windowless() const override { return true; }

@@ -128,7 +128,7 @@ class LongJob::Session {
         this, "ssss", "sleep", kProductName.data(), purpose_, "block");
   }
 
-  // Shows no progress if `percent` is negative.
+  // Hides the progress if `percent` is negative.
   void ShowProgress(int percent) {
     if (percent == shown_) return;
     shown_ = percent;

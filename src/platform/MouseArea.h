@@ -14,9 +14,9 @@ struct MouseEvent {
   int Index;   // of the control in its array; -1 if it is in none
   int Button;  // MouseButtons
   int Shift;   // 1 Shift, 2 Ctrl, 4 Alt, summed
-  // The position from the control's top left corner, in the unit of its container. A picture box's
-  // own events count from the corner of the box's inside. The events of a picture box and of a
-  // content area are in their own unit.
+  // The position from the control's top left corner, in the unit of its container. For a picture
+  // box or a content area it is the position from the top left corner of the inside, in the unit of
+  // that box or area.
   float X;
   float Y;
 };

@@ -18,9 +18,9 @@ class PictureBox : public Control, public Container {
  public:
   PictureBox(Container& container, const QString& name, ScaleMode scale);
 
-  // Returns a new box like this one, but without its border, its drawing, its controls and the
-  // Meaning that a screen reader is told, in the same container, which owns it. The new box is
-  // hidden if the container is on the screen.
+  // Returns a new box like this one in the same container, which owns it. The new box lacks the
+  // border, the drawing, the controls and the Meaning of this one. It is hidden if the container is
+  // on the screen.
   PictureBox& Duplicate(const QString& name) const;
 
   // Setting a colour, even the same one, clears the drawing.

@@ -25,8 +25,8 @@ namespace {
 QtMessageHandler formerMessageHandler = nullptr;
 
 // A message handler. If the connection to a Wayland compositor breaks, Qt prints a message on the
-// thread that notices it and then calls _exit, unless QT_WAYLAND_RECONNECT is set; Qt 6.8 then
-// connects again. Before Qt calls _exit, this function makes the user-interface thread call
+// thread that notices it and then calls _exit. If QT_WAYLAND_RECONNECT is set, Qt 6.8 connects
+// again instead. Before Qt calls _exit, this function makes the user-interface thread call
 // std::exit, as Qt does when it loses an X server, so that the tools that must end with the program
 // are killed and its temporary files are removed.
 void ExitWithoutCompositor(QtMsgType type, const QMessageLogContext& context, const QString& text) {

@@ -14,7 +14,8 @@ ThumbControl::ThumbControl(Container& container, const QString& name, QAbstractS
   connect(slider_, &QAbstractSlider::sliderReleased, this, &ThumbControl::ThumbReleased);
 }
 
-// A new value raises Change and never Scroll, even while the user drags the thumb.
+// An assignment that changes the value raises Change and never Scroll, even while the user drags
+// the thumb.
 void ThumbControl::SetThumbValue(int value) {
   if (value < slider_->minimum() || value > slider_->maximum()) return;
   const QScopedValueRollback assigning(assigning_, true);

@@ -56,10 +56,10 @@ class WindowsMediaPlayer : public Control {
     // means 0; one that isn't finite has no effect, and neither has a call without a URL.
     void setCurrentPosition(double seconds);
     // Goes `seconds` on, or back if `seconds` is negative, as setCurrentPosition does, at most to
-    // the end or the beginning. No effect unless a file is being opened or played.
+    // the end or the beginning. No effect unless a file is being opened, plays or is paused.
     void skip(double seconds);
     // Pauses the file and goes `pictures` on, or back if `pictures` is negative, at most to the
-    // last or first one. No effect unless a file is being opened or played.
+    // last or first one. No effect unless a file is being opened, plays or is paused.
     void step(int pictures);
     // Whether a file is being opened or played and isn't paused. False after its end.
     bool playing() const;

@@ -10,9 +10,10 @@ namespace kelvane {
 extern QString VideoPath;
 
 // The duration last read, as "hh:mm:ss" in whole seconds, rounded down; if the text after
-// "Duration:" isn't a time, the beginning of that text. The joiner takes the duration of its newest
-// section, the main window always the first one that its tools have printed. Empty until one is
-// read, and after a reset.
+// "Duration:" isn't a time, the beginning of that text. The joiner sets it to the duration of the
+// section added last. The main window sets it to the first duration that its tools have printed
+// since the window was made, even if another video is loaded later. Empty until one is read, and
+// after a reset.
 extern QString VideoDuration;
 
 // Whether the main window reads its tools' output as the duration probe's, not the size probe's.

@@ -14,7 +14,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // Removes the commas before groups of three digits, so that the designed caption "0,000" converts.
-// Not to be called in a locale whose decimal separator is a comma: there it converts as it is.
+// Not to be called in a locale whose decimal separator is a comma: there the caption converts as it
+// is.
 void RemoveGroupingCommas(QString& text) {
   static const QRegularExpression comma(u"(?<=[0-9]),(?=[0-9]{3}(?![0-9]))"_s);
   text.remove(comma);
@@ -48,6 +49,7 @@ QTime TimeOfDay(double seconds) {
 
 }  // namespace
 
+// On Linux, the local encoding of Qt 6 is UTF-8 in every locale.
 std::string ToNarrow(const QString& text) { return text.toLocal8Bit().toStdString(); }
 
 QString FromNarrow(const std::string& bytes) { return QString::fromLocal8Bit(bytes); }
@@ -73,12 +75,11 @@ QString FormatTwoDecimals(double number) {
   constexpr int kLeastLength = 5;
   constexpr double kHundredths = 100;
   constexpr int kReliableDigits = 15;
-  constexpr double kLargestFraction = 1e13;
+  constexpr double kReliableBelow = 1e13;  // where two of the reliable digits are decimals
   // 0.285 is rounded up, although the stored value is slightly smaller.
   const double size = std::abs(number);
   const double hundredths = QString::number(size * kHundredths, 'g', kReliableDigits).toDouble();
-  // Larger numbers have no two reliable decimals.
-  const double rounded = size < kLargestFraction ? std::round(hundredths) / kHundredths : size;
+  const double rounded = size < kReliableBelow ? std::round(hundredths) / kHundredths : size;
   QString digits = QString::number(rounded, 'f', kDecimals);
   digits = digits.rightJustified(kLeastLength, u'0');
   digits.replace(u'.', QLocale().decimalPoint());

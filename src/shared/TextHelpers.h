@@ -34,7 +34,7 @@ QString FormatTimeOfDay(double seconds);
 // The same with two digits for the hours, "hh:mm:ss".
 QString FormatTimeText(double seconds);
 
-// A position in a recording in whole seconds, rounded down: "mm:ss", and "hh:mm:ss" from an hour
+// A position in a video in whole seconds, rounded down: "mm:ss", and "hh:mm:ss" from an hour
 // on. A negative number is shown as 0, one beyond 1e15 as 1e15.
 QString FormatPosition(double seconds);
 

@@ -18,7 +18,8 @@ void NoteSignal(int /*signal*/) {
   (void)!::write(eventOfSignals, &one, sizeof one);
 }
 
-// Sets the handler. Signals that the program was started to ignore, as by nohup, stay ignored.
+// Sets the handler. Signals that were ignored when the program was started, as nohup does with
+// SIGHUP, stay ignored.
 void HandleSignals(void (*handler)(int)) {
   for (const int signal : {SIGTERM, SIGINT, SIGHUP}) {
     if (std::signal(signal, handler) == SIG_IGN) (void)std::signal(signal, SIG_IGN);

@@ -93,9 +93,10 @@ class Stabiliser : public Form3 {
   // Takes the paths that were typed, once no mouse button is held: the press that ends an edit may
   // begin a click on a caption, and that click takes the paths itself.
   void TakeTypedPaths();
-  // These choose the video whose path was typed, and return false if that fails or is cancelled. If
-  // `clicked` is the caption that asks for such a video, they discard the typed path instead. While
-  // an action runs they have no effect and return true: its start has taken the paths.
+  // Each chooses the video whose path was typed into its text box, and returns false if that fails
+  // or is cancelled. If `clicked` is the caption that opens the dialog for this choice, the typed
+  // path is discarded instead. While an action runs they have no effect and return true: its start
+  // has taken the paths.
   bool TakeTypedSource(const Label* clicked = nullptr);
   bool TakeTypedOther(const Label* clicked = nullptr);
   bool SetSource(const QString& path);

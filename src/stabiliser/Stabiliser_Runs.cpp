@@ -142,7 +142,7 @@ void Stabiliser::ShowProgress(const Progress& progress, double seconds) {
   constexpr double kWhole = 100;
   const double percent = std::clamp(seconds / progress.seconds * kWhole, 0.0, kWhole);
   progress.label.setCaption(progress.prefix + FormatTwoDecimals(percent) + u'%');
-  progress.label.repaint();  // at once, as the bar is painted
+  progress.label.repaint();  // at once; the bar does so by itself
   progress.bar.setValue(static_cast<float>(percent));
 }
 
@@ -303,8 +303,8 @@ QString Stabiliser::DetectAndTransform(const Stabilising& run, const std::string
                first)) {
     return Failure(sentence);
   }
-  // The line for such a part has -copyts, with which ffmpeg counts the times that it reports from
-  // its first report. So they don't tell the length.
+  // For a part of a video in which a tool may seek too far, the line has -copyts. The times that
+  // ffmpeg reports then count from the first one that it reports, so they don't tell the length.
   const double processed = run.span && facts.seeksLate ? 0 : processedSeconds_;
   if (IsCutOff(transforms)) {
     return Paragraphs(sentence, u"The disk of the folder %1 is full."_s.arg(
@@ -340,8 +340,8 @@ QString Stabiliser::CheckOutput(const std::string& output, const VideoFacts& sou
 }
 
 QString Stabiliser::LackOfRoom(const Stabilising& run, const std::string& transforms) {
-  // That the first pass writes at most, for each unit of accuracy; a third if there is little
-  // detail.
+  // The most bytes that the first pass writes for a pixel, for each unit of accuracy. If there is
+  // little detail, it writes a third of that.
   constexpr double kBytesPerPixel = 1600.0 / (1280 * 720);
   constexpr double kUsualRate = 30;
   constexpr double kMegabyte = 1e6;

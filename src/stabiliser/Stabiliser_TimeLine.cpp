@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int kNeedleMiddle = 2;
-constexpr int kRestOfNeedle = 3;  // the part of its width from the time that it marks on
+constexpr int kRestOfNeedle = 3;  // pixels of a needle from the one at its time to its right edge
 
 }  // namespace
 
@@ -30,7 +30,8 @@ void Stabiliser::WireTimeLine() {
     needle->MouseMove = [this](const MouseEvent& event) { DragNeedle(event); };
     needle->MouseWheel = scroll;
     needle->KeyDown = [this](const KeyEvent& event) { return StepNeedle(event); };
-    // Not when the window is activated, or when the focus leaves a caption that is disabled.
+    // Scrolls to a needle that gets the focus by a key. It doesn't when the window is activated,
+    // or when the focus comes from a caption that has just been disabled.
     connect(qApp, &QApplication::focusChanged, needle, [this, needle](QWidget* old, QWidget* now) {
       const bool moved = old != nullptr && old->window() == this && old->isEnabled();
       if (now == needle && moved && QApplication::mouseButtons() == Qt::NoButton) ScrollTo(*needle);

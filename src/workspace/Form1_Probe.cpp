@@ -62,7 +62,7 @@ std::shared_ptr<DOSOutputs> Form1::NewRunner() {
   return objDOS;
 }
 
-// Reads what any tool prints as the probe's output: first sizes, then text.
+// Reads the output of every tool as if it were the probe's: first sizes, then text.
 void Form1::objDOS_ReceiveOutputs(const std::string& CommandOutputs) {
   const QString block = FromNarrow(CommandOutputs);
   if (!ProbeDimensionsDone) {
@@ -76,8 +76,9 @@ void Form1::objDOS_ReceiveOutputs(const std::string& CommandOutputs) {
   }
 }
 
-// Shows the size that a block holds. Returns SizeReading::usedUp: whether the block isn't to be
-// read as text as well, and the next one is to be read as a size again.
+// Shows the size that a block holds. Returns SizeReading::usedUp. If it is true, the block isn't
+// read as text, and the next block is read as a size too. Otherwise this block and all later ones
+// are read as text.
 bool Form1::ShowSize(const std::string& block) {
   const SizeReading size = ReadSize(WidenLineBreaks(block));
   if (size.width) {

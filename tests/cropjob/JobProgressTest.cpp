@@ -85,7 +85,7 @@ INSTANTIATE_TEST_SUITE_P(Job, JobUpdate, ::testing::ValuesIn(kCases),
 
 class JobProgress : public JobWindowTest {};
 
-TEST_F(JobProgress, ReadsABlockWithWhatHandlersHaveChangedJustBefore) {
+TEST_F(JobProgress, ServesEventsBeforeItReadsABlockAndUsesWhatTheyChange) {
   LoadJob("00:00:10");
   AtNextDoEvents([&] {
     EXPECT_EQ(Status(), kCropping);

@@ -15,7 +15,8 @@
 
 namespace kelvane::testing {
 
-// The job window, with recording tools and a stand-in for the main window.
+// The job window, with RecordingTools in place of the media tools and a stand-in for the main
+// window.
 class JobWindowTest : public ::testing::Test {
  protected:
   JobWindowTest() {

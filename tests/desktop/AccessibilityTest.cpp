@@ -79,7 +79,8 @@ TEST_F(AccessibilityBus, LoadsAndCropsAVideoAndAnnouncesWhatChanges) {
   ASSERT_TRUE(WaitFor([&] { return width.Name() == "0,315"; }));
   EXPECT_TRUE(WaitFor([&] { return reader.HasAnnounced("accessible-name", width); }));
   const AccessibleNode group = root.Find("panel", "Video and crop region");
-  EXPECT_TRUE(WaitFor([&] { return reader.HasAnnounced("add", group); })) << "without bars";
+  EXPECT_TRUE(WaitFor([&] { return reader.HasAnnounced("add", group); }))
+      << "the bars aren't announced";
   EXPECT_EQ(root.Find(kLabel, "Width of the video in pixels").Name(), "0,320");
   EXPECT_TRUE(root.Tree().contains("text \"Selected Video\": \"" + video));
 

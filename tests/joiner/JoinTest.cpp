@@ -19,21 +19,21 @@ TEST_F(JoinByCopy, ListsEveryPathForTheToolEvenThoseOfRemovedSections) {
   EXPECT_EQ(JoinTo("/tmp/all.mp4"), (Texts{"Save Video As", kSuccess}));
   EXPECT_EQ(ListFile(),
             ListLine("a.mp4") + "file 'Deleted Section'\r\n" + ListLine("it's ü 動.mp4"));
-  EXPECT_EQ(Joins(), Texts{CopyRun("/tmp/all.mp4")});
+  EXPECT_EQ(FfmpegRuns(), Texts{CopyRun("/tmp/all.mp4")});
 }
 
 TEST_F(JoinByCopy, RunsTheToolOnAnEmptyListIfThereIsNoSection) {
   EXPECT_EQ(JoinTo("/tmp/all.mp4"), (Texts{"Save Video As", kSuccess}));
   EXPECT_EQ(ListFile(), "");
-  EXPECT_EQ(Joins(), Texts{CopyRun("/tmp/all.mp4")});
+  EXPECT_EQ(FfmpegRuns(), Texts{CopyRun("/tmp/all.mp4")});
   EXPECT_EQ(TranscodeAll(), Texts{kSuccess});
-  EXPECT_EQ(Joins().size(), 1U) << "a tool has run to transcode nothing";
+  EXPECT_EQ(FfmpegRuns().size(), 1U) << "a tool has run to transcode nothing";
 }
 
 TEST_F(JoinByCopy, RunsTheToolWithoutAnOutputIfTheDialogIsCancelled) {
   JoinTo("/tmp/earlier.mp4");
   EXPECT_EQ(Join(CancelDialog()), (Texts{"Save Video As", kSuccess}));
-  EXPECT_EQ(Joins(), (Texts{CopyRun("/tmp/earlier.mp4"), CopyRun("")}));
+  EXPECT_EQ(FfmpegRuns(), (Texts{CopyRun("/tmp/earlier.mp4"), CopyRun("")}));
 }
 
 TEST_F(JoinByCopy, ReplacesALinkInThePlaceOfItsListAndNotTheFileBehindIt) {
@@ -54,7 +54,7 @@ TEST_F(JoinByCopy, ReplacesALinkInThePlaceOfItsListAndNotTheFileBehindIt) {
 TEST_F(JoinByCopy, KeepsAFolderThatHasTheNameOfItsListAndRunsTheTool) {
   ASSERT_TRUE(QDir(tools_.Path()).mkpath("files.txt/inside"));
   EXPECT_EQ(JoinTo("/tmp/all.mp4"), (Texts{"Save Video As", kSuccess}));
-  EXPECT_EQ(Joins(), Texts{CopyRun("/tmp/all.mp4")});
+  EXPECT_EQ(FfmpegRuns(), Texts{CopyRun("/tmp/all.mp4")});
   EXPECT_TRUE(QDir(InFolder("files.txt/inside")).exists());
 }
 
@@ -91,7 +91,7 @@ TEST_F(JoinByCopy, ServesEventsForASecondBetweenTheListAndTheTool) {
   int served = 0;
   std::function<void()> step = [&] {
     EXPECT_EQ(ListFile(), ListLine("a.mp4"));
-    EXPECT_EQ(Joins(), Texts{});
+    EXPECT_EQ(FfmpegRuns(), Texts{});
     if (++served < 10) AtNextDoEvents(step);
   };
   DuringTheWait(step);
@@ -100,7 +100,7 @@ TEST_F(JoinByCopy, ServesEventsForASecondBetweenTheListAndTheTool) {
   JoinTo("/tmp/all.mp4");
   EXPECT_EQ(served, 10);
   EXPECT_GE(clock.elapsed(), 1000);
-  EXPECT_EQ(Joins(), Texts{CopyRun("/tmp/all.mp4")});
+  EXPECT_EQ(FfmpegRuns(), Texts{CopyRun("/tmp/all.mp4")});
 }
 
 TEST_F(JoinByCopy, ServesEventsBetweenItsDialogAndTheList) {
@@ -131,7 +131,7 @@ TEST_F(JoinByCopy, KeepsItsListIfSectionsChangeDuringTheWait) {
 TEST_F(JoinByCopy, RunsNoToolIfTheOtherModeIsChosenDuringTheWait) {
   DuringTheWait([&] { Choose(TranscodeAllSections); });
   EXPECT_EQ(JoinTo("/tmp/all.mp4"), (Texts{"Save Video As", kSuccess}));
-  EXPECT_EQ(Joins(), Texts{});
+  EXPECT_EQ(FfmpegRuns(), Texts{});
 }
 
 TEST_F(JoinByCopy, LetsASecondJoinDuringTheWaitEndFirstAndUsesTheSecondJoinsList) {
@@ -143,7 +143,7 @@ TEST_F(JoinByCopy, LetsASecondJoinDuringTheWaitEndFirstAndUsesTheSecondJoinsList
     JoinTo("/tmp/second.mp4");
   });
   JoinTo("/tmp/first.mp4");
-  EXPECT_EQ(Joins(), (Texts{CopyRun("/tmp/second.mp4"), CopyRun("/tmp/first.mp4")}));
+  EXPECT_EQ(FfmpegRuns(), (Texts{CopyRun("/tmp/second.mp4"), CopyRun("/tmp/first.mp4")}));
   EXPECT_EQ(ListFile(), "file 'Deleted Section'\r\n" + ListLine("b.mp4") + ListLine("c.mp4"));
   EXPECT_EQ(captions, (Texts{"Process: Creating List Index", "Process: Joining Your Videos...",
                              "Process: Video Created."}));
@@ -152,7 +152,7 @@ TEST_F(JoinByCopy, LetsASecondJoinDuringTheWaitEndFirstAndUsesTheSecondJoinsList
 TEST_F(JoinByCopy, RunsTheToolEvenIfItsWindowIsClosedDuringTheWait) {
   DuringTheWait([&] { form_->close(); });
   EXPECT_EQ(JoinTo("/tmp/all.mp4"), (Texts{"Save Video As", kSuccess}));
-  EXPECT_EQ(Joins(), Texts{CopyRun("/tmp/all.mp4")});
+  EXPECT_EQ(FfmpegRuns(), Texts{CopyRun("/tmp/all.mp4")});
   EXPECT_FALSE(form_->Loaded());
 }
 
@@ -179,7 +179,7 @@ TEST_F(JoinByCopy, SkipsABlockForWhichMemoryIsShortAndReadsTheNext) {
 }
 
 // Nothing in the program reads this list, List2.
-TEST_F(JoinByCopy, ListsTheIntermediatesOfTheRemainingSectionsThatHaveAFolderAtEachStart) {
+TEST_F(JoinByCopy, ListsAtEachStartTheIntermediatesOfRemainingSectionsWhosePathsHaveAFolder) {
   AddThree();
   AddSectionOf("d.mp4");
   Remove(3);
@@ -208,8 +208,8 @@ TEST_F(JoinerTools, AreRunByAShortPathIfTheirFolderHasABlankInItsName) {
   JoinTo("/tmp/all.mp4");
   EXPECT_EQ(ContentOf(folder + "/files.txt"), ListLine("a.mp4"));
   TranscodeAll();
-  ASSERT_EQ(Joins().size(), 2U);
-  EXPECT_EQ(Joins()[0].find("my program"), std::string::npos);
+  ASSERT_EQ(FfmpegRuns().size(), 2U);
+  EXPECT_EQ(FfmpegRuns()[0].find("my program"), std::string::npos);
 }
 
 }  // namespace

@@ -17,7 +17,7 @@ namespace kelvane::testing {
 constexpr const char* kSuccess =
     "Kelvane | Your Videos have been joined successfully. | exclamation | OK Cancel";
 
-// The open joiner window, with recording tools.
+// The open joiner window, with RecordingTools in place of the media tools.
 class JoinerWindowTest : public OpenWindowTest<Form4> {
  protected:
   // The controls.
@@ -124,7 +124,7 @@ class JoinerWindowTest : public OpenWindowTest<Form4> {
   std::string ListLine(const char* name) const { return "file '" + Path(name) + "'\r\n"; }
 
   // The runs of ffmpeg: those of joins and those that make transport streams.
-  Texts Joins() const {
+  Texts FfmpegRuns() const {
     Texts runs;
     for (const std::string& run : tools_.Runs()) {
       if (run.starts_with("ffmpeg")) runs.push_back(run);

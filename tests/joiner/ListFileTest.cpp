@@ -48,7 +48,7 @@ bool IsListFile(int descriptor) {
   return QFileInfo(QString::fromStdString(entry)).symLinkTarget().endsWith("/files.txt");
 }
 
-// Called once, after the next list file has been removed.
+// Called once, after the next attempt to remove a list file, even if there was none.
 std::function<void()> afterRemoval;
 
 }  // namespace
@@ -111,8 +111,8 @@ TEST_F(JoinListFile, IsRemovedAndReplacedByAPrivateOneIfItIsNotWrittenWhole) {
   for (const auto fail : {FailWrites, FailCloses}) {
     JoinFailing(fail, 1);
     EXPECT_EQ(ContentOf(PrivateList()), ListLine("a.mp4"));
-    EXPECT_EQ(Joins().back(), "ffmpeg | -f | concat | -safe | 0 | -i | " + PrivateListFile() +
-                                  " | -c | copy | -y | /tmp/all.mp4");
+    EXPECT_EQ(FfmpegRuns().back(), "ffmpeg | -f | concat | -safe | 0 | -i | " + PrivateListFile() +
+                                       " | -c | copy | -y | /tmp/all.mp4");
   }
 }
 
@@ -120,7 +120,7 @@ TEST_F(JoinListFile, IsRemovedInBothPlacesIfItIsWrittenWholeInNeither) {
   for (const auto fail : {FailWrites, FailCloses}) {
     JoinFailing(fail, 2);
     EXPECT_EQ(ContentOf(PrivateList()), "(not there)");
-    EXPECT_EQ(Joins().back(), CopyRun("/tmp/all.mp4"));
+    EXPECT_EQ(FfmpegRuns().back(), CopyRun("/tmp/all.mp4"));
   }
 }
 
@@ -130,7 +130,7 @@ TEST_F(JoinListFile, IsNotWrittenThroughALinkThatIsMadeInItsPlaceAfterItsRemoval
   JoinTo("/tmp/all.mp4");
   EXPECT_FALSE(std::exchange(afterRemoval, nullptr));
   EXPECT_EQ(ContentOf(target), "contents");
-  EXPECT_NE(Joins(), Texts{CopyRun("/tmp/all.mp4")});
+  EXPECT_NE(FfmpegRuns(), Texts{CopyRun("/tmp/all.mp4")});
 }
 
 }  // namespace

@@ -36,7 +36,7 @@ TEST_F(SectionProbe, ShowsTensOfSecondsInTheRowAndExactSecondsInTheTotals) {
   EXPECT_EQ(Shown(TotalRuntime), "00:04:33") << "must begin again after 24 hours";
 }
 
-TEST_F(SectionProbe, TakesThePreviousStripsWidthForADurationThatIsNoTime) {
+TEST_F(SectionProbe, TakesThePreviousStripsWidthAsTheSecondsOfADurationThatIsNoTime) {
   AddSectionOf("a.mp4", "N/A");
   AddSectionOf("b.mp4", "00:10:00.00");
   AddSectionOf("c.mp4", "N/A");

@@ -68,7 +68,7 @@ TEST_F(RealJoin, MakesNoFileIfItsFirstSectionIsRemoved) {
   EXPECT_EQ(ContentOf(first), before);
 }
 
-TEST_F(RealJoin, TakesANameWithAnApostropheForTheFileWithoutItAndEndsThereIfThatIsMissing) {
+TEST_F(RealJoin, ReadsANameWithoutItsApostropheAndEndsTheOutputThereIfThatFileIsMissing) {
   const QString clip = AddClip("a.mp4", 1);
   const QString quoted = AddClip("it's.mp4", 1);
   Add(clip);
@@ -191,7 +191,7 @@ TEST_F(RealJoin, OpensAFirstSectionByItsNameWithoutTheApostropheAsTheDialogSays)
   EXPECT_NE(ContentOf(old), "contents");
 }
 
-// The backslash takes the apostrophe with which the line ends.
+// The backslash escapes the apostrophe with which the list's line ends.
 TEST_F(RealJoin, OpensAFirstSectionThatEndsInABackslashByAnotherNameAsTheDialogSays) {
   const QString clip = MakeClip("clip.mp4", 1);
   ASSERT_TRUE(QFile::copy(clip, InFolder("it's\\")));

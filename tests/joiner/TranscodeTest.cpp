@@ -37,10 +37,10 @@ TEST_F(Transcode, WritesAStreamBesideEachSourceAndAsksForNoFile) {
   const Texts runs = {Run("a.mp4", "intermediate01.ts"),
                       Run("other/b.mp4", "other/intermediate02.ts")};
   EXPECT_EQ(TranscodeAll(), Texts{kSuccess});
-  EXPECT_EQ(Joins(), runs);
+  EXPECT_EQ(FfmpegRuns(), runs);
   EXPECT_FALSE(QFile::exists(InFolder("files.txt")));
   EXPECT_EQ(TranscodeAll(), Texts{kSuccess});
-  EXPECT_EQ(Joins(), (Texts{runs[0], runs[1], runs[0], runs[1]})) << "a second time";
+  EXPECT_EQ(FfmpegRuns(), (Texts{runs[0], runs[1], runs[0], runs[1]})) << "a second time";
 }
 
 TEST_F(Transcode, SkipsRemovedSectionsAndPathsWithoutAFolderButNotTheirNumbers) {
@@ -50,7 +50,7 @@ TEST_F(Transcode, SkipsRemovedSectionsAndPathsWithoutAFolderButNotTheirNumbers) 
   Texts captions;
   RecordCaptions(captions);
   TranscodeAll();
-  EXPECT_EQ(Joins(), Texts{Run("c.mp4", "intermediate03.ts")});
+  EXPECT_EQ(FfmpegRuns(), Texts{Run("c.mp4", "intermediate03.ts")});
   EXPECT_EQ(captions, (Texts{"Process: Creating List Index", "Process: Transcoding Video 00",
                              "Process: Transcoding Video 01", "Process: Transcoding Video 02",
                              "Process: Video Created."}));
@@ -60,7 +60,7 @@ TEST_F(Transcode, GoesOnWithTheNextSectionIfTheToolFailsAndReportsSuccessEvenIfI
   AddThree();
   tools_.FfmpegDoes("exit 1");
   EXPECT_EQ(TranscodeAll(), Texts{kSuccess});
-  EXPECT_EQ(Joins().size(), 3U);
+  EXPECT_EQ(FfmpegRuns().size(), 3U);
   tools_.Remove("ffmpeg");
   EXPECT_EQ(TranscodeAll(), Texts{kSuccess});
 }
@@ -75,7 +75,7 @@ TEST_F(Transcode, PaintsEachCaptionButServesNoEventsWhileTheToolsRun) {
   AtNextDoEvents([&] { served = Shown(ProcessLine); });
   TranscodeAll();
   EXPECT_EQ(paintedBefore, (std::vector<int>{0, 0, 1, 2, 3}));
-  EXPECT_EQ(served, "Process: Video Created.") << "events are served before the message box";
+  EXPECT_EQ(served, "Process: Video Created.") << "events were served while the tools ran";
 }
 
 TEST_F(Transcode, LocksTheSectionsForTheLifeOfTheWindow) {
@@ -85,7 +85,7 @@ TEST_F(Transcode, LocksTheSectionsForTheLifeOfTheWindow) {
   TranscodeAll();
   Choose(NoTranscode);
   EXPECT_EQ(JoinTo("/tmp/all.mp4"), (Texts{"Save Video As", kSuccess}));
-  EXPECT_EQ(Joins().back(), CopyRun("/tmp/all.mp4"));
+  EXPECT_EQ(FfmpegRuns().back(), CopyRun("/tmp/all.mp4"));
   EXPECT_EQ(Rows().size(), 3U) << "one of the two runs has added a section";
   EXPECT_EQ(Shown(TotalDurationSeconds), "01,800");
   EXPECT_EQ(Get<TextBox>("Text1").Text(), QString("not touched"));

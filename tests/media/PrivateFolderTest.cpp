@@ -29,8 +29,8 @@ class PrivateFolder : public ::testing::Test {
  protected:
   std::string Short() const { return GetShortFileName(file_, {}, links_.path()); }
 
-  // Starts a program that writes a join's list and a working file, prints its short path of the
-  // file, and then ends as `end` says. With "wait" and "fork" it ends when its input is closed.
+  // Starts a program that writes a join's list and a working file, prints the short path of file_,
+  // and then ends as `end` says. With "wait" and "fork" it ends when its input is closed.
   Process Program(const std::string& end) const {
     return StartTestProgram({"private-folder", links_.path(), end, file_});
   }
@@ -305,7 +305,7 @@ class Variable {
   std::optional<std::string> former_;
 };
 
-TEST(WorkFileParents, AreTheDisksTemporaryFolderAndTheUsersCacheFolderIfThatIsPlain) {
+TEST(WorkFileParents, AreVarTmpAndTheUsersCacheFolderIfItsPathNeedsNoQuotingOrEscaping) {
   struct Case {
     const char* cacheHome;
     const char* home;

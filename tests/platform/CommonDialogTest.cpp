@@ -395,7 +395,7 @@ TEST_F(FileDialog, KeepsTheRemarkOnTheTypedNameWhileAFolderIsPicked) {
   EXPECT_EQ(dialog.FileName, folder.filePath("new.mp4"));
 }
 
-TEST_F(FileDialog, ReturnsTheTypedNameAlsoIfBackPicksAFileAgain) {
+TEST_F(FileDialog, ReturnsTheTypedNameEvenIfTheBackButtonPicksAFileAgain) {
   const QString inner = folder.filePath("inner");
   ASSERT_TRUE(QDir().mkdir(inner));
   Touch(inner + "/any.mp4");
@@ -417,7 +417,7 @@ TEST_F(FileDialog, ReturnsTheTypedNameAlsoIfBackPicksAFileAgain) {
   EXPECT_EQ(dialog.FileName, inner + "/new.mp4");
 }
 
-TEST_F(FileDialog, ReturnsTheTypedNameAlsoIfThePickedFileIsRenamed) {
+TEST_F(FileDialog, ReturnsTheNameInItsBoxEvenIfThePickedFileIsRenamed) {
   dialog.Remark = [](const QString& path) {
     return path + (QFileInfo::exists(path) ? " exists" : " is new");
   };
@@ -471,7 +471,7 @@ TEST_F(FileDialog, BeginsWhereTheLastFileWasChosenInAnyOfTheProgramsDialogs) {
   EXPECT_EQ(FirstFolder(), farFolder.path());
 }
 
-TEST_F(FileDialog, HasTheUsersFoldersThatExistAtItsSide) {
+TEST_F(FileDialog, ListsTheUsersExistingFoldersAtItsSide) {
   const QByteArray formerHome = qgetenv("HOME");
   const QByteArray formerSettings = qgetenv("XDG_CONFIG_HOME");
   const QTemporaryDir home;
@@ -610,7 +610,7 @@ TEST_F(FileDialog, EnablesItsButtonOnlyWhileTheTypedNameIsThatOfAFile) {
   });
 }
 
-TEST_F(FileDialog, IsNotShownToACommandThatRunsWithAGivenFileButToTheNextCommand) {
+TEST_F(FileDialog, IsNotOpenedByACommandThatRunsWithAGivenFileButIsByTheNextCommand) {
   const QString chosen = folder.filePath(everyFile.at(0));
   dialog.DialogTitle = "A title";
   dialog.RunWithFile(chosen, [&] { EXPECT_TRUE(dialog.ShowOpen()); });

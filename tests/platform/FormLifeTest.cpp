@@ -1,4 +1,4 @@
-// Forms from their Load to their Unload, and the end of the program after that of its last form.
+// Forms from their Load to their Unload, and the end of the program after the last form's Unload.
 #include <gtest/gtest.h>
 
 #include <QApplication>

@@ -245,14 +245,14 @@ TEST_F(ListViewTest, RaisesMouseUpOverItsRowsAndBelowThem) {
 
 TEST_F(ListViewTest, HasAHeaderOfButtonsThatCanBeClickedUntilItIsFlat) {
   AddRows(2);
-  int clicks = 0;
-  QObject::connect(&header, &QHeaderView::sectionPressed, [&] { ++clicks; });
-  QObject::connect(&header, &QHeaderView::sectionClicked, [&] { ++clicks; });
+  int pressesAndClicks = 0;
+  QObject::connect(&header, &QHeaderView::sectionPressed, [&] { ++pressesAndClicks; });
+  QObject::connect(&header, &QHeaderView::sectionClicked, [&] { ++pressesAndClicks; });
   EXPECT_TRUE(list.HeaderButtons());
   const QImage raised = HeaderPicture();
   pointer.MoveTo(*header.viewport(), QPoint(10, 10));
   pointer.Click();
-  EXPECT_EQ(clicks, 2) << "not one press and one click";
+  EXPECT_EQ(pressesAndClicks, 2) << "not one press and one click";
   pointer.MoveTo(form, QPoint(1, 1));
   list.setHeaderButtons(false);
   EXPECT_FALSE(list.HeaderButtons());
@@ -267,7 +267,7 @@ TEST_F(ListViewTest, HasAHeaderOfButtonsThatCanBeClickedUntilItIsFlat) {
   EXPECT_EQ(HeaderPicture(), flat);
   pointer.Release();
   EXPECT_EQ(HeaderPicture(), flat);
-  EXPECT_EQ(clicks, 2);
+  EXPECT_EQ(pressesAndClicks, 2);
   EXPECT_EQ(list.ListItems(1).Text(), u"1"_s) << "the rows were sorted";
 }
 

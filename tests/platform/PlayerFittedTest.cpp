@@ -50,8 +50,8 @@ TEST_F(PlayerFitted, IsScaledToItsBoxBetweenBlackBarsAndKeepsTheShapeOfItsPixels
   }
 }
 
-// The quarters of the picture have four colours. ffmpeg turns what it decodes as the file says, so
-// it makes the expected picture.
+// The quarters of the picture have four colours. When ffmpeg decodes a file, it turns the picture
+// as the file says; so ffmpeg makes the expected picture.
 TEST_F(PlayerFitted, IsTurnedAsTheFileSays) {
   const QString quarters =
       "-f lavfi -i color=red:size=80x40:duration=1 -f lavfi -i color=blue:size=80x40:duration=1"

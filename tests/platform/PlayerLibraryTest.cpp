@@ -155,7 +155,8 @@ TEST_F(PlayerLibraryTest, IsGivenFurtherSeeksAfterItRefusedOneAtOnceOrLater) {
 }
 
 // The library refuses the player's own request for the duration if a stop comes just after a load.
-TEST_F(PlayerLibraryTest, LeavesTheDurationAsItWasIfTheLibraryRefusesToTellIt) {
+// Here the test's own requests are refused after a stop.
+TEST_F(PlayerLibraryTest, LeavesTheDurationAsItWasIfItRefusesToTellIt) {
   using Making = Replaced<&PlayerLibrary::create>;
   using Waiting = Replaced<&PlayerLibrary::wait_event>;
   static mpv_handle* handle = nullptr;

@@ -49,7 +49,7 @@ class PlayerMenu : public PlayerTest {
     return lines;
   }
   // Waits until the position is `seconds` or a seek to there is under way.
-  bool AwaitPosition(double seconds) const {
+  bool AwaitExactPosition(double seconds) const {
     constexpr double kNear = 0.001;
     return WaitFor([&] { return std::abs(watch.Core().Position() - seconds) < kNear; });
   }
@@ -65,7 +65,7 @@ class PlayerMenu : public PlayerTest {
     ASSERT_TRUE(MakeColours(path, QSize(320, 180), {0xffff0000, 0xff0000ff, 0xffffffff}));
     player.OpenPaused(path);
     player.controls.setCurrentPosition(seconds);
-    ASSERT_TRUE(AwaitPosition(seconds));
+    ASSERT_TRUE(AwaitExactPosition(seconds));
   }
 };
 
@@ -115,11 +115,11 @@ TEST_F(PlayerMenu, SkipsTenSecondsFromThePictureShownAndStaysPaused) {
   player.controls.setCurrentPosition(2.52);
   player.controls.pause();
   player.controls.setCurrentPosition(2.52);
-  ASSERT_TRUE(AwaitPosition(2.52));
+  ASSERT_TRUE(AwaitExactPosition(2.52));
   Choose("Forward 10 Seconds");
-  EXPECT_TRUE(AwaitPosition(12.52));
+  EXPECT_TRUE(AwaitExactPosition(12.52));
   Choose("Back 10 Seconds");
-  EXPECT_TRUE(AwaitPosition(2.52));
+  EXPECT_TRUE(AwaitExactPosition(2.52));
   EXPECT_TRUE(watch.StandsStill());
   EXPECT_FALSE(player.controls.playing());
 }
@@ -133,14 +133,14 @@ TEST_F(PlayerMenu, AddsUpSkipsThatComeDuringASeek) {
   Choose("Back 10 Seconds");
   EXPECT_EQ(player.controls.currentPosition(), 21);
   EXPECT_TRUE(watch.StandsStill());
-  EXPECT_TRUE(AwaitPosition(21));
+  EXPECT_TRUE(AwaitExactPosition(21));
 }
 
 TEST_F(PlayerMenu, SkipsFromThePositionThatASeekHasJustReached) {
   PlayRed(60);
   player.controls.pause();
   player.controls.setCurrentPosition(0);
-  ASSERT_TRUE(AwaitPosition(0));
+  ASSERT_TRUE(AwaitExactPosition(0));
   for (double goal = 10; goal < 55; goal += 10) {
     Choose("Forward 10 Seconds");
     EXPECT_TRUE(HoldsFor([&] { return player.controls.currentPosition() == goal; }, 200ms));
@@ -151,15 +151,15 @@ TEST_F(PlayerMenu, SkipsAtMostToTheBeginningAndToTheLastPicture) {
   OpenColours(1.4);
   Choose("Forward 10 Seconds");
   EXPECT_TRUE(watch.AwaitColour(kPlayedWhite));
-  EXPECT_TRUE(AwaitPosition(2.96));
+  EXPECT_TRUE(AwaitExactPosition(2.96));
   Choose("Back 10 Seconds");
   EXPECT_TRUE(watch.AwaitColour(kPlayedRed));
-  EXPECT_TRUE(AwaitPosition(0));
+  EXPECT_TRUE(AwaitExactPosition(0));
   player.controls.setCurrentPosition(1.4);
-  ASSERT_TRUE(AwaitPosition(1.4));
+  ASSERT_TRUE(AwaitExactPosition(1.4));
   Choose("Forward 10 Seconds");
   Choose("Back 10 Seconds");
-  EXPECT_TRUE(AwaitPosition(0)) << "the part of a skip beyond the end must not count";
+  EXPECT_TRUE(AwaitExactPosition(0)) << "the part of a skip beyond the end must not count";
 }
 
 TEST_F(PlayerMenu, SkipsInAPlayingFileWhichPlaysOnAndEndsAfterItsLastPicture) {
@@ -180,27 +180,27 @@ TEST_F(PlayerMenu, StepsToTheNextAndToThePreviousPicture) {
   ASSERT_TRUE(watch.AwaitColour(kPlayedBlue));
   Choose("Previous Frame");
   EXPECT_TRUE(watch.AwaitColour(kPlayedRed));
-  EXPECT_TRUE(AwaitPosition(0.96));
+  EXPECT_TRUE(AwaitExactPosition(0.96));
   Choose("Previous Frame");
-  EXPECT_TRUE(AwaitPosition(0.92));
+  EXPECT_TRUE(AwaitExactPosition(0.92));
   Choose("Next Frame");
-  EXPECT_TRUE(AwaitPosition(0.96));
+  EXPECT_TRUE(AwaitExactPosition(0.96));
   Choose("Next Frame");
   EXPECT_TRUE(watch.AwaitColour(kPlayedBlue));
-  EXPECT_TRUE(AwaitPosition(1.0));
+  EXPECT_TRUE(AwaitExactPosition(1.0));
   EXPECT_TRUE(watch.StandsStill());
 }
 
 TEST_F(PlayerMenu, AddsUpStepsThatComeInQuickSuccession) {
   OpenColours(1.48);
   for (int i = 0; i < 5; ++i) player.controls.step(1);
-  EXPECT_TRUE(AwaitPosition(1.48 + 5 * kSecondsPerPicture));
+  EXPECT_TRUE(AwaitExactPosition(1.48 + 5 * kSecondsPerPicture));
   for (int i = 0; i < 5; ++i) player.controls.step(-1);
-  EXPECT_TRUE(AwaitPosition(1.48));
+  EXPECT_TRUE(AwaitExactPosition(1.48));
   player.controls.setCurrentPosition(0.48);
   Choose("Next Frame");
   Choose("Next Frame");
-  EXPECT_TRUE(AwaitPosition(0.56)) << "the steps don't count from the picture that is sought";
+  EXPECT_TRUE(AwaitExactPosition(0.56)) << "the steps don't count from the picture that is sought";
   EXPECT_TRUE(watch.StandsStill());
 }
 
@@ -231,16 +231,16 @@ TEST_F(PlayerMenu, StepsFromThePositionThatPlayingHasReachedSinceAnEarlierStep) 
   OpenColours(0);
   for (const char* step : {"Next Frame", "Previous Frame"}) {
     player.controls.setCurrentPosition(1);
-    ASSERT_TRUE(AwaitPosition(1));
+    ASSERT_TRUE(AwaitExactPosition(1));
     Choose("Next Frame");
-    ASSERT_TRUE(AwaitPosition(1.04));
+    ASSERT_TRUE(AwaitExactPosition(1.04));
     Choose("Play");
     Choose(step);
     EXPECT_TRUE(WaitFor([&] { return watch.Core().Position() > 0.9; })) << step;
     EXPECT_TRUE(watch.StandsStill());
     EXPECT_LT(watch.Core().Position(), 2) << step;
     player.controls.setCurrentPosition(2);
-    EXPECT_TRUE(AwaitPosition(2)) << step;
+    EXPECT_TRUE(AwaitExactPosition(2)) << step;
   }
 }
 
@@ -251,13 +251,13 @@ TEST_F(PlayerMenu, KeepsTheFirstAndTheLastPictureAtAStepBeyondThem) {
   EXPECT_TRUE(watch.StandsStill());
   EXPECT_EQ(watch.Core().Position(), 0);
   player.controls.setCurrentPosition(2.92);
-  ASSERT_TRUE(AwaitPosition(2.92));
+  ASSERT_TRUE(AwaitExactPosition(2.92));
   for (int i = 0; i < 4; ++i) Choose("Next Frame");
-  EXPECT_TRUE(AwaitPosition(2.96));
+  EXPECT_TRUE(AwaitExactPosition(2.96));
   EXPECT_TRUE(watch.StandsStill());
   EXPECT_TRUE(PlayerWatch::Like(watch.Colour(), kPlayedWhite));
   Choose("Previous Frame");
-  EXPECT_TRUE(AwaitPosition(2.92));
+  EXPECT_TRUE(AwaitExactPosition(2.92));
 }
 
 TEST_F(PlayerMenu, PlaysOnFromTheLastPictureToTheEndOfTheFile) {
@@ -290,9 +290,9 @@ TEST_F(PlayerMenu, GoesBackToTheBeginningPlayingOrPaused) {
   EXPECT_TRUE(player.controls.playing());
   player.controls.pause();
   player.controls.setCurrentPosition(10);
-  ASSERT_TRUE(AwaitPosition(10));
+  ASSERT_TRUE(AwaitExactPosition(10));
   Choose("Back to the Beginning");
-  EXPECT_TRUE(AwaitPosition(0));
+  EXPECT_TRUE(AwaitExactPosition(0));
   EXPECT_TRUE(watch.StandsStill());
 }
 

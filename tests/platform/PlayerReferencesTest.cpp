@@ -1,4 +1,5 @@
-// The player opens the file that it is given, and no file or server that is named in this file.
+// The player opens the file that it is given, and none of the files and servers that the given file
+// names.
 #include <dlfcn.h>
 #include <sys/inotify.h>
 #include <sys/socket.h>
@@ -44,7 +45,8 @@ class OpenedFiles {
   OpenedFiles& operator=(const OpenedFiles&) = delete;
   ~OpenedFiles() { ::close(notifier_); }
 
-  // Returns the name of each file once, sorted. An empty name stands for the folder itself.
+  // Returns the names of the files opened since the last call, sorted, each once. An empty name
+  // stands for the folder itself.
   QStringList Names() const {
     QStringList names;
     alignas(inotify_event) std::array<char, 4096> buffer{};
@@ -156,7 +158,7 @@ TEST_P(PlayerReferenceFile, IsTheOnlyFileThatIsOpened) {
   ExpectABlackPictureAndNoOtherFile(GetParam().name);
 }
 
-TEST_P(PlayerReferenceFile, IsTheOnlyFileOpenedByOpenPausedOrASeekForAFittedPicture) {
+TEST_P(PlayerReferenceFile, IsTheOnlyFileThatOpenPausedOrASeekOpensIfThePictureIsFitted) {
   WriteReference();
   player.setFitsBox();
   const auto seek = [this] { player.controls.setCurrentPosition(0.2); };
@@ -230,7 +232,8 @@ TEST_F(PlayerReferences, DoesNotPlayTheFilesOfAFolder) {
 }
 
 // A chapter of a Matroska file may name another file by that file's unique number; players look for
-// such a file in the folder. Here the chapter's title is overwritten with the number of other.mkv.
+// such a file in the folder. Here the chapter's title is overwritten with the number of other.mkv,
+// and the flag of a default edition with that of an ordered one.
 TEST_F(PlayerReferences, DoesNotFollowAChapterToItsFile) {
   const QByteArray other = ContentOf(InFolder("other.mkv"));
   const qsizetype number = other.indexOf(QByteArray::fromHex("73a490"));
@@ -241,9 +244,9 @@ TEST_F(PlayerReferences, DoesNotFollowAChapterToItsFile) {
   QByteArray movie =
       ContentOf(Make("movie.mkv", "-i " + MakePlain("red.mp4", "red", 0.5) + " -i " + chapters +
                                       " -map_chapters 1 -c copy -write_crc32 0"));
-  const QByteArray byDefault = QByteArray::fromHex("45db8101");
-  const QByteArray inOrder = QByteArray::fromHex("45dd8101");
-  Replace(movie, byDefault, inOrder);
+  const QByteArray defaultFlag = QByteArray::fromHex("45db8101");
+  const QByteArray orderedFlag = QByteArray::fromHex("45dd8101");
+  Replace(movie, defaultFlag, orderedFlag);
   const QByteArray title =
       QByteArray::fromHex("80918589") + "123456789" + QByteArray::fromHex("437c83") + "und";
   Replace(movie, title, QByteArray::fromHex("6e6790") + other.mid(number + 3, 16));

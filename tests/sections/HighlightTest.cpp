@@ -8,7 +8,8 @@ using Indices = std::vector<int>;
 
 class SliderHighlight : public SectionWindowTest {
  protected:
-  // The indices of the highlighted thumbs (Label1), captions (Label3) and names (Label2).
+  // The indices of the highlighted thumbs (Label1), captions (Label3), and names and read-outs
+  // (Label2).
   Indices Thumbs() const {
     return Where(
         7, [this](int i) { return Hex(Thumb(i).BackColor()); }, "0x404040");

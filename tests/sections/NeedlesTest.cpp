@@ -14,7 +14,7 @@ class Needles : public SectionWindowTest {
 };
 
 // A press halfway between two pixels counts as one at the even pixel: at 4.5 as at 4.
-TEST_F(Needles, MoveWithTheLeftButtonAloneFromTheLastPressOfAnyButton) {
+TEST_F(Needles, MoveWithTheLeftButtonAloneByTheDistanceFromTheLastPressOfAnyButton) {
   PictureBox& needle = NeedleBox(StartNeedle);
   needle.MouseDown(At(needle, kRightButton, 4.5));
   for (const int buttons : {0, 2, 4, 3, 5}) needle.MouseMove(At(needle, buttons, 50));

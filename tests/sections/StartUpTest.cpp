@@ -81,7 +81,7 @@ TEST_F(SectionWindowStart, DrawsAFrameThatFollowsTheWindowWhileNothingElseMoves)
 
 // The length of the video is in a caption. The time line can't have a negative width, but the line
 // on it can end left of its start.
-TEST(VideoLengthCaption, SetsTheLengthsOfTimeLineAndLineIfItIsANumber) {
+TEST(VideoLengthCaption, SetsTheLengthsOfTheTimeLineAndOfTheLineOnItIfItIsANumber) {
   struct Case {
     const char* caption;
     float width;

@@ -19,7 +19,7 @@ int Nearest(qint64 numerator, qint64 denominator) {
 }
 
 // Draws a time line of `length` pixels, with a label every `tickBase` / 75 and a minor tick every
-// `tickBase` / 600 pixels. There is one more of each than pixels; some may lie beyond the end.
+// `tickBase` / 600 pixels: `length` + 1 of each, of which some may lie beyond the end.
 QImage DrawnTimeLine(int length, qint64 tickBase) {
   QImage picture(length, 41, QImage::Format_RGB32);
   picture.fill(QColor(0x404040));
@@ -55,6 +55,8 @@ QImage StripOf(const Form3& form) {
 
 class TimeLine : public SectionWindowTest {};
 
+// A pixel is a second. 1825 is the designed caption of the duration, 4825 the designed text of the
+// hidden box that spaces the ticks.
 TEST_F(TimeLine, HasTheLengthOf1825SecondsAndTicksSpacedFor4825) {
   EXPECT_EQ(Difference(StripOf(*form_), DrawnTimeLine(1825, 4825)), QRect());
 }

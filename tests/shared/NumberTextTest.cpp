@@ -152,7 +152,7 @@ TEST_F(NumberText, FormatGroupedCanBeReadBackInEveryLocale) {
   }
 }
 
-TEST_F(NumberText, SingleFromTextIgnoresSpaceAroundTheNumberAndGroupSeparators) {
+TEST_F(NumberText, SingleFromTextIgnoresGroupSeparatorsAndSpaceAroundTheNumber) {
   const Cases cases = {
       {1920, "1920"}, {1920, "1,920"}, {1920, " 1920 "},    {1920, "\t1920\r\n"},   {0.5, "0.5"},
       {0.5, ".5"},    {5, "5."},       {-7, "-7"},          {-7, "-0,007"},         {1000, "1e3"},

@@ -70,7 +70,7 @@ TEST(FormatTimeText, HasTwoDigitsOfHours) {
   ExpectTexts(FormatTimeText, cases);
 }
 
-TEST(FormatPosition, HasMinutesAndSecondsAndFromOneHourOnTheHoursWithoutWrapping) {
+TEST(FormatPosition, HasHoursOnlyFromOneHourOnAndDoesNotWrap) {
   const Cases cases = {
       {0, "00:00"},        {0.99, "00:00"},       {1, "00:01"},       {59.9, "00:59"},
       {75, "01:15"},       {3599.9, "59:59"},     {3600, "01:00:00"}, {3661.5, "01:01:01"},

@@ -142,8 +142,8 @@ void ExpectFlat(const Soak& soak) {
             << "\nafter: " << ::testing::PrintToString(after) << "\na round took " << heap
             << " bytes of the heap and " << mapped << " bytes mapped outside of it\n";
   if (kSanitized) return;
-  EXPECT_LT(heap, soak.mostOfARound);
-  EXPECT_LT(mapped, soak.mostOfARound);
+  EXPECT_LT(heap, soak.mostBytesPerRound);
+  EXPECT_LT(mapped, soak.mostBytesPerRound);
 }
 
 }  // namespace kelvane::testing

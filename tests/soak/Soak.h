@@ -9,7 +9,7 @@ struct Soak {
   int warmUp;  // rounds that aren't measured, in which caches fill and lists grow to their size
   int rounds;  // the measured ones, which follow
   std::function<void(int number)> round;
-  double mostOfARound = 256;  // bytes by which the memory in use may grow per round, on average
+  double mostBytesPerRound = 256;  // by which the memory in use may grow, on average
 };
 
 // Runs all rounds and prints what was measured. Fails if, compared with the end of the warm-up, the
@@ -17,9 +17,9 @@ struct Soak {
 // than the soak allows, on the heap or mapped beside it; or if an ended tool isn't reaped. Stops at
 // the first round that fails.
 //
-// Only timers and objects that the windows and the application own are counted; others show in the
-// memory alone, of which a timer takes nearly 500 bytes. Under a sanitizer the memory is printed
-// but not checked, since the sanitizer's allocator keeps what is freed.
+// Only timers and objects that the windows and the application own are counted; others show
+// only in the memory in use, of which a timer takes nearly 500 bytes. Under a sanitizer the memory
+// is printed but not checked, since the sanitizer's allocator keeps what is freed.
 void ExpectFlat(const Soak& soak);
 
 }  // namespace kelvane::testing

@@ -225,7 +225,7 @@ TEST_F(RealTools, PlayPauseAndRewindTheVideo) {
   EXPECT_FALSE(controls.playing()) << "a paused video stays paused";
 }
 
-TEST_F(RealTools, RemarkNothingIfTheSoundOutlastsThePictures) {
+TEST_F(RealTools, CauseNoRemarkOnTheLengthIfTheSoundOutlastsThePictures) {
   const QString source = PathOf("source.mkv");
   Make({"-f", "lavfi", "-i", "testsrc2=size=160x90:rate=25:duration=2", "-f", "lavfi", "-i",
         "sine=duration=4", source});

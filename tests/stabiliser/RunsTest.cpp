@@ -1,4 +1,4 @@
-// The commands that run tools, with recording tools.
+// The commands that run tools, with RecordingTools in place of these.
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>

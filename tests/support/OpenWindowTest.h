@@ -9,7 +9,7 @@
 
 namespace kelvane::testing {
 
-// A loaded and shown window, with recording tools.
+// A loaded and shown window, with RecordingTools in place of the media tools.
 template <class Window>
 class OpenWindowTest : public ::testing::Test {
  protected:

@@ -12,7 +12,7 @@
 
 namespace kelvane::testing {
 
-// The main window, loaded and shown, with recording tools.
+// The main window, loaded and shown, with RecordingTools in place of the media tools.
 class MainWindowTest : public OpenWindowTest<Form1> {
  protected:
   PictureBox& Canvas() const { return Get<PictureBox>("Picture1", CanvasBox); }

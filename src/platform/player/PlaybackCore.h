@@ -46,7 +46,7 @@ class PlaybackCore : public QObject {
   // False if nothing can be played; all other functions have no effect then.
   bool Usable() const { return serving_.joinable(); }
 
-  // Plays a file, unpaused, from its beginning instead of the current one. If the system can't
+  // Plays a file instead of the current one, from its beginning and unpaused. If the system can't
   // start the threads that a file takes, the call only ends the current file; if the player's
   // command queue is full, the current file stays.
   void Start(const QString& path);

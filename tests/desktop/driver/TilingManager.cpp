@@ -54,8 +54,8 @@ void TilingManager::Resize(WindowId window, QSize size) {
 
 void TilingManager::HandleEvents() {
   while (xcb_generic_event_t* event = xcb_poll_for_event(connection_)) {
-    constexpr std::uint8_t kWithoutSender = 0x7f;
-    const int type = event->response_type & kWithoutSender;
+    constexpr std::uint8_t kWithoutSentFlag = 0x7f;
+    const int type = event->response_type & kWithoutSentFlag;
     if (type == XCB_MAP_REQUEST) {
       Manage(reinterpret_cast<const xcb_map_request_event_t*>(event)->window);
     } else if (type == XCB_CONFIGURE_REQUEST) {
