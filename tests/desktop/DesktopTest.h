@@ -47,8 +47,8 @@ class DesktopTest : public ::testing::Test {
 
   // The content of a file, or "(not there)".
   static QByteArray ContentOf(const QString& path);
-  // The files in the test's temporary folder by name. The value is the content, for a link after
-  // its target.
+  // The files in the test's temporary folder by name. The value is the content; for a
+  // link it begins with the path of the link's target.
   QHash<QString, QByteArray> Files() const;
   static void WriteFile(const QString& path, const QByteArray& content);
 

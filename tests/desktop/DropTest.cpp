@@ -106,7 +106,7 @@ class RefusedDrag : public DesktopTest {
   }
 };
 
-TEST_F(RefusedDrag, OfATextAFolderOrARemoteAddressIsShownByThePointer) {
+TEST_F(RefusedDrag, OfATextAFolderOrARemoteAddressDoesNothing) {
   ReplaceProbe();
   ASSERT_NO_FATAL_FAILURE(OpenWindow());
   for (const QStringList& dragged : {QStringList{"text", program.ProgramFolder() + "/kelvane"},

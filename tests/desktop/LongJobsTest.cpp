@@ -92,7 +92,7 @@ TEST_F(LongJoin, KeepsTheSessionFromSuspensionAndShowsItsProgressInTheLauncherUn
   EXPECT_TRUE(AwaitInhibited());
   EXPECT_TRUE(program.Open("go"));
   EXPECT_TRUE(AwaitProgress("application://kelvane-joiner.desktop 50%"))
-      << "the first of the two sections isn't shown";
+      << "the launcher doesn't show half of the progress after the first of the two sections";
   EXPECT_TRUE(program.Open("go"));
   ASSERT_TRUE(CloseJoinMessage(screen));
   EXPECT_TRUE(AwaitNotInhibited());

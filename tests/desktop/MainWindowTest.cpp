@@ -9,7 +9,7 @@ constexpr QRgb kRed = 0xffff0000;
 constexpr QRgb kBlue = 0xff0000ff;
 constexpr int kRounding = 24;
 
-// Allows for rounded colours, and for the colour space of a large video, which is another one.
+// Allows for rounding, and for large videos, whose colour space differs from that of small ones.
 bool IsRed(QRgb color) { return qRed(color) > 200 && qGreen(color) < 50 && qBlue(color) < 50; }
 
 class MainWindowOnScreen : public DesktopTest {
@@ -51,7 +51,8 @@ TEST_F(MainWindowOnScreen, IsLaidOutAtEverySizeDownToItsLeastSize) {
 
 TEST_F(MainWindowOnScreen, ShowsTheProgressInItsTitleWhileItIsMinimised) {
   ReplaceProbe();
-  // Padded, so that no two times come in one block.
+  // Each line has 512 bytes. The program handles at most 256 at a time, so it handles each time by
+  // itself.
   program.ReplaceTool("ffmpeg", program.PrintingGate("minimised") +
                                     "printf '%-511s\\n' time=00:00:02.00 time=00:00:04.00\n" +
                                     program.PrintingGate("restored") + "echo time=00:00:06.00\n" +
@@ -102,7 +103,7 @@ TEST_F(MainWindowOnScreen, RunsPausesAndStopsAVideoAndEndsCleanlyWhileItPlays) {
   EXPECT_EQ(program.Printed(), "");
 }
 
-TEST_F(MainWindowOnScreen, IsUsedByTheKeyboardWithAFrameAroundTheFocus) {
+TEST_F(MainWindowOnScreen, CanBeUsedWithTheKeyboardAndFramesTheFocusedCommand) {
   constexpr QRgb kFrame = 0xffffff;
   video = program.PathOf("clip.mp4");
   ASSERT_TRUE(MakeVideo(video, kVideo, 30));

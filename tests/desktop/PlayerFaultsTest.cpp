@@ -69,7 +69,7 @@ TEST_F(PlayerLibraryFaults, WithALibraryThatLacksItsFunctionsThePictureIsBlack) 
 
 // libmpv aborts the program if it can't start a thread, so the program first tries to start
 // sixteen, as many as a file may take.
-TEST_F(PlayerFaults, RunVideoWithTooFewThreadsEndsThePlayingVideoAndStartsNone) {
+TEST_F(PlayerFaults, RunVideoWithTooFewThreadsEndsThePlayingVideoAndShowsNoOther) {
   program.RunAsOrdinaryUser();
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 30));
   const auto leaveThreads = [&](int count) {

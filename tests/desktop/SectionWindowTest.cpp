@@ -68,7 +68,7 @@ TEST_F(SectionWindowOnScreen, HasNeedlesThatTheUserDragsOrPlacesByTheMenu) {
   EXPECT_TRUE(AwaitNeedle(kEnd, 500));
 }
 
-// 75 pixels are 1125 twips: the thumbs go from 720 to 1845.
+// Each thumb goes from 48 to 123 pixels, which are 720 and 1845 twips.
 TEST_F(SectionWindowOnScreen, SetsItsOptionsByDraggedThumbsThatLightUp) {
   const QStringList values = {"07", "07", "07", "023", "07", "07", "07"};
   for (int slider = 0; slider < SectionWindow::kSliders; ++slider) {

@@ -65,7 +65,7 @@ TEST_F(LostConnection, WhileAVideoPlaysEndsTheProgramAndRemovesItsLinks) {
 }
 
 // The crop tool ignores that nobody reads its output any more.
-TEST_F(LostConnection, DuringAJobEndsTheProgramAndTheCropToolFinishesItsFile) {
+TEST_F(LostConnection, DuringAJobEndsTheProgramWhileTheCropToolFinishesItsFile) {
   program.ReplaceTool("ffmpeg", R"(exec "$real" -re "$@")");  // encodes as slowly as a player plays
   ASSERT_NO_FATAL_FAILURE(OpenWindowWithVideo(kSize, 4));
   const QString output = program.PathOf("cropped.mp4");

@@ -26,7 +26,8 @@ class StabiliserOnScreen : public DesktopTest {
  protected:
   StabiliserOnScreen() : DesktopTest("kelvane-stabiliser") {}
 
-  // Makes a video of four seconds, 219 pixels of the time line for each, and opens the window.
+  // Makes a video of four seconds and opens the window. Once the video is selected, a second takes
+  // 219 pixels of the time line.
   void SetUp() override {
     video = program.PathOf("four colours.mp4");
     ASSERT_TRUE(MakeColours(video, QSize(320, 180), {kRed, kGreen, kBlue, kYellow}));
@@ -144,7 +145,7 @@ TEST_F(StabiliserOnScreen, EndsWithASessionWhileADialogIsOpen) {
   EXPECT_EQ(program.AwaitExit(), 0);
 }
 
-TEST_F(StabiliserOnScreen, TakesTypedPathsTheWheelAndTheMenu) {
+TEST_F(StabiliserOnScreen, AcceptsTypedPathsAndTheTimeLinesWheelAndMenu) {
   const QString longVideo = program.PathOf("long video.mp4");
   ASSERT_TRUE(RunTool(
       "ffmpeg", {"-f", "lavfi", "-i", "color=red:size=64x64:rate=1:duration=2000", longVideo}));

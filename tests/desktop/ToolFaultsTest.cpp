@@ -39,9 +39,10 @@ class ToolFaults : public DesktopTest {
   }
 };
 
-// The window handles its events whenever the tool prints.
+// During a job the window handles its events only when the tool prints.
 TEST_F(ToolFaults, AStoppedToolHoldsUpTheJobAndTheWindowUntilItIsContinued) {
-  // Padded, so that no two times come in one block.
+  // Each line has 512 bytes. The program handles at most 256 at a time, so it handles each time by
+  // itself.
   ASSERT_NO_FATAL_FAILURE(
       StartJob("printf '%-511s\\n' time=00:00:01.00 time=00:00:02.00\n"
                "kill -STOP $$\n"

@@ -26,7 +26,7 @@ class OnACompositor : public DesktopTest, public ::testing::WithParamInterface<O
 
   void SetUp() override {
     compositor_ = std::make_unique<Compositor>(screen, TheDisplay(), GetParam().list);
-    compositor_->Show(program);
+    compositor_->UseFor(program);
     program.Start();
   }
 
@@ -91,7 +91,7 @@ class MainWindowUnderACompositor : public OnACompositor {
     const QPoint corner = window.Place(MainWindow::NameOf(kLoadVideo)).topLeft() + QPoint(1, 1);
     ASSERT_TRUE(WaitFor([&] {
       MovePointerViaCorners(window.Place(MainWindow::NameOf(kLoadVideo)).center());
-      return WaitFor([&] { return screen.Pixel(corner) == kLit; }, 500ms);
+      return WaitFor([&] { return screen.Pixel(corner) == kGrey; }, 500ms);
     })) << "no command is lit";
   }
 
@@ -163,9 +163,9 @@ TEST_P(JoinerUnderACompositor, HasFramesOnePixelWideAndShowsTenSecondsAsOnePixel
     if (!joiner.AwaitInOutput(OutputWindow())) return false;
     const QRect frame = joiner.Place("Shape2");
     const QImage picture = screen.Picture();
-    return AllOf(picture, QRect(frame.topLeft(), QSize(frame.width(), 1)), kLit) &&
-           AllOf(picture, QRect(frame.bottomLeft(), QSize(frame.width(), 1)), kLit) &&
-           AllOf(picture, QRect(frame.topLeft(), QSize(1, frame.height())), kLit);
+    return AllOf(picture, QRect(frame.topLeft(), QSize(frame.width(), 1)), kGrey) &&
+           AllOf(picture, QRect(frame.bottomLeft(), QSize(frame.width(), 1)), kGrey) &&
+           AllOf(picture, QRect(frame.topLeft(), QSize(1, frame.height())), kGrey);
   })) << "the joiner window doesn't come";
 
   MovePointerViaCorners(joiner.EmptyChartPosition());
@@ -234,7 +234,8 @@ const std::vector<Outputs> kOutputs = {
 #endif
     {"SmallerThanTheWindow", {{{1100, 600}, 1}}},
     {"SmallerThanTheWindowAtScale2", {{{1100, 700}, 2}}},
-    // Two outputs need sway, which tiles windows; weston doesn't.
+    // The first output is there only because two outputs are shown by sway, which tiles windows,
+    // unlike weston.
     {"TiledSmallerThanTheWindow", {{{500, 900}, 1}, {{1100, 600}, 1}}},
     {"Scale2BesideScale1", {{{500, 900}, 1}, {{1300, 800}, 2}}},
     {"Scale1BesideScale2", {{{500, 900}, 2}, {{1300, 800}, 1}}}};

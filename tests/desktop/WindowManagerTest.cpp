@@ -41,7 +41,7 @@ class UnderATilingManager : protected TiledDisplay, public DesktopTest {
   bool AwaitLaidOut(QSize size) const {
     return WaitFor([&] {
       return screen.Place(window.Id()).size() == size &&
-             window.FrameLiesInPlace("Picture1(0)", kLit);
+             window.FrameLiesInPlace("Picture1(0)", kGrey);
     });
   }
   // Whether the window asks for no other size.

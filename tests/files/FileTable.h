@@ -26,8 +26,10 @@ struct KnownFile {
   int turned = 0;
 };
 
-// Shell functions that make two seconds of a still picture with a tone. The colour of a pixel says
-// where it lies. The picture has no edges, since not every encoding keeps them.
+// Shell functions for the recipes below. `picture` makes two seconds of a still picture; `video`,
+// `h264` and `wide` add a tone. The colour of a pixel says where it lies. The picture has no edges,
+// since not every encoding keeps them. `packets_of_192` fails unless each 192 bytes of the file are
+// a header of four bytes and a packet, whose first byte is 0x47.
 inline constexpr const char* kMakers = R"(
 set -e
 tool() { ffmpeg -nostdin -v error "$@"; }

@@ -56,7 +56,7 @@ class Files : public MainWindowTest, public ::testing::WithParamInterface<KnownF
     }
     return true;
   }
-  int Region(ReadOut number) const {
+  int Value(ReadOut number) const {
     return QString::fromStdString(Number(number)).remove(',').toInt();
   }
 
@@ -99,7 +99,7 @@ TEST_P(Files, AreCroppedAsByTheToolAlone) {
   ASSERT_NE(JobWindow(), nullptr);
   RunJob(*JobWindow());
   const QString filter =
-      QStringLiteral("crop=%1:%2:16:8").arg(Region(RegionWidth)).arg(Region(RegionHeight));
+      QStringLiteral("crop=%1:%2:16:8").arg(Value(RegionWidth)).arg(Value(RegionHeight));
   RunTool("ffmpeg", {"-i", file_, "-vf", filter, InFolder("by-hand.mp4")});
   EXPECT_EQ(ContentOf(InFolder("cropped.mp4")), ContentOf(InFolder("by-hand.mp4")));
   if (GetParam().cropped.isEmpty()) {

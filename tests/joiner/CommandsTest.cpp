@@ -77,7 +77,7 @@ TEST_F(AddSection, ChangesNothingIfTheDialogIsCancelled) {
   EXPECT_EQ(tools_.Runs(), runs);
 }
 
-TEST_F(AddSection, UpdatesListAndCountBeforeTheProbeRunsAndTheTotalsLast) {
+TEST_F(AddSection, UpdatesListAndCountBeforeTheProbeAndTheTotalsAfterAllElse) {
   Get<Label>("Label3", TotalSections).Change = [this](int) {
     EXPECT_EQ(Paths().ListCount(), 1);
     EXPECT_EQ(tools_.Runs(), Texts{});

@@ -130,7 +130,7 @@ QString Compositor::Socket() const {
   return sockets.isEmpty() ? QString() : folder.filePath(sockets.first());
 }
 
-void Compositor::Show(Program& program) const {
+void Compositor::UseFor(Program& program) const {
   program.SetVariable("WAYLAND_DISPLAY", Socket());
   program.SetVariable("DISPLAY", QString());
   // Qt doesn't free all objects of its connection to the compositor.

@@ -29,7 +29,7 @@ class Compositor {
   ~Compositor() { End(); }
 
   // Makes the program open its windows on this compositor. To be called before the program's start.
-  void Show(Program& program) const;
+  void UseFor(Program& program) const;
 
   // Asks the program to close its windows. Returns false under weston, which can't.
   bool CloseWindow() const;

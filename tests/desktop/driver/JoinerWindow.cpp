@@ -90,7 +90,7 @@ bool JoinerWindow::ShowsDetails(const QString& details) const {
   const QRect outline = Place("Shape8");
   const QImage top = screen_.Picture({outline.topLeft(), QSize(bar.right() - outline.left(), 1)});
   QRect inside = Place("Label3(8)");
-  inside.setRight(outline.left() + Extent(top, top.rect(), kLit).right() - 1);
+  inside.setRight(outline.left() + Extent(top, top.rect(), kGrey).right() - 1);
   QImage picture(bar.width(), inside.height(), QImage::Format_RGB32);
   picture.fill(kGround);
   QPainter(&picture).drawImage(0, 0, screen_.Picture(inside));

@@ -15,7 +15,6 @@ class JoinerWindow {
   static constexpr QRgb kGround = 0xff404040;
   static constexpr QRgb kStrip = 0xff008000;
   static constexpr QRgb kRemoved = 0xff808080;
-  static constexpr QRgb kRule = 0xff808080;
 
   explicit JoinerWindow(Screen& screen) : screen_(screen) {}
 

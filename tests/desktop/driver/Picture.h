@@ -19,7 +19,7 @@ using testing::IsNear;
 // The program's own colours.
 constexpr QRgb kDark = 0xff232323;
 constexpr QRgb kText = 0xffc0c0c0;
-constexpr QRgb kLit = 0xff808080;
+constexpr QRgb kGrey = 0xff808080;
 constexpr QRgb kFrame = 0xffa0a0a0;
 constexpr QRgb kMarker = 0xff00ff00;
 constexpr QRgb kProgressBack = 0xff3d464c;

@@ -77,15 +77,15 @@ void GiveToOrdinaryUser(const QString& folder) {
 }
 
 Program::Program(const QString& builtFolder, QString display, const QString& name)
-    : display_(std::move(display)), name_('/' + name) {
-  if (!QFile::exists(builtFolder + name_)) {
+    : display_(std::move(display)), name_(name) {
+  if (!QFile::exists(builtFolder + '/' + name_)) {
     throw std::runtime_error("no program in " + builtFolder.toStdString());
   }
   for (const char* folder : {"program", "home", "commands", "runtime", "log"}) {
     QDir(Folder()).mkdir(folder);
   }
   QFile::setPermissions(PathOf("runtime"), kForOwnerAlone);
-  QFile::copy(builtFolder + name_, ProgramFolder() + name_);
+  QFile::copy(builtFolder + '/' + name_, ProgramFolder() + '/' + name_);
   for (const QString tool : {"ffmpeg", "ffprobe", "ffplay"}) {
     const QString real = QFile::symLinkTarget(builtFolder + '/' + tool);
     QFile::link(real, ProgramFolder() + '/' + tool);
@@ -191,7 +191,7 @@ void Program::Start() {
     if (asOrdinaryUser && !BecomeOrdinaryUser()) _exit(kNotStarted);
     prctl(PR_SET_PDEATHSIG, SIGKILL);
   });
-  process_.start(ProgramFolder() + name_, QStringList());
+  process_.start(ProgramFolder() + '/' + name_, QStringList());
   if (!process_.waitForStarted()) throw std::runtime_error("the program can't be started");
 }
 

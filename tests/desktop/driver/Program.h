@@ -22,8 +22,8 @@ bool BecomeOrdinaryUser();
 // functions does anything.
 void GiveToOrdinaryUser(const QString& folder);
 
-// The program under test: a copy of the built folder in a temporary folder, so that a test can
-// replace its tools. It starts with an environment of its own.
+// The program under test: a copy of the built program in a temporary folder, with links to the
+// tools there, which a test can replace. It starts with an environment of its own.
 class Program {
  public:
   // `builtFolder` holds the program of that name and its tools. The program opens its windows on

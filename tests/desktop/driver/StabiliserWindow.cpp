@@ -23,7 +23,8 @@ bool StabiliserWindow::ConfirmMessage(std::chrono::milliseconds patience) {
 bool StabiliserWindow::AwaitCommand(const char* command, const QString& caption,
                                     std::chrono::milliseconds patience) {
   screen_.MovePointer(BareGround());
-  // The first command's box is a label of its own, and taller.
+  // Leaves out the border. The first command has none at its top and base: the one around it
+  // belongs to a taller label.
   const int border = QLatin1String(command) == "Label6(0)" ? 0 : 1;
   const QRect inside = Place(command).adjusted(1, border, -1, -border);
   return WaitFor(
@@ -39,7 +40,7 @@ bool StabiliserWindow::AwaitColour(QRgb colour) {
 int StabiliserWindow::Progress(const char* bar) const {
   const QRect place = Place(bar);
   const QImage picture = screen_.Picture(place);
-  return CountOf(picture, QRect(0, place.height() / 2, place.width(), 1), kLit);
+  return CountOf(picture, QRect(0, place.height() / 2, place.width(), 1), kGrey);
 }
 
 }  // namespace kelvane::desktop

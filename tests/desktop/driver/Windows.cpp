@@ -22,7 +22,7 @@ QString ReadOut(int number) {
 
 int Filled(const QImage& picture) {
   const int middle = picture.height() / 2;
-  return CountOf(picture, QRect(0, middle, picture.width(), 1), kLit);
+  return CountOf(picture, QRect(0, middle, picture.width(), 1), kGrey);
 }
 
 QRegion AllOf(const MarkerBars& bars) {
@@ -45,7 +45,7 @@ Region RegionOf(const MarkerBars& bars) {
 bool MainWindow::Await() {
   window_ = screen_.Await("Kelvane");
   if (window_ == 0) return false;
-  return WaitFor([this] { return ShowsAsDrawn(NameOf(kLoadVideo)); });
+  return WaitFor([this] { return ShowsItsDesignedCaption(NameOf(kLoadVideo)); });
 }
 
 // This looks at no caption, since letters may look different under Wayland.
@@ -116,7 +116,7 @@ bool MainWindow::Shows(const QString& control, const QString& caption, QRgb back
                       centred ? Justify::kCentre : Justify::kLeft);
 }
 
-bool MainWindow::ShowsAsDrawn(const QString& control) const {
+bool MainWindow::ShowsItsDesignedCaption(const QString& control) const {
   return Shows(control, CaptionIn("Form1", control));
 }
 
@@ -131,7 +131,7 @@ bool MainWindow::AwaitTimesWithoutVideo() const {
 bool MainWindow::Answers() {
   PointAtGround();
   PointAt(kPauseVideo);
-  return WaitFor([this] { return Shows(NameOf(kPauseVideo), "Pause Video", kLit); }, 5s);
+  return WaitFor([this] { return Shows(NameOf(kPauseVideo), "Pause Video", kGrey); }, 5s);
 }
 
 bool MainWindow::FrameLiesInPlace(const QString& frame, QRgb color) const {
@@ -147,13 +147,13 @@ bool MainWindow::FramesLieInPlace() const {
   for (const char* frame : {"Shape1", "Shape2", "Shape3", "Shape4"}) {
     if (!FrameLiesInPlace(frame, kFrame)) return false;
   }
-  return FrameLiesInPlace("Shape5", kLit) && FrameLiesInPlace("Picture1(0)", kLit);
+  return FrameLiesInPlace("Shape5", kGrey) && FrameLiesInPlace("Picture1(0)", kGrey);
 }
 
 bool MainWindow::IsLaidOut() const {
   for (const char* label : {"Label14(0)", "Label14(4)", "Label14(6)", "Label10", "Label11",
                             "Label1(0)", "Label1(1)", "Label1(14)"}) {
-    if (!ShowsAsDrawn(label)) return false;
+    if (!ShowsItsDesignedCaption(label)) return false;
   }
   const QImage picture = screen_.Picture();
   return FramesLieInPlace() && Shows("Label12", "0:00:00") && Shows("Label13", "00:00") &&

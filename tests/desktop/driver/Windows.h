@@ -81,7 +81,7 @@ class MainWindow {
   // Whether the label shows exactly this caption now.
   bool Shows(const QString& control, const QString& caption, QRgb background = kDark) const;
   // Whether the label shows the caption that the window text has for it.
-  bool ShowsAsDrawn(const QString& control) const;
+  bool ShowsItsDesignedCaption(const QString& control) const;
   // Waits until the label shows exactly this caption.
   bool AwaitCaption(const QString& control, const QString& caption) const;
   // Waits until duration and position show the times of a player without a video. They do so half a
