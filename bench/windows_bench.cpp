@@ -94,7 +94,7 @@ struct Cost {
 class GrowingList {
  public:
   GrowingList() {
-    tools_.DurationProbeDoes(Print("  Duration: 00:00:35.00, start: 0.000000\n"));
+    tools_.DurationProbeDoes(PrintCommands("  Duration: 00:00:35.00, start: 0.000000\n"));
     form_.Load();
     form_.Show();
     DoEvents();

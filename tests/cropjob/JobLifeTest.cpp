@@ -109,7 +109,7 @@ TEST_F(JobLife, CancelDuringAJobLetsTheToolFinishAndUpdateTheMainWindow) {
     EXPECT_FALSE(QFile::exists(output));
     gate.Open();
   });
-  Run(PrintBlocks({"time=00:00:02.00"}) + Wait(gate) +
+  Run(PrintBlocks({"time=00:00:02.00"}) + WaitCommands(gate) +
       PrintBlocks({"time=00:00:05.00", "time=00:00:07.00"}) +
       QStringLiteral("echo whole > '%1'\n").arg(output));
   EXPECT_TRUE(QFile::exists(output));
@@ -133,7 +133,8 @@ TEST_F(JobLife, ASecondJobCanRunDuringACancelledOne) {
     EXPECT_EQ(Bar().Value(), 15);
     gate.Open();
   });
-  tools_.FfmpegDoes(Print("one\n") + Wait(gate) + Print("time=00:00:09.00\n"));
+  tools_.FfmpegDoes(PrintCommands("one\n") + WaitCommands(gate) +
+                    PrintCommands("time=00:00:09.00\n"));
   Timer& timer = JobTimer();
   Tick(timer);
   Tick(timer);

@@ -54,7 +54,7 @@ TEST_F(JobRun, ShowsItsStatusesInOrder) {
 TEST_F(JobRun, EndsAsASuccessWhateverTheToolDoes) {
   const std::pair<const char*, QString> cases[] = {
       {"prints nothing", {}},
-      {"fails", Print("out.mp4: Permission denied\n") + "exit 1\n"},
+      {"fails", PrintCommands("out.mp4: Permission denied\n") + "exit 1\n"},
       {"is killed", "kill -9 $$\n"},
       {"is missing", {}},
   };
@@ -95,7 +95,7 @@ TEST_F(JobRun, ShowsAnHourglassAndKeepsItsTimerOnUntilItsEnd) {
     EXPECT_EQ(Job().cursor().shape(), Qt::WaitCursor);
     EXPECT_TRUE(JobTimer().Enabled());
   });
-  Run(Print("one\n"));
+  Run(PrintCommands("one\n"));
   EXPECT_TRUE(handled);
   EXPECT_EQ(Job().cursor().shape(), Qt::ArrowCursor);
   EXPECT_FALSE(JobTimer().Enabled());
@@ -108,7 +108,7 @@ TEST_F(JobRun, StartsNoSecondRunAtLaterTicks) {
     for (int ticks = 0; ticks < 65536 + 5; ++ticks) Tick(JobTimer());
     ticked = true;
   });
-  Run(Print("one\n"));
+  Run(PrintCommands("one\n"));
   EXPECT_TRUE(ticked);
   EXPECT_EQ(tools_.Runs(), Texts{kRun});
   EXPECT_EQ(statuses_, (Texts{kStarting, kCropping, kSuccessful}));

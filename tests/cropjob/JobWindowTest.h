@@ -64,7 +64,8 @@ class JobWindowTest : public ::testing::Test {
     constexpr int kBlock = 256;
     QString commands;
     for (const std::string& text : texts) {
-      commands += Print(QString::fromStdString(text).leftJustified(kBlock, QLatin1Char(' ')));
+      commands +=
+          PrintCommands(QString::fromStdString(text).leftJustified(kBlock, QLatin1Char(' ')));
     }
     return commands;
   }

@@ -159,7 +159,7 @@ TEST_F(SaveList, WritesNothingIfTheDialogIsCancelled) {
 using DroppedSections = JoinerWindowTest;
 
 TEST_F(DroppedSections, AreAddedInTheOrderOfTheDropEachAsIfChosenInTheDialog) {
-  tools_.DurationProbeDoes(Print("  Duration: 00:10:00.00, start: 0.000000\n"));
+  tools_.DurationProbeDoes(PrintCommands("  Duration: 00:10:00.00, start: 0.000000\n"));
   const QString b = tools_.MakeFile("b.mp4");
   const QString a = tools_.MakeFile("a.mp4");
   EXPECT_TRUE(DropFiles(TimeChart(), {b, a, b}));

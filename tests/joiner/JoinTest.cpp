@@ -158,7 +158,8 @@ TEST_F(JoinByCopy, RunsTheToolEvenIfItsWindowIsClosedDuringTheWait) {
 
 TEST_F(JoinByCopy, AddsASectionForADurationThatTheToolPrints) {
   AddSectionOf("a.mp4");
-  tools_.FfmpegDoes(Print("Input #0, concat\n  Duration: N/A, start: 0.000000, bitrate: N/A\n"));
+  tools_.FfmpegDoes(
+      PrintCommands("Input #0, concat\n  Duration: N/A, start: 0.000000, bitrate: N/A\n"));
   JoinTo("/tmp/all.mp4");
   EXPECT_EQ(Rows(), (Texts{"1 | a.mp4 | 600", "2 | a.mp4 | 60"}));
   EXPECT_EQ(Strips(), (Texts{"1,1 60x17", "61,21 6x17"}));
@@ -167,7 +168,7 @@ TEST_F(JoinByCopy, AddsASectionForADurationThatTheToolPrints) {
 }
 
 TEST_F(JoinByCopy, SkipsABlockForWhichMemoryIsShortAndReadsTheNext) {
-  tools_.FfmpegDoes(Print("Duration: 00:10:00.00, start\nDuration: 00:05:00.00, start\n"));
+  tools_.FfmpegDoes(PrintCommands("Duration: 00:10:00.00, start\nDuration: 00:05:00.00, start\n"));
   bool thrown = false;
   Get<TextBox>("Text1").Change = [&](int) {
     if (!std::exchange(thrown, true)) throw std::bad_alloc();

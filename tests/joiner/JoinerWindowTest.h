@@ -81,7 +81,7 @@ class JoinerWindowTest : public OpenWindowTest<Form4> {
   // Makes a file, lets the probe print `text`, and adds the file. Returns its path.
   QString AddPrinting(const QString& name, const QString& text) const {
     QString file = tools_.MakeFile(name);
-    tools_.DurationProbeDoes(Print(text));
+    tools_.DurationProbeDoes(PrintCommands(text));
     Add(file);
     return file;
   }

@@ -100,7 +100,7 @@ TEST_F(SectionProbe, ListsThePathAloneWhicheverAllocationFails) {
   ASSERT_GT(all, 0U);
   for (failing = 0; *failing < all; ++*failing) {
     Add(video);
-    EXPECT_TRUE(AllocationHasFailed()) << *failing;
+    EXPECT_TRUE(EndAllocationFailure()) << *failing;
   }
   EXPECT_EQ(PathsListed().size(), all + 2);
   EXPECT_EQ(Strips(), Texts{});
@@ -120,7 +120,8 @@ TEST_F(SectionProbe, PaintsAStripButServesNoEventsWhileTheToolRuns) {
       EXPECT_FALSE(served);
     }
   };
-  tools_.DurationProbeDoes(Print("Duration: 00:10:00.00, start\n") + Wait(gate) + Print("end\n"));
+  tools_.DurationProbeDoes(PrintCommands("Duration: 00:10:00.00, start\n") + WaitCommands(gate) +
+                           PrintCommands("end\n"));
   Add(tools_.MakeFile("a.mp4"));
   EXPECT_TRUE(gate.IsPassed());
   ServePendingEvents();

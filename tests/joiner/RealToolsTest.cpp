@@ -112,8 +112,8 @@ TEST_F(RealJoin, InTheOtherModeMakesTransportStreamsThatPlayAndReplaceFilesOfThe
   AddClip("ü.mp4", 3);
   tools_.MakeFile("intermediate01.ts");
   TranscodeAll();
-  EXPECT_EQ(Pictures(InFolder("intermediate01.ts")), 2 * kFrames);
-  EXPECT_EQ(Pictures(InFolder("intermediate02.ts")), 3 * kFrames);
+  EXPECT_EQ(PicturesWithoutComplaint(InFolder("intermediate01.ts")), 2 * kFrames);
+  EXPECT_EQ(PicturesWithoutComplaint(InFolder("intermediate02.ts")), 3 * kFrames);
 }
 
 class JoinRemarks : public RealJoin, public ::testing::WithParamInterface<NewName> {};

@@ -80,7 +80,7 @@ TEST_F(Transcode, PaintsEachCaptionButServesNoEventsWhileTheToolsRun) {
 
 TEST_F(Transcode, LocksTheSectionsForTheLifeOfTheWindow) {
   AddThree();
-  tools_.FfmpegDoes(Print("  Duration: 00:10:00.00, start: 0.0\n"));
+  tools_.FfmpegDoes(PrintCommands("  Duration: 00:10:00.00, start: 0.0\n"));
   Get<TextBox>("Text1").setText("not touched");
   TranscodeAll();
   Choose(NoTranscode);

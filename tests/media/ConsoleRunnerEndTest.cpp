@@ -41,11 +41,12 @@ TEST(ConsoleRunnerWaiting, IsRaisedOnTheCallersThreadAgainAndAgainWhileTheToolIs
   DOSOutputs outputs;
   const std::thread::id caller = std::this_thread::get_id();
   int calls = 0;
-  const Events events = RunWaiting(
-      outputs, folder.Script("tool", "echo $$\n" + gate.Wait() + "echo late"), [&](pid_t /*tool*/) {
-        EXPECT_EQ(std::this_thread::get_id(), caller);
-        if (++calls == 3) gate.Open();
-      });
+  const Events events =
+      RunWaiting(outputs, folder.Script("tool", "echo $$\n" + gate.WaitCommands() + "echo late"),
+                 [&](pid_t /*tool*/) {
+                   EXPECT_EQ(std::this_thread::get_id(), caller);
+                   if (++calls == 3) gate.Open();
+                 });
   EXPECT_GE(calls, 3);
   EXPECT_EQ(events.size(), 3U);
   EXPECT_EQ(events.at(1), "late\n");
@@ -82,7 +83,7 @@ TEST(ConsoleRunnerWaiting, MakesTheRunLastUntilAToolThatClosedItsOutputHasExited
     if (!events.empty() && events.back().empty() && ++callsAfterTheStreamsEnd == 3) gate.Open();
   };
   outputs.ExecuteCommand(
-      folder.Script("tool", "echo $$; exec >&- 2>&-\n" + gate.Wait() + "exit 7"));
+      folder.Script("tool", "echo $$; exec >&- 2>&-\n" + gate.WaitCommands() + "exit 7"));
   EXPECT_EQ(events.size(), 2U);
   EXPECT_GE(callsAfterTheStreamsEnd, 3);
   EXPECT_EQ(outputs.ExitStatus(), 7);
@@ -95,7 +96,7 @@ TEST(ConsoleRunnerWaiting, MayRunAnotherTool) {
   DOSOutputs outputs;
   DOSOutputs inner;
   inner.Waiting = [] {};
-  RunWaiting(outputs, folder.Script("tool", "echo $$\n" + gate.Wait() + "exit 1"),
+  RunWaiting(outputs, folder.Script("tool", "echo $$\n" + gate.WaitCommands() + "exit 1"),
              [&](pid_t /*tool*/) {
                inner.ExecuteCommand(folder.Script("inner", "exit 2"));
                gate.Open();
@@ -108,7 +109,7 @@ TEST(ConsoleRunnerEnd, SendsSigtermToTheTool) {
   const TemporaryFolder folder;
   const Gate gate(folder / "gate");
   const std::string tool =
-      folder.Script("tool", "trap 'echo asked; exit 3' TERM; echo $$\n" + gate.Wait());
+      folder.Script("tool", "trap 'echo asked; exit 3' TERM; echo $$\n" + gate.WaitCommands());
   DOSOutputs outputs;
   EXPECT_EQ(RunWaiting(outputs, tool, [&](pid_t /*tool*/) { outputs.End(); }).at(1), "asked\n");
   EXPECT_EQ(outputs.ExitStatus(), 3);
@@ -120,7 +121,7 @@ TEST(ConsoleRunnerEnd, MayBeCalledByTheHandlerOfABlock) {
   DOSOutputs outputs;
   outputs.Waiting = [] {};
   outputs.ReceiveOutputs = [&](const std::string& /*block*/) { outputs.End(); };
-  outputs.ExecuteCommand(folder.Script("tool", "echo $$\n" + gate.Wait()));
+  outputs.ExecuteCommand(folder.Script("tool", "echo $$\n" + gate.WaitCommands()));
   EXPECT_EQ(outputs.ExitStatus(), -SIGTERM);
 }
 
@@ -129,7 +130,7 @@ TEST(ConsoleRunnerEnd, KillsAToolThatIgnoresSigtermButOnlyAfterThePatience) {
   const Gate gate(folder / "gate");
   DOSOutputs outputs;
   std::optional<steady_clock::time_point> asked;
-  RunWaiting(outputs, folder.Script("tool", "trap '' TERM; echo $$\n" + gate.Wait()),
+  RunWaiting(outputs, folder.Script("tool", "trap '' TERM; echo $$\n" + gate.WaitCommands()),
              [&](pid_t /*tool*/) {
                if (!asked) asked = steady_clock::now();
                outputs.End(kShortPatience);
@@ -142,7 +143,8 @@ TEST(ConsoleRunnerEnd, KillsAToolThatClosedItsOutput) {
   const TemporaryFolder folder;
   const Gate gate(folder / "gate");
   DOSOutputs outputs;
-  RunWaiting(outputs, folder.Script("tool", "trap '' TERM; echo $$; exec >&- 2>&-\n" + gate.Wait()),
+  RunWaiting(outputs,
+             folder.Script("tool", "trap '' TERM; echo $$; exec >&- 2>&-\n" + gate.WaitCommands()),
              [&](pid_t /*tool*/) { outputs.End(kShortPatience); });
   EXPECT_EQ(outputs.ExitStatus(), -SIGKILL);
 }
@@ -160,9 +162,10 @@ TEST(ConsoleRunnerEnd, DoesNotWaitForAChildOfTheToolThatStillHoldsTheOutput) {
   const TemporaryFolder folder;
   const Gate gate(folder / "gate");
   const Gate childsGate(folder / "childs-gate");
-  for (const std::string& child : {childsGate.Wait(), std::string("/usr/bin/yes 2>&-")}) {
+  for (const std::string& child : {childsGate.WaitCommands(), std::string("/usr/bin/yes 2>&-")}) {
     DOSOutputs outputs;
-    RunWaiting(outputs, folder.Script("tool", "echo $$; ( " + child + " ) &\n" + gate.Wait()),
+    RunWaiting(outputs,
+               folder.Script("tool", "echo $$; ( " + child + " ) &\n" + gate.WaitCommands()),
                [&](pid_t /*tool*/) { outputs.End(); });
     EXPECT_EQ(outputs.ExitStatus(), -SIGTERM) << child;
   }
@@ -173,7 +176,8 @@ TEST(ConsoleRunnerEnd, EndsARunWhoseToolHasAlreadyExited) {
   const TemporaryFolder folder;
   const Gate childsGate(folder / "gate");
   DOSOutputs outputs;
-  RunWaiting(outputs, folder.Script("tool", "echo $$; ( " + childsGate.Wait() + " ) &\nexit 4"),
+  RunWaiting(outputs,
+             folder.Script("tool", "echo $$; ( " + childsGate.WaitCommands() + " ) &\nexit 4"),
              [&](pid_t /*tool*/) {
                if (outputs.ExitStatus()) outputs.End();
              });
@@ -186,7 +190,8 @@ TEST(ConsoleRunnerEnd, DoesNotKillTheToolSoonerIfCalledAgain) {
   const Gate gate(folder / "gate");
   DOSOutputs outputs;
   int calls = 0;
-  RunWaiting(outputs, folder.Script("tool", "trap '' TERM; echo $$\n" + gate.Wait() + "exit 5"),
+  RunWaiting(outputs,
+             folder.Script("tool", "trap '' TERM; echo $$\n" + gate.WaitCommands() + "exit 5"),
              [&](pid_t /*tool*/) {
                outputs.End(calls == 0 ? std::chrono::hours(1) : 0ms);
                if (++calls == 5) gate.Open();
@@ -202,7 +207,8 @@ TEST(ConsoleRunnerEnd, HasNoEffectInARunWithoutWaiting) {
     outputs.End(0ms);
     if (block == "first\n") gate.Open();
   };
-  EXPECT_EQ(outputs.ExecuteCommand(folder.Script("tool", "echo first\n" + gate.Wait() + "echo on")),
+  EXPECT_EQ(outputs.ExecuteCommand(
+                folder.Script("tool", "echo first\n" + gate.WaitCommands() + "echo on")),
             "first\non\n");
 }
 
@@ -215,7 +221,7 @@ TEST(ConsoleRunnerEnd, HasNoEffectOutsideARun) {
   // The exception ends the run, but the tool lives on.
   EXPECT_THROW(outputs.ExecuteCommand(
                    folder.Script("tool", "trap 'echo ended >" + folder / "ended" + "' TERM\n" +
-                                             gate.Wait() + "touch " + folder / "exited")),
+                                             gate.WaitCommands() + "touch " + folder / "exited")),
                std::runtime_error);
   outputs.End(0ms);
   gate.Open();
@@ -251,7 +257,7 @@ TEST(ConsoleRunnerExitStatus, IsUnknownWhileTheToolRuns) {
   const Gate gate(folder / "gate");
   DOSOutputs outputs;
   RunLine(outputs, "/bin/false");
-  RunWaiting(outputs, folder.Script("tool", "echo $$\n" + gate.Wait() + "exit 6"),
+  RunWaiting(outputs, folder.Script("tool", "echo $$\n" + gate.WaitCommands() + "exit 6"),
              [&, first = true](pid_t /*tool*/) mutable {
                if (std::exchange(first, false)) {
                  EXPECT_EQ(outputs.ExitStatus(), std::nullopt);
@@ -274,7 +280,7 @@ TEST(ConsoleRunnerExitStatus, IsKeptIfAnotherRunReapsTheTool) {
     RunLine("/bin/true");
     EXPECT_EQ(ProcessState(tool), ' ');
   };
-  outputs.ExecuteCommand(folder.Script("tool", "echo $$\n" + gate.Wait() + "exit 9"));
+  outputs.ExecuteCommand(folder.Script("tool", "echo $$\n" + gate.WaitCommands() + "exit 9"));
   EXPECT_EQ(outputs.ExitStatus(), 9);
 }
 
@@ -288,7 +294,7 @@ TEST(ConsoleRunnerExitStatus, IsUnknownIfOtherCodeReapedTheTool) {
     gate.Open();
     EXPECT_EQ(::waitpid(std::stoi(block), nullptr, 0), std::stoi(block));
   };
-  outputs.ExecuteCommand(folder.Script("tool", "echo $$\n" + gate.Wait()));
+  outputs.ExecuteCommand(folder.Script("tool", "echo $$\n" + gate.WaitCommands()));
   EXPECT_EQ(outputs.ExitStatus(), std::nullopt);
 }
 

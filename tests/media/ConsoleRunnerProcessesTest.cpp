@@ -67,7 +67,8 @@ TEST(ConsoleRunnerChildren, AreReapedByTheEndOfALaterRun) {
 TEST(ConsoleRunnerChildren, AToolThatClosesItsOutputEndsTheRunAndIsReapedAfterItsOwnEnd) {
   const TemporaryFolder folder;
   const Gate gate(folder / "gate");
-  const pid_t process = ProcessOf(folder.Script("tool", "echo $$; exec >&- 2>&-\n" + gate.Wait()));
+  const pid_t process =
+      ProcessOf(folder.Script("tool", "echo $$; exec >&- 2>&-\n" + gate.WaitCommands()));
   DOSOutputs::ReapEndedChildren();
   RunLine("/bin/true");
   EXPECT_FALSE(HasEnded(process));
@@ -78,7 +79,8 @@ TEST(ConsoleRunnerChildren, AToolThatClosesItsOutputEndsTheRunAndIsReapedAfterIt
 TEST(ConsoleRunnerChildren, ARunLastsUntilTheLastProcessThatHoldsTheOutputEnds) {
   const TemporaryFolder folder;
   const Gate gate(folder / "gate");
-  const std::string tool = folder.Script("tool", "( " + gate.Wait() + "echo late ) & echo $$");
+  const std::string tool =
+      folder.Script("tool", "( " + gate.WaitCommands() + "echo late ) & echo $$");
   DOSOutputs outputs;
   Events events;
   outputs.ReceiveOutputs = [&](const std::string& block) {
@@ -110,7 +112,8 @@ TEST(ConsoleRunnerChildren, ReapingLeavesOtherChildrenOfTheProgramAlone) {
 TEST(ConsoleRunnerChildren, AToolThatOtherCodeReapedDisturbsNoLaterRun) {
   const TemporaryFolder folder;
   const Gate gate(folder / "gate");
-  const pid_t process = ProcessOf(folder.Script("tool", "echo $$; exec >&- 2>&-\n" + gate.Wait()));
+  const pid_t process =
+      ProcessOf(folder.Script("tool", "echo $$; exec >&- 2>&-\n" + gate.WaitCommands()));
   gate.Open();
   ASSERT_EQ(::waitpid(process, nullptr, 0), process);
   DOSOutputs::ReapEndedChildren();
@@ -136,7 +139,7 @@ TEST(ConsoleRunnerException, EndsTheReadingThreadOfASilentTool) {
   DOSOutputs outputs;
   outputs.ReceiveOutputs = Throw;
   const std::size_t threads = Threads().size();
-  EXPECT_THROW(outputs.ExecuteCommand(folder.Script("tool", "echo $$\n" + gate.Wait())),
+  EXPECT_THROW(outputs.ExecuteCommand(folder.Script("tool", "echo $$\n" + gate.WaitCommands())),
                std::runtime_error);
   EXPECT_EQ(Threads().size(), threads);
   const pid_t process = std::stoi(outputs.Outputs());
@@ -181,7 +184,7 @@ TEST(ConsoleRunnerSignals, AreBlockedInTheReadingThread) {
     status = ReadFile("/proc/self/task/" + std::to_string(readers.front()) + "/status");
     gate.Open();
   };
-  outputs.ExecuteCommand(folder.Script("tool", "echo text\n" + gate.Wait()));
+  outputs.ExecuteCommand(folder.Script("tool", "echo text\n" + gate.WaitCommands()));
   for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGALRM, SIGCHLD, SIGPIPE, SIGUSR1, SIGIO}) {
     EXPECT_NE(SignalsIn(status, "SigBlk") & (1ULL << (number - 1)), 0U) << number;
   }

@@ -56,7 +56,8 @@ TEST(ConsoleRunner, DeliversBlocksWhileTheToolStillRuns) {
   const Gate gate(folder / "gate");
   // `timeout` ends the tool if the runner holds the first block back.
   const std::string tool =
-      "/usr/bin/timeout 30 " + folder.Script("tool", "echo first\n" + gate.Wait() + "echo second");
+      "/usr/bin/timeout 30 " +
+      folder.Script("tool", "echo first\n" + gate.WaitCommands() + "echo second");
   DOSOutputs outputs;
   Events events;
   outputs.ReceiveOutputs = [&](const std::string& block) {

@@ -34,7 +34,7 @@ class PlayerFiles : public PlayerTest {
     if (!QFile::exists(good)) MakePlain("good.mp4", "red", 5);
     player.setURL(good);
     EXPECT_TRUE(watch.AwaitColour(kPlayedRed));
-    EXPECT_TRUE(watch.Moves());
+    EXPECT_TRUE(watch.AwaitMove());
   }
 };
 
@@ -64,7 +64,7 @@ TEST_F(PlayerFiles, ShowsManyFormatsAsTheyAreStored) {
     SCOPED_TRACE(given.what);
     player.setURL(Make(given.name, given.arguments));
     EXPECT_TRUE(AwaitBlue(given.extent));
-    EXPECT_TRUE(watch.Moves());
+    EXPECT_TRUE(watch.AwaitMove());
     ExpectTheNextFilePlays();
   }
 }
@@ -140,7 +140,7 @@ TEST_F(PlayerFiles, PlaysAFileThatIsStillBeingWritten) {
   ASSERT_TRUE(file.open(QIODevice::Append));
   ASSERT_EQ(file.write(whole.mid(half)), whole.size() - half);
   file.close();
-  EXPECT_TRUE(watch.Moves());
+  EXPECT_TRUE(watch.AwaitMove());
   ExpectTheNextFilePlays();
 }
 
@@ -159,7 +159,7 @@ TEST_F(PlayerFiles, GoesOnWithADeletedFileAndCannotPlayItAgain) {
   player.setURL(file);
   ASSERT_TRUE(AwaitBlue(QSize(320, 180)));
   ASSERT_TRUE(QFile::remove(file));
-  EXPECT_TRUE(watch.Moves());
+  EXPECT_TRUE(watch.AwaitMove());
   player.controls.stop();
   player.controls.play();
   EXPECT_TRUE(watch.AwaitEnd());

@@ -46,7 +46,7 @@ TEST_F(PlayerFitted, IsScaledToItsBoxBetweenBlackBarsAndKeepsTheShapeOfItsPixels
     SCOPED_TRACE(given.size + std::string(" ") + given.filters);
     player.setURL(Blue(given.size, given.filters));
     EXPECT_TRUE(AwaitBlue(given.area));
-    EXPECT_TRUE(watch.Moves());
+    EXPECT_TRUE(watch.AwaitMove());
   }
 }
 
@@ -125,7 +125,7 @@ class PlayerSeek : public PlayerFitted {
 
 TEST_F(PlayerSeek, IsNotNeededToShowTheFirstPictureOfAFileThatIsOpenedPaused) {
   OpenPaused();
-  EXPECT_TRUE(watch.StandsStill());
+  EXPECT_TRUE(watch.AwaitStandstill());
   EXPECT_EQ(player.controls.currentPosition(), 0);
   EXPECT_FALSE(player.controls.playing());
   EXPECT_EQ(player.URL(), file);
@@ -133,7 +133,7 @@ TEST_F(PlayerSeek, IsNotNeededToShowTheFirstPictureOfAFileThatIsOpenedPaused) {
   EXPECT_TRUE(player.controls.playing());
   EXPECT_TRUE(watch.AwaitColour(kPlayedBlue));
   OpenPaused();
-  EXPECT_TRUE(watch.StandsStill());
+  EXPECT_TRUE(watch.AwaitStandstill());
   EXPECT_EQ(player.controls.currentPosition(), 0) << "not back at the beginning";
   player.OpenPaused({});
   EXPECT_TRUE(watch.AwaitColour(kNothingPlayed));
@@ -159,7 +159,7 @@ TEST_F(PlayerSeek, ShowsTheFirstPictureAtOrAfterItsTimeAndStaysPaused) {
     EXPECT_TRUE(watch.AwaitColour(colour));
     EXPECT_FALSE(player.controls.playing());
   }
-  EXPECT_TRUE(watch.StandsStill());
+  EXPECT_TRUE(watch.AwaitStandstill());
 }
 
 TEST_F(PlayerSeek, LetsAPlayingFilePlayOnFromItsTime) {
@@ -168,7 +168,7 @@ TEST_F(PlayerSeek, LetsAPlayingFilePlayOnFromItsTime) {
   for (const double seconds : {12.0, 4.0}) {
     GoTo(seconds);
     EXPECT_TRUE(WaitFor([&] { return std::abs(watch.Core().Position() - seconds) < 0.3; }));
-    EXPECT_TRUE(watch.Moves());
+    EXPECT_TRUE(watch.AwaitMove());
     EXPECT_TRUE(player.controls.playing());
   }
 }
@@ -180,7 +180,7 @@ TEST_F(PlayerSeek, GoesToTheLastPictureForATimeAfterTheEnd) {
     EXPECT_TRUE(watch.AwaitColour(kPlayedRed));
     GoTo(seconds);
     EXPECT_TRUE(watch.AwaitColour(kPlayedWhite)) << seconds;
-    EXPECT_TRUE(watch.StandsStill()) << seconds;
+    EXPECT_TRUE(watch.AwaitStandstill()) << seconds;
   }
 }
 
@@ -190,14 +190,14 @@ TEST_F(PlayerSeek, OpensAStoppedOrEndedFilePausedAtItsTime) {
   player.controls.stop();
   GoTo(1.5);
   EXPECT_TRUE(watch.AwaitColour(kPlayedBlue));
-  EXPECT_TRUE(watch.StandsStill());
+  EXPECT_TRUE(watch.AwaitStandstill());
   player.controls.play();
   ASSERT_TRUE(watch.AwaitEnd());
   ASSERT_TRUE(watch.AwaitColour(kNothingPlayed));
   EXPECT_FALSE(player.controls.playing());
   GoTo(2.5);
   EXPECT_TRUE(watch.AwaitColour(kPlayedWhite));
-  EXPECT_TRUE(watch.StandsStill());
+  EXPECT_TRUE(watch.AwaitStandstill());
   EXPECT_FALSE(player.controls.playing());
 }
 
@@ -216,12 +216,12 @@ TEST_F(PlayerSeek, WaitsUntilTheFileIsOpenAndIsNotKeptForTheNextOne) {
   player.OpenPaused(file);
   GoTo(1.5);
   EXPECT_TRUE(watch.AwaitColour(kPlayedBlue));
-  EXPECT_TRUE(watch.StandsStill());
+  EXPECT_TRUE(watch.AwaitStandstill());
   player.OpenPaused(file);
   GoTo(2.5);
   player.setURL(MakePlain("red.mp4", "red", 20));
   ASSERT_TRUE(watch.AwaitColour(kPlayedRed));
-  EXPECT_TRUE(watch.Moves());
+  EXPECT_TRUE(watch.AwaitMove());
   EXPECT_LT(watch.Core().Position(), 2);
   GoTo(12);
   EXPECT_TRUE(watch.AwaitPosition(12)) << "a later seek wasn't done";
@@ -232,7 +232,7 @@ TEST_F(PlayerSeek, HasNoEffectWithoutAFiniteTimeOrAFileThatCanBePlayed) {
   GoTo(1);
   ASSERT_TRUE(watch.AwaitColour(kPlayedBlue));
   for (const float seconds : {kNotANumber, kInfinite, -kInfinite}) GoTo(seconds);
-  EXPECT_TRUE(watch.StandsStill());
+  EXPECT_TRUE(watch.AwaitStandstill());
   EXPECT_EQ(watch.Core().Position(), 1);
   player.OpenPaused(Write("notes.txt", "no video\n"));
   GoTo(1);

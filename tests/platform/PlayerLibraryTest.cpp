@@ -91,7 +91,7 @@ TEST_F(PlayerLibraryTest, LeavesTheOldFilePlayingIfItRefusesToStartAnother) {
     EXPECT_GE(watch.Core().Position(), 0.3);
     EXPECT_TRUE(AwaitDuration(20));
   }
-  EXPECT_TRUE(watch.Moves());
+  EXPECT_TRUE(watch.AwaitMove());
   EXPECT_TRUE(PlayerWatch::Like(watch.Colour(), kPlayedRed));
   form.reset();
 }

@@ -72,9 +72,9 @@ class PlayerMenu : public PlayerTest {
 TEST_F(PlayerMenu, PlaysPausesAndStops) {
   PlayRed(20);
   Choose("Pause");
-  EXPECT_TRUE(watch.StandsStill());
+  EXPECT_TRUE(watch.AwaitStandstill());
   Choose("Play");
-  EXPECT_TRUE(watch.Moves());
+  EXPECT_TRUE(watch.AwaitMove());
   Choose("Stop");
   EXPECT_TRUE(watch.AwaitColour(kNothingPlayed));
 }
@@ -120,7 +120,7 @@ TEST_F(PlayerMenu, SkipsTenSecondsFromThePictureShownAndStaysPaused) {
   EXPECT_TRUE(AwaitExactPosition(12.52));
   Choose("Back 10 Seconds");
   EXPECT_TRUE(AwaitExactPosition(2.52));
-  EXPECT_TRUE(watch.StandsStill());
+  EXPECT_TRUE(watch.AwaitStandstill());
   EXPECT_FALSE(player.controls.playing());
 }
 
@@ -132,7 +132,7 @@ TEST_F(PlayerMenu, AddsUpSkipsThatComeDuringASeek) {
   EXPECT_EQ(player.controls.currentPositionString(), "00:31");
   Choose("Back 10 Seconds");
   EXPECT_EQ(player.controls.currentPosition(), 21);
-  EXPECT_TRUE(watch.StandsStill());
+  EXPECT_TRUE(watch.AwaitStandstill());
   EXPECT_TRUE(AwaitExactPosition(21));
 }
 
@@ -166,7 +166,7 @@ TEST_F(PlayerMenu, SkipsInAPlayingFileWhichPlaysOnAndEndsAfterItsLastPicture) {
   PlayRed(25);
   Choose("Forward 10 Seconds");
   EXPECT_TRUE(watch.AwaitPosition(10));
-  EXPECT_TRUE(watch.Moves());
+  EXPECT_TRUE(watch.AwaitMove());
   EXPECT_TRUE(player.controls.playing());
   Choose("Forward 10 Seconds");
   Choose("Forward 10 Seconds");
@@ -188,7 +188,7 @@ TEST_F(PlayerMenu, StepsToTheNextAndToThePreviousPicture) {
   Choose("Next Frame");
   EXPECT_TRUE(watch.AwaitColour(kPlayedBlue));
   EXPECT_TRUE(AwaitExactPosition(1.0));
-  EXPECT_TRUE(watch.StandsStill());
+  EXPECT_TRUE(watch.AwaitStandstill());
 }
 
 TEST_F(PlayerMenu, AddsUpStepsThatComeInQuickSuccession) {
@@ -201,17 +201,17 @@ TEST_F(PlayerMenu, AddsUpStepsThatComeInQuickSuccession) {
   Choose("Next Frame");
   Choose("Next Frame");
   EXPECT_TRUE(AwaitExactPosition(0.56)) << "the steps don't count from the picture that is sought";
-  EXPECT_TRUE(watch.StandsStill());
+  EXPECT_TRUE(watch.AwaitStandstill());
 }
 
 TEST_F(PlayerMenu, PausesAPlayingFileByAStep) {
   PlayRed(20);
   for (const char* step : {"Next Frame", "Previous Frame"}) {
     player.controls.play();
-    ASSERT_TRUE(watch.Moves());
+    ASSERT_TRUE(watch.AwaitMove());
     Choose(step);
     EXPECT_FALSE(player.controls.playing());
-    EXPECT_TRUE(watch.StandsStill());
+    EXPECT_TRUE(watch.AwaitStandstill());
     EXPECT_TRUE(PlayerWatch::Like(watch.Colour(), kPlayedRed));
   }
 }
@@ -237,7 +237,7 @@ TEST_F(PlayerMenu, StepsFromThePositionThatPlayingHasReachedSinceAnEarlierStep) 
     Choose("Play");
     Choose(step);
     EXPECT_TRUE(WaitFor([&] { return watch.Core().Position() > 0.9; })) << step;
-    EXPECT_TRUE(watch.StandsStill());
+    EXPECT_TRUE(watch.AwaitStandstill());
     EXPECT_LT(watch.Core().Position(), 2) << step;
     player.controls.setCurrentPosition(2);
     EXPECT_TRUE(AwaitExactPosition(2)) << step;
@@ -248,13 +248,13 @@ TEST_F(PlayerMenu, KeepsTheFirstAndTheLastPictureAtAStepBeyondThem) {
   OpenColours(0);
   ASSERT_TRUE(watch.AwaitColour(kPlayedRed));
   Choose("Previous Frame");
-  EXPECT_TRUE(watch.StandsStill());
+  EXPECT_TRUE(watch.AwaitStandstill());
   EXPECT_EQ(watch.Core().Position(), 0);
   player.controls.setCurrentPosition(2.92);
   ASSERT_TRUE(AwaitExactPosition(2.92));
   for (int i = 0; i < 4; ++i) Choose("Next Frame");
   EXPECT_TRUE(AwaitExactPosition(2.96));
-  EXPECT_TRUE(watch.StandsStill());
+  EXPECT_TRUE(watch.AwaitStandstill());
   EXPECT_TRUE(PlayerWatch::Like(watch.Colour(), kPlayedWhite));
   Choose("Previous Frame");
   EXPECT_TRUE(AwaitExactPosition(2.92));
@@ -263,7 +263,7 @@ TEST_F(PlayerMenu, KeepsTheFirstAndTheLastPictureAtAStepBeyondThem) {
 TEST_F(PlayerMenu, PlaysOnFromTheLastPictureToTheEndOfTheFile) {
   OpenColours(2.92);
   for (int i = 0; i < 3; ++i) Choose("Next Frame");
-  ASSERT_TRUE(watch.StandsStill());
+  ASSERT_TRUE(watch.AwaitStandstill());
   Choose("Play");
   EXPECT_TRUE(watch.AwaitEnd());
   EXPECT_TRUE(watch.AwaitColour(kNothingPlayed));
@@ -276,7 +276,7 @@ TEST_F(PlayerMenu, KeepsTheLastPictureAtASkipOrAStepIfTheSoundIsLonger) {
   Choose("Forward 10 Seconds");
   EXPECT_TRUE(watch.AwaitColour(kPlayedRed));
   Choose("Next Frame");
-  EXPECT_TRUE(watch.StandsStill());
+  EXPECT_TRUE(watch.AwaitStandstill());
   EXPECT_TRUE(PlayerWatch::Like(watch.Colour(), kPlayedRed));
 }
 
@@ -286,14 +286,14 @@ TEST_F(PlayerMenu, GoesBackToTheBeginningPlayingOrPaused) {
   ASSERT_TRUE(watch.AwaitPosition(10));
   Choose("Back to the Beginning");
   EXPECT_TRUE(WaitFor([&] { return watch.Core().Position() < 1; }));
-  EXPECT_TRUE(watch.Moves());
+  EXPECT_TRUE(watch.AwaitMove());
   EXPECT_TRUE(player.controls.playing());
   player.controls.pause();
   player.controls.setCurrentPosition(10);
   ASSERT_TRUE(AwaitExactPosition(10));
   Choose("Back to the Beginning");
   EXPECT_TRUE(AwaitExactPosition(0));
-  EXPECT_TRUE(watch.StandsStill());
+  EXPECT_TRUE(watch.AwaitStandstill());
 }
 
 TEST_F(PlayerMenu, StepsAndSkipsInAPictureThatFitsItsBox) {
@@ -319,7 +319,7 @@ TEST_F(PlayerMenu, SkipsInASoundFileAfterAStepWithoutEffect) {
       Choose(step);
       Choose("Forward 10 Seconds");
       EXPECT_TRUE(watch.AwaitPosition(9.9)) << file.toStdString() << ", " << step;
-      EXPECT_TRUE(watch.StandsStill());
+      EXPECT_TRUE(watch.AwaitStandstill());
       EXPECT_LT(watch.Core().Position(), 10.1);
     }
   }

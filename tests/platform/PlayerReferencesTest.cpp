@@ -281,7 +281,7 @@ TEST_F(PlayerReferences, PlaysFilesWhoseNamesLookLikeAddressesOptionsOrPatterns)
       SCOPED_TRACE(path.toStdString());
       player.setURL(path);
       EXPECT_TRUE(watch.AwaitColour(kPlayedRed));
-      EXPECT_TRUE(watch.Moves());
+      EXPECT_TRUE(watch.AwaitMove());
       player.controls.stop();
       EXPECT_TRUE(watch.AwaitColour(kNothingPlayed));
     }

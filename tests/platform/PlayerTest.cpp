@@ -113,11 +113,11 @@ TEST_F(Player, PlaysAFileOnceAndIsBlackUntilItIsPlayedAgain) {
 TEST_F(Player, ShowsThePictureWhilePausedAndResumesThere) {
   PlayRed(20);
   player.controls.pause();
-  ASSERT_TRUE(watch.StandsStill());
+  ASSERT_TRUE(watch.AwaitStandstill());
   EXPECT_TRUE(PlayerWatch::Like(watch.Colour(), kPlayedRed));
   const double position = watch.Core().Position();
   player.controls.play();
-  ASSERT_TRUE(watch.Moves());
+  ASSERT_TRUE(watch.AwaitMove());
   EXPECT_GT(watch.Core().Position(), position);
 }
 
@@ -125,7 +125,7 @@ TEST_F(Player, DoesNotPlayAFileThatIsPausedAtOnce) {
   player.setURL(MakePlain("red.mp4", "red", 20));
   player.controls.pause();
   ASSERT_TRUE(watch.AwaitColour(kPlayedRed));
-  EXPECT_TRUE(watch.StandsStill());
+  EXPECT_TRUE(watch.AwaitStandstill());
   EXPECT_LT(watch.Core().Position(), 0.5);
 }
 
@@ -139,7 +139,7 @@ TEST_F(Player, IsBlackAndAtTheBeginningWhenStopped) {
   player.controls.play();
   ASSERT_TRUE(watch.AwaitColour(kPlayedRed));
   EXPECT_LT(watch.Core().Position(), 1);
-  EXPECT_TRUE(watch.Moves());
+  EXPECT_TRUE(watch.AwaitMove());
   EXPECT_TRUE(AwaitDuration(20));
 }
 
@@ -150,9 +150,9 @@ TEST_F(Player, PlaysFromTheBeginningWhenStoppedAndStartedAtOnce) {
   player.controls.play();
   EXPECT_TRUE(WaitFor([&] { return watch.Core().Position() < 1; }));
   ASSERT_TRUE(watch.AwaitColour(kPlayedRed));
-  EXPECT_TRUE(watch.Moves());
+  EXPECT_TRUE(watch.AwaitMove());
   player.controls.pause();
-  EXPECT_TRUE(watch.StandsStill()) << "it can't be paused";
+  EXPECT_TRUE(watch.AwaitStandstill()) << "it can't be paused";
 }
 
 TEST_F(Player, StartsTheSameFileAgainFromItsBeginningEvenWhilePaused) {
@@ -161,7 +161,7 @@ TEST_F(Player, StartsTheSameFileAgainFromItsBeginningEvenWhilePaused) {
   player.controls.pause();
   player.setURL(file);
   EXPECT_TRUE(WaitFor([&] { return watch.Core().Position() < 0.9; }));
-  EXPECT_TRUE(watch.Moves());
+  EXPECT_TRUE(watch.AwaitMove());
   EXPECT_TRUE(AwaitDuration(20));
 }
 

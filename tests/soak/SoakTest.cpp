@@ -62,7 +62,7 @@ TEST_F(MainWindowSoak, AThousandLoadsAndCrops) {
     Get<TextBox>("Text2").setText({});
     Tick(Get<Timer>("Timer2"));
 
-    tools_.FfmpegDoes(Print("frame=1 time=00:00:05.00 bitrate=1\n"));
+    tools_.FfmpegDoes(PrintCommands("frame=1 time=00:00:05.00 bitrate=1\n"));
     CropTo(tools_.Path() + "/out.mp4");
     auto* const job = Visible<Form2>();
     ASSERT_NE(job, nullptr);
@@ -112,7 +112,7 @@ using JoinerSoak = JoinerWindowTest;
 TEST_F(JoinerSoak, AThousandJoins) {
   for (const char* name : {"a.mp4", "b.mp4"}) AddSectionOf(name);
   Remove(3);
-  tools_.FfmpegDoes(Print("frame=1 time=00:00:05.00 bitrate=1\n"));
+  tools_.FfmpegDoes(PrintCommands("frame=1 time=00:00:05.00 bitrate=1\n"));
   // Ends the wait before a join's tool as soon as events have been served.
   Get<Label>("Label3", ProcessLine).Change = [this](int) {
     if (Shown(ProcessLine) != "Process: Joining Your Videos...") return;

@@ -117,7 +117,7 @@ TEST_F(Marking, ByTheKeyboardScrollsToTheNeedle) {
 TEST_F(Marking, ShowsThePictureAtANeedleOfAVideoWhoseRateIsUnknown) {
   const QString path = tools_.Path() + "/moving.mp4";
   ASSERT_TRUE(MakeVideo(path, QSize(160, 90), 4));
-  tools_.SizeProbeDoes(
+  tools_.StreamProbeDoes(
       "printf '%s\\n' width=160 height=90 pix_fmt=yuv420p avg_frame_rate=0/0 duration=N/A "
       "format_name=mov,mp4 start_time=0.0 duration=4");
   {
@@ -129,7 +129,7 @@ TEST_F(Marking, ShowsThePictureAtANeedleOfAVideoWhoseRateIsUnknown) {
 }
 
 TEST_F(Marking, IsReportedIfItStartsAfterTheLastPicture) {
-  tools_.SizeProbeDoes(
+  tools_.StreamProbeDoes(
       "printf '%s\\n' width=640 height=360 pix_fmt=yuv420p avg_frame_rate=25/1 duration=30 "
       "format_name=mov,mp4 start_time=0.0 duration=60");
   {

@@ -1,4 +1,4 @@
-// The commands that run tools, with RecordingTools in place of these.
+// The stabiliser's commands, with RecordingTools in place of the media tools; and CloseOnSignal.
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -39,7 +39,7 @@ class StabiliserRuns : public StabiliserWindowTest {
 
   // From now on the probe states a picture size for which the first pass may need 13 TB.
   void ProbeSaysHuge() const {
-    tools_.SizeProbeDoes(
+    tools_.StreamProbeDoes(
         "printf '%s\\n' width=1000000 height=1000000 pix_fmt=yuv420p avg_frame_rate=25/1 "
         "duration=N/A format_name=mov,mp4 start_time=0.0 duration=60");
   }
@@ -124,7 +124,7 @@ TEST_F(StabiliserRuns, ViewPlaysTheMarkedSection) {
                            "trim=start=10:end=40.5 -af atrim=start=10:end=40.5 -i SOURCE"});
 }
 
-TEST_F(StabiliserRuns, ViewEndsThePlayerAfterTheSection) {
+TEST_F(StabiliserRuns, ViewEndsFfplayAfterTheSection) {
   tools_.FfplayDoes("printf '  40.90 A-V: -0.012 fd=   0\\r' >&2; exec sleep 1000\n");
   Click(View());
   EXPECT_EQ(View().Caption(), "View Selected Region ");
@@ -148,9 +148,9 @@ TEST_F(StabiliserRuns, ExtractWritesTheMarkedSection) {
   EXPECT_EQ(Outputs(), QStringList("part.mp4"));
 }
 
-TEST_F(StabiliserRuns, KeepATypedPathOnShowAndAllowOtherCommandsWhileItIsProbed) {
+TEST_F(StabiliserRuns, LeaveATypedPathInItsBoxAndAllowOtherCommandsWhileItIsProbed) {
   const Gate gate(tools_.PathOf("gate"));
-  tools_.SizeProbeDoes(QString::fromStdString(gate.Wait()) + "exit 1");
+  tools_.StreamProbeDoes(QString::fromStdString(gate.WaitCommands()) + "exit 1");
   auto& box = Get<TextBox>("Text1");
   const QString typed = tools_.MakeFile("typed.mp4");
   box.findChild<QLineEdit*>()->setText(typed);
@@ -233,7 +233,7 @@ TEST_F(StabiliserRuns, ApplyProbesALoadedVideoAgainIfAnExtractedSectionReplacedI
   EXPECT_NE(dialogs.back().find("may need up to 13020834 MB"), std::string::npos) << dialogs.back();
 }
 
-TEST_F(StabiliserRuns, ApplySelectsTheTimeLinesVideoAgainIfItsOutputReplacedThatFileUnderAnyName) {
+TEST_F(StabiliserRuns, ApplySelectsTheSourceAgainIfTheOutputReplacedItThroughAnotherPath) {
   ClickAndAnswer(Caption("Label12", LoadOther), {TypeFile(tools_.MakeFile("other.mp4"))});
   ProbeSays(120);
   const QString folder = PathOf("folder");
@@ -268,8 +268,8 @@ TEST_F(StabiliserRuns, TellIfTheStabilisedVideoIsShorterThanWhatTheFirstPassProc
 }
 
 // With -copyts, ffmpeg doesn't report the times of the section.
-TEST_F(StabiliserRuns, TellNothingOfTheLengthOfASectionThatIsReadWithItsOwnTimes) {
-  tools_.SizeProbeDoes(
+TEST_F(StabiliserRuns, TellNothingOfTheLengthOfASectionThatIsReadWithTheFilesTimeStamps) {
+  tools_.StreamProbeDoes(
       "printf '%s\\n' width=640 height=360 avg_frame_rate=25/1 format_name=mpegts start_time=0.0 "
       "duration=60");
   ClickAndAnswer(Caption("Label6", 0), {TypeFile(tools_.MakeFile("clip.ts"))});
@@ -281,7 +281,7 @@ TEST_F(StabiliserRuns, TellNothingOfTheLengthOfASectionThatIsReadWithItsOwnTimes
 }
 
 TEST_F(StabiliserRuns, TellNothingOfALengthThatIsNotStated) {
-  tools_.SizeProbeDoes("printf '%s\\n' width=640 height=360 format_name=h264 duration=N/A");
+  tools_.StreamProbeDoes("printf '%s\\n' width=640 height=360 format_name=h264 duration=N/A");
   const std::string message = MessageOfSaving(Extract(), PathOf("part.h264"));
   EXPECT_EQ(message.find("seconds long"), std::string::npos) << message;
 }
@@ -314,7 +314,7 @@ TEST_F(StabiliserRuns, AcceptAFileOfMotionsThatIsNotText) {
             std::string::npos);
 }
 
-TEST_F(StabiliserRuns, AreGivenBySpaceAndEnter) {
+TEST_F(StabiliserRuns, AreStartedBySpaceAndEnter) {
   for (const int key : {Qt::Key_Space, Qt::Key_Return}) {
     QTest::keyClick(&View(), static_cast<Qt::Key>(key));
   }
@@ -344,7 +344,7 @@ TEST_F(StabiliserRuns, ShowTheOptionsThatAreUsed) {
 TEST_F(StabiliserRuns, ShowTheirProgressAndThenNone) {
   const Gate gate(tools_.PathOf("gate"));
   tools_.FfmpegDoes(u"printf 'frame=1 time=00:00:07.50 bitrate=N/A speed=1x\\r' >&2\n"_s +
-                    QString::fromStdString(gate.Wait()) +
+                    QString::fromStdString(gate.WaitCommands()) +
                     u"printf 'frame=2 time=00:01:00.00 bitrate=N/A speed=1x\\r' >&2\n"_s +
                     kWriteOutput);
   struct Case {
@@ -385,7 +385,7 @@ TEST_F(StabiliserRuns, AreCancelledByTheirOwnCaptionAloneAndLeaveNothing) {
   former.write("former");
   former.close();
   tools_.FfmpegDoes(QString(kWriteOutput) + "exec sleep 1000");
-  const QImage lit = Picture(Extract());
+  const QImage enabledLook = Picture(Extract());
   When([this] { return Lines().size() == 1; },
        [&] {
          EXPECT_EQ(ApplyCaption().Caption(), "Cancel");
@@ -395,7 +395,7 @@ TEST_F(StabiliserRuns, AreCancelledByTheirOwnCaptionAloneAndLeaveNothing) {
            Click(*other);
          }
          EXPECT_EQ(Lines().size(), 1U);
-         EXPECT_NE(Picture(Extract()), lit) << "the caption isn't dimmed";
+         EXPECT_NE(Picture(Extract()), enabledLook) << "the caption isn't dimmed";
          Click(ApplyCaption());
        });
   ClickAndAnswer(ApplyCaption(), {ReplaceFile(former.fileName())});
@@ -409,7 +409,7 @@ TEST_F(StabiliserRuns, AreCancelledByTheirOwnCaptionAloneAndLeaveNothing) {
 
 TEST_F(StabiliserRuns, AreNotCancelledByADoubleClick) {
   const Gate gate(tools_.PathOf("gate"));
-  tools_.FfplayDoes(QString::fromStdString(gate.Wait()));
+  tools_.FfplayDoes(QString::fromStdString(gate.WaitCommands()));
   When([this] { return Lines().size() == 1; },
        [&] {
          // The events that follow the first release of a double-click.
@@ -424,7 +424,7 @@ TEST_F(StabiliserRuns, AreNotCancelledByADoubleClick) {
 
 TEST_F(StabiliserRuns, DoNotStartAgainIfTheyEndBetweenPressAndReleaseOfCancel) {
   const Gate gate(tools_.PathOf("gate"));
-  tools_.FfplayDoes(QString::fromStdString(gate.Wait()));
+  tools_.FfplayDoes(QString::fromStdString(gate.WaitCommands()));
   When([this] { return Lines().size() == 1; },
        [&] {
          QTest::mousePress(&View(), Qt::LeftButton);
@@ -452,7 +452,7 @@ TEST_F(StabiliserRuns, TakeTheFocusFromADimmedCaptionAndGiveItBack) {
   ASSERT_TRUE(WaitFor([this] { return form_->isActiveWindow(); }));
   View().setFocus();
   const Gate gate(tools_.PathOf("gate"));
-  tools_.FfmpegDoes(QString::fromStdString(gate.Wait()) + kWriteOutput);
+  tools_.FfmpegDoes(QString::fromStdString(gate.WaitCommands()) + kWriteOutput);
   const QWidget* during = &View();
   When([this] { return !View().isEnabled(); },
        [&] {
@@ -517,19 +517,19 @@ TEST_F(StabiliserRuns, TellWhatTheToolComplainedOfAndKeepNoOutput) {
 }
 
 TEST_F(StabiliserRuns, KeepNoOutputThatHasNoVideo) {
-  tools_.SizeProbeDoes("echo format_name=mp3");
+  tools_.StreamProbeDoes("echo format_name=mp3");
   EXPECT_NE(MessageOfSaving(Extract(), PathOf("part.mp4")).find("no video"), std::string::npos);
   EXPECT_EQ(Outputs(), QStringList());
 }
 
-TEST_F(StabiliserRuns, TellThatTheNewNameCanNotBeTaken) {
+TEST_F(StabiliserRuns, TellIfTheOutputCanNotBeGivenTheChosenName) {
   tools_.FfmpegDoes(QString(kWriteOutput) + "mkdir -p \"${output%/*}/part.mp4/full\"");
   const std::string message = MessageOfSaving(Extract(), PathOf("part.mp4"));
   EXPECT_NE(message.find("part.mp4 can't be written"), std::string::npos) << message;
   EXPECT_NE(message.find("exclamation"), std::string::npos) << message;
 }
 
-TEST_F(StabiliserRuns, ReplaceNoFileThatTookTheNewNameMeanwhile) {
+TEST_F(StabiliserRuns, ReplaceNoFileThatAppearedUnderTheChosenNameMeanwhile) {
   tools_.FfmpegDoes(QString(kWriteOutput) + "echo other > \"${output%/*}/part.mp4\"");
   EXPECT_NE(MessageOfSaving(Extract(), PathOf("part.mp4")).find("File exists"), std::string::npos);
   EXPECT_EQ(Content(PathOf("part.mp4")), "other\n");

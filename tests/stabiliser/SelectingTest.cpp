@@ -78,7 +78,7 @@ TEST_F(SelectingAVideo, TellsWhyAFileCanNotBeUsedAndChangesNothing) {
              "The length of this video isn't known:", "Make a copy and choose that: "},
         Case{"echo 'x.mp4: Invalid data found'; exit 1",
              "This file can't be read:", "Invalid data found"}}) {
-    tools_.SizeProbeDoes(lines);
+    tools_.StreamProbeDoes(lines);
     const DialogAnswers answers({TypeFile(tools_.MakeFile("x.mp4")), PressButton(QMessageBox::Ok)});
     Click(Caption("Label6", 0));
     ASSERT_EQ(answers.seen().size(), 2U) << reason;
@@ -137,7 +137,8 @@ TEST_F(SelectingAVideo, KeepsANameThatEndsInABlankWhenACommandIsClicked) {
   EXPECT_EQ(Get<TextBox>("Text1").Text(), path);
 }
 
-TEST_F(SelectingAVideo, IsNotDoneByAHeldKeySinceNoControlHasTheFocusWhenTheWindowOpens) {
+// So the key that opened the window, if it is still held, gives no command.
+TEST_F(SelectingAVideo, NoControlHasTheFocusWhenTheWindowOpens) {
   form_->activateWindow();
   ASSERT_TRUE(WaitFor([this] { return form_->isActiveWindow(); }));
   EXPECT_EQ(form_->focusWidget(), form_.get()) << "a control has the focus";

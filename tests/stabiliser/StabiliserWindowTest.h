@@ -28,10 +28,10 @@ class StabiliserWindowTest : public OpenWindowTest<Stabiliser> {
 
   // From now on the probe describes each file as a video of that duration.
   void ProbeSays(double duration) const {
-    tools_.SizeProbeDoes(QString("printf '%s\\n' width=640 height=360 pix_fmt=yuv420p "
-                                 "avg_frame_rate=25/1 duration=N/A format_name=mov,mp4 "
-                                 "start_time=0.0 duration=%1")
-                             .arg(duration));
+    tools_.StreamProbeDoes(QString("printf '%s\\n' width=640 height=360 pix_fmt=yuv420p "
+                                   "avg_frame_rate=25/1 duration=N/A format_name=mov,mp4 "
+                                   "start_time=0.0 duration=%1")
+                               .arg(duration));
   }
 
   // Makes a file, selects it for the time line as a video of that duration, and returns its path.

@@ -74,7 +74,7 @@ TEST(TimeScaleOfAVideo, HasTicksAtRoundTimesWithRoomForTheirLabels) {
   }
 }
 
-TEST(TimeScaleOfADesign, HasAPixelToTheSecond) {
+TEST(TimeScaleWithoutAVideo, HasAPixelToTheSecond) {
   const TimeScale scale(1825);
   EXPECT_EQ(scale.PixelsPerSecond(), 1);
   EXPECT_EQ(scale.Width(), 1825);

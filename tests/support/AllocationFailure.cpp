@@ -20,7 +20,7 @@ std::size_t Allocations() { return allocations; }
 
 void FailAllocation(std::size_t others) { failing = allocations + others; }
 
-bool AllocationHasFailed() {
+bool EndAllocationFailure() {
   const bool failed = failing < allocations;
   failing = kNone;
   return failed;
@@ -41,8 +41,8 @@ void* operator new(std::size_t size) {
 
 void* operator new[](std::size_t size) { return operator new(size); }
 
-// std::stable_sort allocates by this operator. If it were a sanitizer's own, the operators below
-// would free memory that the one above hasn't allocated.
+// std::stable_sort allocates by this operator. A sanitizer's version of it would allocate memory
+// that the delete operators below can't free.
 void* operator new(std::size_t size, const std::nothrow_t& /*kind*/) noexcept try {
   return operator new(size);
 } catch (const std::bad_alloc&) {

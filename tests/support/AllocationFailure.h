@@ -11,6 +11,6 @@ std::size_t Allocations();
 // Makes one allocation of this thread fail: the one after the next `others` allocations.
 void FailAllocation(std::size_t others = 0);
 // Returns whether that allocation has failed; if it is still to come, it won't fail any more.
-bool AllocationHasFailed();
+bool EndAllocationFailure();
 
 }  // namespace kelvane::testing

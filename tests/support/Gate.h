@@ -12,9 +12,9 @@ class Gate {
   // Makes the pipe at that path. Throws std::system_error if it can't be made.
   explicit Gate(std::string path);
 
-  // Returns shell commands that wait until Open is called, one call for each script, or until the
-  // process of the test ends.
-  std::string Wait() const { return "read go < '" + path_ + "'\n"; }
+  // Returns shell commands that wait until Open is called or the test's process ends. Each script
+  // that waits needs a call of its own.
+  std::string WaitCommands() const { return "read go < '" + path_ + "'\n"; }
   // Lets one script go on: one that waits or, if none does, the next. Async-signal-safe.
   void Open() const;
   // Returns whether a script has gone on for each call of Open.

@@ -7,7 +7,7 @@
 
 namespace kelvane::testing {
 
-// Counts the paint events of the control of that name from its own construction on.
+// Counts, from this object's construction on, the paint events of the control of that name.
 class PaintsOf : public QObject {
  public:
   explicit PaintsOf(const QString& name) : name_(name) { qApp->installEventFilter(this); }

@@ -21,12 +21,12 @@ bool PlayerWatch::AwaitEnd() const {
   return WaitFor([&] { return !Core().Active(); });
 }
 
-bool PlayerWatch::Moves() const {
+bool PlayerWatch::AwaitMove() const {
   constexpr double kSome = 0.05;
   return AwaitPosition(Core().Position() + kSome);
 }
 
-bool PlayerWatch::StandsStill() const {
+bool PlayerWatch::AwaitStandstill() const {
   constexpr auto kAWhile = 500ms;
   const bool still = WaitFor([&] {
     const double position = Core().Position();

@@ -23,9 +23,9 @@ class PlayerWatch {
   bool AwaitPosition(double seconds) const;
   bool AwaitEnd() const;
   // Waits until the position has moved on.
-  bool Moves() const;
+  bool AwaitMove() const;
   // Waits until the position has stood still for half a second. Also false if the file has ended.
-  bool StandsStill() const;
+  bool AwaitStandstill() const;
 
   // The colour near the top left corner of the picture.
   QRgb Colour() const;

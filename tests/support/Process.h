@@ -12,7 +12,8 @@ namespace kelvane::testing {
 // A child process with its standard input and output on pipes. The destructor kills and reaps it.
 class Process {
  public:
-  // Where the program's standard error goes: where this process's goes, or into its output.
+  // Where the child's standard error goes: to the parent's standard error, or into the child's
+  // standard output.
   enum class Errors { kInherited, kInOutput };
 
   // Starts the program that the first argument names, found in PATH. Throws std::system_error if it

@@ -75,12 +75,12 @@ std::vector<std::string> RecordingTools::Runs() const {
   return runs;
 }
 
-QString Print(const QString& text) {
+QString PrintCommands(const QString& text) {
   return u"printf '%s' '"_s + QString(text).replace(u'\'', u"'\\''"_s) + u"'\n"_s;
 }
 
 QString BlockEndingIn(const QString& end) { return end.rightJustified(256, u'.'); }
 
-QString Wait(const Gate& gate) { return QString::fromStdString(gate.Wait()); }
+QString WaitCommands(const Gate& gate) { return QString::fromStdString(gate.WaitCommands()); }
 
 }  // namespace kelvane::testing

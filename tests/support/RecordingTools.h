@@ -25,10 +25,12 @@ class RecordingTools {
   QString MakeFile(const QString& name) const;
 
   // Each sets the shell commands that a tool runs from now on.
-  void SizeProbeDoes(const QString& commands) const { Write("size.commands", commands); }
+  void StreamProbeDoes(const QString& commands) const { Write("size.commands", commands); }
   void DurationProbeDoes(const QString& commands) const { Write("duration.commands", commands); }
   void FfplayDoes(const QString& commands) const { Write("ffplay.commands", commands); }
   void FfmpegDoes(const QString& commands) const { Write("ffmpeg.commands", commands); }
+
+  // Deletes the tool.
   void Remove(const QString& tool) const;
 
   // Each run so far: the tool's name and its arguments, with " | " between them.
@@ -43,11 +45,11 @@ class RecordingTools {
 };
 
 // Shell commands that print a text in one write.
-QString Print(const QString& text);
+QString PrintCommands(const QString& text);
 // A text of 256 bytes, a whole block, with `end` at its end and dots before it.
 QString BlockEndingIn(const QString& end);
 
 // Shell commands that wait at the gate.
-QString Wait(const Gate& gate);
+QString WaitCommands(const Gate& gate);
 
 }  // namespace kelvane::testing

@@ -31,8 +31,8 @@ class SessionServices : public QObject {
   // From now on the portal answers calls, and then says that its backend refuses.
   void LetThePortalRefuse() { refuses_ = true; }
 
-  // The calls so far: "portal: 4, Cropping a video" and "logind: sleep, Kelvane, Cropping a video,
-  // block".
+  // One line for each call so far, such as "portal: 4, Cropping a video" (4 is the flag for
+  // suspending) or "logind: sleep, Kelvane, Cropping a video, block".
   const QStringList& Asked() const { return asked_; }
   // Whether the portal's last caller is still on its bus, or logind's last descriptor still open.
   bool Inhibited() const;
@@ -67,7 +67,7 @@ class SessionServices : public QObject {
   QStringList progressSoFar_;
 };
 
-// These two answer the calls of the portal and of logind.
+// These two answer the calls to the portal and to logind.
 class PortalAnswers : public QObject {
   Q_OBJECT
   Q_CLASSINFO("D-Bus Interface", "org.freedesktop.portal.Inhibit")

@@ -43,8 +43,8 @@ class Snapshot {
   std::map<std::string, QByteArray> contents_;
 };
 
-// A new name, what the dialog says about it, and the files that the tool then makes or changes.
-// FOLDER stands for the folder of the files.
+// A case's name, the file name that is typed, what the dialog says about that, and the files that
+// the tool then makes or changes. In `remark`, FOLDER stands for the folder of the files.
 struct NewName {
   const char* name;
   QString typed;

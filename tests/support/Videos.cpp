@@ -107,7 +107,7 @@ int DecodedPictures(const QString& path) {
   return printed.section(u'\n', 0, 0).remove(u',').toInt();
 }
 
-int Pictures(const QString& path) {
+int PicturesWithoutComplaint(const QString& path) {
   QString printed;
   const bool decodes = RunTool("ffmpeg", {"-v", "error", "-i", path, "-f", "null", "-"}, &printed);
   return decodes && printed.isEmpty() ? DecodedPictures(path) : -1;

@@ -33,7 +33,7 @@ double VideoSeconds(const QString& path);
 // The number of pictures that can be decoded.
 int DecodedPictures(const QString& path);
 // The same; -1 if ffmpeg complains while it decodes the file.
-int Pictures(const QString& path);
+int PicturesWithoutComplaint(const QString& path);
 // A checksum of all pictures, decoded without turning them; empty if they can't be decoded.
 QString PicturesSum(const QString& path);
 

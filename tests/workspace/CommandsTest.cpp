@@ -52,7 +52,7 @@ TEST_F(Commands, AreReachedByTabInTheirOrderOnTheScreen) {
             "Label14(0)\nLabel14(1)\nLabel14(2)\nLabel14(3)\nLabel14(4)\nLabel14(5)\nLabel14(6)");
 }
 
-TEST_F(Commands, AreGivenBySpaceAndEnter) {
+TEST_F(Commands, AreStartedBySpaceAndEnter) {
   LoadVideoOf(640, 360);
   std::string state = PauseState();
   for (const Qt::Key key : {Qt::Key_Space, Qt::Key_Return, Qt::Key_Enter}) {
@@ -118,7 +118,7 @@ TEST_F(Commands, RunPauseAndStopHaveNoEffectWithoutAVideo) {
   EXPECT_EQ(PauseState(), "Pause");
 }
 
-TEST_F(Commands, PreviewRunsThePlayerWithoutAVideoAsWell) {
+TEST_F(Commands, PreviewRunsFfplayWithoutAVideoAsWell) {
   Give(PreviewCroppedVideo);
   EXPECT_EQ(LastRun(), "ffplay | -i | -vf | crop=0:0:0:0");
 }
@@ -138,7 +138,7 @@ TEST_F(Commands, PreviewTakesNegativeAndOddNumbersAsTheyAre) {
   EXPECT_EQ(LastRun(), "ffplay | -i | -vf | crop=-20:337:3:-5");
 }
 
-TEST_F(Commands, PreviewWithoutThePlayerHasNoEffect) {
+TEST_F(Commands, PreviewWithoutFfplayHasNoEffect) {
   LoadVideoOf(640, 360);
   const QString store = Store();
   tools_.Remove("ffplay");
@@ -212,7 +212,7 @@ TEST_F(Commands, RunTheToolsByALinkWhereTheProgramsFolderHasABlank) {
   App::setPath(folder.toStdString());
   const QString tellWhere =
       QStringLiteral("printf '%s\\n' \"$0\" >> '%1/started'\n").arg(tools_.Path());
-  tools_.SizeProbeDoes(tellWhere);
+  tools_.StreamProbeDoes(tellWhere);
   tools_.DurationProbeDoes(tellWhere);
   tools_.FfplayDoes(tellWhere);
   tools_.FfmpegDoes(tellWhere);

@@ -23,7 +23,7 @@ class Failure : public MainWindowTest {
   void FailToLoad(const QString& video) const {
     const DialogAnswers answers({TypeFile(video), PressButton(QMessageBox::Ok)});
     Give(LoadVideo);
-    EXPECT_TRUE(AllocationHasFailed());
+    EXPECT_TRUE(EndAllocationFailure());
     ASSERT_EQ(answers.seen().size(), 2U);
     EXPECT_EQ(answers.seen()[1],
               "Kelvane | An Error Occurred trying to get Video Dimensions. | no icon | OK");
@@ -45,7 +45,7 @@ TEST_F(Failure, OfALoadBeforeTheSizeProbeShowsAMessageAndTheNextLoadWorks) {
 
 TEST_F(Failure, OfALoadAfterTheSizeProbeShowsAMessageAndKeepsTheSize) {
   const QString video = tools_.MakeFile("a.mp4");
-  tools_.SizeProbeDoes(Print(SizeText(1280, 720)));
+  tools_.StreamProbeDoes(PrintCommands(SizeText(1280, 720)));
   Get<Timer>("Timer2").Tick = nullptr;  // otherwise the failure could be that of a tick
   // The load first calls DoEvents at the end of the size probe.
   Before(Path().Change, [](int) {
@@ -67,7 +67,7 @@ TEST_F(Failure, OfAPreviewShowsAMessageAndTheNextPreviewWorks) {
   {
     const DialogAnswers answers({PressButton(QMessageBox::Ok)});
     Give(PreviewCroppedVideo);
-    EXPECT_TRUE(AllocationHasFailed());
+    EXPECT_TRUE(EndAllocationFailure());
     EXPECT_EQ(answers.seen(),
               Texts{"Kelvane | An Error Occurred trying to create Video preview. | no icon | OK"});
   }
@@ -103,7 +103,7 @@ class FailureAnywhere : public MainWindowTest {
     for (failing = 0; *failing < all; ++*failing) {
       const DialogAnswers answers({PressButton(QMessageBox::Ok)});
       raise();
-      EXPECT_TRUE(AllocationHasFailed());
+      EXPECT_TRUE(EndAllocationFailure());
       EXPECT_EQ(answers.seen(), Texts{"Kelvane | " + message + " | no icon | OK"}) << *failing;
     }
     handler = wired;
@@ -129,8 +129,9 @@ TEST_F(FailureAnywhere, InAPreviewShowsItsMessage) {
 TEST_F(Failure, WhileABlockIsReadSkipsTheBlockAndLetsTheToolFinish) {
   const Gate gate(tools_.PathOf("gate"));
   const QString whole = tools_.Path() + "/whole";
-  tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
-  tools_.DurationProbeDoes(Print("one\n") + Wait(gate) + Print("Duration: 00:00:05.00\n") +
+  tools_.StreamProbeDoes(PrintCommands(SizeText(1920, 1080)));
+  tools_.DurationProbeDoes(PrintCommands("one\n") + WaitCommands(gate) +
+                           PrintCommands("Duration: 00:00:05.00\n") +
                            QStringLiteral("echo whole > '%1'\n").arg(whole));
   Get<TextBox>("Text2").Change = [&, first = true](int) mutable {
     if (!std::exchange(first, false)) return;
@@ -166,7 +167,7 @@ TEST_F(Failure, ToAllocateMemoryForAShortPathIsReportedWithTheSystemsNumber) {
   EXPECT_EQ(GetShortFileName(video, [&](const std::string& text,
                                         const std::string& /*title*/) { shown = text; }),
             "");
-  EXPECT_TRUE(AllocationHasFailed());
+  EXPECT_TRUE(EndAllocationFailure());
   EXPECT_EQ(shown,
             "An error occurred while obtaining the file path.\n\n"
             "The error number was:\t12\nThe error description:\tstd::bad_alloc");

@@ -144,7 +144,7 @@ TEST_F(Load, OfAFirstFileThatWasDeletedShowsTheCanvasAndRunsNoProbe) {
 TEST_F(Load, OfALaterFileThatWasDeletedProbesAnEmptyPathAndKeepsTheSize) {
   LoadVideoOf(640, 360);
   const Texts former = tools_.Runs();
-  tools_.SizeProbeDoes({});
+  tools_.StreamProbeDoes({});
   tools_.DurationProbeDoes({});
   PickAndDelete(tools_.MakeFile("gone.mp4"));
   EXPECT_EQ(Path().Text(), "");
@@ -168,10 +168,10 @@ using DroppedFile = Load;
 TEST_F(DroppedFile, IsLoadedAsIfItHadBeenChosenAndTheOthersAreIgnored) {
   const QString first = tools_.MakeFile("first.mp4");
   ProbeDimensionsDone = true;
-  tools_.SizeProbeDoes(Print(SizeText(640, 360)));
-  tools_.DurationProbeDoes(Print(DurationText("00:00:10.00")));
+  tools_.StreamProbeDoes(PrintCommands(SizeText(640, 360)));
+  tools_.DurationProbeDoes(PrintCommands(DurationText("00:00:10.00")));
   EXPECT_TRUE(DropFiles(*form_, {first, tools_.MakeFile("second.mp4")}));
-  EXPECT_TRUE(tools_.Runs().empty()) << "the drop is answered before the load begins";
+  EXPECT_TRUE(tools_.Runs().empty()) << "the load began before the drop was answered";
   EXPECT_TRUE(WaitFor([&] { return Canvas().Visible(); }));
   EXPECT_EQ(Path().Text(), first);
   EXPECT_EQ(VideoPath, first);
@@ -183,7 +183,7 @@ TEST_F(DroppedFile, IsLoadedAsIfItHadBeenChosenAndTheOthersAreIgnored) {
 
 TEST_F(DroppedFile, ThatIsNoVideoKeepsTheOldSizeAsAChosenOneDoes) {
   LoadVideoOf(640, 360);
-  tools_.SizeProbeDoes("echo 'Invalid data found' >&2; exit 1");
+  tools_.StreamProbeDoes("echo 'Invalid data found' >&2; exit 1");
   tools_.DurationProbeDoes("exit 1");
   const QString text = tools_.MakeFile("letter.txt");
   EXPECT_TRUE(DropFiles(Canvas(), {text}));

@@ -39,8 +39,8 @@ class MainWindowTest : public OpenWindowTest<Form1> {
   }
   // Does the same with probes that print these texts.
   void Pick(const QString& file, const QString& size, const QString& duration) const {
-    tools_.SizeProbeDoes(Print(size));
-    tools_.DurationProbeDoes(Print(duration));
+    tools_.StreamProbeDoes(PrintCommands(size));
+    tools_.DurationProbeDoes(PrintCommands(duration));
     Pick(file);
   }
   // Makes a file, loads it with probes that print that size and ten seconds, and returns its path.

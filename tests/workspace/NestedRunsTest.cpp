@@ -1,4 +1,5 @@
-// While a tool runs, the windows handle events for each block of its output that they read as text.
+// While a tool runs, a window handles pending events once for each block of output that it reads as
+// text.
 // These tests start loads, previews and crops at such a moment, inside the run.
 #include <QFile>
 #include <QPointer>
@@ -39,7 +40,7 @@ class NestedRuns : public MainWindowTest {
   // Runs a job whose tool ends only when the step has been done.
   void RunAJobDuring(std::function<void()> step) const {
     const Gate done(tools_.PathOf("done"));
-    tools_.FfmpegDoes(Print("begun\n") + Wait(done));
+    tools_.FfmpegDoes(PrintCommands("begun\n") + WaitCommands(done));
     CropTo("/tmp/out.mp4");
     AtNextDoEvents([&] {
       step();
@@ -57,7 +58,7 @@ class NestedRuns : public MainWindowTest {
     RunJob(*JobWindow());
     EXPECT_EQ(StatusOf(*JobWindow()), kSuccessful);
   }
-  // Returns an answer to a dialog that is given only when that job's tool has ended.
+  // Returns an answer for DuringAJobThatPrintsMuch that waits until the job's tool has ended.
   Answer WhenItHasEnded(const Answer& answer) const {
     return [this, answer](QDialog& dialog) {
       EXPECT_TRUE(AwaitFile("ended"));
@@ -72,9 +73,10 @@ class NestedRuns : public MainWindowTest {
 TEST_F(NestedRuns, ALoadDuringADurationProbeReplacesPathAndSizeOfTheFirstLoad) {
   const QString first = tools_.MakeFile("first.mp4");
   const QString second = tools_.MakeFile("second.mp4");
-  tools_.SizeProbeDoes(Print(SizeText(640, 360)));
-  tools_.DurationProbeDoes(Print("one\n") + Wait(gate_) + Print("two, Duration: 00:00:11.00\n") +
-                           Wait(gate_) + Print("three\n"));
+  tools_.StreamProbeDoes(PrintCommands(SizeText(640, 360)));
+  tools_.DurationProbeDoes(PrintCommands("one\n") + WaitCommands(gate_) +
+                           PrintCommands("two, Duration: 00:00:11.00\n") + WaitCommands(gate_) +
+                           PrintCommands("three\n"));
   Texts inside;
   AfterBlock("one\n", [&] {
     inside = {Path().Text().toStdString(), Number(SourceWidth), Number(SourceHeight)};
@@ -98,8 +100,9 @@ TEST_F(NestedRuns, ALoadDuringADurationProbeReplacesPathAndSizeOfTheFirstLoad) {
 }
 
 TEST_F(NestedRuns, ALoadWhoseWindowIsClosedGoesOnToItsEnd) {
-  tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
-  tools_.DurationProbeDoes(Print("one\n") + Wait(gate_) + Print("Duration: 00:00:11.00\n"));
+  tools_.StreamProbeDoes(PrintCommands(SizeText(1920, 1080)));
+  tools_.DurationProbeDoes(PrintCommands("one\n") + WaitCommands(gate_) +
+                           PrintCommands("Duration: 00:00:11.00\n"));
   AfterBlock("one\n", [&] {
     EXPECT_TRUE(form_->close());
     gate_.Open();
@@ -112,8 +115,8 @@ TEST_F(NestedRuns, ALoadWhoseWindowIsClosedGoesOnToItsEnd) {
 TEST_F(NestedRuns, ALoadDuringASizeProbeReplacesThePathThatTheFirstLoadProbesNext) {
   const QString first = tools_.MakeFile("first.mp4");
   const QString second = tools_.MakeFile("second.mp4");
-  tools_.SizeProbeDoes(Print(SizeText(640, 360)));
-  tools_.DurationProbeDoes(Print("text\n"));
+  tools_.StreamProbeDoes(PrintCommands(SizeText(640, 360)));
+  tools_.DurationProbeDoes(PrintCommands("text\n"));
   Before(Path().Change, [&](int) {
     if (Path().Text() == first) AtNextDoEvents([&] { Pick(second); });
   });
@@ -127,7 +130,7 @@ TEST_F(NestedRuns, ALoadDuringASizeProbeReplacesThePathThatTheFirstLoadProbesNex
 
 TEST_F(NestedRuns, ALoadDuringAPreviewDoesNotLoseThePreviewsLaterText) {
   ProbeDimensionsDone = true;
-  tools_.FfplayDoes(Print("one\n") + Wait(gate_) + Print("two\n"));
+  tools_.FfplayDoes(PrintCommands("one\n") + WaitCommands(gate_) + PrintCommands("two\n"));
   AfterBlock("one\n", [&] { Pick(tools_.MakeFile("a.mp4"), SizeText(1920, 1080), "loaded\n"); });
   Give(PreviewCroppedVideo);
   EXPECT_EQ(Store(), "one\nloaded\ntwo\n");
@@ -135,16 +138,17 @@ TEST_F(NestedRuns, ALoadDuringAPreviewDoesNotLoseThePreviewsLaterText) {
 }
 
 TEST_F(NestedRuns, APreviewDuringADurationProbeDoesNotLoseTheProbesLaterText) {
-  tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
-  tools_.DurationProbeDoes(Print("one\n") + Wait(gate_) + Print("Duration: 00:00:11.00\n"));
-  tools_.FfplayDoes(Print("playing\n"));
+  tools_.StreamProbeDoes(PrintCommands(SizeText(1920, 1080)));
+  tools_.DurationProbeDoes(PrintCommands("one\n") + WaitCommands(gate_) +
+                           PrintCommands("Duration: 00:00:11.00\n"));
+  tools_.FfplayDoes(PrintCommands("playing\n"));
   AfterBlock("one\n", [&] { Give(PreviewCroppedVideo); });
   Pick(tools_.MakeFile("a.mp4"));
   EXPECT_EQ(Store(), "one\nplaying\nDuration: 00:00:11.00\n");
   EXPECT_EQ(VideoDuration, "00:00:11");
 }
 
-TEST_F(NestedRuns, EventsAreFirstHandledInALoadWhenTheSizeIsShown) {
+TEST_F(NestedRuns, ALoadHandlesNoEventsUntilItHasShownTheSize) {
   for (const auto& [size, width, height] :
        {std::tuple(QSize(1920, 1080), "1,920", "1,080"), {QSize(640, 360), "0,640", "0,360"}}) {
     Get<TextBox>("Text2").setText({});
@@ -165,13 +169,14 @@ TEST_F(NestedRuns, EventsAreFirstHandledInALoadWhenTheSizeIsShown) {
 }
 
 TEST_F(NestedRuns, EventsAreHandledForEachBlockOfTextBeforeItIsStored) {
-  tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
-  tools_.DurationProbeDoes(Print("one\n") + Wait(gate_) + Print("Duration: 00:00:01") +
-                           Wait(gate_) + Print("\nthree\n"));
+  tools_.StreamProbeDoes(PrintCommands(SizeText(1920, 1080)));
+  tools_.DurationProbeDoes(PrintCommands("one\n") + WaitCommands(gate_) +
+                           PrintCommands("Duration: 00:00:01") + WaitCommands(gate_) +
+                           PrintCommands("\nthree\n"));
   Texts handled;
   Get<TextBox>("Text2").Change = [&](int) {
     AtNextDoEvents([&] {
-      EXPECT_FALSE(Canvas().Visible()) << "the canvas is shown at the end of the load";
+      EXPECT_FALSE(Canvas().Visible()) << "the canvas is shown before the end of the load";
       handled.push_back(Store().toStdString() + ", duration: " + VideoDuration.toStdString());
     });
     gate_.Open();
@@ -182,7 +187,7 @@ TEST_F(NestedRuns, EventsAreHandledForEachBlockOfTextBeforeItIsStored) {
 }
 
 TEST_F(NestedRuns, ACropDuringAJobReplacesTheSharedValuesAndStartsNoTool) {
-  tools_.FfmpegDoes(Print("one\n") + Wait(gate_) + Print("two\n"));
+  tools_.FfmpegDoes(PrintCommands("one\n") + WaitCommands(gate_) + PrintCommands("two\n"));
   CropWidth = 111;
   CropTo("/tmp/first.mp4");
   Form2* const job = JobWindow();
@@ -219,7 +224,7 @@ TEST_F(NestedRuns, ACropAfterAJobShowsItsWindowAgainAndStartsNoTool) {
 
 TEST_F(NestedRuns, AJobDoesNotStartWhileALoadsDialogIsOpenButOtherTimersTick) {
   const QString chosen = tools_.MakeFile("chosen.mp4");
-  tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
+  tools_.StreamProbeDoes(PrintCommands(SizeText(1920, 1080)));
   CropWidth = 111;
   CropTo("/tmp/first.mp4");
   Form2* const job = JobWindow();
@@ -261,16 +266,17 @@ TEST_F(NestedRuns, AJobsToolCanPrintMoreThanAPipeHoldsWhileAMessageBoxIsOpen) {
 
 TEST_F(NestedRuns, APreviewCanPrintMoreThanAPipeHoldsAndEndWhileAJobRunsInsideIt) {
   ProbeDimensionsDone = true;
-  tools_.FfplayDoes(Print("one\n") + Wait(gate_) + PrintMuchAndMake("ended"));
+  tools_.FfplayDoes(PrintCommands("one\n") + WaitCommands(gate_) + PrintMuchAndMake("ended"));
   AfterBlock("one\n", [&] { RunAJobDuring([&] { EXPECT_TRUE(AwaitFile("ended")); }); });
   Give(PreviewCroppedVideo);
   EXPECT_EQ(Store().size(), 4 + kMuch);
 }
 
 TEST_F(NestedRuns, ALoadAndAPreviewInsideItCanEndWhileAJobRunsInsideBoth) {
-  tools_.SizeProbeDoes(Print(SizeText(1920, 1080)));
-  tools_.DurationProbeDoes(Print("one\n") + Wait(gate_) + PrintMuchAndMake("probed"));
-  tools_.FfplayDoes(Print("two\n") + Wait(gate_) + PrintMuchAndMake("played"));
+  tools_.StreamProbeDoes(PrintCommands(SizeText(1920, 1080)));
+  tools_.DurationProbeDoes(PrintCommands("one\n") + WaitCommands(gate_) +
+                           PrintMuchAndMake("probed"));
+  tools_.FfplayDoes(PrintCommands("two\n") + WaitCommands(gate_) + PrintMuchAndMake("played"));
   AfterBlock("one\n", [&] {
     AfterBlock("two\n", [&] {
       RunAJobDuring([&] { EXPECT_TRUE(AwaitFile("probed") && AwaitFile("played")); });
@@ -283,9 +289,9 @@ TEST_F(NestedRuns, ALoadAndAPreviewInsideItCanEndWhileAJobRunsInsideBoth) {
   EXPECT_EQ(Store().size(), 8 + 2 * kMuch);
 }
 
-TEST_F(NestedRuns, ALoadDuringAJobLeavesTheJobsCommandLine) {
+TEST_F(NestedRuns, ALoadDuringAJobDoesNotChangeTheJobsCommandLine) {
   const QString video = tools_.MakeFile("other.mp4");
-  tools_.FfmpegDoes(Print("one\n") + Wait(gate_));
+  tools_.FfmpegDoes(PrintCommands("one\n") + WaitCommands(gate_));
   CropTo("/tmp/out.mp4");
   AtNextDoEvents([&] {
     Pick(video, SizeText(1920, 1080), DurationText("00:00:10.00"));
@@ -298,7 +304,7 @@ TEST_F(NestedRuns, ALoadDuringAJobLeavesTheJobsCommandLine) {
 }
 
 TEST_F(NestedRuns, ANewJobCanStartDuringACancelledOneAndEndAfterIt) {
-  tools_.FfmpegDoes(Print("one\n"));
+  tools_.FfmpegDoes(PrintCommands("one\n"));
   CropTo("/tmp/first.mp4");
   const QPointer<Form2> first = JobWindow();
   ASSERT_FALSE(first.isNull());
@@ -319,7 +325,8 @@ TEST_F(NestedRuns, ANewJobCanStartDuringACancelledOneAndEndAfterIt) {
 
 TEST_F(NestedRuns, StartFreshDuringAJobUnloadsItsWindowAndLetsTheToolUpdateTheProgressBar) {
   auto& bar = Get<ProgressBar>("pbar");
-  tools_.FfmpegDoes(Print("time=00:00:05.00 ") + Wait(gate_) + Print("time=00:00:09.00 "));
+  tools_.FfmpegDoes(PrintCommands("time=00:00:05.00 ") + WaitCommands(gate_) +
+                    PrintCommands("time=00:00:09.00 "));
   CropTo("/tmp/out.mp4");
   Form2* const job = JobWindow();
   AtNextDoEvents([&] {
@@ -335,7 +342,7 @@ TEST_F(NestedRuns, StartFreshDuringAJobUnloadsItsWindowAndLetsTheToolUpdateThePr
 
 TEST_F(NestedRuns, TheProgramEndsAfterTheToolOfAJobWhoseWindowsWereClosed) {
   const QString whole = tools_.Path() + "/whole";
-  tools_.FfmpegDoes(Print("one\n") + Wait(gate_) + Print("two\n") +
+  tools_.FfmpegDoes(PrintCommands("one\n") + WaitCommands(gate_) + PrintCommands("two\n") +
                     QStringLiteral("echo whole > '%1'\n").arg(whole));
   CropTo("/tmp/out.mp4");
   Form2* const job = JobWindow();

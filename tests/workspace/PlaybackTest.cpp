@@ -47,7 +47,7 @@ TEST_F(Playback, StartsByRunAndNotByTheLoad) {
   Give(RunVideo);
   EXPECT_EQ(wmp_.URL(), file);
   EXPECT_TRUE(watch_.AwaitColour(kPlayedRed));
-  EXPECT_TRUE(watch_.Moves());
+  EXPECT_TRUE(watch_.AwaitMove());
   EXPECT_EQ(wmp_.geometry(), QRect(0, 0, 320, 180));
 }
 
@@ -64,25 +64,25 @@ TEST_F(Playback, IsNotChangedByCommandsWhileThePathIsEmpty) {
       Give(command);
     }
     EXPECT_EQ(wmp_.URL(), former) << command;
-    EXPECT_TRUE(watch_.Moves()) << command;
+    EXPECT_TRUE(watch_.AwaitMove()) << command;
     EXPECT_GT(watch_.Core().Position(), position) << command;
   }
   EXPECT_EQ(PauseState(), "Pause");
 }
 
-TEST_F(Playback, IsPausedByAFrameStepWhichLeavesThePauseState) {
+TEST_F(Playback, IsPausedByAFrameStepWhichDoesNotChangeThePauseState) {
   RunRed();
   wmp_.controls.step(1);
-  EXPECT_TRUE(watch_.StandsStill());
+  EXPECT_TRUE(watch_.AwaitStandstill());
   EXPECT_EQ(PauseState(), "Pause");
 }
 
 TEST_F(Playback, IsPausedAndResumedByOneCommand) {
   RunRed();
   Give(PauseVideo);
-  EXPECT_TRUE(watch_.StandsStill());
+  EXPECT_TRUE(watch_.AwaitStandstill());
   Give(PauseVideo);
-  EXPECT_TRUE(watch_.Moves());
+  EXPECT_TRUE(watch_.AwaitMove());
 }
 
 TEST_F(Playback, StartsAgainByRunWhilePausedAndKeepsThePauseState) {
@@ -92,12 +92,12 @@ TEST_F(Playback, StartsAgainByRunWhilePausedAndKeepsThePauseState) {
   Give(RunVideo);
   EXPECT_EQ(PauseState(), "Paused");
   EXPECT_TRUE(WaitFor([&] { return watch_.Core().Position() < 1; }));
-  EXPECT_TRUE(watch_.Moves());
+  EXPECT_TRUE(watch_.AwaitMove());
   Give(PauseVideo);
   EXPECT_EQ(PauseState(), "Pause");
-  EXPECT_TRUE(watch_.Moves()) << "this Pause resumes a video that plays already";
+  EXPECT_TRUE(watch_.AwaitMove()) << "the second Pause has stopped a video that played";
   Give(PauseVideo);
-  EXPECT_TRUE(watch_.StandsStill());
+  EXPECT_TRUE(watch_.AwaitStandstill());
 }
 
 TEST_F(Playback, RunsAndStopsByTheHiddenButtonsAsWell) {
@@ -129,13 +129,13 @@ TEST_F(Playback, IsPausedBeforeACropAsksForItsFile) {
   RunRed();
   {
     const DialogAnswers answers({[this](QDialog& dialog) {
-      EXPECT_TRUE(watch_.StandsStill()) << "the video is paused while the dialog is open";
+      EXPECT_TRUE(watch_.AwaitStandstill()) << "the video isn't paused while the dialog is open";
       dialog.reject();
     }});
     Give(CropVideo);
   }
   EXPECT_EQ(PauseState(), "Pause");
-  EXPECT_TRUE(watch_.StandsStill());
+  EXPECT_TRUE(watch_.AwaitStandstill());
 }
 
 TEST_F(Playback, GoesOnDuringAPreviewAndALoad) {
@@ -144,7 +144,7 @@ TEST_F(Playback, GoesOnDuringAPreviewAndALoad) {
   Give(PreviewCroppedVideo);
   LoadVideoOf(640, 360);
   EXPECT_EQ(wmp_.URL(), former);
-  EXPECT_TRUE(watch_.Moves());
+  EXPECT_TRUE(watch_.AwaitMove());
 }
 
 TEST_F(Playback, EndsWithAFreshStartWhichClearsTheReadOuts) {

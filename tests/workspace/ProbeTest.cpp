@@ -96,7 +96,7 @@ TEST_F(Probe, WithoutItsToolChangesThePathAlone) {
 }
 
 TEST_F(Probe, ReadsWhatAPreviewPrintsAsWell) {
-  tools_.FfplayDoes(Print("  Duration: 00:00:55.00, start\n"));
+  tools_.FfplayDoes(PrintCommands("  Duration: 00:00:55.00, start\n"));
   ProbeDimensionsDone = true;
   Give(PreviewCroppedVideo);
   EXPECT_EQ(VideoDuration, "00:00:55");
@@ -105,7 +105,7 @@ TEST_F(Probe, ReadsWhatAPreviewPrintsAsWell) {
 
 TEST_F(Probe, ReadsThePreviewsFirstBlockAsASizeAfterACancelledDialog) {
   LoadVideoOf(640, 360);
-  tools_.FfplayDoes(Print("width=720\nheight=576\n"));
+  tools_.FfplayDoes(PrintCommands("width=720\nheight=576\n"));
   Cancel(LoadVideo);
   Give(PreviewCroppedVideo);
   EXPECT_TRUE(ProbeDimensionsDone);

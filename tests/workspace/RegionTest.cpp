@@ -10,7 +10,7 @@ namespace {
 class Region : public MainWindowTest {
  protected:
   // Returns the read-outs of the region in the order left, top, width, height, base, right.
-  Texts ReadOut() const {
+  Texts RegionReadOuts() const {
     return {Number(RegionLeft),   Number(RegionTop),  Number(RegionWidth),
             Number(RegionHeight), Number(RegionBase), Number(RegionRight)};
   }
@@ -22,7 +22,7 @@ class Region : public MainWindowTest {
 TEST_F(Region, OfAFreshVideoIsFivePixelsLessWideAndLessHigh) {
   LoadVideoOf(640, 360);
   MeasureRegion();
-  EXPECT_EQ(ReadOut(), (Texts{"0,000", "0,000", "0,635", "0,355", "0,355", "0,635"}));
+  EXPECT_EQ(RegionReadOuts(), (Texts{"0,000", "0,000", "0,635", "0,355", "0,355", "0,635"}));
   EXPECT_EQ(SharedValues(), (Values{635, 355, 0, 0}));
   EXPECT_EQ(Number(SourceWidth), "0,640");
   EXPECT_EQ(Number(SourceHeight), "0,360");
@@ -86,7 +86,7 @@ TEST_F(Region, IsMeasuredFromTheBarsForTheReadOutAndTheCrop) {
     Bar(RightBar).setLeft(right);
     Bar(BaseBar).setTop(base);
     MeasureRegion();
-    EXPECT_EQ(ReadOut(), readOut) << name;
+    EXPECT_EQ(RegionReadOuts(), readOut) << name;
     EXPECT_EQ(SharedValues(), values) << name;
   }
 }
@@ -98,11 +98,11 @@ TEST_F(Region, DoesNotDependOnScrollingNorOnThePlayerOrItsHolder) {
   Canvas().setLeft(-60);
   Canvas().setTop(-70);
   MeasureRegion();
-  EXPECT_EQ(ReadOut(), (Texts{"0,000", "0,000", "0,635", "0,355", "0,355", "0,635"}));
+  EXPECT_EQ(RegionReadOuts(), (Texts{"0,000", "0,000", "0,635", "0,355", "0,355", "0,635"}));
   EXPECT_EQ(SharedValues(), (Values{635, 355, 0, 0}));
 }
 
-TEST_F(Region, ThatIsTooLargeFor32BitsShowsNoSizeAndKeepsTheSharedValues) {
+TEST_F(Region, ThatIsTooLargeFor32BitsShowsASizeOfZeroAndKeepsTheSharedValues) {
   LoadVideoOf(640, 360);
   MeasureRegion();
   constexpr float kFar = 3e9F;
@@ -119,7 +119,7 @@ TEST_F(Region, IsShownWithTheLocalesGroupSeparator) {
   LoadVideoOf(1920, 1080);
   MeasureRegion();
   const std::string width = Number(SourceWidth);
-  const Texts readOut = ReadOut();
+  const Texts readOut = RegionReadOuts();
   QLocale::setDefault(QLocale::c());
   EXPECT_EQ(width, "1.920");
   EXPECT_EQ(readOut, (Texts{"0.000", "0.000", "1.915", "1.075", "1.075", "1.915"}));

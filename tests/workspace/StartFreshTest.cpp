@@ -113,7 +113,7 @@ TEST_F(StartFresh, KeepsTheOutputPathThePauseStateAndTheToolsText) {
   EXPECT_EQ(PauseState(), "Paused");
 }
 
-TEST_F(StartFresh, RunsTheDurationProbeOnTheEmptyPathAndAfterACancelledDialogTheSizeProbeToo) {
+TEST_F(StartFresh, ProbesTheDurationOfTheEmptyPathAndAlsoItsSizeAfterACancelledDialog) {
   Reset();
   EXPECT_EQ(tools_.Runs().size(), 3U);
   EXPECT_EQ(LastRun(), DurationRun({}));

@@ -59,7 +59,7 @@ TEST_F(Viewport, HasScrollRangesOfAFifteenthOfTheCanvas) {
     EXPECT_EQ(down_.Max(), down) << height;
   }
   Canvas().setWidth(600000);
-  EXPECT_EQ(across_.Max(), 43) << "a range beyond 16 bits is refused";
+  EXPECT_EQ(across_.Max(), 43) << "a range beyond 16 bits was taken";
 }
 
 TEST_F(Viewport, ReachesTheFarEdgeOfALargeVideoOnlyIfTheViewportIsWideEnough) {

@@ -133,7 +133,7 @@ testing::Gate& Program::GateNamed(const QString& name) {
 }
 
 QString Program::Gate(const QString& name) {
-  return QString::fromStdString(GateNamed(name).Wait());
+  return QString::fromStdString(GateNamed(name).WaitCommands());
 }
 
 QString Program::PrintingGate(const QString& name) {
